@@ -1,0 +1,140 @@
+// What a download costs a block on top of its prescribed pauses, over a real pseudo-terminal with
+// an instrument that answers at once; and what the program costs while nobody answers.
+#include <benchmark/benchmark.h>
+#include <sys/resource.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+
+#include "device/SerialComm.h"
+#include "logs/BufferLog.h"
+#include "logs/Scarico.h"
+#include "platform/qt/QtPlatform.h"
+#include "platform/qt/QtSerialControl.h"
+#include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
+#include "shell/frmMain.h"
+
+namespace lapvane {
+namespace {
+
+constexpr int kBlocchi = 800;
+constexpr int kPausaBlocco = 10;  // ms
+
+class Vista : public VistaScarico {
+ public:
+    bool Visibile() const override { return true; }
+    void Stato(const std::string&) override {}
+    void Percento(int) override {}
+    void AbilitaOK(bool) override {}
+    void Scarica() override {}
+};
+
+QString Porta() {
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/ports/COM1");
+}
+
+class Strumento {
+ public:
+    explicit Strumento(const QStringList& opzioni) {
+        QFile::remove(Porta());
+        processo_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        processo_.start(
+            QCoreApplication::applicationDirPath() + QStringLiteral("/lapvane-instrument"),
+            QStringList{QStringLiteral("--quiet"), QStringLiteral("--link"), Porta()} + opzioni);
+        QElapsedTimer attesa;
+        attesa.start();
+        while (!QFile::exists(Porta()) && attesa.elapsed() < 5000) processo_.waitForFinished(20);
+    }
+    ~Strumento() {
+        processo_.terminate();
+        processo_.waitForFinished(3000);
+    }
+
+ private:
+    QProcess processo_;
+};
+
+double Processore() {
+    struct rusage uso {};
+    ::getrusage(RUSAGE_SELF, &uso);
+    return static_cast<double>(uso.ru_utime.tv_sec + uso.ru_stime.tv_sec) +
+           static_cast<double>(uso.ru_utime.tv_usec + uso.ru_stime.tv_usec) / 1e6;
+}
+
+void SovraccaricoDelDownload(benchmark::State& stato) {
+    const Strumento strumento({QStringLiteral("--full")});
+    Vista vista;
+    for (auto _ : stato) {
+        FaseComunicazione = 38;
+        if (!LinkPronto()) {
+            stato.SkipWithError("no instrument");
+            break;
+        }
+        AzzeraBufferLog();
+        Scarico scarico(vista);
+        scarico.BytesDati = (kBlocchi - 1) * 128;
+        QElapsedTimer orologio;
+        orologio.start();
+        scarico.ScaricaLog();
+        const double ms = static_cast<double>(orologio.nsecsElapsed()) / 1e6;
+        FaseComunicazione = 0;
+        if (NumBlocchi != kBlocchi) stato.SkipWithError("blocks were lost");
+        const double sopra = ms / kBlocchi - kPausaBlocco;
+        stato.SetIterationTime(sopra / 1e3);
+        stato.counters["over_ms_per_block"] = sopra;
+    }
+    ChiudiPorta();
+}
+BENCHMARK(SovraccaricoDelDownload)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+
+/// Share of a core over ten seconds of the whole program: window, poll, serial control.
+void Processore10s(benchmark::State& stato, const QStringList& opzioni, bool presente) {
+    std::unique_ptr<Strumento> strumento;
+    QFile::remove(Porta());
+    if (presente) strumento = std::make_unique<Strumento>(opzioni);
+    for (auto _ : stato) {
+        frmMain finestra(std::make_unique<QtSerialControl>());
+        finestra.Carica();
+        finestra.show();
+        finestra.AvviaSorveglianza();
+        QElapsedTimer orologio;
+        orologio.start();
+        while (orologio.elapsed() < 1000) platform().DoEvents(50);
+        const double prima = Processore();
+        orologio.restart();
+        while (orologio.elapsed() < 10000) platform().DoEvents(1000);
+        const double secondi = static_cast<double>(orologio.nsecsElapsed()) / 1e9;
+        stato.counters["core_percent"] = 100 * (Processore() - prima) / secondi;
+        ChiudiPorta();
+    }
+}
+BENCHMARK_CAPTURE(Processore10s, nobody_connected, QStringList{}, false)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Processore10s, silent_instrument,
+                  (QStringList{QStringLiteral("--fault"), QStringLiteral("silent")}), true)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Processore10s, connected, QStringList{}, true)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace lapvane
+
+int main(int argc, char* argv[]) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    lapvane::QtPlatform machine;
+    lapvane::SetPlatform(&machine);
+    // The link asks the main window for its port: one is there for the whole run.
+    lapvane::frmMain window(std::make_unique<lapvane::QtSerialControl>());
+    window.Carica();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

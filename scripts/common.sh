@@ -1,0 +1,52 @@
+# Shared by ./run, ./test and .ci/run: where things are, what must be installed, how to build.
+# Sourced, not run.
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+PACKAGES_BUILD=(build-essential cmake ninja-build ccache
+    qt6-base-dev qt6-serialport-dev qt6-svg-dev libqt6svg6 qt6-translations-l10n
+    libgl1-mesa-dev libgtest-dev libbenchmark-dev)
+PACKAGES_RUN=(fonts-dejavu-core)
+PACKAGES_FUZZ=(clang libclang-rt-dev)
+
+# Installs what is missing, as root or with sudo; says what to do where neither works.
+install_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${db:Status-Status}\n' "$package" 2>/dev/null | grep -qx installed ||
+            missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    if ! command -v apt-get >/dev/null; then
+        echo "This machine has no apt-get. Install by hand: ${missing[*]}" >&2
+        return 1
+    fi
+    local as=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Neither root nor sudo. As root: apt-get install ${missing[*]}" >&2
+            return 1
+        fi
+        as=(sudo)
+    fi
+    echo "Installing: ${missing[*]}"
+    "${as[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
+    "${as[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq \
+        --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# build PRESET [TARGET ...]
+build() {
+    local preset=$1
+    shift
+    cmake --preset "$preset" >"${TMPDIR:-/tmp}/lapvane-cmake.log" 2>&1 || {
+        cat "${TMPDIR:-/tmp}/lapvane-cmake.log" >&2
+        return 1
+    }
+    if [ $# -gt 0 ]; then
+        cmake --build --preset "$preset" --target "$@"
+    else
+        cmake --build --preset "$preset"
+    fi
+}

@@ -1,0 +1,150 @@
+#include "analysis/AnalisiDati.h"
+
+#include "platform/Testo1252.h"
+#include "project/DatiProgetto.h"
+#include "reports/DatiSessione.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Principale.h"
+#include "shell/StatoShell.h"
+
+namespace lapvane {
+
+namespace {
+
+/// Line colours of channels 3 to 20 until a session file says otherwise.
+constexpr std::array<Colore, 18> kColoriCanali = {
+    Rgb(192, 0, 0),     Rgb(255, 0, 0),     Rgb(192, 64, 0),    Rgb(255, 128, 0), Rgb(192, 192, 0),
+    Rgb(128, 128, 0),   Rgb(0, 192, 0),     Rgb(0, 128, 0),     Rgb(0, 192, 192), Rgb(0, 128, 128),
+    Rgb(128, 128, 255), Rgb(0, 0, 192),     Rgb(128, 0, 128),   Rgb(192, 0, 192), Rgb(255, 0, 255),
+    Rgb(255, 128, 255), Rgb(255, 192, 255), Rgb(192, 192, 255),
+};
+
+constexpr int kUltimoNomeInTabella = 16;
+
+}  // namespace
+
+AnalisiDati::AnalisiDati(VistaAnalisi& vista, GraphControl& ntGraph1)
+    : vista_(vista), NTGraph1(ntGraph1) {
+    TempiGiro.resize(kGiriMassimi + 1);
+    TempiSessione.resize(kGiriMassimi + 1);
+    RigheDeiGiri = CercaGiri({}, 0);
+    for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
+        const auto i = static_cast<std::size_t>(c);
+        ColoreCanale[i] = kColoriCanali[i - kPrimoCanale];
+        FiltroCanale[i] = 1;
+        SpessoreCanale[i] = 1;
+    }
+}
+
+int AnalisiDati::UltimoCanaleFile() const {
+    return std::min(NumCampi, kUltimoCanale);
+}
+
+void AnalisiDati::IniziaCaricamento() {
+    vista_.SelezionaScheda(0);
+    TracciatoVisibile = false;
+    Decimazione = 1;
+    principale().TestoPannello(Pannello::Percorso, Testo(140));
+    principale().TestoPannello(Pannello::Progresso, Testo(141));
+}
+
+void AnalisiDati::MostraCanali() {
+    for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
+        vista_.ColoreCanale(c, ColoreCanale[static_cast<std::size_t>(c)]);
+        vista_.MostraCanale(c, c <= NumCampi);
+        vista_.SegnaCanale(c, chkGrafico[static_cast<std::size_t>(c)]);
+    }
+    principale().TestoPannello(Pannello::Percorso, {});
+    principale().TestoPannello(Pannello::Progresso, Testo(142));
+    vista_.TestoScheda(0, Testo(273));
+    vista_.TestoScheda(1, Testo(91));
+}
+
+void AnalisiDati::ConcludiCaricamento() {
+    LeggiDatiSessione();
+    if (!DatiSessione.Circuito.empty()) LeggiSettori();
+    CompilaTabellaGiri();
+    AnalisiCaricata = true;
+    const int giro = PrimoGiroValido();
+    if (giro > kGiriMassimi) return;  // no stretch has rows: a window without curves
+    vista_.CellaCorrente(giro, 1);
+    MSFlexGrid1_Click(giro, 1);
+}
+
+void AnalisiDati::FileMancante(const std::string& nome) {
+    platform().MsgBox(Testo(328) + " " + nome + " " + Testo(329), Buttons::Ok, Icon::Critical,
+                      platform().ExeName());
+}
+
+std::string AnalisiDati::NomeDaTabella(int c) const {
+    // The lambda in its two units, columns 15 and 16, has one name.
+    return Testo(c == kUltimoNomeInTabella ? 320 : 306 + c - 1);
+}
+
+void AnalisiDati::ImpostaCanali(GraphControl& grafico) {
+    grafico.Titolo({});
+    grafico.EtichettaX({});
+    grafico.EtichettaY({});
+    grafico.PulisciGrafico();
+    RigheDeiGiri = TrovaGiri();
+    if (UltimaScheda == 0) {
+        std::string unita;
+        for (int c = 1; c <= UltimoCanaleFile(); ++c) {
+            const auto i = static_cast<std::size_t>(c);
+            std::string nome = TitoloColonna(c);
+            // Kept: a title without a unit stays the channel's name and takes the unit of the
+            // channel before it.
+            if (const std::size_t parentesi = nome.find('['); parentesi != std::string::npos) {
+                unita = nome.substr(parentesi);
+                nome = NomeDaTabella(c);
+            }
+            NomeCampo[i] = nome;
+            UnitaCampo[i] = unita;
+            vista_.NomeCampo(c, nome);
+            vista_.UnitaCampo(c, unita);
+            ElementoCanale[i] = 0;
+            FiltroCanale[i] = 1;
+            SpessoreCanale[i] = 1;
+        }
+    }
+    principale().TestoPannello(Pannello::Progetto, {});
+    principale().TestoPannello(Pannello::Percorso, TestoDaPercorso(NomeFileDati));
+    principale().TestoPannello(Pannello::Progresso, {});
+}
+
+std::string AnalisiDati::TitoloCanale(int c) const {
+    const auto i = static_cast<std::size_t>(c);
+    return NomeCampo[i] + " " + UnitaCampo[i];
+}
+
+void AnalisiDati::RefreshLanguage() {
+    CalcolaBaseTesti();
+    for (int c = 1; c <= kUltimoNomeInTabella; ++c) {
+        const auto i = static_cast<std::size_t>(c);
+        NomeCampo[i] = NomeDaTabella(c);
+        vista_.NomeCampo(c, NomeCampo[i]);
+    }
+    vista_.TestoScheda(0, Testo(273));
+    vista_.TestoScheda(1, Testo(91));
+}
+
+void AnalisiDati::ChiudiAnalisi() {
+    AnalisiCaricata = false;
+    principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto);
+    principale().TestoPannello(Pannello::Percorso, TestoDaPercorso(PercorsoProgetto));
+    principale().TestoPannello(Pannello::Progresso, {});
+    vista_.Scarica();
+}
+
+void AnalisiDati::Form_Unload() {
+    if (FileLatiTrovati) NTGraph1.PulisciGrafico();
+    AnalisiCaricata = false;
+    AnalisiInCorso = false;
+}
+
+void AnalisiDati::MostraControlli(bool visibile) {
+    vista_.MostraControlli(visibile);
+}
+
+}  // namespace lapvane

@@ -1,0 +1,178 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/FileTim.h"
+#include "analysis/Giri.h"
+#include "analysis/TabellaDati.h"
+#include "analysis/VistaAnalisi.h"
+#include "platform/GraphControl.h"
+
+namespace lapvane {
+
+/// One value a column; entry 0 is unused.
+template <class T>
+using PerCanale = std::array<T, kNumCanali>;
+
+/// The state of one open analysis and all its arithmetic. It speaks to the graph and to its window
+/// through interfaces only. What sets the two analysis windows apart stands in the hooks at the
+/// end; everything else they share.
+class AnalisiDati {
+ public:
+    AnalisiDati(VistaAnalisi& vista, GraphControl& ntGraph1);
+    virtual ~AnalisiDati() = default;
+    AnalisiDati(const AnalisiDati&) = delete;
+    AnalisiDati& operator=(const AnalisiDati&) = delete;
+
+    // --- what the load fills -----------------------------------------------------------------
+    std::filesystem::path NomeFileDati;      ///< the CSV; set by the shell before the load
+    std::filesystem::path NomeFileSessione;  ///< the same with "ses" for its last three characters
+    int NumCampi = 0;                        ///< columns of the CSV; 1 is the time, 2 the distance
+    std::int32_t NumRighe = 0;
+    std::string NumRigheTesto;
+    bool FileLatiTrovati = false;  ///< the window counts as loaded
+
+    // --- channels, index 1 to 20 -------------------------------------------------------------
+    PerCanale<std::string> NomeCampo;          ///< caption of lblNomeCampo
+    PerCanale<std::string> UnitaCampo;         ///< caption of lblUM, with its brackets
+    PerCanale<Colore> ColoreCanale{};          ///< back colour of shpColor
+    PerCanale<std::int16_t> FiltroCanale{};    ///< rows between plotted points
+    PerCanale<std::int16_t> SpessoreCanale{};  ///< line width
+    PerCanale<double> MaxCanale{};             ///< of the selected lap, as the next four
+    PerCanale<double> MinCanale{};
+    PerCanale<double> MediaCanale{};
+    PerCanale<double> FattoreScala{};  ///< stretches a channel to the highest maximum of all
+    PerCanale<std::int16_t> ElementoCanale{};  ///< element of NTGraph1 that draws the channel
+    PerCanale<bool> chkGrafico{};              ///< the channel is drawn
+    std::int16_t CanaleScala = 0;              ///< channel whose optScala is chosen; 0: none
+
+    // --- view --------------------------------------------------------------------------------
+    bool AsseDistanza = false;
+    bool Separati = false;
+    bool TracciatoVisibile = false;
+    std::int16_t NumCanaliAttivi = 0;
+    std::int16_t NumElementi = 0;   ///< panes of the separate view so far
+    std::int16_t UltimoCanale = 0;  ///< last channel drawn; 0: none
+    double XMin = 0.0;              ///< seconds or metres
+    double XMax = 0.0;
+    double YMin = 0.0;
+    double YMax = 0.0;
+    std::int32_t RigaDa = 0;  ///< first and last row of the drawing
+    std::int32_t RigaA = 0;
+    std::int16_t Decimazione = 1;  ///< rows between plotted points at this zoom
+    double PassoSposta = 0.0;
+    int UltimaScheda = 0;
+
+    // --- laps --------------------------------------------------------------------------------
+    /// Lap index 0 to 999 by column: 1 the lap time, 2 to `NumSettori` the sector times.
+    std::vector<PerCanale<std::string>> TempiGiro;
+    std::vector<std::string> TempiSessione;
+    int NumRigheTabella = 0;  ///< one past the last line index of the .tim file
+    int NumGiri = 0;          ///< complete laps; may be negative
+    int NumSettori = 1;
+    PerCanale<double> DistanzeSettori{};  ///< sector lengths in metres, entry 0 first
+    RigheGiri RigheDeiGiri;               ///< `InizioGiro` and `FineGiro`
+    int GiroSelezionato = 0;              ///< table row, that is lap index
+    std::int32_t RigheGiro = 0;           ///< last minus first row of the selected lap
+    int GiroMigliore = 0;
+    int GiroPeggiore = 0;
+
+    // --- load and life -----------------------------------------------------------------------
+    /// Reads the log of `NomeFileDati` and draws its first lap. False if the analysis closed itself
+    /// because a side file is missing. Error 62 for a session file that is cut short.
+    virtual bool Carica() = 0;
+    /// All texts of the window that follow the language.
+    void RefreshLanguage();
+    /// Puts the status bar back and unloads the window.
+    void ChiudiAnalisi();
+    /// What the window runs when it unloads, for whatever reason.
+    void Form_Unload();
+
+    // --- events of the window ----------------------------------------------------------------
+    void chkGrafico_Click(int c, bool spuntato);
+    void optScala_Click(int c);
+    /// A click on a cell of the lap table; column 1 selects the lap.
+    void MSFlexGrid1_Click(int riga, int colonna);
+
+    // --- scales and drawing ------------------------------------------------------------------
+    void CalcolaScale(GraphControl& grafico);
+    void CalcolaPassoSposta();
+    void DisegnaCanali(GraphControl& grafico);
+    void Ridisegna();
+    /// "name unit" of a channel.
+    std::string TitoloCanale(int c) const;
+
+    // --- laps --------------------------------------------------------------------------------
+    void LeggiTempi();
+    void LeggiSettori();
+    void CompilaTabellaGiri();
+    void CalcolaSettoriGiro(int giro);
+    void EvidenziaTempi();
+    void MostraControlli(bool visibile);
+    /// Smallest lap index whose last row is above 2; 1000 if there is none.
+    int PrimoGiroValido() const;
+    /// First and last row of a lap; 0 outside the index.
+    std::int32_t InizioGiro(int giro) const;
+    std::int32_t FineGiro(int giro) const;
+
+    // --- session -----------------------------------------------------------------------------
+    /// Reads the .ses file beside the log. Error 62 if it ends before its 26 lines.
+    void LeggiDatiSessione();
+
+    virtual const TabellaDati& Tabella() const = 0;
+
+ protected:
+    // --- steps of the load that both windows share -------------------------------------------
+    void IniziaCaricamento();
+    void MostraCanali();
+    void ImpostaCanali(GraphControl& grafico);
+    void ConcludiCaricamento();
+    /// Message of a missing file: text 328, the name, text 329.
+    static void FileMancante(const std::string& nome);
+    /// Last channel column that the log fills, 20 at most.
+    int UltimoCanaleFile() const;
+
+    VistaAnalisi& vista_;
+    GraphControl& NTGraph1;
+
+ private:
+    // --- hooks: what the two windows do each in their own way ---------------------------------
+    /// Heading of a column of the data file.
+    virtual std::string TitoloColonna(int c) const = 0;
+    /// Finds the rows of each lap.
+    virtual RigheGiri TrovaGiri() const = 0;
+    /// The first line of the .tim file.
+    virtual void PrimaRigaTempi(std::string_view riga) = 0;
+    virtual double MassimoCanale(int c, std::int32_t da, std::int32_t a) const = 0;
+    virtual double MinimoCanale(int c, std::int32_t da, std::int32_t a) const = 0;
+    virtual double MediaDelCanale(int c, std::int32_t da, std::int32_t a) const = 0;
+    /// Draws rows `RigaDa` to `RigaA` of a channel as the graph's current element.
+    virtual void DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) = 0;
+
+    std::string NomeDaTabella(int c) const;
+    void CalcolaRighe();
+    void DisegnaCanale(GraphControl& grafico, int c);
+    void SelezionaScala(int c);
+    std::string EtichettaGiro(int giro) const;
+    void ColoraRiga(int riga, Colore sfondo, Colore caratteri);
+    void LeggiCanaleSessione(int c, std::string_view riga);
+};
+
+/// If the graph has no cursor, adds the blue one that keeps to the points of the last element.
+void ConfiguraCursore(GraphControl& grafico);
+
+/// Shows the busy pointer for the length of a scope.
+class PuntatoreOccupato {
+ public:
+    PuntatoreOccupato() { platform().MousePointer(Pointer::Busy); }
+    ~PuntatoreOccupato() { platform().MousePointer(Pointer::Normal); }
+    PuntatoreOccupato(const PuntatoreOccupato&) = delete;
+    PuntatoreOccupato& operator=(const PuntatoreOccupato&) = delete;
+};
+
+}  // namespace lapvane

@@ -1,0 +1,174 @@
+#include "analysis/AnalisiDatiSpeed.h"
+
+#include <cmath>
+#include <new>
+#include <utility>
+
+#include "analysis/Schema.h"
+#include "analysis/Statistiche.h"
+#include "platform/ErroreRuntime.h"
+#include "platform/Testo1252.h"
+#include "shell/FileTesto.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Principale.h"
+
+namespace lapvane {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kVersione16Campi = "1.4";
+constexpr int kCampiLaterali = 10;
+constexpr std::int32_t kRigheSenzaProgresso = 1000;
+constexpr std::size_t kTitoloMassimo = 255;  // characters; no heading of a log comes near
+
+/// The file's bytes; empty if it cannot be read, which shows as a log without rows.
+std::string LeggiSePuoi(const fs::path& percorso) {
+    try {
+        return LeggiFile(percorso, "reading the log");
+    } catch (const ErroreRuntime&) {
+        return {};
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+int Percento(std::int32_t riga, std::int32_t totale) {
+    return ConvertiInt16(static_cast<double>(riga) / static_cast<double>(totale) * 100.0);
+}
+
+}  // namespace
+
+bool AnalisiDatiSpeed::Carica() {
+    Cartella = NomeFileDati.parent_path();
+    NomeCsv = NomeFileDati.filename();
+    if (!CercaFileLaterale()) return false;
+    NumSettori = 1;
+    LeggiTempi();
+    const PuntatoreOccupato occupato;
+    IniziaCaricamento();
+    LeggiDati();
+    MostraCanali();
+    ImpostaCanali(NTGraph1);
+    ConcludiCaricamento();
+    return true;
+}
+
+bool AnalisiDatiSpeed::CercaFileLaterale() {
+    // The stem ends before the last point; a name without a point has an empty stem.
+    const fs::path::string_type nome = NomeCsv.native();
+    const std::size_t punto = nome.rfind('.');
+    const fs::path stelo = nome.substr(0, punto == fs::path::string_type::npos ? 0 : punto);
+    FileLatiTrovati = true;
+    for (const char* estensione : {".txt", ".alm"}) {
+        NomeLaterale = stelo;
+        NomeLaterale += estensione;
+        // Kept: the side file is looked for in the current folder, where the file dialog has left
+        // the program, and read from the folder of the log.
+        if (FileEsiste(platform().CurDir() / NomeLaterale)) return true;
+        FileMancante(TestoDaPercorso(NomeLaterale));
+    }
+    FileLatiTrovati = false;
+    ChiudiAnalisi();
+    return false;
+}
+
+void AnalisiDatiSpeed::PrimaRigaTempi(std::string_view riga) {
+    NumCampi = riga == kVersione16Campi ? 16 : 15;
+    NumCampiTxt = kCampiLaterali;
+    ScriviSchema();
+}
+
+void AnalisiDatiSpeed::ScriviSchema() const {
+    try {
+        ScriviFile(Cartella / "schema.ini",
+                   TestoSchema(TestoDaPercorso(NomeCsv), NumCampi, TestoDaPercorso(NomeLaterale),
+                               NumCampiTxt),
+                   "writing schema.ini");
+    } catch (const ErroreRuntime&) {
+        // A log on a medium that cannot be written to is read all the same.
+    }
+}
+
+void AnalisiDatiSpeed::LeggiTitoli(std::string_view titolo) {
+    for (int c = 1; c <= UltimoCanaleFile(); ++c) {
+        const std::size_t fine =
+            c == NumCampi ? titolo.size() : std::min(titolo.find(';'), titolo.size());
+        titoli_[static_cast<std::size_t>(c)] = titolo.substr(0, std::min(fine, kTitoloMassimo));
+        titolo.remove_prefix(std::min(fine + 1, titolo.size()));
+    }
+}
+
+void AnalisiDatiSpeed::LeggiDati() {
+    const std::string csv = LeggiSePuoi(NomeFileDati);
+    LettoreDati lettore(csv);
+    LeggiTitoli(lettore.Titolo());
+    try {
+        // Without the file of lap times the columns are unknown, and no column is read.
+        tabella_.Alloca(NumCampi, NumCampiTxt == 0 ? 0 : NumCampiTxt + 1, lettore.NumeroRecord());
+    } catch (const std::bad_alloc&) {
+        tabella_.Alloca(0, 0, 0);
+    }
+    LeggiPiano(lettore, Piano::Dati);
+    principale().TestoPannello(Pannello::Percorso, Testo(301));
+    principale().TestoPannello(Pannello::Progresso, Testo(141));
+    const std::string laterale = LeggiSePuoi(Cartella / NomeLaterale);
+    LettoreDati lettoreLaterale(laterale);
+    LeggiPiano(lettoreLaterale, Piano::Laterale);
+    NumRighe = tabella_.NumeroRighe();
+    NumRigheTesto = TestoNumero(NumRighe);
+}
+
+void AnalisiDatiSpeed::LeggiPiano(LettoreDati& lettore, Piano piano) {
+    const auto colonne = tabella_.Destinazioni(piano);
+    const std::int32_t righe = tabella_.NumeroRighe();
+    int mostrato = -1;
+    for (std::int32_t riga = 0; riga < righe && lettore.LeggiRiga(colonne, riga);) {
+        ++riga;
+        if (riga <= kRigheSenzaProgresso) continue;
+        const int percento = Percento(riga, righe);
+        if (percento == mostrato) continue;
+        mostrato = percento;
+        principale().TestoPannello(Pannello::Progresso, Testo(141) + TestoNumero(percento) + " %");
+    }
+}
+
+std::string AnalisiDatiSpeed::TitoloColonna(int c) const {
+    return titoli_[static_cast<std::size_t>(c)];
+}
+
+RigheGiri AnalisiDatiSpeed::TrovaGiri() const {
+    const auto colonna = tabella_.Colonna(kColonnaGiro, Piano::Laterale);
+    std::vector<std::int32_t> giri;
+    giri.reserve(colonna.size());
+    for (const double giro : colonna) {
+        // A number that no lap can have counts as none.
+        giri.push_back(std::fabs(giro) < 2147483647.0 ? ConvertiInt32(giro) : 0);
+    }
+    return CercaGiri(giri, tabella_.PrimaRiga());
+}
+
+double AnalisiDatiSpeed::MassimoCanale(int c, std::int32_t da, std::int32_t a) const {
+    return MassimoColonna(tabella_.Righe(c, Piano::Dati, da, a));
+}
+
+double AnalisiDatiSpeed::MinimoCanale(int c, std::int32_t da, std::int32_t a) const {
+    return MinimoColonna(tabella_.Righe(c, Piano::Dati, da, a));
+}
+
+double AnalisiDatiSpeed::MediaDelCanale(int c, std::int32_t da, std::int32_t a) const {
+    return MediaColonna(tabella_.Righe(c, Piano::Dati, da, a), static_cast<double>(a) - da + 1.0);
+}
+
+void AnalisiDatiSpeed::DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) {
+    // Kept: this window draws over time only; with the distance axis its graph stays empty.
+    if (AsseDistanza) return;
+    const auto i = static_cast<std::size_t>(c);
+    grafico.DisegnaArray(tabella_.Righe(kColonnaTempo, Piano::Dati, RigaDa, RigaA),
+                         tabella_.Righe(c, Piano::Dati, RigaDa, RigaA), ElementoCanale[i], scala,
+                         passo, {MinCanale[i], MaxCanale[i], MediaCanale[i]});
+}
+
+}  // namespace lapvane

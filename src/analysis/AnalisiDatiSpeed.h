@@ -1,0 +1,44 @@
+#pragma once
+
+#include "analysis/AnalisiDati.h"
+#include "analysis/LettoreDati.h"
+#include "analysis/TabellaArray.h"
+
+namespace lapvane {
+
+/// The analysis that owns its data in a plain array: reading, figures and drawing run over arrays,
+/// which is much faster on a long log.
+class AnalisiDatiSpeed : public AnalisiDati {
+ public:
+    using AnalisiDati::AnalisiDati;
+
+    bool Carica() override;
+    const TabellaDati& Tabella() const override { return tabella_; }
+
+    /// The description of the two files that a text driver looks for, written beside them.
+    void ScriviSchema() const;
+
+    int NumCampiTxt = 0;                 ///< columns of the side file, less the lap number
+    std::filesystem::path Cartella;      ///< folder of the CSV
+    std::filesystem::path NomeCsv;       ///< its name
+    std::filesystem::path NomeLaterale;  ///< bare name of the side file
+
+ private:
+    std::string TitoloColonna(int c) const override;
+    RigheGiri TrovaGiri() const override;
+    void PrimaRigaTempi(std::string_view riga) override;
+    double MassimoCanale(int c, std::int32_t da, std::int32_t a) const override;
+    double MinimoCanale(int c, std::int32_t da, std::int32_t a) const override;
+    double MediaDelCanale(int c, std::int32_t da, std::int32_t a) const override;
+    void DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) override;
+
+    bool CercaFileLaterale();
+    void LeggiTitoli(std::string_view titolo);
+    void LeggiDati();
+    void LeggiPiano(LettoreDati& lettore, Piano piano);
+
+    TabellaArray tabella_;
+    PerCanale<std::string> titoli_;
+};
+
+}  // namespace lapvane

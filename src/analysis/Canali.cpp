@@ -1,0 +1,130 @@
+#include <cmath>
+
+#include "analysis/AnalisiDati.h"
+#include "shell/LoadStrings.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kRiquadriMassimi = 3;
+constexpr Colore kColoreCursore = Rgb(0, 0, 255);
+
+/// Row number of a time or distance in the window, ties to even, kept inside 32 bits.
+std::int32_t Riga(double valore) {
+    const double r = std::nearbyint(valore);
+    if (!(r > -2147483648.0)) return -2147483647;
+    return r < 2147483647.0 ? static_cast<std::int32_t>(r) : 2147483647;
+}
+
+}  // namespace
+
+void ConfiguraCursore(GraphControl& grafico) {
+    if (grafico.NumeroCursori() != 0) return;
+    grafico.AggiungiCursore();
+    grafico.ImpostaModoCursore(ModoCursore::Aggancio);
+    grafico.CursoreX(0.0);
+    grafico.CursoreY(0.0);
+    grafico.CursoreVisibile(true);
+    grafico.ImpostaModoMouse(ModoMouse::Cursore);
+    grafico.ColoreCursore(kColoreCursore);
+}
+
+void AnalisiDati::CalcolaRighe() {
+    const TabellaDati& tabella = Tabella();
+    const std::int32_t fine = FineGiro(GiroSelezionato);
+    // Time starts again at 0 with each lap, so that XMin * 10 is a row offset inside the lap. Kept:
+    // both tests look at the time column whatever the axis shows, and the last row counts from the
+    // first row of the window.
+    RigaDa = InizioGiro(GiroSelezionato);
+    if (XMin > tabella.Valore(kColonnaTempo, Piano::Dati, RigaDa))
+        RigaDa = Riga(XMin * 10.0 + RigaDa);
+    RigaA = fine;
+    if (tabella.Valore(kColonnaTempo, Piano::Dati, RigaA) > XMax) {
+        RigaA = Riga(XMax * 10.0 + RigaDa);
+        if (RigaA > fine) RigaA = fine;
+    }
+}
+
+void AnalisiDati::DisegnaCanali(GraphControl& grafico) {
+    if (Separati && NumCanaliAttivi > kRiquadriMassimi) {
+        platform().MsgBox(Testo(145), Buttons::Ok, Icon::Information, platform().ExeName());
+        return;
+    }
+    UltimoCanale = 0;
+    NumElementi = 0;
+    grafico.PulisciGrafico();
+    grafico.EtichettaX(AsseDistanza ? NomeCampo[kColonnaDistanza] + " [m]"
+                                    : NomeCampo[kColonnaTempo] + " [sec]");
+    CalcolaRighe();
+    const bool vuoto = RigaA < RigaDa;
+    for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
+        const bool spuntato = chkGrafico[static_cast<std::size_t>(c)];
+        if (spuntato && !vuoto) DisegnaCanale(grafico, c);
+        vista_.SegnaCanale(c, spuntato);
+    }
+}
+
+void AnalisiDati::DisegnaCanale(GraphControl& grafico, int c) {
+    const auto i = static_cast<std::size_t>(c);
+    ElementoCanale[i] = grafico.ElementoCorrente();
+    UltimoCanale = static_cast<std::int16_t>(c);
+    grafico.ColoreElemento(ColoreCanale[i]);
+    grafico.SpessoreElemento(SpessoreCanale[i]);
+    grafico.NomeElemento(NomeCampo[i]);
+    ConfiguraCursore(grafico);
+    double scala = 1.0;
+    if (Separati) {
+        grafico.ColoreAsse(ColoreCanale[i]);
+        grafico.EtichettaY(TitoloCanale(c));
+        ++NumElementi;
+        grafico.ImpostaIntervallo(XMin, XMax, MinCanale[i] - MinCanale[i] * 0.1,
+                                  MaxCanale[i] + MaxCanale[i] * 0.1, NumElementi);
+    } else {
+        grafico.ImpostaIntervallo(XMin, XMax, YMin, YMax, 0);
+        scala = FattoreScala[i];
+    }
+    CalcolaPassoSposta();
+    // The filter is no smoothing: a filter of n draws one point out of n at full zoom.
+    DisegnaElemento(grafico, c, scala, FiltroCanale[i] * Decimazione);
+}
+
+void AnalisiDati::Ridisegna() {
+    if (UltimaScheda == 0) DisegnaCanali(NTGraph1);
+}
+
+void AnalisiDati::chkGrafico_Click(int c, bool spuntato) {
+    const auto i = static_cast<std::size_t>(c);
+    if (c < kPrimoCanale || c > kUltimoCanale || chkGrafico[i] == spuntato) return;
+    chkGrafico[i] = spuntato;
+    NumCanaliAttivi = static_cast<std::int16_t>(NumCanaliAttivi + (spuntato ? 1 : -1));
+    if (spuntato) {
+        SelezionaScala(c);
+    } else {
+        for (int altro = kPrimoCanale; altro <= kUltimoCanale; ++altro) {
+            if (!chkGrafico[static_cast<std::size_t>(altro)]) continue;
+            SelezionaScala(altro);
+            break;
+        }
+    }
+    Ridisegna();
+}
+
+void AnalisiDati::SelezionaScala(int c) {
+    // Choosing an option that is already chosen is no click.
+    if (CanaleScala == c) return;
+    vista_.SelezionaScala(c);
+    optScala_Click(c);
+}
+
+void AnalisiDati::optScala_Click(int c) {
+    if (c < kPrimoCanale || c > kUltimoCanale) return;
+    const auto i = static_cast<std::size_t>(c);
+    if (!Separati) NTGraph1.ScalaY(FattoreScala[i]);
+    NTGraph1.ColoreAsse(ColoreCanale[i]);
+    NTGraph1.EtichettaY(TitoloCanale(c));
+    CanaleScala = static_cast<std::int16_t>(c);
+    Ridisegna();
+}
+
+}  // namespace lapvane

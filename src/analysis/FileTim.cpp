@@ -1,0 +1,25 @@
+#include "analysis/FileTim.h"
+
+#include "shell/FileTesto.h"
+
+namespace lapvane {
+
+FileTim LeggiFileTim(std::string_view testo) {
+    FileTim file;
+    LettoreRighe righe(testo);
+    file.PrimaRiga = righe.Prossima();
+    while (!righe.Fine() && file.IndiceFine() <= kGiriMassimi) {
+        const std::string_view riga = righe.Prossima();
+        const std::size_t virgola = riga.find(',');
+        if (virgola == std::string_view::npos) {
+            file.Righe.push_back({std::string(riga), "1"});
+            continue;
+        }
+        std::string_view sessione = riga.substr(virgola + 1);
+        sessione.remove_prefix(sessione.empty() ? 0 : 1);
+        file.Righe.push_back({std::string(riga.substr(0, virgola)), std::string(sessione)});
+    }
+    return file;
+}
+
+}  // namespace lapvane

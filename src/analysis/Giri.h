@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace lapvane {
+
+/// First and last row of each stretch of a log, by index from 1.
+struct RigheGiri {
+    std::vector<std::int32_t> Inizio;
+    std::vector<std::int32_t> Fine;
+    int Numero = 0;  ///< stretches found
+
+    /// Whether the log has rows of that stretch at all.
+    bool Esiste(int indice) const { return indice >= 1 && indice <= Numero; }
+};
+
+/// The runs of equal lap numbers, counted from 1: index 1 is the stretch before the first mark. The
+/// two arrays reach to index 999 at least; what is not found is 0. Runs past index 999 are dropped.
+RigheGiri CercaGiri(std::span<const std::int32_t> giri, std::int32_t primaRiga);
+
+}  // namespace lapvane

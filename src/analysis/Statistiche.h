@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+namespace lapvane {
+
+/// Highest of the values and 0. Kept: the search starts at 0, so that a channel with only negative
+/// values gives 0.
+double MassimoColonna(std::span<const double> valori);
+/// Lowest of the values and 0. Kept: a channel with only positive values gives 0.
+double MinimoColonna(std::span<const double> valori);
+/// Sum of the values divided by `righe`, the rows that were asked for; 0 for no row.
+double MediaColonna(std::span<const double> valori, double righe);
+
+}  // namespace lapvane

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Platform.h"
+
+namespace lapvane {
+
+/// What an analysis asks of its window. Channels are named by column number, 1 to 20; cells of the
+/// lap table by row and column from 0, row 0 being the heading and column 0 the lap's label. A
+/// channel, row or column that the window does not have is passed over. All text is Windows-1252.
+class VistaAnalisi {
+ public:
+    virtual ~VistaAnalisi() = default;
+
+    virtual void MostraCanale(int c, bool visibile) = 0;           ///< a channel's controls
+    virtual void NomeCampo(int c, const std::string& nome) = 0;    ///< lblNomeCampo
+    virtual void UnitaCampo(int c, const std::string& unita) = 0;  ///< lblUM
+    virtual void ColoreCanale(int c, Colore colore) = 0;           ///< shpColor
+    virtual void SegnaCanale(int c, bool spuntato) = 0;            ///< optScala enabled or not
+    virtual void SelezionaScala(int c) = 0;                        ///< optScala chosen
+    virtual void SelezionaScheda(int scheda) = 0;                  ///< SSTab1
+    virtual void TestoScheda(int scheda, const std::string& testo) = 0;
+    virtual void MostraControlli(bool visibile) = 0;  ///< fraMisure, SSTab1
+
+    // The lap table MSFlexGrid1.
+    virtual void MostraGriglia(bool visibile) = 0;
+    virtual void RigheGriglia(int righe) = 0;
+    virtual void LarghezzaColonna(int colonna, int twip) = 0;  ///< 15 twips a pixel, at least
+    virtual void Cella(int riga, int colonna, const std::string& testo) = 0;
+    virtual void SfondoCella(int riga, int colonna, Colore colore) = 0;
+    virtual void CaratteriCella(int riga, int colonna, Colore colore) = 0;
+    virtual void CellaCorrente(int riga, int colonna) = 0;
+    virtual void SegnaGiro(int riga) = 0;  ///< the row of the lap that is drawn
+
+    /// Closes the window; its unload runs as part of that.
+    virtual void Scarica() = 0;
+};
+
+}  // namespace lapvane

@@ -1,0 +1,262 @@
+#include "device/SerialComm.h"
+
+#include <optional>
+
+#include "device/Codec.h"
+#include "platform/ErroreRuntime.h"
+#include "platform/Platform.h"
+#include "shell/Editor.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Principale.h"
+#include "shell/StatoShell.h"
+
+namespace lapvane {
+
+bool ErroreComunicazione = false;
+std::int32_t TempoMassimo[3] = {};
+
+namespace {
+
+constexpr int kUltimaPorta = 20;
+constexpr int kAttesaEventi = 5;  // ms that a round of a wait sleeps in the machine's poll
+constexpr int kHandshake = 1;
+constexpr int kIdentita = 2;
+constexpr std::size_t kRispostaIdentita = 13;
+
+enum class Eventi { Corrono, Fermi };
+
+void Cedi(Eventi eventi) {
+    if (eventi == Eventi::Corrono) {
+        platform().DoEvents(kAttesaEventi);
+    } else {
+        principale().SerialComm().WaitForInput(kAttesaEventi);
+    }
+}
+
+/// The wait behind a frame that was written. The port may be closed under it by what runs in
+/// `Cedi`, so its state is asked anew in each round.
+bool AttendiEsito(std::string_view attesa, int millisecondi, Eventi eventi) {
+    SerialControl& porta = principale().SerialComm();
+    const std::int64_t scadenza = platform().GetTickCount() + millisecondi;
+    do {
+        if (!porta.PortOpen()) return false;
+        if (attesa.empty()) {
+            if (porta.OutBufferCount() == 0) return true;
+        } else if (porta.InBufferCount() >= attesa.size()) {
+            if (porta.Input() == attesa) return true;
+        }
+        if (principale().RinunciaAttesa()) return false;
+        Cedi(eventi);
+    } while (scadenza > platform().GetTickCount());
+    return false;
+}
+
+void Svuota(SerialControl& porta) {
+    porta.ClearOutBuffer();
+    porta.ClearInBuffer();
+    porta.InputLen(0);
+}
+
+void MostraErroreControllo(const char* testo) {
+    platform().MsgBox(testo, Buttons::Ok, Icon::Information, platform().ExeName());
+}
+
+bool Scrivi(const std::string& frame, std::string_view attesa, int attesaConferma, Eventi eventi) {
+    constexpr int kSvuotamento = 3000;
+    SerialControl& porta = principale().SerialComm();
+    try {
+        if (!porta.PortOpen()) return false;
+        Svuota(porta);
+        porta.Output(frame);
+        return AttendiEsito(attesa, attesa.empty() ? kSvuotamento : attesaConferma, eventi);
+    } catch (const ErroreControllo&) {
+        MostraErroreControllo("Errore nella scrittura dati");
+        return false;
+    }
+}
+
+void Lampeggia(Pannello pannello) {
+    constexpr int kDurata = 500;
+    principale().ImmaginePannello(pannello, 4);
+    const std::int64_t fine = platform().GetTickCount() + kDurata;
+    while (platform().GetTickCount() < fine) platform().DoEvents(kAttesaEventi);
+    principale().ImmaginePannello(pannello, 3);
+}
+
+/// Tries one port: true leaves it open.
+bool ProvaPorta(int numero) {
+    SerialControl& porta = principale().SerialComm();
+    try {
+        porta.CommPort(numero);
+        porta.PortOpen(true);
+    } catch (const ErroreControllo&) {
+        // A port that does not open is a port where nobody answers.
+    }
+    principale().TestoPannello(Pannello::Collegamento,
+                               "Connecting COM" + TestoNumero(numero) + "...");
+    if (porta.PortOpen()) {
+        // Not `ScriviFrame`: its message box has no place in a scan, where errors are ignored.
+        try {
+            Svuota(porta);
+            porta.Output(Frame(kHandshake));
+            if (AttendiEsito(Conferma(kHandshake), FaseComunicazione != 0 ? 10000 : 2000,
+                             Eventi::Corrono)) {
+                return true;
+            }
+        } catch (const ErroreControllo&) {
+        }
+    }
+    try {
+        porta.PortOpen(false);
+    } catch (const ErroreControllo&) {
+    }
+    return false;
+}
+
+}  // namespace
+
+void ImpostaPorta() {
+    SerialControl& porta = principale().SerialComm();
+    porta.Settings("19200,N,8,1");
+    porta.Handshaking(0);
+    porta.ClearOutBuffer();
+    porta.ClearInBuffer();
+    porta.InBufferSize(300);
+    porta.OutBufferSize(300);
+    porta.InputLen(0);
+    porta.DTREnable(false);
+    porta.RTSEnable(true);
+}
+
+bool LinkPronto() {
+    SerialControl& porta = principale().SerialComm();
+    if (!porta.PortOpen()) {
+        try {
+            ImpostaPorta();
+            porta.ClearOutBuffer();
+            porta.ClearInBuffer();
+        } catch (const ErroreControllo&) {
+        }
+        for (int numero = 1; numero <= kUltimaPorta; ++numero) {
+            if (ProvaPorta(numero) || principale().RinunciaAttesa()) break;
+        }
+    }
+    platform().MousePointer(Pointer::Normal);
+    return porta.PortOpen();
+}
+
+void ChiudiPorta() {
+    SerialControl& porta = principale().SerialComm();
+    try {
+        if (porta.PortOpen()) porta.PortOpen(false);
+    } catch (const ErroreControllo&) {
+        // A port that fails to close is gone; there is nothing left to close.
+    }
+}
+
+bool ScriviFrame(const std::string& frame, std::string_view attesa) {
+    return Scrivi(frame, attesa, FaseComunicazione != 0 ? 10000 : 2000, Eventi::Corrono);
+}
+
+bool ScriviFrameLento(const std::string& frame, std::string_view attesa) {
+    return Scrivi(frame, attesa, 10000, Eventi::Fermi);
+}
+
+std::string RiceviRisposta(std::size_t numero) {
+    constexpr int kRisposta = 5000;
+    SerialControl& porta = principale().SerialComm();
+    try {
+        if (!porta.PortOpen()) return {};
+        const std::int64_t scadenza = platform().GetTickCount() + kRisposta;
+        std::string risposta;
+        for (;;) {
+            if (risposta.size() == numero) return risposta;
+            porta.InputLen(numero - risposta.size());
+            risposta += porta.Input();
+            if (!porta.PortOpen() || principale().RinunciaAttesa()) return {};
+            if (scadenza < platform().GetTickCount()) return {};
+            if (risposta.size() < numero) platform().DoEvents(kAttesaEventi);
+        }
+    } catch (const ErroreControllo&) {
+        MostraErroreControllo("Errore nella lettura dati");
+        return {};
+    }
+}
+
+void LampeggiaTX() {
+    Lampeggia(Pannello::TX);
+}
+void LampeggiaRX() {
+    Lampeggia(Pannello::RX);
+}
+
+void MostraNessunaComunicazione() {
+    principale().ImmaginePannello(Pannello::Collegamento, 2);
+    principale().TestoPannello(Pannello::Collegamento, "NO COMMUNICATION");
+}
+
+void VerificaComunicazione() {
+    std::string risposta;
+    if (ScriviFrame(Frame(kIdentita))) risposta = RiceviRisposta(kRispostaIdentita);
+    if (risposta.empty()) {
+        MostraNessunaComunicazione();
+        StrumentoPresente = false;
+    } else {
+        principale().ImmaginePannello(Pannello::Collegamento, 1);
+        principale().TestoPannello(Pannello::Collegamento,
+                                   "COM " + TestoNumero(principale().SerialComm().CommPort()));
+        principale().TestoPannello(Pannello::Identita, risposta.substr(2, 10));
+        StrumentoPresente = true;
+    }
+    ErroreComunicazione = false;
+}
+
+void SegnalaErroreComunicazione() {
+    ErroreComunicazione = true;
+    platform().MousePointer(Pointer::Normal);
+    platform().MsgBox(Testo(242), Buttons::Ok, Icon::None, platform().ExeName());
+}
+
+std::string ChiediStrumento(const std::string& frame, std::size_t numero) {
+    std::string risposta;
+    if (ScriviFrame(frame)) risposta = RiceviRisposta(numero);
+    if (risposta.empty()) {
+        SegnalaErroreComunicazione();
+    } else {
+        ErroreComunicazione = false;
+    }
+    return risposta;
+}
+
+void tmrComm_Timer() {
+    constexpr int kPausa = 50;
+    if (AnalisiInCorso || FaseComunicazione != 0) return;
+    if (LinkPronto()) {
+        TempoMassimo[0] = 3000;
+        TempoMassimo[1] = 10000;
+        TempoMassimo[2] = 10000;
+        VerificaComunicazione();
+        const std::int64_t fine = platform().GetTickCount() + kPausa;
+        while (platform().GetTickCount() < fine && !principale().RinunciaAttesa()) {
+            platform().DoEvents(kAttesaEventi);
+        }
+    } else {
+        for (std::int32_t& tempo : TempoMassimo) tempo = 3000;
+        MostraNessunaComunicazione();
+        // Without a port there was no identity query; an instrument that is not there is absent.
+        StrumentoPresente = false;
+    }
+    principale().Abilita(Comando::DownData, StrumentoPresente);
+    if (StrumentoPresente != StrumentoPresentePrec) {
+        StrumentoPresentePrec = StrumentoPresente;
+        if (FormAttiva != nullptr) FormAttiva->AbilitaStrumento(StrumentoPresente);
+    }
+}
+
+void AzzeraSerialComm() {
+    ErroreComunicazione = false;
+    for (std::int32_t& tempo : TempoMassimo) tempo = 0;
+}
+
+}  // namespace lapvane

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace lapvane {
+
+/// True after a transfer whose exchange failed, false after one that succeeded.
+extern bool ErroreComunicazione;
+
+/// Applies the port settings of the link (19200,N,8,1 ...) to the serial control.
+void ImpostaPorta();
+
+/// True when the port is open; scans COM1 to COM20 with the handshake when it is closed. Each
+/// transfer is guarded by a call. Errors of the control are ignored: such a port does not answer.
+bool LinkPronto();
+
+/// Closes the port if it is open.
+void ChiudiPorta();
+
+/// Sends a frame. With `attesa` true only when exactly that reply arrived within 2 s (10 s during a
+/// transfer); without it true when the frame drained within 3 s. Events run during the wait.
+bool ScriviFrame(const std::string& frame, std::string_view attesa = {});
+
+/// The same for write frames: waits 10 s, and no event runs.
+bool ScriviFrameLento(const std::string& frame, std::string_view attesa = {});
+
+/// The `numero` characters of a reply that is complete within 5 s, else the empty text. Events run
+/// during the wait.
+std::string RiceviRisposta(std::size_t numero);
+
+/// Flash the picture of a status panel for half a second, during which events run.
+void LampeggiaTX();
+void LampeggiaRX();
+
+/// The identity query of the poll: shows the link's state and sets `StrumentoPresente`.
+void VerificaComunicazione();
+
+/// Reading half of the transfer pattern: sends the request and collects `numero` characters. On
+/// failure sets `ErroreComunicazione`, shows text 242 and returns the empty text.
+std::string ChiediStrumento(const std::string& frame, std::size_t numero);
+
+/// What the transfer pattern does about a failed exchange.
+void SegnalaErroreComunicazione();
+
+/// Panel 4 while nothing answers.
+void MostraNessunaComunicazione();
+
+/// One firing of `tmrComm`. The caller re-arms its timer when this has returned, so that the poll
+/// never runs inside itself.
+void tmrComm_Timer();
+
+/// The three time-out settings in ms.
+/// Kept: the poll writes them and nothing reads them.
+extern std::int32_t TempoMassimo[3];
+
+/// Puts the link's state back to that of a fresh process.
+void AzzeraSerialComm();
+
+}  // namespace lapvane

@@ -1,0 +1,352 @@
+#include "logs/Conversione.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "device/Codec.h"
+#include "logs/BufferLog.h"
+#include "platform/ErroreRuntime.h"
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
+#include "project/DatiProgetto.h"
+#include "shell/Domande.h"
+#include "shell/FileTesto.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/TabelleNomi.h"
+
+namespace lapvane {
+
+namespace fs = std::filesystem;
+
+fs::path PercorsoCsv;
+
+namespace {
+
+constexpr std::size_t kCampioni = 10;  // fast samples of a record
+constexpr std::size_t kByteCampione = 11;
+constexpr std::size_t kRigheMassime = 163841;
+constexpr std::size_t kRigaMassima = 512;  // characters that one row can take
+constexpr int kBitGiro = 1;
+constexpr int kPrimoBitAllarme = 8;
+constexpr std::size_t kAllarmi = 8;
+constexpr int kDistanzaResidua = 30;      // metres; more cannot be driven behind a lap mark
+constexpr double kStechiometrico = 14.7;  // air to fuel of lambda 1
+
+/// A slow channel: one reading a record, spread over its ten rows.
+struct CanaleLento {
+    double Precedente = 0.0;
+    double Passo = 0.0;
+
+    void Leggi(double lettura) { Passo = (lettura - Precedente) / 10; }
+    double In(std::size_t campione) const {
+        return Precedente + static_cast<double>(campione) * Passo;
+    }
+    void Avanza() { Precedente += 10 * Passo; }
+};
+
+/// The slow channels, in the order of their place in the record.
+enum Lento {
+    TempOlio,
+    TempAcqua,
+    PressOlio,
+    PressBenzina,
+    LivBenzina,
+    Batteria,
+    AriaBenzina,
+    Velocita,
+    Lambda,
+    NumLenti
+};
+
+using Lenti = std::array<CanaleLento, NumLenti>;
+
+void LeggiLenti(Lenti& lenti, std::string_view blocco) {
+    lenti[TempOlio].Leggi(Int16In(blocco, 111) / 10.0);
+    lenti[TempAcqua].Leggi(Int16In(blocco, 113) / 10.0);
+    lenti[PressOlio].Leggi(ByteIn(blocco, 115) / 10.0);
+    lenti[PressBenzina].Leggi(ByteIn(blocco, 116) / 10.0);
+    lenti[LivBenzina].Leggi(ByteIn(blocco, 117));
+    lenti[Batteria].Leggi(ByteIn(blocco, 118) / 10.0);
+    lenti[AriaBenzina].Leggi(ByteIn(blocco, 119) / 10.0);
+    lenti[Velocita].Leggi(WordIn(blocco, 122));
+    // Lambda follows the steps of the ratio, not its readings: rounding stays in the sum.
+    lenti[Lambda].Passo = lenti[AriaBenzina].Passo / kStechiometrico;
+}
+
+/// Rows held back until a flush gives them their time and their lap.
+class RigheInAttesa {
+ public:
+    void Svuota() {
+        testo_.clear();
+        inizi_.clear();
+    }
+    std::size_t Numero() const { return inizi_.size(); }
+    void Aggiungi(const char* da, const char* a) {
+        inizi_.push_back(testo_.size());
+        testo_.append(da, a);
+    }
+    std::string_view Riga(std::size_t r) const {
+        const std::size_t fine = r + 1 < inizi_.size() ? inizi_[r + 1] : testo_.size();
+        return std::string_view(testo_).substr(inizi_[r], fine - inizi_[r]);
+    }
+
+ private:
+    std::string testo_;
+    std::vector<std::size_t> inizi_;
+};
+
+char* Copia(char* dove, std::string_view testo) {
+    std::memcpy(dove, testo.data(), testo.size());
+    return dove + testo.size();
+}
+
+class Convertitore {
+ public:
+    Convertitore(char separatore, std::string& csv, std::string& txt)
+        : separatore_(separatore), csv_(csv), txt_(txt) {}
+
+    void Blocco(std::string_view blocco) {
+        LeggiLenti(lenti_, blocco);
+        giro_ = Int16In(blocco, 120);
+        const int segnali = Int16In(blocco, 124);
+        if (BitAttivo(segnali, kBitGiro)) CambioGiro();
+        ComponiAllarmi(segnali);
+        for (std::size_t i = 0; i < kCampioni; ++i) Campione(blocco, i);
+        dopoCambioGiro_ = false;
+        for (CanaleLento& lento : lenti_) lento.Avanza();
+    }
+
+    void Fine() { Scarica(0, TestoNumero(giro_ + 1)); }
+
+ private:
+    void CambioGiro() {
+        if (giro_ <= giroPrec_ + 1 && giro_ != giroPrec_) {
+            // A new lap: its rows are counted from its own first one, and the buffer starts over.
+            Scarica(primaRiga_, TestoNumero(giro_));
+            dopoCambioGiro_ = true;
+            righeCsv_.Svuota();
+            righeTxt_.Svuota();
+            primaRiga_ = 0;
+        } else {
+            // The same lap again, or laps that were missed: the rows stay in the buffer's count.
+            Scarica(0, giroPrec_ != 0 ? "-1" : "0");
+            primaRiga_ = righeCsv_.Numero();
+        }
+        giroPrec_ = giro_;
+    }
+
+    /// Writes the rows from `primaRiga_` on; time counts in tenths from row `zero`.
+    void Scarica(std::size_t zero, std::string_view giro) {
+        std::array<char, kRigaMassima> tempo{};
+        for (std::size_t r = primaRiga_; r < righeCsv_.Numero(); ++r) {
+            char* fine =
+                ScriviDecimali(tempo.data(), static_cast<double>(r - zero) / 10, separatore_);
+            *fine++ = ';';
+            csv_.append(tempo.data(), fine).append(righeCsv_.Riga(r)).append("\r\n", 2);
+            txt_.append(tempo.data(), fine).append(righeTxt_.Riga(r)).append(giro);
+            txt_.append("\r\n", 2);
+        }
+    }
+
+    void ComponiAllarmi(int segnali) {
+        char* p = allarmi_.data();
+        for (std::size_t k = 0; k < kAllarmi; ++k) {
+            *p++ = ';';
+            const int spento = 2 * static_cast<int>(k) + 1;
+            p = ScriviIntero(
+                p, spento + (BitAttivo(segnali, kPrimoBitAllarme + static_cast<int>(k)) ? 1 : 0));
+        }
+        *p++ = ';';
+        fineAllarmi_ = p;
+    }
+
+    void Campione(std::string_view blocco, std::size_t i) {
+        if (righeCsv_.Numero() >= kRigheMassime) {
+            throw ErroreRuntime(NumeroErrore::Subscript, "converting the log");
+        }
+        const std::size_t base = kByteCampione * i;
+        std::array<char, kRigaMassima> riga{};
+        char* p = riga.data();
+        const auto decimali = [&p, this](double valore) {
+            p = ScriviDecimali(p, valore, separatore_);
+            *p++ = ';';
+        };
+        const int distanza = WordIn(blocco, base + 3);
+        if (dopoCambioGiro_ && distanza > kDistanzaResidua) {
+            *p++ = '0';
+        } else {
+            p = ScriviDecimali(p, distanza, separatore_);
+        }
+        const char* const fineDistanza = p;
+        *p++ = ';';
+        p = ScriviIntero(p, WordIn(blocco, base + 1));
+        *p++ = ';';
+        decimali(lenti_[Velocita].In(i));
+        decimali(lenti_[PressBenzina].In(i));
+        decimali(lenti_[PressOlio].In(i));
+        decimali(ByteIn(blocco, base + 7));
+        decimali(lenti_[TempAcqua].In(i));
+        decimali(SByteIn(blocco, base + 8) / 10.0);
+        decimali(lenti_[TempOlio].In(i));
+        decimali(lenti_[Batteria].In(i));
+        if (const int marcia = ByteIn(blocco, base + 5); marcia != 0) p = ScriviIntero(p, marcia);
+        *p++ = ';';
+        decimali(lenti_[LivBenzina].In(i));
+        decimali(SByteIn(blocco, base + 6) / 10.0);
+        decimali(lenti_[AriaBenzina].In(i));
+        p = ScriviDecimali(p, lenti_[Lambda].In(i), separatore_);
+        righeCsv_.Aggiungi(riga.data(), p);
+
+        std::array<char, kRigaMassima> laterale{};
+        char* q = Copia(laterale.data(),
+                        {riga.data(), static_cast<std::size_t>(fineDistanza - riga.data())});
+        q = Copia(q, {allarmi_.data(), static_cast<std::size_t>(fineAllarmi_ - allarmi_.data())});
+        righeTxt_.Aggiungi(laterale.data(), q);
+    }
+
+    char separatore_;
+    std::string& csv_;
+    std::string& txt_;
+    Lenti lenti_;
+    RigheInAttesa righeCsv_;
+    RigheInAttesa righeTxt_;
+    std::size_t primaRiga_ = 0;
+    int giro_ = 0;  // lap number of the record at hand
+    int giroPrec_ = 0;
+    bool dopoCambioGiro_ = false;
+    std::array<char, 64> allarmi_{};
+    char* fineAllarmi_ = allarmi_.data();
+};
+
+/// Titles of the data file by column; "%V" and "%T" stand for the units of speed and temperature.
+struct TitoloColonna {
+    std::string_view Italiano;
+    std::string_view Inglese;
+};
+
+constexpr std::array<TitoloColonna, 16> kTitoliCsv = {{
+    {"Tempo [sec];", "Time [sec];"},
+    {"Distanza [m];", "Distance [m];"},
+    {"Motore [RPM];", "Engine [RPM];"},
+    {"Velocit\xE0 [%V];", "Speed [%V];"},
+    {"Press. carbur. [bar];", "Fuel Press. [bar];"},
+    {"Press. olio [bar];", "Oil Press. [bar];"},
+    {"Farfalla [%];", "Throttle [%];"},
+    {"Temp. acqua [%T];", "Water Temp [%T];"},
+    {"Sensore G [G];", "G Sensor [G];"},
+    {"Temp. olio [%T];", "Oil Temp. [%T];"},
+    {"Tensione Batteria [V];", "Battery [V];"},
+    {"Marcia [];", "Gear [];"},
+    {"Livello Carbur. [];", "Fuel Level [];"},
+    {"Pressione Turbo [bar];", "Turbo Press. [bar];"},
+    {"Sonda Lambda [A/F];", "Lambda sensor [A/F];"},
+    {"Sonda Lambda [Lambda]", "Lambda sensor[Lambda]"},
+}};
+
+constexpr std::array<TitoloColonna, kAllarmi> kTitoliAllarmi = {{
+    {"Pompa Olio;", "Oil Pump;"},
+    {"Alternatore;", "Alternator;"},
+    {"Temperatura Olio;", "Oil Temperature;"},
+    {"Temperatura Acqua;", "Water Temperature;"},
+    {"Batteria;", "Battery;"},
+    {"Pressione carburante;", "Fuel Pressure;"},
+    {"Pressione Olio;", "Oil Pressure;"},
+    {"Livello carburante;", "Fuel Level;"},
+}};
+
+std::string_view InLingua(const TitoloColonna& titolo, int lingua) {
+    return lingua != 0 ? titolo.Inglese : titolo.Italiano;
+}
+
+/// The unit that the project names; empty for a position that its list does not have.
+std::string_view Unita(const std::vector<std::string>& lista, int indice) {
+    if (indice < 0 || static_cast<std::size_t>(indice) >= lista.size()) return {};
+    return lista[static_cast<std::size_t>(indice)];
+}
+
+}  // namespace
+
+std::string TitoliCsv(int lingua, std::string_view umVelocita, std::string_view umTemperatura) {
+    std::string riga;
+    for (const TitoloColonna& colonna : kTitoliCsv) {
+        const std::string_view titolo = InLingua(colonna, lingua);
+        const std::size_t unita = titolo.find("[%V]") != std::string_view::npos   ? titolo.find('%')
+                                  : titolo.find("[%T]") != std::string_view::npos ? titolo.find('%')
+                                                                                  : titolo.size();
+        riga += titolo.substr(0, unita);
+        if (unita == titolo.size()) continue;
+        riga += titolo[unita + 1] == 'V' ? umVelocita : umTemperatura;
+        riga += titolo.substr(unita + 2);
+    }
+    return riga;
+}
+
+std::string TitoliTxt(int lingua) {
+    std::string riga(InLingua(kTitoliCsv[0], lingua));
+    riga += InLingua(kTitoliCsv[1], lingua);
+    for (const TitoloColonna& allarme : kTitoliAllarmi) riga += InLingua(allarme, lingua);
+    return riga;
+}
+
+void ConvertiBlocchi(const std::vector<std::string>& blocchi, std::size_t numero, char separatore,
+                     std::string& csv, std::string& txt) {
+    csv.reserve(csv.size() + numero * kCampioni * 80);
+    txt.reserve(txt.size() + numero * kCampioni * 44);
+    Convertitore convertitore(separatore, csv, txt);
+    for (std::size_t b = 0; b < numero; ++b) convertitore.Blocco(blocchi.at(b));
+    convertitore.Fine();
+}
+
+FileLog ComponiLog() {
+    FileLog file;
+    file.Csv = TitoliCsv(IndiceLingua, Unita(ListaUMVelocita, DatiProgetto.UMVel),
+                         Unita(ListaUMTemperatura, DatiProgetto.UMTemp)) +
+               "\r\n";
+    file.Txt = TitoliTxt(IndiceLingua) + "\r\n";
+    ConvertiBlocchi(BlocchiLog, static_cast<std::size_t>(NumBlocchi), platform().DecimalSeparator(),
+                    file.Csv, file.Txt);
+    file.Tim = "1.4\r\n";
+    for (int giro = 1; giro <= NumeroGiri && giro < kGiriTabella; ++giro) {
+        file.Tim += TabellaGiri[static_cast<std::size_t>(giro)] + "\r\n";
+    }
+    file.Tim += "\r\n";
+    return file;
+}
+
+fs::path FileLaterale(const fs::path& csv, std::string_view estensione) {
+    fs::path::string_type testo = csv.native();
+    testo.resize(testo.size() - std::min<std::size_t>(3, testo.size()));
+    testo += estensione;
+    return testo;
+}
+
+void ConvertiLog() {
+    constexpr std::string_view kCosa = "converting the log";
+    const fs::path txt = FileLaterale(PercorsoCsv, "txt");
+    const fs::path tim = FileLaterale(PercorsoCsv, "tim");
+    // A data file of that name would be written over by its own side file.
+    if (PercorsoCsv == txt || PercorsoCsv == tim) {
+        throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, std::string(kCosa), PercorsoCsv);
+    }
+    const FileLog file = ComponiLog();
+    ScriviFile(PercorsoCsv, file.Csv, kCosa);
+    ScriviFile(txt, file.Txt, kCosa);
+    ScriviFile(tim, file.Tim, kCosa);
+    platform().MsgBox(Testo(269), Buttons::Ok, Icon::Information, platform().ExeName());
+}
+
+void mnuSaveData_Click() {
+    // The dialog gives the extension: the side files take their names from its three letters.
+    const auto scelto = platform().AskSave(
+        {Testo(21), platform().AppPath(), "Data File (*.csv)|*.csv", "Lapvane.csv", ".csv"});
+    if (!scelto) return;
+    PercorsoCsv = *scelto;
+    if (!ConfermaSostituzione(PercorsoCsv)) return;
+    platform().MousePointer(Pointer::Busy);
+    ConvertiLog();
+    platform().MousePointer(Pointer::Normal);
+}
+
+}  // namespace lapvane

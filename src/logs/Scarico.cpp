@@ -1,0 +1,172 @@
+#include "logs/Scarico.h"
+
+#include <algorithm>
+
+#include "device/Codec.h"
+#include "device/SerialComm.h"
+#include "logs/BufferLog.h"
+#include "platform/Platform.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Principale.h"
+#include "shell/StatoShell.h"
+#include "shell/Utility.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kComandoDati = 14;
+constexpr int kComandoValori = 37;
+constexpr int kComandoGiri = 38;
+constexpr std::size_t kRispostaBlocco = 130;
+constexpr std::size_t kRispostaValori = 36;
+constexpr int kGiriBlocco = 32;
+constexpr int kFallitiMassimi = 3;
+
+std::string LeggiBlocco(int comando, const std::string& indirizzo) {
+    const std::string risposta = ChiediStrumento(Frame(comando, indirizzo), kRispostaBlocco);
+    return risposta.empty() ? risposta : risposta.substr(2, kByteBlocco);
+}
+
+}  // namespace
+
+std::string LeggiBloccoDati(std::int32_t indirizzo) {
+    return LeggiBlocco(kComandoDati, CodificaLong(indirizzo));
+}
+
+std::string LeggiBloccoGiri(std::int32_t indirizzo) {
+    return LeggiBlocco(kComandoGiri, CodificaWord(indirizzo));
+}
+
+std::int16_t LeggiNumeroGiri() {
+    const std::string risposta = ChiediStrumento(Frame(kComandoValori), kRispostaValori);
+    return risposta.empty() ? std::int16_t{0} : static_cast<std::int16_t>(Int16In(risposta, 23));
+}
+
+std::int32_t LeggiDimensioneDati() {
+    const std::string risposta = ChiediStrumento(Frame(kComandoValori), kRispostaValori);
+    return risposta.empty() ? 0 : LongIn(risposta, 32);
+}
+
+RecordGiro DecodificaRecordGiro(std::string_view quattroByte) {
+    const std::int32_t tutto = LongIn(quattroByte, 1);
+    if (ByteIn(quattroByte, 1) < 128) return {tutto, false};
+    return {tutto & 0xFFFFFF, true};
+}
+
+bool VerificaPagina(std::string_view blocco1, std::string_view blocco2) {
+    if (blocco1.size() != kByteBlocco || blocco2.size() != kByteBlocco) return false;
+    int somma = 0;
+    for (std::size_t i = 1; i <= kByteBlocco; ++i) somma += ByteIn(blocco1, i);
+    for (std::size_t i = 1; i < kByteBlocco; ++i) somma += ByteIn(blocco2, i);
+    return (somma & 0xFF) == ByteIn(blocco2, kByteBlocco);
+}
+
+void Scarico::Esegui() {
+    constexpr int kPausa = 1000;
+    FaseComunicazione = 38;
+    vista_.Stato(Testo(270));
+    platform().MousePointer(Pointer::Busy);
+    platform().DoEvents();
+    BytesDati = LeggiDimensioneDati();
+    platform().Sleep(kPausa);
+    NumeroGiri = LeggiNumeroGiri();
+    platform().Sleep(kPausa);
+    ScaricaGiri();
+    platform().Sleep(kPausa);
+    ScaricaLog();
+    FaseComunicazione = 0;
+    if (giriOltre_) {
+        platform().MsgBox(Testo(272), Buttons::Ok, Icon::Information, platform().ExeName());
+    }
+}
+
+void Scarico::ScaricaGiri() {
+    constexpr int kPausa = 100;
+    NumeroSessione = 0;
+    // The block number follows the lap number, so that a block that was missed leaves its laps
+    // empty and does not shift the ones behind it.
+    for (int i = 1; i <= NumeroGiri && vista_.Visibile(); i += kGiriBlocco) {
+        if (LinkPronto()) {
+            BloccoDati1 = LeggiBloccoGiri((i - 1) / kGiriBlocco * static_cast<int>(kByteBlocco));
+            if (!BloccoDati1.empty()) DecodificaGiri(i);
+            platform().Sleep(kPausa);
+        }
+        platform().DoEvents();
+    }
+}
+
+void Scarico::DecodificaGiri(int i) {
+    for (int j = 0; j < kGiriBlocco; ++j) {
+        const RecordGiro giro = DecodificaRecordGiro(
+            std::string_view(BloccoDati1).substr(4 * static_cast<std::size_t>(j), 4));
+        if (giro.NuovaSessione) ++NumeroSessione;
+        const int indice = i + j;
+        if (indice >= kGiriTabella) {
+            // Laps past the table are left out; those that the instrument counts are told of.
+            giriOltre_ = giriOltre_ || indice <= NumeroGiri;
+            continue;
+        }
+        TabellaGiri[static_cast<std::size_t>(indice)] =
+            CentesimiInTempo(giro.Centesimi) + ", " + TestoNumero(int{NumeroSessione});
+    }
+}
+
+bool Scarico::LeggiConRiprova(std::string& blocco, std::int32_t indirizzo) {
+    constexpr int kPausa = 10;
+    blocco = LeggiBloccoDati(indirizzo);
+    while (ErroreComunicazione) {
+        ++falliti_;
+        ChiudiPorta();
+        LinkPronto();
+        if (falliti_ > kFallitiMassimi) vista_.Scarica();
+        if (!vista_.Visibile()) return false;
+        blocco = LeggiBloccoDati(indirizzo);
+    }
+    platform().Sleep(kPausa);
+    return true;
+}
+
+void Scarico::ScaricaLog() {
+    vista_.Stato(Testo(270));
+    NumBlocchi = 0;
+    BlocchiLog.clear();
+    falliti_ = 0;
+    bool vistaPaginaVuota = false;
+    std::int32_t secondo = 0;  // second address of the page before
+    for (std::int32_t i = 0; secondo < BytesDati; i += 2) {
+        const std::int32_t primo = i * static_cast<std::int32_t>(kByteBlocco);
+        secondo = primo + static_cast<std::int32_t>(kByteBlocco);
+        const int percento = std::min(
+            100, static_cast<int>(ConvertiInt32(static_cast<double>(primo) / BytesDati * 100.0)));
+        // Closing the window makes the loop run out without reading.
+        if (!vista_.Visibile()) break;
+        if (LinkPronto() && LeggiConRiprova(BloccoDati1, primo) &&
+            LeggiConRiprova(BloccoDati2, secondo)) {
+            if (ByteIn(BloccoDati1, 1) == 255) {
+                // The log ends at the second page that was never written; the two need not be
+                // neighbours.
+                if (vistaPaginaVuota) break;
+                vistaPaginaVuota = true;
+            } else if (VerificaPagina(BloccoDati1, BloccoDati2)) {
+                // More than the memory holds: a size that was garbled on the line.
+                if (BlocchiLog.size() + 2 > kBlocchiMassimi) break;
+                BlocchiLog.push_back(BloccoDati1);
+                BlocchiLog.push_back(BloccoDati2);
+                NumBlocchi += 2;
+            }
+        }
+        vista_.Percento(percento);
+        platform().DoEvents();
+    }
+    vista_.AbilitaOK(true);
+    platform().MousePointer(Pointer::Normal);
+    const bool qualcosa = NumBlocchi != 0;
+    vista_.Stato(Testo(qualcosa ? 268 : 271));
+    // Kept: the menu entry alone; the tool button stays off.
+    principale().AbilitaMenu(Comando::SaveData, qualcosa);
+    if (qualcosa && vista_.Visibile()) vista_.Percento(100);
+}
+
+}  // namespace lapvane

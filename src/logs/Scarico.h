@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace lapvane {
+
+/// What the download asks of its window.
+class VistaScarico {
+ public:
+    virtual ~VistaScarico() = default;
+    virtual bool Visibile() const = 0;
+    virtual void Stato(const std::string& testo) = 0;  ///< lblStatoDownload
+    virtual void Percento(int percento) = 0;           ///< ProgressBar1 and lblPerc, 0 to 100
+    virtual void AbilitaOK(bool acceso) = 0;           ///< OKButton
+    virtual void Scarica() = 0;                        ///< unloads the window
+};
+
+/// A block of 128 bytes of the log memory or the lap memory, or the empty text with the failure of
+/// the transfer pattern.
+std::string LeggiBloccoDati(std::int32_t indirizzo);
+std::string LeggiBloccoGiri(std::int32_t indirizzo);
+
+/// Laps and bytes that the live frame tells; 0 after a failure.
+std::int16_t LeggiNumeroGiri();
+std::int32_t LeggiDimensioneDati();
+
+/// One record of the lap memory: hundredths of a second, and whether a new session begins with it.
+struct RecordGiro {
+    std::int32_t Centesimi = 0;
+    bool NuovaSessione = false;
+};
+RecordGiro DecodificaRecordGiro(std::string_view quattroByte);
+
+/// Whether the last byte of a page (two blocks of 128 bytes) is the checksum of the rest.
+bool VerificaPagina(std::string_view blocco1, std::string_view blocco2);
+
+/// One run of the download window.
+class Scarico {
+ public:
+    explicit Scarico(VistaScarico& vista) : vista_(vista) {}
+
+    /// The activation of the window: sizes, lap memory, log memory.
+    void Esegui();
+
+    void ScaricaGiri();
+    void DecodificaGiri(int i);
+    void ScaricaLog();
+
+    std::int32_t BytesDati = 0;
+    std::int16_t NumeroSessione = 0;
+
+ private:
+    /// Reads a block of the log, with the retries; false when they are used up or the window went.
+    bool LeggiConRiprova(std::string& blocco, std::int32_t indirizzo);
+
+    VistaScarico& vista_;
+    int falliti_ = 0;
+    bool giriOltre_ = false;
+};
+
+}  // namespace lapvane

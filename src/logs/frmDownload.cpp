@@ -1,0 +1,85 @@
+#include "logs/frmDownload.h"
+
+#include <QHBoxLayout>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "platform/Platform.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
+#include "shell/Protetto.h"
+#include "shell/StatoShell.h"
+
+namespace lapvane {
+
+frmDownload::frmDownload(QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmDownload"));
+    CalcolaBaseTesti();
+    setWindowTitle(InQt(Testo(20)));
+    lblStatoDownload_ = new QLabel(this);
+    lblStatoDownload_->setObjectName(QStringLiteral("lblStatoDownload"));
+    lblStatoDownload_->setWordWrap(true);
+    ProgressBar1_ = new QProgressBar(this);
+    ProgressBar1_->setObjectName(QStringLiteral("ProgressBar1"));
+    ProgressBar1_->setRange(0, 100);
+    ProgressBar1_->setTextVisible(false);
+    ProgressBar1_->setMinimumHeight(20);
+    lblPerc_ = new QLabel(QStringLiteral("0 %"), this);
+    lblPerc_->setObjectName(QStringLiteral("lblPerc"));
+    lblPerc_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    lblPerc_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("100 %")) + 8);
+    OKButton_ = new QPushButton(QStringLiteral("OK"), this);
+    OKButton_->setObjectName(QStringLiteral("OKButton"));
+    OKButton_->setEnabled(false);
+    OKButton_->setDefault(true);
+    connect(OKButton_, &QPushButton::clicked, this, &QDialog::accept);
+
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(24, 20, 24, 16);
+    colonna->setSpacing(14);
+    colonna->addWidget(lblStatoDownload_);
+    auto* avanzamento = new QHBoxLayout;
+    avanzamento->addWidget(ProgressBar1_, 1);
+    avanzamento->addWidget(lblPerc_);
+    colonna->addLayout(avanzamento);
+    auto* riga = new QHBoxLayout;
+    riga->addStretch(1);
+    riga->addWidget(OKButton_);
+    colonna->addLayout(riga);
+    setMinimumWidth(440);
+}
+
+void frmDownload::showEvent(QShowEvent* evento) {
+    QDialog::showEvent(evento);
+    if (avviato_) return;
+    avviato_ = true;
+    QTimer::singleShot(0, this, [this] {
+        inCorso_ = true;
+        Protetto([this] { Scarico(*this).Esegui(); });
+        inCorso_ = false;
+        FaseComunicazione = 0;
+        platform().MousePointer(Pointer::Normal);
+    });
+}
+
+void frmDownload::done(int esito) {
+    // While the download still unwinds, the poll stays off the port: the routine frees it itself.
+    if (!inCorso_) FaseComunicazione = 0;
+    QDialog::done(esito);
+}
+
+void frmDownload::Stato(const std::string& testo) {
+    lblStatoDownload_->setText(InQt(testo));
+}
+
+void frmDownload::Percento(int percento) {
+    ProgressBar1_->setValue(percento);
+    lblPerc_->setText(QStringLiteral("%1 %").arg(percento));
+}
+
+void frmDownload::AbilitaOK(bool acceso) {
+    OKButton_->setEnabled(acceso);
+    if (acceso) OKButton_->setFocus();
+}
+
+}  // namespace lapvane

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace lapvane {
+
+/// A colour as the system stores it: red in the low byte, then green, then blue.
+using Colore = std::uint32_t;
+
+constexpr Colore Rgb(unsigned rosso, unsigned verde, unsigned blu) {
+    return (rosso & 0xFFu) | ((verde & 0xFFu) << 8) | ((blu & 0xFFu) << 16);
+}
+
+enum class Icon { None, Information, Warning, Critical, Question };
+enum class Buttons { Ok, OkCancel, YesNoCancel };
+enum class Answer { Ok, Cancel, Yes, No };
+enum class Pointer { Normal, Busy };
+
+/// What an open or save dialog is asked for.
+struct FileRequest {
+    std::string Title;              ///< Windows-1252
+    std::filesystem::path Folder;   ///< empty: the current folder
+    std::string Filter;             ///< "Project File (*.pro)|*.pro"
+    std::filesystem::path Name;     ///< suggested name, may be empty
+    std::string RequiredExtension;  ///< save only: a name without it gets it; empty: left alone
+};
+
+/// The one seam to everything outside the program but the serial port, the graph and the printer.
+/// All text is Windows-1252.
+class Platform {
+ public:
+    virtual ~Platform() = default;
+
+    /// Milliseconds of a clock that never goes back.
+    virtual std::int64_t GetTickCount() = 0;
+    /// Blocks for `ms` milliseconds; no event runs.
+    virtual void Sleep(int ms) = 0;
+    /// Lets pending events run. With nothing pending it waits inside the machine's poll for at most
+    /// `waitMs`, so that a wait loop costs no processor time.
+    virtual void DoEvents(int waitMs = 0) = 0;
+
+    virtual Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
+                          const std::string& title) = 0;
+    /// Both leave the current folder at the chosen folder. Empty: cancelled.
+    virtual std::optional<std::filesystem::path> AskOpen(const FileRequest& request) = 0;
+    virtual std::optional<std::filesystem::path> AskSave(const FileRequest& request) = 0;
+    virtual std::optional<Colore> AskColor(Colore initial) = 0;
+
+    virtual std::filesystem::path AppPath() = 0;  ///< the program's folder
+    virtual std::filesystem::path CurDir() = 0;
+    virtual std::string ExeName() = 0;  ///< name of the executable, title of most boxes
+    virtual std::string Now() = 0;      ///< date and time in the system's general format
+    virtual char DecimalSeparator() = 0;
+    virtual void MousePointer(Pointer pointer) = 0;
+    /// Text of the message boxes' buttons and dialogs follows the program's language (0 Italian,
+    /// 1 English).
+    virtual void Language(int index) = 0;
+
+    /// The one door through which the process ends. Does not return; raises `FineProgramma` where
+    /// the process has to live on.
+    virtual void End(int code) = 0;
+};
+
+/// The machine in use. `SetPlatform` comes first of all, in main and in every test.
+Platform& platform();
+void SetPlatform(Platform* platform);
+
+/// `Platform::End` of the machine in use, for callers that count on not coming back.
+[[noreturn]] void EndProgram(int code);
+
+}  // namespace lapvane

@@ -1,0 +1,222 @@
+#include "platform/qt/QtPlatform.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QColorDialog>
+#include <QDateTime>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QThread>
+#include <QTimer>
+#include <cstdlib>
+
+#include "platform/qt/TestoQt.h"
+
+namespace lapvane {
+
+namespace {
+
+QMessageBox::Icon BoxIcon(Icon icon) {
+    switch (icon) {
+        case Icon::None:
+            return QMessageBox::NoIcon;
+        case Icon::Information:
+            return QMessageBox::Information;
+        case Icon::Warning:
+            return QMessageBox::Warning;
+        case Icon::Critical:
+            return QMessageBox::Critical;
+        case Icon::Question:
+            return QMessageBox::Question;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// "Project File (*.pro)|*.pro" as Qt writes it: "Project File (*.pro)".
+QString FilterInQt(const std::string& filter) {
+    const QStringList parts = InQt(filter).split(QLatin1Char('|'));
+    const QString& name = parts.value(0);
+    const QString pattern = parts.value(1);
+    if (pattern.isEmpty() || name.contains(pattern)) return name;
+    return name + QStringLiteral(" (") + pattern + QLatin1Char(')');
+}
+
+}  // namespace
+
+QString PercorsoInQt(const std::filesystem::path& path) {
+    return QString::fromStdString(path.string());
+}
+
+std::filesystem::path PercorsoDaQt(const QString& text) {
+    return text.toStdString();
+}
+
+QColor InQColor(Colore colore) {
+    return {static_cast<int>(colore & 0xFFu), static_cast<int>((colore >> 8) & 0xFFu),
+            static_cast<int>((colore >> 16) & 0xFFu)};
+}
+
+Colore DaQColor(const QColor& colore) {
+    return Rgb(static_cast<unsigned>(colore.red()), static_cast<unsigned>(colore.green()),
+               static_cast<unsigned>(colore.blue()));
+}
+
+QtPlatform::QtPlatform() {
+    clock_.start();
+    const bool loaded = italian_.load(QStringLiteral("qtbase_it"),
+                                      QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    if (!loaded) qWarning("the Italian texts of Qt's own dialogs are not installed");
+}
+
+std::int64_t QtPlatform::GetTickCount() {
+    return clock_.elapsed();
+}
+
+void QtPlatform::Sleep(int ms) {
+    QThread::msleep(static_cast<unsigned long>(ms));
+}
+
+void QtPlatform::DoEvents(int waitMs) {
+    QEventLoop loop;
+    if (waitMs > 0) {
+        // A timer of our own bounds the sleep inside the machine's poll; anything else that
+        // happens ends it earlier.
+        QTimer bound;
+        bound.setTimerType(Qt::PreciseTimer);
+        bound.setSingleShot(true);
+        bound.start(waitMs);
+        loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    }
+    loop.processEvents(QEventLoop::AllEvents);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
+                          const std::string& title) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setIcon(BoxIcon(icon));
+    box.setWindowTitle(InQt(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(InQt(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    switch (buttons) {
+        case Buttons::Ok:
+            box.setStandardButtons(QMessageBox::Ok);
+            break;
+        case Buttons::OkCancel:
+            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+            box.setDefaultButton(QMessageBox::Ok);
+            break;
+        case Buttons::YesNoCancel:
+            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+            box.setDefaultButton(QMessageBox::Yes);
+            break;
+    }
+    // A box that reports the end of long work must not sit under the busy pointer.
+    const bool wasBusy = busy_;
+    MousePointer(Pointer::Normal);
+    const int answer = box.exec();
+    if (wasBusy) MousePointer(Pointer::Busy);
+    switch (answer) {
+        case QMessageBox::Yes:
+            return Answer::Yes;
+        case QMessageBox::No:
+            return Answer::No;
+        case QMessageBox::Ok:
+            return Answer::Ok;
+        default:
+            return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
+    }
+}
+
+std::optional<std::filesystem::path> QtPlatform::AskFile(const FileRequest& request, bool save) {
+    QFileDialog dialog(QApplication::activeWindow(), InQt(request.Title));
+    dialog.setObjectName(QStringLiteral("CommonDialog1"));
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setNameFilter(FilterInQt(request.Filter));
+    if (!request.Folder.empty()) dialog.setDirectory(PercorsoInQt(request.Folder));
+    if (!request.Name.empty()) dialog.selectFile(PercorsoInQt(request.Name));
+    // The program asks its own question before it replaces a file.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    QString chosen = dialog.selectedFiles().constFirst();
+    const QString required = InQt(request.RequiredExtension);
+    if (save && !required.isEmpty() && !chosen.endsWith(required, Qt::CaseInsensitive)) {
+        chosen += required;
+    }
+    QDir::setCurrent(QFileInfo(chosen).absolutePath());
+    return PercorsoDaQt(QDir::toNativeSeparators(chosen));
+}
+
+std::optional<std::filesystem::path> QtPlatform::AskOpen(const FileRequest& request) {
+    return AskFile(request, false);
+}
+
+std::optional<std::filesystem::path> QtPlatform::AskSave(const FileRequest& request) {
+    return AskFile(request, true);
+}
+
+std::optional<Colore> QtPlatform::AskColor(Colore initial) {
+    const QColor chosen = QColorDialog::getColor(InQColor(initial), QApplication::activeWindow());
+    if (!chosen.isValid()) return std::nullopt;
+    return DaQColor(chosen);
+}
+
+std::filesystem::path QtPlatform::AppPath() {
+    return PercorsoDaQt(QCoreApplication::applicationDirPath());
+}
+
+std::filesystem::path QtPlatform::CurDir() {
+    return PercorsoDaQt(QDir::currentPath());
+}
+
+std::string QtPlatform::ExeName() {
+    return DaQt(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
+}
+
+std::string QtPlatform::Now() {
+    const QDateTime now = QDateTime::currentDateTime();
+    return DaQt(QLocale::system().toString(now.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
+                now.time().toString(QStringLiteral("HH:mm:ss")));
+}
+
+char QtPlatform::DecimalSeparator() {
+    const std::string point = DaQt(QLocale::system().decimalPoint());
+    return point == "," ? ',' : '.';
+}
+
+void QtPlatform::MousePointer(Pointer pointer) {
+    const bool busy = pointer == Pointer::Busy;
+    if (busy == busy_) return;
+    busy_ = busy;
+    if (busy) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QGuiApplication::restoreOverrideCursor();
+    }
+}
+
+void QtPlatform::Language(int index) {
+    const bool italian = index == 0;
+    if (italian == italianOn_) return;
+    italianOn_ = italian;
+    if (italian) {
+        QCoreApplication::installTranslator(&italian_);
+    } else {
+        QCoreApplication::removeTranslator(&italian_);
+    }
+}
+
+void QtPlatform::End(int code) {
+    std::fflush(nullptr);
+    // Not exit(): the windows on the stack below are still in use by the events that led here.
+    std::_Exit(code);
+}
+
+}  // namespace lapvane

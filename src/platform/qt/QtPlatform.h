@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QTranslator>
+#include <QWidget>
+
+#include "platform/Platform.h"
+
+namespace lapvane {
+
+/// The machine on Qt.
+class QtPlatform : public Platform {
+ public:
+    QtPlatform();
+
+    std::int64_t GetTickCount() override;
+    void Sleep(int ms) override;
+    void DoEvents(int waitMs = 0) override;
+    Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
+                  const std::string& title) override;
+    std::optional<std::filesystem::path> AskOpen(const FileRequest& request) override;
+    std::optional<std::filesystem::path> AskSave(const FileRequest& request) override;
+    std::optional<Colore> AskColor(Colore initial) override;
+    std::filesystem::path AppPath() override;
+    std::filesystem::path CurDir() override;
+    std::string ExeName() override;
+    std::string Now() override;
+    char DecimalSeparator() override;
+    void MousePointer(Pointer pointer) override;
+    void Language(int index) override;
+    void End(int code) override;
+
+ private:
+    std::optional<std::filesystem::path> AskFile(const FileRequest& request, bool save);
+
+    QElapsedTimer clock_;
+    QTranslator italian_;
+    bool busy_ = false;
+    bool italianOn_ = false;
+};
+
+/// Conversions of paths and colours at the border of the windows.
+QString PercorsoInQt(const std::filesystem::path& path);
+std::filesystem::path PercorsoDaQt(const QString& text);
+QColor InQColor(Colore colore);
+Colore DaQColor(const QColor& colore);
+
+}  // namespace lapvane

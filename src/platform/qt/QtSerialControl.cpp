@@ -1,0 +1,143 @@
+#include "platform/qt/QtSerialControl.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QSerialPortInfo>
+#include <algorithm>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/qt/QtPlatform.h"
+#include "platform/qt/TestoQt.h"
+
+namespace lapvane {
+
+namespace {
+
+#ifndef Q_OS_WIN
+/// The machine's serial ports in name order. Asking the system is dear beside a scan of twenty
+/// numbers, so the answer is kept for a second.
+const QStringList& MachinePorts() {
+    static QStringList ports;
+    static QElapsedTimer age;
+    if (!age.isValid() || age.elapsed() > 1000) {
+        age.start();
+        ports.clear();
+        const auto found = QSerialPortInfo::availablePorts();
+        for (const QSerialPortInfo& port : found) ports.append(port.systemLocation());
+        ports.sort();
+    }
+    return ports;
+}
+#endif
+
+}  // namespace
+
+QtSerialControl::QtSerialControl() {
+    QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
+                     [this](QSerialPort::SerialPortError) { CloseIfLost(); });
+}
+
+QString QtSerialControl::Location() const {
+    const QString name = QStringLiteral("COM%1").arg(number_);
+#ifdef Q_OS_WIN
+    return name;
+#else
+    const QFileInfo link(PercorsoInQt(platform().AppPath() / "ports") + QLatin1Char('/') + name);
+    if (link.exists()) return link.canonicalFilePath();
+    return MachinePorts().value(number_ - 1);
+#endif
+}
+
+void QtSerialControl::Settings(const std::string& settings) {
+    const QStringList parts = InQt(settings).split(QLatin1Char(','));
+    bool number = false;
+    const int baud = parts.value(0).toInt(&number);
+    if (parts.size() != 4 || !number || parts[1] != QLatin1String("N") ||
+        parts[2] != QLatin1String("8") || parts[3] != QLatin1String("1")) {
+        throw ErroreControllo("unsupported settings");
+    }
+    baud_ = baud;
+}
+
+void QtSerialControl::Handshaking(int mode) {
+    if (mode != 0) throw ErroreControllo("unsupported handshaking");
+}
+
+void QtSerialControl::PortOpen(bool open) {
+    if (!open) {
+        if (port_.isOpen()) port_.close();
+        return;
+    }
+    if (port_.isOpen()) throw ErroreControllo("port already open");
+    const QString location = Location();
+    if (location.isEmpty()) throw ErroreControllo("no such port");
+    port_.setPortName(location);
+    port_.setBaudRate(baud_);
+    port_.setDataBits(QSerialPort::Data8);
+    port_.setParity(QSerialPort::NoParity);
+    port_.setStopBits(QSerialPort::OneStop);
+    port_.setFlowControl(QSerialPort::NoFlowControl);
+    port_.setReadBufferSize(inBufferSize_);
+    if (!port_.open(QIODevice::ReadWrite)) {
+        throw ErroreControllo(port_.errorString().toStdString());
+    }
+    // A virtual port refuses both lines; that is no failure.
+    port_.setDataTerminalReady(dtr_);
+    port_.setRequestToSend(rts_);
+    port_.clearError();
+}
+
+void QtSerialControl::CloseIfLost() {
+    switch (port_.error()) {
+        case QSerialPort::ResourceError:
+        case QSerialPort::DeviceNotFoundError:
+        case QSerialPort::PermissionError:
+            if (port_.isOpen()) port_.close();
+            break;
+        default:
+            break;
+    }
+}
+
+std::size_t QtSerialControl::InBufferCount() {
+    return port_.isOpen() ? static_cast<std::size_t>(port_.bytesAvailable()) : 0;
+}
+
+void QtSerialControl::ClearInBuffer() {
+    if (!port_.isOpen()) return;
+    port_.clear(QSerialPort::Input);
+    port_.readAll();
+}
+
+std::size_t QtSerialControl::OutBufferCount() {
+    return port_.isOpen() ? static_cast<std::size_t>(port_.bytesToWrite()) : 0;
+}
+
+void QtSerialControl::ClearOutBuffer() {
+    if (port_.isOpen()) port_.clear(QSerialPort::Output);
+}
+
+std::string QtSerialControl::Input() {
+    if (!port_.isOpen()) return {};
+    const qint64 waiting = port_.bytesAvailable();
+    const qint64 most =
+        inputLen_ == 0 ? waiting : std::min(waiting, static_cast<qint64>(inputLen_));
+    return port_.read(most).toStdString();
+}
+
+void QtSerialControl::Output(const std::string& bytes) {
+    if (!port_.isOpen()) throw ErroreControllo("port not open");
+    const qint64 size = static_cast<qint64>(bytes.size());
+    if (port_.write(bytes.data(), size) != size) {
+        // A port that vanished is closed by now: the wait that follows sees that by itself.
+        if (!port_.isOpen()) return;
+        throw ErroreControllo(port_.errorString().toStdString());
+    }
+    port_.flush();
+}
+
+void QtSerialControl::WaitForInput(int ms) {
+    if (port_.isOpen()) port_.waitForReadyRead(ms);
+}
+
+}  // namespace lapvane

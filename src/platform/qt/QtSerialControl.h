@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QSerialPort>
+#include <QStringList>
+
+#include "platform/SerialControl.h"
+
+namespace lapvane {
+
+/// The serial control on QSerialPort. On Windows COMn is COMn. Elsewhere it is the link
+/// `ports/COMn` beside the program if there is one, else the n-th serial port of the machine in
+/// name order.
+class QtSerialControl : public SerialControl {
+ public:
+    QtSerialControl();
+
+    int CommPort() const override { return number_; }
+    void CommPort(int number) override { number_ = number; }
+    void Settings(const std::string& settings) override;
+    void Handshaking(int mode) override;
+    void InBufferSize(int bytes) override { inBufferSize_ = bytes; }
+    void OutBufferSize(int) override {}  // the system's own buffer is larger
+    void DTREnable(bool on) override { dtr_ = on; }
+    void RTSEnable(bool on) override { rts_ = on; }
+    bool PortOpen() const override { return port_.isOpen(); }
+    void PortOpen(bool open) override;
+    std::size_t InBufferCount() override;
+    void ClearInBuffer() override;
+    std::size_t OutBufferCount() override;
+    void ClearOutBuffer() override;
+    void InputLen(std::size_t characters) override { inputLen_ = characters; }
+    std::string Input() override;
+    void Output(const std::string& bytes) override;
+    void WaitForInput(int ms) override;
+
+ private:
+    QString Location() const;
+    void CloseIfLost();
+
+    mutable QSerialPort port_;
+    int number_ = 1;
+    int baud_ = 19200;
+    int inBufferSize_ = 300;
+    std::size_t inputLen_ = 0;
+    bool dtr_ = false;
+    bool rts_ = true;
+};
+
+}  // namespace lapvane

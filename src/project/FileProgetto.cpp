@@ -1,0 +1,241 @@
+#include "project/FileProgetto.h"
+
+#include <algorithm>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
+#include "project/DatiProgetto.h"
+#include "project/FileRecenti.h"
+#include "shell/Domande.h"
+#include "shell/FileTesto.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Principale.h"
+#include "shell/StatoShell.h"
+
+namespace lapvane {
+
+namespace fs = std::filesystem;
+
+std::array<std::string, 201> ValoriProgetto;
+
+namespace {
+
+constexpr std::string_view kMagia = "ZEVProject";
+// Kept: the input's flag has a key but never reaches the file and never comes back from it.
+constexpr std::size_t kPosizioneIngresso = 80;
+constexpr std::size_t kMassimoProgetto = std::size_t{16} << 20;
+constexpr std::string_view kFiltro = "Project File (*.pro)|*.pro";
+
+std::string ValoreInTesto(const CampoProgetto& campo) {
+    return std::visit(
+        [](auto membro) -> std::string {
+            const auto& valore = DatiProgetto.*membro;
+            using Tipo = std::remove_cvref_t<decltype(valore)>;
+            if constexpr (std::is_same_v<Tipo, std::string>) {
+                return valore.empty() ? " " : valore;
+            } else if constexpr (std::is_same_v<Tipo, bool>) {
+                return valore ? "1" : "0";
+            } else {
+                return TestoNumero(std::int64_t{valore});
+            }
+        },
+        campo);
+}
+
+/// False if the value is no number of the field's type.
+bool Applica(const CampoProgetto& campo, const std::string& testo) {
+    return std::visit(
+        [&testo](auto membro) {
+            auto& valore = DatiProgetto.*membro;
+            using Tipo = std::remove_reference_t<decltype(valore)>;
+            if constexpr (std::is_same_v<Tipo, std::string>) {
+                valore = testo;
+                return true;
+            } else {
+                const auto numero = LeggiIntero(testo);
+                if (!numero) return false;
+                if constexpr (std::is_same_v<Tipo, std::int32_t>) {
+                    valore = *numero;
+                } else {
+                    if (*numero < -32768 || *numero > 32767) return false;
+                    valore = static_cast<Tipo>(*numero);
+                }
+                return true;
+            }
+        },
+        campo);
+}
+
+}  // namespace
+
+std::string TestoProgetto() {
+    std::string testo(kMagia);
+    testo += "\r\n";
+    for (std::size_t i = 0; i < kCampiProgetto.size(); ++i) {
+        testo += "ID_";
+        testo += kCampiProgetto[i].Nome;
+        testo += '=';
+        testo += i == kPosizioneIngresso ? "0" : ValoreInTesto(kCampiProgetto[i].Campo);
+        testo += "\r\n";
+    }
+    return testo;
+}
+
+void SalvaProgetto() {
+    ScriviFile(PercorsoProgetto, TestoProgetto(), "saving the project");
+    principale().Abilita(Comando::Save, true);
+    principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto.empty()
+                                                       ? "No Project Name"
+                                                       : DatiProgetto.NomeProgetto);
+    principale().TestoPannello(Pannello::Percorso, TestoDaPercorso(PercorsoProgetto));
+    ProgettoModificato = false;
+}
+
+bool LeggiValoriProgetto(std::string_view righe) {
+    for (std::string& valore : ValoriProgetto) valore.clear();
+    std::size_t posizione = 0;
+    LettoreRighe lettore(righe);
+    while (!lettore.Fine()) {
+        std::string_view riga = lettore.Prossima();
+        const std::size_t uguale = riga.find('=');
+        if (uguale == std::string_view::npos) continue;
+        riga.remove_prefix(uguale + 1);
+        if (!riga.empty() && riga.front() == '"') riga.remove_prefix(1);
+        if (!riga.empty() && riga.back() == '"') riga.remove_suffix(1);
+        if (posizione == ValoriProgetto.size()) return false;
+        ValoriProgetto[posizione++] = riga;
+    }
+    return true;
+}
+
+bool LeggiProgetto(const fs::path& scelto) {
+    const fs::path percorso = scelto.has_parent_path() ? scelto : platform().AppPath() / scelto;
+    const auto rifiuta = [](const std::string& testo) {
+        platform().MsgBox(testo, Buttons::Ok, Icon::Critical, platform().ExeName());
+        return false;
+    };
+    if (!FileEsiste(percorso)) {
+        return rifiuta(Testo(328) + " " + TestoDaPercorso(percorso) + " " + Testo(329));
+    }
+    std::string contenuto;
+    try {
+        // The reading ends at the 202nd value at the latest: no more of a huge file is of use.
+        contenuto = LeggiFile(percorso, "opening the project", kMassimoProgetto);
+    } catch (const ErroreRuntime&) {
+        return rifiuta(Testo(328) + " " + TestoDaPercorso(percorso) + " " + Testo(329));
+    }
+    LettoreRighe righe(contenuto);
+    if (righe.Fine()) {
+        // Kept: the wording of the language file.
+        return rifiuta("Fatal Error: Language database file " + TestoDaPercorso(percorso) +
+                       " is missing critical information.");
+    }
+    const std::string_view prima = righe.Prossima();
+    if (prima != kMagia) return rifiuta(Testo(174));
+    const std::size_t letti = std::min(
+        contenuto.size(), static_cast<std::size_t>(prima.data() - contenuto.data()) + prima.size());
+    LeggiValoriProgetto(std::string_view(contenuto).substr(letti));
+    ApplicaValoriProgetto();
+    return true;
+}
+
+void ApplicaValoriProgetto() {
+    for (std::size_t i = 0; i < kCampiProgetto.size(); ++i) {
+        if (i == kPosizioneIngresso) continue;
+        if (!Applica(kCampiProgetto[i].Campo, ValoriProgetto[i])) return;
+    }
+}
+
+void mnuNew_Click() {
+    ValoriInizialiProgetto();
+    principale().TestoPannello(Pannello::Progetto, Testo(131));
+    principale().TestoPannello(Pannello::Percorso, "");
+    ProgettoModificato = false;
+    // Kept: `PercorsoProgetto` stays what it was, and Save is off until the next Save As.
+    principale().Abilita(Comando::Save, false);
+    principale().Abilita(Comando::SaveAs, true);
+    principale().Abilita(Comando::ReadDev, true);
+    principale().Abilita(Comando::ProgDev, false);
+}
+
+void mnuOpen_Click() {
+    // Kept: these fields are cleared before anything else, even if the Open is then cancelled. They
+    // are the ones that project files of older versions lack.
+    for (std::size_t i = PosizioneCampo("chkAbilRecLap"); i < kCampiProgetto.size(); ++i) {
+        std::visit(
+            [&](auto membro) {
+                auto& valore = DatiProgetto.*membro;
+                using Tipo = std::remove_reference_t<decltype(valore)>;
+                if constexpr (std::is_same_v<Tipo, std::string>) {
+                    valore.clear();
+                } else {
+                    valore = static_cast<Tipo>(kCampiProgetto[i].Nuovo);
+                }
+            },
+            kCampiProgetto[i].Campo);
+    }
+    if (FileRecenteScelto.empty()) {
+        const auto scelto =
+            platform().AskOpen({Testo(3), platform().AppPath(), std::string(kFiltro), {}, {}});
+        if (!scelto) return;
+        FileRecenteScelto = *scelto;
+    }
+    // Kept: after a failure the path stays chosen, and the next Open tries it again without asking.
+    if (!LeggiProgetto(FileRecenteScelto)) return;
+    AbilitaModificaProgetto();
+    PercorsoProgetto = FileRecenteScelto;
+    principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto);
+    principale().TestoPannello(Pannello::Percorso, TestoDaPercorso(PercorsoProgetto));
+    ProgettoModificato = false;
+    for (const Comando c : {Comando::Save, Comando::SaveAs, Comando::ReadDev, Comando::ProgDev}) {
+        principale().Abilita(c, true);
+    }
+    ScriviFileRecenti();
+    LeggiFileRecenti();
+    FileRecenteScelto.clear();
+}
+
+void mnuSave_Click() {
+    DatiProgetto.DataUltimaModifica = platform().Now();
+    SalvaProgetto();
+    principale().Abilita(Comando::ProgDev, true);
+}
+
+void mnuSaveAs_Click() {
+    // A name to start from, so that the extension is there without being forced on anybody.
+    const fs::path nome =
+        PercorsoProgetto.empty() ? fs::path("Lapvane.pro") : PercorsoProgetto.filename();
+    const auto scelto = platform().AskSave(
+        {Testo(6), PercorsoProgetto.parent_path(), std::string(kFiltro), nome, {}});
+    if (!scelto) return;
+    if (!ConfermaSostituzione(*scelto)) return;
+    PercorsoProgetto = *scelto;
+    // Kept: Save As touches the date of creation and Save that of the last change.
+    DatiProgetto.DataCreazione = platform().Now();
+    SalvaProgetto();
+    principale().Abilita(Comando::ProgDev, true);
+}
+
+bool ConfermaChiusura() {
+    if (!ProgettoModificato) return true;
+    const bool conNome = !DatiProgetto.NomeProgetto.empty();
+    const std::string inizio = conNome ? Testo(127) + DatiProgetto.NomeProgetto + " " + Testo(128)
+                                       : Testo(130) + Testo(128);
+    const Answer risposta = platform().MsgBox(inizio + "\r\n" + Testo(129), Buttons::YesNoCancel,
+                                              Icon::Question, platform().ExeName());
+    if (risposta == Answer::Cancel) return false;
+    if (risposta == Answer::Yes) {
+        // Kept: a Save As that is cancelled here does not stop the program from ending, and the
+        // date of the last change is not refreshed.
+        if (conNome && !PercorsoProgetto.empty()) {
+            SalvaProgetto();
+        } else {
+            mnuSaveAs_Click();
+        }
+    }
+    return true;
+}
+
+}  // namespace lapvane

@@ -1,0 +1,79 @@
+#include "project/FileRecenti.h"
+
+#include "platform/ErroreRuntime.h"
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
+#include "project/FileProgetto.h"
+#include "shell/FileTesto.h"
+#include "shell/Principale.h"
+#include "shell/StatoShell.h"
+
+namespace lapvane {
+
+std::array<std::string, 5> ListaRecenti;
+int NumRecenti = 0;
+
+namespace {
+
+constexpr int kVociMenu = 4;
+constexpr std::string_view kLettura = "reading the list of recent files";
+
+std::filesystem::path File() {
+    return platform().AppPath() / "RecentFiles.ini";
+}
+
+}  // namespace
+
+void LeggiFileRecenti() {
+    NumRecenti = 0;
+    principale().NascondiFileRecenti();
+    const std::string contenuto = LeggiFile(File(), kLettura);
+    LettoreRighe righe(contenuto);
+    while (!righe.Fine()) {
+        const std::string riga(righe.Prossima());
+        if (riga == "0" || riga == "1") {
+            AnalisiSpeed = riga == "1";
+            continue;
+        }
+        if (NumRecenti >= kVociMenu) {
+            throw ErroreRuntime(NumeroErrore::Subscript, std::string(kLettura), File(),
+                                righe.Numero());
+        }
+        ListaRecenti[static_cast<std::size_t>(NumRecenti)] = riga;
+        principale().MostraFileRecente(NumRecenti, PercorsoDaTesto(riga));
+        ++NumRecenti;
+    }
+}
+
+void ScriviFileRecenti() {
+    const std::string scelto = TestoDaPercorso(FileRecenteScelto);
+    // The places above the one that falls free move down into it, so that opening what is on the list
+    // already loses nothing.
+    std::size_t libera = kVociMenu - 1;
+    for (std::size_t i = kVociMenu; i-- > 0;) {
+        if (ListaRecenti[i] != scelto) continue;
+        ListaRecenti[i].clear();
+        libera = i;
+    }
+    for (std::size_t i = libera; i > 0; --i) ListaRecenti[i] = ListaRecenti[i - 1];
+    ListaRecenti[0] = scelto;
+    std::string testo = AnalisiSpeed ? "1\r\n" : "0\r\n";
+    for (int i = 0; i <= NumRecenti; ++i) {
+        const std::string& voce = ListaRecenti[static_cast<std::size_t>(i)];
+        if (!voce.empty()) testo += voce + "\r\n";
+    }
+    ScriviFile(File(), testo, "writing the list of recent files");
+}
+
+void mnuRecentFiles_Click(int indice) {
+    FileRecenteScelto = PercorsoDaTesto(ListaRecenti.at(static_cast<std::size_t>(indice)));
+    mnuOpen_Click();
+    FileRecenteScelto.clear();
+}
+
+void AzzeraFileRecenti() {
+    for (std::string& voce : ListaRecenti) voce.clear();
+    NumRecenti = 0;
+}
+
+}  // namespace lapvane

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <string>
+
+namespace lapvane {
+
+/// The last opened projects, most recent first (as text of the file), and how many there are.
+extern std::array<std::string, 5> ListaRecenti;
+extern int NumRecenti;
+
+/// Reads RecentFiles.ini into the list, the menu entries and `AnalisiSpeed`. A missing file ends
+/// the program (53), as do five or more paths (9).
+void LeggiFileRecenti();
+
+/// Puts `FileRecenteScelto` on top and writes the file. Kept: at stop it is empty, so the list
+/// moves down by one empty place and with four paths the oldest falls off at each end of the
+/// program.
+void ScriviFileRecenti();
+
+/// Click of entry 0 to 3 of the list.
+void mnuRecentFiles_Click(int indice);
+
+/// Puts the list back to that of a fresh process.
+void AzzeraFileRecenti();
+
+}  // namespace lapvane

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace lapvane {
+
+/// The entries of LANGUAGES.DAT, Italian half then English half; position 0 stays empty.
+extern std::vector<std::string> Testi;
+/// Half the number of entries, ties to even.
+extern std::int32_t MetaTesti;
+/// 0 Italian, 1 English; the first line of the file.
+extern std::int32_t IndiceLingua;
+/// `MetaTesti` times `IndiceLingua`.
+extern std::int16_t BaseTesti;
+
+/// Reads LANGUAGES.DAT of the program's folder; ends the program on failure.
+void CaricaTesti();
+
+/// Computes `BaseTesti`; every form does so before it sets its captions.
+void CalcolaBaseTesti();
+
+/// Text n in the current language. Raises error 9 for a number outside the table.
+const std::string& Testo(int n);
+
+/// What the OK of the language dialog writes: the index over line 1 of the LANGUAGES.DAT of the
+/// current folder. Kept: not the program's folder, so that a program started elsewhere makes a new
+/// file there.
+void SalvaLingua();
+
+}  // namespace lapvane

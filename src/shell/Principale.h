@@ -1,0 +1,62 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "platform/SerialControl.h"
+#include "shell/Comandi.h"
+
+namespace lapvane {
+
+/// Panels of the status bar, by number.
+enum class Pannello {
+    Progetto = 1,
+    Percorso = 2,
+    Progresso = 3,
+    Collegamento = 4,
+    RX = 5,
+    TX = 6,
+    Identita = 7,
+};
+
+/// What the rest of the program asks of the main window. `frmMain` implements it.
+class Principale {
+ public:
+    virtual ~Principale() = default;
+
+    virtual void AbilitaMenu(Comando comando, bool acceso) = 0;
+    virtual void AbilitaPulsante(Comando comando, bool acceso) = 0;
+    virtual void AbilitaTitolo(Titolo titolo, bool acceso) = 0;
+
+    virtual void TestoPannello(Pannello pannello, const std::string& testo) = 0;
+    /// Picture 1 to 4 of `imgListIcon` in a panel.
+    virtual void ImmaginePannello(Pannello pannello, int immagine) = 0;
+
+    /// Hides the four entries of the recent list; shows entry 0 to 3 with a path as its caption.
+    virtual void NascondiFileRecenti() = 0;
+    virtual void MostraFileRecente(int indice, const std::filesystem::path& percorso) = 0;
+
+    /// The serial control that the main window owns.
+    virtual SerialControl& SerialComm() = 0;
+
+    /// True when the person asked for something while the poll waits for an instrument that stays
+    /// silent: the wait then gives up at once instead of holding the person up.
+    virtual bool RinunciaAttesa() = 0;
+
+    /// Runs what a click asks for: at once, or right behind the poll when the poll is inside one of
+    /// its waits, so that no handler ever runs there and no exchange starts inside another.
+    virtual void QuandoLibero(std::function<void()> azione) = 0;
+
+    /// Menu entry and button together.
+    void Abilita(Comando comando, bool acceso) {
+        AbilitaMenu(comando, acceso);
+        AbilitaPulsante(comando, acceso);
+    }
+};
+
+/// The one main window. Set by its owner before anything else runs.
+Principale& principale();
+void ImpostaPrincipale(Principale* principale);
+
+}  // namespace lapvane

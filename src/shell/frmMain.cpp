@@ -1,0 +1,431 @@
+#include "shell/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolButton>
+
+#include "analysis/frmAnalisiDatiSpeed.h"
+#include "device/SerialComm.h"
+#include "logs/BufferLog.h"
+#include "logs/Conversione.h"
+#include "logs/frmDownload.h"
+#include "platform/Platform.h"
+#include "platform/qt/QtPlatform.h"
+#include "platform/qt/TestoQt.h"
+#include "project/DatiProgetto.h"
+#include "project/FileProgetto.h"
+#include "project/FileRecenti.h"
+#include "sensors/CSensore.h"
+#include "shell/LoadStrings.h"
+#include "shell/Protetto.h"
+#include "shell/StatoShell.h"
+#include "shell/TabelleNomi.h"
+#include "shell/dlgLanguages.h"
+#include "shell/frmSplash.h"
+#include "widgets/Icone.h"
+#include "widgets/Mnemonica.h"
+#include "widgets/PannelloStato.h"
+#include "widgets/Sfondo.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kPollMs = 200;
+constexpr int kPazienzaMs = 250;  // that a request waits for a silent instrument
+
+QKeySequence Scorciatoia(Comando comando) {
+    switch (comando) {
+        case Comando::New:
+            return QKeySequence::New;
+        case Comando::Open:
+            return QKeySequence::Open;
+        case Comando::Save:
+            return QKeySequence::Save;
+        case Comando::SaveAs:
+            return QKeySequence(QStringLiteral("Ctrl+Shift+S"));
+        case Comando::DownData:
+            return QKeySequence(QStringLiteral("Ctrl+D"));
+        case Comando::Analize:
+            return QKeySequence(QStringLiteral("Ctrl+L"));
+        case Comando::Exit:
+            return QKeySequence(QStringLiteral("Ctrl+Q"));
+        default:
+            return {};
+    }
+}
+
+}  // namespace
+
+frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
+    : QMainWindow(parent), seriale_(std::move(seriale)) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Lapvane"));
+    setWindowIcon(Icona("lapvane"));
+    ImpostaPrincipale(this);
+    CostruisciMenu();
+    CostruisciBarra();
+    CostruisciStato();
+    setCentralWidget(new Sfondo(this));
+    resize(1180, 720);
+    tmrComm_.setSingleShot(true);
+    connect(&tmrComm_, &QTimer::timeout, this, [this] { Protetto([this] { Sorveglia(); }); });
+}
+
+frmMain::~frmMain() {
+    ImpostaPrincipale(nullptr);
+}
+
+void frmMain::CostruisciMenu() {
+    for (const DescrizioneTitolo& titolo : kTitoli) {
+        QMenu* menu = menuBar()->addMenu(QString());
+        menu->setObjectName(InQt(titolo.NomeMenu));
+        menu->menuAction()->setEnabled(titolo.Acceso);
+        menu_[titolo.Codice] = menu;
+    }
+    for (const DescrizioneComando& comando : kComandi) {
+        QAction* voce = new QAction(this);
+        voce->setObjectName(InQt(comando.NomeMenu));
+        voce->setShortcut(Scorciatoia(comando.Codice));
+        voce->setEnabled(comando.MenuAcceso);
+        // No action may leave the window menu for a place that the system has for it.
+        voce->setMenuRole(QAction::NoRole);
+        connect(voce, &QAction::triggered, this, [this, voce, codice = comando.Codice] {
+            Chiedi(codice, [voce] { return voce->isEnabled(); });
+        });
+        voci_[comando.Codice] = voce;
+        if (comando.Codice == Comando::Exit) {
+            QMenu* progetto = menu_[Titolo::ProjectFile];
+            separatoreRecenti_ = progetto->addSeparator();
+            for (std::size_t i = 0; i < recenti_.size(); ++i) {
+                recenti_[i] = progetto->addAction(QString());
+                recenti_[i]->setObjectName(QStringLiteral("mnuRecentFiles%1").arg(i));
+                connect(recenti_[i], &QAction::triggered, this, [this, i] {
+                    Protetto([this, i] {
+                        QuandoLibero([this, i] {
+                            Comandato([i] { mnuRecentFiles_Click(static_cast<int>(i)); });
+                        });
+                    });
+                });
+            }
+            progetto->addSeparator();
+        }
+        if (comando.Sotto == Titolo::Nessuno) {
+            menuBar()->addAction(voce);
+        } else {
+            if (comando.Codice == Comando::Print || comando.Codice == Comando::Analize) {
+                menu_[comando.Sotto]->addSeparator();
+            }
+            menu_[comando.Sotto]->addAction(voce);
+        }
+    }
+    NascondiFileRecenti();
+}
+
+void frmMain::CostruisciBarra() {
+    barra_ = addToolBar(QStringLiteral("Toolbar1"));
+    barra_->setObjectName(QStringLiteral("Toolbar1"));
+    barra_->setMovable(false);
+    barra_->setContextMenuPolicy(Qt::PreventContextMenu);
+    barra_->setIconSize(QSize(30, 30));
+    Titolo gruppo = Titolo::ProjectFile;
+    for (const DescrizioneComando& comando : kComandi) {
+        if (comando.Chiave.empty()) continue;
+        if (comando.Sotto != gruppo) {
+            gruppo = comando.Sotto;
+            barra_->addSeparator();
+        }
+        QToolButton* pulsante = new QToolButton(barra_);
+        pulsante->setObjectName(QStringLiteral("Toolbar1_") + InQt(comando.Chiave));
+        pulsante->setIcon(Icona(comando.Chiave));
+        pulsante->setAutoRaise(true);
+        pulsante->setEnabled(comando.PulsanteAcceso);
+        pulsante->setFocusPolicy(Qt::TabFocus);
+        connect(pulsante, &QToolButton::clicked, this, [this, pulsante, codice = comando.Codice] {
+            // Kept: the button "Print" is known and does nothing.
+            if (codice == Comando::Print) return;
+            Chiedi(codice, [pulsante] { return pulsante->isEnabled(); });
+        });
+        barra_->addWidget(pulsante);
+        pulsanti_[comando.Codice] = pulsante;
+    }
+}
+
+void frmMain::CostruisciStato() {
+    QStatusBar* stato = statusBar();
+    stato->setObjectName(QStringLiteral("sbStatusBar"));
+    stato->setSizeGripEnabled(true);
+    for (std::size_t i = 1; i < pannelli_.size(); ++i) {
+        pannelli_[i] = new PannelloStato(stato);
+        pannelli_[i]->setObjectName(QStringLiteral("sbStatusBar_%1").arg(i));
+        // The path takes what room is left.
+        stato->addWidget(pannelli_[i], i == 2 ? 10 : 0);
+    }
+    TestoPannello(Pannello::RX, "RX");
+    TestoPannello(Pannello::TX, "TX");
+    ImmaginePannello(Pannello::RX, 3);
+    ImmaginePannello(Pannello::TX, 3);
+}
+
+void frmMain::Carica() {
+    AnalisiCaricata = false;
+    StrumentoPresentePrec = false;
+    AnalisiInCorso = false;
+    AnalisiSpeed = true;
+    // Sizes for screens of 600 and of 768 rows, from twips at 15 a pixel.
+    if (const QScreen* schermo = screen()) {
+        const int righe = schermo->geometry().height();
+        if (righe == 600) resize(800, 512);
+        if (righe == 768) resize(1024, 680);
+    }
+    LeggiFileRecenti();
+    CaricaTesti();
+    CalcolaBaseTesti();
+    platform().Language(IndiceLingua);
+    CaricaTabelleNomi();
+    CaricaLibreriaSensori();
+    ProgettoModificato = false;
+    for (const Comando comando : {Comando::Save, Comando::SaveAs, Comando::ReadDev,
+                                  Comando::ProgDev, Comando::SaveData, Comando::DownData}) {
+        Abilita(comando, false);
+    }
+    caricata_ = true;
+    AggiornaTesti();
+}
+
+void frmMain::AggiornaTesti() {
+    if (!caricata_) return;
+    CalcolaBaseTesti();
+    Mnemonica titoli;
+    for (const DescrizioneTitolo& titolo : kTitoli) {
+        menu_[titolo.Codice]->setTitle(titoli.Con(InQt(Testo(titolo.Testo))));
+    }
+    std::map<Titolo, Mnemonica> menu;
+    for (const DescrizioneComando& comando : kComandi) {
+        const QString testo = InQt(Testo(comando.Testo));
+        Mnemonica& lettere = comando.Sotto == Titolo::Nessuno ? titoli : menu[comando.Sotto];
+        voci_[comando.Codice]->setText(lettere.Con(testo));
+        const auto pulsante = pulsanti_.find(comando.Codice);
+        if (pulsante == pulsanti_.end()) continue;
+        const QKeySequence tasti = voci_[comando.Codice]->shortcut();
+        pulsante->second->setToolTip(testo);
+        pulsante->second->setAccessibleName(testo);
+        pulsante->second->setStatusTip(QString());
+        if (!tasti.isEmpty()) pulsante->second->setAccessibleDescription(tasti.toString());
+    }
+}
+
+bool frmMain::event(QEvent* evento) {
+    if (evento->type() == QEvent::WindowActivate) Protetto([this] { AggiornaTesti(); });
+    return QMainWindow::event(evento);
+}
+
+void frmMain::AvviaSorveglianza() {
+    tmrComm_.start(kPollMs);
+}
+
+void frmMain::Sorveglia() {
+    pollAttivo_ = true;
+    try {
+        tmrComm_Timer();
+    } catch (...) {
+        pollAttivo_ = false;
+        throw;
+    }
+    pollAttivo_ = false;
+    tmrComm_.start(kPollMs);
+    if (!inAttesa_.empty()) QTimer::singleShot(0, this, [this] { RiprendiAttese(); });
+}
+
+void frmMain::RiprendiAttese() {
+    while (!inAttesa_.empty() && !pollAttivo_) {
+        const auto azione = std::move(inAttesa_.front());
+        inAttesa_.pop_front();
+        Protetto(azione);
+    }
+}
+
+void frmMain::QuandoLibero(std::function<void()> azione) {
+    if (!pollAttivo_) {
+        azione();
+        return;
+    }
+    // One request at a time: a second click of an impatient hand asks for the same thing.
+    if (!inAttesa_.empty()) return;
+    momentoRichiesta_ = platform().GetTickCount();
+    inAttesa_.push_back(std::move(azione));
+}
+
+bool frmMain::RinunciaAttesa() {
+    return pollAttivo_ && !inAttesa_.empty() &&
+           platform().GetTickCount() - momentoRichiesta_ >= kPazienzaMs;
+}
+
+void frmMain::Chiedi(Comando comando, std::function<bool()> acceso) {
+    Protetto([&] {
+        QuandoLibero([this, comando, acceso = std::move(acceso)] {
+            // What was asked for during a poll may be off behind it.
+            if (acceso()) Comandato([this, comando] { Esegui(comando); });
+        });
+    });
+}
+
+void frmMain::Comandato(const std::function<void()>& azione) {
+    // A command that lets events run does not start another one inside itself.
+    if (comandoInCorso_) return;
+    comandoInCorso_ = true;
+    struct Fine {
+        bool& Valore;
+        ~Fine() { Valore = false; }
+    } const fine{comandoInCorso_};
+    azione();
+}
+
+void frmMain::Esegui(Comando comando) {
+    switch (comando) {
+        case Comando::New:
+            mnuNew_Click();
+            break;
+        case Comando::Open:
+            mnuOpen_Click();
+            break;
+        case Comando::Save:
+            mnuSave_Click();
+            break;
+        case Comando::SaveAs:
+            mnuSaveAs_Click();
+            break;
+        case Comando::Exit:
+            // Behind the end of this command, as a click on the close box would come.
+            QTimer::singleShot(0, this, [this] { close(); });
+            break;
+        case Comando::DownData:
+            ScaricaDati();
+            break;
+        case Comando::SaveData:
+            mnuSaveData_Click();
+            break;
+        case Comando::Analize:
+            Analizza();
+            break;
+        case Comando::Language:
+            CambiaLingua();
+            break;
+        case Comando::Info:
+            MostraInformazioni();
+            break;
+        case Comando::Print:
+        case Comando::Note:
+        case Comando::Setup:
+        case Comando::Sensor:
+        case Comando::CustSensors:
+        case Comando::Alarm:
+        case Comando::ProgDev:
+        case Comando::ReadDev:
+        case Comando::ViewDev:
+            TestoPannello(Pannello::Progresso, Testo(4));
+            break;
+    }
+}
+
+void frmMain::ScaricaDati() {
+    AzzeraBufferLog();
+    {
+        frmDownload finestra(this);
+        finestra.exec();
+    }
+    mnuSaveData_Click();
+}
+
+void frmMain::Analizza() {
+    const auto scelto = platform().AskOpen(
+        {Testo(22), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
+    if (!scelto) return;
+    AnalisiInCorso = true;
+    platform().DoEvents();
+    frmAnalisiDatiSpeed finestra(this);
+    analisi_ = &finestra;
+    finestra.NomeFileDati = *scelto;
+    finestra.Apri();
+    analisi_ = nullptr;
+}
+
+void frmMain::CambiaLingua() {
+    {
+        dlgLanguages finestra(this);
+        finestra.exec();
+    }
+    CalcolaBaseTesti();
+    platform().Language(IndiceLingua);
+    if (AnalisiCaricata && analisi_ != nullptr) analisi_->RefreshLanguage();
+    CaricaTabelleNomi();
+    AggiornaTesti();
+}
+
+void frmMain::MostraInformazioni() {
+    auto* finestra = new frmSplash(this);
+    finestra->setAttribute(Qt::WA_DeleteOnClose);
+    finestra->ModoInformazioni = true;
+    finestra->show();
+    finestra->activateWindow();
+}
+
+void frmMain::closeEvent(QCloseEvent* evento) {
+    evento->ignore();
+    if (pollAttivo_) {
+        Protetto([this] { QuandoLibero([this] { close(); }); });
+        return;
+    }
+    if (comandoInCorso_) return;
+    Protetto([this, evento] {
+        bool chiude = false;
+        Comandato([&chiude] { chiude = ConfermaChiusura(); });
+        if (!chiude) return;
+        tmrComm_.stop();
+        ScriviFileRecenti();
+        SvuotaLibreriaSensori();
+        ChiudiPorta();
+        evento->accept();
+        EndProgram(0);
+    });
+}
+
+void frmMain::AbilitaMenu(Comando comando, bool acceso) {
+    voci_[comando]->setEnabled(acceso);
+}
+
+void frmMain::AbilitaPulsante(Comando comando, bool acceso) {
+    const auto pulsante = pulsanti_.find(comando);
+    if (pulsante != pulsanti_.end()) pulsante->second->setEnabled(acceso);
+}
+
+void frmMain::AbilitaTitolo(Titolo titolo, bool acceso) {
+    menu_[titolo]->menuAction()->setEnabled(acceso);
+}
+
+void frmMain::TestoPannello(Pannello pannello, const std::string& testo) {
+    pannelli_[static_cast<std::size_t>(pannello)]->ImpostaTesto(InQt(testo));
+}
+
+void frmMain::ImmaginePannello(Pannello pannello, int immagine) {
+    pannelli_[static_cast<std::size_t>(pannello)]->ImpostaImmagine(
+        Icona("link" + std::to_string(immagine)));
+}
+
+void frmMain::NascondiFileRecenti() {
+    for (QAction* voce : recenti_) voce->setVisible(false);
+    separatoreRecenti_->setVisible(false);
+}
+
+void frmMain::MostraFileRecente(int indice, const std::filesystem::path& percorso) {
+    QAction* voce = recenti_.at(static_cast<std::size_t>(indice));
+    voce->setText(QStringLiteral("&%1  ").arg(indice + 1) +
+                  Mnemonica::Senza(PercorsoInQt(percorso)));
+    voce->setVisible(true);
+    separatoreRecenti_->setVisible(true);
+}
+
+}  // namespace lapvane

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QAction>
+#include <QMainWindow>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <array>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "shell/Principale.h"
+
+namespace lapvane {
+
+class PannelloStato;
+class frmAnalisiDatiSpeed;
+
+/// The one main window: menu, tool bar, status bar, serial control and poll timer. It routes every
+/// command to what carries it out.
+class frmMain : public QMainWindow, public Principale {
+    Q_OBJECT
+ public:
+    /// `seriale` is the port of the link; the window owns it.
+    explicit frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent = nullptr);
+    ~frmMain() override;
+
+    /// The load of the window: flags, size, recent list, texts, names, sensor library, commands.
+    void Carica();
+    /// Starts the poll of the instrument, every 200 ms.
+    void AvviaSorveglianza();
+    /// Runs a command as its menu entry does.
+    void Esegui(Comando comando);
+
+    void AbilitaMenu(Comando comando, bool acceso) override;
+    void AbilitaPulsante(Comando comando, bool acceso) override;
+    void AbilitaTitolo(Titolo titolo, bool acceso) override;
+    void TestoPannello(Pannello pannello, const std::string& testo) override;
+    void ImmaginePannello(Pannello pannello, int immagine) override;
+    void NascondiFileRecenti() override;
+    void MostraFileRecente(int indice, const std::filesystem::path& percorso) override;
+    SerialControl& SerialComm() override { return *seriale_; }
+    bool RinunciaAttesa() override;
+    void QuandoLibero(std::function<void()> azione) override;
+
+ protected:
+    bool event(QEvent* evento) override;
+    void closeEvent(QCloseEvent* evento) override;
+
+ private:
+    void CostruisciMenu();
+    void CostruisciBarra();
+    void CostruisciStato();
+    void AggiornaTesti();
+    void Sorveglia();
+    void RiprendiAttese();
+    void Chiedi(Comando comando, std::function<bool()> acceso);
+    void Comandato(const std::function<void()>& azione);
+    void Analizza();
+    void ScaricaDati();
+    void CambiaLingua();
+    void MostraInformazioni();
+
+    std::unique_ptr<SerialControl> seriale_;
+    std::map<Comando, QAction*> voci_;
+    std::map<Comando, QToolButton*> pulsanti_;
+    std::map<Titolo, QMenu*> menu_;
+    std::array<QAction*, 4> recenti_{};
+    QAction* separatoreRecenti_ = nullptr;
+    QToolBar* barra_ = nullptr;
+    std::array<PannelloStato*, 8> pannelli_{};
+    QTimer tmrComm_;
+    frmAnalisiDatiSpeed* analisi_ = nullptr;
+
+    std::deque<std::function<void()>> inAttesa_;  // asked for while the poll waits
+    std::int64_t momentoRichiesta_ = 0;
+    bool pollAttivo_ = false;
+    bool comandoInCorso_ = false;
+    bool caricata_ = false;
+};
+
+}  // namespace lapvane

@@ -1,0 +1,80 @@
+#include "shell/frmSplash.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "platform/Platform.h"
+#include "shell/Protetto.h"
+#include "widgets/Icone.h"
+
+namespace lapvane {
+
+frmSplash::frmSplash(QWidget* parent)
+    : QWidget(parent,
+              (parent != nullptr ? Qt::Dialog : Qt::SplashScreen) | Qt::FramelessWindowHint),
+      disegno_(FileIcona("splash")) {
+    setObjectName(QStringLiteral("frmSplash"));
+    setWindowTitle(QStringLiteral("Lapvane"));
+    setFixedSize(520, 300);
+    setFocusPolicy(Qt::StrongFocus);
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(28, 20, 28, 20);
+    colonna->addStretch(1);
+    auto* nome = new QLabel(QStringLiteral("Lapvane"), this);
+    nome->setObjectName(QStringLiteral("lblProductName"));
+    nome->setStyleSheet(QStringLiteral("color: white; font-size: 34px; font-weight: 600;"));
+    colonna->addWidget(nome);
+    // Major, minor and revision of 1.05.0001, each in plain decimal.
+    lblVersion_ = new QLabel(QStringLiteral(LAPVANE_VERSION), this);
+    lblVersion_->setObjectName(QStringLiteral("lblVersion"));
+    lblVersion_->setStyleSheet(QStringLiteral("color: #c8d2dc; font-size: 15px;"));
+    colonna->addWidget(lblVersion_);
+    const QWidget* intorno = parent;
+    const QRect posto = intorno != nullptr ? intorno->frameGeometry()
+                                           : QGuiApplication::primaryScreen()->availableGeometry();
+    move(posto.center() - rect().center());
+}
+
+void frmSplash::showEvent(QShowEvent* evento) {
+    QWidget::showEvent(evento);
+    if (ModoInformazioni || attivata_) return;
+    attivata_ = true;
+    QTimer::singleShot(0, this, [this] { Protetto([this] { Attiva(); }); });
+}
+
+void frmSplash::Attiva() {
+    constexpr int kAttesa = 3000;
+    // The form may be unloaded by a key during the wait, which goes on to its end all the same.
+    const QPointer<frmSplash> io(this);
+    const auto alTermine = AlTermine;
+    const std::int64_t inizio = platform().GetTickCount();
+    while (platform().GetTickCount() - inizio < kAttesa) platform().DoEvents(20);
+    if (alTermine) alTermine();
+    if (io) io->close();
+}
+
+void frmSplash::keyPressEvent(QKeyEvent*) {
+    close();
+}
+
+void frmSplash::mousePressEvent(QMouseEvent*) {
+    if (ModoInformazioni) close();
+}
+
+bool frmSplash::event(QEvent* evento) {
+    if (evento->type() == QEvent::WindowDeactivate) close();
+    return QWidget::event(evento);
+}
+
+void frmSplash::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    p.fillRect(rect(), QColor(0x14, 0x1a, 0x22));
+    if (disegno_.isValid()) disegno_.render(&p, rect());
+}
+
+}  // namespace lapvane

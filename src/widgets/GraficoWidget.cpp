@@ -1,0 +1,271 @@
+#include "widgets/GraficoWidget.h"
+
+#include <QEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/QtPlatform.h"
+#include "shell/Protetto.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kRiquadriMassimi = 3;
+constexpr double kZoomMinimo = 6.0;  // pixels; less is a click with an unsteady hand
+constexpr double kMezzoCursore = 3.0;
+
+}  // namespace
+
+GraficoWidget::GraficoWidget(QWidget* parent) : QWidget(parent) {
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void GraficoWidget::Sporca() {
+    sporco_ = true;
+    update();
+}
+
+void GraficoWidget::Titolo(const std::string& testo) {
+    titolo_ = testo;
+    Sporca();
+}
+
+void GraficoWidget::EtichettaX(const std::string& testo) {
+    etichettaX_ = testo;
+    Sporca();
+}
+
+void GraficoWidget::EtichettaY(const std::string& testo) {
+    unico_.Etichetta = testo;
+    Sporca();
+}
+
+void GraficoWidget::ColoreAsse(Colore colore) {
+    unico_.Tinta = colore;
+    Sporca();
+}
+
+void GraficoWidget::ColoreSfondo(Colore colore) {
+    sfondo_ = colore;
+    Sporca();
+}
+
+void GraficoWidget::ColoreCornice(Colore colore) {
+    cornice_ = colore;
+    Sporca();
+}
+
+void GraficoWidget::MostraGriglia(bool mostra) {
+    griglia_ = mostra;
+    Sporca();
+}
+
+void GraficoWidget::PulisciGrafico() {
+    elementi_.clear();
+    separati_.clear();
+    riquadroCorrente_ = 0;
+    elementoAperto_ = false;
+    Sporca();
+}
+
+std::int16_t GraficoWidget::ElementoCorrente() const {
+    return static_cast<std::int16_t>(elementi_.size() + (elementoAperto_ ? 0 : 1));
+}
+
+void GraficoWidget::ImpostaIntervallo(double xMin, double xMax, double yMin, double yMax,
+                                      int riquadro) {
+    xMin_ = xMin;
+    xMax_ = xMax;
+    riquadroCorrente_ = std::clamp(riquadro, 0, kRiquadriMassimi);
+    if (riquadroCorrente_ == 0) {
+        unico_.YMin = yMin;
+        unico_.YMax = yMax;
+    } else {
+        const auto i = static_cast<std::size_t>(riquadroCorrente_);
+        if (separati_.size() < i) separati_.resize(i);
+        separati_[i - 1] = {yMin, yMax, unico_.Tinta, unico_.Etichetta, 1.0};
+    }
+    Sporca();
+}
+
+IntervalloGrafico GraficoWidget::LeggiIntervallo() const {
+    return {xMin_, xMax_, unico_.YMin, unico_.YMax};
+}
+
+void GraficoWidget::ScalaY(double fattore) {
+    // A factor that is none would leave the axis without labels.
+    unico_.Scala = std::isfinite(fattore) && fattore > 0.0 ? fattore : 1.0;
+    Sporca();
+}
+
+void GraficoWidget::DisegnaArray(std::span<const double> x, std::span<const double> y, std::int16_t,
+                                 double scala, int passo, const MisureCanale&) {
+    Elemento elemento = prossimo_;
+    elemento.Riquadro = riquadroCorrente_;
+    const auto salto = static_cast<std::size_t>(std::max(passo, 1));
+    const std::size_t numero = std::min(x.size(), y.size());
+    elemento.Punti.reserve(numero / salto + 1);
+    for (std::size_t n = 0; n < numero; n += salto) elemento.Punti.push_back({x[n], y[n] * scala});
+    elementi_.push_back(std::move(elemento));
+    elementoAperto_ = false;
+    Sporca();
+}
+
+void GraficoWidget::AggiungiPunto(double x, double y) {
+    if (!elementoAperto_) {
+        elementi_.push_back(prossimo_);
+        elementi_.back().Riquadro = riquadroCorrente_;
+        elementoAperto_ = true;
+    }
+    elementi_.back().Punti.push_back({x, y});
+    Sporca();
+}
+
+void GraficoWidget::AggiungiCursore() {
+    if (!cursore_) cursore_.emplace();
+}
+
+void GraficoWidget::ImpostaModoCursore(ModoCursore modo) {
+    if (cursore_) cursore_->Modo = modo;
+}
+
+void GraficoWidget::ColoreCursore(Colore colore) {
+    if (!cursore_) return;
+    cursore_->Tinta = colore;
+    AggiornaCursore(PixelCursore());
+}
+
+void GraficoWidget::CursoreVisibile(bool visibile) {
+    if (!cursore_) return;
+    const auto prima = PixelCursore();
+    cursore_->Visibile = visibile;
+    AggiornaCursore(prima);
+}
+
+void GraficoWidget::CursoreX(double x) {
+    if (!cursore_) return;
+    const auto prima = PixelCursore();
+    cursore_->X = x;
+    AggiornaCursore(prima);
+}
+
+void GraficoWidget::CursoreY(double y) {
+    if (cursore_) cursore_->Y = y;
+}
+
+std::int32_t GraficoWidget::IndiceDaX(double x, double scala) const {
+    if (elementi_.empty()) return 0;
+    const auto& punti = elementi_.back().Punti;
+    const double cercato = x * scala;
+    std::size_t vicino = 0;
+    for (std::size_t i = 1; i < punti.size(); ++i) {
+        if (std::fabs(punti[i].X - cercato) < std::fabs(punti[vicino].X - cercato)) vicino = i;
+    }
+    return static_cast<std::int32_t>(vicino);
+}
+
+void GraficoWidget::ImpostaModoMouse(ModoMouse modo) {
+    modoMouse_ = modo;
+    zoom_.reset();
+    setCursor(modo == ModoMouse::Zoom ? Qt::CrossCursor : Qt::ArrowCursor);
+    update();
+}
+
+std::optional<double> GraficoWidget::PixelCursore() const {
+    if (!cursore_ || !cursore_->Visibile) return std::nullopt;
+    const QRectF area = AreaDisegno();
+    const ScalaPixel scala = ScalaX(area);
+    if (!scala.Valida()) return std::nullopt;
+    const double pixel = scala.Pixel(cursore_->X);
+    if (!(pixel >= area.left() - 0.5 && pixel <= area.right() + 0.5)) return std::nullopt;
+    return pixel;
+}
+
+void GraficoWidget::AggiornaCursore(const std::optional<double>& prima) {
+    // Only the two strips under the old and the new place; the picture below is in the cache.
+    for (const auto& pixel : {prima, PixelCursore()}) {
+        if (!pixel) continue;
+        update(QRectF(*pixel - kMezzoCursore, 0.0, 2.0 * kMezzoCursore, height()).toAlignedRect());
+    }
+}
+
+void GraficoWidget::MuoviCursore(const QPointF& punto) {
+    if (!cursore_ || !cursoreAttivo_ || elementi_.empty()) return;
+    const QRectF area = AreaDisegno();
+    const ScalaPixel scala = ScalaX(area);
+    if (!scala.Valida()) return;
+    double x = scala.Valore(std::clamp(punto.x(), area.left(), area.right()));
+    double y = cursore_->Y;
+    const std::int32_t indice = IndiceDaX(x, 1.0);
+    const auto& punti = elementi_.back().Punti;
+    if (cursore_->Modo == ModoCursore::Aggancio && !punti.empty()) {
+        x = punti[static_cast<std::size_t>(indice)].X;
+        y = punti[static_cast<std::size_t>(indice)].Y;
+    }
+    CursoreX(x);
+    CursoreY(y);
+    if (EventoCursore) EventoCursore(x, y, indice);
+}
+
+void GraficoWidget::mouseMoveEvent(QMouseEvent* evento) {
+    if (zoom_) {
+        zoom_->setBottomRight(evento->position());
+        update();
+        return;
+    }
+    if (modoMouse_ == ModoMouse::Cursore && AreaDisegno().contains(evento->position())) {
+        Protetto([&] { MuoviCursore(evento->position()); });
+    }
+}
+
+void GraficoWidget::mousePressEvent(QMouseEvent* evento) {
+    if (evento->button() != Qt::LeftButton) return;
+    if (modoMouse_ == ModoMouse::Zoom) {
+        zoom_ = QRectF(evento->position(), QSizeF(0.0, 0.0));
+    } else {
+        Protetto([&] { MuoviCursore(evento->position()); });
+    }
+}
+
+void GraficoWidget::mouseReleaseEvent(QMouseEvent* evento) {
+    if (!zoom_ || evento->button() != Qt::LeftButton) return;
+    const QRectF area = AreaDisegno();
+    const QRectF scelto = zoom_->normalized().intersected(area);
+    zoom_.reset();
+    const ScalaPixel x = ScalaX(area);
+    const ScalaPixel y{unico_.YMin, unico_.YMax, area.bottom(), area.top()};
+    if (separati_.empty() && scelto.width() >= kZoomMinimo && scelto.height() >= kZoomMinimo &&
+        x.Valida() && y.Valida()) {
+        ImpostaIntervallo(x.Valore(scelto.left()), x.Valore(scelto.right()),
+                          y.Valore(scelto.bottom()), y.Valore(scelto.top()), 0);
+    }
+    update();
+}
+
+void GraficoWidget::changeEvent(QEvent* evento) {
+    switch (evento->type()) {
+        case QEvent::PaletteChange:
+        case QEvent::FontChange:
+        case QEvent::StyleChange:
+            Sporca();
+            break;
+        default:
+            break;
+    }
+    QWidget::changeEvent(evento);
+}
+
+QSize GraficoWidget::sizeHint() const {
+    return {720, 480};
+}
+
+QSize GraficoWidget::minimumSizeHint() const {
+    return {200, 140};
+}
+
+}  // namespace lapvane

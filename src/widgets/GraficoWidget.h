@@ -1,0 +1,129 @@
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+#include <optional>
+#include <vector>
+
+#include "platform/GraphControl.h"
+#include "widgets/AsseGrafico.h"
+
+namespace lapvane {
+
+/// The graph. It draws into a cached picture at the screen's own resolution and draws that anew
+/// only when something of it has changed; the cursor moves over the cache. Lines and letters keep
+/// their distance from the ground, whatever the palette.
+class GraficoWidget : public QWidget, public GraphControl {
+    Q_OBJECT
+ public:
+    explicit GraficoWidget(QWidget* parent = nullptr);
+
+    void Titolo(const std::string& testo) override;
+    void EtichettaX(const std::string& testo) override;
+    void EtichettaY(const std::string& testo) override;
+    void ColoreAsse(Colore colore) override;
+    void ColoreSfondo(Colore colore) override;
+    void ColoreCornice(Colore colore) override;
+    void MostraGriglia(bool mostra) override;
+    void PulisciGrafico() override;
+    std::int16_t ElementoCorrente() const override;
+    void ColoreElemento(Colore colore) override { prossimo_.Tinta = colore; }
+    void SpessoreElemento(std::int16_t spessore) override { prossimo_.Spessore = spessore; }
+    void NomeElemento(const std::string& nome) override { prossimo_.Nome = nome; }
+    void ImpostaIntervallo(double xMin, double xMax, double yMin, double yMax,
+                           int riquadro) override;
+    IntervalloGrafico LeggiIntervallo() const override;
+    void ScalaY(double fattore) override;
+    void DisegnaArray(std::span<const double> x, std::span<const double> y, std::int16_t elemento,
+                      double scala, int passo, const MisureCanale& misure) override;
+    void AggiungiPunto(double x, double y) override;
+    int NumeroCursori() const override { return cursore_ ? 1 : 0; }
+    void AggiungiCursore() override;
+    void ImpostaModoCursore(ModoCursore modo) override;
+    void ColoreCursore(Colore colore) override;
+    void CursoreVisibile(bool visibile) override;
+    void CursoreX(double x) override;
+    double CursoreX() const override { return cursore_ ? cursore_->X : 0.0; }
+    void CursoreY(double y) override;
+    void CursoreAttivo(bool attivo) override { cursoreAttivo_ = attivo; }
+    bool CursoreAttivo() const override { return cursoreAttivo_; }
+    std::int32_t IndiceDaX(double x, double scala) const override;
+    void ImpostaModoMouse(ModoMouse modo) override;
+
+    /// The plot area of a pane, counted from 0 at the top, in the widget's own pixels.
+    QRectF AreaDisegno(int riquadro = 0) const;
+    /// How often the picture was drawn anew.
+    int Ridisegni() const { return ridisegni_; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+ protected:
+    void paintEvent(QPaintEvent* evento) override;
+    void changeEvent(QEvent* evento) override;
+    void mouseMoveEvent(QMouseEvent* evento) override;
+    void mousePressEvent(QMouseEvent* evento) override;
+    void mouseReleaseEvent(QMouseEvent* evento) override;
+
+ private:
+    struct Elemento {
+        Colore Tinta = 0;
+        std::int16_t Spessore = 1;
+        std::string Nome;
+        int Riquadro = 0;
+        std::vector<PuntoGrafico> Punti;  ///< axis values, thinned out and scaled
+    };
+    struct Riquadro {
+        double YMin = 0.0;
+        double YMax = 1.0;
+        Colore Tinta = 0;
+        std::string Etichetta;
+        double Scala = 1.0;
+    };
+    struct Cursore {
+        double X = 0.0;
+        double Y = 0.0;
+        ModoCursore Modo = ModoCursore::Libero;
+        Colore Tinta = 0;
+        bool Visibile = false;
+    };
+    struct Disposizione;
+
+    void Sporca();
+    Disposizione Disponi() const;
+    std::vector<Riquadro> Riquadri() const;
+    Colore Sfondo() const;
+    Colore Inchiostro(double minimo) const;
+    void Disegna(QPainter& penna) const;
+    void DisegnaRiquadro(QPainter& penna, const Disposizione& d, std::size_t i) const;
+    void DisegnaElementi(QPainter& penna, const Disposizione& d, std::size_t i) const;
+    void DisegnaAsseX(QPainter& penna, const Disposizione& d) const;
+    void DisegnaLegenda(QPainter& penna, const Disposizione& d) const;
+    ScalaPixel ScalaX(const QRectF& area) const;
+    std::optional<double> PixelCursore() const;
+    void AggiornaCursore(const std::optional<double>& prima);
+    void MuoviCursore(const QPointF& punto);
+
+    std::string titolo_;
+    std::string etichettaX_;
+    Riquadro unico_;                  ///< the pane of the overlaid view
+    std::vector<Riquadro> separati_;  ///< the separate panes, if there are any
+    double xMin_ = 0.0;
+    double xMax_ = 1.0;
+    int riquadroCorrente_ = 0;
+    std::optional<Colore> sfondo_;
+    std::optional<Colore> cornice_;
+    bool griglia_ = true;
+    Elemento prossimo_;
+    std::vector<Elemento> elementi_;
+    bool elementoAperto_ = false;  ///< the last element still takes points one by one
+    std::optional<Cursore> cursore_;
+    bool cursoreAttivo_ = true;
+    ModoMouse modoMouse_ = ModoMouse::Cursore;
+    std::optional<QRectF> zoom_;  ///< the rectangle that is being drawn
+    QPixmap cache_;
+    bool sporco_ = true;
+    int ridisegni_ = 0;
+};
+
+}  // namespace lapvane

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QIcon>
+#include <string_view>
+
+namespace lapvane {
+
+/// A drawing of the program's own by name ("Open", "link1").
+QIcon Icona(std::string_view nome);
+
+/// Path of a drawing, for those that paint it themselves.
+QString FileIcona(std::string_view nome);
+
+}  // namespace lapvane

@@ -1,0 +1,63 @@
+#include "widgets/PannelloStato.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace lapvane {
+
+namespace {
+constexpr int kMargine = 6;
+constexpr int kImmagine = 16;
+}  // namespace
+
+PannelloStato::PannelloStato(QWidget* parent) : QFrame(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void PannelloStato::ImpostaTesto(const QString& testo) {
+    if (testo == testo_) return;
+    testo_ = testo;
+    setToolTip(testo);
+    setAccessibleName(testo);
+    updateGeometry();
+    update();
+}
+
+void PannelloStato::ImpostaImmagine(const QIcon& immagine) {
+    immagine_ = immagine;
+    updateGeometry();
+    update();
+}
+
+int PannelloStato::LarghezzaImmagine() const {
+    return immagine_.isNull() ? 0 : kImmagine + kMargine;
+}
+
+QSize PannelloStato::sizeHint() const {
+    const int testo = testo_.isEmpty() ? 0 : fontMetrics().horizontalAdvance(testo_) + 2;
+    return {2 * kMargine + LarghezzaImmagine() + testo, fontMetrics().height() + 8};
+}
+
+QSize PannelloStato::minimumSizeHint() const {
+    return {2 * kMargine + LarghezzaImmagine(), sizeHint().height()};
+}
+
+void PannelloStato::paintEvent(QPaintEvent* evento) {
+    QFrame::paintEvent(evento);
+    QPainter p(this);
+    const QColor linea = palette().color(QPalette::Mid);
+    p.setPen(linea);
+    p.drawLine(width() - 1, 4, width() - 1, height() - 5);
+    int x = kMargine;
+    if (!immagine_.isNull()) {
+        immagine_.paint(&p, QRect(x, (height() - kImmagine) / 2, kImmagine, kImmagine));
+        x += kImmagine + kMargine;
+    }
+    p.setPen(palette().color(QPalette::WindowText));
+    const QRect posto(x, 0, width() - x - kMargine, height());
+    const QString mostrato = fontMetrics().elidedText(testo_, Qt::ElideMiddle, posto.width());
+    p.drawText(posto, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, mostrato);
+}
+
+}  // namespace lapvane

@@ -1,0 +1,228 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "analysis/AnalisiDatiSpeed.h"
+#include "reports/DatiSessione.h"
+#include "shell/NumeroTesto.h"
+#include "shell/StatoShell.h"
+#include "support/PlatformProva.h"
+
+namespace lapvane::prova {
+
+/// A curve as it was handed to the graph, points not yet thinned out.
+struct ElementoProva {
+    std::int16_t Numero = 0;
+    Colore Tinta = 0;
+    std::int16_t Spessore = 0;
+    std::string Nome;
+    std::vector<double> X;
+    std::vector<double> Y;
+    double Scala = 0.0;
+    int Passo = 0;
+    MisureCanale Misure;
+    int Riquadro = 0;
+};
+
+/// A graph that writes down what it is told.
+class GraficoProva : public GraphControl {
+ public:
+    void Titolo(const std::string& testo) override { titolo = testo; }
+    void EtichettaX(const std::string& testo) override { etichettaX = testo; }
+    void EtichettaY(const std::string& testo) override { etichettaY = testo; }
+    void ColoreAsse(Colore colore) override { coloreAsse = colore; }
+    void ColoreSfondo(Colore) override {}
+    void ColoreCornice(Colore) override {}
+    void MostraGriglia(bool) override {}
+    void PulisciGrafico() override {
+        elementi.clear();
+        corrente = 1;
+        ++pulizie;
+    }
+    std::int16_t ElementoCorrente() const override { return corrente; }
+    void ColoreElemento(Colore colore) override { prossimo.Tinta = colore; }
+    void SpessoreElemento(std::int16_t spessore) override { prossimo.Spessore = spessore; }
+    void NomeElemento(const std::string& nome) override { prossimo.Nome = nome; }
+    void ImpostaIntervallo(double xMin, double xMax, double yMin, double yMax,
+                           int riquadro) override {
+        intervallo = {xMin, xMax, yMin, yMax};
+        prossimo.Riquadro = riquadro;
+    }
+    IntervalloGrafico LeggiIntervallo() const override { return intervallo; }
+    void ScalaY(double fattore) override { scalaY = fattore; }
+    void DisegnaArray(std::span<const double> x, std::span<const double> y, std::int16_t elemento,
+                      double scala, int passo, const MisureCanale& misure) override {
+        prossimo.Numero = elemento;
+        prossimo.X.assign(x.begin(), x.end());
+        prossimo.Y.assign(y.begin(), y.end());
+        prossimo.Scala = scala;
+        prossimo.Passo = passo;
+        prossimo.Misure = misure;
+        elementi.push_back(prossimo);
+        ++corrente;
+    }
+    void AggiungiPunto(double, double) override {}
+    int NumeroCursori() const override { return cursori; }
+    void AggiungiCursore() override { ++cursori; }
+    void ImpostaModoCursore(ModoCursore) override {}
+    void ColoreCursore(Colore colore) override { coloreCursore = colore; }
+    void CursoreVisibile(bool) override {}
+    void CursoreX(double) override {}
+    double CursoreX() const override { return 0.0; }
+    void CursoreY(double) override {}
+    void CursoreAttivo(bool) override {}
+    bool CursoreAttivo() const override { return true; }
+    std::int32_t IndiceDaX(double, double) const override { return 0; }
+    void ImpostaModoMouse(ModoMouse) override {}
+
+    std::string titolo, etichettaX, etichettaY;
+    Colore coloreAsse = 0;
+    Colore coloreCursore = 0;
+    IntervalloGrafico intervallo;
+    double scalaY = 1.0;
+    std::vector<ElementoProva> elementi;
+    int pulizie = 0;
+    int cursori = 0;
+
+ private:
+    ElementoProva prossimo;
+    std::int16_t corrente = 1;
+};
+
+/// A window that writes down what it is told.
+class VistaProva : public VistaAnalisi {
+ public:
+    void MostraCanale(int c, bool visibile) override { visibili[c] = visibile; }
+    void NomeCampo(int c, const std::string& nome) override { nomi[c] = nome; }
+    void UnitaCampo(int c, const std::string& unita) override { unita_[c] = unita; }
+    void ColoreCanale(int c, Colore colore) override { colori[c] = colore; }
+    void SegnaCanale(int c, bool spuntato) override { segnati[c] = spuntato; }
+    void SelezionaScala(int c) override { scala = c; }
+    void SelezionaScheda(int numero) override { scheda = numero; }
+    void TestoScheda(int numero, const std::string& testo) override { schede[numero] = testo; }
+    void MostraControlli(bool visibile) override { controlli = visibile; }
+    void MostraGriglia(bool visibile) override { griglia = visibile; }
+    void RigheGriglia(int numero) override { righe = numero; }
+    void LarghezzaColonna(int, int) override {}
+    void Cella(int riga, int colonna, const std::string& testo) override {
+        celle[{riga, colonna}] = testo;
+    }
+    void SfondoCella(int riga, int colonna, Colore colore) override {
+        sfondi[{riga, colonna}] = colore;
+    }
+    void CaratteriCella(int riga, int colonna, Colore colore) override {
+        caratteri[{riga, colonna}] = colore;
+    }
+    void CellaCorrente(int riga, int colonna) override { corrente = {riga, colonna}; }
+    void SegnaGiro(int riga) override { giro = riga; }
+    void Scarica() override { scaricata = true; }
+
+    std::string Cella(int riga, int colonna) const {
+        const auto trovata = celle.find({riga, colonna});
+        return trovata == celle.end() ? std::string() : trovata->second;
+    }
+
+    using Posto = std::pair<int, int>;
+    std::map<int, bool> visibili, segnati;
+    std::map<int, std::string> nomi, unita_, schede;
+    std::map<int, Colore> colori;
+    std::map<Posto, std::string> celle;
+    std::map<Posto, Colore> sfondi, caratteri;
+    Posto corrente{};
+    int scala = 0, scheda = -1, righe = 0, giro = 0;
+    bool controlli = true, griglia = true, scaricata = false;
+};
+
+/// One row of a log: cell of a column of the data file, and the lap number of the row.
+struct RigaLog {
+    std::map<int, std::string> Celle;
+    int Giro = 1;
+};
+
+/// A small log made by hand: time and distance count from the start of each stretch, 10 m a row,
+/// channels are 0 unless a stretch says otherwise.
+class LogProva {
+ public:
+    /// Adds rows of one lap; `valore(r)` is what the row r of the stretch holds in column 3.
+    LogProva& Tratto(int giro, int righe, const std::function<double(int)>& valore = {}) {
+        for (int r = 0; r < righe; ++r) {
+            RigaLog riga;
+            riga.Giro = giro;
+            riga.Celle[1] = TestoNumero(r / 10.0);
+            riga.Celle[2] = TestoNumero(r * 10);
+            if (valore) riga.Celle[3] = TestoNumero(valore(r));
+            Righe.push_back(riga);
+        }
+        return *this;
+    }
+
+    std::string Csv() const {
+        std::string testo = Titoli + "\r\n";
+        for (const RigaLog& riga : Righe) {
+            for (int c = 1; c <= Colonne; ++c) {
+                const auto cella = riga.Celle.find(c);
+                testo += cella == riga.Celle.end() ? "0" : cella->second;
+                testo += c == Colonne ? "\r\n" : ";";
+            }
+        }
+        return testo;
+    }
+    std::string Laterale() const {
+        std::string testo = "Time [sec];Distance [m];a;b;c;d;e;f;g;h;\r\n";
+        for (const RigaLog& riga : Righe) {
+            testo += riga.Celle.at(1) + ";" + riga.Celle.at(2) + ";1;3;5;7;9;11;13;15;" +
+                     TestoNumero(riga.Giro) + "\r\n";
+        }
+        return testo;
+    }
+    /// Writes data file, .txt and .tim of that stem.
+    void Scrivi(const std::filesystem::path& stelo) const {
+        prova::Scrivi(stelo.native() + ".csv", Csv());
+        prova::Scrivi(stelo.native() + ".txt", Laterale());
+        prova::Scrivi(stelo.native() + ".tim", Tim);
+    }
+
+    int Colonne = 16;
+    std::string Titoli =
+        "Time [sec];Distance [m];Engine [RPM];Speed [Km/h];Fuel Press. [bar];Oil Press. [bar];"
+        "Throttle [%];Water Temp [\xB0 C];G Sensor [G];Oil Temp. [\xB0 C];Battery [V];Gear [];"
+        "Fuel Level [];Turbo Press. [bar];Lambda sensor [A/F];Lambda sensor[Lambda]";
+    std::string Tim = "1.4\r\n\r\n";
+    std::vector<RigaLog> Righe;
+};
+
+/// An analysis with everything around it, on logs of a folder of its own.
+class AnalisiProva : public ::testing::Test {
+ protected:
+    AnalisiProva() {
+        CaricaTestiVeri(1);
+        DatiSessione = {};
+    }
+    ~AnalisiProva() override { DatiSessione = {}; }
+
+    std::filesystem::path Stelo() const { return macchina.Cartella / "run"; }
+    /// Writes the log and opens it.
+    bool Apri(const LogProva& log) {
+        log.Scrivi(Stelo());
+        return ApriCsv();
+    }
+    bool ApriCsv() {
+        AnalisiInCorso = true;
+        analisi.NomeFileDati = Stelo().native() + ".csv";
+        return analisi.Carica();
+    }
+
+    PlatformProva macchina;
+    PrincipaleProva finestra;
+    VistaProva vista;
+    GraficoProva grafico;
+    AnalisiDatiSpeed analisi{vista, grafico};
+};
+
+}  // namespace lapvane::prova

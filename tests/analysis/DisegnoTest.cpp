@@ -1,0 +1,265 @@
+#include "analysis/AnalisiProva.h"
+#include "platform/ErroreRuntime.h"
+#include "project/DatiProgetto.h"
+#include "shell/LoadStrings.h"
+
+using namespace lapvane;
+using namespace lapvane::prova;
+
+namespace {
+
+/// Start (5 rows), a lap of 11 rows (rows 5 to 15, 0 to 1 s), a lap of 21 rows, End.
+LogProva DueGiri() {
+    LogProva log;
+    log.Tratto(1, 5)
+        .Tratto(2, 11, [](int r) { return 100.0 * r; })
+        .Tratto(3, 21, [](int r) { return 10.0 * r; })
+        .Tratto(4, 3);
+    for (std::size_t r = 5; r <= 36; ++r) {
+        log.Righe[r].Celle[4] = "-5";
+        log.Righe[r].Celle[5] = "2";
+    }
+    log.Tim = "1.4\r\n01:02.30, 1\r\n01:01.90, 1\r\n\r\n";
+    return log;
+}
+
+std::string Sessione(const std::string& canale3, const std::string& canale4) {
+    std::string ses =
+        "Sessione= Prove libere \r\nDataSessione=12/5\r\nOra=10=30\r\nCircuito= \r\n"
+        "Lungh=5793\r\nVeicolo=  Alfa 8 \r\nPiloti=Rossi\r\nNote=a;b\r\n";
+    ses += canale3 + "\r\n" + canale4 + "\r\n";
+    for (int c = 5; c <= 20; ++c) ses += "x;1;12;1;0;0\r\n";
+    return ses;
+}
+
+}  // namespace
+
+class DisegnoCanali : public AnalisiProva {
+ protected:
+    void Giro(int indice) { analisi.MSFlexGrid1_Click(indice, 1); }
+};
+
+TEST_F(DisegnoCanali, ScalesStretchEveryChannelToTheHighestMaximum) {
+    ASSERT_TRUE(Apri(DueGiri()));
+    Giro(2);
+    EXPECT_EQ(analisi.MaxCanale[3], 1000.0);
+    EXPECT_EQ(analisi.MinCanale[3], 0.0);
+    EXPECT_EQ(analisi.MediaCanale[3], 500.0);
+    EXPECT_EQ(analisi.MaxCanale[4], 0.01) << "only negative values: 0, and 0 is replaced";
+    EXPECT_EQ(analisi.MinCanale[4], -5.0);
+    EXPECT_EQ(analisi.MinCanale[5], 0.0) << "only positive values: 0";
+    EXPECT_EQ(analisi.MediaCanale[5], 2.0);
+    EXPECT_EQ(analisi.FattoreScala[3], 1.0);
+    EXPECT_EQ(analisi.FattoreScala[5], 500.0);
+    EXPECT_DOUBLE_EQ(analisi.FattoreScala[4], 100000.0);
+    // Highest 1000 and a tenth; lowest -500000, whose margin goes towards 0.
+    EXPECT_DOUBLE_EQ(grafico.intervallo.YMax, 1100.0);
+    EXPECT_DOUBLE_EQ(grafico.intervallo.YMin, -400000.0);
+    EXPECT_EQ(grafico.intervallo.XMin, 0.0);
+    EXPECT_EQ(grafico.intervallo.XMax, 1.0);
+    EXPECT_DOUBLE_EQ(analisi.PassoSposta, 0.01);
+    analisi.AsseDistanza = true;
+    analisi.CalcolaScale(grafico);
+    EXPECT_EQ(grafico.intervallo.XMax, 100.0) << "10 m a row";
+    EXPECT_DOUBLE_EQ(analisi.PassoSposta, 10.0);
+}
+
+TEST_F(DisegnoCanali, DecimationHoldsADrawingToFiveHundredPoints) {
+    const std::pair<double, int> casi[] = {{1.0, 1},       {25.0, 1},  {75.0, 2},
+                                           {100.0, 2},     {125.0, 2}, {175.0, 4},
+                                           {16377.9, 328}, {-5.0, 1},  {1e12, 32767}};
+    for (const auto& [ampiezza, attesa] : casi) {
+        analisi.XMin = 0.0;
+        analisi.XMax = ampiezza;
+        analisi.CalcolaPassoSposta();
+        EXPECT_EQ(analisi.Decimazione, attesa) << ampiezza;
+    }
+}
+
+TEST_F(DisegnoCanali, DrawsTheTickedChannelsOfTheLapOverlaid) {
+    Scrivi(Stelo().native() + ".ses", Sessione("x;3;255;2;0;0", "x;1;65280;1;0;0"));
+    ASSERT_TRUE(Apri(DueGiri()));
+    Giro(2);
+    EXPECT_TRUE(grafico.elementi.empty());
+    analisi.chkGrafico_Click(5, true);
+    analisi.chkGrafico_Click(3, true);
+    EXPECT_EQ(analisi.NumCanaliAttivi, 2);
+    ASSERT_EQ(grafico.elementi.size(), 2u);
+    const ElementoProva& giri = grafico.elementi[0];
+    EXPECT_EQ(giri.Nome, Testo(308));
+    EXPECT_EQ(giri.Tinta, 255u);
+    EXPECT_EQ(giri.Spessore, 2);
+    EXPECT_EQ(giri.Numero, analisi.ElementoCanale[3]);
+    EXPECT_EQ(giri.Scala, 1.0);
+    EXPECT_EQ(giri.Passo, 3);
+    EXPECT_EQ(giri.Riquadro, 0);
+    EXPECT_EQ(giri.X, (std::vector<double>{0, 0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.7, 0.8, 0.9, 1}));
+    EXPECT_EQ(giri.Y.front(), 0.0);
+    EXPECT_EQ(giri.Y.back(), 1000.0);
+    EXPECT_EQ(giri.Misure.Massimo, 1000.0);
+    EXPECT_EQ(grafico.elementi[1].Scala, 500.0);
+    EXPECT_EQ(grafico.elementi[1].Passo, 1);
+    EXPECT_EQ(grafico.elementi[1].Tinta, 12u);
+    EXPECT_NE(grafico.elementi[1].Numero, giri.Numero);
+    EXPECT_EQ(analisi.UltimoCanale, 5);
+    EXPECT_EQ(grafico.etichettaX, Testo(306) + " [sec]");
+    EXPECT_EQ(grafico.cursori, 1);
+    EXPECT_EQ(grafico.coloreCursore, Rgb(0, 0, 255));
+    EXPECT_TRUE(vista.segnati[3]);
+    EXPECT_FALSE(vista.segnati[4]);
+
+    Giro(3);
+    ASSERT_EQ(grafico.elementi.size(), 2u);
+    EXPECT_EQ(grafico.elementi[0].Y.size(), 21u);
+    EXPECT_EQ(grafico.elementi[0].Y.back(), 200.0);
+    analisi.chkGrafico_Click(3, false);
+    analisi.chkGrafico_Click(5, false);
+    EXPECT_TRUE(grafico.elementi.empty());
+    EXPECT_EQ(analisi.UltimoCanale, 0);
+    EXPECT_EQ(analisi.NumCanaliAttivi, 0);
+}
+
+TEST_F(DisegnoCanali, ScaleOptionLabelsTheAxisAndFollowsTheTicks) {
+    ASSERT_TRUE(Apri(DueGiri()));
+    Giro(2);
+    analisi.chkGrafico_Click(5, true);
+    EXPECT_EQ(vista.scala, 5);
+    EXPECT_EQ(grafico.scalaY, 500.0);
+    EXPECT_EQ(grafico.etichettaY, Testo(310) + " [bar]");
+    EXPECT_EQ(grafico.coloreAsse, Rgb(192, 64, 0));
+    analisi.chkGrafico_Click(3, true);
+    EXPECT_EQ(vista.scala, 3);
+    EXPECT_EQ(grafico.scalaY, 1.0);
+    analisi.optScala_Click(5);
+    EXPECT_EQ(analisi.CanaleScala, 5);
+    EXPECT_EQ(grafico.scalaY, 500.0);
+    // Unticking moves the choice to the first channel that is still ticked ...
+    analisi.chkGrafico_Click(5, false);
+    EXPECT_EQ(vista.scala, 3);
+    EXPECT_EQ(grafico.scalaY, 1.0);
+    // ... and with none left it stays.
+    analisi.chkGrafico_Click(3, false);
+    EXPECT_EQ(vista.scala, 3);
+    EXPECT_EQ(analisi.CanaleScala, 3);
+    const int prima = grafico.pulizie;
+    analisi.chkGrafico_Click(3, true);
+    EXPECT_EQ(grafico.pulizie, prima + 1) << "the option that is on is not clicked again";
+    analisi.chkGrafico_Click(3, false);
+
+    analisi.chkGrafico_Click(5, true);
+    EXPECT_EQ(grafico.scalaY, 500.0);
+    Giro(3);
+    EXPECT_EQ(grafico.scalaY, 100.0) << "the highest maximum of this lap is 200, that of 5 is 2";
+}
+
+TEST_F(DisegnoCanali, DrawsTheRowsThatTheWindowShows) {
+    ASSERT_TRUE(Apri(DueGiri()));
+    Giro(2);
+    analisi.chkGrafico_Click(3, true);
+    const auto righe = [&](double da, double a) {
+        analisi.XMin = da;
+        analisi.XMax = a;
+        analisi.Ridisegna();
+        return std::pair{analisi.RigaDa, analisi.RigaA};
+    };
+    EXPECT_EQ(righe(0.0, 1.0), (std::pair{5, 15}));
+    EXPECT_EQ(righe(-3.0, 9.0), (std::pair{5, 15}));
+    // The last row counts from the first row shown, as far as the lap goes.
+    EXPECT_EQ(righe(0.3, 0.6), (std::pair{8, 14}));
+    EXPECT_EQ(grafico.elementi[0].X.front(), 0.3);
+    EXPECT_EQ(righe(0.3, 0.9), (std::pair{8, 15}));
+    EXPECT_EQ(righe(0.0, 0.6), (std::pair{5, 11}));
+    EXPECT_EQ(righe(5.0, 6.0), (std::pair{55, 15}));
+    EXPECT_TRUE(grafico.elementi.empty()) << "the window has left the lap";
+    EXPECT_TRUE(vista.segnati[3]);
+    righe(1e300, 2e300);
+    EXPECT_TRUE(grafico.elementi.empty());
+    righe(0.0, -1e300);
+    EXPECT_TRUE(grafico.elementi.empty());
+}
+
+TEST_F(DisegnoCanali, DistanceAxisStaysEmpty) {
+    ASSERT_TRUE(Apri(DueGiri()));
+    Giro(2);
+    analisi.chkGrafico_Click(3, true);
+    analisi.AsseDistanza = true;
+    analisi.CalcolaScale(grafico);
+    analisi.Ridisegna();
+    EXPECT_TRUE(grafico.elementi.empty());
+    EXPECT_EQ(grafico.etichettaX, Testo(307) + " [m]");
+}
+
+TEST_F(DisegnoCanali, SeparatePanesTakeTheirOwnScaleAndAreThreeAtMost) {
+    ASSERT_TRUE(Apri(DueGiri()));
+    Giro(2);
+    for (const int c : {3, 4, 5}) analisi.chkGrafico_Click(c, true);
+    analisi.Separati = true;
+    analisi.Ridisegna();
+    ASSERT_EQ(grafico.elementi.size(), 3u);
+    EXPECT_EQ(grafico.elementi[1].Riquadro, 2);
+    EXPECT_EQ(grafico.elementi[1].Scala, 1.0);
+    EXPECT_EQ(grafico.intervallo.YMax, 2.2);
+    EXPECT_EQ(grafico.etichettaY, Testo(310) + " [bar]");
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    const int prima = grafico.pulizie;
+    analisi.chkGrafico_Click(6, true);
+    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(145));
+    EXPECT_EQ(macchina.Mostrati.back().Icona, Icon::Information);
+    EXPECT_EQ(grafico.pulizie, prima) << "the graph keeps its last picture";
+}
+
+using SessioneAnalisi = AnalisiProva;
+
+TEST_F(SessioneAnalisi, AreReadByPosition) {
+    DatiProgetto.Veicolo = "prima";
+    Scrivi(Stelo().native() + ".ses",
+           Sessione("Motore; 2 ;16711680; 4;-1,5; 12.5", "Velocit\xE0;0;boh;x;;"));
+    ASSERT_TRUE(Apri(DueGiri()));
+    EXPECT_EQ(DatiSessione.Sessione, "Prove libere");
+    EXPECT_EQ(DatiSessione.DataSessione, "12/5");
+    EXPECT_EQ(DatiSessione.OraSessione, "10=30") << "everything after the first equals sign";
+    EXPECT_EQ(DatiSessione.Circuito, "");
+    EXPECT_EQ(DatiSessione.LunghTracciato, "5793");
+    EXPECT_EQ(DatiProgetto.Veicolo, "Alfa 8") << "the project's vehicle is overwritten";
+    EXPECT_EQ(DatiSessione.VeicoloSessione, "");
+    EXPECT_EQ(DatiSessione.NoteSessione, "a;b");
+    EXPECT_EQ(analisi.FiltroCanale[3], 2);
+    EXPECT_EQ(analisi.ColoreCanale[3], 16711680u);
+    EXPECT_EQ(vista.colori[3], 16711680u);
+    EXPECT_EQ(analisi.SpessoreCanale[3], 4);
+    EXPECT_EQ(vista.nomi[3], Testo(308)) << "the caption of the file is dropped";
+    EXPECT_EQ(analisi.FiltroCanale[4], 0);
+    EXPECT_EQ(analisi.ColoreCanale[4], Rgb(255, 0, 0)) << "what is no number changes nothing";
+    EXPECT_EQ(analisi.SpessoreCanale[4], 1);
+    analisi.LeggiDatiSessione();
+    EXPECT_EQ(analisi.MinCanale[3], -1.5);
+    EXPECT_EQ(analisi.MaxCanale[3], 12.5);
+}
+
+TEST_F(SessioneAnalisi, MissingFileEmptiesTheSession) {
+    DatiSessione.Sessione = "di un altro log";
+    DatiProgetto.Veicolo = "di un altro log";
+    ASSERT_TRUE(Apri(DueGiri()));
+    EXPECT_EQ(DatiSessione.Sessione, "");
+    EXPECT_EQ(DatiProgetto.Veicolo, "");
+    EXPECT_EQ(analisi.NomeFileSessione, Stelo().native() + ".ses");
+}
+
+TEST_F(SessioneAnalisi, FileThatIsCutShortIsAnError) {
+    const std::string intera = Sessione("x;1;255;1;0;0", "x;1;255;1;0;0");
+    for (const std::size_t righe : {0u, 5u, 25u}) {
+        std::size_t fine = 0;
+        for (std::size_t i = 0; i < righe; ++i) fine = intera.find('\n', fine) + 1;
+        DueGiri().Scrivi(Stelo());
+        Scrivi(Stelo().native() + ".ses", intera.substr(0, fine));
+        try {
+            ApriCsv();
+            ADD_FAILURE() << righe;
+        } catch (const ErroreRuntime& errore) {
+            EXPECT_EQ(errore.Numero(), NumeroErrore::InputPastEnd);
+            EXPECT_EQ(errore.Riga(), static_cast<long>(righe) + 1);
+            EXPECT_EQ(errore.File(), Stelo().native() + ".ses");
+        }
+        EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
+    }
+}

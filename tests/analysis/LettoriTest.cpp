@@ -1,0 +1,163 @@
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "analysis/FileTim.h"
+#include "analysis/Giri.h"
+#include "analysis/LettoreDati.h"
+#include "analysis/Schema.h"
+#include "analysis/Statistiche.h"
+#include "analysis/TabellaArray.h"
+
+using namespace lapvane;
+
+namespace {
+
+/// Every row of a text over three columns; a cell that is not written shows as -99.
+std::vector<std::vector<double>> Righe(std::string_view testo) {
+    LettoreDati lettore(testo);
+    std::vector<std::vector<double>> colonne(
+        3, std::vector<double>(static_cast<std::size_t>(lettore.NumeroRecord()) + 1, -99));
+    std::vector<double*> inizi;
+    for (auto& colonna : colonne) inizi.push_back(colonna.data());
+    std::int32_t riga = 0;
+    while (riga < lettore.NumeroRecord() && lettore.LeggiRiga(inizi, riga)) ++riga;
+    EXPECT_EQ(riga, lettore.NumeroRecord());
+    EXPECT_FALSE(lettore.LeggiRiga(inizi, riga));
+    std::vector<std::vector<double>> righe;
+    for (std::int32_t r = 0; r < riga; ++r) {
+        const auto i = static_cast<std::size_t>(r);
+        righe.push_back({colonne[0][i], colonne[1][i], colonne[2][i]});
+    }
+    return righe;
+}
+
+using Tabella = std::vector<std::vector<double>>;
+
+}  // namespace
+
+TEST(LettoreDati, TakesEveryShapeOfRowThatALogCanHave) {
+    struct Caso {
+        const char* Cosa;
+        const char* Testo;
+        Tabella Atteso;
+    };
+    const Caso casi[] = {
+        {"point and comma", "t\r\n0.1;-2,5;300\r\n", {{0.1, -2.5, 300}}},
+        {"empty field keeps its cell", "t\n1;;3\n", {{1, -99, 3}}},
+        {"not a number", "t\n1;abc;3\n", {{1, 0, 3}}},
+        {"fewer fields", "t\n1\n2;4\n", {{1, -99, -99}, {2, 4, -99}}},
+        {"surplus fields", "t\n1;2;3;4;5\n6;7;8;9\n", {{1, 2, 3}, {6, 7, 8}}},
+        {"last line without its end", "t\n1;2;3\n4;5", {{1, 2, 3}, {4, 5, -99}}},
+        {"last field open", "t\n1;2;", {{1, 2, -99}}},
+        {"empty lines at the end", "t\r\n1;2;3\r\n\r\n\r\n", {{1, 2, 3}}},
+        {"empty line between rows keeps its place",
+         "t\r\n1;2;3\r\n\r\n4;5;6\r\n",
+         {{1, 2, 3}, {0, -99, -99}, {4, 5, 6}}},
+        {"carriage returns alone", "t\r1;2;3\r4;5;6", {{1, 2, 3}, {4, 5, 6}}},
+        {"heading alone", "t;u;v\r\n", {}},
+        {"heading without its end", "t;u;v", {}},
+        {"nothing", "", {}},
+        {"only line ends", "\r\n\r\n\r\n", {}},
+    };
+    for (const Caso& caso : casi) {
+        SCOPED_TRACE(caso.Cosa);
+        EXPECT_EQ(Righe(caso.Testo), caso.Atteso);
+    }
+}
+
+TEST(LettoreDati, TellsTheHeadingWithoutItsLineEnd) {
+    EXPECT_EQ(LettoreDati("a [x];b\r\n1\r\n").Titolo(), "a [x];b");
+    EXPECT_EQ(LettoreDati("a;b").Titolo(), "a;b");
+}
+
+TEST(TabellaArray, IsZeroOutsideAndKeepsItsPlanesApart) {
+    TabellaArray tabella;
+    tabella.Alloca(3, 2, 4);
+    tabella.Destinazioni(Piano::Dati)[2][3] = 7.5;
+    tabella.Destinazioni(Piano::Laterale)[1][0] = 2.5;
+    EXPECT_EQ(tabella.Valore(3, Piano::Dati, 3), 7.5);
+    EXPECT_EQ(tabella.Valore(2, Piano::Laterale, 0), 2.5);
+    EXPECT_EQ(tabella.Valore(2, Piano::Dati, 0), 0.0);
+    for (const int colonna : {-1, 0, 4, 21}) {
+        EXPECT_TRUE(tabella.Colonna(colonna, Piano::Dati).empty()) << colonna;
+    }
+    EXPECT_TRUE(tabella.Colonna(3, Piano::Laterale).empty());
+    for (const std::int32_t riga : {-1, 4, 2147483647}) {
+        EXPECT_EQ(tabella.Valore(3, Piano::Dati, riga), 0.0) << riga;
+    }
+    EXPECT_EQ(tabella.Righe(3, Piano::Dati, -5, 99).size(), 4u);
+    EXPECT_EQ(tabella.Righe(3, Piano::Dati, 1, 2).size(), 2u);
+    EXPECT_TRUE(tabella.Righe(3, Piano::Dati, 3, 2).empty());
+    EXPECT_TRUE(tabella.Righe(3, Piano::Dati, 9, 12).empty());
+    EXPECT_EQ(tabella.Righe(3, Piano::Dati, 3, 3)[0], 7.5);
+    tabella.Alloca(25, 0, 2);
+    EXPECT_EQ(tabella.Valore(3, Piano::Dati, 1), 0.0);
+    EXPECT_EQ(tabella.Destinazioni(Piano::Dati).size(), 20u) << "a log holds 20 columns at most";
+}
+
+TEST(FileTim, SplitsTimeAndSession) {
+    const FileTim file = LeggiFileTim("1.4\r\n01:20.00, 2\r\n01:19.50\r\n01:18.00,\r\n\r\n");
+    EXPECT_EQ(file.PrimaRiga, "1.4");
+    ASSERT_EQ(file.Righe.size(), 4u);
+    EXPECT_EQ(file.Righe[0].Tempo, "01:20.00");
+    EXPECT_EQ(file.Righe[0].Sessione, "2");
+    EXPECT_EQ(file.Righe[1].Sessione, "1") << "a line without a comma belongs to session 1";
+    EXPECT_EQ(file.Righe[2].Tempo, "01:18.00");
+    EXPECT_EQ(file.Righe[2].Sessione, "");
+    EXPECT_EQ(file.Righe[3].Tempo, "") << "the empty last line counts";
+    EXPECT_EQ(file.IndiceFine(), 6);
+}
+
+TEST(FileTim, CountsLinesAndStopsAtTheTable) {
+    EXPECT_EQ(LeggiFileTim("1.4\r\n").IndiceFine(), 2);
+    EXPECT_EQ(LeggiFileTim("").IndiceFine(), 2);
+    std::string lungo = "1.4\n";
+    for (int i = 0; i < 5000; ++i) lungo += "01:00.00, 1\n";
+    const FileTim file = LeggiFileTim(lungo);
+    EXPECT_EQ(file.IndiceFine(), 1000);
+    EXPECT_EQ(file.Righe.size(), 998u) << "lines 2 to 999";
+}
+
+TEST(CercaGiri, CountsRunsOfEqualNumbersFromOne) {
+    const std::vector<std::int32_t> giri = {1, 1, 1, 2, 2, -1, 2, 3, 3};
+    const RigheGiri dati = CercaGiri(giri, 0);
+    EXPECT_EQ(dati.Numero, 5);
+    EXPECT_EQ(std::vector(dati.Inizio.begin(), dati.Inizio.begin() + 7),
+              (std::vector<std::int32_t>{0, 0, 3, 5, 6, 7, 0}));
+    EXPECT_EQ(std::vector(dati.Fine.begin(), dati.Fine.begin() + 7),
+              (std::vector<std::int32_t>{0, 2, 4, 5, 6, 8, 0}));
+    EXPECT_TRUE(dati.Esiste(5));
+    EXPECT_FALSE(dati.Esiste(6));
+    EXPECT_FALSE(dati.Esiste(0));
+    EXPECT_EQ(CercaGiri(giri, 2).Inizio[2], 5) << "a table whose heading is row 1 counts from 2";
+}
+
+TEST(CercaGiri, HasNoRunsWithoutRowsAndNoMoreThanTheTable) {
+    EXPECT_EQ(CercaGiri({}, 0).Numero, 0);
+    std::vector<std::int32_t> molti(3000);
+    for (std::size_t i = 0; i < molti.size(); ++i) molti[i] = static_cast<std::int32_t>(i);
+    const RigheGiri dati = CercaGiri(molti, 0);
+    EXPECT_EQ(dati.Numero, 999);
+    EXPECT_EQ(dati.Inizio.size(), 1000u);
+    EXPECT_EQ(dati.Inizio[999], 998);
+}
+
+TEST(Schema, NamesEveryColumnOfBothFiles) {
+    EXPECT_EQ(TestoSchema("run.csv", 3, "run.txt", 2),
+              "[run.csv]\r\nColNameHeader=True\r\nFormat=Delimited(;)\r\nMaxScanRows=1\r\n"
+              "CharacterSet=ANSI\r\nCol1=F1 Double\r\nCol2=F2 Double\r\nCol3=F3 Double\r\n"
+              "[run.txt]\r\nColNameHeader=True\r\nFormat=Delimited(;)\r\nMaxScanRows=1\r\n"
+              "CharacterSet=ANSI\r\nCol1=F1 Double\r\nCol2=F2 Double\r\nCol3=F3 Integer\r\n");
+}
+
+TEST(Statistiche, StartFromZero) {
+    const std::vector<double> negativi = {-4, -1, -7};
+    const std::vector<double> positivi = {4, 1, 7};
+    EXPECT_EQ(MassimoColonna(negativi), 0.0);
+    EXPECT_EQ(MinimoColonna(negativi), -7.0);
+    EXPECT_EQ(MassimoColonna(positivi), 7.0);
+    EXPECT_EQ(MinimoColonna(positivi), 0.0);
+    EXPECT_EQ(MediaColonna(positivi, 3), 4.0);
+    EXPECT_EQ(MediaColonna({}, 0), 0.0);
+}

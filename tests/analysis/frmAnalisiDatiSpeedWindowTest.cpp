@@ -1,0 +1,245 @@
+#include "analysis/frmAnalisiDatiSpeed.h"
+
+#include <QTest>
+#include <QTimer>
+
+#include "analysis/AnalisiProva.h"
+#include "platform/qt/TestoQt.h"
+#include "project/DatiProgetto.h"
+#include "shell/LoadStrings.h"
+
+using namespace lapvane;
+using namespace lapvane::prova;
+
+namespace {
+
+/// Start (5 rows), laps of 40, 30 and 50 rows, one lap without rows, End.
+LogProva QuattroGiri() {
+    LogProva log;
+    log.Tratto(1, 5);
+    for (int giro = 2; giro <= 4; ++giro) {
+        log.Tratto(giro,
+                   giro == 2   ? 40
+                   : giro == 3 ? 30
+                               : 50,
+                   [giro](int r) { return 1000.0 * giro + r; });
+    }
+    log.Tim =
+        "1.4\r\n01:02.30, 1\r\n01:01.90, 1\r\n01:03.10, 1\r\n01:02.00, 1\r\n01:02.10, 1\r\n\r\n";
+    return log;
+}
+
+class FinestraAnalisi : public ::testing::Test {
+ protected:
+    FinestraAnalisi() {
+        CaricaTestiVeri(1);
+        QuattroGiri().Scrivi(macchina.Cartella / "run");
+        AnalisiInCorso = true;
+        finestra.NomeFileDati = macchina.Cartella / "run.csv";
+    }
+    ~FinestraAnalisi() override { DatiSessione = {}; }
+
+    void Mostra() {
+        ASSERT_TRUE(finestra.Carica());
+        finestra.resize(1366, 738);
+        finestra.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&finestra));
+    }
+    template <class T>
+    T* Controllo(const char* nome, int c = 0) {
+        T* const trovato = finestra.findChild<T*>(
+            c == 0 ? QString::fromLatin1(nome) : QString::fromLatin1(nome) + QString::number(c));
+        EXPECT_NE(trovato, nullptr) << nome << c;
+        return trovato;
+    }
+    GrigliaGiri* Griglia() { return Controllo<GrigliaGiri>("MSFlexGrid1"); }
+    /// Clicks a cell by table row and column.
+    void Clicca(int riga, int colonna) {
+        const QModelIndex cella = Griglia()->model()->index(riga - 1, colonna);
+        Griglia()->scrollTo(cella);
+        QTest::mouseClick(Griglia()->viewport(), Qt::LeftButton, {},
+                          Griglia()->visualRect(cella).center());
+    }
+    std::string Cella(int riga, int colonna) {
+        return DaQt(Griglia()->model()->index(riga - 1, colonna).data().toString());
+    }
+
+    PlatformProva macchina;
+    PrincipaleProva principale;
+    frmAnalisiDatiSpeed finestra;
+};
+
+}  // namespace
+
+TEST_F(FinestraAnalisi, ShowsTheChannelsOfTheLogAndItsLaps) {
+    Mostra();
+    EXPECT_EQ(DaQt(finestra.windowTitle()), "run.csv");
+    for (int c = 3; c <= 20; ++c) {
+        EXPECT_EQ(Controllo<QCheckBox>("chkGrafico", c)->isVisible(), c <= 16) << c;
+        EXPECT_EQ(Controllo<QLabel>("lblNomeCampo", c)->isVisible(), c <= 16) << c;
+        EXPECT_FALSE(Controllo<QRadioButton>("optScala", c)->isEnabled()) << c;
+    }
+    EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 4)->text()), Testo(309));
+    EXPECT_EQ(DaQt(Controllo<QLabel>("lblUM", 4)->text()), "[Km/h]");
+    EXPECT_EQ(DaQt(Controllo<QLabel>("lblUM", 8)->text()), "[\xB0 C]");
+    EXPECT_EQ(Griglia()->model()->rowCount(), 7) << "Start, five laps, End";
+    EXPECT_EQ(Cella(1, 0), "Start");
+    EXPECT_EQ(Cella(3, 1), "01:01.90");
+    EXPECT_EQ(Cella(7, 0), "End");
+    EXPECT_EQ(DaQt(Griglia()->model()->headerData(1, Qt::Horizontal).toString()), Testo(143));
+    EXPECT_FALSE(Griglia()->isColumnHidden(1));
+    EXPECT_TRUE(Griglia()->isColumnHidden(2)) << "no sectors, no column";
+    EXPECT_EQ(Griglia()->currentIndex(), Griglia()->model()->index(0, 1));
+    // Nothing is cut off: the list is as wide as its longest row.
+    const auto* lista = Controllo<QFrame>("fraMisure");
+    EXPECT_GE(lista->width(), lista->minimumSizeHint().width());
+    EXPECT_LE(finestra.minimumSizeHint().width(), 1366);
+    EXPECT_LE(finestra.minimumSizeHint().height(), 700);
+}
+
+TEST_F(FinestraAnalisi, TickingDrawsAndChoosesTheScale) {
+    Mostra();
+    Clicca(2, 1);
+    auto* const grafico = Controllo<GraficoWidget>("NTGraph1");
+    EXPECT_EQ(grafico->ElementoCorrente(), 1) << "no curve yet";
+    auto* const spunta = Controllo<QCheckBox>("chkGrafico", 3);
+    spunta->setFocus();
+    QTest::keyClick(spunta, Qt::Key_Space);
+    EXPECT_TRUE(spunta->isChecked());
+    EXPECT_EQ(grafico->ElementoCorrente(), 2);
+    EXPECT_TRUE(Controllo<QRadioButton>("optScala", 3)->isEnabled());
+    EXPECT_TRUE(Controllo<QRadioButton>("optScala", 3)->isChecked());
+    // A click on the channel's name ticks it as well.
+    QTest::mouseClick(Controllo<QLabel>("lblNomeCampo", 5), Qt::LeftButton);
+    EXPECT_TRUE(Controllo<QCheckBox>("chkGrafico", 5)->isChecked());
+    EXPECT_EQ(grafico->ElementoCorrente(), 3);
+    EXPECT_TRUE(Controllo<QRadioButton>("optScala", 5)->isChecked());
+    Controllo<QRadioButton>("optScala", 3)->click();
+    EXPECT_EQ(finestra.Analisi().CanaleScala, 3);
+    QTest::keyClick(spunta, Qt::Key_Space);
+    EXPECT_EQ(grafico->ElementoCorrente(), 2);
+    EXPECT_TRUE(Controllo<QRadioButton>("optScala", 5)->isChecked());
+    EXPECT_FALSE(Controllo<QRadioButton>("optScala", 3)->isEnabled());
+}
+
+TEST_F(FinestraAnalisi, MarksBestWorstAndSelectedLapReadably) {
+    Mostra();
+    Clicca(3, 1);
+    EXPECT_EQ(finestra.Analisi().GiroSelezionato, 3);
+    const auto colore = [&](int riga, int colonna, int ruolo) {
+        return Griglia()->model()->index(riga - 1, colonna).data(ruolo).value<QColor>();
+    };
+    EXPECT_EQ(colore(3, 1, Qt::BackgroundRole), QColor(0, 255, 0));
+    EXPECT_EQ(colore(4, 1, Qt::BackgroundRole), QColor(255, 0, 0));
+    EXPECT_EQ(colore(3, 2, Qt::BackgroundRole), QColor(0, 0, 255));
+    EXPECT_FALSE(Griglia()->model()->index(1, 2).data(Qt::BackgroundRole).isValid());
+    EXPECT_TRUE(Griglia()->model()->index(2, 0).data(ModelloGiri::kRuoloGiro).toBool());
+    EXPECT_FALSE(Griglia()->model()->index(0, 0).data(ModelloGiri::kRuoloGiro).toBool());
+    EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)),
+              Testo(273) + " " + Testo(110) + " 3");
+    // On the screen: the label of the selected lap is blue, the best time green.
+    const QImage foto = Griglia()->viewport()->grab().toImage();
+    const auto angolo = [&](int riga, int colonna) {
+        const QRect cella = Griglia()->visualRect(Griglia()->model()->index(riga - 1, colonna));
+        return foto.pixelColor(cella.left() + 5, cella.center().y());
+    };
+    EXPECT_EQ(angolo(3, 0), QColor(0, 0, 255));
+    EXPECT_EQ(angolo(3, 1), QColor(0, 255, 0));
+    EXPECT_EQ(angolo(4, 1), QColor(255, 0, 0));
+}
+
+TEST_F(FinestraAnalisi, OnlyTheLapTimeSelectsWithTheMouseAndEnterWithTheKeyboard) {
+    Mostra();
+    Clicca(4, 0);
+    EXPECT_EQ(finestra.Analisi().GiroSelezionato, 1);
+    EXPECT_EQ(Griglia()->currentIndex().row(), 3);
+    QTest::keyClick(Griglia(), Qt::Key_Down);
+    QTest::keyClick(Griglia(), Qt::Key_Up);
+    EXPECT_EQ(finestra.Analisi().GiroSelezionato, 1) << "the arrows only move";
+    QTest::keyClick(Griglia(), Qt::Key_Return);
+    EXPECT_EQ(finestra.Analisi().GiroSelezionato, 4);
+    EXPECT_EQ(finestra.Analisi().RigheGiro, 49);
+    EXPECT_TRUE(finestra.isVisible()) << "Enter is no button of the window";
+}
+
+TEST_F(FinestraAnalisi, LapWithoutRowsHidesTheGraphAndKeepsItsPlace) {
+    Mostra();
+    const int prima = Griglia()->x();
+    Clicca(5, 1);
+    EXPECT_TRUE(Controllo<QTabWidget>("SSTab1")->isHidden());
+    EXPECT_TRUE(Controllo<QFrame>("fraMisure")->isHidden());
+    QTest::qWait(20);
+    EXPECT_EQ(Griglia()->x(), prima);
+    Clicca(2, 1);
+    EXPECT_TRUE(Controllo<QTabWidget>("SSTab1")->isVisible());
+    EXPECT_TRUE(Controllo<QFrame>("fraMisure")->isVisible());
+}
+
+TEST_F(FinestraAnalisi, SectorColumnsFollowTheTrack) {
+    Scrivi(macchina.Cartella / "tracks" / "Prova.sec", "300\r\n100\r\n200\r\n");
+    std::string ses = "a=\r\nb=\r\nc=\r\nCircuito=Prova\r\ne=300\r\nf=\r\ng=\r\nh=\r\n";
+    for (int c = 3; c <= 20; ++c) ses += "x;1;255;1;0;0\r\n";
+    Scrivi(macchina.Cartella / "run.ses", ses);
+    Mostra();
+    EXPECT_FALSE(Griglia()->isColumnHidden(2));
+    EXPECT_FALSE(Griglia()->isColumnHidden(3));
+    EXPECT_TRUE(Griglia()->isColumnHidden(4));
+    EXPECT_EQ(Cella(2, 2), "00:01.00") << "100 m at 10 m a row";
+}
+
+TEST_F(FinestraAnalisi, TabGoesFromTheChannelsToTheLaps) {
+    Mostra();
+    auto* const primo = Controllo<QCheckBox>("chkGrafico", 3);
+    primo->setFocus();
+    QTest::keyClick(primo, Qt::Key_Tab);
+    EXPECT_EQ(finestra.focusWidget(), Controllo<QCheckBox>("chkGrafico", 4));
+    for (int i = 0; i < 20 && finestra.focusWidget() != Griglia(); ++i) {
+        QTest::keyClick(finestra.focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(finestra.focusWidget(), Griglia());
+}
+
+TEST_F(FinestraAnalisi, LanguageFollowsAtTheNextActivation) {
+    Mostra();
+    IndiceLingua = 0;
+    QEvent attiva(QEvent::WindowActivate);
+    QApplication::sendEvent(&finestra, &attiva);
+    EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 3)->text()), Testo(308));
+    EXPECT_EQ(DaQt(Controllo<QRadioButton>("optScala", 3)->toolTip()), Testo(46));
+    EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)), Testo(273));
+}
+
+TEST_F(FinestraAnalisi, EscapeClosesAndPutsTheStatusBarBack) {
+    DatiProgetto.NomeProgetto = "Montecorvo";
+    bool vista = false;
+    QTimer::singleShot(0, &finestra, [&] {
+        vista = finestra.isVisible() && finestra.isModal() && AnalisiCaricata;
+        QTest::keyClick(&finestra, Qt::Key_Escape);
+    });
+    finestra.Apri();
+    EXPECT_TRUE(vista);
+    EXPECT_FALSE(finestra.isVisible());
+    EXPECT_FALSE(AnalisiInCorso);
+    EXPECT_FALSE(AnalisiCaricata);
+    EXPECT_EQ(principale.Testo(Pannello::Progetto), "Montecorvo");
+    EXPECT_EQ(principale.Testo(Pannello::Progresso), "");
+    EXPECT_EQ(Controllo<GraficoWidget>("NTGraph1")->ElementoCorrente(), 1);
+}
+
+TEST_F(FinestraAnalisi, CloseBoxTakesTheSameRoad) {
+    Mostra();
+    principale.Storia.clear();
+    finestra.close();
+    EXPECT_FALSE(finestra.isVisible());
+    EXPECT_FALSE(AnalisiInCorso);
+    EXPECT_EQ(principale.Storia.size(), 3u);
+}
+
+TEST_F(FinestraAnalisi, MissingSideFileNeverShowsTheWindow) {
+    std::filesystem::remove(macchina.Cartella / "run.txt");
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    finestra.Apri();  // returns at once
+    EXPECT_FALSE(finestra.isVisible());
+    EXPECT_FALSE(AnalisiInCorso);
+    EXPECT_FALSE(AnalisiCaricata);
+}

@@ -1,0 +1,258 @@
+#include "device/SerialComm.h"
+
+#include <gtest/gtest.h>
+
+#include "device/Codec.h"
+#include "shell/Editor.h"
+#include "shell/StatoShell.h"
+#include "support/PlatformProva.h"
+#include "support/SerialeProva.h"
+
+namespace lapvane {
+namespace {
+
+using prova::PlatformProva;
+using prova::PrincipaleProva;
+using prova::SerialeProva;
+
+const std::string kIdentita = "R\x02LVX-4 1.08\x7F";
+
+class Collegamento : public ::testing::Test {
+ protected:
+    Collegamento() { finestra.Seriale = &porta; }
+
+    /// An instrument on one port that answers handshake and identity query after `ms`.
+    void Strumento(int numero, std::int64_t ms = 20) {
+        porta.Porte = {{numero, true}};
+        porta.Risponde = [this, numero, ms](const std::string& frame) {
+            if (porta.CommPort() != numero) return;
+            if (frame == Frame(1)) porta.Fra(ms, Conferma(1));
+            if (frame == Frame(2)) porta.Fra(ms, kIdentita);
+        };
+    }
+    std::int64_t Durata(const std::function<void()>& azione) {
+        const std::int64_t inizio = macchina.Orologio;
+        azione();
+        return macchina.Orologio - inizio;
+    }
+
+    PlatformProva macchina;
+    PrincipaleProva finestra;
+    SerialeProva porta{macchina};
+};
+
+TEST_F(Collegamento, ScanFindsTheInstrumentAndAppliesTheSettingsInOrder) {
+    Strumento(3);
+    EXPECT_TRUE(LinkPronto());
+    EXPECT_TRUE(porta.PortOpen());
+    EXPECT_EQ(porta.CommPort(), 3);
+    EXPECT_EQ(finestra.Storia,
+              (std::vector<std::string>{"4:Connecting COM1...", "4:Connecting COM2...",
+                                        "4:Connecting COM3..."}));
+    const std::vector<std::string> inizio = {"Settings=19200,N,8,1",
+                                             "Handshaking=0",
+                                             "OutBufferCount=0",
+                                             "InBufferCount=0",
+                                             "InBufferSize=300",
+                                             "OutBufferSize=300",
+                                             "InputLen=0",
+                                             "DTR=0",
+                                             "RTS=1",
+                                             "OutBufferCount=0",
+                                             "InBufferCount=0",
+                                             "CommPort=1"};
+    ASSERT_GE(porta.Diario.size(), inizio.size());
+    EXPECT_TRUE(std::equal(inizio.begin(), inizio.end(), porta.Diario.begin()));
+    porta.Scritti.clear();
+    EXPECT_TRUE(LinkPronto());
+    EXPECT_TRUE(porta.Scritti.empty()) << "an open port is not scanned again";
+}
+
+TEST_F(Collegamento, ScanStopsAtTwentyAndLeavesThePortClosed) {
+    Strumento(21);
+    EXPECT_FALSE(LinkPronto());
+    EXPECT_FALSE(porta.PortOpen());
+    EXPECT_EQ(porta.CommPort(), 20);
+    porta.Porte = {{5, true}};
+    porta.Risponde = nullptr;
+    EXPECT_EQ(Durata([] { EXPECT_FALSE(LinkPronto()); }), 2000);
+    FaseComunicazione = 38;
+    EXPECT_EQ(Durata([] { EXPECT_FALSE(LinkPronto()); }), 10000);
+    EXPECT_FALSE(porta.PortOpen());
+    porta.GuastoScrittura = true;  // errors of the control are ignored: no box
+    EXPECT_FALSE(LinkPronto());
+}
+
+TEST_F(Collegamento, HandshakeMustBeExact) {
+    porta.Risponde = [this](const std::string&) { porta.Fra(10, Conferma(1) + "x"); };
+    EXPECT_FALSE(LinkPronto());
+    // A wrong text is dropped and the wait goes on: a right one behind it still counts.
+    porta.Risponde = [this](const std::string&) {
+        porta.Fra(10,
+                  "R\x01"
+                  "54*");
+        porta.Fra(500, Conferma(1));
+    };
+    EXPECT_TRUE(LinkPronto());
+}
+
+TEST_F(Collegamento, ReplyWithinFiveSecondsCountsAndOneShortDoesNot) {
+    Strumento(1);
+    ASSERT_TRUE(LinkPronto());
+    porta.Fra(100, "abc");
+    porta.Fra(4900, "defgh");
+    EXPECT_EQ(RiceviRisposta(8), "abcdefgh");
+    porta.Fra(100, "abcdefg");
+    const std::int64_t durata = Durata([] { EXPECT_EQ(RiceviRisposta(8), ""); });
+    EXPECT_GE(durata, 5000);
+    EXPECT_LT(durata, 5050);
+    porta.Fra(10, "0123456789");
+    EXPECT_EQ(RiceviRisposta(8), "01234567");
+    EXPECT_EQ(porta.InBufferCount(), 2u);
+    ScriviFrame(Frame(2));
+    EXPECT_EQ(RiceviRisposta(13), kIdentita) << "the tail of an earlier reply was not discarded";
+}
+
+TEST_F(Collegamento, ClosedPortAnswersAtOnce) {
+    EXPECT_EQ(Durata([] {
+                  EXPECT_FALSE(ScriviFrame(Frame(2)));
+                  EXPECT_FALSE(ScriviFrameLento(Frame(2), "x"));
+                  EXPECT_EQ(RiceviRisposta(5), "");
+              }),
+              0);
+    EXPECT_TRUE(porta.Scritti.empty());
+}
+
+TEST_F(Collegamento, PortThatVanishesEndsEveryWait) {
+    Strumento(1);
+    ASSERT_TRUE(LinkPronto());
+    porta.Risponde = nullptr;
+    macchina.DuranteEventi = [this] { porta.PortOpen(false); };
+    EXPECT_LT(Durata([] { EXPECT_EQ(RiceviRisposta(13), ""); }), 50);
+    macchina.DuranteEventi = nullptr;
+    porta.PortOpen(true);
+    macchina.DuranteEventi = [this] { porta.PortOpen(false); };
+    EXPECT_LT(Durata([] { EXPECT_FALSE(ScriviFrame(Frame(1), Conferma(1))); }), 50);
+}
+
+TEST_F(Collegamento, SlowWriteWaitsTenSecondsWithoutEvents) {
+    Strumento(1);
+    ASSERT_TRUE(LinkPronto());
+    porta.Risponde = [this](const std::string&) { porta.Fra(9900, Conferma(20)); };
+    const int prima = macchina.ChiamateEventi;
+    EXPECT_TRUE(ScriviFrameLento(Frame(20), Conferma(20)));
+    EXPECT_EQ(macchina.ChiamateEventi, prima);
+    EXPECT_GT(porta.AtteseMute, 100);
+    porta.Risponde = nullptr;
+    EXPECT_EQ(Durata([] { EXPECT_FALSE(ScriviFrameLento(Frame(20), Conferma(20))); }), 10000);
+    porta.UscitaFerma = true;
+    EXPECT_EQ(Durata([] { EXPECT_FALSE(ScriviFrame(Frame(20))); }), 3000);
+}
+
+TEST_F(Collegamento, ErrorsOfTheControlAreShown) {
+    Strumento(1);
+    ASSERT_TRUE(LinkPronto());
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    porta.GuastoScrittura = true;
+    EXPECT_FALSE(ScriviFrame(Frame(2)));
+    porta.GuastoLettura = true;
+    EXPECT_EQ(RiceviRisposta(5), "");
+    ASSERT_EQ(macchina.Mostrati.size(), 2u);
+    EXPECT_EQ(macchina.Mostrati[0].Testo, "Errore nella scrittura dati");
+    EXPECT_EQ(macchina.Mostrati[1].Testo, "Errore nella lettura dati");
+    EXPECT_EQ(macchina.Mostrati[1].Icona, Icon::Information);
+}
+
+TEST_F(Collegamento, FailedReadShowsTheTextAndSetsTheFlag) {
+    prova::CaricaTestiVeri(1);
+    Strumento(1);
+    ASSERT_TRUE(LinkPronto());
+    porta.Risponde = nullptr;
+    macchina.Risposte = {Answer::Ok};
+    EXPECT_EQ(ChiediStrumento(Frame(37), 36), "");
+    EXPECT_TRUE(ErroreComunicazione);
+    EXPECT_EQ(macchina.Mostrati.back().Icona, Icon::None);
+    porta.Risponde = [this](const std::string&) { porta.Fra(5, std::string(36, 'y')); };
+    EXPECT_EQ(ChiediStrumento(Frame(37), 36), std::string(36, 'y'));
+    EXPECT_FALSE(ErroreComunicazione);
+}
+
+TEST_F(Collegamento, LampsFlashForHalfASecond) {
+    std::vector<int> viste;
+    macchina.DuranteEventi = [&] { viste.push_back(finestra.Immagine(Pannello::TX)); };
+    EXPECT_GE(Durata([] { LampeggiaTX(); }), 500);
+    EXPECT_EQ(std::count(viste.begin(), viste.end(), 4), static_cast<long>(viste.size()));
+    EXPECT_EQ(finestra.Immagine(Pannello::TX), 3);
+    EXPECT_EQ(finestra.Immagine(Pannello::RX), 0);
+    LampeggiaRX();
+    EXPECT_EQ(finestra.Immagine(Pannello::RX), 3);
+}
+
+class EditorFinto : public Editor {
+ public:
+    std::string_view Nome() const override { return "frmSensori"; }
+    void AbilitaStrumento(bool presente) override { Chiamate.push_back(presente); }
+    std::vector<bool> Chiamate;
+};
+
+TEST_F(Collegamento, PollFollowsTheInstrumentAndTheEditorOnlyChanges) {
+    EditorFinto editor;
+    ImpostaFormAttiva(&editor);
+    Strumento(2);
+    tmrComm_Timer();
+    EXPECT_TRUE(StrumentoPresente);
+    EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "COM 2");
+    EXPECT_EQ(finestra.Immagine(Pannello::Collegamento), 1);
+    EXPECT_EQ(finestra.Testo(Pannello::Identita), "LVX-4 1.08");
+    EXPECT_TRUE(finestra.Menu(Comando::DownData));
+    EXPECT_TRUE(finestra.Pulsante(Comando::DownData));
+    EXPECT_EQ(TempoMassimo[1], 10000);
+    tmrComm_Timer();
+    EXPECT_EQ(editor.Chiamate, (std::vector<bool>{true}));
+
+    porta.Risponde = nullptr;  // unplugged, the port still open
+    tmrComm_Timer();
+    EXPECT_FALSE(StrumentoPresente);
+    EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "NO COMMUNICATION");
+    EXPECT_EQ(finestra.Immagine(Pannello::Collegamento), 2);
+    EXPECT_FALSE(finestra.Menu(Comando::DownData));
+    EXPECT_EQ(editor.Chiamate, (std::vector<bool>{true, false}));
+
+    porta.PortOpen(false);  // the port itself is gone
+    porta.Porte.clear();
+    tmrComm_Timer();
+    EXPECT_EQ(TempoMassimo[1], 3000);
+    Strumento(1);
+    tmrComm_Timer();
+    EXPECT_EQ(editor.Chiamate, (std::vector<bool>{true, false, true}));
+    porta.PortOpen(false);
+    porta.Porte.clear();
+    tmrComm_Timer();
+    EXPECT_FALSE(StrumentoPresente);
+    EXPECT_FALSE(finestra.Pulsante(Comando::DownData));
+}
+
+TEST_F(Collegamento, PollKeepsOffThePortDuringTransferAndAnalysis) {
+    Strumento(1);
+    finestra.Abilita(Comando::DownData, true);
+    AnalisiInCorso = true;
+    tmrComm_Timer();
+    AnalisiInCorso = false;
+    FaseComunicazione = 38;
+    tmrComm_Timer();
+    EXPECT_TRUE(porta.Scritti.empty());
+    EXPECT_TRUE(finestra.Storia.empty());
+    EXPECT_TRUE(finestra.Menu(Comando::DownData));
+}
+
+TEST_F(Collegamento, SomebodyWaitingEndsAScanOfSilentPorts) {
+    for (int numero = 1; numero <= 20; ++numero) porta.Porte[numero] = true;
+    const std::int64_t inizio = macchina.Orologio;
+    finestra.Rinuncia = [&] { return macchina.Orologio - inizio > 300; };
+    EXPECT_LT(Durata([] { tmrComm_Timer(); }), 400);
+    EXPECT_FALSE(porta.PortOpen());
+    EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "NO COMMUNICATION");
+}
+
+}  // namespace
+}  // namespace lapvane

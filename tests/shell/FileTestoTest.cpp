@@ -1,0 +1,111 @@
+#include "shell/FileTesto.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/Testo1252.h"
+#include "support/PlatformProva.h"
+
+namespace lapvane {
+namespace {
+
+namespace fs = std::filesystem;
+using prova::PlatformProva;
+
+template <class F>
+NumeroErrore ErroreDi(F azione) {
+    try {
+        azione();
+    } catch (const ErroreRuntime& errore) {
+        EXPECT_FALSE(errore.File().empty());
+        return errore.Numero();
+    }
+    ADD_FAILURE() << "no error";
+    return NumeroErrore::Overflow;
+}
+
+TEST(FileTesto, FailuresTellWhatIsWrong) {
+    PlatformProva macchina;
+    const auto leggi = [](const fs::path& p) { return ErroreDi([&] { LeggiFile(p, "x"); }); };
+    EXPECT_EQ(leggi(macchina.Cartella / "manca"), NumeroErrore::FileNotFound);
+    EXPECT_EQ(leggi(macchina.Cartella / "manca" / "x"), NumeroErrore::PathNotFound);
+    EXPECT_EQ(leggi(macchina.Cartella), NumeroErrore::PathAccess);
+    EXPECT_EQ(ErroreDi([&] { ScriviFile(macchina.Cartella / "manca" / "x", "t", "x"); }),
+              NumeroErrore::PathNotFound);
+    EXPECT_EQ(ErroreDi([&] { ScriviFile(macchina.Cartella, "t", "x"); }), NumeroErrore::PathAccess);
+    EXPECT_EQ(ErroreDi([&] { ElencaFile(macchina.Cartella / "manca"); }),
+              NumeroErrore::PathNotFound);
+}
+
+TEST(FileTesto, AFullDiskLeavesTheOldFileWhole) {
+    PlatformProva macchina;
+    const fs::path file = macchina.Cartella / "progetto.pro";
+    prova::Scrivi(file, "vecchio");
+    // A limit on file sizes fails the write in the middle, as a full disk does.
+    struct rlimit prima {};
+    ::getrlimit(RLIMIT_FSIZE, &prima);
+    struct rlimit stretto = prima;
+    stretto.rlim_cur = 4096;
+    const auto segnale = ::signal(SIGXFSZ, SIG_IGN);
+    ::setrlimit(RLIMIT_FSIZE, &stretto);
+    const NumeroErrore errore =
+        ErroreDi([&] { ScriviFile(file, std::string(100000, 'n'), "saving the project"); });
+    ::setrlimit(RLIMIT_FSIZE, &prima);
+    ::signal(SIGXFSZ, segnale);
+    EXPECT_EQ(errore, NumeroErrore::DiskFull);
+    EXPECT_EQ(prova::Leggi(file), "vecchio");
+    EXPECT_EQ(ElencaFile(macchina.Cartella), std::vector<std::string>{"progetto.pro"});
+    EXPECT_EQ(std::distance(fs::directory_iterator(macchina.Cartella), fs::directory_iterator()), 1)
+        << "a temporary file was left behind";
+}
+
+TEST(FileTesto, WritingKeepsTheModeAndFollowsLinks) {
+    PlatformProva macchina;
+    const fs::path file = macchina.Cartella / "vero.txt";
+    prova::Scrivi(file, "1");
+    ::chmod(file.c_str(), 0640);
+    const fs::path legame = macchina.Cartella / "legame.txt";
+    fs::create_symlink("vero.txt", legame);
+    ScriviFile(legame, "2", "x");
+    EXPECT_TRUE(fs::is_symlink(legame));
+    EXPECT_EQ(prova::Leggi(file), "2");
+    EXPECT_EQ(static_cast<unsigned>(fs::status(file).permissions()), 0640u);
+}
+
+TEST(FileTesto, ListingIsSortedWithoutCaseAndHidesDotFiles) {
+    PlatformProva macchina;
+    for (const char* nome : {"beta.sns", "Alfa.sns", ".nascosto", "GAMMA.sns", "alfa2.sns"}) {
+        prova::Scrivi(macchina.Cartella / nome, "x");
+    }
+    fs::create_directory(macchina.Cartella / "cartella");
+    EXPECT_EQ(ElencaFile(macchina.Cartella),
+              (std::vector<std::string>{"Alfa.sns", "alfa2.sns", "beta.sns", "GAMMA.sns"}));
+    EXPECT_TRUE(UgualiSenzaMaiuscole("Citt\xE0.PRO", "citt\xC0.pro"));
+    EXPECT_FALSE(UgualiSenzaMaiuscole("a\xF7", "a\xD7"));  // the two signs are no letters
+}
+
+TEST(FileTesto, LinesEndWithAnyLineEnd) {
+    LettoreRighe righe("a\r\nb\rc\nd\r\n\r\ne");
+    std::vector<std::string> lette;
+    while (!righe.Fine()) lette.emplace_back(righe.Prossima());
+    EXPECT_EQ(lette, (std::vector<std::string>{"a", "b", "c", "d", "", "e"}));
+    EXPECT_EQ(righe.Numero(), 6);
+    EXPECT_EQ(righe.Prossima(), "");
+}
+
+TEST(Testo1252, EveryByteComesBack) {
+    std::string tutti;
+    for (int c = 1; c < 256; ++c) tutti += static_cast<char>(c);
+    EXPECT_EQ(Utf8In1252(Utf8Da1252(tutti)), tutti);
+    EXPECT_EQ(Utf8Da1252("\x80 Velocit\xE0 \xB0"), "\u20AC Velocit\u00E0 \u00B0");
+    EXPECT_EQ(Utf8In1252("\u65E5\U0001F3CE x \xC3"), "?? x ?");
+    EXPECT_EQ(PercorsoDaTesto("/a/Perch\xE9 & gi\xF9.pro").string(),
+              "/a/Perch\u00E9 & gi\u00F9.pro");
+}
+
+}  // namespace
+}  // namespace lapvane

@@ -1,0 +1,131 @@
+#include "shell/LoadStrings.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+
+#include "platform/ErroreRuntime.h"
+#include "support/PlatformProva.h"
+
+namespace lapvane {
+namespace {
+
+using prova::PlatformProva;
+
+void Tabella(PlatformProva& macchina, const std::string& testo) {
+    prova::Scrivi(macchina.Cartella / "LANGUAGES.DAT", testo);
+    CaricaTesti();
+    CalcolaBaseTesti();
+}
+
+NumeroErrore ErroreDi(PlatformProva& macchina, const std::string& testo) {
+    try {
+        Tabella(macchina, testo);
+    } catch (const ErroreRuntime& errore) {
+        EXPECT_EQ(errore.File(), macchina.Cartella / "LANGUAGES.DAT");
+        return errore.Numero();
+    }
+    ADD_FAILURE() << "no error for " << testo;
+    return NumeroErrore::Overflow;
+}
+
+TEST(LoadStrings, ReadsByPositionAndSwitchesByTheBase) {
+    PlatformProva macchina;
+    Tabella(macchina,
+            "1\r\nanything=\"4\"\r\nA=\"uno\"\r\nB=due=2\r\nC=\"one\"\r\nD=\"\"two\"\"\r\n");
+    EXPECT_EQ(MetaTesti, 2);
+    EXPECT_EQ(Testo(1), "one");
+    EXPECT_EQ(Testo(2), "\"two\"");  // one quote at each end goes, the others stay
+    IndiceLingua = 0;
+    CalcolaBaseTesti();
+    EXPECT_EQ(Testo(1), "uno");
+    EXPECT_EQ(Testo(2), "due=2");
+    EXPECT_THROW(Testo(5), ErroreRuntime);
+    EXPECT_THROW(Testo(-1), ErroreRuntime);
+}
+
+TEST(LoadStrings, OddCountRoundsTheHalfToEven) {
+    PlatformProva macchina;
+    Tabella(macchina, "1\r\nN=5\r\n=a\r\n=b\r\n=c\r\n=d\r\n=e\r\n");
+    EXPECT_EQ(MetaTesti, 2);  // 2.5
+    EXPECT_EQ(Testo(1), "c");
+    EXPECT_EQ(Testo(3), "e");
+    EXPECT_THROW(Testo(4), ErroreRuntime);
+    Tabella(macchina, "1\r\nN=3\r\n=a\r\n=b\r\n=c\r\n");
+    EXPECT_EQ(MetaTesti, 2);  // 1.5
+    EXPECT_EQ(Testo(1), "c");
+}
+
+TEST(LoadStrings, BrokenFilesEndTheProgram) {
+    PlatformProva macchina;
+    EXPECT_THROW(CaricaTesti(), ErroreRuntime);  // missing: the lookup of its own report fails
+    for (const std::string testo : {"", "0\r\nno count\r\n", "0\r\nN=1\r\nno value\r\n"}) {
+        prova::Scrivi(macchina.Cartella / "LANGUAGES.DAT", testo);
+        macchina.Mostrati.clear();
+        macchina.Risposte = {Answer::Ok};
+        EXPECT_THROW(CaricaTesti(), FineProgramma) << testo;
+        ASSERT_EQ(macchina.Mostrati.size(), 1u);
+        EXPECT_EQ(macchina.Mostrati[0].Testo, "Fatal Error: Language database file " +
+                                                  (macchina.Cartella / "LANGUAGES.DAT").string() +
+                                                  " is missing critical information.");
+        EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
+        EXPECT_EQ(macchina.Mostrati[0].Titolo, "lapvane");
+    }
+    EXPECT_EQ(ErroreDi(macchina, "0\r\n"), NumeroErrore::InputPastEnd);
+    EXPECT_EQ(ErroreDi(macchina, "0\r\nN=3\r\n=a\r\n"), NumeroErrore::InputPastEnd);
+    EXPECT_EQ(ErroreDi(macchina, "x\r\nN=0\r\n"), NumeroErrore::TypeMismatch);
+    EXPECT_EQ(ErroreDi(macchina, "0\r\nN=two\r\n"), NumeroErrore::TypeMismatch);
+    EXPECT_EQ(ErroreDi(macchina, "0\r\nN=-4\r\n"), NumeroErrore::Subscript);
+    EXPECT_EQ(ErroreDi(macchina, "0\r\nN=2000000000\r\n=a\r\n"), NumeroErrore::InputPastEnd);
+}
+
+TEST(LoadStrings, ChoiceIsWrittenOverTheFirstThreeBytesInTheCurrentFolder) {
+    PlatformProva macchina;
+    const std::string resto = "N=2\r\n=a\r\n=b\r\n";
+    Tabella(macchina, "1\r\n" + resto);
+    IndiceLingua = 0;
+    SalvaLingua();
+    EXPECT_EQ(prova::Leggi(macchina.Cartella / "LANGUAGES.DAT"), "0\r\n" + resto);
+
+    macchina.CartellaCorrente = macchina.Cartella / "altrove";
+    std::filesystem::create_directory(macchina.CartellaCorrente);
+    IndiceLingua = 1;
+    SalvaLingua();
+    EXPECT_EQ(prova::Leggi(macchina.CartellaCorrente / "LANGUAGES.DAT"), "1\r\n");
+    EXPECT_EQ(prova::Leggi(macchina.Cartella / "LANGUAGES.DAT"), "0\r\n" + resto);
+}
+
+TEST(LoadStrings, DeliveredTableHoldsEveryNumberThatTheCodeAsksFor) {
+    PlatformProva macchina;
+    prova::CaricaTestiVeri(1);
+    EXPECT_EQ(Testi.size(), 669u);
+    EXPECT_EQ(MetaTesti, 334);
+    std::set<int> chiesti;
+    const std::regex chiamata(R"(\bTesto\((\d+)\))");
+    for (const auto& voce :
+         std::filesystem::recursive_directory_iterator(std::string(LAPVANE_SOURCE_DIR) + "/src")) {
+        if (!voce.is_regular_file()) continue;
+        const std::string codice = prova::Leggi(voce.path());
+        for (std::sregex_iterator i(codice.begin(), codice.end(), chiamata), fine; i != fine; ++i) {
+            chiesti.insert(std::stoi((*i)[1]));
+        }
+    }
+    for (const auto& comando : kComandi) chiesti.insert(comando.Testo);
+    for (const auto& titolo : kTitoli) chiesti.insert(titolo.Testo);
+    EXPECT_GT(chiesti.size(), 30u);
+    for (const int n : chiesti) {
+        EXPECT_GE(n, 1);
+        EXPECT_LE(n, MetaTesti);
+        for (const int lingua : {0, 1}) {
+            IndiceLingua = lingua;
+            CalcolaBaseTesti();
+            EXPECT_FALSE(Testo(n).empty()) << n;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace lapvane

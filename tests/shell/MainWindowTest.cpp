@@ -1,0 +1,350 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QDialogButtonBox>
+#include <QFrame>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+#include "device/Codec.h"
+#include "device/SerialComm.h"
+#include "platform/ErroreRuntime.h"
+#include "platform/Testo1252.h"
+#include "project/DatiProgetto.h"
+#include "project/FileProgetto.h"
+#include "project/FileRecenti.h"
+#include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
+#include "shell/dlgLanguages.h"
+#include "shell/frmMain.h"
+#include "shell/frmSplash.h"
+#include "support/SerialeProva.h"
+#include "support/WindowPlatform.h"
+#include "widgets/Mnemonica.h"
+#include "widgets/PannelloStato.h"
+
+namespace lapvane {
+namespace {
+
+namespace fs = std::filesystem;
+using prova::Controllo;
+using prova::SerialeProva;
+using prova::WindowPlatform;
+
+class Finestra : public ::testing::Test {
+ protected:
+    Finestra() {
+        fs::copy_file(fs::path(LAPVANE_BIN_DIR) / "LANGUAGES.DAT",
+                      macchina.Cartella / "LANGUAGES.DAT");
+        prova::Scrivi(macchina.Cartella / "RecentFiles.ini", "1\r\n");
+        auto unica = std::make_unique<SerialeProva>(macchina);
+        porta = unica.get();
+        finestra = std::make_unique<frmMain>(std::move(unica));
+    }
+    void Apri(int lingua = 1) {
+        finestra->Carica();
+        IndiceLingua = lingua;
+        finestra->show();
+        QApplication::setActiveWindow(finestra.get());
+        QCoreApplication::processEvents();
+    }
+    QToolButton* Pulsante(const char* chiave) {
+        return Controllo<QToolButton>(*finestra, (std::string("Toolbar1_") + chiave).c_str());
+    }
+    QAction* Voce(const char* nome) { return Controllo<QAction>(*finestra, nome); }
+    std::string Pannello(int n) {
+        return Controllo<PannelloStato>(*finestra, ("sbStatusBar_" + std::to_string(n)).c_str())
+            ->Testo()
+            .toStdString();
+    }
+
+    WindowPlatform macchina;
+    SerialeProva* porta = nullptr;
+    std::unique_ptr<frmMain> finestra;
+};
+
+TEST_F(Finestra, StartsWithTheCommandsAsDesigned) {
+    Apri();
+    struct Caso {
+        const char* Menu;
+        const char* Chiave;
+        bool MenuAcceso;
+        bool PulsanteAcceso;
+    };
+    const Caso casi[] = {
+        {"mnuNew", "New", true, true},
+        {"mnuOpen", "Open", true, true},
+        {"mnuSave", "Save", false, false},
+        {"mnuSaveAs", "SaveAs", false, false},
+        {"mnuPrint", "Print", false, true},
+        {"mnuNote", "Note", false, true},
+        {"mnuExit", "Exit", true, true},
+        {"mnuSetup", "Setup", true, false},
+        {"mnuSensors", "Sensor", true, false},
+        {"mnuCustomizeSensors", "CustSensors", true, true},
+        {"mnuAlarms", "Alarm", true, false},
+        {"mnuProgramDevice", "ProgDev", false, false},
+        {"mnuReadDevice", "ReadDev", false, false},
+        {"mnuViewDevice", "ViewDev", true, true},
+        {"mnuDownloadData", "DownData", false, false},
+        {"mnuSaveData", "SaveData", false, false},
+        {"mnuAnalize", "Analize", true, true},
+        {"mnuLanguage", "Language", true, true},
+    };
+    for (const Caso& caso : casi) {
+        EXPECT_EQ(Voce(caso.Menu)->isEnabled(), caso.MenuAcceso) << caso.Menu;
+        EXPECT_EQ(Pulsante(caso.Chiave)->isEnabled(), caso.PulsanteAcceso) << caso.Chiave;
+        EXPECT_TRUE(Pulsante(caso.Chiave)->isVisible()) << caso.Chiave;
+        EXPECT_FALSE(Pulsante(caso.Chiave)->icon().isNull()) << caso.Chiave;
+    }
+    EXPECT_TRUE(Voce("mnuInfo")->isEnabled());
+    EXPECT_FALSE(Controllo<QMenu>(*finestra, "mnuConfigure")->menuAction()->isEnabled());
+    EXPECT_TRUE(Controllo<QMenu>(*finestra, "mnuDevice")->menuAction()->isEnabled());
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_FALSE(Voce(("mnuRecentFiles" + std::to_string(i)).c_str())->isVisible());
+    }
+    EXPECT_EQ(Pannello(5), "RX");
+    EXPECT_EQ(Pannello(6), "TX");
+}
+
+TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
+    Apri(0);
+    EXPECT_EQ(Pulsante("New")->toolTip().toStdString(), Utf8Da1252(Testo(2)));
+    QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+    EXPECT_TRUE(Pulsante("Setup")->isEnabled());
+    EXPECT_TRUE(Controllo<QMenu>(*finestra, "mnuConfigure")->menuAction()->isEnabled());
+    EXPECT_TRUE(Voce("mnuNote")->isEnabled());
+    EXPECT_EQ(Pannello(1), Utf8Da1252(Testo(131)));
+    const QString italiano = Pulsante("Analize")->toolTip();
+
+    QTimer::singleShot(0, [] {
+        auto* dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialogo, nullptr);
+        EXPECT_TRUE(Controllo<QRadioButton>(*dialogo, "optItaliano")->isChecked());
+        QTest::mouseClick(Controllo<QRadioButton>(*dialogo, "optInglese"), Qt::LeftButton, {},
+                          QPoint(8, 8));
+        QTest::mouseClick(Controllo<QPushButton>(*dialogo, "CancelButton"), Qt::LeftButton);
+    });
+    QTest::mouseClick(Pulsante("Language"), Qt::LeftButton);
+    // A cancelled choice still switches the run; only what is saved stays.
+    EXPECT_EQ(IndiceLingua, 1);
+    EXPECT_NE(Pulsante("Analize")->toolTip(), italiano);
+    EXPECT_EQ(macchina.Lingua, 1);
+    EXPECT_EQ(prova::Leggi(macchina.Cartella / "LANGUAGES.DAT")[0], '1');
+
+    IndiceLingua = 0;
+    QTimer::singleShot(0, [] {
+        auto* dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialogo, nullptr);
+        QTest::keyClick(dialogo, Qt::Key_Return);
+    });
+    QTest::mouseClick(Pulsante("Language"), Qt::LeftButton);
+    EXPECT_EQ(prova::Leggi(macchina.Cartella / "LANGUAGES.DAT").substr(0, 3), "0\r\n");
+}
+
+TEST_F(Finestra, CommandsOfLaterWindowsSaySoAndPrintDoesNothing) {
+    Apri();
+    QTest::mouseClick(Pulsante("ViewDev"), Qt::LeftButton);
+    EXPECT_EQ(Pannello(3), Utf8Da1252(Testo(4)));
+    finestra->TestoPannello(lapvane::Pannello::Progresso, "");
+    QTest::mouseClick(Pulsante("Print"), Qt::LeftButton);
+    EXPECT_EQ(Pannello(3), "");
+}
+
+TEST_F(Finestra, RecentEntriesShowAmpersandsAndOpenWithoutADialog) {
+    Apri();
+    mnuNew_Click();
+    const fs::path file = macchina.Cartella / "Tizio & Caio \u00E8.pro";
+    PercorsoProgetto = file;
+    DatiProgetto.NomeProgetto = "Tizio & Caio";
+    SalvaProgetto();
+    macchina.FileScelti.push_back(file);
+    QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
+    EXPECT_EQ(Pannello(1), "Tizio & Caio");
+    EXPECT_EQ(Pannello(2), file.string());
+    QAction* voce = Voce("mnuRecentFiles0");
+    EXPECT_TRUE(voce->isVisible());
+    EXPECT_TRUE(voce->text().contains(QStringLiteral("Tizio && Caio")));
+    DatiProgetto.NomeProgetto = "altro";
+    voce->trigger();
+    EXPECT_EQ(DatiProgetto.NomeProgetto, "Tizio & Caio");
+}
+
+TEST_F(Finestra, ClickInsideAPollWaitsForItsEndAndASilentPortIsLeft) {
+    Apri();
+    porta->Porte = {{1, true}, {2, true}, {3, true}};  // three ports where nobody answers
+    bool dentro = false;
+    int giri = 0;
+    macchina.DuranteEventi = [&] {
+        if (++giri != 5) return;
+        QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+        dentro = Pulsante("Setup")->isEnabled();
+    };
+    const std::int64_t inizio = macchina.Orologio;
+    finestra->AvviaSorveglianza();
+    QTest::qWait(300);
+    EXPECT_GE(giri, 5);
+    EXPECT_FALSE(dentro) << "the click ran inside the wait";
+    EXPECT_TRUE(Pulsante("Setup")->isEnabled()) << "the click was lost";
+    EXPECT_LT(macchina.Orologio - inizio, 2000) << "the click waited for the whole scan";
+    macchina.DuranteEventi = nullptr;
+}
+
+TEST_F(Finestra, ClosingInsideAScanStopsInOrderBehindIt) {
+    Apri();
+    porta->Porte = {{1, true}};
+    FileRecenteScelto.clear();
+    ListaRecenti = {"/a", "/b", "/c", "/d", ""};
+    NumRecenti = 4;
+    ProgettoModificato = true;
+    DatiProgetto.NomeProgetto = "x";
+    macchina.Risposte = {Answer::Cancel, Answer::No};
+    int giri = 0;
+    bool chiusa = false;
+    macchina.DuranteEventi = [&] {
+        if (++giri == 3) chiusa = finestra->close();
+    };
+    finestra->AvviaSorveglianza();
+    QTest::qWait(300);
+    EXPECT_FALSE(chiusa);
+    EXPECT_TRUE(finestra->isVisible()) << "Cancel goes on";
+    EXPECT_EQ(macchina.Risposte.size(), 1u);
+    macchina.DuranteEventi = nullptr;
+    ASSERT_TRUE(porta->Porte.contains(1));
+    porta->PortOpen(true);
+    finestra->close();
+    EXPECT_FALSE(finestra->isVisible());
+    EXPECT_FALSE(porta->PortOpen());
+    EXPECT_EQ(prova::Leggi(macchina.Cartella / "RecentFiles.ini"), "1\r\n/a\r\n/b\r\n/c\r\n");
+}
+
+TEST_F(Finestra, PollNeverRunsInsideItself) {
+    Apri();
+    int dentro = 0, massimo = 0;
+    porta->Risponde = [&](const std::string& frame) {
+        massimo = std::max(massimo, ++dentro);
+        QTest::qWait(450);  // more than two periods of the timer
+        --dentro;
+        porta->Fra(1, frame == Frame(1) ? Conferma(1) : "R\x02LVX-4 1.08\x7F");
+    };
+    finestra->AvviaSorveglianza();
+    QTest::qWait(1600);
+    EXPECT_EQ(massimo, 1);
+    EXPECT_EQ(Pannello(7), "LVX-4 1.08");
+    EXPECT_TRUE(Pulsante("DownData")->isEnabled());
+}
+
+TEST_F(Finestra, DownloadByMouseEndsInTheSaveDialog) {
+    Apri();
+    porta->PortOpen(true);
+    porta->Risponde = [&](const std::string& frame) {
+        if (ByteIn(frame, 2) == 37) porta->Fra(1, std::string(36, '\0'));
+    };
+    finestra->Abilita(Comando::DownData, true);
+    macchina.FileScelti.push_back(std::nullopt);
+    QTimer guardia;
+    int viste = 0;
+    QObject::connect(&guardia, &QTimer::timeout, [&] {
+        auto* dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialogo == nullptr) return;
+        auto* ok = Controllo<QPushButton>(*dialogo, "OKButton");
+        if (!ok->isEnabled()) return;
+        ++viste;
+        EXPECT_EQ(FaseComunicazione, 0);
+        QTest::keyClick(dialogo, Qt::Key_Return);
+    });
+    guardia.start(20);
+    QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
+    EXPECT_EQ(viste, 1);
+    EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
+    EXPECT_FALSE(Voce("mnuSaveData")->isEnabled());
+}
+
+TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
+    Apri();
+    porta->PortOpen(true);
+    QDialog* aperta = nullptr;
+    std::int16_t allaChiusura = -1;
+    porta->Risponde = [&](const std::string& frame) {
+        if (ByteIn(frame, 2) == 37) {
+            std::string valori(36, '\0');
+            valori.replace(31, 4, CodificaLong(2560));
+            porta->Fra(1, valori);
+        } else if (ByteIn(frame, 2) == 14) {
+            porta->Fra(1, "R\x0E" + std::string(128, '\0'));
+            if (LongIn(frame, 3) < 512 || aperta != nullptr) return;
+            aperta = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (aperta == nullptr) return;
+            aperta->reject();
+            allaChiusura = FaseComunicazione;
+        }
+    };
+    finestra->Abilita(Comando::DownData, true);
+    macchina.FileScelti.push_back(std::nullopt);
+    QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
+    EXPECT_NE(aperta, nullptr);
+    EXPECT_EQ(allaChiusura, 38);
+    EXPECT_EQ(FaseComunicazione, 0);
+    EXPECT_TRUE(Voce("mnuSaveData")->isEnabled());
+    EXPECT_FALSE(Pulsante("SaveData")->isEnabled());
+}
+
+TEST_F(Finestra, RunTimeErrorEndsThroughTheDoorWithItsFile) {
+    Apri();
+    macchina.FileScelti.push_back(macchina.Cartella / "manca" / "x.pro");
+    macchina.Risposte = {Answer::Ok};
+    mnuNew_Click();
+    QTest::mouseClick(Pulsante("SaveAs"), Qt::LeftButton);
+    const std::string testo = macchina.Mostrati.back().Testo;
+    EXPECT_NE(testo.find("76: Path not found"), std::string::npos) << testo;
+    EXPECT_NE(testo.find("x.pro"), std::string::npos);
+    EXPECT_NE(testo.find(Testo(37)), std::string::npos);
+}
+
+TEST(Splash, WaitsThreeSecondsWhateverHappensToTheForm) {
+    WindowPlatform macchina;
+    int mostrata = 0;
+    auto splash = std::make_unique<frmSplash>();
+    splash->AlTermine = [&] { ++mostrata; };
+    EXPECT_EQ(Controllo<QLabel>(*splash, "lblVersion")->text(), QStringLiteral("1.5.1"));
+    const std::int64_t inizio = macchina.Orologio;
+    splash->show();
+    macchina.DuranteEventi = [&] {
+        if (macchina.Orologio - inizio > 500 && splash->isVisible()) {
+            QTest::keyClick(splash.get(), Qt::Key_Space);
+            EXPECT_FALSE(splash->isVisible());
+        }
+        if (macchina.Orologio - inizio < 2900) {
+            EXPECT_EQ(mostrata, 0);
+        }
+    };
+    QTest::qWait(50);
+    EXPECT_EQ(mostrata, 1);
+    EXPECT_GE(macchina.Orologio - inizio, 3000);
+
+    frmSplash informa;
+    informa.ModoInformazioni = true;
+    informa.AlTermine = [&] { ++mostrata; };
+    informa.show();
+    QTest::qWait(20);
+    EXPECT_TRUE(informa.isVisible());
+    EXPECT_EQ(mostrata, 1);
+    QTest::keyClick(&informa, Qt::Key_A);
+    EXPECT_FALSE(informa.isVisible());
+}
+
+TEST(MnemonicaDeiMenu, LettersAreUniqueAndAmpersandsKept) {
+    Mnemonica lettere;
+    EXPECT_EQ(lettere.Con(QStringLiteral("Salva")), QStringLiteral("&Salva"));
+    EXPECT_EQ(lettere.Con(QStringLiteral("Salva con nome")), QStringLiteral("Salva &con nome"));
+    EXPECT_EQ(lettere.Con(QStringLiteral("S & C")), QStringLiteral("S && C"));
+    EXPECT_EQ(lettere.Con(QStringLiteral("Scs")), QStringLiteral("Scs"));
+}
+
+}  // namespace
+}  // namespace lapvane

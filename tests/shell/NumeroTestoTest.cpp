@@ -1,0 +1,148 @@
+#include "shell/NumeroTesto.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+#include "platform/ErroreRuntime.h"
+
+namespace lapvane {
+namespace {
+
+TEST(NumeroTesto, PlainTextIsTheShortestWithFifteenDigitsAtMost) {
+    EXPECT_EQ(TestoNumero(0.1), "0.1");
+    EXPECT_EQ(TestoNumero(0.1 + 0.2), "0.3");
+    EXPECT_EQ(TestoNumero(-0.0), "0");
+    EXPECT_EQ(TestoNumero(-12.5, ','), "-12,5");
+    EXPECT_EQ(TestoNumero(123456789012345.0), "123456789012345");
+    EXPECT_EQ(TestoNumero(1e20), "1E+20");
+    EXPECT_EQ(TestoNumero(100.0), "100");
+    EXPECT_EQ(TestoNumero(1.0 / 3), "0.333333333333333");
+    EXPECT_EQ(TestoNumeroConSpazio(0.5), " .5");
+    EXPECT_EQ(TestoNumeroConSpazio(-0.5), "-.5");
+    EXPECT_EQ(TestoNumeroConSpazio(12), " 12");
+    EXPECT_EQ(TestoNumeroConSpazio(0), " 0");
+    EXPECT_THROW(TestoNumero(std::numeric_limits<double>::infinity()), ErroreRuntime);
+}
+
+TEST(NumeroTesto, PicturesRoundHalfAwayFromZeroOnFifteenDigits) {
+    struct Caso {
+        double Valore;
+        const char* Figura;
+        const char* Atteso;
+    };
+    const Caso casi[] = {
+        {0, "0.0#", "0.0"},
+        {1.5, "0.0#", "1.5"},
+        {1.25, "0.0#", "1.25"},
+        {1.005, "0.0#", "1.01"},  // stored below the half; fifteen digits see the half
+        {-1.005, "0.0#", "-1.01"},
+        {-0.004, "0.0#", "0.0"},
+        {-0.005, "0.0#", "-0.01"},
+        {9.999, "0.0#", "10.0"},
+        {0.995, "0.0#", "1.0"},
+        {12345.678, "0", "12346"},
+        {2.5, "0", "3"},
+        {0.4, "0", "0"},
+        {0, "#", ""},
+        {6, "#", "6"},
+        {5, "0#", "05"},
+        {123, "0#", "123"},
+        {-5, "0#", "-05"},
+        {0.5, "#.0##", ".5"},
+        {187.5, "#.0##", "187.5"},
+        {187.3456, "#.0##", "187.346"},
+        {0, "#.0##", ".0"},
+        {1.5, "#0.##", "1.5"},
+        {0, "#0.##", "0"},
+        {120.45, "##0.0", "120.5"},
+        {1.4999, "##0.000", "1.500"},
+    };
+    for (const Caso& caso : casi) {
+        EXPECT_EQ(Formatta(caso.Valore, caso.Figura), caso.Atteso)
+            << caso.Valore << " " << caso.Figura;
+    }
+    EXPECT_EQ(Formatta(1234.5, "0.0#", ','), "1234,5");
+}
+
+TEST(NumeroTesto, FastWriterAgreesWithThePictureEverywhere) {
+    char spazio[400];
+    const auto veloce = [&spazio](double v) {
+        return std::string(spazio, ScriviDecimali(spazio, v, '.'));
+    };
+    std::mt19937_64 caso(20261124);
+    std::uniform_real_distribution<double> valori(-2000, 2000);
+    for (int i = 0; i < 20000; ++i) {
+        const double v = valori(caso);
+        ASSERT_EQ(veloce(v), Formatta(v, "0.0#")) << v;
+        const double mezzo = std::round(v * 100) / 100 + 0.005;
+        ASSERT_EQ(veloce(mezzo), Formatta(mezzo, "0.0#")) << mezzo;
+    }
+    for (const double v : {0.0, -0.0, 0.004, -0.004, 0.005, -0.005, 99.995, 1e7, 9999999.99,
+                           1e9 + 0.5, 1e15, 1e300, -1e300}) {
+        EXPECT_EQ(veloce(v), Formatta(v, "0.0#")) << v;
+    }
+    EXPECT_EQ(std::string(spazio, ScriviIntero(spazio, std::numeric_limits<std::int64_t>::min())),
+              "-9223372036854775808");
+}
+
+TEST(NumeroTesto, PrefixEndsAtTheFirstStrangeCharacter) {
+    EXPECT_EQ(PrefissoNumerico("12.5abc"), 12.5);
+    EXPECT_EQ(PrefissoNumerico("  -3,7"), -3.0);
+    EXPECT_EQ(PrefissoNumerico(".5"), 0.5);
+    EXPECT_EQ(PrefissoNumerico("5."), 5.0);
+    EXPECT_EQ(PrefissoNumerico("+1e3x"), 1000.0);
+    EXPECT_EQ(PrefissoNumerico("1e"), 1.0);
+    EXPECT_EQ(PrefissoNumerico("abc"), 0.0);
+    EXPECT_EQ(PrefissoNumerico(""), 0.0);
+    EXPECT_EQ(PrefissoNumerico("-"), 0.0);
+    EXPECT_EQ(PrefissoNumerico("."), 0.0);
+    EXPECT_EQ(PrefissoNumerico("123456789012345678901"), 123456789012345678901.0);
+}
+
+TEST(NumeroTesto, FieldsTakeAPointOrACommaAndAgreeWithTheLibrary) {
+    const auto campo = [](const std::string& t) {
+        return CampoNumerico(t.data(), t.data() + t.size());
+    };
+    EXPECT_EQ(campo("12,5"), 12.5);
+    EXPECT_EQ(campo("-0.7"), -0.7);
+    EXPECT_EQ(campo(" 3"), 3.0);
+    EXPECT_EQ(campo(""), 0.0);
+    EXPECT_EQ(campo("n/a"), 0.0);
+    EXPECT_EQ(campo("1,2,3"), 1.2);
+    EXPECT_EQ(campo("1e999"), 0.0);
+    EXPECT_EQ(campo("0,1234567890123456789"), 0.1234567890123456789);
+    std::mt19937_64 caso(7);
+    std::uniform_int_distribution<std::int64_t> mantisse(-999999999, 999999999);
+    for (int i = 0; i < 5000; ++i) {
+        const std::string t = std::to_string(mantisse(caso)) + "." + std::to_string(i % 1000);
+        ASSERT_EQ(campo(t), std::strtod(t.c_str(), nullptr)) << t;
+    }
+}
+
+TEST(NumeroTesto, ConversionsRoundTiesToEvenAndRefuseWhatDoesNotFit) {
+    EXPECT_EQ(ConvertiInt16(2.5), 2);
+    EXPECT_EQ(ConvertiInt16(3.5), 4);
+    EXPECT_EQ(ConvertiInt16(-2.5), -2);
+    EXPECT_EQ(ConvertiInt16(32767.4), 32767);
+    EXPECT_THROW(ConvertiInt16(32767.5), ErroreRuntime);
+    EXPECT_EQ(ConvertiInt32(-2147483648.0), -2147483647 - 1);
+    EXPECT_THROW(ConvertiInt32(std::nan("")), ErroreRuntime);
+
+    EXPECT_EQ(LeggiInt16("12,5"), 12);
+    EXPECT_EQ(LeggiInt16(" 7 "), 7);
+    EXPECT_FALSE(LeggiInt16("40000"));
+    EXPECT_FALSE(LeggiInt16("7x"));
+    EXPECT_FALSE(LeggiInt16(""));
+    EXPECT_EQ(LeggiIntero("-15"), -15);
+    EXPECT_EQ(LeggiIntero("+15 "), 15);
+    EXPECT_FALSE(LeggiIntero("1.5"));
+    EXPECT_FALSE(LeggiIntero("2147483648"));
+    EXPECT_FALSE(LeggiIntero(" "));
+}
+
+}  // namespace
+}  // namespace lapvane

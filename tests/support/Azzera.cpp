@@ -1,0 +1,25 @@
+#include "device/SerialComm.h"
+#include "logs/BufferLog.h"
+#include "project/DatiProgetto.h"
+#include "project/FileRecenti.h"
+#include "sensors/CSensore.h"
+#include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
+#include "support/PlatformProva.h"
+
+namespace lapvane::prova {
+
+void AzzeraTutto() {
+    AzzeraFileRecenti();
+    AzzeraSerialComm();
+    AzzeraBufferLog();
+    DatiProgetto = {};
+    LibreriaSensori.clear();
+    AzzeraStatoShell();
+    Testi.clear();
+    MetaTesti = 0;
+    IndiceLingua = 0;
+    BaseTesti = 0;
+}
+
+}  // namespace lapvane::prova

@@ -1,0 +1,154 @@
+#include "support/PlatformProva.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "platform/ErroreRuntime.h"
+#include "shell/FileTesto.h"
+#include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
+#include "shell/TabelleNomi.h"
+
+namespace lapvane::prova {
+
+PlatformProva::PlatformProva() {
+    std::string nome = (std::filesystem::temp_directory_path() / "lapvane-prova-XXXXXX").native();
+    if (::mkdtemp(nome.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    Cartella = nome;
+    CartellaCorrente = Cartella;
+    SetPlatform(this);
+    AzzeraTutto();
+}
+
+PlatformProva::~PlatformProva() {
+    EXPECT_TRUE(Risposte.empty()) << Risposte.size() << " scripted answers were not asked for";
+    EXPECT_TRUE(FileScelti.empty()) << "a scripted file dialog did not appear";
+    AzzeraTutto();
+    SetPlatform(nullptr);
+    std::error_code ignorato;
+    std::filesystem::remove_all(Cartella, ignorato);
+}
+
+void PlatformProva::DoEvents(int waitMs) {
+    ++ChiamateEventi;
+    Orologio += waitMs;
+    if (DuranteEventi) DuranteEventi();
+}
+
+Answer PlatformProva::MsgBox(const std::string& text, Buttons buttons, Icon icon,
+                             const std::string& title) {
+    Mostrati.push_back({text, buttons, icon, title});
+    if (Risposte.empty()) {
+        if (!BoxLiberi) ADD_FAILURE() << "unexpected message box: " << text;
+        return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
+    }
+    const Answer risposta = Risposte.front();
+    Risposte.pop_front();
+    return risposta;
+}
+
+namespace {
+
+std::optional<std::filesystem::path> Prossimo(
+    std::deque<std::optional<std::filesystem::path>>& scelti) {
+    if (scelti.empty()) {
+        ADD_FAILURE() << "unexpected file dialog";
+        return std::nullopt;
+    }
+    const auto scelto = scelti.front();
+    scelti.pop_front();
+    return scelto;
+}
+
+}  // namespace
+
+std::optional<std::filesystem::path> PlatformProva::AskOpen(const FileRequest& request) {
+    RichiesteFile.push_back(request);
+    const auto scelto = Prossimo(FileScelti);
+    if (scelto) CartellaCorrente = scelto->parent_path();
+    return scelto;
+}
+
+std::optional<std::filesystem::path> PlatformProva::AskSave(const FileRequest& request) {
+    return AskOpen(request);
+}
+
+std::optional<Colore> PlatformProva::AskColor(Colore) {
+    if (ColoriScelti.empty()) {
+        ADD_FAILURE() << "unexpected colour dialog";
+        return std::nullopt;
+    }
+    const auto scelto = ColoriScelti.front();
+    ColoriScelti.pop_front();
+    return scelto;
+}
+
+void PlatformProva::End(int code) {
+    throw FineProgramma{code};
+}
+
+PrincipaleProva::PrincipaleProva() {
+    for (const auto& c : kComandi) {
+        Menu_[static_cast<std::size_t>(c.Codice)] = c.MenuAcceso;
+        Pulsanti_[static_cast<std::size_t>(c.Codice)] = c.PulsanteAcceso;
+    }
+    for (const auto& t : kTitoli) Titoli_[static_cast<std::size_t>(t.Codice)] = t.Acceso;
+    ImpostaPrincipale(this);
+}
+
+PrincipaleProva::~PrincipaleProva() {
+    ImpostaPrincipale(nullptr);
+}
+
+void PrincipaleProva::AbilitaMenu(Comando comando, bool acceso) {
+    Menu_[static_cast<std::size_t>(comando)] = acceso;
+}
+void PrincipaleProva::AbilitaPulsante(Comando comando, bool acceso) {
+    Pulsanti_[static_cast<std::size_t>(comando)] = acceso;
+}
+void PrincipaleProva::AbilitaTitolo(Titolo titolo, bool acceso) {
+    Titoli_[static_cast<std::size_t>(titolo)] = acceso;
+}
+void PrincipaleProva::TestoPannello(Pannello pannello, const std::string& testo) {
+    Testi_[static_cast<std::size_t>(pannello)] = testo;
+    Storia.push_back(std::to_string(static_cast<int>(pannello)) + ":" + testo);
+}
+void PrincipaleProva::ImmaginePannello(Pannello pannello, int immagine) {
+    Immagini_[static_cast<std::size_t>(pannello)] = immagine;
+}
+void PrincipaleProva::MostraFileRecente(int indice, const std::filesystem::path& percorso) {
+    ASSERT_EQ(static_cast<std::size_t>(indice), Recenti.size());
+    Recenti.push_back(percorso);
+}
+SerialControl& PrincipaleProva::SerialComm() {
+    if (Seriale == nullptr) throw std::logic_error("no serial control in this test");
+    return *Seriale;
+}
+
+void CaricaTestiVeri(int lingua) {
+    const std::filesystem::path dato = platform().AppPath() / "LANGUAGES.DAT";
+    std::filesystem::copy_file(std::filesystem::path(LAPVANE_BIN_DIR) / "LANGUAGES.DAT", dato,
+                               std::filesystem::copy_options::overwrite_existing);
+    CaricaTesti();
+    IndiceLingua = lingua;
+    CalcolaBaseTesti();
+    CaricaTabelleNomi();
+}
+
+std::string Leggi(const std::filesystem::path& percorso) {
+    std::ifstream file(percorso, std::ios::binary);
+    EXPECT_TRUE(file.good()) << percorso;
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void Scrivi(const std::filesystem::path& percorso, const std::string& testo) {
+    std::filesystem::create_directories(percorso.parent_path());
+    std::ofstream file(percorso, std::ios::binary);
+    file << testo;
+    ASSERT_TRUE(file.good()) << percorso;
+}
+
+}  // namespace lapvane::prova

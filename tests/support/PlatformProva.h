@@ -1,0 +1,120 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "platform/SerialControl.h"
+#include "shell/Principale.h"
+
+namespace lapvane::prova {
+
+/// A message box that was shown.
+struct Box {
+    std::string Testo;
+    Buttons Pulsanti = Buttons::Ok;
+    Icon Icona = Icon::None;
+    std::string Titolo;
+};
+
+/// The machine of the tests: a virtual clock, scripted answers, a list of everything shown. A box
+/// that no test scripted (`Risposte` empty) fails the running test, unless `BoxLiberi` is set.
+class PlatformProva : public Platform {
+ public:
+    PlatformProva();
+    ~PlatformProva() override;
+
+    std::int64_t GetTickCount() override { return Orologio; }
+    void Sleep(int ms) override {
+        Orologio += ms;
+        Dormito += ms;
+    }
+    void DoEvents(int waitMs = 0) override;
+    Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
+                  const std::string& title) override;
+    std::optional<std::filesystem::path> AskOpen(const FileRequest& request) override;
+    std::optional<std::filesystem::path> AskSave(const FileRequest& request) override;
+    std::optional<Colore> AskColor(Colore initial) override;
+    std::filesystem::path AppPath() override { return Cartella; }
+    std::filesystem::path CurDir() override { return CartellaCorrente; }
+    std::string ExeName() override { return "lapvane"; }
+    std::string Now() override { return Adesso; }
+    char DecimalSeparator() override { return Separatore; }
+    void MousePointer(Pointer pointer) override { Puntatori.push_back(pointer); }
+    void Language(int index) override { Lingua = index; }
+    void End(int code) override;
+
+    std::int64_t Orologio = 1000;
+    std::int64_t Dormito = 0;
+    std::filesystem::path Cartella;  ///< a fresh folder, removed at the end
+    std::filesystem::path CartellaCorrente;
+    std::string Adesso = "24/11/2026 10:20:30";
+    char Separatore = '.';
+    int Lingua = -1;
+    bool BoxLiberi = false;
+    std::vector<Box> Mostrati;
+    std::deque<Answer> Risposte;
+    std::vector<FileRequest> RichiesteFile;
+    std::deque<std::optional<std::filesystem::path>> FileScelti;  ///< empty optional: cancelled
+    std::deque<std::optional<Colore>> ColoriScelti;
+    std::vector<Pointer> Puntatori;
+    /// Runs inside each DoEvents: the handler of a click, a port that vanishes ...
+    std::function<void()> DuranteEventi;
+    int ChiamateEventi = 0;
+};
+
+/// A main window that writes down what it is told.
+class PrincipaleProva : public Principale {
+ public:
+    PrincipaleProva();
+    ~PrincipaleProva() override;
+
+    void AbilitaMenu(Comando comando, bool acceso) override;
+    void AbilitaPulsante(Comando comando, bool acceso) override;
+    void AbilitaTitolo(Titolo titolo, bool acceso) override;
+    void TestoPannello(Pannello pannello, const std::string& testo) override;
+    void ImmaginePannello(Pannello pannello, int immagine) override;
+    void NascondiFileRecenti() override { Recenti.clear(); }
+    void MostraFileRecente(int indice, const std::filesystem::path& percorso) override;
+    SerialControl& SerialComm() override;
+    bool RinunciaAttesa() override { return Rinuncia && Rinuncia(); }
+    void QuandoLibero(std::function<void()> azione) override { azione(); }
+
+    bool Menu(Comando comando) const { return Menu_[static_cast<std::size_t>(comando)]; }
+    bool Pulsante(Comando comando) const { return Pulsanti_[static_cast<std::size_t>(comando)]; }
+    bool TitoloAcceso(Titolo titolo) const { return Titoli_[static_cast<std::size_t>(titolo)]; }
+    std::string Testo(Pannello pannello) const {
+        return Testi_[static_cast<std::size_t>(pannello)];
+    }
+    int Immagine(Pannello pannello) const { return Immagini_[static_cast<std::size_t>(pannello)]; }
+
+    std::vector<std::filesystem::path> Recenti;
+    /// Every text that a panel showed, in order ("4:Connecting COM1...").
+    std::vector<std::string> Storia;
+    std::function<bool()> Rinuncia;
+    SerialControl* Seriale = nullptr;
+
+ private:
+    bool Menu_[32] = {};
+    bool Pulsanti_[32] = {};
+    bool Titoli_[8] = {};
+    std::string Testi_[8];
+    int Immagini_[8] = {};
+};
+
+/// Puts every process-wide record and flag back to that of a fresh process.
+void AzzeraTutto();
+
+/// Loads the delivered language table (built beside the programs) and selects a language.
+void CaricaTestiVeri(int lingua);
+
+/// A file's bytes, and a file of given bytes.
+std::string Leggi(const std::filesystem::path& percorso);
+void Scrivi(const std::filesystem::path& percorso, const std::string& testo);
+
+}  // namespace lapvane::prova

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QWidget>
+
+#include "support/PlatformProva.h"
+
+namespace lapvane::prova {
+
+/// The machine of the window tests: scripted like that of the logic tests, on a virtual clock, but
+/// with the real event loop behind DoEvents.
+class WindowPlatform : public PlatformProva {
+ public:
+    void DoEvents(int waitMs = 0) override {
+        PlatformProva::DoEvents(waitMs);
+        QCoreApplication::processEvents();
+    }
+};
+
+/// The control of that name below a window; fails the test if there is none.
+template <class W>
+W* Controllo(const QObject& finestra, const char* nome) {
+    W* trovato = finestra.findChild<W*>(QString::fromLatin1(nome));
+    if (trovato == nullptr) throw std::runtime_error(std::string("no control ") + nome);
+    return trovato;
+}
+
+}  // namespace lapvane::prova

@@ -1,0 +1,355 @@
+#include "tools/texttable/texttable.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/Testo1252.h"
+#include "shell/LoadStrings.h"
+#include "support/PlatformProva.h"
+
+namespace lapvane::texttable {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string ReadWhole(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void WriteWhole(const fs::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+/// A table of the least size in which every text is named after its number.
+std::vector<std::string> PlainLines() {
+    std::vector<std::string> lines = {"number\titalian\tenglish\twhere used"};
+    for (std::size_t i = 1; i <= kTexts; ++i) {
+        std::ostringstream line;
+        line << i << "\tuno " << i << "\tone " << i << "\tmenu";
+        lines.push_back(line.str());
+    }
+    return lines;
+}
+
+std::string Joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) text += line + "\n";
+    return text;
+}
+
+std::string Faults(const std::string& tsv) {
+    std::string all;
+    for (const Fault& fault : ReadTable(tsv).Faults) {
+        all += std::to_string(fault.Line) + ": " + fault.What + "\n";
+    }
+    return all;
+}
+
+/// A folder of its own for a test.
+class TextTableFile : public testing::Test {
+ protected:
+    std::size_t Files() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+    }
+    prova::PlatformProva machine;
+    const fs::path folder = machine.Cartella;
+};
+
+TEST(TextTable, LanguageFileHasTheExactBytesOfBothHalves) {
+    std::string what;
+    const auto in1252 = [&what](const char* utf8) { return Encode1252(utf8, what).value(); };
+    const std::vector<Entry> entries = {
+        {in1252("Velocit\u00E0"), in1252("Speed")},
+        {in1252("Il progetto "), in1252("The project ")},
+        {in1252("20 \u00B0C = 68 \u00B0F"), in1252("Costs 5 \u20AC, \u201Cnow\u201D")},
+    };
+    EXPECT_EQ(LanguageFile(entries),
+              "1\r\n"
+              "NumTesti=\"6\"\r\n"
+              "IT001=\"Velocit\xE0\"\r\n"
+              "IT002=\"Il progetto \"\r\n"
+              "IT003=\"20 \xB0"
+              "C = 68 \xB0"
+              "F\"\r\n"
+              "EN001=\"Speed\"\r\n"
+              "EN002=\"The project \"\r\n"
+              "EN003=\"Costs 5 \x80, \x93now\x94\"\r\n");
+}
+
+TEST(TextTable, EncodingAgreesWithTheProgramOnEveryCodeAndRefusesTheRest) {
+    std::string what;
+    const std::set<int> undefined = {0x81, 0x8D, 0x8F, 0x90, 0x9D};
+    for (int code = 0x20; code <= 0xFF; ++code) {
+        const std::string character(1, static_cast<char>(code));
+        const auto encoded = Encode1252(Utf8Da1252(character), what);
+        if (undefined.contains(code)) {
+            EXPECT_FALSE(encoded.has_value()) << code;
+        } else {
+            EXPECT_EQ(encoded, character) << code;
+        }
+    }
+    const std::string_view refused[] = {
+        "\u0416",
+        "a\u2192",
+        "\U0001F3C1",
+        "\u0085",
+        "perch\xE9",         // Windows-1252 kept by mistake
+        "\xE9t\xE9",         // a lead byte without its continuation
+        "\x80",              // a continuation alone
+        {"\xC3\xA0", 1},     // cut short
+        "\xC0\xAF",          // overlong in two bytes
+        "\xE0\x82\xA0",      // overlong in three
+        "\xED\xA0\x80",      // half a surrogate pair
+        "\xF4\x90\x80\x80",  // past the last character
+    };
+    for (const std::string_view text : refused) {
+        what.clear();
+        EXPECT_FALSE(Encode1252(text, what).has_value()) << text;
+        EXPECT_EQ(what, "is not UTF-8 or has a character that Windows-1252 lacks");
+    }
+}
+
+TEST(TextTable, EachFaultIsToldOnceWithItsLine) {
+    ASSERT_EQ(Faults(Joined(PlainLines())), "");
+
+    struct Case {
+        const char* Expected;
+        std::function<void(std::vector<std::string>&)> Damage;
+    };
+    using Lines = std::vector<std::string>;
+    const Case cases[] = {
+        {"1: the heading is not number, italian, english, where used, separated by tabs\n",
+         [](Lines& l) { l[0] = "number\titalian\tenglish"; }},
+        {"6: 4 columns expected, 3 found\n", [](Lines& l) { l[5] = "5\tcinque\tfive"; }},
+        {"6: 4 columns expected, 5 found\n", [](Lines& l) { l[5] = "5\tcinque\tfive\tx\ty"; }},
+        {"6: number 5 expected, \"6\" found\n335: 334 rows expected, 333 found\n",
+         [](Lines& l) { l.erase(l.begin() + 5); }},
+        {"7: number 6 expected, \"5\" found\n", [](Lines& l) { l.insert(l.begin() + 6, l[5]); }},
+        {"6: number 5 expected, \"05\" found\n", [](Lines& l) { l[5] = "05\ta\tb\tc"; }},
+        {"335: 334 rows expected, 333 found\n", [](Lines& l) { l.pop_back(); }},
+        {"3: the Italian text is empty\n", [](Lines& l) { l[2] = "2\t\tb\tc"; }},
+        {"3: the English text is empty\n", [](Lines& l) { l[2] = "2\ta\t  \tc"; }},
+        {"3: the column of where it is used is empty\n", [](Lines& l) { l[2] = "2\ta\tb\t"; }},
+        {"3: the Italian text begins or ends with a double quote\n",
+         [](Lines& l) { l[2] = "2\t\"a\" b\tb\tc"; }},
+        {"3: the English text begins or ends with a double quote\n",
+         [](Lines& l) { l[2] = "2\ta\ta \"b\"\tc"; }},
+        {"3: the English text has the control character 13\n",
+         [](Lines& l) { l[2] = "2\ta\tb\r\tc"; }},
+        {"3: the column of where it is used has the control character 13\n",
+         [](Lines& l) { l[2] += "\r"; }},
+        {"3: the Italian text has the control character 127\n",
+         [](Lines& l) { l[2] = "2\ta\x7F\tb\tc"; }},
+        {"3: the English text has the control character 31\n",
+         [](Lines& l) { l[2] = "2\ta\t\x1F\tc"; }},
+        {"3: the Italian text is not UTF-8 or has a character that Windows-1252 lacks\n"
+         "3: the English text is not UTF-8 or has a character that Windows-1252 lacks\n",
+         [](Lines& l) { l[2] = "2\tcitt\xE0\t\u03A9\tc"; }},
+    };
+    for (const Case& c : cases) {
+        Lines lines = PlainLines();
+        c.Damage(lines);
+        EXPECT_EQ(Faults(Joined(lines)), c.Expected);
+    }
+    EXPECT_EQ(Faults(""),
+              "1: the heading is not number, italian, english, where used, separated by tabs\n"
+              "2: 334 rows expected, 0 found\n");
+}
+
+TEST(TextTable, MoreTextsThanNeededAndInnerQuotesAndBlanksAreTakenAsTheyStand) {
+    std::vector<std::string> lines = PlainLines();
+    lines.push_back("335\t a \"b\" = c \t d\te");
+    const Table table = ReadTable(Joined(lines));
+    ASSERT_TRUE(table.Faults.empty());
+    ASSERT_EQ(table.Entries.size(), 335u);
+    EXPECT_EQ(table.Entries[334].Italian, " a \"b\" = c ");
+    EXPECT_EQ(table.Entries[334].English, " d");
+    EXPECT_EQ(LanguageFile(table.Entries).substr(0, 18), "1\r\nNumTesti=\"670\"\r");
+}
+
+TEST_F(TextTableFile, AFaultyTableLeavesTheOldFileAndAGoodOneReplacesItWhole) {
+    const fs::path in = folder / "texts.tsv";
+    const fs::path out = folder / "LANGUAGES.DAT";
+    WriteWhole(out, "old");
+    std::vector<std::string> lines = PlainLines();
+    lines[10] = "10\tdieci\t\tmenu";
+    WriteWhole(in, Joined(lines));
+    std::ostringstream errors;
+    EXPECT_EQ(MakeLanguageFile(in, out, errors), 1);
+    EXPECT_EQ(errors.str(), in.string() + ":11: the English text is empty\n");
+    EXPECT_EQ(ReadWhole(out), "old");
+
+    WriteWhole(in, Joined(PlainLines()));
+    errors.str("");
+    EXPECT_EQ(MakeLanguageFile(in, out, errors), 0);
+    EXPECT_EQ(errors.str(), "");
+    EXPECT_EQ(ReadWhole(out), LanguageFile(ReadTable(Joined(PlainLines())).Entries));
+    EXPECT_EQ(Files(), 2u) << "a temporary file was left behind";
+}
+
+TEST_F(TextTableFile, FilesThatCannotBeReadOrWrittenAreReported) {
+    std::ostringstream errors;
+    EXPECT_EQ(MakeLanguageFile(folder / "none.tsv", folder / "OUT.DAT", errors), 1);
+    EXPECT_EQ(errors.str(), (folder / "none.tsv").string() + ": cannot be read\n");
+    EXPECT_EQ(Files(), 0u);
+
+    const fs::path in = folder / "texts.tsv";
+    WriteWhole(in, Joined(PlainLines()));
+    for (const fs::path& out : {folder / "missing" / "OUT.DAT", folder / "taken"}) {
+        fs::create_directories(folder / "taken" / "inside");  // a folder stands in the way
+        errors.str("");
+        EXPECT_EQ(MakeLanguageFile(in, out, errors), 1);
+        EXPECT_EQ(errors.str().find(out.string() + ": cannot be written ("), 0u) << errors.str();
+        EXPECT_EQ(Files(), 2u) << "a temporary file was left behind";
+    }
+}
+
+/// The table that is delivered.
+class DeliveredTexts : public testing::Test {
+ protected:
+    DeliveredTexts() : table(ReadTable(ReadWhole(fs::path(LAPVANE_DATA_DIR) / "testi.tsv"))) {}
+    void SetUp() override {
+        ASSERT_TRUE(table.Faults.empty())
+            << "line " << table.Faults[0].Line << ": " << table.Faults[0].What;
+        ASSERT_EQ(table.Entries.size(), kTexts);
+    }
+    /// Text n of both languages.
+    std::vector<std::string> Both(int n) const {
+        const Entry& entry = table.Entries.at(static_cast<std::size_t>(n - 1));
+        return {entry.Italian, entry.English};
+    }
+    void ForEachText(const std::function<void(int, const std::string&)>& check) const {
+        for (int n = 1; n <= static_cast<int>(kTexts); ++n) {
+            for (const std::string& text : Both(n)) check(n, text);
+        }
+    }
+    Table table;
+};
+
+TEST_F(DeliveredTexts, ComeThroughTheReaderOfTheProgramUnchanged) {
+    prova::PlatformProva machine;
+    WriteWhole(machine.Cartella / "LANGUAGES.DAT", LanguageFile(table.Entries));
+    CaricaTesti();
+    EXPECT_EQ(IndiceLingua, 1);
+    for (int language = 0; language < 2; ++language) {
+        IndiceLingua = language;
+        CalcolaBaseTesti();
+        for (int n = 1; n <= static_cast<int>(kTexts); ++n) {
+            EXPECT_EQ(Testo(n), Both(n)[static_cast<std::size_t>(language)]) << n;
+        }
+    }
+}
+
+TEST_F(DeliveredTexts, AreTranslatedExceptForWordsOfBothLanguages) {
+    const std::set<int> alike = {237};  // OK
+    for (int n = 1; n <= static_cast<int>(kTexts); ++n) {
+        EXPECT_EQ(Both(n)[0] == Both(n)[1], alike.contains(n)) << n << ": " << Both(n)[0];
+    }
+}
+
+TEST_F(DeliveredTexts, EndWithABlankExactlyWhereAValueFollowsAtOnce) {
+    const std::set<int> beforeAValue = {127, 130, 144, 175, 177, 193, 195,
+                                        196, 197, 198, 199, 200, 201, 244};
+    ForEachText([&](int n, const std::string& text) {
+        EXPECT_EQ(text.back() == ' ', beforeAValue.contains(n)) << n << ": " << text;
+        EXPECT_NE(text.front(), ' ') << n << ": " << text;
+        EXPECT_EQ(text.find("  "), std::string::npos) << n << ": " << text;
+        EXPECT_EQ(text.find('&'), std::string::npos) << n << ": the windows add the mnemonics";
+        // A colon belongs to labels that are printed before their values; elsewhere the windows
+        // add their own.
+        const bool label = n == 177 || (n >= 195 && n <= 201);
+        EXPECT_EQ(text.size() > 1 && text.substr(text.size() - 2) == ": ", label) << n;
+        EXPECT_NE(text.back(), ':') << n;
+    });
+}
+
+TEST_F(DeliveredTexts, NamesThatGoIntoFieldsOfAFileOrListHoldNoSeparator) {
+    ForEachText([](int n, const std::string& text) {
+        if ((n >= 274 && n <= 281) || (n >= 306 && n <= 321)) {
+            EXPECT_EQ(text.find_first_of(";[]="), std::string::npos) << n << ": " << text;
+        }
+    });
+}
+
+TEST_F(DeliveredTexts, SayTheSameOfAMeasureInEveryList) {
+    // Each group names one measure: in the graphs, in the sensor lists, in the editors, as an
+    // alarm.
+    const std::vector<std::vector<int>> measures = {
+        {315, 61, 74, 134, 255, 276},   // oil temperature
+        {311, 62, 135, 256, 280},       // oil pressure
+        {310, 64, 136, 257, 279, 286},  // fuel pressure
+        {313, 63, 137, 228, 258, 277},  // water temperature
+        {318, 60, 138, 259, 281},       // fuel level
+        {317, 70, 139},                 // gear
+        {320, 290},                     // lambda
+        {319, 231},                     // turbo pressure
+        {314, 69},                      // acceleration
+        {308, 53},                      // engine speed
+        {309, 112},                     // speed
+    };
+    std::map<std::string, int> seen;
+    for (const std::vector<int>& numbers : measures) {
+        for (const int n : numbers) EXPECT_EQ(Both(n), Both(numbers[0])) << n;
+        for (const std::string& name : Both(numbers[0])) {
+            EXPECT_TRUE(seen.emplace(name, numbers[0]).second) << name << " names two measures";
+        }
+    }
+}
+
+TEST_F(DeliveredTexts, ComposeIntoSentencesAsTheWindowsJoinThem) {
+    struct Case {
+        const char* Italian;
+        const char* English;
+        std::function<std::string(std::size_t)> Joined;
+    };
+    const auto t = [this](int n, std::size_t language) { return Both(n)[language]; };
+    const Case cases[] = {
+        {"Il progetto Prova \xE8 stato modificato.", "The project Prova has been changed.",
+         [&](std::size_t l) { return t(127, l) + "Prova" + " " + t(128, l); }},
+        {"Il progetto senza nome \xE8 stato modificato.", "The unnamed project has been changed.",
+         [&](std::size_t l) { return t(130, l) + t(128, l); }},
+        {"Il file A.sns esiste gi\xE0. Sostituirlo?", "The file A.sns already exists. Replace it?",
+         [&](std::size_t l) { return t(175, l) + "A.sns" + " " + t(132, l); }},
+        {"Il file A.sns non \xE8 un file di sensore.", "The file A.sns is not a sensor file.",
+         [&](std::size_t l) { return t(175, l) + "A.sns" + " " + t(176, l); }},
+        {"Il file A.csv non \xE8 stato trovato o non \xE8 accessibile.",
+         "The file A.csv was not found or cannot be accessed.",
+         [&](std::size_t l) { return t(328, l) + " " + "A.csv" + " " + t(329, l); }},
+        {"Impostazioni Sensori ...   OK", "Setup Sensors ...   OK",
+         [&](std::size_t l) { return t(11, l) + " " + t(12, l) + " ..." + "   " + t(237, l); }},
+        {"Programmazione strumento OK", "Programming the instrument OK",
+         [&](std::size_t l) { return t(238, l) + " " + t(237, l); }},
+        {"Caricamento dati...45 %", "Loading data...45 %",
+         [&](std::size_t l) { return t(141, l) + "45" + " %"; }},
+        {"Caricamento dati... 45 %", "Loading data... 45 %",
+         [&](std::size_t l) { return t(141, l) + " 45" + " %"; }},
+        {"Sensore: nuovo", "Sensor: new", [&](std::size_t l) { return t(177, l) + t(178, l); }},
+        {"Grafici Giro 3", "Graphs Lap 3",
+         [&](std::size_t l) { return t(273, l) + " " + t(110, l) + " 3"; }},
+        {"Settore 2, Giro 7", "Sector 2, Lap 7",
+         [&](std::size_t l) { return t(144, l) + "2, " + t(193, l) + "7"; }},
+        {"Svuotare completamente il serbatoio e attendere che il livello si stabilizzi.",
+         "Empty the tank completely and wait until the level is steady.",
+         [&](std::size_t l) { return t(244, l) + t(245, l); }},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(c.Joined(0), c.Italian);
+        EXPECT_EQ(c.Joined(1), c.English);
+    }
+}
+
+}  // namespace
+}  // namespace lapvane::texttable

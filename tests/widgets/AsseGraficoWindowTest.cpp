@@ -1,0 +1,134 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "widgets/AsseGrafico.h"
+#include "widgets/Contrasto.h"
+
+using namespace lapvane;
+
+namespace {
+
+constexpr double kNessuno = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinito = std::numeric_limits<double>::infinity();
+
+std::string Testi(const Tacche& tacche, char separatore = '.') {
+    std::string testo;
+    for (const double valore : tacche.Valori) testo += TestoTacca(valore, tacche, separatore) + " ";
+    return testo;
+}
+
+}  // namespace
+
+TEST(Tacche, AreRoundNumbersInsideTheRange) {
+    struct Caso {
+        double Da, A;
+        int Massime;
+        const char* Attese;
+    };
+    const Caso casi[] = {
+        {0, 10, 6, "0 2 4 6 8 10 "},
+        {0, 1, 6, "0 0.2 0.4 0.6 0.8 1.0 "},
+        {-400000, 1100, 6, "-400000 -300000 -200000 -100000 0 "},
+        {0, 9460, 6, "0 2000 4000 6000 8000 "},
+        {0, 86.9, 11, "0 10 20 30 40 50 60 70 80 "},
+        {0.3, 0.6, 5, "0.3 0.4 0.5 0.6 "},
+        {12.34, 12.37, 4, "12.34 12.35 12.36 12.37 "},
+        {-0.05, 0.05, 3, "-0.05 0 0.05 "},
+        {0, 3e8, 4, "0 1E8 2E8 3E8 "},
+        {0, 3e-9, 4, "0 1E-9 2E-9 3E-9 "},
+    };
+    for (const Caso& caso : casi) {
+        const Tacche tacche = CalcolaTacche(caso.Da, caso.A, caso.Massime);
+        EXPECT_EQ(Testi(tacche), caso.Attese) << caso.Da << " " << caso.A;
+        EXPECT_LE(tacche.Valori.size(), static_cast<std::size_t>(caso.Massime));
+    }
+    EXPECT_EQ(Testi(CalcolaTacche(0, 1, 3), ','), "0 0,5 1,0 ");
+}
+
+TEST(Tacche, DoNotExistWhereThereIsNoRange) {
+    const std::pair<double, double> casi[] = {{1, 1},
+                                              {2, 1},
+                                              {0, kNessuno},
+                                              {kNessuno, 1},
+                                              {0, kInfinito},
+                                              {-1e308, 1.7e308},
+                                              {1e9, 1e9 + 1e-3},
+                                              {0, 1e-310}};
+    for (const auto& [da, a] : casi) {
+        EXPECT_TRUE(CalcolaTacche(da, a, 10).Valori.empty()) << da << " " << a;
+    }
+    EXPECT_TRUE(CalcolaTacche(0, 1, 0).Valori.empty());
+    EXPECT_LE(CalcolaTacche(0, 1e300, 1000000).Valori.size(), 100u);
+}
+
+TEST(ScalaPixel, GoesThereAndBack) {
+    const ScalaPixel y{-100, 300, 500, 100};  // downwards
+    EXPECT_TRUE(y.Valida());
+    EXPECT_EQ(y.Pixel(-100), 500);
+    EXPECT_EQ(y.Pixel(300), 100);
+    EXPECT_EQ(y.Pixel(0), 400);
+    EXPECT_EQ(y.Valore(400), 0);
+    EXPECT_FALSE((ScalaPixel{1, 1, 0, 10}).Valida());
+    EXPECT_FALSE((ScalaPixel{0, kInfinito, 0, 10}).Valida());
+    EXPECT_FALSE((ScalaPixel{-1.7e308, 1.7e308, 0, 10}).Valida());
+}
+
+TEST(TagliaLinea, KeepsWhatLiesInsideAsConnectedStretches) {
+    const Rettangolo area{0, 0, 100, 100};
+    const Tratto dentro = {{10, 10}, {50, 90}, {90, 10}};
+    EXPECT_EQ(TagliaLinea(dentro, area), std::vector<Tratto>{dentro});
+    // Out through the top between two points and back in.
+    const Tratto fuori = {{10, 50}, {30, -50}, {50, 50}};
+    EXPECT_EQ(TagliaLinea(fuori, area),
+              (std::vector<Tratto>{{{10, 50}, {20, 0}}, {{40, 0}, {50, 50}}}));
+    // Both ends outside, the middle inside; and never inside at all.
+    EXPECT_EQ(TagliaLinea(Tratto{{-50, 50}, {150, 50}}, area),
+              (std::vector<Tratto>{{{0, 50}, {100, 50}}}));
+    EXPECT_TRUE(TagliaLinea(Tratto{{-50, 50}, {50, 250}}, area).empty());
+    EXPECT_TRUE(TagliaLinea(Tratto{{-5, 10}, {-5, 90}}, area).empty());
+    EXPECT_TRUE(TagliaLinea(Tratto{{50, 50}}, area).empty());
+    EXPECT_TRUE(TagliaLinea(Tratto{}, area).empty());
+    const Tratto buco = {{10, 10}, {20, 20}, {30, kNessuno}, {40, 40}, {50, 50}, {60, kInfinito}};
+    EXPECT_EQ(TagliaLinea(buco, area),
+              (std::vector<Tratto>{{{10, 10}, {20, 20}}, {{40, 40}, {50, 50}}}));
+    const auto enorme = TagliaLinea(Tratto{{50, 50}, {50, 1e300}, {60, 50}}, area);
+    ASSERT_EQ(enorme.size(), 2u);
+    EXPECT_EQ(enorme[0], (Tratto{{50, 50}, {50, 100}}));
+}
+
+TEST(Assottiglia, KeepsFirstLowestHighestAndLastOfAPixelColumn) {
+    Tratto punti;
+    for (int i = 0; i < 1000; ++i) punti.push_back({i / 100.0, 50.0 + i % 3});
+    punti[250].Y = -7;
+    punti[260].Y = 99;
+    const Tratto pochi = Assottiglia(punti, 10);
+    EXPECT_LE(pochi.size(), 40u);
+    EXPECT_EQ(pochi.front(), punti.front());
+    EXPECT_EQ(pochi.back(), punti.back());
+    EXPECT_NE(std::find(pochi.begin(), pochi.end(), punti[250]), pochi.end());
+    EXPECT_NE(std::find(pochi.begin(), pochi.end(), punti[260]), pochi.end());
+    EXPECT_TRUE(std::is_sorted(pochi.begin(), pochi.end(),
+                               [](const auto& a, const auto& b) { return a.X < b.X; }));
+    const Tratto corta(punti.begin(), punti.begin() + 40);
+    EXPECT_EQ(Assottiglia(corta, 10), corta) << "few points stay as they are";
+}
+
+TEST(Contrasto, MakesColoursReadableOnAnyGround) {
+    constexpr Colore kBianco = Rgb(255, 255, 255);
+    constexpr Colore kNero = Rgb(0, 0, 0);
+    EXPECT_NEAR(Contrasto(kNero, kBianco), 21.0, 0.01);
+    EXPECT_NEAR(Contrasto(kBianco, kBianco), 1.0, 0.01);
+    EXPECT_EQ(ColoreLeggibile(Rgb(192, 0, 0), kBianco, 2.2), Rgb(192, 0, 0));
+    for (const Colore sfondo : {kBianco, kNero, Rgb(30, 30, 30), Rgb(128, 128, 128)}) {
+        for (const Colore linea : {Rgb(255, 192, 255), Rgb(0, 0, 192), Rgb(192, 192, 0), sfondo}) {
+            EXPECT_GE(Contrasto(ColoreLeggibile(linea, sfondo, 2.2), sfondo), 2.2) << linea;
+        }
+    }
+    // The letters of a selected lap are white; on the green of a best sector they turn black.
+    EXPECT_EQ(CaratteriLeggibili(kBianco, Rgb(0, 255, 0)), kNero);
+    EXPECT_EQ(CaratteriLeggibili(kBianco, Rgb(0, 0, 255)), kBianco);
+    EXPECT_EQ(CaratteriLeggibili(kNero, Rgb(255, 0, 0)), kNero);
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lapvane::texttable {
+
+/// How many texts the program looks for; a table may have more.
+inline constexpr std::size_t kTexts = 334;
+
+/// One text in both languages, in Windows-1252; entry 0 of a table is text 1.
+struct Entry {
+    std::string Italian;
+    std::string English;
+};
+
+/// What is wrong, and in which line, counted from 1.
+struct Fault {
+    long Line;
+    std::string What;
+};
+
+struct Table {
+    std::vector<Entry> Entries;  ///< complete only if there is no fault
+    std::vector<Fault> Faults;
+};
+
+/// Windows-1252 of a UTF-8 text. Nothing for a text that is not well-formed UTF-8, or with a
+/// character that the code page lacks; `what` then says which.
+std::optional<std::string> Encode1252(std::string_view utf8, std::string& what);
+
+/// Reads and checks a table: a heading line, then the texts 1 to 334 and perhaps more in order,
+/// four columns each (number, Italian, English, where used) separated by tabs.
+Table ReadTable(std::string_view tsv);
+
+/// The language file of the program as it is delivered: English chosen, first the Italian half,
+/// then the English one.
+std::string LanguageFile(const std::vector<Entry>& entries);
+
+/// Makes `out` of the table `in`; 0, or 1 with every fault written to `errors` as file:line: what.
+/// `out` is replaced as a whole at the very end, so that a failure leaves the old one.
+int MakeLanguageFile(const std::filesystem::path& in, const std::filesystem::path& out,
+                     std::ostream& errors);
+
+}  // namespace lapvane::texttable
