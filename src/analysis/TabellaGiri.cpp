@@ -82,10 +82,9 @@ void AnalisiDati::CalcolaSettoriGiro(int giro) {
     double soglia = DistanzeSettori[0];
     int s = 0;
     const auto scrivi = [&](std::int32_t riga) {
-        if (s + 2 <= kUltimaColonna) {
-            tempi[static_cast<std::size_t>(s + 2)] =
-                CentesimiInTempo((riga - confine) * kCentesimiRiga);
-        }
+        const std::size_t colonna = static_cast<std::size_t>(s) + 2;
+        if (colonna >= tempi.size()) return;
+        tempi[colonna] = CentesimiInTempo((riga - confine) * kCentesimiRiga);
     };
     std::int32_t r = confine;
     for (; r <= ultima; ++r) {

@@ -10,6 +10,15 @@
 
 namespace lapvane {
 
+/// The one cursor of a graph.
+struct CursoreGrafico {
+    double X = 0.0;
+    double Y = 0.0;
+    ModoCursore Modo = ModoCursore::Libero;
+    Colore Tinta = 0;
+    bool Visibile = false;
+};
+
 /// The graph. It draws into a cached picture at the screen's own resolution and draws that anew
 /// only when something of it has changed; the cursor moves over the cache. Lines and letters keep
 /// their distance from the ground, whatever the palette.
@@ -80,13 +89,6 @@ class GraficoWidget : public QWidget, public GraphControl {
         std::string Etichetta;
         double Scala = 1.0;
     };
-    struct Cursore {
-        double X = 0.0;
-        double Y = 0.0;
-        ModoCursore Modo = ModoCursore::Libero;
-        Colore Tinta = 0;
-        bool Visibile = false;
-    };
     struct Disposizione;
 
     void Sporca();
@@ -117,7 +119,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     Elemento prossimo_;
     std::vector<Elemento> elementi_;
     bool elementoAperto_ = false;  ///< the last element still takes points one by one
-    std::optional<Cursore> cursore_;
+    std::optional<CursoreGrafico> cursore_;
     bool cursoreAttivo_ = true;
     ModoMouse modoMouse_ = ModoMouse::Cursore;
     std::optional<QRectF> zoom_;  ///< the rectangle that is being drawn

@@ -94,7 +94,7 @@ ModelloGiri::Contenuto* ModelloGiri::In(int riga, int colonna) {
 QVariant ModelloGiri::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= rowCount() || index.column() >= kColonne) return {};
     const Contenuto& cella =
-        celle_[static_cast<std::size_t>(index.row() + 1)][static_cast<std::size_t>(index.column())];
+        celle_[static_cast<std::size_t>(index.row()) + 1][static_cast<std::size_t>(index.column())];
     switch (role) {
         case Qt::DisplayRole:
             return InQt(cella.Testo);
