@@ -93,6 +93,7 @@ void AnalisiDatiSpeed::ScriviSchema() const {
 }
 
 void AnalisiDatiSpeed::LeggiTitoli(std::string_view titolo) {
+    // Kept: the last title is all that is left of the line, whatever further titles it holds.
     for (int c = 1; c <= UltimoCanaleFile(); ++c) {
         const std::size_t fine =
             c == NumCampi ? titolo.size() : std::min(titolo.find(';'), titolo.size());

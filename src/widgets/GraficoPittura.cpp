@@ -228,9 +228,12 @@ void GraficoWidget::DisegnaElementi(QPainter& penna, const Disposizione& d, std:
         for (const PuntoGrafico& punto : elemento.Punti) {
             punti.push_back({x.Pixel(punto.X), y.Pixel(punto.Y)});
         }
+        // Square ends close the notches at the corners of a broad line; on a thin one they show as
+        // beads.
+        const int spessore = std::clamp<int>(elemento.Spessore, 1, 20);
         penna.setPen(QPen(InQColor(ColoreLeggibile(elemento.Tinta, Sfondo(), kContrastoLinea)),
-                          kTratto * std::clamp<int>(elemento.Spessore, 1, 20), Qt::SolidLine,
-                          Qt::SquareCap));
+                          kTratto * spessore, Qt::SolidLine,
+                          spessore == 1 ? Qt::FlatCap : Qt::SquareCap));
         for (const Tratto& tratto :
              TagliaLinea(Assottiglia(std::move(punti), area.Destra - area.Sinistra), area)) {
             // One by one: as a single path a jagged line costs the rasterizer hundreds of times
