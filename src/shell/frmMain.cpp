@@ -341,6 +341,11 @@ void frmMain::ScaricaDati() {
 }
 
 void frmMain::Analizza() {
+    if (!AnalisiSpeed) {
+        // The recent list asks for the other analysis window, which does not exist yet.
+        TestoPannello(Pannello::Progresso, Testo(4));
+        return;
+    }
     const auto scelto = platform().AskOpen(
         {Testo(22), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
     if (!scelto) return;

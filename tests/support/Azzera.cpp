@@ -2,6 +2,7 @@
 #include "logs/BufferLog.h"
 #include "project/DatiProgetto.h"
 #include "project/FileRecenti.h"
+#include "reports/DatiSessione.h"
 #include "sensors/CSensore.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
@@ -14,6 +15,7 @@ void AzzeraTutto() {
     AzzeraSerialComm();
     AzzeraBufferLog();
     DatiProgetto = {};
+    DatiSessione = {};
     LibreriaSensori.clear();
     AzzeraStatoShell();
     Testi.clear();

@@ -24,7 +24,7 @@
 #include <filesystem>
 
 #include "Robot.h"
-#include "platform/qt/Protetto.h"
+#include "platform/ErroreRuntime.h"
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
