@@ -34,7 +34,7 @@ const QStringList& MachinePorts() {
 
 QtSerialControl::QtSerialControl() {
     QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
-                     [this](QSerialPort::SerialPortError) { CloseIfLost(); });
+                     [this](QSerialPort::SerialPortError error) { CloseIfLost(error); });
 }
 
 QString QtSerialControl::Location() const {
@@ -65,9 +65,11 @@ void QtSerialControl::Handshaking(int mode) {
 
 void QtSerialControl::PortOpen(bool open) {
     if (!open) {
+        lost_ = false;
         if (port_.isOpen()) port_.close();
         return;
     }
+    if (lost_) PortOpen(false);
     if (port_.isOpen()) throw ErroreControllo("port already open");
     const QString location = Location();
     if (location.isEmpty()) throw ErroreControllo("no such port");
@@ -87,38 +89,47 @@ void QtSerialControl::PortOpen(bool open) {
     port_.clearError();
 }
 
-void QtSerialControl::CloseIfLost() {
-    switch (port_.error()) {
+void QtSerialControl::CloseIfLost(QSerialPort::SerialPortError error) {
+    switch (error) {
         case QSerialPort::ResourceError:
         case QSerialPort::DeviceNotFoundError:
         case QSerialPort::PermissionError:
-            if (port_.isOpen()) port_.close();
-            break;
-        default:
-            break;
+        case QSerialPort::ReadError:
+        case QSerialPort::WriteError: break;
+        default: return;
     }
+    if (!port_.isOpen() || lost_) return;
+    // The port counts as closed at once. It is closed behind the signal, whose sender still works
+    // on it.
+    lost_ = true;
+    QMetaObject::invokeMethod(
+        &port_,
+        [this] {
+            if (lost_) PortOpen(false);
+        },
+        Qt::QueuedConnection);
 }
 
 std::size_t QtSerialControl::InBufferCount() {
-    return port_.isOpen() ? static_cast<std::size_t>(port_.bytesAvailable()) : 0;
+    return PortOpen() ? static_cast<std::size_t>(port_.bytesAvailable()) : 0;
 }
 
 void QtSerialControl::ClearInBuffer() {
-    if (!port_.isOpen()) return;
+    if (!PortOpen()) return;
     port_.clear(QSerialPort::Input);
     port_.readAll();
 }
 
 std::size_t QtSerialControl::OutBufferCount() {
-    return port_.isOpen() ? static_cast<std::size_t>(port_.bytesToWrite()) : 0;
+    return PortOpen() ? static_cast<std::size_t>(port_.bytesToWrite()) : 0;
 }
 
 void QtSerialControl::ClearOutBuffer() {
-    if (port_.isOpen()) port_.clear(QSerialPort::Output);
+    if (PortOpen()) port_.clear(QSerialPort::Output);
 }
 
 std::string QtSerialControl::Input() {
-    if (!port_.isOpen()) return {};
+    if (!PortOpen()) return {};
     const qint64 waiting = port_.bytesAvailable();
     const qint64 most =
         inputLen_ == 0 ? waiting : std::min(waiting, static_cast<qint64>(inputLen_));
@@ -126,18 +137,18 @@ std::string QtSerialControl::Input() {
 }
 
 void QtSerialControl::Output(const std::string& bytes) {
-    if (!port_.isOpen()) throw ErroreControllo("port not open");
+    if (!PortOpen()) throw ErroreControllo("port not open");
     const qint64 size = static_cast<qint64>(bytes.size());
     if (port_.write(bytes.data(), size) != size) {
         // A port that vanished is closed by now: the wait that follows sees that by itself.
-        if (!port_.isOpen()) return;
+        if (!PortOpen()) return;
         throw ErroreControllo(port_.errorString().toStdString());
     }
     port_.flush();
 }
 
 void QtSerialControl::WaitForInput(int ms) {
-    if (port_.isOpen()) port_.waitForReadyRead(ms);
+    if (PortOpen()) port_.waitForReadyRead(ms);
 }
 
 }  // namespace lapvane

@@ -22,7 +22,7 @@ class QtSerialControl : public SerialControl {
     void OutBufferSize(int) override {}  // the system's own buffer is larger
     void DTREnable(bool on) override { dtr_ = on; }
     void RTSEnable(bool on) override { rts_ = on; }
-    bool PortOpen() const override { return port_.isOpen(); }
+    bool PortOpen() const override { return port_.isOpen() && !lost_; }
     void PortOpen(bool open) override;
     std::size_t InBufferCount() override;
     void ClearInBuffer() override;
@@ -35,7 +35,7 @@ class QtSerialControl : public SerialControl {
 
  private:
     QString Location() const;
-    void CloseIfLost();
+    void CloseIfLost(QSerialPort::SerialPortError error);
 
     mutable QSerialPort port_;
     int number_ = 1;
@@ -44,6 +44,7 @@ class QtSerialControl : public SerialControl {
     std::size_t inputLen_ = 0;
     bool dtr_ = false;
     bool rts_ = true;
+    bool lost_ = false;  // the port vanished and is about to be closed
 };
 
 }  // namespace lapvane
