@@ -14,6 +14,7 @@
 namespace lapvane {
 
 bool ErroreComunicazione = false;
+bool TrasferimentoAbbandonato = false;
 std::int32_t TempoMassimo[3] = {};
 
 namespace {
@@ -25,6 +26,11 @@ constexpr int kIdentita = 2;
 constexpr std::size_t kRispostaIdentita = 13;
 
 enum class Eventi { Corrono, Fermi };
+
+/// Whether nobody waits any more for what a wait waits for.
+bool Rinuncia() {
+    return TrasferimentoAbbandonato || principale().RinunciaAttesa();
+}
 
 void Cedi(Eventi eventi) {
     if (eventi == Eventi::Corrono) {
@@ -46,7 +52,7 @@ bool AttendiEsito(std::string_view attesa, int millisecondi, Eventi eventi) {
         } else if (porta.InBufferCount() >= attesa.size()) {
             if (porta.Input() == attesa) return true;
         }
-        if (principale().RinunciaAttesa()) return false;
+        if (Rinuncia()) return false;
         Cedi(eventi);
     } while (scadenza > platform().GetTickCount());
     return false;
@@ -139,7 +145,7 @@ bool LinkPronto() {
         } catch (const ErroreControllo&) {
         }
         for (int numero = 1; numero <= kUltimaPorta; ++numero) {
-            if (ProvaPorta(numero) || principale().RinunciaAttesa()) break;
+            if (ProvaPorta(numero) || Rinuncia()) break;
         }
     }
     platform().MousePointer(Pointer::Normal);
@@ -174,7 +180,7 @@ std::string RiceviRisposta(std::size_t numero) {
             if (risposta.size() == numero) return risposta;
             porta.InputLen(numero - risposta.size());
             risposta += porta.Input();
-            if (!porta.PortOpen() || principale().RinunciaAttesa()) return {};
+            if (!porta.PortOpen() || Rinuncia()) return {};
             if (scadenza < platform().GetTickCount()) return {};
             if (risposta.size() < numero) platform().DoEvents(kAttesaEventi);
         }
@@ -215,6 +221,7 @@ void VerificaComunicazione() {
 void SegnalaErroreComunicazione() {
     ErroreComunicazione = true;
     platform().MousePointer(Pointer::Normal);
+    if (TrasferimentoAbbandonato) return;
     platform().MsgBox(Testo(242), Buttons::Ok, Icon::None, platform().ExeName());
 }
 
@@ -238,7 +245,7 @@ void tmrComm_Timer() {
         TempoMassimo[2] = 10000;
         VerificaComunicazione();
         const std::int64_t fine = platform().GetTickCount() + kPausa;
-        while (platform().GetTickCount() < fine && !principale().RinunciaAttesa()) {
+        while (platform().GetTickCount() < fine && !Rinuncia()) {
             platform().DoEvents(kAttesaEventi);
         }
     } else {
@@ -256,6 +263,7 @@ void tmrComm_Timer() {
 
 void AzzeraSerialComm() {
     ErroreComunicazione = false;
+    TrasferimentoAbbandonato = false;
     for (std::int32_t& tempo : TempoMassimo) tempo = 0;
 }
 

@@ -10,6 +10,10 @@ namespace lapvane {
 /// True after a transfer whose exchange failed, false after one that succeeded.
 extern bool ErroreComunicazione;
 
+/// Set by a transfer's window that closes while its transfer runs, cleared when that has ended:
+/// every wait gives up at once, and what fails is not told to a person who has turned away.
+extern bool TrasferimentoAbbandonato;
+
 /// Applies the port settings of the link (19200,N,8,1 ...) to the serial control.
 void ImpostaPorta();
 

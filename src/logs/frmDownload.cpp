@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "device/SerialComm.h"
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
@@ -57,6 +58,7 @@ void frmDownload::showEvent(QShowEvent* evento) {
         inCorso_ = true;
         Protetto([this] { Scarico(*this).Esegui(); });
         inCorso_ = false;
+        TrasferimentoAbbandonato = false;
         FaseComunicazione = 0;
         platform().MousePointer(Pointer::Normal);
     });
@@ -64,7 +66,11 @@ void frmDownload::showEvent(QShowEvent* evento) {
 
 void frmDownload::done(int esito) {
     // While the download still unwinds, the poll stays off the port: the routine frees it itself.
-    if (!inCorso_) FaseComunicazione = 0;
+    if (inCorso_) {
+        TrasferimentoAbbandonato = true;
+    } else {
+        FaseComunicazione = 0;
+    }
     QDialog::done(esito);
 }
 

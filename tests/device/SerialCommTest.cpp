@@ -254,5 +254,20 @@ TEST_F(Collegamento, SomebodyWaitingEndsAScanOfSilentPorts) {
     EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "NO COMMUNICATION");
 }
 
+TEST_F(Collegamento, AbandonedTransferEndsEveryWaitAndTellsNobody) {
+    for (int numero = 1; numero <= 20; ++numero) porta.Porte[numero] = true;
+    FaseComunicazione = 38;
+    const std::int64_t inizio = macchina.Orologio;
+    macchina.DuranteEventi = [&] {
+        if (macchina.Orologio - inizio >= 100) TrasferimentoAbbandonato = true;
+    };
+    EXPECT_LT(Durata([] { EXPECT_FALSE(LinkPronto()); }), 150);
+    porta.CommPort(1);
+    porta.PortOpen(true);
+    EXPECT_LT(Durata([] { EXPECT_EQ(ChiediStrumento(Frame(37), 36), ""); }), 50);
+    EXPECT_TRUE(ErroreComunicazione);
+    EXPECT_TRUE(macchina.Mostrati.empty());
+}
+
 }  // namespace
 }  // namespace lapvane

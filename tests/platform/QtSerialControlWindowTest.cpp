@@ -99,7 +99,17 @@ TEST_F(Seriale, PortThatVanishesClosesItself) {
     EXPECT_EQ(porta.InBufferCount(), 0u);
     EXPECT_EQ(porta.OutBufferCount(), 0u);
     EXPECT_EQ(porta.Input(), "");
-    EXPECT_THROW(porta.Output("x"), ErroreControllo);
+}
+
+TEST_F(Seriale, WritingToAPortThatVanishedIsNoErrorOfItsOwn) {
+    porta.PortOpen(true);
+    Stacca();
+    EXPECT_NO_THROW({
+        porta.ClearOutBuffer();
+        porta.ClearInBuffer();
+        porta.Output("H");
+    });
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !porta.PortOpen(); }, 2000));
 }
 
 TEST_F(Seriale, OtherSettingsAreRefused) {

@@ -95,8 +95,10 @@ void QtSerialControl::CloseIfLost(QSerialPort::SerialPortError error) {
         case QSerialPort::DeviceNotFoundError:
         case QSerialPort::PermissionError:
         case QSerialPort::ReadError:
-        case QSerialPort::WriteError: break;
-        default: return;
+        case QSerialPort::WriteError:
+            break;
+        default:
+            return;
     }
     if (!port_.isOpen() || lost_) return;
     // The port counts as closed at once. It is closed behind the signal, whose sender still works
@@ -137,11 +139,12 @@ std::string QtSerialControl::Input() {
 }
 
 void QtSerialControl::Output(const std::string& bytes) {
-    if (!PortOpen()) throw ErroreControllo("port not open");
+    // A port that vanished under the caller is no error here: the wait that follows sees it closed.
+    if (lost_) return;
+    if (!port_.isOpen()) throw ErroreControllo("port not open");
     const qint64 size = static_cast<qint64>(bytes.size());
     if (port_.write(bytes.data(), size) != size) {
-        // A port that vanished is closed by now: the wait that follows sees that by itself.
-        if (!PortOpen()) return;
+        if (lost_) return;
         throw ErroreControllo(port_.errorString().toStdString());
     }
     port_.flush();
