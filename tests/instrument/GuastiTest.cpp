@@ -47,20 +47,6 @@ TEST_F(Difetti, DropHitsTheNthFrameOfItsCommandAndNoOther) {
     EXPECT_EQ(Byte(Frame(37)).size(), intero.size());
 }
 
-TEST_F(Difetti, CountIsOneWithAFirstFrameAndEndlessWithout) {
-    Aggiungi("drop:1:2");
-    Aggiungi("drop:2");
-    EXPECT_EQ(Byte(kSaluto), kRispostaSaluto);
-    EXPECT_EQ(Byte(kSaluto), "");
-    EXPECT_EQ(Byte(kSaluto), kRispostaSaluto);
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(Byte(Frame(2)), "");
-    strumento.Difetti.Togli();
-    Aggiungi("drop:*:2:0");  // any command, from the second frame on, for good
-    EXPECT_EQ(Byte(Frame(2)).size(), 13u);
-    EXPECT_EQ(Byte(kSaluto), "");
-    EXPECT_EQ(Byte(Frame(2)), "");
-}
-
 TEST_F(Difetti, RepliesAreCutCorruptedAndLengthened) {
     Aggiungi("cut:3:1");
     EXPECT_EQ(Byte(kSaluto), kRispostaSaluto.substr(0, 3));
@@ -123,13 +109,6 @@ TEST_F(Difetti, PagesAreSpoiledOneByOne) {
     EXPECT_NE(Blocco(1), sani[1]);
     EXPECT_EQ(Blocco(1), sani[1]);
     EXPECT_EQ(Byte(kSaluto), kRispostaSaluto);
-}
-
-TEST_F(Difetti, EveryHitIsTold) {
-    Aggiungi("delay:5:1:2");
-    EXPECT_FALSE(Chiedi(kSaluto).Guasta);
-    EXPECT_TRUE(Chiedi(kSaluto).Guasta);
-    EXPECT_FALSE(Chiedi(kSaluto).Guasta);
 }
 
 TEST(LeggiGuasto, WrongTextsAreRefusedWithAReason) {

@@ -27,27 +27,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-TEST(Options, ArgumentsAreRead) {
-    const Options nothing = ParseOptions({});
-    EXPECT_EQ(nothing.Session.Giri, 14);
-    EXPECT_EQ(nothing.Session.Modo, ModoSessione::Normale);
-    EXPECT_FALSE(nothing.Pace);
-    const Options all = ParseOptions(
-        {"--link", "bin/ports/COM1", "--pace", "--laps", "1100", "--track", "Monte", "--tracks",
-         "elsewhere", "--quiet", "--fault", "drop:14:5", "--fault", "silent", "--identity", "AB"});
-    EXPECT_EQ(all.Link, "bin/ports/COM1");
-    EXPECT_TRUE(all.Pace && all.Quiet);
-    EXPECT_EQ(all.Session.Giri, 1100);
-    EXPECT_EQ(all.Track, "Monte");
-    EXPECT_EQ(all.Tracks, "elsewhere");
-    EXPECT_EQ(all.Identity, "AB");
-    ASSERT_EQ(all.Faults.size(), 2u);
-    EXPECT_EQ(all.Faults[0].Dal, 5);
-    EXPECT_EQ(all.Faults[1].Tipo, TipoGuasto::Muto);
-    EXPECT_EQ(ParseOptions({"--empty"}).Session.Modo, ModoSessione::Vuota);
-    EXPECT_EQ(ParseOptions({"--full"}).Session.Modo, ModoSessione::Piena);
-}
-
 TEST(Options, WrongArgumentsAreRefusedWithAReason) {
     for (const auto& [arguments, reason] :
          std::vector<std::pair<std::vector<std::string>, const char*>>{
@@ -169,13 +148,6 @@ TEST_F(Terminal, AProgramThatCrashedDoesNotLockThePort) {
     EXPECT_EQ(::ioctl(next, TIOCGEXCL, &locked), 0);
     EXPECT_EQ(locked, 0);
     ::close(next);
-}
-
-TEST_F(Terminal, WhatNobodyReadsIsLostAndBlocksNothing) {
-    PseudoTerminal terminal;
-    terminal.Write(std::string(200000, 'x'));
-    const std::string read = Exchange(terminal.Name(), "?", 100);
-    EXPECT_GE(read.size(), 100u);
 }
 
 TEST_F(Terminal, ALinkIsNotTakenFromOthers) {

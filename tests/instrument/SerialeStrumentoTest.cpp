@@ -17,24 +17,6 @@ class Seriale : public ::testing::Test {
     SerialeStrumento porta{strumento, [this] { return ora; }, [this](int ms) { ora += ms; }};
 };
 
-TEST_F(Seriale, OnlyThePortOfTheInstrumentOpens) {
-    porta.Porta = 4;
-    for (const int numero : {1, 3, 5}) {
-        porta.CommPort(numero);
-        EXPECT_THROW(porta.PortOpen(true), ErroreControllo);
-        EXPECT_FALSE(porta.PortOpen());
-        EXPECT_THROW(porta.Output(Frame(1)), ErroreControllo);
-    }
-    porta.CommPort(4);
-    porta.PortOpen(true);
-    EXPECT_TRUE(porta.PortOpen());
-    EXPECT_THROW(porta.PortOpen(true), ErroreControllo);
-    porta.PortOpen(false);
-    EXPECT_FALSE(porta.PortOpen());
-    porta.PortOpen(true);
-    EXPECT_TRUE(porta.PortOpen());
-}
-
 TEST_F(Seriale, InputTakesAtMostInputLenAndCountsTellWhatWaits) {
     porta.PortOpen(true);
     EXPECT_EQ(porta.Input(), "");

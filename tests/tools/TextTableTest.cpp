@@ -169,17 +169,6 @@ TEST(TextTable, EachFaultIsToldOnceWithItsLine) {
               "2: 334 rows expected, 0 found\n");
 }
 
-TEST(TextTable, MoreTextsThanNeededAndInnerQuotesAndBlanksAreTakenAsTheyStand) {
-    std::vector<std::string> lines = PlainLines();
-    lines.push_back("335\t a \"b\" = c \t d\te");
-    const Table table = ReadTable(Joined(lines));
-    ASSERT_TRUE(table.Faults.empty());
-    ASSERT_EQ(table.Entries.size(), 335u);
-    EXPECT_EQ(table.Entries[334].Italian, " a \"b\" = c ");
-    EXPECT_EQ(table.Entries[334].English, " d");
-    EXPECT_EQ(LanguageFile(table.Entries).substr(0, 18), "1\r\nNumTesti=\"670\"\r");
-}
-
 TEST_F(TextTableFile, AFaultyTableLeavesTheOldFileAndAGoodOneReplacesItWhole) {
     const fs::path in = folder / "texts.tsv";
     const fs::path out = folder / "LANGUAGES.DAT";
@@ -274,39 +263,6 @@ TEST_F(DeliveredTexts, EndWithABlankExactlyWhereAValueFollowsAtOnce) {
         EXPECT_EQ(text.size() > 1 && text.substr(text.size() - 2) == ": ", label) << n;
         EXPECT_NE(text.back(), ':') << n;
     });
-}
-
-TEST_F(DeliveredTexts, NamesThatGoIntoFieldsOfAFileOrListHoldNoSeparator) {
-    ForEachText([](int n, const std::string& text) {
-        if ((n >= 274 && n <= 281) || (n >= 306 && n <= 321)) {
-            EXPECT_EQ(text.find_first_of(";[]="), std::string::npos) << n << ": " << text;
-        }
-    });
-}
-
-TEST_F(DeliveredTexts, SayTheSameOfAMeasureInEveryList) {
-    // Each group names one measure: in the graphs, in the sensor lists, in the editors, as an
-    // alarm.
-    const std::vector<std::vector<int>> measures = {
-        {315, 61, 74, 134, 255, 276},   // oil temperature
-        {311, 62, 135, 256, 280},       // oil pressure
-        {310, 64, 136, 257, 279, 286},  // fuel pressure
-        {313, 63, 137, 228, 258, 277},  // water temperature
-        {318, 60, 138, 259, 281},       // fuel level
-        {317, 70, 139},                 // gear
-        {320, 290},                     // lambda
-        {319, 231},                     // turbo pressure
-        {314, 69},                      // acceleration
-        {308, 53},                      // engine speed
-        {309, 112},                     // speed
-    };
-    std::map<std::string, int> seen;
-    for (const std::vector<int>& numbers : measures) {
-        for (const int n : numbers) EXPECT_EQ(Both(n), Both(numbers[0])) << n;
-        for (const std::string& name : Both(numbers[0])) {
-            EXPECT_TRUE(seen.emplace(name, numbers[0]).second) << name << " names two measures";
-        }
-    }
 }
 
 TEST_F(DeliveredTexts, ComposeIntoSentencesAsTheWindowsJoinThem) {
