@@ -119,6 +119,8 @@ void frmMain::CostruisciMenu() {
             if (comando.Codice == Comando::Print || comando.Codice == Comando::Analize) {
                 menu_[comando.Sotto]->addSeparator();
             }
+            // Entries that stand in the menu bar itself show words alone.
+            voce->setIcon(Icona(comando.Chiave));
             menu_[comando.Sotto]->addAction(voce);
         }
     }

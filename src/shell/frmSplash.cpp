@@ -75,6 +75,9 @@ void frmSplash::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.fillRect(rect(), QColor(0x14, 0x1a, 0x22));
     if (disegno_.isValid()) disegno_.render(&p, rect());
+    // The main window has the same ground: the edge sets the form apart from it.
+    p.setPen(QColor(0x8a, 0x9a, 0xac));
+    p.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 }  // namespace lapvane

@@ -100,7 +100,8 @@ TEST_F(Finestra, StartsWithTheCommandsAsDesigned) {
         EXPECT_EQ(Voce(caso.Menu)->isEnabled(), caso.MenuAcceso) << caso.Menu;
         EXPECT_EQ(Pulsante(caso.Chiave)->isEnabled(), caso.PulsanteAcceso) << caso.Chiave;
         EXPECT_TRUE(Pulsante(caso.Chiave)->isVisible()) << caso.Chiave;
-        EXPECT_FALSE(Pulsante(caso.Chiave)->icon().isNull()) << caso.Chiave;
+        EXPECT_FALSE(Pulsante(caso.Chiave)->icon().pixmap(30, 30).isNull()) << caso.Chiave;
+        EXPECT_EQ(Voce(caso.Menu)->icon().isNull(), caso.Chiave == std::string("Language"));
     }
     EXPECT_TRUE(Voce("mnuInfo")->isEnabled());
     EXPECT_FALSE(Controllo<QMenu>(*finestra, "mnuConfigure")->menuAction()->isEnabled());
