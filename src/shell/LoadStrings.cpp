@@ -93,8 +93,8 @@ const std::string& Testo(int n) {
     const std::int64_t posizione = std::int64_t{BaseTesti} + n;
     if (posizione < 0 || posizione >= static_cast<std::int64_t>(Testi.size())) {
         throw ErroreRuntime(NumeroErrore::Subscript,
-                            "looking for text " + TestoNumero(n) + " of the language table",
-                            platform().AppPath() / "LANGUAGES.DAT");
+                            "looking for a text of the language table",
+                            platform().AppPath() / "LANGUAGES.DAT", posizione + 2);
     }
     return Testi[static_cast<std::size_t>(posizione)];
 }

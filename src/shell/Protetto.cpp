@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
+#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 
@@ -27,8 +28,8 @@ std::string TestoOppure(int n, const char* sostituto) {
 }  // namespace
 
 void PortaDegliErrori(const ErroreRuntime& errore) {
-    std::string testo = TestoNumero(static_cast<int>(errore.Numero())) + ": " + errore.what();
-    if (!errore.Cosa().empty()) testo += " (" + errore.Cosa() + ")";
+    std::string testo = TestoNumero(static_cast<int>(errore.Numero())) + ": " + FraseErrore(errore.what());
+    if (!errore.Cosa().empty()) testo += " (" + FraseErrore(errore.Cosa()) + ")";
     if (!errore.File().empty()) testo += "\r\n" + TestoDaPercorso(errore.File());
     if (errore.Riga() > 0) testo += " : " + TestoNumero(std::int64_t{errore.Riga()});
     MostraEChiudi(testo);

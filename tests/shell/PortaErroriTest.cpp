@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <regex>
+#include <set>
+
+#include "platform/ErroreRuntime.h"
+#include "shell/FrasiErrore.h"
+#include "shell/LoadStrings.h"
+#include "shell/Protetto.h"
+#include "support/PlatformProva.h"
+
+namespace lapvane {
+namespace {
+
+using prova::PlatformProva;
+
+std::string BoxDi(PlatformProva& macchina, const std::function<void()>& azione) {
+    macchina.Risposte = {Answer::Ok};
+    Protetto(azione);
+    return macchina.Mostrati.empty() ? "" : macchina.Mostrati.back().Testo;
+}
+
+TEST(PortaErrori, TellsNumberWorkFileAndLineInTheLanguageOfNow) {
+    PlatformProva macchina;
+    const auto errore = [] {
+        throw ErroreRuntime(NumeroErrore::DiskFull, "saving the project", "/a/b.pro", 7);
+    };
+    // Before there is a table the box speaks English.
+    IndiceLingua = 1;
+    EXPECT_EQ(BoxDi(macchina, errore),
+              "Run-time error 61: Disk full (saving the project)\r\n/a/b.pro : 7\r\n\r\n"
+              "The program will now close.");
+    EXPECT_EQ(macchina.Mostrati.back().Icona, Icon::Critical);
+    prova::CaricaTestiVeri(0);
+    EXPECT_EQ(BoxDi(macchina, errore),
+              Testo(36) + " 61: Disco pieno (salvataggio del progetto)\r\n/a/b.pro : 7\r\n\r\n" +
+                  Testo(37));
+    EXPECT_EQ(BoxDi(macchina, [] { throw std::runtime_error("x"); }),
+              Testo(36) + " x\r\n\r\n" + Testo(37));
+}
+
+TEST(PortaErrori, EveryPhraseThatTheCodeRaisesHasAnItalianForm) {
+    PlatformProva macchina;
+    IndiceLingua = 0;
+    const std::regex frase(
+        R"re("((?:reading|writing|saving|opening|converting|listing|looking|encoding|computing|conversion|number to|text to) ?[a-z][^"]*)")re");
+    std::set<std::string> trovate;
+    for (const auto& voce :
+         std::filesystem::recursive_directory_iterator(std::string(LAPVANE_SOURCE_DIR) + "/src")) {
+        if (!voce.is_regular_file() || voce.path().stem() == "FrasiErrore") continue;
+        const std::string codice = prova::Leggi(voce.path());
+        for (std::sregex_iterator i(codice.begin(), codice.end(), frase), fine; i != fine; ++i) {
+            trovate.insert((*i)[1]);
+        }
+    }
+    EXPECT_GT(trovate.size(), 15u);
+    for (const std::string& inglese : trovate) EXPECT_NE(FraseErrore(inglese), inglese);
+    for (const NumeroErrore numero : {NumeroErrore::Subscript, NumeroErrore::FileNotFound,
+                                      NumeroErrore::DiskFull, NumeroErrore::PathAccess}) {
+        EXPECT_NE(FraseErrore(TestoErrore(numero)), TestoErrore(numero));
+    }
+}
+
+}  // namespace
+}  // namespace lapvane
