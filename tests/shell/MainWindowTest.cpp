@@ -193,7 +193,7 @@ TEST_F(Finestra, ClickInsideAPollWaitsForItsEndAndASilentPortIsLeft) {
     };
     const std::int64_t inizio = macchina.Orologio;
     finestra->AvviaSorveglianza();
-    QTest::qWait(300);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Pulsante("Setup")->isEnabled(); }, 10000));
     EXPECT_GE(giri, 5);
     EXPECT_FALSE(dentro) << "the click ran inside the wait";
     EXPECT_TRUE(Pulsante("Setup")->isEnabled()) << "the click was lost";
@@ -216,7 +216,7 @@ TEST_F(Finestra, ClosingInsideAScanStopsInOrderBehindIt) {
         if (++giri == 3) chiusa = finestra->close();
     };
     finestra->AvviaSorveglianza();
-    QTest::qWait(300);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return macchina.Risposte.size() == 1; }, 10000));
     EXPECT_FALSE(chiusa);
     EXPECT_TRUE(finestra->isVisible()) << "Cancel goes on";
     EXPECT_EQ(macchina.Risposte.size(), 1u);
@@ -239,7 +239,7 @@ TEST_F(Finestra, PollNeverRunsInsideItself) {
         porta->Fra(1, frame == Frame(1) ? Conferma(1) : "R\x02LVX-4 1.08\x7F");
     };
     finestra->AvviaSorveglianza();
-    QTest::qWait(1600);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Pannello(7) == "LVX-4 1.08"; }, 20000));
     EXPECT_EQ(massimo, 1);
     EXPECT_EQ(Pannello(7), "LVX-4 1.08");
     EXPECT_TRUE(Pulsante("DownData")->isEnabled());
@@ -329,7 +329,7 @@ TEST(Splash, WaitsThreeSecondsWhateverHappensToTheForm) {
             EXPECT_EQ(mostrata, 0);
         }
     };
-    QTest::qWait(50);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return mostrata == 1; }, 10000));
     EXPECT_EQ(mostrata, 1);
     EXPECT_GE(macchina.Orologio - inizio, 3000);
 
