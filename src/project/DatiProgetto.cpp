@@ -118,20 +118,22 @@ std::size_t PosizioneCampo(std::string_view nome) {
     throw ErroreRuntime(NumeroErrore::Subscript, "looking for a project field");
 }
 
+void AzzeraCampo(const DescrizioneCampo& descrizione) {
+    std::visit(
+        [&descrizione](auto campo) {
+            auto& valore = DatiProgetto.*campo;
+            using Tipo = std::remove_reference_t<decltype(valore)>;
+            if constexpr (std::is_same_v<Tipo, std::string>) {
+                valore.clear();
+            } else {
+                valore = static_cast<Tipo>(descrizione.Nuovo);
+            }
+        },
+        descrizione.Campo);
+}
+
 void ValoriInizialiProgetto() {
-    for (const auto& descrizione : kCampiProgetto) {
-        std::visit(
-            [&descrizione](auto campo) {
-                auto& valore = DatiProgetto.*campo;
-                using Tipo = std::remove_reference_t<decltype(valore)>;
-                if constexpr (std::is_same_v<Tipo, std::string>) {
-                    valore.clear();
-                } else {
-                    valore = static_cast<Tipo>(descrizione.Nuovo);
-                }
-            },
-            descrizione.Campo);
-    }
+    for (const DescrizioneCampo& descrizione : kCampiProgetto) AzzeraCampo(descrizione);
     AbilitaModificaProgetto();
 }
 

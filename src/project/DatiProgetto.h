@@ -137,6 +137,9 @@ extern const std::array<DescrizioneCampo, kNumCampiProgetto> kCampiProgetto;
 /// Position of a field in the table; error 9 for a name that is none.
 std::size_t PosizioneCampo(std::string_view nome);
 
+/// Sets one field of the record to its value in a new project.
+void AzzeraCampo(const DescrizioneCampo& descrizione);
+
 /// Resets the record to a new project, then enables `mnuConfigure`, the buttons Setup, Sensor and
 /// Alarm, and `mnuNote`.
 void ValoriInizialiProgetto();

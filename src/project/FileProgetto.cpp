@@ -164,17 +164,7 @@ void mnuOpen_Click() {
     // Kept: these fields are cleared before anything else, even if the Open is then cancelled. They
     // are the ones that project files of older versions lack.
     for (std::size_t i = PosizioneCampo("chkAbilRecLap"); i < kCampiProgetto.size(); ++i) {
-        std::visit(
-            [&](auto membro) {
-                auto& valore = DatiProgetto.*membro;
-                using Tipo = std::remove_reference_t<decltype(valore)>;
-                if constexpr (std::is_same_v<Tipo, std::string>) {
-                    valore.clear();
-                } else {
-                    valore = static_cast<Tipo>(kCampiProgetto[i].Nuovo);
-                }
-            },
-            kCampiProgetto[i].Campo);
+        AzzeraCampo(kCampiProgetto[i]);
     }
     if (FileRecenteScelto.empty()) {
         const auto scelto =

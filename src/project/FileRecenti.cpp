@@ -47,8 +47,8 @@ void LeggiFileRecenti() {
 
 void ScriviFileRecenti() {
     const std::string scelto = TestoDaPercorso(FileRecenteScelto);
-    // The places above the one that falls free move down into it, so that opening what is on the list
-    // already loses nothing.
+    // The places above the one that falls free move down into it, so that opening what is on the
+    // list already loses nothing.
     std::size_t libera = kVociMenu - 1;
     for (std::size_t i = kVociMenu; i-- > 0;) {
         if (ListaRecenti[i] != scelto) continue;
