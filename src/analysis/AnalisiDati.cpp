@@ -24,8 +24,8 @@ constexpr int kUltimoNomeInTabella = 16;
 
 }  // namespace
 
-AnalisiDati::AnalisiDati(VistaAnalisi& vista, GraphControl& ntGraph1)
-    : vista_(vista), NTGraph1(ntGraph1) {
+AnalisiDati::AnalisiDati(VistaAnalisi& vista, GraphControl& ntGraph1, GraphControl& ntGraphAll)
+    : vista_(vista), NTGraph1(ntGraph1), NTGraphAll(ntGraphAll) {
     TempiGiro.resize(kGiriMassimi + 1);
     TempiSessione.resize(kGiriMassimi + 1);
     RigheDeiGiri = CercaGiri({}, 0);
@@ -103,7 +103,7 @@ void AnalisiDati::ImpostaCanali(GraphControl& grafico) {
             UnitaCampo[i] = unita;
             vista_.NomeCampo(c, nome);
             vista_.UnitaCampo(c, unita);
-            ElementoCanale[i] = 0;
+            ElementoCanale[i] = {};
             FiltroCanale[i] = 1;
             SpessoreCanale[i] = 1;
         }

@@ -24,7 +24,7 @@ using PerCanale = std::array<T, kNumCanali>;
 /// end; everything else they share.
 class AnalisiDati {
  public:
-    AnalisiDati(VistaAnalisi& vista, GraphControl& ntGraph1);
+    AnalisiDati(VistaAnalisi& vista, GraphControl& ntGraph1, GraphControl& ntGraphAll);
     virtual ~AnalisiDati() = default;
     AnalisiDati(const AnalisiDati&) = delete;
     AnalisiDati& operator=(const AnalisiDati&) = delete;
@@ -47,9 +47,14 @@ class AnalisiDati {
     PerCanale<double> MinCanale{};
     PerCanale<double> MediaCanale{};
     PerCanale<double> FattoreScala{};  ///< stretches a channel to the highest maximum of all
-    PerCanale<std::int16_t> ElementoCanale{};  ///< element of NTGraph1 that draws the channel
-    PerCanale<bool> chkGrafico{};              ///< the channel is drawn
-    std::int16_t CanaleScala = 0;              ///< channel whose optScala is chosen; 0: none
+    /// Element that draws the column, on NTGraph1 and on NTGraphAll.
+    std::array<std::array<std::int16_t, 2>, kNumCanali> ElementoCanale{};
+    PerCanale<bool> chkGrafico{};    ///< the channel is drawn
+    std::int16_t CanaleScala = 0;    ///< channel whose optScala is chosen; 0: none
+    std::int16_t FiltroDialogo = 1;  ///< exchange with the graph settings, as the next three
+    std::int16_t SpessoreDialogo = 1;
+    double MinDialogo = 0.0;
+    double MaxDialogo = 0.0;
 
     // --- view --------------------------------------------------------------------------------
     bool AsseDistanza = false;
@@ -79,8 +84,17 @@ class AnalisiDati {
     RigheGiri RigheDeiGiri;               ///< `InizioGiro` and `FineGiro`
     int GiroSelezionato = 0;              ///< table row, that is lap index
     std::int32_t RigheGiro = 0;           ///< last minus first row of the selected lap
-    int GiroMigliore = 0;
+    int GiroMigliore = 0;                 ///< lap numbers of the fastest and the slowest lap
     int GiroPeggiore = 0;
+
+    // --- figures of the session, set by `CalcolaStatistiche` -----------------------------------
+    std::string TempoTotale;  ///< hh:mm:ss.cc
+    std::string TempoMedio;   ///< mm:ss.cc
+    std::string VelocitaMedia;
+    std::string TempoMigliore;
+    std::string TempoPeggiore;
+    std::string VelocitaMigliore;
+    std::string VelocitaPeggiore;
 
     // --- load and life -----------------------------------------------------------------------
     /// Reads the log of `NomeFileDati` and draws its first lap. False if the analysis closed itself
@@ -107,6 +121,22 @@ class AnalisiDati {
     /// "name unit" of a channel.
     std::string TitoloCanale(int c) const;
 
+    // --- what the dialogs ask; a channel is 0 to 20, a lap index 0 to 999, else error 9 ---------
+    void SetMinVal(int c, double valore);
+    void SetMaxVal(int c, double valore);
+    std::string GetMinVal(int c) const;
+    std::string GetMaxVal(int c) const;
+    std::string GetMediaVal(int c) const;
+    std::string GetNomeMisura(int c) const;
+    std::string GetTempoGiro(int giro) const;
+    std::string GetSessioneTempo(int giro) const;
+    /// km/h, "#.0##"; empty for a lap without a time.
+    std::string GetVelocitaGiro(int giro) const;
+    void RinominaCanale(int c, const std::string& nome, const std::string& unita);
+    void ColoraCanale(int c, Colore colore);
+    /// The figures of the session; it must have laps.
+    void CalcolaStatistiche();
+
     // --- laps --------------------------------------------------------------------------------
     void LeggiTempi();
     void LeggiSettori();
@@ -121,8 +151,10 @@ class AnalisiDati {
     std::int32_t FineGiro(int giro) const;
 
     // --- session -----------------------------------------------------------------------------
-    /// Reads the .ses file beside the log. Error 62 if it ends before its 26 lines.
+    /// Reads the .ses file beside the log. What a file that is cut short lacks keeps its default.
     void LeggiDatiSessione();
+    /// Writes it, over the old one in place.
+    void SalvaDatiSessione() const;
 
     virtual const TabellaDati& Tabella() const = 0;
 
@@ -139,6 +171,7 @@ class AnalisiDati {
 
     VistaAnalisi& vista_;
     GraphControl& NTGraph1;
+    GraphControl& NTGraphAll;  ///< the overview of the alarms
 
  private:
     // --- hooks: what the two windows do each in their own way ---------------------------------

@@ -168,7 +168,7 @@ void AnalisiDatiSpeed::DisegnaElemento(GraphControl& grafico, int c, double scal
     if (AsseDistanza) return;
     const auto i = static_cast<std::size_t>(c);
     grafico.DisegnaArray(tabella_.Righe(kColonnaTempo, Piano::Dati, RigaDa, RigaA),
-                         tabella_.Righe(c, Piano::Dati, RigaDa, RigaA), ElementoCanale[i], scala,
+                         tabella_.Righe(c, Piano::Dati, RigaDa, RigaA), ElementoCanale[i][0], scala,
                          passo, {MinCanale[i], MaxCanale[i], MediaCanale[i]});
 }
 

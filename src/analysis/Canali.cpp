@@ -67,7 +67,7 @@ void AnalisiDati::DisegnaCanali(GraphControl& grafico) {
 
 void AnalisiDati::DisegnaCanale(GraphControl& grafico, int c) {
     const auto i = static_cast<std::size_t>(c);
-    ElementoCanale[i] = grafico.ElementoCorrente();
+    ElementoCanale[i][0] = grafico.ElementoCorrente();
     UltimoCanale = static_cast<std::int16_t>(c);
     grafico.ColoreElemento(ColoreCanale[i]);
     grafico.SpessoreElemento(SpessoreCanale[i]);

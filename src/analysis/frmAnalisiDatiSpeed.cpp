@@ -39,7 +39,9 @@ frmAnalisiDatiSpeed::frmAnalisiDatiSpeed(QWidget* parent)
     : QDialog(parent, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                           Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
       NTGraph1_(new GraficoWidget(this)),
-      analisi_(*this, *NTGraph1_) {
+      NTGraphAll_(new GraficoWidget(this)),
+      analisi_(*this, *NTGraph1_, *NTGraphAll_) {
+    NTGraphAll_->hide();
     setObjectName(QStringLiteral("frmAnalisiDatiSpeed"));
     setModal(true);
     CalcolaBaseTesti();

@@ -70,6 +70,7 @@ class frmAnalisiDatiSpeed : public QDialog, private VistaAnalisi {
     QFrame* fraMisure_ = nullptr;
     QTabWidget* SSTab1_ = nullptr;
     GraficoWidget* NTGraph1_ = nullptr;
+    GraficoWidget* NTGraphAll_ = nullptr;
     GrigliaGiri* MSFlexGrid1_ = nullptr;
     QButtonGroup* optScala_ = nullptr;
     std::array<RigaCanale*, kNumCanali> righe_{};

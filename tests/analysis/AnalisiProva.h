@@ -222,7 +222,8 @@ class AnalisiProva : public ::testing::Test {
     PrincipaleProva finestra;
     VistaProva vista;
     GraficoProva grafico;
-    AnalisiDatiSpeed analisi{vista, grafico};
+    GraficoProva panoramica;
+    AnalisiDatiSpeed analisi{vista, grafico, panoramica};
 };
 
 }  // namespace lapvane::prova

@@ -89,7 +89,7 @@ TEST_F(DisegnoCanali, DrawsTheTickedChannelsOfTheLapOverlaid) {
     EXPECT_EQ(giri.Nome, Testo(308));
     EXPECT_EQ(giri.Tinta, 255u);
     EXPECT_EQ(giri.Spessore, 2);
-    EXPECT_EQ(giri.Numero, analisi.ElementoCanale[3]);
+    EXPECT_EQ(giri.Numero, analisi.ElementoCanale[3][0]);
     EXPECT_EQ(giri.Scala, 1.0);
     EXPECT_EQ(giri.Passo, 3);
     EXPECT_EQ(giri.Riquadro, 0);

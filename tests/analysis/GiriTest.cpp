@@ -63,7 +63,7 @@ TEST_F(TabellaGiri, MarksBestAndWorst) {
     for (const Caso& caso : casi) {
         SCOPED_TRACE(caso.Tempi[0]);
         VistaProva questa;
-        AnalisiDatiSpeed analisiQuesta(questa, grafico);
+        AnalisiDatiSpeed analisiQuesta(questa, grafico, panoramica);
         LogProva log = TreGiri();
         log.Tim = TempiDi(caso.Tempi);
         log.Scrivi(Stelo());
