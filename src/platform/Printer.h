@@ -14,8 +14,8 @@ class Printer {
     /// Size of the texts that follow, in points.
     virtual void FontSize(double points) = 0;
     virtual void Line(double x1, double y1, double x2, double y2) = 0;
-    /// One line of text; (x, y) is its top left corner. What would reach past `right` is cut off
-    /// and the cut shown by an ellipsis.
+    /// One line of text; (x, y) is its top left corner. A text that would reach past `right` is
+    /// condensed a little or, where that is not enough, cut off with an ellipsis.
     virtual void Text(double x, double y, double right, const std::string& text) = 0;
     /// What follows goes on a page of its own. A page on which nothing is drawn is not printed.
     virtual void NewPage() = 0;
