@@ -6,6 +6,7 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/Platform.h"
 #include "platform/qt/QtPlatform.h"
@@ -40,7 +41,7 @@ void PulsanteColore::paintEvent(QPaintEvent*) {
     QStyleOptionButton opzione;
     initStyleOption(&opzione);
     penna.drawControl(QStyle::CE_PushButton, opzione);
-    const QRectF campo = QRectF(rect()).adjusted(6.5, 6.5, -6.5, -6.5);
+    const QRectF campo = QRectF(rect()).adjusted(4.5, 4.5, -4.5, -4.5);
     penna.setPen(palette().color(QPalette::WindowText));
     penna.setBrush(InQColor(colore_));
     penna.drawRect(campo);
@@ -77,6 +78,7 @@ void dlgSetGraph::Disponi() {
     auto* campi = new QGridLayout;
     campi->setColumnStretch(1, 1);
     campi->setHorizontalSpacing(16);
+    campi->setVerticalSpacing(10);
     riga(campi, lblNomeCampo_, "lblNomeCampo", txtNomeCampo_, "txtNomeCampo");
     riga(campi, lblUM_, "lblUM", txtUM_, "txtUM");
     riga(campi, lblFiltro_, "lblFiltro", txtFiltro_, "txtFiltro");
@@ -90,6 +92,7 @@ void dlgSetGraph::Disponi() {
     auto* scala = new QGridLayout(fraScalaDisegno_);
     scala->setColumnStretch(1, 1);
     scala->setHorizontalSpacing(16);
+    scala->setVerticalSpacing(10);
     riga(scala, lblMinValDisegno_, "lblMinValDisegno", txtMinVal_, "txtMinVal");
     riga(scala, lblMaxValDisegno_, "lblMaxValDisegno", txtMaxVal_, "txtMaxVal");
 
@@ -169,6 +172,8 @@ void dlgSetGraph::AggiornaTesti() {
         larghezza = std::max(larghezza, etichetta->sizeHint().width());
     }
     lblNomeCampo_->setMinimumWidth(larghezza);
+    lblMinValDisegno_->setMinimumWidth(larghezza -
+                                       fraScalaDisegno_->layout()->contentsMargins().left() - 1);
 }
 
 bool dlgSetGraph::event(QEvent* evento) {

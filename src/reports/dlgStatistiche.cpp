@@ -1,6 +1,7 @@
 #include "reports/dlgStatistiche.h"
 
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 #include "platform/qt/TestoQt.h"
@@ -9,6 +10,12 @@
 #include "widgets/Tabella.h"
 
 namespace lapvane {
+
+namespace {
+
+constexpr int kLarghezza = 380;
+
+}  // namespace
 
 dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("dlgStatistiche"));
@@ -39,7 +46,7 @@ dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QD
     colonna->addWidget(MSFlexGrid1);
     MSFlexGrid1->setMinimumHeight(MSFlexGrid1->AltezzaPer(static_cast<int>(righe.size())));
     MSFlexGrid1->setMinimumWidth(MSFlexGrid1->LarghezzaPerTesti());
-    resize(minimumSizeHint());
+    resize(std::max(minimumSizeHint().width(), kLarghezza), minimumSizeHint().height());
 }
 
 }  // namespace lapvane

@@ -88,7 +88,10 @@ void Tabella::Ordina(int colonna) {
 }
 
 int Tabella::AltezzaPer(int righe) const {
-    const int titolo = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->sizeHint().height();
+    const int titolo = horizontalHeader()->isHidden()
+                           ? 0
+                           : std::max(horizontalHeader()->sizeHint().height(),
+                                      horizontalHeader()->minimumHeight());
     return 2 * frameWidth() + titolo + righe * verticalHeader()->defaultSectionSize();
 }
 

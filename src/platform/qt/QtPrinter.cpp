@@ -20,7 +20,10 @@ constexpr double kStrettaMinima = 0.8;  // how far a text is condensed before it
 constexpr double kSpessoreLinea = 0.8;  // 0.6 points
 
 QPageLayout Impaginazione(QPageLayout::Orientation verso) {
-    return {QPageSize(QPageSize::A4), verso, QMarginsF()};
+    QPageLayout pagina(QPageSize(QPageSize::A4), verso, QMarginsF());
+    // Positions count from the edge of the paper, whatever margins the device has.
+    pagina.setMode(QPageLayout::FullPageMode);
+    return pagina;
 }
 
 }  // namespace
@@ -42,7 +45,6 @@ QtPrinter::QtPrinter(const QPrinterInfo& stampante, QPageLayout::Orientation ver
     if (stampante.isNull()) Guasto();
     auto carta = std::make_unique<QPrinter>(stampante, QPrinter::HighResolution);
     carta->setCreator(QStringLiteral("Lapvane"));
-    carta->setFullPage(true);  // positions count from the edge of the paper, not of the margins
     carta->setPageLayout(Impaginazione(verso));
     carta->setResolution(kPixelPollice);
     foglio_ = std::move(carta);
