@@ -147,7 +147,7 @@ const Tracciatore::Profilo& Tracciatore::ProfiloDi(double larghezza) {
         const float mezza = raggio_ / coseno;
         p->Mezza[livello] = mezza;
         for (std::size_t fase = 0; fase < kFasi; ++fase) {
-            float d = 1.0F - (static_cast<float>(fase) + 0.5F) / kFasi - mezza;
+            float d = 1.0F - static_cast<float>(fase) / kFasi - mezza;
             for (std::uint8_t& c : p->Copertura[livello][fase]) {
                 c = lapvane::Copertura(raggio_ - std::fabs(d) * coseno);
                 d += 1.0F;
@@ -230,8 +230,9 @@ void Tracciatore::CopriColProfilo(const Segmento& s, int da, int a) {
     const int numero = std::min(Pixel, static_cast<int>(2.0 * mezza) + 2);
     const int limite = (Alto ? larghezza_ : altezza_) - Pixel;
     const auto passo = static_cast<std::int32_t>(s.Pendenza * kUno);
+    // Half a phase more, so that cutting off the rest rounds.
     auto posto = static_cast<std::int32_t>(
-        (s.TraversoDa + s.Pendenza * (da + 0.5 - s.Da) - mezza + 0.5) * kUno);
+        (s.TraversoDa + s.Pendenza * (da + 0.5 - s.Da) - mezza + 0.5 + 0.5 / kFasi) * kUno);
     std::uint8_t* const maschera = maschera_.data();
     const std::size_t riga = passo_;
     for (int lungo = da; lungo <= a; ++lungo, posto += passo) {
