@@ -31,7 +31,7 @@ constexpr double kPen = 1.4;  // pixels of the graph's thinnest line
 constexpr double kYMax = 1000.0;
 constexpr double kSampleStep = 0.1;
 
-enum Data : int { Smooth, Noisy, Rough, Real };
+enum Data : int { Smooth, Noisy, Rough, Wild, Real };
 
 struct Channel {
     std::string Name;
@@ -97,6 +97,9 @@ std::vector<Channel> Channels(Data data, std::size_t number, std::size_t rows) {
             break;
         case Rough:
             channels = WaveChannels(number, rows, 0.10);
+            break;
+        case Wild:
+            channels = WaveChannels(number, rows, 0.30);  // beyond what any sensor gives
             break;
         case Real:
             channels = SampleChannels(rows);
@@ -233,6 +236,7 @@ void Redraw(benchmark::State& state, Data data) {
 BENCHMARK_CAPTURE(Redraw, Smooth, Smooth)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK_CAPTURE(Redraw, Noisy3Percent, Noisy)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK_CAPTURE(Redraw, Noisy10Percent, Rough)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK_CAPTURE(Redraw, Noisy30Percent, Wild)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK_CAPTURE(Redraw, Real, Real)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 /// The bare lines as whole polylines.
