@@ -15,6 +15,15 @@ class VistaVuota : public VistaAnalisi {
     void UnitaCampo(int, const std::string&) override {}
     void ColoreCanale(int, Colore) override {}
     void SegnaCanale(int, bool) override {}
+    void Valore(int, const std::string&) override {}
+    void SpuntaAssi(bool, bool) override {}
+    void AbilitaZoomIn(bool) override {}
+    void Scorri(const StatoScorri&, const StatoScorri&) override {}
+    void Lampada(int, bool) override {}
+    void Barra(const StatoBarra&) override {}
+    void Rinfresca() override {}
+    void MostraMappa(bool) override {}
+    void MarcatoreMappa(int) override {}
     void SelezionaScala(int) override {}
     void SelezionaScheda(int) override {}
     void TestoScheda(int, const std::string&) override {}

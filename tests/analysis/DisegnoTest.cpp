@@ -58,8 +58,7 @@ TEST_F(DisegnoCanali, ScalesStretchEveryChannelToTheHighestMaximum) {
     EXPECT_EQ(grafico.intervallo.XMin, 0.0);
     EXPECT_EQ(grafico.intervallo.XMax, 1.0);
     EXPECT_DOUBLE_EQ(analisi.PassoSposta, 0.01);
-    analisi.AsseDistanza = true;
-    analisi.CalcolaScale(grafico);
+    analisi.chkDistanza_Click(true);
     EXPECT_EQ(grafico.intervallo.XMax, 100.0) << "10 m a row";
     EXPECT_DOUBLE_EQ(analisi.PassoSposta, 10.0);
 }
@@ -182,8 +181,7 @@ TEST_F(DisegnoCanali, DistanceAxisStaysEmpty) {
     ASSERT_TRUE(Apri(DueGiri()));
     Giro(2);
     analisi.chkGrafico_Click(3, true);
-    analisi.AsseDistanza = true;
-    analisi.CalcolaScale(grafico);
+    analisi.chkDistanza_Click(true);
     analisi.Ridisegna();
     EXPECT_TRUE(grafico.elementi.empty());
     EXPECT_EQ(grafico.etichettaX, Testo(307) + " [m]");
