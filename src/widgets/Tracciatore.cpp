@@ -227,7 +227,7 @@ void Tracciatore::CopriColProfilo(const Segmento& s, int da, int a) {
         std::clamp(static_cast<int>(s.Coseno * 128.0F + 0.5F) - kPrimoLivello, 0, kLivelli - 1));
     const auto& profilo = profilo_->Copertura[livello];
     const double mezza = static_cast<double>(profilo_->Mezza[livello]);
-    const int numero = std::min(Pixel, static_cast<int>(2.0 * mezza) + 2);
+    const int numero = std::min(Pixel, static_cast<int>(2.0 * mezza) + 1);
     const int limite = (Alto ? larghezza_ : altezza_) - Pixel;
     const auto passo = static_cast<std::int32_t>(s.Pendenza * kUno);
     // Half a phase more, so that cutting off the rest rounds.
