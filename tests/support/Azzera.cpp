@@ -4,6 +4,7 @@
 #include "project/FileRecenti.h"
 #include "reports/DatiSessione.h"
 #include "sensors/CSensore.h"
+#include "sensors/Curve.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
@@ -17,6 +18,8 @@ void AzzeraTutto() {
     DatiProgetto = {};
     DatiSessione = {};
     LibreriaSensori.clear();
+    CurvaX = {};
+    CurvaY = {};
     AzzeraStatoShell();
     Testi.clear();
     MetaTesti = 0;
