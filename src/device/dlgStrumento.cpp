@@ -16,6 +16,11 @@ namespace lapvane {
 namespace {
 
 constexpr int kPassi = 12;
+constexpr int kMargine = 8;
+
+bool PiuCorto(const std::string& a, const std::string& b) {
+    return a.size() < b.size();
+}
 
 QLabel* Etichetta(const char* nome, QWidget* padre) {
     auto* etichetta = new QLabel(padre);
@@ -53,16 +58,26 @@ dlgStrumento::dlgStrumento(QWidget* parent) : QDialog(parent) {
     Label2_->setFont(titolo);
     Label1_ = Etichetta("Label1", this);
     Label1_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    Label1_->setMinimumWidth(LarghezzaPassi(Label1_->fontMetrics()) + 8);
+    Label1_->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    Label1_->setBackgroundRole(QPalette::Base);
+    Label1_->setForegroundRole(QPalette::Text);
+    Label1_->setAutoFillBackground(true);
+    Label1_->setMargin(kMargine);
+    Label1_->setMinimumWidth(LarghezzaPassi(Label1_->fontMetrics()) + 4 * kMargine);
     // The line break behind the last step opens one line more.
-    Label1_->setMinimumHeight((kPassi + 1) * Label1_->fontMetrics().lineSpacing());
+    const int bordo = 2 * (kMargine + Label1_->frameWidth());
+    Label1_->setMinimumHeight((kPassi + 1) * Label1_->fontMetrics().lineSpacing() + bordo);
     Label3_ = Etichetta("Label3", this);
     QFont grassetto = font();
     grassetto.setBold(true);
     Label3_->setFont(grassetto);
+    const QString piuLunga = InQt(std::max(Testo(238), Testo(239), PiuCorto) + " " + Testo(237));
+    Label3_->setMinimumWidth(QFontMetrics(grassetto).horizontalAdvance(piuLunga) + 8);
     CancelButton_ = new QPushButton(InQt(Testo(35)), this);
     CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    CancelButton_->setDefault(true);
+    // An Enter too many behind the question must not stop the run; Esc does.
+    CancelButton_->setAutoDefault(false);
+    CancelButton_->setFocusPolicy(Qt::NoFocus);
     connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
 
     auto* colonna = new QVBoxLayout(this);
@@ -84,6 +99,9 @@ void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
     if (!isVisible()) return;
     unsetCursor();
     CancelButton_->setText(InQt(Testo(237)));
+    CancelButton_->setFocusPolicy(Qt::StrongFocus);
+    CancelButton_->setDefault(true);
+    CancelButton_->setFocus();
     exec();
     // The check of the sensors left the link to this run; closing its window gives it back.
     principale().TestoPannello(Pannello::Progresso, "");
