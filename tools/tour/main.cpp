@@ -23,6 +23,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "DeviceRoad.h"
 #include "Robot.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/qt/QtPlatform.h"
@@ -70,7 +71,12 @@ void LayProgramFolder(const fs::path& from, const fs::path& to) {
 class Tour {
  public:
     Tour(QString out, TourPlatform& machine, QProcess& instrument)
-        : out_(std::move(out)), machine_(machine), robot_(out_) {
+        : out_(std::move(out)),
+          machine_(machine),
+          robot_(out_),
+          device_(
+              robot_, [this] { return main_.get(); },
+              PercorsoInQt(machine.AppPath() / "Esempio.pro"), out_ + QStringLiteral("/read.pro")) {
         robot_.OnFailure = [&instrument] { instrument.kill(); };
     }
 
@@ -78,6 +84,7 @@ class Tour {
         Splash();
         Connect();
         OpenProject();
+        device_.Play();
         Download();
         Analyse();
         Italian();
@@ -360,6 +367,7 @@ class Tour {
     QString out_;
     TourPlatform& machine_;
     Robot robot_;
+    DeviceRoad device_;
     frmSplash* splash_ = nullptr;
     std::unique_ptr<frmMain> main_;
 };
