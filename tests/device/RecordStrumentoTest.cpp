@@ -3,14 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <filesystem>
 #include <limits>
 #include <map>
 #include <set>
 
 #include "device/SerialComm.h"
+#include "instrument/Sensori.h"
 #include "instrument/SerialeStrumento.h"
 #include "instrument/Strumento.h"
 #include "project/DatiProgetto.h"
+#include "sensors/CSensore.h"
 #include "sensors/Curve.h"
 #include "shell/Editor.h"
 #include "shell/LoadStrings.h"
@@ -933,6 +937,57 @@ TEST_F(ConLoStrumento, CurvesOfAllChannelsComeBackEachAsItWas) {
     // A channel that the instrument does not have.
     Fallisce([] { InviaCurvaSensore(9); }, 10000);
     Fallisce([] { LeggiCurvaSensore(9); }, 5000);
+}
+
+TEST_F(ConLoStrumento, AFreshInstrumentIsAConfiguredCarWithSensorsOfTheLibrary) {
+    const std::filesystem::path dati = LAPVANE_DATA_DIR;
+    ASSERT_EQ(strumento::MontaSensori(dati / "sensors", apparecchio.Dati), 9);
+    std::filesystem::copy(dati / "sensors", macchina.Cartella / "sensors");
+    CaricaLibreriaSensori();
+    const std::array<std::pair<const char*, double>, 9> montati = {{{"NTC olio M10", 10.0},
+                                                                    {"Pressione 0-10 bar", 1000.0},
+                                                                    {"Pressione 0-7 bar", 1000.0},
+                                                                    {"NTC acqua M10", 10.0},
+                                                                    {"Serbatoio 60 litri", 10.0},
+                                                                    {"Cambio 6 marce", 1.0},
+                                                                    {"Lambda 0-5 V", 100.0},
+                                                                    {"Turbo -1 +3 bar", 1000.0},
+                                                                    {"Accelerometro 3 g", 1000.0}}};
+    for (std::int16_t canale = 0; canale < 9; ++canale) {
+        const auto& [nome, divisore] = montati[static_cast<std::size_t>(canale)];
+        SCOPED_TRACE(nome);
+        const auto sensore =
+            std::find_if(LibreriaSensori.begin(), LibreriaSensori.end(),
+                         [nome = nome](const CSensore& s) { return s.Nome() == nome; });
+        ASSERT_NE(sensore, LibreriaSensori.end());
+        EXPECT_EQ(FattoreSensore(sensore->Tipo()), divisore);
+        Riesce([canale] { LeggiCurvaSensore(canale); });
+        for (int i = 0; i < 20; ++i) {
+            // Exactly: by this a curve that was read finds its sensor again.
+            EXPECT_EQ(CurvaX[static_cast<std::size_t>(i)], sensore->X(i));
+            EXPECT_EQ(CurvaY[static_cast<std::size_t>(i)] / divisore, sensore->Y(i));
+        }
+    }
+    EXPECT_EQ(FattoreSensore("pressione"), 0);
+
+    for (const auto leggi :
+         {LeggiDatiSetup1, LeggiDatiSetup2, LeggiDatiSensori, LeggiDatiAllarmi}) {
+        Riesce(leggi);
+    }
+    EXPECT_EQ(DatiProgetto.mskStopRecSecondi, 30);
+    EXPECT_EQ(DatiProgetto.DiametroRuota, 590);
+    EXPECT_TRUE(DatiProgetto.AbilTO && DatiProgetto.AbilSG && DatiProgetto.AbilPT);
+    EXPECT_EQ(DatiProgetto.mskTO, 1250);
+    EXPECT_EQ(DatiProgetto.Led4, 11500);
+
+    // A library without them: the instrument keeps its curves.
+    const std::string prima = apparecchio.Dati.Curva(1);
+    prova::Scrivi(macchina.Cartella / "sensors" / "Pressione 0-10 bar.sns",
+                  "ZEVSensor\r\nPressione\r\nPressione 0-10 bar\r\n20\r\n1\r\n");
+    std::filesystem::remove(macchina.Cartella / "sensors" / "NTC olio M10.sns");
+    EXPECT_EQ(strumento::MontaSensori(macchina.Cartella / "sensors", apparecchio.Dati), 7);
+    EXPECT_EQ(apparecchio.Dati.Curva(1), prima);
+    EXPECT_EQ(strumento::MontaSensori(macchina.Cartella / "nowhere", apparecchio.Dati), 0);
 }
 
 }  // namespace
