@@ -137,6 +137,7 @@ TEST_F(StrumentoFinestra, ClosedInTheMiddleStopsAndCanBeStartedAgain) {
         if (Aperta() == nullptr || Etichetta("Label1").count(QLatin1Char('\n')) < 4) return;
         ++passi;
         QTest::keyClick(Aperta(), Qt::Key_Escape);
+        EXPECT_TRUE(TrasferimentoAbbandonato) << "the waits go on";
     };
     Clic("ProgDev");
     macchina.DuranteEventi = nullptr;
