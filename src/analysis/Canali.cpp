@@ -119,10 +119,11 @@ void AnalisiDati::chkGrafico_Click(int c, bool spuntato) {
 }
 
 void AnalisiDati::SelezionaScala(int c) {
-    // Choosing an option that is already chosen is no click.
+    // Choosing an option that is already chosen is no click. The caller redraws.
     if (CanaleScala == c) return;
     vista_.SelezionaScala(c);
-    optScala_Click(c);
+    CanaleScala = static_cast<std::int16_t>(c);
+    RinnovaScala();
 }
 
 void AnalisiDati::optScala_Click(int c) {

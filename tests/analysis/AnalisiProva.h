@@ -164,6 +164,7 @@ class VistaProva : public VistaAnalisi {
 struct RigaLog {
     std::map<int, std::string> Celle;
     int Giro = 1;
+    bool Allarme2 = false;
 };
 
 /// A small log made by hand: time and distance count from the start of each stretch, 10 m a row,
@@ -197,7 +198,8 @@ class LogProva {
     std::string Laterale() const {
         std::string testo = "Time [sec];Distance [m];a;b;c;d;e;f;g;h;\r\n";
         for (const RigaLog& riga : Righe) {
-            testo += riga.Celle.at(1) + ";" + riga.Celle.at(2) + ";1;3;5;7;9;11;13;15;" +
+            testo += riga.Celle.at(1) + ";" + riga.Celle.at(2) +
+                     (riga.Allarme2 ? ";1;4;5;7;9;11;13;15;" : ";1;3;5;7;9;11;13;15;") +
                      TestoNumero(riga.Giro) + "\r\n";
         }
         return testo;

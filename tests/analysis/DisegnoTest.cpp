@@ -198,7 +198,7 @@ TEST_F(DisegnoCanali, SeparatePanesTakeTheirOwnScaleAndAreThreeAtMost) {
     EXPECT_EQ(grafico.elementi[1].Scala, 1.0);
     EXPECT_EQ(grafico.intervallo.YMax, 2.2);
     EXPECT_EQ(grafico.etichettaY, Testo(310) + " [bar]");
-    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    macchina.Risposte = {Answer::Ok};
     const int prima = grafico.pulizie;
     analisi.chkGrafico_Click(6, true);
     EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(145));
