@@ -178,6 +178,7 @@ void AnalisiDati::PreparaPanoramica() {
     NTGraphAll.ColoreAsse(0);
     NTGraphAll.ColoreCornice(0);
     NTGraphAll.MostraGriglia(false);
+    NTGraphAll.MostraNumeriY(false);
     ConfiguraCursore(NTGraphAll);
     NTGraphAll.ImpostaIntervallo(XMin, XMax, kAllarmiDa, kAllarmiA, 0);
     CalcolaPassoSposta();

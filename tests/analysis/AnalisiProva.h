@@ -40,6 +40,7 @@ class GraficoProva : public GraphControl {
     void ColoreSfondo(Colore) override {}
     void ColoreCornice(Colore) override {}
     void MostraGriglia(bool) override {}
+    void MostraNumeriY(bool) override {}
     void PulisciGrafico() override {
         elementi.clear();
         corrente = 1;
