@@ -98,7 +98,7 @@ class AnalisiDati {
 
     // --- load and life -----------------------------------------------------------------------
     /// Reads the log of `NomeFileDati` and draws its first lap. False if the analysis closed itself
-    /// because a side file is missing. Error 62 for a session file that is cut short.
+    /// because a side file is missing.
     virtual bool Carica() = 0;
     /// All texts of the window that follow the language.
     void RefreshLanguage();
@@ -193,7 +193,6 @@ class AnalisiDati {
     void SelezionaScala(int c);
     std::string EtichettaGiro(int giro) const;
     void ColoraRiga(int riga, Colore sfondo, Colore caratteri);
-    void LeggiCanaleSessione(int c, std::string_view riga);
 };
 
 /// If the graph has no cursor, adds the blue one that keeps to the points of the last element.
