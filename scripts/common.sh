@@ -8,6 +8,7 @@ PACKAGES_BUILD=(build-essential cmake ninja-build ccache
     qt6-base-dev qt6-serialport-dev qt6-svg-dev libqt6svg6 qt6-translations-l10n
     libgl1-mesa-dev libgtest-dev libbenchmark-dev)
 PACKAGES_RUN=(fonts-dejavu-core)
+PACKAGES_TEST=(poppler-utils)
 PACKAGES_FUZZ=(clang libclang-rt-dev)
 
 # Installs what is missing, as root or with sudo; says what to do where neither works.

@@ -65,11 +65,17 @@ void AnalisiDati::ConcludiCaricamento() {
     LeggiDatiSessione();
     if (!DatiSessione.Circuito.empty()) LeggiSettori();
     CompilaTabellaGiri();
+    PreparaPanoramica();
+    DisegnaAllarmi(NTGraphAll);
     AnalisiCaricata = true;
     const int giro = PrimoGiroValido();
     if (giro > kGiriMassimi) return;  // no stretch has rows: a window without curves
     vista_.CellaCorrente(giro, 1);
     MSFlexGrid1_Click(giro, 1);
+}
+
+void AnalisiDati::MostraAvanzamento(const std::string& percento) {
+    principale().TestoPannello(Pannello::Progresso, Testo(141) + percento + " %");
 }
 
 void AnalisiDati::FileMancante(const std::string& nome) {
@@ -138,13 +144,19 @@ void AnalisiDati::ChiudiAnalisi() {
 }
 
 void AnalisiDati::Form_Unload() {
-    if (FileLatiTrovati) NTGraph1.PulisciGrafico();
+    scaricata_ = true;
+    ScorrimentoAttivo = false;
+    if (FileLatiTrovati) {
+        NTGraph1.PulisciGrafico();
+        NTGraphAll.PulisciGrafico();
+    }
     AnalisiCaricata = false;
     AnalisiInCorso = false;
 }
 
 void AnalisiDati::MostraControlli(bool visibile) {
     vista_.MostraControlli(visibile);
+    if (TracciatoVisibile) vista_.MostraMappa(visibile);
 }
 
 }  // namespace lapvane

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,16 @@ namespace lapvane {
 /// One value a column; entry 0 is unused.
 template <class T>
 using PerCanale = std::array<T, kNumCanali>;
+
+constexpr int kRiquadriMassimi = 3;  ///< separate panes of a graph
+
+/// Line colours of the eight alarms in the overview.
+constexpr std::array<Colore, kNumAllarmi> kColoriAllarmi = {
+    Rgb(192, 0, 0),   Rgb(128, 0, 0), Rgb(192, 0, 192), Rgb(128, 0, 128),
+    Rgb(0, 128, 128), Rgb(0, 128, 0), Rgb(0, 0, 255),   Rgb(0, 0, 128)};
+
+/// Direction of the automatic scroll.
+enum class Verso { SX, DX };
 
 /// The state of one open analysis and all its arithmetic. It speaks to the graph and to its window
 /// through interfaces only. What sets the two analysis windows apart stands in the hooks at the
@@ -57,9 +68,14 @@ class AnalisiDati {
     double MaxDialogo = 0.0;
 
     // --- view --------------------------------------------------------------------------------
+    bool chkTempo = true;  ///< the two boxes of the x axis; both may be clear
+    bool chkDistanza = false;
     bool AsseDistanza = false;
     bool Separati = false;
+    bool ZoomAttivo = false;  ///< the mouse draws zoom rectangles
     bool TracciatoVisibile = false;
+    int Scheda = 0;        ///< tab of SSTab1 that is shown: 0 graphs, 1 alarms
+    int UltimaScheda = 0;  ///< the tab at the last click on a tab
     std::int16_t NumCanaliAttivi = 0;
     std::int16_t NumElementi = 0;   ///< panes of the separate view so far
     std::int16_t UltimoCanale = 0;  ///< last channel drawn; 0: none
@@ -69,9 +85,11 @@ class AnalisiDati {
     double YMax = 0.0;
     std::int32_t RigaDa = 0;  ///< first and last row of the drawing
     std::int32_t RigaA = 0;
-    std::int16_t Decimazione = 1;  ///< rows between plotted points at this zoom
-    double PassoSposta = 0.0;
-    int UltimaScheda = 0;
+    std::int16_t Decimazione = 1;    ///< rows between plotted points at this zoom
+    double PassoSposta = 0.0;        ///< step of the shift buttons, in units of the x axis
+    double PassoScorri = 0.0;        ///< step of one round of the automatic scroll
+    bool ScorrimentoAttivo = false;  ///< the automatic scroll runs
+    std::int32_t IndiceCursore = 0;  ///< point index of the window's left edge
 
     // --- laps --------------------------------------------------------------------------------
     /// Lap index 0 to 999 by column: 1 the lap time, 2 to `NumSettori` the sector times.
@@ -110,6 +128,34 @@ class AnalisiDati {
     // --- events of the window ----------------------------------------------------------------
     void chkGrafico_Click(int c, bool spuntato);
     void optScala_Click(int c);
+    void chkTempo_Click(bool spuntato);
+    void chkDistanza_Click(bool spuntato);
+    /// Shows the settings of a channel through `mostra`, which works on the exchange fields.
+    void cmdSetGraph_Click(int c, const std::function<void()>& mostra);
+    /// The window becomes `ampiezza` times as wide; its left edge stays. 0.9 and 0.5 for zoom in,
+    /// their reciprocals for zoom out.
+    void cmdZoom_Click(double ampiezza);
+    /// Moves the window by steps of `PassoSposta`: 1, 10, -1 or -10.
+    void cmdSposta_Click(int passi);
+    /// Starts the automatic scroll or stops it; runs until it is stopped by a second click, the end
+    /// of the lap or the unload of the window.
+    void cmdScorri_Click(Verso verso);
+    void SSTab1_Click(int scheda);
+    /// Point `indice` of the last element is under the cursor of one of the two graphs.
+    void EventoCursore(std::int32_t indice);
+    void EventoCursoreAllarmi(std::int32_t indice);
+    /// A zoom rectangle was drawn on the graph.
+    void EventoZoom();
+    // The tool bar.
+    void Sovrapposti_Click();
+    void Separati_Click();
+    void SetZoom_Click();
+    void DimOriginali_Click();
+    void Circuito_Click();
+    /// Behind the session dialog: the lap table anew.
+    void RicompilaTabella();
+    /// Whether the session has complete laps; if not, a message says so.
+    bool CiSonoGiri() const;
     /// A click on a cell of the lap table; column 1 selects the lap.
     void MSFlexGrid1_Click(int riga, int colonna);
 
@@ -117,6 +163,7 @@ class AnalisiDati {
     void CalcolaScale(GraphControl& grafico);
     void CalcolaPassoSposta();
     void DisegnaCanali(GraphControl& grafico);
+    void DisegnaAllarmi(GraphControl& grafico);
     void Ridisegna();
     /// "name unit" of a channel.
     std::string TitoloCanale(int c) const;
@@ -169,6 +216,9 @@ class AnalisiDati {
     /// Last channel column that the log fills, 20 at most.
     int UltimoCanaleFile() const;
 
+    /// Percentage of a file that is being read, in the status bar.
+    static void MostraAvanzamento(const std::string& percento);
+
     VistaAnalisi& vista_;
     GraphControl& NTGraph1;
     GraphControl& NTGraphAll;  ///< the overview of the alarms
@@ -186,17 +236,53 @@ class AnalisiDati {
     virtual double MediaDelCanale(int c, std::int32_t da, std::int32_t a) const = 0;
     /// Draws rows `RigaDa` to `RigaA` of a channel as the graph's current element.
     virtual void DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) = 0;
+    /// Draws rows `RigaDa` to `RigaA` of a column of the side file likewise.
+    virtual void DisegnaAllarme(GraphControl& grafico, int c, int passo) = 0;
+    /// Whether the button that moves the window one step forward reads the graph's range first.
+    virtual bool LeggePrimaDiSpostare() const = 0;
+    /// Plane whose time column says where the automatic scroll of the overview ends.
+    virtual Piano PianoDelTempo(bool panoramica) const = 0;
 
     std::string NomeDaTabella(int c) const;
     void CalcolaRighe();
     void DisegnaCanale(GraphControl& grafico, int c);
     void SelezionaScala(int c);
+    void RinnovaScala();
+    void CambiaAsse(bool distanza);
+    double PassoFinestra(double prima) const;
+    void CalcolaPassoScorri();
+    void CalcolaDecimazione();
+    void ImpostaFinestre();
+    void LeggiFinestra(bool conY);
+    void AggiornaZoomIn();
+    void RigaDopoSpostamento();
+    bool FineScorrimento(Verso verso, bool panoramica) const;
+    void PassoDiScorrimento(Verso verso, bool panoramica);
+    void FermaScorrimento(bool panoramica);
+    void ScriviValori(std::int32_t indice);
+    void MuoviMarcatore(std::int32_t indice);
+    void PreparaPanoramica();
+    void ApplicaZoom(bool ridisegna);
+    static void TroppiRiquadri();
+    std::string TestoAsseX() const;
+    void ColoraGiroSelezionato();
+    void VistaSovrapposti();
+    void VistaSeparati();
+    void SvuotaTabella(int riga);
     std::string EtichettaGiro(int giro) const;
     void ColoraRiga(int riga, Colore sfondo, Colore caratteri);
+
+    StatoBarra barra_;
+    int NumPuntiTracciato = 0;  ///< points of the outline that the map shows
+    bool scaricata_ = false;    ///< the window is gone; a loop that still runs touches nothing
 };
 
 /// If the graph has no cursor, adds the blue one that keeps to the points of the last element.
 void ConfiguraCursore(GraphControl& grafico);
+
+/// A path less its last characters (bytes of its native form), and another ending.
+std::filesystem::path SenzaFine(const std::filesystem::path& percorso, std::size_t meno,
+                                std::string_view fine);
 
 /// Shows the busy pointer for the length of a scope.
 class PuntatoreOccupato {

@@ -24,17 +24,6 @@ constexpr int kCampiLaterali = 10;
 constexpr std::int32_t kRigheSenzaProgresso = 1000;
 constexpr std::size_t kTitoloMassimo = 255;  // characters; no heading of a log comes near
 
-/// The file's bytes; empty if it cannot be read, which shows as a log without rows.
-std::string LeggiSePuoi(const fs::path& percorso) {
-    try {
-        return LeggiFile(percorso, "reading the log");
-    } catch (const ErroreRuntime&) {
-        return {};
-    } catch (const std::bad_alloc&) {
-        return {};
-    }
-}
-
 int Percento(std::int32_t riga, std::int32_t totale) {
     return ConvertiInt16(static_cast<double>(riga) / static_cast<double>(totale) * 100.0);
 }
@@ -103,7 +92,7 @@ void AnalisiDatiSpeed::LeggiTitoli(std::string_view titolo) {
 }
 
 void AnalisiDatiSpeed::LeggiDati() {
-    const std::string csv = LeggiSePuoi(NomeFileDati);
+    const std::string csv = LeggiLog(NomeFileDati);
     LettoreDati lettore(csv);
     LeggiTitoli(lettore.Titolo());
     try {
@@ -115,7 +104,7 @@ void AnalisiDatiSpeed::LeggiDati() {
     LeggiPiano(lettore, Piano::Dati);
     principale().TestoPannello(Pannello::Percorso, Testo(301));
     principale().TestoPannello(Pannello::Progresso, Testo(141));
-    const std::string laterale = LeggiSePuoi(Cartella / NomeLaterale);
+    const std::string laterale = LeggiLog(Cartella / NomeLaterale);
     LettoreDati lettoreLaterale(laterale);
     LeggiPiano(lettoreLaterale, Piano::Laterale);
     NumRighe = tabella_.NumeroRighe();
@@ -132,7 +121,7 @@ void AnalisiDatiSpeed::LeggiPiano(LettoreDati& lettore, Piano piano) {
         const int percento = Percento(riga, righe);
         if (percento == mostrato) continue;
         mostrato = percento;
-        principale().TestoPannello(Pannello::Progresso, Testo(141) + TestoNumero(percento) + " %");
+        MostraAvanzamento(TestoNumero(percento));
     }
 }
 
@@ -141,14 +130,7 @@ std::string AnalisiDatiSpeed::TitoloColonna(int c) const {
 }
 
 RigheGiri AnalisiDatiSpeed::TrovaGiri() const {
-    const auto colonna = tabella_.Colonna(kColonnaGiro, Piano::Laterale);
-    std::vector<std::int32_t> giri;
-    giri.reserve(colonna.size());
-    for (const double giro : colonna) {
-        // A number that no lap can have counts as none.
-        giri.push_back(std::fabs(giro) < 2147483647.0 ? ConvertiInt32(giro) : 0);
-    }
-    return CercaGiri(giri, tabella_.PrimaRiga());
+    return CercaGiriColonna(tabella_.Colonna(kColonnaGiro, Piano::Laterale), tabella_.PrimaRiga());
 }
 
 double AnalisiDatiSpeed::MassimoCanale(int c, std::int32_t da, std::int32_t a) const {
@@ -170,6 +152,13 @@ void AnalisiDatiSpeed::DisegnaElemento(GraphControl& grafico, int c, double scal
     grafico.DisegnaArray(tabella_.Righe(kColonnaTempo, Piano::Dati, RigaDa, RigaA),
                          tabella_.Righe(c, Piano::Dati, RigaDa, RigaA), ElementoCanale[i][0], scala,
                          passo, {MinCanale[i], MaxCanale[i], MediaCanale[i]});
+}
+
+void AnalisiDatiSpeed::DisegnaAllarme(GraphControl& grafico, int c, int passo) {
+    if (AsseDistanza) return;  // Kept: as above
+    grafico.DisegnaArray(tabella_.Righe(kColonnaTempo, Piano::Laterale, RigaDa, RigaA),
+                         tabella_.Righe(c, Piano::Laterale, RigaDa, RigaA),
+                         ElementoCanale[static_cast<std::size_t>(c)][1], 1.0, passo, {});
 }
 
 }  // namespace lapvane

@@ -31,6 +31,11 @@ class AnalisiDatiSpeed : public AnalisiDati {
     double MinimoCanale(int c, std::int32_t da, std::int32_t a) const override;
     double MediaDelCanale(int c, std::int32_t da, std::int32_t a) const override;
     void DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) override;
+    void DisegnaAllarme(GraphControl& grafico, int c, int passo) override;
+    bool LeggePrimaDiSpostare() const override { return true; }
+    Piano PianoDelTempo(bool panoramica) const override {
+        return panoramica ? Piano::Laterale : Piano::Dati;
+    }
 
     bool CercaFileLaterale();
     void LeggiTitoli(std::string_view titolo);

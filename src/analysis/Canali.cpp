@@ -7,7 +7,6 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kRiquadriMassimi = 3;
 constexpr Colore kColoreCursore = Rgb(0, 0, 255);
 
 /// Row number of a time or distance in the window, ties to even, kept inside 32 bits.
@@ -46,16 +45,20 @@ void AnalisiDati::CalcolaRighe() {
     }
 }
 
+std::string AnalisiDati::TestoAsseX() const {
+    return AsseDistanza ? NomeCampo[kColonnaDistanza] + " [m]"
+                        : NomeCampo[kColonnaTempo] + " [sec]";
+}
+
 void AnalisiDati::DisegnaCanali(GraphControl& grafico) {
     if (Separati && NumCanaliAttivi > kRiquadriMassimi) {
-        platform().MsgBox(Testo(145), Buttons::Ok, Icon::Information, platform().ExeName());
+        TroppiRiquadri();
         return;
     }
     UltimoCanale = 0;
     NumElementi = 0;
     grafico.PulisciGrafico();
-    grafico.EtichettaX(AsseDistanza ? NomeCampo[kColonnaDistanza] + " [m]"
-                                    : NomeCampo[kColonnaTempo] + " [sec]");
+    grafico.EtichettaX(TestoAsseX());
     CalcolaRighe();
     const bool vuoto = RigaA < RigaDa;
     for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
@@ -90,7 +93,8 @@ void AnalisiDati::DisegnaCanale(GraphControl& grafico, int c) {
 }
 
 void AnalisiDati::Ridisegna() {
-    if (UltimaScheda == 0) DisegnaCanali(NTGraph1);
+    if (Scheda == 0) DisegnaCanali(NTGraph1);
+    if (Scheda == 1) DisegnaAllarmi(NTGraphAll);
 }
 
 void AnalisiDati::chkGrafico_Click(int c, bool spuntato) {
@@ -98,6 +102,10 @@ void AnalisiDati::chkGrafico_Click(int c, bool spuntato) {
     if (c < kPrimoCanale || c > kUltimoCanale || chkGrafico[i] == spuntato) return;
     chkGrafico[i] = spuntato;
     NumCanaliAttivi = static_cast<std::int16_t>(NumCanaliAttivi + (spuntato ? 1 : -1));
+    if (!Separati) {
+        barra_.SeparatiAcceso = NumCanaliAttivi <= kRiquadriMassimi;
+        vista_.Barra(barra_);
+    }
     if (spuntato) {
         SelezionaScala(c);
     } else {
@@ -111,19 +119,63 @@ void AnalisiDati::chkGrafico_Click(int c, bool spuntato) {
 }
 
 void AnalisiDati::SelezionaScala(int c) {
-    // Choosing an option that is already chosen is no click.
+    // Choosing an option that is already chosen is no click. The caller redraws.
     if (CanaleScala == c) return;
     vista_.SelezionaScala(c);
-    optScala_Click(c);
+    CanaleScala = static_cast<std::int16_t>(c);
+    RinnovaScala();
 }
 
 void AnalisiDati::optScala_Click(int c) {
     if (c < kPrimoCanale || c > kUltimoCanale) return;
-    const auto i = static_cast<std::size_t>(c);
+    CanaleScala = static_cast<std::int16_t>(c);
+    RinnovaScala();
+    Ridisegna();
+}
+
+void AnalisiDati::RinnovaScala() {
+    if (CanaleScala == 0) return;
+    const auto i = static_cast<std::size_t>(CanaleScala);
     if (!Separati) NTGraph1.ScalaY(FattoreScala[i]);
     NTGraph1.ColoreAsse(ColoreCanale[i]);
-    NTGraph1.EtichettaY(TitoloCanale(c));
-    CanaleScala = static_cast<std::int16_t>(c);
+    NTGraph1.EtichettaY(TitoloCanale(CanaleScala));
+}
+
+void AnalisiDati::chkTempo_Click(bool spuntato) {
+    chkTempo = spuntato;
+    if (spuntato) CambiaAsse(false);
+}
+
+void AnalisiDati::chkDistanza_Click(bool spuntato) {
+    chkDistanza = spuntato;
+    if (spuntato) CambiaAsse(true);
+}
+
+void AnalisiDati::CambiaAsse(bool distanza) {
+    chkTempo = !distanza;
+    chkDistanza = distanza;
+    vista_.SpuntaAssi(chkTempo, chkDistanza);
+    PassoSposta = distanza ? 1.0 : 0.01;
+    AsseDistanza = distanza;
+    CalcolaScale(NTGraph1);
+    RinnovaScala();
+    Ridisegna();
+}
+
+void AnalisiDati::cmdSetGraph_Click(int c, const std::function<void()>& mostra) {
+    if (c < kPrimoCanale || c > kUltimoCanale) return;
+    const auto i = static_cast<std::size_t>(c);
+    FiltroDialogo = FiltroCanale[i];
+    SpessoreDialogo = SpessoreCanale[i];
+    MinDialogo = MinCanale[i];
+    MaxDialogo = MaxCanale[i];
+    mostra();
+    FiltroCanale[i] = FiltroDialogo;
+    SpessoreCanale[i] = SpessoreDialogo;
+    MinCanale[i] = MinDialogo;
+    MaxCanale[i] = MaxDialogo;
+    if (CanaleScala == c) RinnovaScala();
+    vista_.Rinfresca();
     Ridisegna();
 }
 

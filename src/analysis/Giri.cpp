@@ -1,6 +1,9 @@
 #include "analysis/Giri.h"
 
+#include <cmath>
+
 #include "analysis/FileTim.h"
+#include "shell/NumeroTesto.h"
 
 namespace lapvane {
 
@@ -18,6 +21,15 @@ RigheGiri CercaGiri(std::span<const std::int32_t> giri, std::int32_t primaRiga) 
         i = oltre;
     }
     return righe;
+}
+
+RigheGiri CercaGiriColonna(std::span<const double> giri, std::int32_t primaRiga) {
+    std::vector<std::int32_t> numeri;
+    numeri.reserve(giri.size());
+    for (const double giro : giri) {
+        numeri.push_back(std::fabs(giro) < 2147483647.0 ? ConvertiInt32(giro) : 0);
+    }
+    return CercaGiri(std::span<const std::int32_t>(numeri), primaRiga);
 }
 
 }  // namespace lapvane

@@ -20,4 +20,7 @@ struct RigheGiri {
 /// two arrays reach to index 999 at least; what is not found is 0. Runs past index 999 are dropped.
 RigheGiri CercaGiri(std::span<const std::int32_t> giri, std::int32_t primaRiga);
 
+/// The same for a column of numbers; one that no lap can have counts as 0.
+RigheGiri CercaGiriColonna(std::span<const double> giri, std::int32_t primaRiga);
+
 }  // namespace lapvane

@@ -3,7 +3,10 @@
 #include <bit>
 #include <cstring>
 #include <limits>
+#include <new>
 
+#include "platform/ErroreRuntime.h"
+#include "shell/FileTesto.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {
@@ -79,6 +82,16 @@ bool LettoreDati::LeggiRiga(std::span<double* const> colonne, std::int32_t riga)
     p = Trova(p, fine_, aCapo_);
     p_ = p == fine_ ? p : p + 1;
     return true;
+}
+
+std::string LeggiLog(const std::filesystem::path& percorso) {
+    try {
+        return LeggiFile(percorso, "reading the log");
+    } catch (const ErroreRuntime&) {
+        return {};
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
 }
 
 }  // namespace lapvane

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace lapvane {
@@ -30,5 +32,8 @@ class LettoreDati {
     std::int32_t numero_ = 0;
     char aCapo_ = '\n';
 };
+
+/// The file's bytes; empty if it cannot be read, which shows as a log without rows.
+std::string LeggiLog(const std::filesystem::path& percorso);
 
 }  // namespace lapvane

@@ -47,12 +47,28 @@ void AnalisiDati::CalcolaScale(GraphControl& grafico) {
     CalcolaPassoSposta();
 }
 
+double AnalisiDati::PassoFinestra(double prima) const {
+    double passo = prima;
+    if (chkDistanza) passo = (XMax - XMin) / 10.0;
+    if (chkTempo) passo = (XMax - XMin) / 100.0;
+    return passo;
+}
+
 void AnalisiDati::CalcolaPassoSposta() {
+    CalcolaDecimazione();
+    PassoSposta = PassoFinestra(PassoSposta);
+}
+
+void AnalisiDati::CalcolaPassoScorri() {
+    CalcolaDecimazione();
+    PassoScorri = PassoFinestra(PassoScorri);
+}
+
+void AnalisiDati::CalcolaDecimazione() {
     // Kept: the numbers of the time axis serve the distance axis as well.
     const double righe = std::nearbyint((XMax - XMin) * kRigheAlSecondo / kPuntiDisegno);
     constexpr double kMassima = std::numeric_limits<std::int16_t>::max();
     Decimazione = righe >= 1.0 ? ConvertiInt16(std::fmin(righe, kMassima)) : std::int16_t{1};
-    PassoSposta = (XMax - XMin) / (AsseDistanza ? 10.0 : 100.0);
 }
 
 }  // namespace lapvane

@@ -11,8 +11,6 @@
 
 namespace lapvane {
 
-namespace fs = std::filesystem;
-
 namespace {
 
 constexpr std::size_t kByteMassimi = 1 << 24;  // far beyond the longest notes
@@ -29,9 +27,7 @@ void AnalisiDati::LeggiSettori() {
 }
 
 void AnalisiDati::LeggiDatiSessione() {
-    fs::path::string_type nome = NomeFileDati.native();
-    nome.resize(nome.size() - std::min<std::size_t>(3, nome.size()));
-    NomeFileSessione = nome + "ses";
+    NomeFileSessione = SenzaFine(NomeFileDati, 3, "ses");
     std::string testo;
     try {
         if (FileEsiste(NomeFileSessione)) {

@@ -12,8 +12,10 @@ enum class Piano : int { Dati = 0, Laterale = 1 };
 constexpr int kColonnaTempo = 1;     ///< seconds from the start of the lap, both planes
 constexpr int kColonnaDistanza = 2;  ///< metres from the start of the lap, both planes
 constexpr int kColonnaGiro = 11;     ///< lap number of the row, side file
-constexpr int kPrimoCanale = 3;      ///< first channel column of the data file
-constexpr int kUltimoCanale = 20;    ///< last channel column that an analysis can hold
+constexpr int kPrimoAllarme = 3;     ///< column of the first alarm, side file
+constexpr int kNumAllarmi = 8;
+constexpr int kPrimoCanale = 3;    ///< first channel column of the data file
+constexpr int kUltimoCanale = 20;  ///< last channel column that an analysis can hold
 constexpr int kNumCanali = kUltimoCanale + 1;
 
 /// One open log: columns of numbers, one row a tenth of a second. How its rows are counted is the
@@ -29,11 +31,15 @@ class TabellaDati {
     /// Rows that the load reports.
     virtual std::int32_t NumeroRighe() const = 0;
 
-    double Valore(int colonna, Piano piano, std::int32_t riga) const {
-        const auto valori = Colonna(colonna, piano);
+    /// Whether the table has a sample there.
+    bool Contiene(int colonna, Piano piano, std::int32_t riga) const {
         const std::int64_t i = std::int64_t{riga} - PrimaRiga();
-        if (i < 0 || i >= static_cast<std::int64_t>(valori.size())) return 0.0;
-        return valori[static_cast<std::size_t>(i)];
+        return i >= 0 && i < static_cast<std::int64_t>(Colonna(colonna, piano).size());
+    }
+
+    double Valore(int colonna, Piano piano, std::int32_t riga) const {
+        if (!Contiene(colonna, piano, riga)) return 0.0;
+        return Colonna(colonna, piano)[static_cast<std::size_t>(riga - PrimaRiga())];
     }
 
     /// Rows `da` to `a` of a column, both included, as far as the table has them.

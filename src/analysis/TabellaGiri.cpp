@@ -129,6 +129,16 @@ void AnalisiDati::ColoraRiga(int riga, Colore sfondo, Colore caratteri) {
     }
 }
 
+void AnalisiDati::ColoraGiroSelezionato() {
+    ColoraRiga(GiroSelezionato, kBlu, kBianco);
+    vista_.SegnaGiro(GiroSelezionato);
+}
+
+void AnalisiDati::SvuotaTabella(int riga) {
+    if (riga > 0) ColoraRiga(riga, kBianco, kNero);
+    for (int c = 2; c <= kUltimaColonna; ++c) vista_.Cella(riga, c, {});
+}
+
 std::string AnalisiDati::EtichettaGiro(int giro) const {
     // A lap that the log has no rows of is called as its row of the table is.
     const double numero = RigheDeiGiri.Esiste(giro)
@@ -145,19 +155,15 @@ void AnalisiDati::MSFlexGrid1_Click(int riga, int colonna) {
         vista_.TestoScheda(0, Testo(273) + etichetta);
         vista_.TestoScheda(1, Testo(91) + etichetta);
         if (GiroSelezionato >= 1) ColoraRiga(GiroSelezionato, kBianco, kNero);
-        ColoraRiga(riga, kBlu, kBianco);
-        vista_.SegnaGiro(riga);
         RigheGiro = FineGiro(riga) - InizioGiro(riga);
         GiroSelezionato = riga;
+        ColoraGiroSelezionato();
         if (RigheGiro < 1) {
             MostraControlli(false);
         } else {
             MostraControlli(true);
             CalcolaScale(NTGraph1);
-            // The factor of the channel that labels the y axis is another one in each lap.
-            if (CanaleScala != 0 && !Separati) {
-                NTGraph1.ScalaY(FattoreScala[static_cast<std::size_t>(CanaleScala)]);
-            }
+            RinnovaScala();  // the channel's factor is another one in each lap
             Ridisegna();
         }
     }

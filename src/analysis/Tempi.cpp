@@ -12,17 +12,16 @@ namespace {
 
 constexpr std::size_t kByteMassimi = 1 << 20;  // of a file that a person can look through
 
-/// The path less its last characters, and another ending.
-fs::path ConFine(const fs::path& percorso, std::size_t meno, std::string_view fine) {
+}  // namespace
+
+fs::path SenzaFine(const fs::path& percorso, std::size_t meno, std::string_view fine) {
     fs::path::string_type testo = percorso.native();
     testo.resize(testo.size() - std::min(meno, testo.size()));
     return testo + fs::path(fine).native();
 }
 
-}  // namespace
-
 void AnalisiDati::LeggiTempi() {
-    const fs::path percorso = ConFine(NomeFileDati, 4, ".tim");
+    const fs::path percorso = SenzaFine(NomeFileDati, 4, ".tim");
     std::string testo;
     try {
         if (!FileEsiste(percorso)) {

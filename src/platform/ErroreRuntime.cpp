@@ -28,6 +28,8 @@ const char* TestoErrore(NumeroErrore numero) {
             return "Path/File access error";
         case NumeroErrore::PathNotFound:
             return "Path not found";
+        case NumeroErrore::PrinterError:
+            return "Printer error";
     }
     return "Application-defined or object-defined error";
 }

@@ -19,6 +19,7 @@ enum class NumeroErrore : int {
     InputPastEnd = 62,
     PathAccess = 75,
     PathNotFound = 76,
+    PrinterError = 482,
 };
 
 /// The classic English text of an error number ("Subscript out of range", ...).

@@ -60,7 +60,8 @@ class GraphControl {
     virtual void ImpostaIntervallo(double xMin, double xMax, double yMin, double yMax,
                                    int riquadro) = 0;
     virtual IntervalloGrafico LeggiIntervallo() const = 0;
-    /// The labels of the y axis are the axis values divided by this factor.
+    /// The labels of the y axis are the axis values divided by this factor, so that a negative one
+    /// makes them fall upwards; 0 and what is not finite count as 1.
     virtual void ScalaY(double fattore) = 0;
 
     /// Draws an element through the points (x[n], y[n] * scala), n = 0, passo, 2 passo ... A step
@@ -90,6 +91,9 @@ class GraphControl {
 
     /// x, y and point index of the cursor.
     std::function<void(double, double, std::int32_t)> EventoCursore;
+    /// The user has chosen a new range with the zoom rectangle; the graph shows it already, with the
+    /// points that it has.
+    std::function<void()> EventoZoom;
 };
 
 }  // namespace lapvane

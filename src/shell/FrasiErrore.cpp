@@ -9,7 +9,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 40> kFrasi = {{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 42> kFrasi = {{
     // The classic texts of the error numbers.
     {"Overflow", "Overflow"},
     {"Subscript out of range", "Indice fuori intervallo"},
@@ -22,6 +22,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 40> kFrasi =
     {"Input past end of file", "Lettura oltre la fine del file"},
     {"Path/File access error", "Errore di accesso al percorso o al file"},
     {"Path not found", "Percorso non trovato"},
+    {"Printer error", "Errore della stampante"},
     // What the program was doing.
     {"saving the project", "salvataggio del progetto"},
     {"opening the project", "apertura del progetto"},
@@ -45,6 +46,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 40> kFrasi =
     {"reading the outline of a track", "lettura di un tracciato"},
     {"writing the sectors", "scrittura dei settori"},
     {"writing schema.ini", "scrittura di schema.ini"},
+    {"printing a document", "stampa di un documento"},
     {"reading a time (hh:mm:ss.cc)", "lettura di un tempo (hh:mm:ss.cc)"},
     {"computing a mean time", "calcolo del tempo medio"},
     {"number to text", "da numero a testo"},

@@ -7,6 +7,7 @@
 #include <QStatusBar>
 #include <QToolButton>
 
+#include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
@@ -343,20 +344,20 @@ void frmMain::ScaricaDati() {
 }
 
 void frmMain::Analizza() {
-    if (!AnalisiSpeed) {
-        // The recent list asks for the other analysis window, which does not exist yet.
-        TestoPannello(Pannello::Progresso, Testo(4));
-        return;
-    }
     const auto scelto = platform().AskOpen(
         {Testo(22), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
     if (!scelto) return;
     AnalisiInCorso = true;
     platform().DoEvents();
-    frmAnalisiDatiSpeed finestra(this);
-    analisi_ = &finestra;
-    finestra.NomeFileDati = *scelto;
-    finestra.Apri();
+    std::unique_ptr<frmAnalisi> finestra;
+    if (AnalisiSpeed) {
+        finestra = std::make_unique<frmAnalisiDatiSpeed>(this);
+    } else {
+        finestra = std::make_unique<frmAnalisiDati>(this);
+    }
+    analisi_ = finestra.get();
+    finestra->NomeFileDati = *scelto;
+    finestra->Apri();
     analisi_ = nullptr;
 }
 

@@ -16,7 +16,7 @@
 namespace lapvane {
 
 class PannelloStato;
-class frmAnalisiDatiSpeed;
+class frmAnalisi;
 
 /// The one main window: menu, tool bar, status bar, serial control and poll timer. It routes every
 /// command to what carries it out.
@@ -72,7 +72,7 @@ class frmMain : public QMainWindow, public Principale {
     QToolBar* barra_ = nullptr;
     std::array<PannelloStato*, 8> pannelli_{};
     QTimer tmrComm_;
-    frmAnalisiDatiSpeed* analisi_ = nullptr;
+    frmAnalisi* analisi_ = nullptr;
 
     std::deque<std::function<void()>> inAttesa_;  // asked for while the poll waits
     std::int64_t momentoRichiesta_ = 0;

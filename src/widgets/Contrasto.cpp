@@ -1,6 +1,7 @@
 #include "widgets/Contrasto.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace lapvane {
@@ -16,12 +17,23 @@ double Componente(Colore colore, int scorrimento) {
     return static_cast<double>((colore >> scorrimento) & 0xFFu) / 255.0;
 }
 
+/// The light of each value of a component; powers are slow, and a drawing asks for thousands.
+const std::array<double, 256>& Luce() {
+    static const std::array<double, 256> tavola = [] {
+        std::array<double, 256> t{};
+        for (std::size_t i = 0; i < t.size(); ++i) {
+            const double c = static_cast<double>(i) / 255.0;
+            t[i] = c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+        }
+        return t;
+    }();
+    return tavola;
+}
+
 double Luminanza(Colore colore) {
-    const auto lineare = [](double c) {
-        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * lineare(Componente(colore, 0)) + 0.7152 * lineare(Componente(colore, 8)) +
-           0.0722 * lineare(Componente(colore, 16));
+    const auto& luce = Luce();
+    return 0.2126 * luce[colore & 0xFFu] + 0.7152 * luce[(colore >> 8) & 0xFFu] +
+           0.0722 * luce[(colore >> 16) & 0xFFu];
 }
 
 Colore Mescola(Colore colore, Colore altro, double parte) {

@@ -1,6 +1,8 @@
 // How the graph is painted: layout of its parts, panes, axes, curves, legend, cursor.
+#include <QHash>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QStaticText>
 #include <algorithm>
 #include <cmath>
 
@@ -15,18 +17,24 @@ namespace {
 
 constexpr double kMargine = 10.0;
 constexpr double kTacca = 5.0;            // length of a tick
+constexpr double kAsse = 2.0;             // width of a y axis
 constexpr double kSpazioRiquadri = 14.0;  // between separate panes
 constexpr double kContrastoLinea = 2.2;
 constexpr double kContrastoTesto = 4.5;
 constexpr double kContrastoAsse = 3.0;
 constexpr double kTratto = 1.4;  // pixels of a line of width 1: a hairline is lost in the sun
+constexpr double kTrattoCarta = 1.0;
+constexpr int kSpessoreMassimo = 20;
 constexpr double kLarghezzaCursore = 1.5;
+constexpr double kFuoco = 2.0;  // width of the mark of the focus
 constexpr int kRigheLegenda = 3;
-
-/// A place on the grid of the screen's own pixels, so that a thin line is sharp.
-double SulPixel(double valore, double rapporto) {
-    return (std::floor(valore * rapporto) + 0.5) / rapporto;
-}
+constexpr double kVelo = 0.10;            // of the zoom rectangle
+constexpr qsizetype kTestiPronti = 300;   // a scrolling axis makes new labels for ever
+constexpr std::size_t kPuntiFila = 64;    // of one path on paper
+constexpr double kLarghezzaCarta = 1000;  // pixels that a printed page stands for ...
+constexpr double kAltezzaCarta = 640;
+constexpr int kCarattereCarta = 13;  // ... and its letters
+constexpr double kFiloCarta = 0.4;
 
 Colore Tenue(Colore sfondo, Colore inchiostro, double parte) {
     const auto componente = [&](int s) {
@@ -37,7 +45,96 @@ Colore Tenue(Colore sfondo, Colore inchiostro, double parte) {
     return Rgb(componente(0), componente(8), componente(16));
 }
 
+std::uint32_t Pixel(Colore colore) {
+    return InQColor(colore).rgb();
+}
+
+/// Times the width of a thin line.
+double Spessore(std::int16_t spessore) {
+    return std::clamp<int>(spessore, 1, kSpessoreMassimo);
+}
+
 }  // namespace
+
+/// Texts in one font. On the screen each is laid out once and kept, as long as the font stays.
+class GraficoWidget::Scrittore {
+ public:
+    /// `rapporto` 0: for paper, where texts stay texts.
+    Scrittore(const QFont& carattere, double rapporto)
+        : rapporto_(rapporto), carattere_(carattere), misura_(carattere) {}
+
+    double Rapporto() const { return rapporto_; }
+    double Riga() const { return misura_.height(); }
+    const QFont& Carattere() const { return carattere_; }
+
+    double Largo(const QString& testo) {
+        return rapporto_ > 0.0 ? Pronto(testo).size().width() : misura_.horizontalAdvance(testo);
+    }
+
+    void Scrivi(QPainter& penna, const QRectF& posto, Qt::Alignment come, const QString& testo) {
+        if (testo.isEmpty()) return;
+        if (rapporto_ <= 0.0) {
+            penna.drawText(posto, static_cast<int>(come) | Qt::TextDontClip, testo);
+            return;
+        }
+        const QStaticText& pronto = Pronto(testo);
+        const QSizeF resto = posto.size() - pronto.size();
+        double x = posto.left();
+        if (come.testFlag(Qt::AlignRight)) x += resto.width();
+        if (come.testFlag(Qt::AlignHCenter)) x += resto.width() / 2.0;
+        double y = posto.top();
+        if (come.testFlag(Qt::AlignVCenter)) y += resto.height() / 2.0;
+        penna.drawStaticText(QPointF(SuPixel(x), SuPixel(y)), pronto);
+    }
+
+ private:
+    double SuPixel(double v) const { return std::round(v * rapporto_) / rapporto_; }
+
+    const QStaticText& Pronto(const QString& testo) {
+        const auto trovato = pronti_.constFind(testo);
+        if (trovato != pronti_.constEnd()) return *trovato;
+        if (pronti_.size() >= kTestiPronti) pronti_.clear();
+        QStaticText nuovo(testo);
+        nuovo.setTextFormat(Qt::PlainText);
+        nuovo.prepare(QTransform::fromScale(rapporto_, rapporto_), carattere_);
+        return *pronti_.insert(testo, nuovo);
+    }
+
+    double rapporto_;
+    QFont carattere_;
+    QFontMetricsF misura_;
+    QHash<QString, QStaticText> pronti_;
+};
+
+/// What the graph is drawn on, and in which colours.
+struct GraficoWidget::Foglio {
+    QSizeF Misura;
+    double Rapporto = 1.0;  ///< device pixels per pixel; 0: no pixels, but paper
+    double Filo = 1.0;      ///< width of the thinnest line
+    Colore Sfondo = 0;
+    Colore Testo = 0;
+    Scrittore* Penna = nullptr;
+
+    bool Carta() const { return Rapporto <= 0.0; }
+    double SuPixel(double v) const { return Carta() ? v : std::round(v * Rapporto) / Rapporto; }
+    /// A thin line at `x` or `y`: on the screen one row or column of its own pixels.
+    QRectF Verticale(double x, double da, double a, double spessore) const {
+        return {Inizio(x, spessore), da, Spesso(spessore), a - da};
+    }
+    QRectF Orizzontale(double y, double da, double a, double spessore) const {
+        return {da, Inizio(y, spessore), a - da, Spesso(spessore)};
+    }
+
+ private:
+    double Spesso(double spessore) const {
+        return Carta() ? spessore : std::max(1.0, std::round(spessore * Rapporto)) / Rapporto;
+    }
+    double Inizio(double dove, double spessore) const {
+        if (Carta()) return dove - spessore / 2.0;
+        const double pixel = Spesso(spessore) * Rapporto;
+        return std::floor(dove * Rapporto - (pixel - 1.0) / 2.0) / Rapporto;
+    }
+};
 
 /// Where everything goes for the present size, texts and ranges.
 struct GraficoWidget::Disposizione {
@@ -50,41 +147,113 @@ struct GraficoWidget::Disposizione {
         Riquadro Dati;
         std::vector<RigaAsse> Tacche;
     };
+    struct VoceLegenda {
+        QRectF Segno;
+        QRectF Posto;
+        QString Testo;
+        Colore Tinta = 0;
+    };
+    QSizeF Misura;
+    double Rapporto = 1.0;
     std::vector<Pannello> Pannelli;
     std::vector<RigaAsse> TaccheX;
+    std::vector<VoceLegenda> Legenda;
     double LarghezzaY = 0.0;  ///< of the widest label
     QRectF Titolo;
-    QRectF Legenda;
     QRectF EtichettaX;
 };
+
+// Here, where the types of the members are known.
+GraficoWidget::GraficoWidget(QWidget* parent) : QWidget(parent) {
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+GraficoWidget::~GraficoWidget() = default;
+
+void GraficoWidget::Sporca() {
+    sporco_ = true;
+    disposta_.reset();
+    update();
+}
+
+void GraficoWidget::SporcaMisure() {
+    scrittore_.reset();
+    Sporca();
+}
 
 std::vector<GraficoWidget::Riquadro> GraficoWidget::Riquadri() const {
     return separati_.empty() ? std::vector<Riquadro>{unico_} : separati_;
 }
 
-GraficoWidget::Disposizione GraficoWidget::Disponi() const {
-    const QFontMetricsF misura(font());
+Colore GraficoWidget::Sfondo() const {
+    return sfondo_ ? *sfondo_ : DaQColor(palette().color(QPalette::Base));
+}
+
+GraficoWidget::Foglio GraficoWidget::Schermo(double rapporto) const {
+    if (!scrittore_ || scrittore_->Rapporto() != rapporto) {
+        scrittore_ = std::make_unique<Scrittore>(font(), rapporto);
+    }
+    Foglio f;
+    f.Misura = size();
+    f.Rapporto = rapporto;
+    f.Filo = 1.0 / rapporto;
+    f.Sfondo = Sfondo();
+    f.Testo = ColoreLeggibile(DaQColor(palette().color(QPalette::Text)), f.Sfondo, kContrastoTesto);
+    f.Penna = scrittore_.get();
+    return f;
+}
+
+const GraficoWidget::Disposizione& GraficoWidget::Disposta(double rapporto) const {
+    if (!disposta_ || disposta_->Misura != QSizeF(size()) || disposta_->Rapporto != rapporto) {
+        Foglio foglio = Schermo(rapporto);
+        disposta_ = std::make_unique<Disposizione>(Disponi(foglio));
+    }
+    return *disposta_;
+}
+
+void GraficoWidget::DisponiLegenda(Foglio& foglio, Disposizione& d, double& alto) const {
+    const double riga = foglio.Penna->Riga() * 1.2;
+    const double segno = foglio.Penna->Riga() * 1.4;
+    const double destra = foglio.Misura.width() - kMargine;
+    double x = kMargine;
+    double y = alto;
+    for (const Elemento& elemento : elementi_) {
+        if (elemento.Nome.empty()) continue;
+        const QString nome = InQt(elemento.Nome);
+        const double testo = foglio.Penna->Largo(nome);
+        if (x + segno + 6.0 + testo > destra && x > kMargine) {
+            // The channel list shows those that are left.
+            if (y + riga * 1.5 > alto + kRigheLegenda * riga) break;
+            x = kMargine;
+            y += riga;
+        }
+        d.Legenda.push_back({QRectF(x, y + riga / 2 - 2.0, segno, 4.0),
+                             QRectF(x + segno + 6.0, y, testo, riga), nome, elemento.Tinta});
+        x += segno + 6.0 + testo + foglio.Penna->Riga();
+    }
+    if (!d.Legenda.empty()) alto = y + riga + kMargine / 2;
+}
+
+GraficoWidget::Disposizione GraficoWidget::Disponi(Foglio& foglio) const {
+    Scrittore& penna = *foglio.Penna;
     const char separatore = platform().DecimalSeparator();
-    const double riga = misura.height();
+    const double riga = penna.Riga();
+    const double largo = foglio.Misura.width();
     Disposizione d;
+    d.Misura = foglio.Misura;
+    d.Rapporto = foglio.Rapporto;
     double alto = kMargine;
     if (!titolo_.empty()) {
-        d.Titolo = QRectF(kMargine, alto, width() - 2 * kMargine, riga);
+        d.Titolo = QRectF(kMargine, alto, largo - 2 * kMargine, riga);
         alto += riga + kMargine / 2;
     }
-    if (!elementi_.empty()) {
-        double larghezza = 0.0;
-        for (const Elemento& e : elementi_) {
-            larghezza += misura.horizontalAdvance(InQt(e.Nome)) + 3.5 * riga;
-        }
-        const double utile = std::max(1.0, width() - 2 * kMargine);
-        const double righe = std::clamp(std::ceil(larghezza / utile), 1.0, double{kRigheLegenda});
-        d.Legenda = QRectF(kMargine, alto, utile, righe * riga * 1.2);
-        alto += d.Legenda.height() + kMargine / 2;
-    }
-    double basso = height() - kMargine;
+    DisponiLegenda(foglio, d, alto);
+    double basso = foglio.Misura.height() - kMargine;
     if (!etichettaX_.empty()) {
-        d.EtichettaX = QRectF(kMargine, basso - riga, width() - 2 * kMargine, riga);
+        d.EtichettaX = QRectF(kMargine, basso - riga, largo - 2 * kMargine, riga);
         basso -= riga + kMargine / 2;
     }
     basso -= riga + kTacca + 2.0;  // labels of the x axis
@@ -98,22 +267,26 @@ GraficoWidget::Disposizione GraficoWidget::Disponi() const {
         Disposizione::Pannello p;
         p.Dati = r;
         const int massime = static_cast<int>(std::clamp(altezza / (2.2 * riga), 2.0, 12.0));
-        const Tacche tacche = CalcolaTacche(r.YMin / r.Scala, r.YMax / r.Scala, massime);
+        const auto [da, a] = std::minmax({r.YMin / r.Scala, r.YMax / r.Scala});
+        const Tacche tacche = r.YMin < r.YMax ? CalcolaTacche(da, a, massime) : Tacche{};
         for (const double valore : tacche.Valori) {
             p.Tacche.push_back({valore * r.Scala, InQt(TestoTacca(valore, tacche, separatore))});
-            d.LarghezzaY = std::max(d.LarghezzaY, misura.horizontalAdvance(p.Tacche.back().Testo));
+            d.LarghezzaY = std::max(d.LarghezzaY, penna.Largo(p.Tacche.back().Testo));
         }
         conEtichetta = conEtichetta || !r.Etichetta.empty();
         d.Pannelli.push_back(std::move(p));
     }
     const double sinistra =
-        kMargine + (conEtichetta ? riga + 4.0 : 0.0) + d.LarghezzaY + kTacca + 3.0;
-    const double larghezza = std::max(1.0, width() - sinistra - 2.0 * kMargine);
+        kMargine + (conEtichetta ? riga + 4.0 : 0.0) + d.LarghezzaY + kTacca + 3.0 + kAsse;
+    const double larghezza = std::max(1.0, largo - sinistra - 2.0 * kMargine);
     for (Disposizione::Pannello& p : d.Pannelli) {
-        p.Area = QRectF(sinistra, alto, larghezza, altezza);
+        // On whole pixels, so that borders are sharp and a value falls on the same pixel whatever
+        // the texts around it.
+        p.Area.setCoords(foglio.SuPixel(sinistra), foglio.SuPixel(alto),
+                         foglio.SuPixel(sinistra + larghezza), foglio.SuPixel(alto + altezza));
         alto += altezza + kSpazioRiquadri;
     }
-    const double etichetta = misura.horizontalAdvance(QStringLiteral("00000.0"));
+    const double etichetta = penna.Largo(QStringLiteral("00000.0"));
     const Tacche tacche =
         CalcolaTacche(xMin_, xMax_, static_cast<int>(std::clamp(larghezza / etichetta, 2.0, 20.0)));
     for (const double valore : tacche.Valori) {
@@ -123,7 +296,7 @@ GraficoWidget::Disposizione GraficoWidget::Disponi() const {
 }
 
 QRectF GraficoWidget::AreaDisegno(int riquadro) const {
-    const Disposizione d = Disponi();
+    const Disposizione& d = Disposta(devicePixelRatioF());
     const auto ultimo = static_cast<int>(d.Pannelli.size()) - 1;
     return d.Pannelli[static_cast<std::size_t>(std::clamp(riquadro, 0, ultimo))].Area;
 }
@@ -132,77 +305,67 @@ ScalaPixel GraficoWidget::ScalaX(const QRectF& area) const {
     return {xMin_, xMax_, area.left(), area.right()};
 }
 
-Colore GraficoWidget::Sfondo() const {
-    return sfondo_ ? *sfondo_ : DaQColor(palette().color(QPalette::Base));
+void GraficoWidget::DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposizione& d) const {
+    penna.fillRect(QRectF(QPointF(), foglio.Misura), InQColor(foglio.Sfondo));
+    penna.setFont(foglio.Penna->Carattere());
+    penna.setPen(InQColor(foglio.Testo));
+    foglio.Penna->Scrivi(penna, d.Titolo, Qt::AlignCenter, InQt(titolo_));
+    foglio.Penna->Scrivi(penna, d.EtichettaX, Qt::AlignCenter, InQt(etichettaX_));
+    for (std::size_t i = 0; i < d.Pannelli.size(); ++i) DisegnaRiquadro(penna, foglio, d, i);
+    DisegnaAsseX(penna, foglio, d);
+    DisegnaLegenda(penna, foglio, d);
 }
 
-Colore GraficoWidget::Inchiostro(double minimo) const {
-    return ColoreLeggibile(DaQColor(palette().color(QPalette::Text)), Sfondo(), minimo);
-}
-
-void GraficoWidget::Disegna(QPainter& penna) const {
-    penna.fillRect(rect(), InQColor(Sfondo()));
-    penna.setFont(font());
-    const Disposizione d = Disponi();
-    penna.setPen(InQColor(Inchiostro(kContrastoTesto)));
-    if (!titolo_.empty()) penna.drawText(d.Titolo, Qt::AlignCenter, InQt(titolo_));
-    penna.drawText(d.EtichettaX, Qt::AlignCenter, InQt(etichettaX_));
-    for (std::size_t i = 0; i < d.Pannelli.size(); ++i) {
-        DisegnaRiquadro(penna, d, i);
-        DisegnaElementi(penna, d, i);
-    }
-    DisegnaAsseX(penna, d);
-    DisegnaLegenda(penna, d);
-}
-
-void GraficoWidget::DisegnaRiquadro(QPainter& penna, const Disposizione& d, std::size_t i) const {
+void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Disposizione& d,
+                                    std::size_t i) const {
     const auto& p = d.Pannelli[i];
     const QRectF& area = p.Area;
-    const double rapporto = penna.device()->devicePixelRatioF();
-    const Colore sfondo = Sfondo();
-    const Colore testo = Inchiostro(kContrastoTesto);
-    const QPen rete(InQColor(Tenue(sfondo, testo, 0.16)), 1.0 / rapporto);
+    const double filo = foglio.Filo;
     const ScalaPixel x = ScalaX(area);
     const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, area.bottom(), area.top()};
     if (griglia_) {
-        penna.setPen(rete);
+        const QColor rete = InQColor(Tenue(foglio.Sfondo, foglio.Testo, 0.16));
         for (const auto& tacca : d.TaccheX) {
-            const double px = SulPixel(x.Pixel(tacca.Valore), rapporto);
-            penna.drawLine(QPointF(px, area.top()), QPointF(px, area.bottom()));
+            penna.fillRect(foglio.Verticale(x.Pixel(tacca.Valore), area.top(), area.bottom(), filo),
+                           rete);
         }
         for (const auto& tacca : p.Tacche) {
-            const double py = SulPixel(y.Pixel(tacca.Valore), rapporto);
-            penna.drawLine(QPointF(area.left(), py), QPointF(area.right(), py));
+            penna.fillRect(
+                foglio.Orizzontale(y.Pixel(tacca.Valore), area.left(), area.right(), filo), rete);
         }
     }
-    const Colore cornice =
-        cornice_ ? ColoreLeggibile(*cornice_, sfondo, kContrastoAsse) : Tenue(sfondo, testo, 0.55);
-    penna.setPen(QPen(InQColor(cornice), 1.0 / rapporto));
-    penna.setBrush(Qt::NoBrush);
-    penna.drawRect(
-        QRectF(QPointF(SulPixel(area.left(), rapporto), SulPixel(area.top(), rapporto)),
-               QPointF(SulPixel(area.right(), rapporto), SulPixel(area.bottom(), rapporto))));
+    // The frame lies around the area: a curve along the range's end is not hidden by it.
+    const QColor cornice = InQColor(cornice_ && !foglio.Carta()
+                                        ? ColoreLeggibile(*cornice_, foglio.Sfondo, kContrastoAsse)
+                                        : Tenue(foglio.Sfondo, foglio.Testo, 0.55));
+    const QRectF fuori = area.adjusted(-filo, -filo, filo, filo);
+    penna.fillRect(QRectF(fuori.topLeft(), area.topRight()), cornice);
+    penna.fillRect(QRectF(area.bottomLeft(), QPointF(area.right(), fuori.bottom())), cornice);
+    penna.fillRect(QRectF(QPointF(area.right(), fuori.top()), fuori.bottomRight()), cornice);
 
     // The y axis wears the colour of the channel that its labels belong to.
-    const QPen asse(InQColor(ColoreLeggibile(p.Dati.Tinta, sfondo, kContrastoAsse)), 2.0);
-    const QPen numeri(InQColor(ColoreLeggibile(p.Dati.Tinta, sfondo, kContrastoTesto)));
-    const double riga = QFontMetricsF(font()).height();
-    penna.setPen(asse);
-    penna.drawLine(area.topLeft(), area.bottomLeft());
+    const QColor asse = InQColor(ColoreLeggibile(p.Dati.Tinta, foglio.Sfondo, kContrastoAsse));
+    const double spessore = foglio.Carta() ? kAsse / 2.0 : kAsse;
+    penna.fillRect(
+        QRectF(QPointF(area.left() - spessore, fuori.top()), QPointF(area.left(), fuori.bottom())),
+        asse);
+    const double riga = foglio.Penna->Riga();
+    const double numeri = area.left() - kAsse - kTacca - 3.0;
+    penna.setPen(InQColor(ColoreLeggibile(p.Dati.Tinta, foglio.Sfondo, kContrastoTesto)));
     for (const auto& tacca : p.Tacche) {
-        const double py = SulPixel(y.Pixel(tacca.Valore), rapporto);
-        penna.setPen(asse);
-        penna.drawLine(QPointF(area.left() - kTacca, py), QPointF(area.left(), py));
-        penna.setPen(numeri);
-        penna.drawText(
-            QRectF(area.left() - kTacca - 3.0 - d.LarghezzaY, py - riga / 2, d.LarghezzaY, riga),
-            Qt::AlignRight | Qt::AlignVCenter, tacca.Testo);
+        const double py = y.Pixel(tacca.Valore);
+        penna.fillRect(
+            foglio.Orizzontale(py, area.left() - kAsse - kTacca, area.left(), spessore / 2.0),
+            asse);
+        foglio.Penna->Scrivi(penna,
+                             QRectF(numeri - d.LarghezzaY, py - riga / 2, d.LarghezzaY, riga),
+                             Qt::AlignRight | Qt::AlignVCenter, tacca.Testo);
     }
     if (p.Dati.Etichetta.empty()) return;
     penna.save();
     penna.translate(kMargine, area.center().y());
     penna.rotate(-90.0);
-    QFont grassetto = font();
+    QFont grassetto = foglio.Penna->Carattere();
     grassetto.setBold(true);
     penna.setFont(grassetto);
     penna.drawText(
@@ -211,111 +374,234 @@ void GraficoWidget::DisegnaRiquadro(QPainter& penna, const Disposizione& d, std:
     penna.restore();
 }
 
-void GraficoWidget::DisegnaElementi(QPainter& penna, const Disposizione& d, std::size_t i) const {
-    const auto& p = d.Pannelli[i];
-    const ScalaPixel x = ScalaX(p.Area);
-    const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, p.Area.bottom(), p.Area.top()};
-    if (!x.Valida() || !y.Valida()) return;
-    const int riquadro = separati_.empty() ? 0 : static_cast<int>(i) + 1;
-    const Rettangolo area{p.Area.left(), p.Area.top(), p.Area.right(), p.Area.bottom()};
-    penna.save();
-    penna.setClipRect(p.Area.adjusted(-1.0, -1.0, 1.0, 1.0));
-    penna.setRenderHint(QPainter::Antialiasing);
-    for (const Elemento& elemento : elementi_) {
-        if (elemento.Riquadro != riquadro) continue;
-        Tratto punti;
-        punti.reserve(elemento.Punti.size());
-        for (const PuntoGrafico& punto : elemento.Punti) {
-            punti.push_back({x.Pixel(punto.X), y.Pixel(punto.Y)});
-        }
-        // Square ends close the notches at the corners of a broad line; on a thin one they show as
-        // beads.
-        const int spessore = std::clamp<int>(elemento.Spessore, 1, 20);
-        penna.setPen(QPen(InQColor(ColoreLeggibile(elemento.Tinta, Sfondo(), kContrastoLinea)),
-                          kTratto * spessore, Qt::SolidLine,
-                          spessore == 1 ? Qt::FlatCap : Qt::SquareCap));
-        for (const Tratto& tratto :
-             TagliaLinea(Assottiglia(std::move(punti), area.Destra - area.Sinistra), area)) {
-            // One by one: as a single path a jagged line costs the rasterizer hundreds of times
-            // more.
-            QList<QLineF> segmenti;
-            segmenti.reserve(static_cast<qsizetype>(tratto.size()));
-            for (std::size_t n = 1; n < tratto.size(); ++n) {
-                segmenti.append(QLineF(tratto[n - 1].X, tratto[n - 1].Y, tratto[n].X, tratto[n].Y));
-            }
-            penna.drawLines(segmenti);
-        }
-    }
-    penna.restore();
-}
-
-void GraficoWidget::DisegnaAsseX(QPainter& penna, const Disposizione& d) const {
+void GraficoWidget::DisegnaAsseX(QPainter& penna, Foglio& foglio, const Disposizione& d) const {
     const QRectF& area = d.Pannelli.back().Area;
-    const double rapporto = penna.device()->devicePixelRatioF();
-    const double riga = QFontMetricsF(font()).height();
+    const double riga = foglio.Penna->Riga();
     const ScalaPixel x = ScalaX(area);
-    penna.setPen(QPen(InQColor(Inchiostro(kContrastoTesto)), 1.0));
+    const QColor inchiostro = InQColor(foglio.Testo);
+    penna.setPen(inchiostro);
     for (const auto& tacca : d.TaccheX) {
-        const double px = SulPixel(x.Pixel(tacca.Valore), rapporto);
-        penna.drawLine(QPointF(px, area.bottom()), QPointF(px, area.bottom() + kTacca));
-        penna.drawText(QRectF(px - 60.0, area.bottom() + kTacca + 2.0, 120.0, riga),
-                       Qt::AlignHCenter | Qt::AlignTop, tacca.Testo);
+        const double px = x.Pixel(tacca.Valore);
+        penna.fillRect(foglio.Verticale(px, area.bottom(), area.bottom() + kTacca,
+                                        foglio.Carta() ? foglio.Filo : 1.0),
+                       inchiostro);
+        foglio.Penna->Scrivi(penna, QRectF(px - 60.0, area.bottom() + kTacca + 2.0, 120.0, riga),
+                             Qt::AlignHCenter | Qt::AlignTop, tacca.Testo);
     }
 }
 
-void GraficoWidget::DisegnaLegenda(QPainter& penna, const Disposizione& d) const {
-    if (elementi_.empty()) return;
-    const QFontMetricsF misura(font());
-    const double riga = misura.height() * 1.2;
-    const double segno = misura.height() * 1.4;
-    double x = d.Legenda.left();
-    double y = d.Legenda.top();
-    for (const Elemento& elemento : elementi_) {
-        if (elemento.Nome.empty()) continue;
-        const QString nome = InQt(elemento.Nome);
-        const double larghezza = segno + 6.0 + misura.horizontalAdvance(nome);
-        if (x + larghezza > d.Legenda.right() && x > d.Legenda.left()) {
-            x = d.Legenda.left();
-            y += riga;
-            if (y + riga > d.Legenda.bottom() + 1.0) return;  // the channel list shows them all
-        }
-        penna.setPen(QPen(InQColor(ColoreLeggibile(elemento.Tinta, Sfondo(), kContrastoLinea)), 4.0,
-                          Qt::SolidLine, Qt::FlatCap));
-        penna.drawLine(QPointF(x, y + riga / 2), QPointF(x + segno, y + riga / 2));
-        penna.setPen(InQColor(Inchiostro(kContrastoTesto)));
-        penna.drawText(QRectF(x + segno + 6.0, y, larghezza, riga),
-                       Qt::AlignLeft | Qt::AlignVCenter, nome);
-        x += larghezza + misura.height();
+void GraficoWidget::DisegnaLegenda(QPainter& penna, Foglio& foglio, const Disposizione& d) const {
+    penna.setPen(InQColor(foglio.Testo));
+    for (const auto& voce : d.Legenda) {
+        penna.fillRect(voce.Segno,
+                       InQColor(ColoreLeggibile(voce.Tinta, foglio.Sfondo, kContrastoLinea)));
+        foglio.Penna->Scrivi(penna, voce.Posto, Qt::AlignLeft | Qt::AlignVCenter, voce.Testo);
     }
+}
+
+void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Disposizione& d) const {
+    const double r = foglio.Rapporto;
+    const auto intero = [](double v) { return static_cast<int>(std::lround(v)); };
+    const Tracciatore::Tela tela{reinterpret_cast<std::uint32_t*>(foto.bits()),
+                                 foto.bytesPerLine() / 4};
+    for (std::size_t i = 0; i < d.Pannelli.size(); ++i) {
+        const auto& p = d.Pannelli[i];
+        // In the picture's own pixels; the frame belongs to the field, but not the axis.
+        const QRectF area(p.Area.topLeft() * r, p.Area.size() * r);
+        const ScalaPixel x = ScalaX(area);
+        const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, area.bottom(), area.top()};
+        if (!x.Valida() || !y.Valida()) continue;
+        const int riquadro = separati_.empty() ? 0 : static_cast<int>(i) + 1;
+        tracciatore_.Inizia(tela, {std::clamp(intero(area.left()), 0, foto.width()),
+                                   std::clamp(intero(area.top()) - 1, 0, foto.height()),
+                                   std::clamp(intero(area.right()) + 1, 0, foto.width()),
+                                   std::clamp(intero(area.bottom()) + 1, 0, foto.height())});
+        for (const Elemento& elemento : elementi_) {
+            if (elemento.Riquadro != riquadro) continue;
+            const double larghezza = kTratto * Spessore(elemento.Spessore) * r;
+            const std::uint32_t tinta =
+                Pixel(ColoreLeggibile(elemento.Tinta, foglio.Sfondo, kContrastoLinea));
+            // So far out that the ends of what is cut off do not show.
+            const double oltre = larghezza + 2.0;
+            const Rettangolo campo{area.left() - oltre, area.top() - oltre, area.right() + oltre,
+                                   area.bottom() + oltre};
+            Tratto punti(elemento.Punti.size());
+            for (std::size_t n = 0; n < punti.size(); ++n) {
+                punti[n] = {x.Pixel(elemento.Punti[n].X), y.Pixel(elemento.Punti[n].Y)};
+            }
+            punti = Assottiglia(std::move(punti), area.width());
+            const bool dentro = std::all_of(punti.begin(), punti.end(), [&](const auto& q) {
+                return q.X >= campo.Sinistra && q.X <= campo.Destra && q.Y >= campo.Alto &&
+                       q.Y <= campo.Basso;
+            });
+            if (dentro && punti.size() > 1) {
+                tracciatore_.Linea(punti, larghezza, tinta);
+                continue;
+            }
+            for (const Tratto& tratto : TagliaLinea(punti, campo)) {
+                tracciatore_.Linea(tratto, larghezza, tinta);
+            }
+        }
+    }
+}
+
+void GraficoWidget::DisegnaCurve(QPainter& penna, const Foglio& foglio,
+                                 const Disposizione& d) const {
+    for (std::size_t i = 0; i < d.Pannelli.size(); ++i) {
+        const auto& p = d.Pannelli[i];
+        const ScalaPixel x = ScalaX(p.Area);
+        const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, p.Area.bottom(), p.Area.top()};
+        if (!x.Valida() || !y.Valida()) continue;
+        const int riquadro = separati_.empty() ? 0 : static_cast<int>(i) + 1;
+        penna.save();
+        penna.setClipRect(p.Area.adjusted(0.0, -foglio.Filo, foglio.Filo, foglio.Filo),
+                          Qt::IntersectClip);
+        penna.setRenderHint(QPainter::Antialiasing);
+        penna.setBrush(Qt::NoBrush);
+        for (const Elemento& elemento : elementi_) {
+            if (elemento.Riquadro != riquadro) continue;
+            const double larghezza = kTrattoCarta * Spessore(elemento.Spessore);
+            const Rettangolo campo{p.Area.left() - larghezza, p.Area.top() - larghezza,
+                                   p.Area.right() + larghezza, p.Area.bottom() + larghezza};
+            penna.setPen(
+                QPen(InQColor(ColoreLeggibile(elemento.Tinta, foglio.Sfondo, kContrastoLinea)),
+                     larghezza, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            Tratto punti(elemento.Punti.size());
+            for (std::size_t n = 0; n < punti.size(); ++n) {
+                punti[n] = {x.Pixel(elemento.Punti[n].X), y.Pixel(elemento.Punti[n].Y)};
+            }
+            for (const Tratto& tratto : TagliaLinea(punti, campo)) {
+                // In pieces that share an end: one long jagged path takes a device that has to fill
+                // it seconds.
+                for (std::size_t da = 0; da + 1 < tratto.size(); da += kPuntiFila - 1) {
+                    QPolygonF fila;
+                    for (std::size_t n = da; n < std::min(tratto.size(), da + kPuntiFila); ++n) {
+                        fila.append(QPointF(tratto[n].X, tratto[n].Y));
+                    }
+                    penna.drawPolyline(fila);
+                }
+            }
+        }
+        penna.restore();
+    }
+}
+
+void GraficoWidget::Dipingi(QImage& foto, double rapporto) const {
+    const QSize pixel = (QSizeF(size()) * rapporto).toSize().expandedTo(QSize(1, 1));
+    if (foto.size() != pixel) foto = QImage(pixel, QImage::Format_RGB32);
+    foto.setDevicePixelRatio(rapporto);
+    Foglio foglio = Schermo(rapporto);
+    const Disposizione& d = Disposta(rapporto);
+    {
+        QPainter penna(&foto);
+        DisegnaFondo(penna, foglio, d);
+    }
+    DipingiCurve(foto, foglio, d);
+}
+
+QImage GraficoWidget::Fotografa(double rapporto) const {
+    QImage foto;
+    Dipingi(foto, rapporto);
+    return foto;
+}
+
+void GraficoWidget::DisegnaSu(QPainter& painter, const QRectF& rect) const {
+    if (rect.width() <= 0.0 || rect.height() <= 0.0) return;
+    const double scala =
+        std::sqrt(rect.width() * rect.height() / (kLarghezzaCarta * kAltezzaCarta));
+    QFont carattere = font();
+    // In pixels: the page's resolution is in the scale already.
+    carattere.setPixelSize(kCarattereCarta);
+    carattere.setHintingPreference(QFont::PreferNoHinting);
+    Scrittore scrittore(carattere, 0.0);
+    Foglio foglio;
+    foglio.Misura = rect.size() / scala;
+    foglio.Rapporto = 0.0;
+    foglio.Filo = kFiloCarta;
+    foglio.Sfondo = Rgb(255, 255, 255);
+    foglio.Testo = Rgb(0, 0, 0);
+    foglio.Penna = &scrittore;
+    const Disposizione d = Disponi(foglio);
+    painter.save();
+    painter.translate(rect.topLeft());
+    painter.scale(scala, scala);
+    painter.setClipRect(QRectF(QPointF(), foglio.Misura), Qt::IntersectClip);
+    painter.setRenderHint(QPainter::Antialiasing);
+    DisegnaFondo(painter, foglio, d);
+    DisegnaCurve(painter, foglio, d);
+    painter.restore();
+}
+
+void GraficoWidget::DescriviGrafico() {
+    if (accessibleName() != descrizione_) return;  // the window has named the graph itself
+    QStringList nomi;
+    for (const Elemento& elemento : elementi_) {
+        if (!elemento.Nome.empty()) nomi.append(InQt(elemento.Nome));
+    }
+    QString descrizione = titolo_.empty() ? nomi.join(QStringLiteral(", ")) : InQt(titolo_);
+    if (!etichettaX_.empty()) {
+        if (!descrizione.isEmpty()) descrizione += QStringLiteral(" / ");
+        descrizione += InQt(etichettaX_);
+    }
+    if (descrizione == descrizione_) return;
+    descrizione_ = descrizione;
+    setAccessibleName(descrizione);
+}
+
+void GraficoWidget::AggiornaFoto() {
+    const double rapporto = devicePixelRatioF();
+    if (!sporco_ && foto_.devicePixelRatio() == rapporto &&
+        foto_.size() == (QSizeF(size()) * rapporto).toSize()) {
+        return;
+    }
+    Dipingi(foto_, rapporto);
+    sporco_ = false;
+    ++ridisegni_;
+    DescriviGrafico();
+}
+
+void GraficoWidget::DisegnaCursore(QPainter& penna) const {
+    const auto x = PixelCursore();
+    if (!x) return;
+    const double rapporto = devicePixelRatioF();
+    const Foglio foglio = Schermo(rapporto);
+    const QColor tinta = InQColor(ColoreLeggibile(cursore_->Tinta, foglio.Sfondo, kContrastoAsse));
+    for (const auto& p : Disposta(rapporto).Pannelli) {
+        QRectF riga = foglio.Verticale(*x, p.Area.top(), p.Area.bottom(), kLarghezzaCursore);
+        // At the left edge it would hide the axis.
+        riga.moveLeft(std::max(riga.left(), p.Area.left()));
+        penna.fillRect(riga, tinta);
+    }
+}
+
+void GraficoWidget::DisegnaZoom(QPainter& penna) const {
+    QColor velo = palette().color(QPalette::Highlight);
+    const Colore bordo = ColoreLeggibile(DaQColor(velo), Sfondo(), kContrastoAsse);
+    velo.setAlphaF(static_cast<float>(kVelo));
+    const QRectF scelto = RettangoloZoom();
+    penna.fillRect(scelto, velo);
+    penna.setPen(QPen(InQColor(bordo), 1.0));
+    penna.setBrush(Qt::NoBrush);
+    penna.drawRect(scelto);
 }
 
 void GraficoWidget::paintEvent(QPaintEvent* evento) {
-    const double rapporto = devicePixelRatioF();
-    const QSize pixel = (QSizeF(size()) * rapporto).toSize();
-    if (sporco_ || cache_.size() != pixel) {
-        if (cache_.size() != pixel) cache_ = QPixmap(pixel);
-        cache_.setDevicePixelRatio(rapporto);
-        QPainter penna(&cache_);
-        Disegna(penna);
-        sporco_ = false;
-        ++ridisegni_;
-    }
+    AggiornaFoto();
+    const double rapporto = foto_.devicePixelRatio();
     QPainter penna(this);
-    penna.setClipRect(evento->rect());
-    penna.drawPixmap(0, 0, cache_);
-    const Disposizione d = cursore_ ? Disponi() : Disposizione{};
-    // At the left edge the cursor would hide the axis.
-    if (const auto x = PixelCursore(); x && *x > d.Pannelli[0].Area.left() + 1.0) {
-        penna.setPen(QPen(InQColor(ColoreLeggibile(cursore_->Tinta, Sfondo(), kContrastoAsse)),
-                          kLarghezzaCursore));
-        for (const auto& p : d.Pannelli) {
-            penna.drawLine(QPointF(*x, p.Area.top()), QPointF(*x, p.Area.bottom()));
-        }
+    for (const QRect& parte : evento->region()) {
+        penna.drawImage(
+            QRectF(parte), foto_,
+            QRectF(QPointF(parte.topLeft()) * rapporto, QSizeF(parte.size()) * rapporto));
     }
-    if (zoom_) {
-        penna.setPen(QPen(InQColor(Inchiostro(kContrastoAsse)), 1.0, Qt::DashLine));
-        penna.setBrush(Qt::NoBrush);
-        penna.drawRect(zoom_->normalized());
+    DisegnaCursore(penna);
+    if (zoom_) DisegnaZoom(penna);
+    if (hasFocus()) {
+        const Colore fuoco = ColoreLeggibile(DaQColor(palette().color(QPalette::Highlight)),
+                                             Sfondo(), kContrastoAsse);
+        const QRectF dentro = QRectF(rect()).adjusted(kFuoco, kFuoco, -kFuoco, -kFuoco);
+        QRegion bordo = QRegion(rect()) - QRegion(dentro.toRect());
+        for (const QRect& lato : bordo) penna.fillRect(lato, InQColor(fuoco));
     }
 }
 

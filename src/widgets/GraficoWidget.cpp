@@ -1,6 +1,7 @@
 #include "widgets/GraficoWidget.h"
 
 #include <QEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
@@ -16,19 +17,9 @@ namespace {
 constexpr int kRiquadriMassimi = 3;
 constexpr double kZoomMinimo = 6.0;  // pixels; less is a click with an unsteady hand
 constexpr double kMezzoCursore = 3.0;
+constexpr std::int32_t kSaltoCursore = 10;  // points, with Ctrl
 
 }  // namespace
-
-GraficoWidget::GraficoWidget(QWidget* parent) : QWidget(parent) {
-    setMouseTracking(true);
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
-
-void GraficoWidget::Sporca() {
-    sporco_ = true;
-    update();
-}
 
 void GraficoWidget::Titolo(const std::string& testo) {
     titolo_ = testo;
@@ -99,7 +90,7 @@ IntervalloGrafico GraficoWidget::LeggiIntervallo() const {
 
 void GraficoWidget::ScalaY(double fattore) {
     // A factor that is none would leave the axis without labels.
-    unico_.Scala = std::isfinite(fattore) && fattore > 0.0 ? fattore : 1.0;
+    unico_.Scala = std::isfinite(fattore) && fattore != 0.0 ? fattore : 1.0;
     Sporca();
 }
 
@@ -149,6 +140,10 @@ void GraficoWidget::CursoreVisibile(bool visibile) {
 
 void GraficoWidget::CursoreX(double x) {
     if (!cursore_) return;
+    if (sporco_) {
+        cursore_->X = x;  // the whole is to be painted anyway
+        return;
+    }
     const auto prima = PixelCursore();
     cursore_->X = x;
     AggiornaCursore(prima);
@@ -194,6 +189,12 @@ void GraficoWidget::AggiornaCursore(const std::optional<double>& prima) {
     }
 }
 
+void GraficoWidget::MettiCursore(double x, double y, std::int32_t indice) {
+    CursoreX(x);
+    CursoreY(y);
+    if (EventoCursore) EventoCursore(x, y, indice);
+}
+
 void GraficoWidget::MuoviCursore(const QPointF& punto) {
     if (!cursore_ || !cursoreAttivo_ || elementi_.empty()) return;
     const QRectF area = AreaDisegno();
@@ -207,9 +208,55 @@ void GraficoWidget::MuoviCursore(const QPointF& punto) {
         x = punti[static_cast<std::size_t>(indice)].X;
         y = punti[static_cast<std::size_t>(indice)].Y;
     }
-    CursoreX(x);
-    CursoreY(y);
-    if (EventoCursore) EventoCursore(x, y, indice);
+    MettiCursore(x, y, indice);
+}
+
+bool GraficoWidget::MuoviConTasto(const QKeyEvent& evento) {
+    if (!cursore_ || !cursoreAttivo_ || modoMouse_ != ModoMouse::Cursore || elementi_.empty()) {
+        return false;
+    }
+    const bool conCtrl = evento.modifiers() == Qt::ControlModifier;
+    if (!conCtrl && (evento.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return false;
+    const auto& punti = elementi_.back().Punti;
+    const auto inVista = [&](const PuntoGrafico& p) { return p.X >= xMin_ && p.X <= xMax_; };
+    const auto primo = std::find_if(punti.begin(), punti.end(), inVista);
+    if (primo == punti.end()) return false;
+    const auto da = static_cast<std::int32_t>(primo - punti.begin());
+    const auto a = static_cast<std::int32_t>(
+        punti.rend() - std::find_if(punti.rbegin(), punti.rend(), inVista) - 1);
+    std::int32_t indice = IndiceDaX(cursore_->X, 1.0);
+    const std::int32_t salto = conCtrl ? kSaltoCursore : 1;
+    switch (evento.key()) {
+        case Qt::Key_Left:
+            indice -= salto;
+            break;
+        case Qt::Key_Right:
+            indice += salto;
+            break;
+        case Qt::Key_Home:
+            indice = da;
+            break;
+        case Qt::Key_End:
+            indice = a;
+            break;
+        default:
+            return false;
+    }
+    indice = std::clamp(indice, da, a);
+    const PuntoGrafico& punto = punti[static_cast<std::size_t>(indice)];
+    MettiCursore(punto.X, cursore_->Modo == ModoCursore::Aggancio ? punto.Y : cursore_->Y, indice);
+    return true;
+}
+
+void GraficoWidget::keyPressEvent(QKeyEvent* evento) {
+    if (zoom_ && evento->key() == Qt::Key_Escape) {
+        zoom_.reset();
+        update();
+        return;
+    }
+    bool preso = false;
+    Protetto([&] { preso = MuoviConTasto(*evento); });
+    if (!preso) QWidget::keyPressEvent(evento);
 }
 
 void GraficoWidget::mouseMoveEvent(QMouseEvent* evento) {
@@ -224,6 +271,11 @@ void GraficoWidget::mouseMoveEvent(QMouseEvent* evento) {
 }
 
 void GraficoWidget::mousePressEvent(QMouseEvent* evento) {
+    if (evento->button() == Qt::RightButton && zoom_) {
+        zoom_.reset();
+        update();
+        return;
+    }
     if (evento->button() != Qt::LeftButton) return;
     if (modoMouse_ == ModoMouse::Zoom) {
         zoom_ = QRectF(evento->position(), QSizeF(0.0, 0.0));
@@ -234,17 +286,38 @@ void GraficoWidget::mousePressEvent(QMouseEvent* evento) {
 
 void GraficoWidget::mouseReleaseEvent(QMouseEvent* evento) {
     if (!zoom_ || evento->button() != Qt::LeftButton) return;
+    Protetto([&] { Ingrandisci(); });
+}
+
+QRectF GraficoWidget::RettangoloZoom() const {
     const QRectF area = AreaDisegno();
-    const QRectF scelto = zoom_->normalized().intersected(area);
+    QRectF scelto = zoom_->normalized();
+    if (!separati_.empty()) {
+        // The panes share nothing but the x axis.
+        scelto.setTop(area.top());
+        scelto.setBottom(AreaDisegno(kRiquadriMassimi - 1).bottom());
+        return scelto.intersected(QRectF(area.topLeft(), QPointF(area.right(), scelto.bottom())));
+    }
+    return scelto.intersected(area);
+}
+
+void GraficoWidget::Ingrandisci() {
+    const QRectF area = AreaDisegno();
+    const QRectF scelto = RettangoloZoom();
     zoom_.reset();
+    update();
     const ScalaPixel x = ScalaX(area);
     const ScalaPixel y{unico_.YMin, unico_.YMax, area.bottom(), area.top()};
-    if (separati_.empty() && scelto.width() >= kZoomMinimo && scelto.height() >= kZoomMinimo &&
-        x.Valida() && y.Valida()) {
-        ImpostaIntervallo(x.Valore(scelto.left()), x.Valore(scelto.right()),
-                          y.Valore(scelto.bottom()), y.Valore(scelto.top()), 0);
+    if (scelto.width() < kZoomMinimo || scelto.height() < kZoomMinimo || !x.Valida()) return;
+    if (separati_.empty()) {
+        if (!y.Valida()) return;
+        unico_.YMin = y.Valore(scelto.bottom());
+        unico_.YMax = y.Valore(scelto.top());
     }
-    update();
+    xMin_ = x.Valore(scelto.left());
+    xMax_ = x.Valore(scelto.right());
+    Sporca();
+    if (EventoZoom) EventoZoom();
 }
 
 void GraficoWidget::changeEvent(QEvent* evento) {
@@ -252,7 +325,7 @@ void GraficoWidget::changeEvent(QEvent* evento) {
         case QEvent::PaletteChange:
         case QEvent::FontChange:
         case QEvent::StyleChange:
-            Sporca();
+            SporcaMisure();
             break;
         default:
             break;

@@ -1,12 +1,14 @@
 #pragma once
 
-#include <QPixmap>
+#include <QImage>
 #include <QWidget>
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include "platform/GraphControl.h"
 #include "widgets/AsseGrafico.h"
+#include "widgets/Tracciatore.h"
 
 namespace lapvane {
 
@@ -21,11 +23,14 @@ struct CursoreGrafico {
 
 /// The graph. It draws into a cached picture at the screen's own resolution and draws that anew
 /// only when something of it has changed; the cursor moves over the cache. Lines and letters keep
-/// their distance from the ground, whatever the palette.
+/// their distance from the ground, whatever the palette. While the cursor is active the keys move
+/// it as well: left and right by one point, with Ctrl by ten, Home and End to the first and the
+/// last point in sight.
 class GraficoWidget : public QWidget, public GraphControl {
     Q_OBJECT
  public:
     explicit GraficoWidget(QWidget* parent = nullptr);
+    ~GraficoWidget() override;
 
     void Titolo(const std::string& testo) override;
     void EtichettaX(const std::string& testo) override;
@@ -61,6 +66,11 @@ class GraficoWidget : public QWidget, public GraphControl {
 
     /// The plot area of a pane, counted from 0 at the top, in the widget's own pixels.
     QRectF AreaDisegno(int riquadro = 0) const;
+    /// The graph without its cursor, as the screen shows it at that many device pixels per pixel.
+    QImage Fotografa(double rapporto) const;
+    /// Draws the graph without its cursor into the rectangle as lines and letters, in black on
+    /// white paper; letters and line widths follow the rectangle's size.
+    void DisegnaSu(QPainter& painter, const QRectF& rect) const;
     /// How often the picture was drawn anew.
     int Ridisegni() const { return ridisegni_; }
 
@@ -73,6 +83,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     void mouseMoveEvent(QMouseEvent* evento) override;
     void mousePressEvent(QMouseEvent* evento) override;
     void mouseReleaseEvent(QMouseEvent* evento) override;
+    void keyPressEvent(QKeyEvent* evento) override;
 
  private:
     struct Elemento {
@@ -90,21 +101,38 @@ class GraficoWidget : public QWidget, public GraphControl {
         double Scala = 1.0;
     };
     struct Disposizione;
+    class Scrittore;
+    struct Foglio;
 
     void Sporca();
-    Disposizione Disponi() const;
+    void SporcaMisure();
     std::vector<Riquadro> Riquadri() const;
     Colore Sfondo() const;
-    Colore Inchiostro(double minimo) const;
-    void Disegna(QPainter& penna) const;
-    void DisegnaRiquadro(QPainter& penna, const Disposizione& d, std::size_t i) const;
-    void DisegnaElementi(QPainter& penna, const Disposizione& d, std::size_t i) const;
-    void DisegnaAsseX(QPainter& penna, const Disposizione& d) const;
-    void DisegnaLegenda(QPainter& penna, const Disposizione& d) const;
+    Foglio Schermo(double rapporto) const;
+    /// The layout for the screen, made anew only when something of it has changed.
+    const Disposizione& Disposta(double rapporto) const;
+    Disposizione Disponi(Foglio& foglio) const;
+    void DisponiLegenda(Foglio& foglio, Disposizione& d, double& alto) const;
+    void Dipingi(QImage& foto, double rapporto) const;
+    void DipingiCurve(QImage& foto, const Foglio& foglio, const Disposizione& d) const;
+    void DisegnaCurve(QPainter& penna, const Foglio& foglio, const Disposizione& d) const;
+    void DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposizione& d) const;
+    void DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Disposizione& d,
+                         std::size_t i) const;
+    void DisegnaAsseX(QPainter& penna, Foglio& foglio, const Disposizione& d) const;
+    void DisegnaLegenda(QPainter& penna, Foglio& foglio, const Disposizione& d) const;
+    void DisegnaCursore(QPainter& penna) const;
+    void DisegnaZoom(QPainter& penna) const;
+    void AggiornaFoto();
+    void DescriviGrafico();
     ScalaPixel ScalaX(const QRectF& area) const;
+    QRectF RettangoloZoom() const;
     std::optional<double> PixelCursore() const;
     void AggiornaCursore(const std::optional<double>& prima);
     void MuoviCursore(const QPointF& punto);
+    bool MuoviConTasto(const QKeyEvent& evento);
+    void MettiCursore(double x, double y, std::int32_t indice);
+    void Ingrandisci();
 
     std::string titolo_;
     std::string etichettaX_;
@@ -123,9 +151,13 @@ class GraficoWidget : public QWidget, public GraphControl {
     bool cursoreAttivo_ = true;
     ModoMouse modoMouse_ = ModoMouse::Cursore;
     std::optional<QRectF> zoom_;  ///< the rectangle that is being drawn
-    QPixmap cache_;
+    QImage foto_;
     bool sporco_ = true;
     int ridisegni_ = 0;
+    QString descrizione_;  ///< accessible name that the graph gave itself
+    mutable std::unique_ptr<Scrittore> scrittore_;
+    mutable std::unique_ptr<Disposizione> disposta_;
+    mutable Tracciatore tracciatore_;
 };
 
 }  // namespace lapvane

@@ -3,8 +3,11 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QWidget>
+#include <vector>
 
 #include "platform/Platform.h"
 
@@ -25,32 +28,52 @@ class CampioneColore : public QWidget {
     Colore colore_ = 0;
 };
 
-/// The controls of one channel, as a row of the channel list's grid. Their object names end in the
-/// channel's number.
+/// The value of a column at the cursor: read-only, bold on yellow while its channel is drawn.
+class CasellaValore : public QLineEdit {
+    Q_OBJECT
+ public:
+    explicit CasellaValore(QWidget* parent = nullptr);
+    void Segna(bool disegnato);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+/// The controls of one column of the log, as a row of the channel list's grid. Their object names
+/// end in the column's number. The time and the distance have a box of the x axis in the place of
+/// chkGrafico, and neither colour nor settings.
 class RigaCanale : public QObject {
     Q_OBJECT
  public:
-    /// Row `riga` of `griglia`, whose widgets belong to `parent`.
-    RigaCanale(int c, QWidget* parent, QGridLayout* griglia, int riga);
+    /// Row `riga` of `griglia`, whose widgets belong to `parent`. `asse` is the name of the box of
+    /// the x axis; empty for a channel.
+    RigaCanale(int c, QWidget* parent, QGridLayout* griglia, int riga, const char* asse = "");
 
     void Mostra(bool visibile);
     void Nome(const QString& nome);
     void Unita(const QString& unita);
-    void ImpostaColore(Colore colore) { shpColor->ImpostaColore(colore); }
-    /// What the scale option is called for those who cannot see it.
-    void NomeScala(const QString& nome);
+    void ImpostaColore(Colore colore);
+    /// The look and the enabling of a channel that is drawn, or of one that is not.
+    void Segna(bool disegnato);
+    /// What the scale option and the settings button are called.
+    void NomiPulsanti(const QString& scala, const QString& impostazioni);
 
-    QCheckBox* chkGrafico;
-    CampioneColore* shpColor;
+    QCheckBox* chkGrafico;  ///< of the time and the distance: the box of the x axis
+    CampioneColore* shpColor = nullptr;
     QLabel* lblNomeCampo;
     QLabel* lblUM;
-    QRadioButton* optScala;
+    CasellaValore* txtValore;
+    QRadioButton* optScala = nullptr;
+    QPushButton* cmdSetGraph = nullptr;
 
  protected:
     bool eventFilter(QObject* oggetto, QEvent* evento) override;
 
  private:
-    QString nomeScala_;
+    std::vector<QWidget*> Tutti() const;
+    void NomiAccessibili();
+
+    QString scala_;
+    QString impostazioni_;
 };
 
 }  // namespace lapvane

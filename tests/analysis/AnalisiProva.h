@@ -73,13 +73,13 @@ class GraficoProva : public GraphControl {
     void ImpostaModoCursore(ModoCursore) override {}
     void ColoreCursore(Colore colore) override { coloreCursore = colore; }
     void CursoreVisibile(bool) override {}
-    void CursoreX(double) override {}
-    double CursoreX() const override { return 0.0; }
+    void CursoreX(double x) override { cursoreX = x; }
+    double CursoreX() const override { return cursoreX; }
     void CursoreY(double) override {}
-    void CursoreAttivo(bool) override {}
-    bool CursoreAttivo() const override { return true; }
-    std::int32_t IndiceDaX(double, double) const override { return 0; }
-    void ImpostaModoMouse(ModoMouse) override {}
+    void CursoreAttivo(bool attivo) override { cursoreAttivo = attivo; }
+    bool CursoreAttivo() const override { return cursoreAttivo; }
+    std::int32_t IndiceDaX(double, double) const override { return indice; }
+    void ImpostaModoMouse(ModoMouse modo) override { modoMouse = modo; }
 
     std::string titolo, etichettaX, etichettaY;
     Colore coloreAsse = 0;
@@ -89,6 +89,10 @@ class GraficoProva : public GraphControl {
     std::vector<ElementoProva> elementi;
     int pulizie = 0;
     int cursori = 0;
+    double cursoreX = 0.0;
+    bool cursoreAttivo = true;
+    std::int32_t indice = 0;  ///< what `IndiceDaX` answers
+    ModoMouse modoMouse = ModoMouse::Cursore;
 
  private:
     ElementoProva prossimo;
@@ -106,7 +110,19 @@ class VistaProva : public VistaAnalisi {
     void SelezionaScala(int c) override { scala = c; }
     void SelezionaScheda(int numero) override { scheda = numero; }
     void TestoScheda(int numero, const std::string& testo) override { schede[numero] = testo; }
+    void Valore(int c, const std::string& testo) override { valori[c] = testo; }
+    void SpuntaAssi(bool tempo, bool distanza) override { assi = {tempo, distanza}; }
     void MostraControlli(bool visibile) override { controlli = visibile; }
+    void AbilitaZoomIn(bool acceso) override { zoomIn = acceso; }
+    void Scorri(const StatoScorri& sx, const StatoScorri& dx) override {
+        scorriSX = sx;
+        scorriDX = dx;
+    }
+    void Lampada(int k, bool accesa) override { lampade[k] = accesa; }
+    void Barra(const StatoBarra& stato) override { barra = stato; }
+    void Rinfresca() override {}
+    void MostraMappa(bool visibile) override { mappa = visibile; }
+    void MarcatoreMappa(int punto) override { marcatore = punto; }
     void MostraGriglia(bool visibile) override { griglia = visibile; }
     void RigheGriglia(int numero) override { righe = numero; }
     void LarghezzaColonna(int, int) override {}
@@ -129,8 +145,13 @@ class VistaProva : public VistaAnalisi {
     }
 
     using Posto = std::pair<int, int>;
-    std::map<int, bool> visibili, segnati;
-    std::map<int, std::string> nomi, unita_, schede;
+    std::map<int, bool> visibili, segnati, lampade;
+    std::map<int, std::string> nomi, unita_, schede, valori;
+    std::pair<bool, bool> assi{true, false};
+    StatoScorri scorriSX, scorriDX;
+    StatoBarra barra;
+    bool zoomIn = true, mappa = false;
+    int marcatore = -1;
     std::map<int, Colore> colori;
     std::map<Posto, std::string> celle;
     std::map<Posto, Colore> sfondi, caratteri;
@@ -143,6 +164,7 @@ class VistaProva : public VistaAnalisi {
 struct RigaLog {
     std::map<int, std::string> Celle;
     int Giro = 1;
+    bool Allarme2 = false;
 };
 
 /// A small log made by hand: time and distance count from the start of each stretch, 10 m a row,
@@ -176,7 +198,8 @@ class LogProva {
     std::string Laterale() const {
         std::string testo = "Time [sec];Distance [m];a;b;c;d;e;f;g;h;\r\n";
         for (const RigaLog& riga : Righe) {
-            testo += riga.Celle.at(1) + ";" + riga.Celle.at(2) + ";1;3;5;7;9;11;13;15;" +
+            testo += riga.Celle.at(1) + ";" + riga.Celle.at(2) +
+                     (riga.Allarme2 ? ";1;4;5;7;9;11;13;15;" : ";1;3;5;7;9;11;13;15;") +
                      TestoNumero(riga.Giro) + "\r\n";
         }
         return testo;

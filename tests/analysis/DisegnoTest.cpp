@@ -56,8 +56,7 @@ TEST_F(DisegnoCanali, ScalesStretchEveryChannelToTheHighestMaximum) {
     EXPECT_EQ(grafico.intervallo.XMin, 0.0);
     EXPECT_EQ(grafico.intervallo.XMax, 1.0);
     EXPECT_DOUBLE_EQ(analisi.PassoSposta, 0.01);
-    analisi.AsseDistanza = true;
-    analisi.CalcolaScale(grafico);
+    analisi.chkDistanza_Click(true);
     EXPECT_EQ(grafico.intervallo.XMax, 100.0) << "10 m a row";
     EXPECT_DOUBLE_EQ(analisi.PassoSposta, 10.0);
 }
@@ -180,8 +179,7 @@ TEST_F(DisegnoCanali, DistanceAxisStaysEmpty) {
     ASSERT_TRUE(Apri(DueGiri()));
     Giro(2);
     analisi.chkGrafico_Click(3, true);
-    analisi.AsseDistanza = true;
-    analisi.CalcolaScale(grafico);
+    analisi.chkDistanza_Click(true);
     analisi.Ridisegna();
     EXPECT_TRUE(grafico.elementi.empty());
     EXPECT_EQ(grafico.etichettaX, Testo(307) + " [m]");
@@ -198,7 +196,7 @@ TEST_F(DisegnoCanali, SeparatePanesTakeTheirOwnScaleAndAreThreeAtMost) {
     EXPECT_EQ(grafico.elementi[1].Scala, 1.0);
     EXPECT_EQ(grafico.intervallo.YMax, 2.2);
     EXPECT_EQ(grafico.etichettaY, Testo(310) + " [bar]");
-    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    macchina.Risposte = {Answer::Ok};
     const int prima = grafico.pulizie;
     analisi.chkGrafico_Click(6, true);
     EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(145));

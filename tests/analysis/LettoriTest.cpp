@@ -150,14 +150,3 @@ TEST(Schema, NamesEveryColumnOfBothFiles) {
               "[run.txt]\r\nColNameHeader=True\r\nFormat=Delimited(;)\r\nMaxScanRows=1\r\n"
               "CharacterSet=ANSI\r\nCol1=F1 Double\r\nCol2=F2 Double\r\nCol3=F3 Integer\r\n");
 }
-
-TEST(Statistiche, StartFromZero) {
-    const std::vector<double> negativi = {-4, -1, -7};
-    const std::vector<double> positivi = {4, 1, 7};
-    EXPECT_EQ(MassimoColonna(negativi), 0.0);
-    EXPECT_EQ(MinimoColonna(negativi), -7.0);
-    EXPECT_EQ(MassimoColonna(positivi), 7.0);
-    EXPECT_EQ(MinimoColonna(positivi), 0.0);
-    EXPECT_EQ(MediaColonna(positivi, 3), 4.0);
-    EXPECT_EQ(MediaColonna({}, 0), 0.0);
-}

@@ -193,7 +193,7 @@ TEST_F(FinestraAnalisi, TabGoesFromTheChannelsToTheLaps) {
     primo->setFocus();
     QTest::keyClick(primo, Qt::Key_Tab);
     EXPECT_EQ(finestra.focusWidget(), Controllo<QCheckBox>("chkGrafico", 4));
-    for (int i = 0; i < 20 && finestra.focusWidget() != Griglia(); ++i) {
+    for (int i = 0; i < 40 && finestra.focusWidget() != Griglia(); ++i) {
         QTest::keyClick(finestra.focusWidget(), Qt::Key_Tab);
     }
     EXPECT_EQ(finestra.focusWidget(), Griglia());

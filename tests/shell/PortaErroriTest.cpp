@@ -44,7 +44,7 @@ TEST(PortaErrori, EveryPhraseThatTheCodeRaisesHasAnItalianForm) {
     PlatformProva macchina;
     IndiceLingua = 0;
     const std::regex frase(
-        R"re("((?:reading|writing|saving|opening|converting|listing|looking|encoding|computing|conversion|number to|text to) ?[a-z][^"]*)")re");
+        R"re("((?:reading|writing|printing|saving|opening|converting|listing|looking|encoding|computing|conversion|number to|text to) ?[a-z][^"]*)")re");
     std::set<std::string> trovate;
     for (const auto& voce :
          std::filesystem::recursive_directory_iterator(std::string(LAPVANE_SOURCE_DIR) + "/src")) {
@@ -56,8 +56,9 @@ TEST(PortaErrori, EveryPhraseThatTheCodeRaisesHasAnItalianForm) {
     }
     EXPECT_GT(trovate.size(), 15u);
     for (const std::string& inglese : trovate) EXPECT_NE(FraseErrore(inglese), inglese);
-    for (const NumeroErrore numero : {NumeroErrore::Subscript, NumeroErrore::FileNotFound,
-                                      NumeroErrore::DiskFull, NumeroErrore::PathAccess}) {
+    for (const NumeroErrore numero :
+         {NumeroErrore::Subscript, NumeroErrore::FileNotFound, NumeroErrore::DiskFull,
+          NumeroErrore::PathAccess, NumeroErrore::PrinterError}) {
         EXPECT_NE(FraseErrore(TestoErrore(numero)), TestoErrore(numero));
     }
 }

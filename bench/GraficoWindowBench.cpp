@@ -1,0 +1,349 @@
+// What the person waits for: the graph's full redraw beside a bare QPainter that strokes the same
+// polylines, a step of the scroll, a move of the cursor, the opening of a full log.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#include "FullLog.h"
+#include "VistaVuota.h"
+#include "analysis/AnalisiDatiSpeed.h"
+#include "platform/qt/QtPlatform.h"
+#include "shell/LoadStrings.h"
+#include "widgets/GraficoWidget.h"
+
+namespace {
+
+using namespace lapvane;
+using namespace lapvane::bench;
+
+constexpr std::size_t kPoints = 500;
+constexpr int kWidth = 1600;
+constexpr int kHeight = 900;
+constexpr double kPen = 1.4;  // pixels of the graph's thinnest line
+constexpr double kYMax = 1000.0;
+constexpr double kSampleStep = 0.1;
+
+enum Data : int { Smooth, Noisy, Rough, Wild, Real };
+
+struct Channel {
+    std::string Name;
+    Colore Tint = 0;
+    std::vector<double> X, Y;  // seconds, and values that reach up to kYMax
+};
+
+Colore Tint(std::size_t c) {
+    constexpr Colore kTints[] = {Rgb(192, 0, 0),   Rgb(255, 128, 0), Rgb(0, 192, 0),
+                                 Rgb(0, 128, 128), Rgb(0, 0, 192),   Rgb(192, 0, 192)};
+    return kTints[c % std::size(kTints)];
+}
+
+/// A channel's rows of the sample run from row 3000 on, stretched to the common maximum.
+std::vector<Channel> SampleChannels(std::size_t rows) {
+    std::ifstream file(std::string(LAPVANE_BIN_DIR) + "/sample/Esempio.csv");
+    std::string line;
+    for (int skipped = 0; skipped < 3000; ++skipped) std::getline(file, line);
+    std::vector<Channel> channels(14);
+    for (std::size_t r = 0; r < rows && std::getline(file, line); ++r) {
+        std::istringstream cells(line);
+        std::string cell;
+        for (std::size_t c = 0; std::getline(cells, cell, ';'); ++c) {
+            if (c < 2) continue;
+            channels[c - 2].X.push_back(static_cast<double>(r) * kSampleStep);
+            channels[c - 2].Y.push_back(cell.empty() ? 0.0 : std::stod(cell));
+        }
+    }
+    if (channels[0].Y.size() != rows) throw std::runtime_error("the sample run is too short");
+    for (Channel& channel : channels) {
+        const double top = *std::max_element(channel.Y.begin(), channel.Y.end());
+        for (double& y : channel.Y) y *= top > 0.0 ? kYMax / top : 1.0;
+    }
+    return channels;
+}
+
+/// Waves; `noise` is the standard deviation in parts of the range.
+std::vector<Channel> WaveChannels(std::size_t number, std::size_t rows, double noise) {
+    std::mt19937 generator(1);
+    std::normal_distribution<double> normal;
+    std::vector<Channel> channels(number);
+    for (std::size_t c = 0; c < number; ++c) {
+        for (std::size_t r = 0; r < rows; ++r) {
+            const double t = static_cast<double>(r) * kSampleStep;
+            const double wave = 0.5 + (0.15 + 0.015 * static_cast<double>(c)) *
+                                          std::sin(t * (0.2 + 0.05 * static_cast<double>(c)) +
+                                                   static_cast<double>(c));
+            channels[c].X.push_back(t);
+            channels[c].Y.push_back(kYMax * (wave + noise * normal(generator)));
+        }
+    }
+    return channels;
+}
+
+std::vector<Channel> Channels(Data data, std::size_t number, std::size_t rows) {
+    std::vector<Channel> channels;
+    switch (data) {
+        case Smooth:
+            channels = WaveChannels(number, rows, 0.0);
+            break;
+        case Noisy:
+            channels = WaveChannels(number, rows, 0.03);
+            break;
+        case Rough:
+            channels = WaveChannels(number, rows, 0.10);
+            break;
+        case Wild:
+            channels = WaveChannels(number, rows, 0.30);  // beyond what any sensor gives
+            break;
+        case Real:
+            channels = SampleChannels(rows);
+            // The sample has fewer channels than a window can show.
+            for (std::size_t c = 0; channels.size() < number; ++c) channels.push_back(channels[c]);
+            channels.resize(number);
+            break;
+    }
+    for (std::size_t c = 0; c < channels.size(); ++c) {
+        channels[c].Name = "Channel " + std::to_string(c + 1);
+        channels[c].Tint = Tint(c);
+    }
+    return channels;
+}
+
+double Milliseconds(const std::chrono::steady_clock::time_point& since) {
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - since)
+        .count();
+}
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+void Window(GraficoWidget& graph, double from, double to) {
+    graph.ImpostaIntervallo(from, to, 0.0, kYMax * 1.1, 0);
+}
+
+void Fill(GraficoWidget& graph, const std::vector<Channel>& channels) {
+    for (const Channel& channel : channels) {
+        graph.ColoreElemento(channel.Tint);
+        graph.SpessoreElemento(1);
+        graph.NomeElemento(channel.Name);
+        graph.DisegnaArray(channel.X, channel.Y, graph.ElementoCorrente(), 1.0, 1, {});
+    }
+}
+
+/// A graph on the screen, in the light palette.
+struct Shown {
+    explicit Shown(const std::vector<Channel>& channels) {
+        QPalette light;
+        light.setColor(QPalette::Base, Qt::white);
+        light.setColor(QPalette::Text, Qt::black);
+        Graph.setPalette(light);
+        Graph.resize(kWidth, kHeight);
+        Graph.EtichettaX("Time [sec]");
+        Graph.EtichettaY("Channel 1 [bar]");
+        Graph.ColoreAsse(Tint(0));
+        Window(Graph, channels[0].X.front(), channels[0].X.back());
+        Fill(Graph, channels);
+        Graph.AggiungiCursore();
+        Graph.CursoreVisibile(true);
+        Graph.show();
+        QApplication::processEvents();
+    }
+    /// Paints at once what is to be painted, on to the window's own store.
+    void Paint() {
+        QEvent update(QEvent::UpdateRequest);
+        QApplication::sendEvent(&Graph, &update);
+    }
+    GraficoWidget Graph;
+};
+
+/// The same polylines at the same places, in the picture's pixels.
+std::vector<QPolygonF> Polylines(const GraficoWidget& graph, const std::vector<Channel>& channels) {
+    const QRectF area = graph.AreaDisegno();
+    const double seconds = channels[0].X.back() - channels[0].X.front();
+    std::vector<QPolygonF> lines;
+    for (const Channel& channel : channels) {
+        QPolygonF line;
+        for (std::size_t n = 0; n < channel.X.size(); ++n) {
+            line.append(
+                QPointF(area.left() + area.width() * (channel.X[n] - channel.X[0]) / seconds,
+                        area.bottom() - area.height() * channel.Y[n] / (kYMax * 1.1)));
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+/// Nothing but a white ground and the lines: as polylines, or segment by segment, which QPainter
+/// draws far faster.
+void Bare(QImage& picture, const std::vector<QPolygonF>& lines, bool segments, double width) {
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (std::size_t c = 0; c < lines.size(); ++c) {
+        painter.setPen(QPen(InQColor(Tint(c)), width));
+        if (!segments) {
+            painter.drawPolyline(lines[c]);
+            continue;
+        }
+        QList<QLineF> pieces;
+        pieces.reserve(lines[c].size());
+        for (qsizetype n = 1; n < lines[c].size(); ++n) {
+            pieces.append(QLineF(lines[c][n - 1], lines[c][n]));
+        }
+        painter.drawLines(pieces);
+    }
+}
+
+/// Both in turn. The time is that of the graph: all of its picture and the copy to the window.
+void Redraw(benchmark::State& state, Data data) {
+    const auto channels = Channels(data, 16, kPoints);
+    Shown shown(channels);
+    const auto lines = Polylines(shown.Graph, channels);
+    QImage picture(kWidth, kHeight, QImage::Format_ARGB32_Premultiplied);
+    std::vector<double> graph, bare, hairline;
+    const int before = shown.Graph.Ridisegni();
+    for (auto _ : state) {
+        shown.Graph.ScalaY(graph.size() % 2 == 0 ? 1.0 : 2.0);
+        auto start = std::chrono::steady_clock::now();
+        shown.Paint();
+        graph.push_back(Milliseconds(start));
+        state.SetIterationTime(graph.back() / 1000.0);
+        start = std::chrono::steady_clock::now();
+        Bare(picture, lines, true, kPen);
+        bare.push_back(Milliseconds(start));
+        start = std::chrono::steady_clock::now();
+        Bare(picture, lines, true, 1.0);
+        hairline.push_back(Milliseconds(start));
+    }
+    if (shown.Graph.Ridisegni() - before != static_cast<int>(graph.size())) {
+        state.SkipWithError("not every repaint was a redraw");
+        return;
+    }
+    state.counters["graph_ms"] = Median(graph);
+    state.counters["bare_ms"] = Median(bare);
+    state.counters["ratio"] = Median(graph) / Median(bare);
+    state.counters["bare_1px_ms"] = Median(hairline);
+    state.counters["ratio_1px"] = Median(graph) / Median(hairline);
+}
+BENCHMARK_CAPTURE(Redraw, Smooth, Smooth)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK_CAPTURE(Redraw, Noisy3Percent, Noisy)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK_CAPTURE(Redraw, Noisy10Percent, Rough)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK_CAPTURE(Redraw, Noisy30Percent, Wild)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK_CAPTURE(Redraw, Real, Real)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+/// The bare lines as whole polylines.
+void BarePolylines(benchmark::State& state, Data data) {
+    const auto channels = Channels(data, 16, kPoints);
+    const Shown shown(channels);
+    const auto lines = Polylines(shown.Graph, channels);
+    QImage picture(kWidth, kHeight, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) Bare(picture, lines, false, kPen);
+}
+BENCHMARK_CAPTURE(BarePolylines, Smooth, Smooth)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BarePolylines, Noisy3Percent, Noisy)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BarePolylines, Real, Real)->Unit(benchmark::kMillisecond);
+
+/// One round of the automatic scroll: all elements anew over a window of 500 points that moves by a
+/// hundredth of its width, the cursor to its left edge, the picture on the screen.
+void ScrollStep(benchmark::State& state) {
+    const auto channels = Channels(Noisy, 8, 20 * kPoints);
+    Shown shown(channels);
+    const double width = static_cast<double>(kPoints) * kSampleStep;
+    std::size_t row = 0;
+    for (auto _ : state) {
+        const double from = static_cast<double>(row) * kSampleStep;
+        shown.Graph.PulisciGrafico();
+        for (const Channel& channel : channels) {
+            shown.Graph.ColoreElemento(channel.Tint);
+            shown.Graph.NomeElemento(channel.Name);
+            Window(shown.Graph, from, from + width);
+            shown.Graph.DisegnaArray(std::span(channel.X).subspan(row, kPoints),
+                                     std::span(channel.Y).subspan(row, kPoints),
+                                     shown.Graph.ElementoCorrente(), 1.0, 1, {});
+        }
+        shown.Graph.CursoreX(from);
+        shown.Paint();
+        row = (row + kPoints / 100) % (19 * kPoints);
+    }
+}
+BENCHMARK(ScrollStep)->Unit(benchmark::kMillisecond);
+
+/// The cursor from one place to another, on the screen.
+void CursorMove(benchmark::State& state) {
+    const auto channels = Channels(Noisy, 16, kPoints);
+    Shown shown(channels);
+    const int before = shown.Graph.Ridisegni();
+    std::size_t n = 0;
+    for (auto _ : state) {
+        n = (n + 170) % kPoints;
+        shown.Graph.CursoreX(channels[0].X[n]);
+        shown.Paint();
+    }
+    if (shown.Graph.Ridisegni() != before) state.SkipWithError("the cursor redrew the curves");
+}
+BENCHMARK(CursorMove)->Unit(benchmark::kMicrosecond);
+
+/// The machine, standing in the folder of the log as after a file dialog.
+class LogPlatform : public QtPlatform {
+ public:
+    LogPlatform() { SetPlatform(this); }
+    std::filesystem::path CurDir() override { return Log().Folder; }
+};
+
+/// From the file's name to the first lap on the screen with four channels ticked.
+void OpenLog(benchmark::State& state) {
+    Log();
+    const PrincipaleVuota mainWindow;
+    std::vector<double> open, bare;
+    for (auto _ : state) {
+        auto start = std::chrono::steady_clock::now();
+        {
+            GraficoWidget graph, overview;
+            graph.resize(kWidth, kHeight);
+            VistaVuota view;
+            AnalisiDatiSpeed analysis(view, graph, overview);
+            for (const std::size_t c : {3U, 4U, 5U, 6U}) analysis.chkGrafico[c] = true;
+            analysis.NumCanaliAttivi = 4;
+            analysis.NomeFileDati = Log().Csv();
+            const bool opened = analysis.Carica();
+            graph.show();
+            QApplication::processEvents();
+            if (!opened || analysis.NumRighe != kRows || graph.ElementoCorrente() != 5 ||
+                graph.Ridisegni() == 0) {
+                state.SkipWithError("the log is not on the screen");
+                return;
+            }
+            open.push_back(Milliseconds(start));
+        }
+        state.SetIterationTime(open.back() / 1000.0);
+        start = std::chrono::steady_clock::now();
+        benchmark::DoNotOptimize(BarePass(Log().Csv()) + BarePass(Log().Side()));
+        bare.push_back(Milliseconds(start));
+    }
+    state.counters["open_ms"] = Median(open);
+    state.counters["bare_ms"] = Median(bare);
+    state.counters["ratio"] = Median(open) / Median(bare);
+}
+BENCHMARK(OpenLog)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    LogPlatform machine;
+    CaricaTesti();
+    CalcolaBaseTesti();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

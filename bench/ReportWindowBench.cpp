@@ -1,0 +1,97 @@
+// The lap report at its largest: shown, sorted and printed into a PDF file.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+#include "analysis/frmAnalisiDatiSpeed.h"
+#include "platform/qt/QtPlatform.h"
+#include "platform/qt/QtPrinter.h"
+#include "reports/DatiSessione.h"
+#include "reports/StampaReport.h"
+#include "reports/dlgReportGiri.h"
+#include "shell/LoadStrings.h"
+#include "shell/Utility.h"
+#include "widgets/Tabella.h"
+
+namespace {
+
+using namespace lapvane;
+
+constexpr int kLaps = kGiriMassimi - 1;  // lap index 1 is no lap
+
+/// The program around the dialogs.
+struct Program {
+    Program() {
+        if (QApplication::instance() == nullptr) {
+            if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+                qputenv("QT_QPA_PLATFORM", "offscreen");
+            static int argc = 1;
+            static char name[] = "bench";
+            static char* argv[] = {name, nullptr};
+            new QApplication(argc, argv);  // lives as long as the process
+        }
+        static QtPlatform machine;
+        SetPlatform(&machine);
+        CaricaTesti();
+        DatiSessione.LunghTracciato = "4909";
+    }
+};
+
+/// A window whose analysis has all the laps that it can hold.
+struct FullReport : Program {
+    FullReport() {
+        AnalisiDati& analysis = Window.Analisi();
+        analysis.NumGiri = kLaps;
+        for (int lap = 1; lap <= kLaps; ++lap) {
+            const auto i = static_cast<std::size_t>(lap) + 1;
+            analysis.TempiGiro[i][1] = CentesimiInTempo(8000 + lap * 7919 % 500);
+            analysis.TempiSessione[i] = "1";
+        }
+    }
+    frmAnalisiDatiSpeed Window;
+};
+
+void ShowReport(benchmark::State& state) {
+    FullReport report;
+    for (auto _ : state) {
+        dlgReportGiri dialog(report.Window.Analisi());
+        dialog.show();
+        benchmark::DoNotOptimize(dialog.grab());
+    }
+}
+BENCHMARK(ShowReport)->Unit(benchmark::kMillisecond);
+
+void SortReport(benchmark::State& state) {
+    FullReport report;
+    dlgReportGiri dialog(report.Window.Analisi());
+    dialog.show();
+    auto* const grid = dialog.findChild<Tabella*>();
+    int column = 1;
+    for (auto _ : state) {
+        grid->Ordina(column = 3 - column);
+        benchmark::DoNotOptimize(dialog.grab());
+    }
+}
+BENCHMARK(SortReport)->Unit(benchmark::kMillisecond);
+
+void PrintReport(benchmark::State& state) {
+    const Program program;
+    std::vector<RigaReport> laps;
+    for (int lap = 1; lap <= 999; ++lap) {
+        laps.push_back({"1", std::to_string(lap), CentesimiInTempo(8000 + lap), "123.456"});
+    }
+    const auto file = std::filesystem::temp_directory_path() / "lapvane-report-bench.pdf";
+    for (auto _ : state) {
+        QtPrinter printer(file);
+        StampaReport(printer, laps);
+    }
+    if (!std::filesystem::exists(file)) throw std::runtime_error("nothing was printed");
+    state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(file));
+    std::filesystem::remove(file);
+}
+BENCHMARK(PrintReport)->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,69 @@
+#include "analysis/TabellaFoglio.h"
+
+#include <limits>
+
+#include "analysis/LettoreDati.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kPassiAvanzamento = 100;
+
+}  // namespace
+
+void TabellaFoglio::CaricaFile(Piano piano, std::string_view testo,
+                               const EventoAvanzamento& avanzamento) {
+    FoglioDati& foglio = Foglio(piano);
+    foglio = {};
+    if (testo.empty()) return;
+    LettoreDati lettore(testo);
+    std::string_view titolo = lettore.Titolo();
+    const auto colonne = std::count(titolo.begin(), titolo.end(), ';') + 1;
+    foglio.NumeroColonne = static_cast<std::int16_t>(
+        std::min<std::ptrdiff_t>(colonne, std::numeric_limits<std::int16_t>::max()));
+    const std::int32_t record = lettore.NumeroRecord();
+    foglio.Righe = record + 1;
+    std::vector<double*> destinazioni;
+    for (int c = 1; c <= std::min<int>(foglio.NumeroColonne, kUltimoCanale); ++c) {
+        const std::size_t fine = std::min(titolo.find(';'), titolo.size());
+        foglio.Titoli.emplace_back(titolo.substr(0, fine));
+        titolo.remove_prefix(std::min(fine + 1, titolo.size()));
+        foglio.Colonne.emplace_back(static_cast<std::size_t>(record), 0.0);
+        destinazioni.push_back(foglio.Colonne.back().data());
+    }
+    const std::int32_t passo = std::max(1, record / kPassiAvanzamento);
+    for (std::int32_t riga = 0; riga < record && lettore.LeggiRiga(destinazioni, riga); ++riga) {
+        if (riga % passo == 0 && avanzamento) {
+            avanzamento(static_cast<int>(std::int64_t{riga} * 100 / record));
+        }
+    }
+}
+
+std::span<const double> TabellaFoglio::Colonna(int colonna, Piano piano) const {
+    const auto& colonne = Foglio(piano).Colonne;
+    if (colonna < 1 || colonna > static_cast<int>(colonne.size())) return {};
+    return colonne[static_cast<std::size_t>(colonna - 1)];
+}
+
+std::string TabellaFoglio::Titolo(int colonna, Piano piano) const {
+    const auto& titoli = Foglio(piano).Titoli;
+    if (colonna < 1 || colonna > static_cast<int>(titoli.size())) return {};
+    return titoli[static_cast<std::size_t>(colonna - 1)];
+}
+
+double MassimoCelle(std::span<const double> celle) {
+    if (celle.empty()) return 0.0;
+    double massimo = celle.front();
+    for (const double cella : celle) massimo = cella > massimo ? cella : massimo;
+    return massimo;
+}
+
+double MinimoCelle(std::span<const double> celle) {
+    if (celle.empty()) return 0.0;
+    double minimo = celle.front();
+    for (const double cella : celle) minimo = cella < minimo ? cella : minimo;
+    return minimo;
+}
+
+}  // namespace lapvane

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/TabellaDati.h"
+
+namespace lapvane {
+
+/// The table in the manner of a spreadsheet: each file is a sheet whose heading is row 1 and whose
+/// first sample is row 2. Lines may be of different lengths; a cell that a line lacks is 0.
+class TabellaFoglio : public TabellaDati {
+ public:
+    /// Percentage of the file that has been read.
+    using EventoAvanzamento = std::function<void(int)>;
+
+    /// Reads the text of a delimited file into the sheet of a plane, over what was there. Columns
+    /// beyond the twentieth count and are not held. Throws std::bad_alloc.
+    void CaricaFile(Piano piano, std::string_view testo, const EventoAvanzamento& avanzamento);
+
+    std::span<const double> Colonna(int colonna, Piano piano) const override;
+    std::int32_t PrimaRiga() const override { return 2; }
+    /// Rows of the data file, its heading among them; 0 for an empty file.
+    std::int32_t NumeroRighe() const override { return Foglio(Piano::Dati).Righe; }
+    /// Columns that the heading of a sheet has; 32767 at most.
+    std::int16_t NumeroColonne(Piano piano) const { return Foglio(piano).NumeroColonne; }
+    /// Row 1 of a column; empty for one that the sheet lacks.
+    std::string Titolo(int colonna, Piano piano) const;
+
+ private:
+    struct FoglioDati {
+        std::vector<std::vector<double>> Colonne;
+        std::vector<std::string> Titoli;
+        std::int16_t NumeroColonne = 0;
+        std::int32_t Righe = 0;
+    };
+
+    FoglioDati& Foglio(Piano piano) { return fogli_[static_cast<std::size_t>(piano)]; }
+    const FoglioDati& Foglio(Piano piano) const { return fogli_[static_cast<std::size_t>(piano)]; }
+
+    std::array<FoglioDati, 2> fogli_;
+};
+
+/// Highest and lowest value of a range of cells, from its first cell on; 0 for an empty range.
+double MassimoCelle(std::span<const double> celle);
+double MinimoCelle(std::span<const double> celle);
+
+}  // namespace lapvane

@@ -1,0 +1,237 @@
+#include "analysis/frmAnalisi.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QScreen>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "platform/qt/QtPlatform.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
+#include "shell/Protetto.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kTestoScala = 46;          // "graph scale"
+constexpr int kTestoImpostazioni = 240;  // "graph settings"
+constexpr int kTestoSposta = 204;        // "move through the lap"
+constexpr int kTestoScorri = 224;        // "automatic scroll"
+constexpr int kPrimoTestoAllarme = 274;
+constexpr int kTestoLegenda = 282;
+constexpr int kMargine = 8;
+
+/// A place of the splitter whose content keeps its room while it is hidden.
+QWidget* Posto(QWidget* contenuto) {
+    QSizePolicy regola = contenuto->sizePolicy();
+    regola.setRetainSizeWhenHidden(true);
+    contenuto->setSizePolicy(regola);
+    auto* posto = new QWidget;
+    auto* colonna = new QVBoxLayout(posto);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->addWidget(contenuto);
+    return posto;
+}
+
+}  // namespace
+
+frmAnalisi::frmAnalisi(const char* nome, const Fabbrica& fabbrica, QWidget* parent)
+    : QDialog(parent, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                          Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint) {
+    setObjectName(QString::fromLatin1(nome));
+    setModal(true);
+    CalcolaBaseTesti();
+    Disponi();
+    analisi_ = fabbrica(*this, *NTGraph1_, *NTGraphAll_);
+    Collega();
+}
+
+void frmAnalisi::Disponi() {
+    auto* divisore = new QSplitter(Qt::Horizontal, this);
+    divisore->setObjectName(QStringLiteral("divisore"));
+    divisore->setChildrenCollapsible(false);
+    divisore->setHandleWidth(kMargine);
+    divisore->addWidget(CreaMisure());
+    divisore->addWidget(CreaSchede());
+    divisore->addWidget(CreaGiri());
+    // The graph takes what the window gains.
+    divisore->setStretchFactor(0, 0);
+    divisore->setStretchFactor(1, 1);
+    divisore->setStretchFactor(2, 0);
+
+    Toolbar1_ = CreaBarra();
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(kMargine, 0, kMargine, kMargine);
+    colonna->setSpacing(kMargine / 2);
+    colonna->addWidget(Toolbar1_);
+    colonna->addWidget(divisore, 1);
+
+    const QSize schermo = screen() != nullptr ? screen()->availableSize() : QSize(1366, 768);
+    resize(QSize(1340, 700).boundedTo(schermo));
+}
+
+QWidget* frmAnalisi::CreaMisure() {
+    misure_ = new QScrollArea;
+    misure_->setWidgetResizable(true);
+    misure_->setFrameShape(QFrame::NoFrame);
+    misure_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    misure_->setFocusPolicy(Qt::NoFocus);
+    fraMisure_ = new QFrame;
+    fraMisure_->setObjectName(QStringLiteral("fraMisure"));
+    fraMisure_->setBackgroundRole(QPalette::Base);
+    fraMisure_->setAutoFillBackground(true);
+    auto* griglia = new QGridLayout(fraMisure_);
+    griglia->setContentsMargins(kMargine, kMargine, kMargine, kMargine);
+    griglia->setColumnStretch(2, 1);
+    griglia->setRowStretch(kNumCanali, 1);
+    griglia->setHorizontalSpacing(6);
+    griglia->setVerticalSpacing(0);
+    optScala_ = new QButtonGroup(this);
+    for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) {
+        const char* const asse = c == kColonnaTempo      ? "chkTempo"
+                                 : c == kColonnaDistanza ? "chkDistanza"
+                                                         : "";
+        auto* riga = new RigaCanale(c, fraMisure_, griglia, c - 1, asse);
+        righe_[static_cast<std::size_t>(c)] = riga;
+        if (riga->optScala != nullptr) optScala_->addButton(riga->optScala, c);
+    }
+    righe_[kColonnaTempo]->chkGrafico->setChecked(true);
+    misure_->setWidget(fraMisure_);
+    return misure_;
+}
+
+QWidget* frmAnalisi::CreaSchede() {
+    NTGraph1_ = new GraficoWidget;
+    NTGraph1_->setObjectName(QStringLiteral("NTGraph1"));
+    NTGraphAll_ = new GraficoWidget;
+    NTGraphAll_->setObjectName(QStringLiteral("NTGraphAll"));
+    fraLegendaAllarmi_ = new LegendaAllarmi({kColoriAllarmi.begin(), kColoriAllarmi.end()});
+    auto* panoramica = new QWidget;
+    auto* riga = new QHBoxLayout(panoramica);
+    riga->setContentsMargins(0, 0, 0, 0);
+    riga->addWidget(NTGraphAll_, 1);
+    riga->addWidget(fraLegendaAllarmi_);
+    SSTab1_ = new QTabWidget;
+    SSTab1_->setObjectName(QStringLiteral("SSTab1"));
+    SSTab1_->setDocumentMode(true);
+    SSTab1_->addTab(NTGraph1_, QString());
+    SSTab1_->addTab(panoramica, QString());
+    navigazione_ = new BarraNavigazione;
+    auto* insieme = new QWidget;
+    auto* colonna = new QVBoxLayout(insieme);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(0);
+    colonna->addWidget(Posto(SSTab1_), 1);
+    colonna->addWidget(Posto(navigazione_));
+    return insieme;
+}
+
+QWidget* frmAnalisi::CreaGiri() {
+    MSFlexGrid1_ = new GrigliaGiri;
+    MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
+    MSFlexGrid1_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+    return MSFlexGrid1_;
+}
+
+void frmAnalisi::Collega() {
+    AnalisiDati& a = *analisi_;
+    connect(MSFlexGrid1_, &GrigliaGiri::CellaScelta, this,
+            [&a](int riga, int colonna) { Protetto([&] { a.MSFlexGrid1_Click(riga, colonna); }); });
+    connect(Riga(kColonnaTempo)->chkGrafico, &QCheckBox::clicked, this,
+            [&a](bool spuntato) { Protetto([&] { a.chkTempo_Click(spuntato); }); });
+    connect(Riga(kColonnaDistanza)->chkGrafico, &QCheckBox::clicked, this,
+            [&a](bool spuntato) { Protetto([&] { a.chkDistanza_Click(spuntato); }); });
+    for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
+        RigaCanale* const riga = Riga(c);
+        connect(riga->chkGrafico, &QCheckBox::toggled, this,
+                [&a, c](bool spuntato) { Protetto([&] { a.chkGrafico_Click(c, spuntato); }); });
+        connect(riga->optScala, &QRadioButton::clicked, this,
+                [&a, c] { Protetto([&] { a.optScala_Click(c); }); });
+        connect(riga->cmdSetGraph, &QPushButton::clicked, this,
+                [this, c] { Protetto([&] { Impostazioni(c); }); });
+    }
+    connect(SSTab1_, &QTabWidget::currentChanged, this, [&a](int scheda) {
+        if (scheda >= 0) Protetto([&] { a.SSTab1_Click(scheda); });
+    });
+    connect(navigazione_, &BarraNavigazione::Zoom, this,
+            [&a](double ampiezza) { Protetto([&] { a.cmdZoom_Click(ampiezza); }); });
+    connect(navigazione_, &BarraNavigazione::Sposta, this,
+            [&a](int passi) { Protetto([&] { a.cmdSposta_Click(passi); }); });
+    connect(navigazione_, &BarraNavigazione::ScorriPremuto, this, [&a](int verso) {
+        Protetto([&] { a.cmdScorri_Click(verso < 0 ? Verso::SX : Verso::DX); });
+    });
+    NTGraph1_->EventoCursore = [&a](double, double, std::int32_t i) { a.EventoCursore(i); };
+    NTGraph1_->EventoZoom = [&a] { a.EventoZoom(); };
+    NTGraphAll_->EventoCursore = [&a](double, double, std::int32_t i) {
+        a.EventoCursoreAllarmi(i);
+    };
+}
+
+RigaCanale* frmAnalisi::Riga(int c) {
+    return c < kColonnaTempo || c > kUltimoCanale ? nullptr : righe_[static_cast<std::size_t>(c)];
+}
+
+bool frmAnalisi::Carica() {
+    setWindowTitle(PercorsoInQt(NomeFileDati.filename()));
+    analisi_->NomeFileDati = NomeFileDati;
+    RefreshLanguage();
+    caricata_ = analisi_->Carica();
+    if (!caricata_) return false;
+    AdattaMisure();
+    return true;
+}
+
+void frmAnalisi::AdattaMisure() {
+    // The list is never narrower than its texts, and scrolls only up and down.
+    const int barra = misure_->verticalScrollBar()->sizeHint().width();
+    misure_->setMinimumWidth(fraMisure_->minimumSizeHint().width() + barra);
+}
+
+void frmAnalisi::Apri() {
+    if (!Carica()) return;
+    setWindowState(windowState() | Qt::WindowMaximized);
+    exec();
+}
+
+void frmAnalisi::RefreshLanguage() {
+    analisi_->RefreshLanguage();
+    for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) {
+        Riga(c)->NomiPulsanti(InQt(Testo(kTestoScala)), InQt(Testo(kTestoImpostazioni)));
+    }
+    navigazione_->Nomi(InQt(Testo(kTestoSposta)), InQt(Testo(kTestoScorri)));
+    fraLegendaAllarmi_->setTitle(InQt(Testo(kTestoLegenda)));
+    for (int k = 0; k < kNumAllarmi; ++k) {
+        fraLegendaAllarmi_->Nome(k, InQt(Testo(kPrimoTestoAllarme + k)));
+    }
+    NTGraph1_->setAccessibleName(InQt(Testo(273)));
+    NTGraphAll_->setAccessibleName(InQt(Testo(91)));
+    NomiBarra();
+    AdattaMisure();
+}
+
+bool frmAnalisi::event(QEvent* evento) {
+    // A change of language shows the next time the window gets the focus.
+    if (evento->type() == QEvent::WindowActivate && caricata_ && !scaricata_) {
+        Protetto([this] { RefreshLanguage(); });
+    }
+    return QDialog::event(evento);
+}
+
+void frmAnalisi::reject() {
+    // Esc and the close box take the road of the close command.
+    Protetto([this] { analisi_->ChiudiAnalisi(); });
+}
+
+void frmAnalisi::done(int esito) {
+    if (!scaricata_) {
+        scaricata_ = true;
+        Protetto([this] { analisi_->Form_Unload(); });
+    }
+    QDialog::done(esito);
+}
+
+}  // namespace lapvane

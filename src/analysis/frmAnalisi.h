@@ -1,0 +1,127 @@
+#pragma once
+
+#include <QButtonGroup>
+#include <QDialog>
+#include <QFrame>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QToolButton>
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "analysis/AnalisiDati.h"
+#include "widgets/BarraNavigazione.h"
+#include "widgets/GraficoWidget.h"
+#include "widgets/GrigliaGiri.h"
+#include "widgets/LegendaAllarmi.h"
+#include "widgets/RigaCanale.h"
+
+namespace lapvane {
+
+/// What the two analysis windows are: channels on the left, graph and alarm overview in the middle,
+/// laps and track map on the right, the commands on top. Which analysis stands behind it is the
+/// choice of the derived window.
+class frmAnalisi : public QDialog, private VistaAnalisi {
+    Q_OBJECT
+ public:
+    /// The log to open; set before `Apri`.
+    std::filesystem::path NomeFileDati;
+
+    /// Loads the log, then shows the window modally until it is closed. A log whose side file is
+    /// missing is reported and never shown.
+    void Apri();
+    /// Only the load; false if the window closed itself.
+    bool Carica();
+    /// All texts in the language of now.
+    void RefreshLanguage();
+
+    AnalisiDati& Analisi() { return *analisi_; }
+
+    void done(int esito) override;
+    void reject() override;
+
+ protected:
+    using Fabbrica =
+        std::function<std::unique_ptr<AnalisiDati>(VistaAnalisi&, GraphControl&, GraphControl&)>;
+    /// Makes the analysis that stands behind a window.
+    template <class A>
+    static std::unique_ptr<AnalisiDati> Crea(VistaAnalisi& vista, GraphControl& grafico,
+                                             GraphControl& panoramica) {
+        return std::make_unique<A>(vista, grafico, panoramica);
+    }
+    frmAnalisi(const char* nome, const Fabbrica& fabbrica, QWidget* parent);
+
+    bool event(QEvent* evento) override;
+
+ private:
+    // What the analysis asks of its window.
+    void MostraCanale(int c, bool visibile) override;
+    void NomeCampo(int c, const std::string& nome) override;
+    void UnitaCampo(int c, const std::string& unita) override;
+    void ColoreCanale(int c, Colore colore) override;
+    void SegnaCanale(int c, bool spuntato) override;
+    void Valore(int c, const std::string& testo) override;
+    void SelezionaScala(int c) override;
+    void SelezionaScheda(int scheda) override;
+    void TestoScheda(int scheda, const std::string& testo) override;
+    void SpuntaAssi(bool tempo, bool distanza) override;
+    void MostraControlli(bool visibile) override;
+    void AbilitaZoomIn(bool acceso) override;
+    void Scorri(const StatoScorri& sinistra, const StatoScorri& destra) override;
+    void Lampada(int k, bool accesa) override;
+    void Barra(const StatoBarra& stato) override;
+    void Rinfresca() override;
+    void MostraMappa(bool visibile) override;
+    void MarcatoreMappa(int punto) override;
+    void MostraGriglia(bool visibile) override;
+    void RigheGriglia(int righe) override;
+    void LarghezzaColonna(int colonna, int twip) override;
+    void Cella(int riga, int colonna, const std::string& testo) override;
+    void SfondoCella(int riga, int colonna, Colore colore) override;
+    void CaratteriCella(int riga, int colonna, Colore colore) override;
+    void CellaCorrente(int riga, int colonna) override;
+    void SegnaGiro(int riga) override;
+    void Scarica() override;
+
+    // frmAnalisi.cpp: how it is laid out.
+    void Disponi();
+    QWidget* CreaMisure();
+    QWidget* CreaSchede();
+    QWidget* CreaGiri();
+    void AdattaMisure();
+    void Collega();
+    RigaCanale* Riga(int c);
+
+    // frmAnalisiBarra.cpp: the tool bar and the dialogs that it opens.
+    QToolBar* CreaBarra();
+    void Esegui(const std::string& chiave);
+    void NomiBarra();
+    void Impostazioni(int c);
+    void MostraStatistiche();
+    void MostraStatisticheMisure();
+    void MostraReport();
+    void StampaGrafico();
+
+    QScrollArea* misure_ = nullptr;
+    QFrame* fraMisure_ = nullptr;
+    QTabWidget* SSTab1_ = nullptr;
+    QToolBar* Toolbar1_ = nullptr;
+    std::map<std::string, QToolButton*> chiavi_;
+    GraficoWidget* NTGraph1_ = nullptr;
+    GraficoWidget* NTGraphAll_ = nullptr;
+    LegendaAllarmi* fraLegendaAllarmi_ = nullptr;
+    BarraNavigazione* navigazione_ = nullptr;
+    GrigliaGiri* MSFlexGrid1_ = nullptr;
+    QButtonGroup* optScala_ = nullptr;
+    std::array<RigaCanale*, kNumCanali> righe_{};
+    std::unique_ptr<AnalisiDati> analisi_;
+    bool caricata_ = false;
+    bool scaricata_ = false;
+};
+
+}  // namespace lapvane

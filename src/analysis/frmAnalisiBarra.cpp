@@ -1,0 +1,125 @@
+// The tool bar of an analysis window and the dialogs that it opens.
+#include "analysis/frmAnalisi.h"
+#include "platform/qt/TestoQt.h"
+#include "reports/dlgReportGiri.h"
+#include "reports/dlgSetGraph.h"
+#include "reports/dlgStatistiche.h"
+#include "reports/dlgStatisticheMisure.h"
+#include "shell/LoadStrings.h"
+#include "shell/Protetto.h"
+#include "widgets/Icone.h"
+#include "widgets/Stampante.h"
+
+namespace lapvane {
+
+namespace {
+
+/// One key of the tool bar.
+struct Chiave {
+    const char* Nome;
+    int Testo;          ///< of its tool tip
+    bool Interruttore;  ///< it stays pressed
+    bool Gruppo;        ///< a space stands before it
+};
+
+constexpr std::array<Chiave, 11> kChiavi = {{{"ChiudiGrafico", 40, false, false},
+                                             {"Statistiche", 116, false, true},
+                                             {"StatisticheMisure", 186, false, false},
+                                             {"ReportGiri", 115, false, false},
+                                             {"Sovrapposti", 38, true, true},
+                                             {"Separati", 39, true, false},
+                                             {"SetZoom", 192, true, false},
+                                             {"DimOriginali", 325, false, false},
+                                             {"Stampa", 191, false, true},
+                                             {"Circuito", 214, true, false},
+                                             {"DatiSessione", 215, false, false}}};
+
+constexpr int kLatoIcona = 24;
+
+}  // namespace
+
+QToolBar* frmAnalisi::CreaBarra() {
+    auto* barra = new QToolBar(this);
+    barra->setObjectName(QStringLiteral("Toolbar1"));
+    barra->setIconSize(QSize(kLatoIcona, kLatoIcona));
+    for (const Chiave& chiave : kChiavi) {
+        if (chiave.Gruppo) barra->addSeparator();
+        auto* pulsante = new QToolButton(barra);
+        pulsante->setObjectName(QStringLiteral("Toolbar1_") + QString::fromLatin1(chiave.Nome));
+        pulsante->setIcon(Icona(chiave.Nome));
+        pulsante->setAutoRaise(true);
+        pulsante->setCheckable(chiave.Interruttore);
+        pulsante->setFocusPolicy(Qt::TabFocus);
+        const std::string nome = chiave.Nome;
+        connect(pulsante, &QToolButton::clicked, this,
+                [this, nome] { Protetto([&] { Esegui(nome); }); });
+        barra->addWidget(pulsante);
+        chiavi_[nome] = pulsante;
+    }
+    chiavi_.at("Sovrapposti")->setChecked(true);
+    return barra;
+}
+
+void frmAnalisi::NomiBarra() {
+    for (const Chiave& chiave : kChiavi) {
+        QToolButton* const pulsante = chiavi_.at(chiave.Nome);
+        pulsante->setToolTip(InQt(Testo(chiave.Testo)));
+        pulsante->setAccessibleName(pulsante->toolTip());
+    }
+}
+
+void frmAnalisi::Esegui(const std::string& chiave) {
+    using Azione = void (*)(frmAnalisi&);
+    static const std::map<std::string, Azione> kAzioni = {
+        {"ChiudiGrafico", [](frmAnalisi& f) { f.analisi_->ChiudiAnalisi(); }},
+        {"Statistiche", [](frmAnalisi& f) { f.MostraStatistiche(); }},
+        {"StatisticheMisure", [](frmAnalisi& f) { f.MostraStatisticheMisure(); }},
+        {"ReportGiri", [](frmAnalisi& f) { f.MostraReport(); }},
+        {"Sovrapposti", [](frmAnalisi& f) { f.analisi_->Sovrapposti_Click(); }},
+        {"Separati", [](frmAnalisi& f) { f.analisi_->Separati_Click(); }},
+        {"SetZoom", [](frmAnalisi& f) { f.analisi_->SetZoom_Click(); }},
+        {"DimOriginali", [](frmAnalisi& f) { f.analisi_->DimOriginali_Click(); }},
+        {"Stampa", [](frmAnalisi& f) { f.StampaGrafico(); }},
+    };
+    if (const auto azione = kAzioni.find(chiave); azione != kAzioni.end()) azione->second(*this);
+}
+
+void frmAnalisi::Impostazioni(int c) {
+    analisi_->cmdSetGraph_Click(c, [this, c] {
+        dlgSetGraph dialogo(*analisi_, this);
+        dialogo.NumeroCanale = static_cast<std::int16_t>(c);
+        dialogo.exec();
+    });
+}
+
+void frmAnalisi::MostraStatistiche() {
+    if (!analisi_->CiSonoGiri()) return;
+    analisi_->CalcolaStatistiche();
+    dlgStatistiche(*analisi_, this).exec();
+}
+
+void frmAnalisi::MostraStatisticheMisure() {
+    if (analisi_->CiSonoGiri()) dlgStatisticheMisure(*analisi_, this).exec();
+}
+
+void frmAnalisi::MostraReport() {
+    if (analisi_->CiSonoGiri()) dlgReportGiri(*analisi_, this).exec();
+}
+
+void frmAnalisi::StampaGrafico() {
+    const bool panoramica = SSTab1_->currentIndex() == 1;
+    std::vector<std::string> canali;
+    for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
+        const auto i = static_cast<std::size_t>(c);
+        if (analisi_->chkGrafico[i]) canali.push_back(analisi_->NomeCampo[i]);
+    }
+    const auto stampante =
+        ScegliStampante(Testo(191), NomeFileDati.stem().concat(".pdf"), QPageLayout::Landscape);
+    if (!stampante) return;
+    const GraficoWidget& grafico = panoramica ? *NTGraphAll_ : *NTGraph1_;
+    StampaControllo(
+        *stampante, panoramica ? TestiGraficoAllarmi() : TestiGraficoCanali(canali),
+        [&grafico](QPainter& penna, const QRectF& area) { grafico.DisegnaSu(penna, area); });
+}
+
+}  // namespace lapvane

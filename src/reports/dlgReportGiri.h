@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "analysis/AnalisiDati.h"
+#include "platform/qt/QtPrinter.h"
+#include "reports/StampaReport.h"
+
+namespace lapvane {
+
+class Tabella;
+
+/// All laps of the log, to be sorted and printed.
+class dlgReportGiri : public QDialog {
+    Q_OBJECT
+ public:
+    explicit dlgReportGiri(const AnalisiDati& analisi, QWidget* parent = nullptr);
+
+    /// Opens the printer; null when the user cancels. At first the system's default printer or a
+    /// PDF file.
+    std::function<std::unique_ptr<QtPrinter>()> ApriStampante;
+
+ private:
+    void Stampa();
+
+    Tabella* MSFlexGrid1_ = nullptr;
+    std::vector<RigaReport> giri_;  ///< lap 1 first, whatever the grid's order
+};
+
+}  // namespace lapvane

@@ -1,0 +1,218 @@
+#include "reports/dlgSetGraph.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "platform/Platform.h"
+#include "platform/qt/QtPlatform.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Protetto.h"
+#include "widgets/Mnemonica.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kSpessoreMassimo = 6;
+constexpr int kTestoNumeroErrato = 262;
+
+/// The leading number of a text, with a point or a comma as separator.
+double NumeroIniziale(const QString& testo) {
+    const std::string t = DaQt(testo.trimmed());
+    return CampoNumerico(t.data(), t.data() + t.size());
+}
+
+}  // namespace
+
+void PulsanteColore::ImpostaColore(Colore colore) {
+    colore_ = colore;
+    update();
+}
+
+void PulsanteColore::paintEvent(QPaintEvent*) {
+    QStylePainter penna(this);
+    QStyleOptionButton opzione;
+    initStyleOption(&opzione);
+    penna.drawControl(QStyle::CE_PushButton, opzione);
+    const QRectF campo = QRectF(rect()).adjusted(4.5, 4.5, -4.5, -4.5);
+    penna.setPen(palette().color(QPalette::WindowText));
+    penna.setBrush(InQColor(colore_));
+    penna.drawRect(campo);
+}
+
+dlgSetGraph::dlgSetGraph(AnalisiDati& analisi, QWidget* parent)
+    : QDialog(parent), analisi_(analisi) {
+    setObjectName(QStringLiteral("dlgSetGraph"));
+    Disponi();
+    AggiornaTesti();
+}
+
+void dlgSetGraph::Disponi() {
+    const auto chiama = [](QWidget* oggetto, const char* nome) {
+        oggetto->setObjectName(QString::fromLatin1(nome));
+    };
+    const auto riga = [&](QGridLayout* griglia, QLabel*& etichetta, const char* nomeEtichetta,
+                          QWidget* campo, const char* nome) {
+        etichetta = new QLabel(this);
+        chiama(etichetta, nomeEtichetta);
+        chiama(campo, nome);
+        etichetta->setBuddy(campo);
+        const int r = griglia->rowCount();
+        griglia->addWidget(etichetta, r, 0);
+        griglia->addWidget(campo, r, 1);
+    };
+    txtNomeCampo_ = new QLineEdit(this);
+    txtUM_ = new QLineEdit(this);
+    txtFiltro_ = new QLineEdit(this);
+    cmdColor_ = new PulsanteColore(this);
+    cmdColor_->setAutoDefault(false);
+    cboWidth_ = new QComboBox(this);
+    for (int i = 1; i <= kSpessoreMassimo; ++i) cboWidth_->addItem(InQt(TestoNumero(i)));
+    auto* campi = new QGridLayout;
+    campi->setColumnStretch(1, 1);
+    campi->setHorizontalSpacing(16);
+    campi->setVerticalSpacing(10);
+    riga(campi, lblNomeCampo_, "lblNomeCampo", txtNomeCampo_, "txtNomeCampo");
+    riga(campi, lblUM_, "lblUM", txtUM_, "txtUM");
+    riga(campi, lblFiltro_, "lblFiltro", txtFiltro_, "txtFiltro");
+    riga(campi, lblColoreGrafico_, "lblColoreGrafico", cmdColor_, "cmdColor");
+    riga(campi, lblSpessoreLinea_, "lblSpessoreLinea", cboWidth_, "cboWidth");
+
+    fraScalaDisegno_ = new QGroupBox(this);
+    chiama(fraScalaDisegno_, "fraScalaDisegno");
+    txtMinVal_ = new QLineEdit(this);
+    txtMaxVal_ = new QLineEdit(this);
+    auto* scala = new QGridLayout(fraScalaDisegno_);
+    scala->setColumnStretch(1, 1);
+    scala->setHorizontalSpacing(16);
+    scala->setVerticalSpacing(10);
+    riga(scala, lblMinValDisegno_, "lblMinValDisegno", txtMinVal_, "txtMinVal");
+    riga(scala, lblMaxValDisegno_, "lblMaxValDisegno", txtMaxVal_, "txtMaxVal");
+
+    auto* OKButton = new QPushButton(QStringLiteral("OK"), this);
+    chiama(OKButton, "OKButton");
+    OKButton->setDefault(true);
+    CancelButton_ = new QPushButton(this);
+    chiama(CancelButton_, "CancelButton");
+
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(24, 20, 24, 16);
+    colonna->setSpacing(14);
+    colonna->addLayout(campi);
+    colonna->addWidget(fraScalaDisegno_);
+    colonna->addStretch(1);
+    auto* pulsanti = new QHBoxLayout;
+    pulsanti->addStretch(1);
+    pulsanti->addWidget(OKButton);
+    pulsanti->addWidget(CancelButton_);
+    colonna->addLayout(pulsanti);
+    setMinimumWidth(420);
+
+    connect(cmdColor_, &QPushButton::clicked, this,
+            [this] { Protetto([this] { ScegliColore(); }); });
+    connect(OKButton, &QPushButton::clicked, this, [this] { Protetto([this] { Conferma(); }); });
+    connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void dlgSetGraph::showEvent(QShowEvent* evento) {
+    if (!caricata_) {
+        caricata_ = true;
+        Protetto([this] { Carica(); });
+    }
+    QDialog::showEvent(evento);
+}
+
+void dlgSetGraph::Carica() {
+    // Raises error 9 for a number that is no channel.
+    setWindowTitle(InQt(analisi_.GetNomeMisura(NumeroCanale)));
+    const auto c = static_cast<std::size_t>(NumeroCanale);
+    fraScalaDisegno_->setVisible(analisi_.Separati);
+    txtNomeCampo_->setText(InQt(analisi_.NomeCampo[c]));
+    txtUM_->setText(InQt(analisi_.UnitaCampo[c]));
+    txtFiltro_->setText(InQt(TestoNumero(analisi_.FiltroDialogo)));
+    cmdColor_->ImpostaColore(analisi_.ColoreCanale[c]);
+    const QString spessore = InQt(TestoNumero(analisi_.SpessoreDialogo));
+    // A width from a file that the list lacks stays what it is until another is chosen.
+    if (cboWidth_->findText(spessore) < 0) cboWidth_->addItem(spessore);
+    cboWidth_->setCurrentText(spessore);
+    testoMin_ = InQt(TestoNumero(analisi_.MinDialogo, platform().DecimalSeparator()));
+    testoMax_ = InQt(TestoNumero(analisi_.MaxDialogo, platform().DecimalSeparator()));
+    txtMinVal_->setText(testoMin_);
+    txtMaxVal_->setText(testoMax_);
+    txtNomeCampo_->setFocus();
+    txtNomeCampo_->selectAll();
+    adjustSize();
+}
+
+void dlgSetGraph::AggiornaTesti() {
+    CalcolaBaseTesti();
+    Mnemonica lettere;
+    const auto testo = [&](int n) { return lettere.Con(InQt(Testo(n))); };
+    lblNomeCampo_->setText(testo(41));
+    lblUM_->setText(testo(42));
+    lblFiltro_->setText(testo(43));
+    lblColoreGrafico_->setText(testo(44));
+    lblSpessoreLinea_->setText(testo(45));
+    fraScalaDisegno_->setTitle(Mnemonica::Senza(InQt(Testo(46))));
+    lblMinValDisegno_->setText(testo(47));
+    lblMaxValDisegno_->setText(testo(48));
+    CancelButton_->setText(testo(35));
+    cmdColor_->setAccessibleName(InQt(Testo(44)));
+    // One column of labels in both frames.
+    int larghezza = 0;
+    for (const QLabel* etichetta : {lblNomeCampo_, lblUM_, lblFiltro_, lblColoreGrafico_,
+                                    lblSpessoreLinea_, lblMinValDisegno_, lblMaxValDisegno_}) {
+        larghezza = std::max(larghezza, etichetta->sizeHint().width());
+    }
+    lblNomeCampo_->setMinimumWidth(larghezza);
+    lblMinValDisegno_->setMinimumWidth(larghezza -
+                                       fraScalaDisegno_->layout()->contentsMargins().left() - 1);
+}
+
+bool dlgSetGraph::event(QEvent* evento) {
+    // A change of language shows the next time the window gets the focus.
+    if (evento->type() == QEvent::WindowActivate) Protetto([this] { AggiornaTesti(); });
+    return QDialog::event(evento);
+}
+
+void dlgSetGraph::ScegliColore() {
+    const auto scelto = platform().AskColor(cmdColor_->ColoreScelto());
+    if (scelto) cmdColor_->ImpostaColore(*scelto);
+}
+
+void dlgSetGraph::NumeroErrato(QWidget* casella) {
+    platform().MsgBox(Testo(kTestoNumeroErrato), Buttons::Ok, Icon::Information,
+                      platform().ExeName());
+    casella->setFocus();
+    if (auto* testo = qobject_cast<QLineEdit*>(casella)) testo->selectAll();
+}
+
+void dlgSetGraph::Conferma() {
+    // Both are read before anything is written, so that a wrong number changes nothing.
+    const auto filtro = LeggiInt16(DaQt(txtFiltro_->text()));
+    if (!filtro || *filtro < 1) return NumeroErrato(txtFiltro_);
+    const auto spessore = LeggiInt16(DaQt(cboWidth_->currentText()));
+    if (!spessore) return NumeroErrato(cboWidth_);
+
+    analisi_.RinominaCanale(NumeroCanale, DaQt(txtNomeCampo_->text()), DaQt(txtUM_->text()));
+    analisi_.FiltroDialogo = *filtro;
+    analisi_.ColoraCanale(NumeroCanale, cmdColor_->ColoreScelto());
+    analisi_.SpessoreDialogo = *spessore;
+    // A text shows 15 digits at most: what nobody touched keeps all of its own.
+    if (txtMinVal_->text() != testoMin_) {
+        analisi_.MinDialogo = NumeroIniziale(txtMinVal_->text());
+    }
+    if (txtMaxVal_->text() != testoMax_) {
+        analisi_.MaxDialogo = NumeroIniziale(txtMaxVal_->text());
+    }
+    accept();
+}
+
+}  // namespace lapvane

@@ -1,0 +1,52 @@
+#include "reports/dlgStatistiche.h"
+
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "widgets/Tabella.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kLarghezza = 380;
+
+}  // namespace
+
+dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("dlgStatistiche"));
+    CalcolaBaseTesti();
+    setWindowTitle(InQt(Testo(116)));
+    auto* MSFlexGrid1 = new Tabella(this);
+    MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
+    MSFlexGrid1->setAccessibleName(windowTitle());
+    MSFlexGrid1->Quote({3.0 / 5.0, 1.88 / 5.0});
+
+    // The labels of the worst lap are those of the best one.
+    const std::array<std::pair<int, std::string>, 10> righe = {
+        {{102, TestoNumero(analisi.NumGiri)},
+         {103, analisi.TempoTotale},
+         {104, analisi.TempoMedio},
+         {105, analisi.VelocitaMedia},
+         {106, TestoNumero(analisi.GiroMigliore)},
+         {107, analisi.TempoMigliore},
+         {108, analisi.VelocitaMigliore},
+         {109, TestoNumero(analisi.GiroPeggiore)},
+         {107, analisi.TempoPeggiore},
+         {108, analisi.VelocitaPeggiore}}};
+    std::vector<QStringList> celle;
+    for (const auto& [testo, valore] : righe) celle.push_back({InQt(Testo(testo)), InQt(valore)});
+    MSFlexGrid1->Riempi(celle);
+
+    auto* colonna = new QVBoxLayout(this);
+    colonna->addWidget(MSFlexGrid1);
+    MSFlexGrid1->setMinimumHeight(MSFlexGrid1->AltezzaPer(static_cast<int>(righe.size())));
+    MSFlexGrid1->setMinimumWidth(MSFlexGrid1->LarghezzaPerTesti());
+    resize(std::max(minimumSizeHint().width(), kLarghezza), minimumSizeHint().height());
+}
+
+}  // namespace lapvane

@@ -1,0 +1,49 @@
+#include "reports/dlgStatisticheMisure.h"
+
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "platform/Platform.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "widgets/Tabella.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kTwipPixel = 15;
+constexpr int kAltezza = 6720 / kTwipPixel;
+
+QString DueDecimali(const std::string& numero) {
+    return InQt(
+        Formatta(LeggiNumero(numero).value_or(0.0), "#0.##", platform().DecimalSeparator()));
+}
+
+}  // namespace
+
+dlgStatisticheMisure::dlgStatisticheMisure(const AnalisiDati& analisi, QWidget* parent)
+    : QDialog(parent) {
+    setObjectName(QStringLiteral("dlgStatisticheMisure"));
+    CalcolaBaseTesti();
+    setWindowTitle(InQt(Testo(186)));
+    auto* MSFlexGrid1 = new Tabella(this);
+    MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
+    MSFlexGrid1->setAccessibleName(windowTitle());
+    MSFlexGrid1->Quote({8.0 / 19.0, 3.0 / 19.0, 3.0 / 19.0, 4.0 / 19.0});
+    MSFlexGrid1->Titoli({InQt(Testo(190)), InQt(Testo(187)), InQt(Testo(188)), InQt(Testo(189))});
+    std::vector<QStringList> celle;
+    for (int c = kPrimoCanale; c <= std::min(analisi.NumCampi, kUltimoCanale); ++c) {
+        celle.push_back({InQt(analisi.GetNomeMisura(c)), DueDecimali(analisi.GetMinVal(c)),
+                         DueDecimali(analisi.GetMaxVal(c)), DueDecimali(analisi.GetMediaVal(c))});
+    }
+    MSFlexGrid1->Riempi(celle);
+
+    auto* colonna = new QVBoxLayout(this);
+    colonna->addWidget(MSFlexGrid1);
+    MSFlexGrid1->setMinimumWidth(MSFlexGrid1->LarghezzaPerTesti());
+    resize(minimumSizeHint().width(), kAltezza);
+}
+
+}  // namespace lapvane

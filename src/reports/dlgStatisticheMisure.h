@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QDialog>
+
+#include "analysis/AnalisiDati.h"
+
+namespace lapvane {
+
+/// Minimum, maximum and mean of each channel over the selected lap.
+class dlgStatisticheMisure : public QDialog {
+    Q_OBJECT
+ public:
+    explicit dlgStatisticheMisure(const AnalisiDati& analisi, QWidget* parent = nullptr);
+};
+
+}  // namespace lapvane

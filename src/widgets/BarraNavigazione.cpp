@@ -1,0 +1,104 @@
+#include "widgets/BarraNavigazione.h"
+
+#include <QHBoxLayout>
+
+namespace lapvane {
+
+namespace {
+
+constexpr double kPocoZoom = 0.9;
+constexpr double kMoltoZoom = 0.5;
+constexpr int kMargine = 4;
+
+void Colora(QPushButton* pulsante, bool verde) {
+    QPalette colori;
+    if (verde) {
+        colori.setColor(QPalette::Button, QColor(0, 255, 0));
+        colori.setColor(QPalette::ButtonText, Qt::black);
+    }
+    pulsante->setPalette(colori);
+}
+
+}  // namespace
+
+BarraNavigazione::BarraNavigazione(QWidget* parent) : QWidget(parent) {
+    auto* riga = new QHBoxLayout(this);
+    riga->setContentsMargins(kMargine, kMargine, kMargine, 0);
+    riga->setSpacing(kMargine);
+    auto* lblZoom = new QLabel(QStringLiteral("ZOOM"), this);
+    lblZoom->setObjectName(QStringLiteral("lblZoom"));
+    riga->addWidget(lblZoom);
+    struct Zoomata {
+        const char* Nome;
+        const char* Testo;
+        double Ampiezza;
+    };
+    constexpr std::array<Zoomata, 4> kZoom = {{{"cmdZoomIn10", "+10%", kPocoZoom},
+                                               {"cmdZoomIn50", "+50%", kMoltoZoom},
+                                               {"cmdZoomOut10", "-10%", 1.0 / kPocoZoom},
+                                               {"cmdZoomOut50", "-50%", 1.0 / kMoltoZoom}}};
+    for (std::size_t i = 0; i < kZoom.size(); ++i) {
+        const Zoomata& z = kZoom[i];
+        QPushButton* const pulsante = Pulsante(z.Nome, QString::fromLatin1(z.Testo));
+        pulsante->setAccessibleName(QStringLiteral("Zoom ") + QString::fromLatin1(z.Testo));
+        connect(pulsante, &QPushButton::clicked, this, [this, z] { Q_EMIT Zoom(z.Ampiezza); });
+        if (i < zoomIn_.size()) zoomIn_[i] = pulsante;
+        riga->addWidget(pulsante);
+    }
+    riga->addStretch(1);
+    struct Spostamento {
+        const char* Nome;
+        char16_t Segno;
+        int Passi;
+    };
+    constexpr std::array<Spostamento, 4> kSposta = {{{"cmdSpostaSX10", u'\u00AB', -10},
+                                                     {"cmdSpostaSX1", u'\u2039', -1},
+                                                     {"cmdSpostaDX1", u'\u203A', 1},
+                                                     {"cmdSpostaDX10", u'\u00BB', 10}}};
+    scorri_[0] = Pulsante("cmdScorriSX", QString(QChar(u'\u25C0')));
+    scorri_[1] = Pulsante("cmdScorriDX", QString(QChar(u'\u25B6')));
+    connect(scorri_[0], &QPushButton::clicked, this, [this] { Q_EMIT ScorriPremuto(-1); });
+    connect(scorri_[1], &QPushButton::clicked, this, [this] { Q_EMIT ScorriPremuto(1); });
+    riga->addWidget(scorri_[0]);
+    for (std::size_t i = 0; i < kSposta.size(); ++i) {
+        const Spostamento& s = kSposta[i];
+        sposta_[i] = Pulsante(s.Nome, QString(QChar(s.Segno)));
+        sposta_[i]->setAutoRepeat(true);
+        connect(sposta_[i], &QPushButton::clicked, this, [this, s] { Q_EMIT Sposta(s.Passi); });
+        riga->addWidget(sposta_[i]);
+    }
+    riga->addWidget(scorri_[1]);
+}
+
+QPushButton* BarraNavigazione::Pulsante(const char* nome, const QString& testo) {
+    auto* pulsante = new QPushButton(testo, this);
+    pulsante->setObjectName(QString::fromLatin1(nome));
+    pulsante->setAutoDefault(false);
+    pulsante->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("+50%")) + 22);
+    return pulsante;
+}
+
+void BarraNavigazione::AbilitaZoomIn(bool acceso) {
+    for (QPushButton* const pulsante : zoomIn_) pulsante->setEnabled(acceso);
+}
+
+void BarraNavigazione::Scorri(bool sinistra, bool sinistraVerde, bool destra, bool destraVerde) {
+    scorri_[0]->setEnabled(sinistra);
+    scorri_[1]->setEnabled(destra);
+    Colora(scorri_[0], sinistraVerde);
+    Colora(scorri_[1], destraVerde);
+}
+
+void BarraNavigazione::Nomi(const QString& sposta, const QString& scorri) {
+    constexpr std::array<const char*, 4> kPassi = {" -10", " -1", " +1", " +10"};
+    for (std::size_t i = 0; i < sposta_.size(); ++i) {
+        sposta_[i]->setAccessibleName(sposta + QString::fromLatin1(kPassi[i]));
+        sposta_[i]->setToolTip(sposta);
+    }
+    for (QPushButton* const pulsante : scorri_) {
+        pulsante->setAccessibleName(scorri + QLatin1Char(' ') + pulsante->text());
+        pulsante->setToolTip(scorri);
+    }
+}
+
+}  // namespace lapvane

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QLabel>
+#include <QPushButton>
+#include <QWidget>
+#include <array>
+
+namespace lapvane {
+
+/// The buttons that move through a lap: zoom on the left, shift and automatic scroll on the right.
+class BarraNavigazione : public QWidget {
+    Q_OBJECT
+ public:
+    explicit BarraNavigazione(QWidget* parent = nullptr);
+
+    void AbilitaZoomIn(bool acceso);
+    /// States of cmdScorriSX and cmdScorriDX: enabled, and green while it scrolls.
+    void Scorri(bool sinistra, bool sinistraVerde, bool destra, bool destraVerde);
+    /// What the shift and the scroll buttons are called.
+    void Nomi(const QString& sposta, const QString& scorri);
+
+ Q_SIGNALS:
+    /// The window becomes so many times as wide.
+    void Zoom(double ampiezza);
+    /// The window moves by so many steps.
+    void Sposta(int passi);
+    /// -1: to the left, 1: to the right.
+    void ScorriPremuto(int verso);
+
+ private:
+    QPushButton* Pulsante(const char* nome, const QString& testo);
+
+    std::array<QPushButton*, 2> zoomIn_{};
+    std::array<QPushButton*, 4> sposta_{};
+    std::array<QPushButton*, 2> scorri_{};
+};
+
+}  // namespace lapvane

@@ -1,0 +1,176 @@
+#include "widgets/Tabella.h"
+
+#include <QClipboard>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+
+#include "platform/qt/TestoQt.h"
+#include "shell/NumeroTesto.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kMargineCella = 16;
+constexpr double kAltezzaRiga = 1.8;  // of the letters
+
+class Cella : public QTableWidgetItem {
+ public:
+    explicit Cella(const QString& testo)
+        : QTableWidgetItem(testo), numero_(LeggiNumero(DaQt(testo))) {
+        setTextAlignment(Qt::AlignCenter);
+        setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    }
+
+    bool operator<(const QTableWidgetItem& altro) const override {
+        const auto& numeroAltro = static_cast<const Cella&>(altro).numero_;
+        if (numero_ && numeroAltro) return *numero_ < *numeroAltro;
+        if (numero_.has_value() != numeroAltro.has_value()) return numero_.has_value();
+        return text() < altro.text();
+    }
+
+ private:
+    std::optional<double> numero_;
+};
+
+}  // namespace
+
+Tabella::Tabella(QWidget* parent) : QTableWidget(parent) {
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setAlternatingRowColors(true);
+    setTabKeyNavigation(false);
+    setCornerButtonEnabled(false);
+    setShowGrid(false);
+    setWordWrap(false);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->hide();
+    AdattaRighe();
+}
+
+void Tabella::Quote(std::vector<double> quote) {
+    quote_ = std::move(quote);
+    setColumnCount(static_cast<int>(quote_.size()));
+    AdattaColonne();
+}
+
+void Tabella::Titoli(const QStringList& titoli) {
+    setHorizontalHeaderLabels(titoli);
+    horizontalHeader()->show();
+}
+
+void Tabella::Riempi(const std::vector<QStringList>& righe) {
+    setRowCount(static_cast<int>(righe.size()));
+    for (int r = 0; r < rowCount(); ++r) {
+        const QStringList& riga = righe[static_cast<std::size_t>(r)];
+        for (int c = 0; c < columnCount(); ++c) setItem(r, c, new Cella(riga.value(c)));
+    }
+}
+
+void Tabella::Ordina(int colonna) {
+    sortItems(colonna, Qt::AscendingOrder);
+    horizontalHeader()->setSortIndicator(colonna, Qt::AscendingOrder);
+    horizontalHeader()->setSortIndicatorShown(true);
+    scrollToTop();
+}
+
+int Tabella::AltezzaPer(int righe) const {
+    const int titolo = horizontalHeader()->isHidden()
+                           ? 0
+                           : std::max(horizontalHeader()->sizeHint().height(),
+                                      horizontalHeader()->minimumHeight());
+    return 2 * frameWidth() + titolo + righe * verticalHeader()->defaultSectionSize();
+}
+
+int Tabella::LarghezzaPerTesti() const {
+    QFont grassetto = font();
+    grassetto.setBold(true);
+    const QFontMetrics misuraTitolo(grassetto);
+    double larghezza = 0.0;
+    for (int c = 0; c < columnCount(); ++c) {
+        int testo = horizontalHeader()->isHidden()
+                        ? 0
+                        : misuraTitolo.horizontalAdvance(horizontalHeaderItem(c)->text());
+        for (int r = 0; r < rowCount(); ++r) {
+            testo = std::max(testo, fontMetrics().horizontalAdvance(item(r, c)->text()));
+        }
+        larghezza =
+            std::max(larghezza, (testo + kMargineCella) / quote_[static_cast<std::size_t>(c)]);
+    }
+    return static_cast<int>(std::ceil(larghezza));
+}
+
+QString Tabella::TestoCopia() const {
+    const QModelIndexList scelte = selectedIndexes();
+    const bool tutto = scelte.isEmpty() || scelte.size() == qsizetype{rowCount()} * columnCount();
+    int da = tutto ? 0 : columnCount();
+    int a = tutto ? columnCount() - 1 : -1;
+    for (const QModelIndex& scelta : scelte) {
+        da = std::min(da, scelta.column());
+        a = std::max(a, scelta.column());
+    }
+    QStringList righe;
+    QStringList celle;
+    if (tutto && !horizontalHeader()->isHidden()) {
+        for (int c = da; c <= a; ++c) celle << horizontalHeaderItem(c)->text();
+        righe << celle.join(QLatin1Char('\t'));
+    }
+    for (int r = 0; r < rowCount(); ++r) {
+        bool presa = tutto;
+        celle.clear();
+        for (int c = da; c <= a; ++c) {
+            // A hole in the selection stays a hole, so that columns stay columns.
+            const bool scelta = tutto || item(r, c)->isSelected();
+            celle << (scelta ? item(r, c)->text() : QString());
+            presa = presa || scelta;
+        }
+        if (presa) righe << celle.join(QLatin1Char('\t'));
+    }
+    return righe.join(QLatin1Char('\n'));
+}
+
+void Tabella::AdattaColonne() {
+    for (int c = 0; c < columnCount(); ++c) {
+        setColumnWidth(
+            c, static_cast<int>(std::lround(width() * quote_[static_cast<std::size_t>(c)])));
+    }
+}
+
+void Tabella::AdattaRighe() {
+    const int altezza = static_cast<int>(fontMetrics().height() * kAltezzaRiga);
+    verticalHeader()->setDefaultSectionSize(altezza);
+    horizontalHeader()->setMinimumHeight(altezza);
+}
+
+void Tabella::resizeEvent(QResizeEvent* evento) {
+    AdattaColonne();
+    QTableWidget::resizeEvent(evento);
+}
+
+void Tabella::keyPressEvent(QKeyEvent* evento) {
+    if (evento->matches(QKeySequence::Copy)) {
+        QGuiApplication::clipboard()->setText(TestoCopia());
+        return;
+    }
+    QTableWidget::keyPressEvent(evento);
+}
+
+void Tabella::changeEvent(QEvent* evento) {
+    QTableWidget::changeEvent(evento);
+    if (evento->type() == QEvent::FontChange) AdattaRighe();
+}
+
+}  // namespace lapvane

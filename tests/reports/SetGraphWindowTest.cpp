@@ -1,0 +1,162 @@
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include "platform/qt/QtPlatform.h"
+#include "platform/qt/TestoQt.h"
+#include "reports/ReportProva.h"
+#include "reports/dlgSetGraph.h"
+#include "shell/LoadStrings.h"
+#include "support/WindowPlatform.h"
+
+namespace lapvane::prova {
+namespace {
+
+constexpr double kTerzo = 1.0 / 3.0;
+
+class SetGraph : public AnalisiDiDialogo {
+ protected:
+    SetGraph() {
+        analisi.NomeCampo[5] = "Benzina";
+        analisi.UnitaCampo[5] = "[bar]";
+        analisi.ColoreCanale[5] = Rgb(192, 64, 0);
+        analisi.FiltroDialogo = 3;
+        analisi.SpessoreDialogo = 2;
+        analisi.MinDialogo = kTerzo;
+        analisi.MaxDialogo = 12.5;
+        analisi.Separati = true;
+    }
+
+    void Mostra(int canale = 5) {
+        dialogo.NumeroCanale = static_cast<std::int16_t>(canale);
+        dialogo.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialogo));
+    }
+    QLineEdit* Casella(const char* nome) { return Controllo<QLineEdit>(dialogo, nome); }
+    void Scrivi(const char* nome, const char* testo) {
+        Casella(nome)->selectAll();
+        Casella(nome)->insert(QString::fromUtf8(testo));
+    }
+    std::string Testo(const char* nome) { return DaQt(Casella(nome)->text()); }
+    void OK() { Controllo<QPushButton>(dialogo, "OKButton")->click(); }
+    Colore ColoreMostrato() {
+        auto* const pulsante = Controllo<QPushButton>(dialogo, "cmdColor");
+        const QImage foto = pulsante->grab().toImage();
+        return DaQColor(foto.pixelColor(foto.width() / 2, foto.height() / 2));
+    }
+
+    dlgSetGraph dialogo{analisi};
+};
+
+TEST_F(SetGraph, ShowsTheChannelAndAnUntouchedOkChangesNothing) {
+    macchina.Separatore = ',';
+    Mostra();
+    EXPECT_EQ(Testo("txtNomeCampo"), "Benzina");
+    EXPECT_EQ(Testo("txtUM"), "[bar]");
+    EXPECT_EQ(Testo("txtFiltro"), "3");
+    EXPECT_EQ(Testo("txtMinVal"), "0,333333333333333");
+    EXPECT_EQ(Testo("txtMaxVal"), "12,5");
+    EXPECT_EQ(ColoreMostrato(), Rgb(192, 64, 0));
+    auto* const spessori = Controllo<QComboBox>(dialogo, "cboWidth");
+    EXPECT_EQ(spessori->count(), 6);
+    EXPECT_EQ(DaQt(spessori->currentText()), "2");
+    EXPECT_TRUE(Controllo<QGroupBox>(dialogo, "fraScalaDisegno")->isVisible());
+    QTest::keyClick(Casella("txtUM"), Qt::Key_Return);
+    EXPECT_EQ(dialogo.result(), QDialog::Accepted);
+    EXPECT_EQ(analisi.MinDialogo, kTerzo) << "to the last bit";
+    EXPECT_EQ(analisi.MaxDialogo, 12.5);
+    EXPECT_EQ(analisi.FiltroDialogo, 3);
+    EXPECT_EQ(analisi.SpessoreDialogo, 2);
+    EXPECT_EQ(analisi.NomeCampo[5], "Benzina");
+    EXPECT_EQ(analisi.ColoreCanale[5], Rgb(192, 64, 0));
+}
+
+TEST_F(SetGraph, OkHandsEveryValueOver) {
+    Mostra();
+    Scrivi("txtNomeCampo", "Pressione à");
+    Scrivi("txtUM", "[psi]");
+    Scrivi("txtFiltro", " 2,5 ");  // half to even
+    Scrivi("txtMinVal", "-1,25 bar");
+    Scrivi("txtMaxVal", "abc");
+    Controllo<QComboBox>(dialogo, "cboWidth")->setCurrentIndex(5);
+    macchina.ColoriScelti = {std::nullopt, Rgb(1, 2, 3)};
+    auto* const colore = Controllo<QPushButton>(dialogo, "cmdColor");
+    colore->click();
+    EXPECT_EQ(ColoreMostrato(), Rgb(192, 64, 0)) << "cancelled";
+    colore->click();
+    EXPECT_EQ(ColoreMostrato(), Rgb(1, 2, 3));
+    EXPECT_EQ(analisi.ColoreCanale[5], Rgb(192, 64, 0)) << "only OK takes it over";
+    OK();
+    EXPECT_FALSE(dialogo.isVisible());
+    EXPECT_EQ(vista.nomi[5], "Pressione \xE0");
+    EXPECT_EQ(vista.unita_[5], "[psi]");
+    EXPECT_EQ(vista.colori[5], Rgb(1, 2, 3));
+    EXPECT_EQ(analisi.FiltroDialogo, 2);
+    EXPECT_EQ(analisi.SpessoreDialogo, 6);
+    EXPECT_EQ(analisi.MinDialogo, -1.25);
+    EXPECT_EQ(analisi.MaxDialogo, 0.0) << "letters give 0";
+}
+
+TEST_F(SetGraph, AWrongFilterKeepsTheDialogOpenAndWritesNothing) {
+    Mostra();
+    Scrivi("txtNomeCampo", "Altro");
+    for (const char* errato : {"", "abc", "0", "0.5", "-1", "32768", "5x"}) {
+        Scrivi("txtFiltro", errato);
+        macchina.Mostrati.clear();
+        macchina.Risposte = {Answer::Ok};
+        OK();
+        EXPECT_TRUE(dialogo.isVisible()) << errato;
+        ASSERT_EQ(macchina.Mostrati.size(), 1u) << errato;
+        EXPECT_EQ(macchina.Mostrati[0].Testo, lapvane::Testo(262));
+        EXPECT_EQ(Casella("txtFiltro")->selectedText(), Casella("txtFiltro")->text());
+        EXPECT_EQ(dialogo.focusWidget(), Casella("txtFiltro"));
+    }
+    EXPECT_EQ(analisi.NomeCampo[5], "Benzina");
+    EXPECT_EQ(analisi.FiltroDialogo, 3);
+    Scrivi("txtFiltro", "32767");
+    OK();
+    EXPECT_EQ(analisi.FiltroDialogo, 32767);
+}
+
+TEST_F(SetGraph, OverlaidItHidesTheScaleAndCancelKeepsAll) {
+    analisi.Separati = false;
+    analisi.SpessoreDialogo = 9;  // from a file
+    Mostra();
+    EXPECT_FALSE(Controllo<QGroupBox>(dialogo, "fraScalaDisegno")->isVisible());
+    EXPECT_EQ(DaQt(Controllo<QComboBox>(dialogo, "cboWidth")->currentText()), "9");
+    Scrivi("txtNomeCampo", "Altro");
+    Scrivi("txtFiltro", "7");
+    QTest::keyClick(Casella("txtFiltro"), Qt::Key_Escape);
+    EXPECT_FALSE(dialogo.isVisible());
+    EXPECT_EQ(analisi.NomeCampo[5], "Benzina");
+    EXPECT_EQ(analisi.FiltroDialogo, 3);
+    EXPECT_EQ(analisi.SpessoreDialogo, 9);
+}
+
+TEST_F(SetGraph, TextsFollowTheLanguageAtEachActivation) {
+    Mostra();
+    const auto etichetta = [&](const char* nome) {
+        return DaQt(Controllo<QLabel>(dialogo, nome)->text().remove(QLatin1Char('&')));
+    };
+    EXPECT_EQ(etichetta("lblFiltro"), "Filter: one point in");
+    Scrivi("txtFiltro", "8");
+    IndiceLingua = 0;
+    QEvent attiva(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(&dialogo, &attiva);
+    EXPECT_EQ(etichetta("lblFiltro"), "Filtro: un punto ogni");
+    EXPECT_EQ(etichetta("lblSpessoreLinea"), "Spessore linea");
+    EXPECT_EQ(etichetta("lblMaxValDisegno"), "Massimo");
+    EXPECT_EQ(DaQt(Controllo<QGroupBox>(dialogo, "fraScalaDisegno")->title()), "Scala disegno");
+    EXPECT_EQ(Testo("txtFiltro"), "8") << "what was typed stays";
+}
+
+TEST_F(SetGraph, ANumberThatIsNoChannelEndsWithAClearError) {
+    macchina.Risposte = {Answer::Ok};
+    dialogo.NumeroCanale = 21;
+    dialogo.show();
+    ASSERT_EQ(macchina.Mostrati.size(), 1u);
+    EXPECT_NE(macchina.Mostrati[0].Testo.find("9: Subscript out of range"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace lapvane::prova

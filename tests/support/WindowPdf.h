@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <cmath>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/qt/QtPlatform.h"
+
+namespace lapvane::prova {
+
+/// A word on a page; its top left corner and its right edge in centimetres.
+struct Parola {
+    QString Testo;
+    double X, Y, Destra;
+};
+
+struct PaginaPdf {
+    double Larghezza = 0.0;
+    double Altezza = 0.0;
+    std::vector<Parola> Parole;
+
+    const Parola* Trova(const std::string& testo) const {
+        for (const Parola& parola : Parole) {
+            if (parola.Testo.toStdString() == testo) return &parola;
+        }
+        return nullptr;
+    }
+    /// Whether the word (UTF-8) stands there, to 0.05 cm.
+    bool Ha(const std::string& testo, double x, double y) const {
+        for (const Parola& parola : Parole) {
+            if (parola.Testo.toStdString() == testo && std::abs(parola.X - x) <= 0.05 &&
+                std::abs(parola.Y - y) <= 0.05) {
+                return true;
+            }
+        }
+        return false;
+    }
+};
+
+/// The words of a PDF file as a reader of such files finds them.
+inline std::vector<PaginaPdf> LeggiPdf(const std::filesystem::path& file) {
+    QProcess lettore;
+    lettore.start(QStringLiteral("pdftotext"),
+                  {QStringLiteral("-bbox"), PercorsoInQt(file), QStringLiteral("-")});
+    if (!lettore.waitForFinished() || lettore.exitCode() != 0) {
+        throw std::runtime_error("pdftotext (package poppler-utils) cannot read " + file.string());
+    }
+    constexpr double kPuntiCm = 72.0 / 2.54;
+    static const QRegularExpression voce(QStringLiteral(
+        R"re(<page width="([\d.]+)" height="([\d.]+)"|<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="[\d.]+">([^<]*)<)re"));
+    std::vector<PaginaPdf> pagine;
+    auto voci = voce.globalMatch(QString::fromUtf8(lettore.readAllStandardOutput()));
+    while (voci.hasNext()) {
+        const QRegularExpressionMatch trovata = voci.next();
+        const auto cm = [&](int gruppo) { return trovata.captured(gruppo).toDouble() / kPuntiCm; };
+        if (trovata.hasCaptured(1)) {
+            pagine.push_back({cm(1), cm(2), {}});
+        } else {
+            pagine.back().Parole.push_back({trovata.captured(6), cm(3), cm(4), cm(5)});
+        }
+    }
+    return pagine;
+}
+
+}  // namespace lapvane::prova
