@@ -116,7 +116,7 @@ class AnalisiDati {
 
     // --- load and life -----------------------------------------------------------------------
     /// Reads the log of `NomeFileDati` and draws its first lap. False if the analysis closed itself
-    /// because a side file is missing. Error 62 for a session file that is cut short.
+    /// because a side file is missing.
     virtual bool Carica() = 0;
     /// All texts of the window that follow the language.
     void RefreshLanguage();
@@ -271,7 +271,6 @@ class AnalisiDati {
     void SvuotaTabella(int riga);
     std::string EtichettaGiro(int giro) const;
     void ColoraRiga(int riga, Colore sfondo, Colore caratteri);
-    void LeggiCanaleSessione(int c, std::string_view riga);
 
     StatoBarra barra_;
     int NumPuntiTracciato = 0;  ///< points of the outline that the map shows

@@ -2,6 +2,7 @@
 #include "logs/BufferLog.h"
 #include "project/DatiProgetto.h"
 #include "project/FileRecenti.h"
+#include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
 #include "sensors/CSensore.h"
 #include "shell/LoadStrings.h"
@@ -16,6 +17,7 @@ void AzzeraTutto() {
     AzzeraBufferLog();
     DatiProgetto = {};
     DatiSessione = {};
+    ListaCircuiti.clear();
     LibreriaSensori.clear();
     AzzeraStatoShell();
     Testi.clear();
