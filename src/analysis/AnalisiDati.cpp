@@ -147,6 +147,7 @@ void AnalisiDati::Form_Unload() {
     scaricata_ = true;
     ScorrimentoAttivo = false;
     if (FileLatiTrovati) {
+        SalvaDatiSessione();
         NTGraph1.PulisciGrafico();
         NTGraphAll.PulisciGrafico();
     }

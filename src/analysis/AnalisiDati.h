@@ -269,6 +269,7 @@ class AnalisiDati {
     void VistaSovrapposti();
     void VistaSeparati();
     void SvuotaTabella(int riga);
+    bool CaricaMappa();
     std::string EtichettaGiro(int giro) const;
     void ColoraRiga(int riga, Colore sfondo, Colore caratteri);
 

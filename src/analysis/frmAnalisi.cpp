@@ -7,6 +7,8 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/TestoQt.h"
@@ -23,6 +25,8 @@ constexpr int kTestoSposta = 204;        // "move through the lap"
 constexpr int kTestoScorri = 224;        // "automatic scroll"
 constexpr int kPrimoTestoAllarme = 274;
 constexpr int kTestoLegenda = 282;
+constexpr int kTestoCircuito = 120;
+constexpr int kTestoPiloti = 124;
 constexpr int kMargine = 8;
 
 /// A place of the splitter whose content keeps its room while it is hidden.
@@ -134,7 +138,46 @@ QWidget* frmAnalisi::CreaGiri() {
     MSFlexGrid1_ = new GrigliaGiri;
     MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
-    return MSFlexGrid1_;
+
+    mappa_ = new QFrame;
+    mappa_->setBackgroundRole(QPalette::Base);
+    mappa_->setAutoFillBackground(true);
+    auto* griglia = new QGridLayout(mappa_);
+    griglia->setContentsMargins(kMargine, kMargine, kMargine, kMargine);
+    griglia->setVerticalSpacing(kMargine / 2);
+    griglia->setColumnStretch(1, 1);
+    const auto riga = [&](const char* etichetta, const char* valore, int numero) {
+        auto* nome = new QLabel(mappa_);
+        nome->setObjectName(QString::fromLatin1(etichetta));
+        auto* testo = new QLabel(mappa_);
+        testo->setObjectName(QString::fromLatin1(valore));
+        testo->setTextFormat(Qt::PlainText);
+        testo->setWordWrap(true);
+        testo->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        QFont grassetto = font();
+        grassetto.setBold(true);
+        testo->setFont(grassetto);
+        griglia->addWidget(nome, numero, 0, Qt::AlignTop);
+        griglia->addWidget(testo, numero, 1, Qt::AlignTop);
+        return std::pair{nome, testo};
+    };
+    std::tie(lblCircuito_, txtCircuito_) = riga("lblCircuito", "txtCircuito", 0);
+    std::tie(lblPiloti_, txtPiloti_) = riga("lblPiloti", "txtPiloti", 1);
+    Picture1_ = new DisegnoTracciato;
+    Picture1_->setObjectName(QStringLiteral("Picture1"));
+    Picture1_->Tratto(2, false);
+    griglia->addWidget(Picture1_, 2, 0, 1, 2);
+    griglia->setRowStretch(2, 1);
+    mappa_->hide();
+
+    auto* insieme = new QSplitter(Qt::Vertical);
+    insieme->setChildrenCollapsible(false);
+    insieme->setHandleWidth(kMargine);
+    insieme->addWidget(MSFlexGrid1_);
+    insieme->addWidget(mappa_);
+    insieme->setStretchFactor(0, 1);
+    insieme->setStretchFactor(1, 0);
+    return insieme;
 }
 
 void frmAnalisi::Collega() {
@@ -207,6 +250,9 @@ void frmAnalisi::RefreshLanguage() {
     for (int k = 0; k < kNumAllarmi; ++k) {
         fraLegendaAllarmi_->Nome(k, InQt(Testo(kPrimoTestoAllarme + k)));
     }
+    lblCircuito_->setText(InQt(Testo(kTestoCircuito)));
+    lblPiloti_->setText(InQt(Testo(kTestoPiloti)));
+    Picture1_->setAccessibleName(lblCircuito_->text());
     NTGraph1_->setAccessibleName(InQt(Testo(273)));
     NTGraphAll_->setAccessibleName(InQt(Testo(91)));
     NomiBarra();

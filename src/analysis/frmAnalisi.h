@@ -16,6 +16,7 @@
 
 #include "analysis/AnalisiDati.h"
 #include "widgets/BarraNavigazione.h"
+#include "widgets/DisegnoTracciato.h"
 #include "widgets/GraficoWidget.h"
 #include "widgets/GrigliaGiri.h"
 #include "widgets/LegendaAllarmi.h"
@@ -77,6 +78,8 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     void Barra(const StatoBarra& stato) override;
     void Rinfresca() override;
     void MostraMappa(bool visibile) override;
+    void Mappa(std::vector<PuntoTracciato> punti, const std::string& circuito,
+               const std::string& piloti) override;
     void MarcatoreMappa(int punto) override;
     void MostraGriglia(bool visibile) override;
     void RigheGriglia(int righe) override;
@@ -105,6 +108,8 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     void MostraStatistiche();
     void MostraStatisticheMisure();
     void MostraReport();
+    void MostraTracciato();
+    void MostraSessione();
     void StampaGrafico();
 
     QScrollArea* misure_ = nullptr;
@@ -117,6 +122,12 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     LegendaAllarmi* fraLegendaAllarmi_ = nullptr;
     BarraNavigazione* navigazione_ = nullptr;
     GrigliaGiri* MSFlexGrid1_ = nullptr;
+    QFrame* mappa_ = nullptr;
+    DisegnoTracciato* Picture1_ = nullptr;
+    QLabel* lblCircuito_ = nullptr;
+    QLabel* txtCircuito_ = nullptr;
+    QLabel* lblPiloti_ = nullptr;
+    QLabel* txtPiloti_ = nullptr;
     QButtonGroup* optScala_ = nullptr;
     std::array<RigaCanale*, kNumCanali> righe_{};
     std::unique_ptr<AnalisiDati> analisi_;

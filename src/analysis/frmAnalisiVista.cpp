@@ -1,5 +1,6 @@
 // What the analysis asks of its window.
 #include <QSignalBlocker>
+#include <utility>
 
 #include "analysis/frmAnalisi.h"
 #include "platform/qt/TestoQt.h"
@@ -86,9 +87,23 @@ void frmAnalisi::Rinfresca() {
     repaint();
 }
 
-void frmAnalisi::MostraMappa(bool) {}
+void frmAnalisi::MostraMappa(bool visibile) {
+    mappa_->setVisible(visibile);
+}
 
-void frmAnalisi::MarcatoreMappa(int) {}
+void frmAnalisi::Mappa(std::vector<PuntoTracciato> punti, const std::string& circuito,
+                       const std::string& piloti) {
+    Picture1_->ImpostaPunti(std::move(punti));
+    txtCircuito_->setText(InQt(circuito));
+    txtPiloti_->setText(InQt(piloti));
+}
+
+void frmAnalisi::MarcatoreMappa(int punto) {
+    // A point that the outline does not have leaves the marker where it is.
+    if (punto >= 0 && punto < static_cast<int>(Picture1_->Punti().size())) {
+        Picture1_->Marcatore(punto);
+    }
+}
 
 void frmAnalisi::MostraGriglia(bool visibile) {
     MSFlexGrid1_->setVisible(visibile);

@@ -123,6 +123,11 @@ class VistaProva : public VistaAnalisi {
     void Barra(const StatoBarra& stato) override { barra = stato; }
     void Rinfresca() override {}
     void MostraMappa(bool visibile) override { mappa = visibile; }
+    void Mappa(std::vector<PuntoTracciato> punti, const std::string& circuito,
+               const std::string&) override {
+        puntiMappa = static_cast<int>(punti.size());
+        circuitoMappa = circuito;
+    }
     void MarcatoreMappa(int punto) override { marcatore = punto; }
     void MostraGriglia(bool visibile) override { griglia = visibile; }
     void RigheGriglia(int numero) override { righe = numero; }
@@ -153,6 +158,8 @@ class VistaProva : public VistaAnalisi {
     StatoBarra barra;
     bool zoomIn = true, mappa = false;
     int marcatore = -1;
+    int puntiMappa = 0;
+    std::string circuitoMappa;
     std::map<int, Colore> colori;
     std::map<Posto, std::string> celle;
     std::map<Posto, Colore> sfondi, caratteri;
