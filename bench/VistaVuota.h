@@ -23,6 +23,7 @@ class VistaVuota : public VistaAnalisi {
     void Barra(const StatoBarra&) override {}
     void Rinfresca() override {}
     void MostraMappa(bool) override {}
+    void Mappa(std::vector<PuntoTracciato>, const std::string&, const std::string&) override {}
     void MarcatoreMappa(int) override {}
     void SelezionaScala(int) override {}
     void SelezionaScheda(int) override {}

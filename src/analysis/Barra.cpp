@@ -1,5 +1,9 @@
 // The commands of the tool bar.
+#include <utility>
+
 #include "analysis/AnalisiDati.h"
+#include "reports/Circuiti.h"
+#include "reports/DatiSessione.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {
@@ -63,6 +67,28 @@ void AnalisiDati::ApplicaZoom(bool ridisegna) {
     if (!ZoomAttivo && ridisegna) Ridisegna();
 }
 
+void AnalisiDati::Circuito_Click() {
+    if (TracciatoVisibile) {
+        TracciatoVisibile = false;
+        vista_.MostraMappa(false);
+        return;
+    }
+    if (!CaricaMappa()) {
+        platform().MsgBox(Testo(216), Buttons::Ok, Icon::Critical, platform().ExeName());
+    }
+}
+
+bool AnalisiDati::CaricaMappa() {
+    auto punti = LeggiFileTracciato(DatiSessione.Circuito);
+    TracciatoVisibile = punti.has_value();
+    vista_.MostraMappa(TracciatoVisibile);
+    if (!punti) return false;
+    NumPuntiTracciato = static_cast<int>(punti->size());
+    vista_.Mappa(std::move(*punti), DatiSessione.Circuito, DatiSessione.Piloti);
+    vista_.MarcatoreMappa(0);
+    return true;
+}
+
 bool AnalisiDati::CiSonoGiri() const {
     if (NumGiri >= 1) return true;
     platform().MsgBox(Testo(302), Buttons::Ok, Icon::Information, platform().ExeName());
@@ -74,6 +100,7 @@ void AnalisiDati::RicompilaTabella() {
     vista_.CellaCorrente(1, 1);
     LeggiSettori();
     CompilaTabellaGiri();
+    if (TracciatoVisibile) CaricaMappa();  // another circuit has another map, or none
     if (NumGiri < 1) return;
     // The lap that is drawn stays the chosen one.
     ColoraGiroSelezionato();

@@ -178,6 +178,7 @@ void AnalisiDati::PreparaPanoramica() {
     NTGraphAll.ColoreAsse(0);
     NTGraphAll.ColoreCornice(0);
     NTGraphAll.MostraGriglia(false);
+    NTGraphAll.MostraNumeriY(false);
     ConfiguraCursore(NTGraphAll);
     NTGraphAll.ImpostaIntervallo(XMin, XMax, kAllarmiDa, kAllarmiA, 0);
     CalcolaPassoSposta();
@@ -199,7 +200,7 @@ void AnalisiDati::DisegnaAllarmi(GraphControl& grafico) {
         UltimoCanale = static_cast<std::int16_t>(c);
         grafico.ColoreElemento(kColoriAllarmi[static_cast<std::size_t>(k)]);
         grafico.SpessoreElemento(1);
-        DisegnaAllarme(grafico, c, Decimazione);
+        DisegnaColonna(grafico, Piano::Laterale, c, 1.0, Decimazione);
     }
 }
 

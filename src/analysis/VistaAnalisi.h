@@ -1,8 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/Platform.h"
+#include "reports/Circuiti.h"
 
 namespace lapvane {
 
@@ -50,6 +52,8 @@ class VistaAnalisi {
 
     // The track map: Picture1, lblCircuito, txtCircuito, lblPiloti, txtPiloti.
     virtual void MostraMappa(bool visibile) = 0;
+    virtual void Mappa(std::vector<PuntoTracciato> punti, const std::string& circuito,
+                       const std::string& piloti) = 0;
     virtual void MarcatoreMappa(int punto) = 0;
 
     // The lap table MSFlexGrid1.

@@ -2,11 +2,13 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QScrollBar>
-#include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/TestoQt.h"
@@ -23,6 +25,8 @@ constexpr int kTestoSposta = 204;        // "move through the lap"
 constexpr int kTestoScorri = 224;        // "automatic scroll"
 constexpr int kPrimoTestoAllarme = 274;
 constexpr int kTestoLegenda = 282;
+constexpr int kTestoCircuito = 120;
+constexpr int kTestoPiloti = 124;
 constexpr int kMargine = 8;
 
 /// A place of the splitter whose content keeps its room while it is hidden.
@@ -51,24 +55,24 @@ frmAnalisi::frmAnalisi(const char* nome, const Fabbrica& fabbrica, QWidget* pare
 }
 
 void frmAnalisi::Disponi() {
-    auto* divisore = new QSplitter(Qt::Horizontal, this);
-    divisore->setObjectName(QStringLiteral("divisore"));
-    divisore->setChildrenCollapsible(false);
-    divisore->setHandleWidth(kMargine);
-    divisore->addWidget(CreaMisure());
-    divisore->addWidget(CreaSchede());
-    divisore->addWidget(CreaGiri());
+    divisore_ = new QSplitter(Qt::Horizontal, this);
+    divisore_->setObjectName(QStringLiteral("divisore"));
+    divisore_->setChildrenCollapsible(false);
+    divisore_->setHandleWidth(kMargine);
+    divisore_->addWidget(CreaMisure());
+    divisore_->addWidget(CreaSchede());
+    divisore_->addWidget(CreaGiri());
     // The graph takes what the window gains.
-    divisore->setStretchFactor(0, 0);
-    divisore->setStretchFactor(1, 1);
-    divisore->setStretchFactor(2, 0);
+    divisore_->setStretchFactor(0, 0);
+    divisore_->setStretchFactor(1, 1);
+    divisore_->setStretchFactor(2, 0);
 
     Toolbar1_ = CreaBarra();
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(kMargine, 0, kMargine, kMargine);
     colonna->setSpacing(kMargine / 2);
     colonna->addWidget(Toolbar1_);
-    colonna->addWidget(divisore, 1);
+    colonna->addWidget(divisore_, 1);
 
     const QSize schermo = screen() != nullptr ? screen()->availableSize() : QSize(1366, 768);
     resize(QSize(1340, 700).boundedTo(schermo));
@@ -134,7 +138,46 @@ QWidget* frmAnalisi::CreaGiri() {
     MSFlexGrid1_ = new GrigliaGiri;
     MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
-    return MSFlexGrid1_;
+
+    mappa_ = new QFrame;
+    mappa_->setBackgroundRole(QPalette::Base);
+    mappa_->setAutoFillBackground(true);
+    auto* griglia = new QGridLayout(mappa_);
+    griglia->setContentsMargins(kMargine, kMargine, kMargine, kMargine);
+    griglia->setVerticalSpacing(kMargine / 2);
+    griglia->setColumnStretch(1, 1);
+    const auto riga = [&](const char* etichetta, const char* valore, int numero) {
+        auto* nome = new QLabel(mappa_);
+        nome->setObjectName(QString::fromLatin1(etichetta));
+        auto* testo = new QLabel(mappa_);
+        testo->setObjectName(QString::fromLatin1(valore));
+        testo->setTextFormat(Qt::PlainText);
+        testo->setWordWrap(true);
+        testo->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        QFont grassetto = font();
+        grassetto.setBold(true);
+        testo->setFont(grassetto);
+        griglia->addWidget(nome, numero, 0, Qt::AlignTop);
+        griglia->addWidget(testo, numero, 1, Qt::AlignTop);
+        return std::pair{nome, testo};
+    };
+    std::tie(lblCircuito_, txtCircuito_) = riga("lblCircuito", "txtCircuito", 0);
+    std::tie(lblPiloti_, txtPiloti_) = riga("lblPiloti", "txtPiloti", 1);
+    Picture1_ = new DisegnoTracciato;
+    Picture1_->setObjectName(QStringLiteral("Picture1"));
+    Picture1_->Tratto(2, false);
+    griglia->addWidget(Picture1_, 2, 0, 1, 2);
+    griglia->setRowStretch(2, 1);
+    mappa_->hide();
+
+    giri_ = new QSplitter(Qt::Vertical);
+    giri_->setChildrenCollapsible(false);
+    giri_->setHandleWidth(kMargine);
+    giri_->addWidget(MSFlexGrid1_);
+    giri_->addWidget(mappa_);
+    giri_->setStretchFactor(0, 1);
+    giri_->setStretchFactor(1, 0);
+    return giri_;
 }
 
 void frmAnalisi::Collega() {
@@ -191,6 +234,22 @@ void frmAnalisi::AdattaMisure() {
     misure_->setMinimumWidth(fraMisure_->minimumSizeHint().width() + barra);
 }
 
+void frmAnalisi::AdattaGiri() {
+    // As many sectors as a quarter of the window can show; the rest is scrolled to, or the user
+    // moves the bar.
+    QList<int> misure = divisore_->sizes();
+    const int larghezza =
+        std::clamp(MSFlexGrid1_->sizeHint().width(), MSFlexGrid1_->minimumWidth(), width() / 4);
+    misure[1] += misure[2] - larghezza;
+    misure[2] = larghezza;
+    divisore_->setSizes(misure);
+}
+
+void frmAnalisi::resizeEvent(QResizeEvent* evento) {
+    QDialog::resizeEvent(evento);
+    AdattaGiri();
+}
+
 void frmAnalisi::Apri() {
     if (!Carica()) return;
     setWindowState(windowState() | Qt::WindowMaximized);
@@ -207,6 +266,9 @@ void frmAnalisi::RefreshLanguage() {
     for (int k = 0; k < kNumAllarmi; ++k) {
         fraLegendaAllarmi_->Nome(k, InQt(Testo(kPrimoTestoAllarme + k)));
     }
+    lblCircuito_->setText(InQt(Testo(kTestoCircuito)));
+    lblPiloti_->setText(InQt(Testo(kTestoPiloti)));
+    Picture1_->setAccessibleName(lblCircuito_->text());
     NTGraph1_->setAccessibleName(InQt(Testo(273)));
     NTGraphAll_->setAccessibleName(InQt(Testo(91)));
     NomiBarra();

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QFrame>
 #include <QScrollArea>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
@@ -16,6 +17,7 @@
 
 #include "analysis/AnalisiDati.h"
 #include "widgets/BarraNavigazione.h"
+#include "widgets/DisegnoTracciato.h"
 #include "widgets/GraficoWidget.h"
 #include "widgets/GrigliaGiri.h"
 #include "widgets/LegendaAllarmi.h"
@@ -57,6 +59,7 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     frmAnalisi(const char* nome, const Fabbrica& fabbrica, QWidget* parent);
 
     bool event(QEvent* evento) override;
+    void resizeEvent(QResizeEvent* evento) override;
 
  private:
     // What the analysis asks of its window.
@@ -77,6 +80,8 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     void Barra(const StatoBarra& stato) override;
     void Rinfresca() override;
     void MostraMappa(bool visibile) override;
+    void Mappa(std::vector<PuntoTracciato> punti, const std::string& circuito,
+               const std::string& piloti) override;
     void MarcatoreMappa(int punto) override;
     void MostraGriglia(bool visibile) override;
     void RigheGriglia(int righe) override;
@@ -94,6 +99,7 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     QWidget* CreaSchede();
     QWidget* CreaGiri();
     void AdattaMisure();
+    void AdattaGiri();
     void Collega();
     RigaCanale* Riga(int c);
 
@@ -105,8 +111,12 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     void MostraStatistiche();
     void MostraStatisticheMisure();
     void MostraReport();
+    void MostraTracciato();
+    void MostraSessione();
     void StampaGrafico();
 
+    QSplitter* divisore_ = nullptr;
+    QSplitter* giri_ = nullptr;  ///< lap table above, track map below
     QScrollArea* misure_ = nullptr;
     QFrame* fraMisure_ = nullptr;
     QTabWidget* SSTab1_ = nullptr;
@@ -117,6 +127,12 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     LegendaAllarmi* fraLegendaAllarmi_ = nullptr;
     BarraNavigazione* navigazione_ = nullptr;
     GrigliaGiri* MSFlexGrid1_ = nullptr;
+    QFrame* mappa_ = nullptr;
+    DisegnoTracciato* Picture1_ = nullptr;
+    QLabel* lblCircuito_ = nullptr;
+    QLabel* txtCircuito_ = nullptr;
+    QLabel* lblPiloti_ = nullptr;
+    QLabel* txtPiloti_ = nullptr;
     QButtonGroup* optScala_ = nullptr;
     std::array<RigaCanale*, kNumCanali> righe_{};
     std::unique_ptr<AnalisiDati> analisi_;

@@ -1,6 +1,7 @@
 // The tool bar of an analysis window and the dialogs that it opens.
 #include "analysis/frmAnalisi.h"
 #include "platform/qt/TestoQt.h"
+#include "reports/dlgDatiSessione.h"
 #include "reports/dlgReportGiri.h"
 #include "reports/dlgSetGraph.h"
 #include "reports/dlgStatistiche.h"
@@ -80,8 +81,10 @@ void frmAnalisi::Esegui(const std::string& chiave) {
         {"SetZoom", [](frmAnalisi& f) { f.analisi_->SetZoom_Click(); }},
         {"DimOriginali", [](frmAnalisi& f) { f.analisi_->DimOriginali_Click(); }},
         {"Stampa", [](frmAnalisi& f) { f.StampaGrafico(); }},
+        {"Circuito", [](frmAnalisi& f) { f.MostraTracciato(); }},
+        {"DatiSessione", [](frmAnalisi& f) { f.MostraSessione(); }},
     };
-    if (const auto azione = kAzioni.find(chiave); azione != kAzioni.end()) azione->second(*this);
+    kAzioni.at(chiave)(*this);
 }
 
 void frmAnalisi::Impostazioni(int c) {
@@ -104,6 +107,19 @@ void frmAnalisi::MostraStatisticheMisure() {
 
 void frmAnalisi::MostraReport() {
     if (analisi_->CiSonoGiri()) dlgReportGiri(*analisi_, this).exec();
+}
+
+void frmAnalisi::MostraTracciato() {
+    analisi_->Circuito_Click();
+    chiavi_.at("Circuito")->setChecked(analisi_->TracciatoVisibile);
+}
+
+void frmAnalisi::MostraSessione() {
+    dlgDatiSessione(*analisi_, this).exec();
+    if (scaricata_) return;
+    analisi_->RicompilaTabella();
+    AdattaGiri();
+    chiavi_.at("Circuito")->setChecked(analisi_->TracciatoVisibile);
 }
 
 void frmAnalisi::StampaGrafico() {

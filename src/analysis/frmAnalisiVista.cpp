@@ -1,5 +1,7 @@
 // What the analysis asks of its window.
 #include <QSignalBlocker>
+#include <algorithm>
+#include <utility>
 
 #include "analysis/frmAnalisi.h"
 #include "platform/qt/TestoQt.h"
@@ -86,9 +88,29 @@ void frmAnalisi::Rinfresca() {
     repaint();
 }
 
-void frmAnalisi::MostraMappa(bool) {}
+void frmAnalisi::MostraMappa(bool visibile) {
+    const bool nuova = visibile && !mappa_->isVisibleTo(this);
+    mappa_->setVisible(visibile);
+    if (!nuova) return;
+    const int altezza = giri_->height();
+    const int parte =
+        std::min(Picture1_->width() + mappa_->fontMetrics().height() * 3, altezza / 2);
+    giri_->setSizes({altezza - parte, parte});
+}
 
-void frmAnalisi::MarcatoreMappa(int) {}
+void frmAnalisi::Mappa(std::vector<PuntoTracciato> punti, const std::string& circuito,
+                       const std::string& piloti) {
+    Picture1_->ImpostaPunti(std::move(punti));
+    txtCircuito_->setText(InQt(circuito));
+    txtPiloti_->setText(InQt(piloti));
+}
+
+void frmAnalisi::MarcatoreMappa(int punto) {
+    // A point that the outline does not have leaves the marker where it is.
+    if (punto >= 0 && punto < static_cast<int>(Picture1_->Punti().size())) {
+        Picture1_->Marcatore(punto);
+    }
+}
 
 void frmAnalisi::MostraGriglia(bool visibile) {
     MSFlexGrid1_->setVisible(visibile);

@@ -45,6 +45,8 @@ class GraphControl {
     virtual void ColoreSfondo(Colore colore) = 0;
     virtual void ColoreCornice(Colore colore) = 0;
     virtual void MostraGriglia(bool mostra) = 0;
+    /// Whether the y axis has numbers; where the curves are levels they mean nothing.
+    virtual void MostraNumeriY(bool mostra) = 0;
 
     /// Drops all elements and all panes but the first; axis texts, colours and ranges stay.
     virtual void PulisciGrafico() = 0;

@@ -9,7 +9,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 40> kFrasi = {{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 43> kFrasi = {{
     // The classic texts of the error numbers.
     {"Overflow", "Overflow"},
     {"Subscript out of range", "Indice fuori intervallo"},
@@ -43,6 +43,9 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 40> kFrasi =
     {"reading the lap times", "lettura dei tempi sul giro"},
     {"reading the sectors", "lettura dei settori"},
     {"reading the session", "lettura dei dati della sessione"},
+    {"writing the session", "scrittura dei dati della sessione"},
+    {"reading the outline of a track", "lettura di un tracciato"},
+    {"writing the sectors", "scrittura dei settori"},
     {"writing schema.ini", "scrittura di schema.ini"},
     {"printing a document", "stampa di un documento"},
     {"reading a time (hh:mm:ss.cc)", "lettura di un tempo (hh:mm:ss.cc)"},

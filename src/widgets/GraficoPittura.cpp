@@ -268,7 +268,8 @@ GraficoWidget::Disposizione GraficoWidget::Disponi(Foglio& foglio) const {
         p.Dati = r;
         const int massime = static_cast<int>(std::clamp(altezza / (2.2 * riga), 2.0, 12.0));
         const auto [da, a] = std::minmax({r.YMin / r.Scala, r.YMax / r.Scala});
-        const Tacche tacche = r.YMin < r.YMax ? CalcolaTacche(da, a, massime) : Tacche{};
+        const Tacche tacche =
+            numeriY_ && r.YMin < r.YMax ? CalcolaTacche(da, a, massime) : Tacche{};
         for (const double valore : tacche.Valori) {
             p.Tacche.push_back({valore * r.Scala, InQt(TestoTacca(valore, tacche, separatore))});
             d.LarghezzaY = std::max(d.LarghezzaY, penna.Largo(p.Tacche.back().Testo));

@@ -56,6 +56,11 @@ void GraficoWidget::MostraGriglia(bool mostra) {
     Sporca();
 }
 
+void GraficoWidget::MostraNumeriY(bool mostra) {
+    numeriY_ = mostra;
+    Sporca();
+}
+
 void GraficoWidget::PulisciGrafico() {
     elementi_.clear();
     separati_.clear();

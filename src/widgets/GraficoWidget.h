@@ -39,6 +39,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     void ColoreSfondo(Colore colore) override;
     void ColoreCornice(Colore colore) override;
     void MostraGriglia(bool mostra) override;
+    void MostraNumeriY(bool mostra) override;
     void PulisciGrafico() override;
     std::int16_t ElementoCorrente() const override;
     void ColoreElemento(Colore colore) override { prossimo_.Tinta = colore; }
@@ -144,6 +145,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     std::optional<Colore> sfondo_;
     std::optional<Colore> cornice_;
     bool griglia_ = true;
+    bool numeriY_ = true;
     Elemento prossimo_;
     std::vector<Elemento> elementi_;
     bool elementoAperto_ = false;  ///< the last element still takes points one by one

@@ -40,6 +40,7 @@ class GraficoProva : public GraphControl {
     void ColoreSfondo(Colore) override {}
     void ColoreCornice(Colore) override {}
     void MostraGriglia(bool) override {}
+    void MostraNumeriY(bool) override {}
     void PulisciGrafico() override {
         elementi.clear();
         corrente = 1;
@@ -122,6 +123,11 @@ class VistaProva : public VistaAnalisi {
     void Barra(const StatoBarra& stato) override { barra = stato; }
     void Rinfresca() override {}
     void MostraMappa(bool visibile) override { mappa = visibile; }
+    void Mappa(std::vector<PuntoTracciato> punti, const std::string& circuito,
+               const std::string&) override {
+        puntiMappa = static_cast<int>(punti.size());
+        circuitoMappa = circuito;
+    }
     void MarcatoreMappa(int punto) override { marcatore = punto; }
     void MostraGriglia(bool visibile) override { griglia = visibile; }
     void RigheGriglia(int numero) override { righe = numero; }
@@ -152,6 +158,8 @@ class VistaProva : public VistaAnalisi {
     StatoBarra barra;
     bool zoomIn = true, mappa = false;
     int marcatore = -1;
+    int puntiMappa = 0;
+    std::string circuitoMappa;
     std::map<int, Colore> colori;
     std::map<Posto, std::string> celle;
     std::map<Posto, Colore> sfondi, caratteri;
@@ -164,6 +172,7 @@ class VistaProva : public VistaAnalisi {
 struct RigaLog {
     std::map<int, std::string> Celle;
     int Giro = 1;
+    bool Allarme2 = false;
 };
 
 /// A small log made by hand: time and distance count from the start of each stretch, 10 m a row,
@@ -197,7 +206,8 @@ class LogProva {
     std::string Laterale() const {
         std::string testo = "Time [sec];Distance [m];a;b;c;d;e;f;g;h;\r\n";
         for (const RigaLog& riga : Righe) {
-            testo += riga.Celle.at(1) + ";" + riga.Celle.at(2) + ";1;3;5;7;9;11;13;15;" +
+            testo += riga.Celle.at(1) + ";" + riga.Celle.at(2) +
+                     (riga.Allarme2 ? ";1;4;5;7;9;11;13;15;" : ";1;3;5;7;9;11;13;15;") +
                      TestoNumero(riga.Giro) + "\r\n";
         }
         return testo;
@@ -217,6 +227,16 @@ class LogProva {
     std::string Tim = "1.4\r\n\r\n";
     std::vector<RigaLog> Righe;
 };
+
+/// A session file with the given lines of channels 3 and 4.
+inline std::string Sessione(const std::string& canale3, const std::string& canale4) {
+    std::string ses =
+        "Sessione= Prove libere \r\nDataSessione=12/5\r\nOra=10=30\r\nCircuito= \r\n"
+        "Lungh=5793\r\nVeicolo=  Alfa 8 \r\nPiloti=Rossi\r\nNote=a;b\r\n";
+    ses += canale3 + "\r\n" + canale4 + "\r\n";
+    for (int c = 5; c <= 20; ++c) ses += "x;1;12;1;0;0\r\n";
+    return ses;
+}
 
 /// An analysis with everything around it, on logs of a folder of its own.
 class AnalisiProva : public ::testing::Test {

@@ -1,6 +1,4 @@
 #include "analysis/AnalisiProva.h"
-#include "platform/ErroreRuntime.h"
-#include "project/DatiProgetto.h"
 #include "shell/LoadStrings.h"
 
 using namespace lapvane;
@@ -21,15 +19,6 @@ LogProva DueGiri() {
     }
     log.Tim = "1.4\r\n01:02.30, 1\r\n01:01.90, 1\r\n\r\n";
     return log;
-}
-
-std::string Sessione(const std::string& canale3, const std::string& canale4) {
-    std::string ses =
-        "Sessione= Prove libere \r\nDataSessione=12/5\r\nOra=10=30\r\nCircuito= \r\n"
-        "Lungh=5793\r\nVeicolo=  Alfa 8 \r\nPiloti=Rossi\r\nNote=a;b\r\n";
-    ses += canale3 + "\r\n" + canale4 + "\r\n";
-    for (int c = 5; c <= 20; ++c) ses += "x;1;12;1;0;0\r\n";
-    return ses;
 }
 
 }  // namespace
@@ -198,66 +187,10 @@ TEST_F(DisegnoCanali, SeparatePanesTakeTheirOwnScaleAndAreThreeAtMost) {
     EXPECT_EQ(grafico.elementi[1].Scala, 1.0);
     EXPECT_EQ(grafico.intervallo.YMax, 2.2);
     EXPECT_EQ(grafico.etichettaY, Testo(310) + " [bar]");
-    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    macchina.Risposte = {Answer::Ok};
     const int prima = grafico.pulizie;
     analisi.chkGrafico_Click(6, true);
     EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(145));
     EXPECT_EQ(macchina.Mostrati.back().Icona, Icon::Information);
     EXPECT_EQ(grafico.pulizie, prima) << "the graph keeps its last picture";
-}
-
-using SessioneAnalisi = AnalisiProva;
-
-TEST_F(SessioneAnalisi, AreReadByPosition) {
-    DatiProgetto.Veicolo = "prima";
-    Scrivi(Stelo().native() + ".ses",
-           Sessione("Motore; 2 ;16711680; 4;-1,5; 12.5", "Velocit\xE0;0;boh;x;;"));
-    ASSERT_TRUE(Apri(DueGiri()));
-    EXPECT_EQ(DatiSessione.Sessione, "Prove libere");
-    EXPECT_EQ(DatiSessione.DataSessione, "12/5");
-    EXPECT_EQ(DatiSessione.OraSessione, "10=30") << "everything after the first equals sign";
-    EXPECT_EQ(DatiSessione.Circuito, "");
-    EXPECT_EQ(DatiSessione.LunghTracciato, "5793");
-    EXPECT_EQ(DatiProgetto.Veicolo, "Alfa 8") << "the project's vehicle is overwritten";
-    EXPECT_EQ(DatiSessione.VeicoloSessione, "");
-    EXPECT_EQ(DatiSessione.NoteSessione, "a;b");
-    EXPECT_EQ(analisi.FiltroCanale[3], 2);
-    EXPECT_EQ(analisi.ColoreCanale[3], 16711680u);
-    EXPECT_EQ(vista.colori[3], 16711680u);
-    EXPECT_EQ(analisi.SpessoreCanale[3], 4);
-    EXPECT_EQ(vista.nomi[3], Testo(308)) << "the caption of the file is dropped";
-    EXPECT_EQ(analisi.FiltroCanale[4], 0);
-    EXPECT_EQ(analisi.ColoreCanale[4], Rgb(255, 0, 0)) << "what is no number changes nothing";
-    EXPECT_EQ(analisi.SpessoreCanale[4], 1);
-    analisi.LeggiDatiSessione();
-    EXPECT_EQ(analisi.MinCanale[3], -1.5);
-    EXPECT_EQ(analisi.MaxCanale[3], 12.5);
-}
-
-TEST_F(SessioneAnalisi, MissingFileEmptiesTheSession) {
-    DatiSessione.Sessione = "di un altro log";
-    DatiProgetto.Veicolo = "di un altro log";
-    ASSERT_TRUE(Apri(DueGiri()));
-    EXPECT_EQ(DatiSessione.Sessione, "");
-    EXPECT_EQ(DatiProgetto.Veicolo, "");
-    EXPECT_EQ(analisi.NomeFileSessione, Stelo().native() + ".ses");
-}
-
-TEST_F(SessioneAnalisi, FileThatIsCutShortIsAnError) {
-    const std::string intera = Sessione("x;1;255;1;0;0", "x;1;255;1;0;0");
-    for (const std::size_t righe : {0u, 5u, 25u}) {
-        std::size_t fine = 0;
-        for (std::size_t i = 0; i < righe; ++i) fine = intera.find('\n', fine) + 1;
-        DueGiri().Scrivi(Stelo());
-        Scrivi(Stelo().native() + ".ses", intera.substr(0, fine));
-        try {
-            ApriCsv();
-            ADD_FAILURE() << righe;
-        } catch (const ErroreRuntime& errore) {
-            EXPECT_EQ(errore.Numero(), NumeroErrore::InputPastEnd);
-            EXPECT_EQ(errore.Riga(), static_cast<long>(righe) + 1);
-            EXPECT_EQ(errore.File(), Stelo().native() + ".ses");
-        }
-        EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
-    }
 }

@@ -150,4 +150,3 @@ TEST(Schema, NamesEveryColumnOfBothFiles) {
               "[run.txt]\r\nColNameHeader=True\r\nFormat=Delimited(;)\r\nMaxScanRows=1\r\n"
               "CharacterSet=ANSI\r\nCol1=F1 Double\r\nCol2=F2 Double\r\nCol3=F3 Integer\r\n");
 }
-

@@ -2,6 +2,7 @@
 #include "logs/BufferLog.h"
 #include "project/DatiProgetto.h"
 #include "project/FileRecenti.h"
+#include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
 #include "sensors/CSensore.h"
 #include "sensors/Curve.h"
@@ -17,6 +18,7 @@ void AzzeraTutto() {
     AzzeraBufferLog();
     DatiProgetto = {};
     DatiSessione = {};
+    ListaCircuiti.clear();
     LibreriaSensori.clear();
     CurvaX = {};
     CurvaY = {};

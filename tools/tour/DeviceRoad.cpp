@@ -1,26 +1,19 @@
-#include "DeviceRoad.h"
-
+// The road to the instrument and back: the open project goes into it, a new project takes its place
+// on the screen, the instrument is read into that, and what is saved then is held against the first
+// project's file. At the end that project is open again.
 #include <QFile>
-#include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMap>
 #include <QMessageBox>
 #include <QTest>
-#include <QToolButton>
 
+#include "Tour.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
-#include "widgets/PannelloStato.h"
 
 namespace lapvane::tour {
 
 namespace {
-
-template <class W>
-W* In(QWidget* window, const char* name) {
-    return window != nullptr ? window->findChild<W*>(QLatin1String(name)) : nullptr;
-}
 
 QWidget* Run() {
     QWidget* window = Robot::Modal("QDialog");
@@ -29,7 +22,7 @@ QWidget* Run() {
 }
 
 QString Label(const char* name) {
-    auto* label = In<QLabel>(Run(), name);
+    auto* label = Run() != nullptr ? Run()->findChild<QLabel*>(QLatin1String(name)) : nullptr;
     return label != nullptr ? label->text() : QString();
 }
 
@@ -70,42 +63,15 @@ QString Differences(const QString& before, const QString& after) {
 
 }  // namespace
 
-DeviceRoad::DeviceRoad(Robot& robot, std::function<frmMain*()> window, QString project,
-                       QString saved)
-    : robot_(robot),
-      window_(std::move(window)),
-      project_(std::move(project)),
-      saved_(std::move(saved)) {}
-
-QString DeviceRoad::Panel(int n) const {
-    auto* panel = In<PannelloStato>(window_(), ("sbStatusBar_" + std::to_string(n)).c_str());
-    return panel != nullptr ? panel->Testo() : QString();
-}
-
-void DeviceRoad::Click(const char* key) {
-    const std::string name = std::string("Toolbar1_") + key;
+void Tour::Command(const char* key) {
     robot_.Stop(
         QLatin1String(key),
-        [this, name] {
-            auto* button = In<QToolButton>(window_(), name.c_str());
-            return Robot::Modal("QWidget") == nullptr && button != nullptr && button->isEnabled();
-        },
-        [this, name] { robot_.Click(In<QToolButton>(window_(), name.c_str())); });
+        [this, key] { return Robot::Modal("QWidget") == nullptr && Button(key)->isEnabled(); },
+        [this, key] { robot_.Click(Button(key)); });
 }
 
-void DeviceRoad::FileDialog(const QString& path) {
-    robot_.Stop(
-        QStringLiteral("file dialog"), [] { return Robot::Modal("QFileDialog") != nullptr; },
-        [path] {
-            auto* name = In<QLineEdit>(Robot::Modal("QFileDialog"), "fileNameEdit");
-            name->clear();
-            QTest::keyClicks(name, path);
-            QTest::keyClick(name, Qt::Key_Return);
-        });
-}
-
-void DeviceRoad::LongCommand(const char* key, int question, int title, const QString& name) {
-    Click(key);
+void Tour::LongCommand(const char* key, int question, int title, const QString& name) {
+    Command(key);
     robot_.Stop(
         name + QStringLiteral(": question"), [] { return Robot::Modal("QMessageBox") != nullptr; },
         [this, question] {
@@ -133,29 +99,36 @@ void DeviceRoad::LongCommand(const char* key, int question, int title, const QSt
         });
 }
 
-void DeviceRoad::Play() {
+void Tour::ProgramAndRead() {
+    const QString project = PercorsoInQt(machine_.AppPath() / "Esempio.pro");
+    const QString saved = out_ + QStringLiteral("/read.pro");
+    const auto answer = [this](const QString& path) {
+        robot_.Stop(QStringLiteral("file dialog"), ModalIs("QFileDialog"),
+                    [this, path] { AnswerFileDialog(path, {}); });
+    };
     LongCommand("ProgDev", 147, 238, QStringLiteral("program"));
-    Click("New");
+    Command("New");
     robot_.Stop(
         QStringLiteral("new project"), [this] { return Panel(1) == InQt(Testo(131)); },
         [this] {
-            robot_.Check(!In<QToolButton>(window_(), "Toolbar1_ProgDev")->isEnabled(),
+            robot_.Check(!Button("ProgDev")->isEnabled(),
                          QStringLiteral("a project that was never saved can be programmed"));
         });
     LongCommand("ReadDev", 232, 239, QStringLiteral("read"));
-    Click("SaveAs");
-    FileDialog(saved_);
+    Command("SaveAs");
+    answer(saved);
     robot_.Stop(
-        QStringLiteral("what was read"), [this] { return Panel(2) == saved_; },
-        [this] {
-            const QString keys = Differences(project_, saved_);
+        QStringLiteral("what was read"), [this, saved] { return Panel(2) == saved; },
+        [this, project, saved] {
+            const QString keys = Differences(project, saved);
             robot_.Check(keys.isEmpty(),
                          QStringLiteral("read back otherwise than written:") + keys);
         });
-    Click("Open");
-    FileDialog(project_);
+    Command("Open");
+    answer(project);
     robot_.Stop(
-        QStringLiteral("first project again"), [this] { return Panel(2) == project_; }, [] {});
+        QStringLiteral("first project again"), [this, project] { return Panel(2) == project; },
+        [] {});
 }
 
 }  // namespace lapvane::tour

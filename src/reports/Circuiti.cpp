@@ -1,0 +1,143 @@
+#include "reports/Circuiti.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
+#include "shell/FileTesto.h"
+#include "shell/NumeroTesto.h"
+
+namespace lapvane {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kCartella = "tracks";
+constexpr std::size_t kByteMassimi = 1 << 20;  // of a file that a person can look through
+constexpr std::size_t kConPunto = 4;           // an extension and its point
+
+/// The entry of a folder whose name equals `nome` without regard to case, the first in the order
+/// of their bytes; empty if there is none.
+template <class Prova>
+fs::path VoceSenzaMaiuscole(const fs::path& cartella, std::string_view nome, Prova adatta) {
+    fs::path trovata;
+    std::error_code errore;
+    fs::directory_iterator voci(cartella, errore);
+    while (!errore && voci != fs::directory_iterator()) {
+        const fs::path voce = voci->path();
+        if (UgualiSenzaMaiuscole(TestoDaPercorso(voce.filename()), nome) && adatta(voce) &&
+            (trovata.empty() || voce < trovata)) {
+            trovata = voce;
+        }
+        voci.increment(errore);
+    }
+    return trovata;
+}
+
+bool EUnaCartella(const fs::path& percorso) {
+    std::error_code ignorato;
+    return fs::is_directory(percorso, ignorato);
+}
+
+/// The text of a side file of a circuit; empty optional if it cannot be had.
+std::optional<std::string> TestoDelCircuito(const std::string& nome, std::string_view estensione,
+                                            std::string_view cosa) {
+    const fs::path percorso = FileCircuito(nome, estensione);
+    if (percorso.empty() || !FileEsiste(percorso)) return std::nullopt;
+    try {
+        return LeggiFile(percorso, cosa, kByteMassimi);
+    } catch (const ErroreRuntime&) {
+        return std::nullopt;
+    }
+}
+
+}  // namespace
+
+fs::path CartellaCircuiti() {
+    const fs::path programma = platform().AppPath();
+    const fs::path solita = programma / kCartella;
+    if (EUnaCartella(solita)) return solita;
+    const fs::path altra = VoceSenzaMaiuscole(programma, kCartella, EUnaCartella);
+    return altra.empty() ? solita : altra;
+}
+
+void CaricaListaCircuiti() {
+    for (const std::string& file : ElencaFile(CartellaCircuiti())) {
+        // Kept: the name ends in "trk", with or without a point before it, and loses four
+        // characters.
+        if (file.size() > kConPunto &&
+            UgualiSenzaMaiuscole(std::string_view(file).substr(file.size() - 3), "trk")) {
+            ListaCircuiti.push_back(file.substr(0, file.size() - kConPunto));
+        }
+    }
+}
+
+fs::path FileCircuito(const std::string& nome, std::string_view estensione) {
+    if (nome.empty() || nome.find_first_of(std::string_view("/\\\0", 3)) != std::string::npos) {
+        return {};
+    }
+    const std::string file = nome + '.' + std::string(estensione);
+    const fs::path cartella = CartellaCircuiti();
+    const fs::path solito = cartella / PercorsoDaTesto(file);
+    if (FileEsiste(solito)) return solito;
+    const fs::path altro = VoceSenzaMaiuscole(cartella, file, FileEsiste);
+    return altro.empty() ? solito : altro;
+}
+
+std::vector<PuntoTracciato> LeggiTracciato(std::string_view testo) {
+    std::vector<PuntoTracciato> punti;
+    LettoreRighe righe(testo);
+    while (!righe.Fine() && punti.size() < kPuntiMassimi) {
+        std::string_view riga = righe.Prossima();
+        if (!riga.empty() && riga.front() == '"') riga.remove_prefix(1);
+        if (!riga.empty() && riga.back() == '"') riga.remove_suffix(1);
+        PuntoTracciato punto;
+        const std::size_t virgola = riga.find(',');
+        if (virgola != std::string_view::npos) {
+            punto.X = LeggiInt32(riga.substr(0, virgola)).value_or(0);
+            punto.Y = LeggiInt32(riga.substr(virgola + 1)).value_or(0);
+        }
+        punti.push_back(punto);
+    }
+    return punti;
+}
+
+std::optional<std::vector<PuntoTracciato>> LeggiFileTracciato(const std::string& nome) {
+    const auto testo = TestoDelCircuito(nome, "trk", "reading the outline of a track");
+    if (!testo) return std::nullopt;
+    return LeggiTracciato(*testo);
+}
+
+FileSettori LeggiTestoSettori(std::string_view testo, std::size_t massimo) {
+    FileSettori file;
+    LettoreRighe righe(testo);
+    file.Lunghezza = LeggiNumero(righe.Prossima());
+    while (!righe.Fine() && file.Settori.size() < massimo) {
+        const std::string_view riga = righe.Prossima();
+        const double lunghezza = CampoNumerico(riga.data(), riga.data() + riga.size());
+        if (lunghezza == 0.0) break;
+        file.Settori.push_back(lunghezza);
+    }
+    return file;
+}
+
+std::optional<FileSettori> LeggiFileSettori(const std::string& nome, std::size_t massimo) {
+    const auto testo = TestoDelCircuito(nome, "sec", "reading the sectors");
+    if (!testo) return std::nullopt;
+    return LeggiTestoSettori(*testo, massimo);
+}
+
+std::string ScriviTestoSettori(const std::string& lunghezza,
+                               std::span<const std::int32_t> settori) {
+    std::string testo = lunghezza + "\r\n";
+    for (const std::int32_t settore : settori) {
+        if (settore == 0) break;
+        testo += TestoNumero(settore) + "\r\n";
+    }
+    return testo;
+}
+
+}  // namespace lapvane

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <array>
+#include <filesystem>
+#include <optional>
+
+#include "reports/DivisioneSettori.h"
+
+namespace lapvane {
+
+class AnalisiDati;
+class DisegnoTracciato;
+
+/// What is known about the analysed log, and the division of its track.
+class dlgDatiSessione : public QDialog {
+    Q_OBJECT
+ public:
+    /// Fills the boxes from `DatiSessione` and the files of its circuit. Error 76 if the folder of
+    /// the tracks is missing.
+    explicit dlgDatiSessione(AnalisiDati& analisi, QWidget* parent = nullptr);
+
+    void done(int esito) override;
+
+ protected:
+    bool event(QEvent* evento) override;
+    bool eventFilter(QObject* oggetto, QEvent* evento) override;
+
+ private:
+    QWidget* CreaSessione();
+    QWidget* CreaCircuito();
+    QWidget* CreaSettori();
+    QLineEdit* Casella(QWidget* dove, const char* nome);
+
+    void AggiornaTesti();
+    void AggiornaTitolo();
+    void RiempiCboCircuito();
+    void RiempiCampiSessione();
+    void cboCircuito_Click();
+    void cboNumSettori_Click();
+    void txtLunghezzaTracciato_Fine();
+    void txtX_Fine(int i);
+    void OKButton_Click();
+    void MostraSettori();
+    void DisegnaSettori();
+    void CircuitoScritto();
+    bool Invio(QObject* oggetto);
+    void Lascia(QObject* oggetto);
+    int IndiceCasella(const QObject* oggetto) const;
+    void ScriviSettori();
+
+    AnalisiDati& analisi_;
+    DivisioneSettori divisione_;
+    std::filesystem::path FileSettori_;  ///< empty: no outline, so no division to write
+    QString circuitoLetto_;
+    bool chiuso_ = false;
+
+    QGroupBox* fraSessione_ = nullptr;
+    QGroupBox* fraCircuito_ = nullptr;
+    QLabel* lblSessione_ = nullptr;
+    QLabel* lblData_ = nullptr;
+    QLabel* lblOra_ = nullptr;
+    QLabel* lblCircuito_ = nullptr;
+    QLabel* lblLunghTracciato_ = nullptr;
+    QLabel* lblMetri_ = nullptr;
+    QLabel* lblVeicolo_ = nullptr;
+    QLabel* lblPiloti_ = nullptr;
+    QLabel* lblNote_ = nullptr;
+    QLabel* lblSettori_ = nullptr;
+    QLabel* lblNSettori_ = nullptr;
+    QLineEdit* txtSessione_ = nullptr;
+    QLineEdit* txtDataSessione_ = nullptr;
+    QLineEdit* txtOraSessione_ = nullptr;
+    QComboBox* cboCircuito_ = nullptr;
+    QLineEdit* txtLunghezzaTracciato_ = nullptr;
+    QLineEdit* txtVeicolo_ = nullptr;
+    QPlainTextEdit* txtPiloti_ = nullptr;
+    QPlainTextEdit* txtNote_ = nullptr;
+    QComboBox* cboNumSettori_ = nullptr;
+    std::array<QLineEdit*, kSettoriMassimi> txtX_{};
+    std::array<QLabel*, kSettoriMassimi> lblNumSetc_{};
+    DisegnoTracciato* Picture1_ = nullptr;
+    QPushButton* OKButton_ = nullptr;
+    QPushButton* CancelButton_ = nullptr;
+};
+
+}  // namespace lapvane

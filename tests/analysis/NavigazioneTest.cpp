@@ -1,0 +1,329 @@
+#include "analysis/AnalisiDatiFoglio.h"
+#include "analysis/AnalisiProva.h"
+#include "platform/ErroreRuntime.h"
+
+using namespace lapvane;
+using namespace lapvane::prova;
+
+namespace {
+
+/// Start (5 rows), a lap of 10 s (rows 5 to 105), one of 20 s (rows 106 to 306), End. Channel 3
+/// counts the rows of its lap; alarm 2 is on from 1 s to 2 s.
+LogProva LogLungo() {
+    LogProva log;
+    const auto riga = [](int r) { return 1.0 * r; };
+    log.Tratto(1, 5).Tratto(2, 101, riga).Tratto(3, 201, riga).Tratto(4, 3);
+    for (std::size_t r = 15; r <= 25; ++r) log.Righe[r].Allarme2 = true;
+    log.Tim = "1.4\r\n00:10.10, 1\r\n00:20.10, 1\r\n\r\n";
+    return log;
+}
+
+}  // namespace
+
+class Navigazione : public AnalisiProva {
+ protected:
+    void Apri10() {
+        ASSERT_TRUE(Apri(LogLungo()));
+        analisi.MSFlexGrid1_Click(2, 1);
+        analisi.chkGrafico_Click(3, true);
+    }
+    std::pair<double, double> Finestra() const {
+        return {grafico.intervallo.XMin, grafico.intervallo.XMax};
+    }
+    using Coppia = std::pair<double, double>;
+};
+
+TEST_F(Navigazione, ZoomMovesTheRightEdgeOnly) {
+    Apri10();
+    EXPECT_EQ(Finestra(), (Coppia{0.0, 10.0}));
+    analisi.cmdZoom_Click(2.0);
+    EXPECT_EQ(Finestra(), (Coppia{0.0, 20.0})) << "the window may exceed the lap";
+    EXPECT_EQ(panoramica.intervallo.XMax, 20.0);
+    EXPECT_EQ(panoramica.intervallo.YMax, 18.0);
+    // What the mouse has zoomed comes back with the next button, y and all.
+    grafico.intervallo = {4.0, 8.0, -1.0, 3.0};
+    analisi.cmdZoom_Click(0.5);
+    EXPECT_EQ(Finestra(), (Coppia{4.0, 6.0}));
+    EXPECT_EQ(grafico.intervallo.YMax, 3.0);
+    EXPECT_EQ(grafico.cursoreX, 4.0);
+    EXPECT_EQ(panoramica.cursoreX, 4.0);
+    EXPECT_DOUBLE_EQ(analisi.PassoSposta, 0.02);
+    EXPECT_EQ(analisi.RigaDa, 45);
+
+    // The right edge decides about further zooming in.
+    grafico.intervallo = {0.0, 1.2, 0.0, 1.0};
+    analisi.cmdZoom_Click(0.5);
+    EXPECT_FALSE(vista.zoomIn);
+    analisi.cmdZoom_Click(2.0);
+    EXPECT_TRUE(vista.zoomIn);
+    analisi.SetZoom_Click();
+    EXPECT_FALSE(vista.zoomIn);
+    EXPECT_EQ(grafico.modoMouse, ModoMouse::Zoom);
+    analisi.cmdZoom_Click(2.0);
+    EXPECT_FALSE(vista.zoomIn) << "the mouse zooms now";
+    analisi.SetZoom_Click();
+    EXPECT_TRUE(vista.zoomIn);
+    EXPECT_EQ(grafico.modoMouse, ModoMouse::Cursore);
+
+    analisi.DimOriginali_Click();
+    EXPECT_EQ(Finestra(), (Coppia{0.0, 10.0}));
+}
+
+TEST_F(Navigazione, ShiftGoesAnywhereAndReadsAtTheLeftEdge) {
+    Apri10();
+    analisi.cmdSposta_Click(10);
+    EXPECT_EQ(Finestra(), (Coppia{1.0, 11.0})) << "ten steps of a hundredth of the window";
+    EXPECT_EQ(analisi.RigaDa, 15);
+    EXPECT_EQ(vista.valori[1], "1") << "the cursor stands at the left edge";
+    EXPECT_TRUE(vista.lampade[1]) << "and reads the alarms there";
+    EXPECT_FALSE(vista.lampade[0]);
+    analisi.cmdSposta_Click(-10);
+    analisi.cmdSposta_Click(-10);
+    EXPECT_EQ(Finestra(), (Coppia{-1.0, 9.0}));
+    EXPECT_EQ(panoramica.intervallo.XMin, -1.0);
+    analisi.cmdSposta_Click(1);
+    EXPECT_DOUBLE_EQ(grafico.intervallo.XMin, -0.9);
+    grafico.intervallo = {3.0, 5.0, 0.0, 1.0};
+    analisi.cmdSposta_Click(1);
+    EXPECT_DOUBLE_EQ(grafico.intervallo.XMin, 3.1) << "the step is that of the window before";
+    EXPECT_DOUBLE_EQ(analisi.PassoSposta, 0.02);
+}
+
+TEST_F(Navigazione, OneStepForwardOfTheOtherWindowKnowsNoMouse) {
+    LogLungo().Scrivi(Stelo());
+    AnalisiDatiFoglio foglio(vista, grafico, panoramica);
+    foglio.NomeFileDati = Stelo().native() + ".csv";
+    ASSERT_TRUE(foglio.Carica());
+    foglio.MSFlexGrid1_Click(2, 1);
+    grafico.intervallo = {3.0, 5.0, 0.0, 1.0};
+    foglio.cmdSposta_Click(1);
+    EXPECT_EQ(Finestra(), (Coppia{0.1, 10.1}));
+    grafico.intervallo = {3.0, 5.0, 0.0, 1.0};
+    foglio.cmdSposta_Click(-1);
+    EXPECT_EQ(Finestra(), (Coppia{2.9, 4.9}));
+}
+
+TEST_F(Navigazione, CursorReadsAllChannelsAtTheRowOfTheLastDrawn) {
+    Apri10();
+    analisi.MSFlexGrid1_Click(3, 1);
+    const auto valore = [&](std::int32_t i) {
+        analisi.EventoCursore(i);
+        return vista.valori[3];
+    };
+    EXPECT_EQ(valore(7), "7");
+    EXPECT_EQ(vista.valori[1], ".7") << "no zero before the point";
+    analisi.FiltroCanale[3] = 2;
+    analisi.Decimazione = 3;
+    EXPECT_EQ(valore(10), "60");
+    EXPECT_EQ(vista.valori[1], "6") << "the time too is read at the row of the drawn channel";
+    analisi.FiltroCanale[5] = 0;
+    vista.valori[5] = "stays";
+    valore(11);
+    EXPECT_EQ(vista.valori[5], "stays") << "a filter of 0 tells no row";
+    EXPECT_EQ(valore(100000), "66") << "rows that are not there change nothing";
+    EXPECT_EQ(valore(-100000), "66");
+    analisi.chkGrafico_Click(3, false);
+    EXPECT_EQ(valore(50), "0") << "nothing is drawn: the first row is read";
+}
+
+TEST_F(Navigazione, ScrollRunsToTheEndOfTheLap) {
+    Apri10();
+    grafico.intervallo = {0.0, 5.0, 0.0, 1.0};
+    analisi.CalcolaPassoSposta();
+    analisi.cmdZoom_Click(1.0);
+    int giri = 0;
+    macchina.DuranteEventi = [&] {
+        if (++giri == 1) {
+            EXPECT_TRUE(vista.scorriDX.Verde);
+            EXPECT_FALSE(vista.scorriSX.Acceso);
+            EXPECT_FALSE(grafico.cursoreAttivo);
+        }
+        ASSERT_LT(giri, 2000);
+    };
+    analisi.cmdScorri_Click(Verso::DX);
+    EXPECT_FALSE(analisi.ScorrimentoAttivo);
+    EXPECT_GT(grafico.intervallo.XMax, 9.9) << "past the row before the lap's last";
+    EXPECT_LT(grafico.intervallo.XMax, 10.0);
+    EXPECT_NEAR(grafico.intervallo.XMax - grafico.intervallo.XMin, 5.0, 1e-9);
+    EXPECT_TRUE(vista.scorriSX.Acceso);
+    EXPECT_FALSE(vista.scorriDX.Verde);
+    EXPECT_TRUE(grafico.cursoreAttivo);
+    giri = 0;
+    macchina.DuranteEventi = [&] { ASSERT_LT(++giri, 2000); };
+    analisi.cmdScorri_Click(Verso::SX);
+    EXPECT_LT(grafico.intervallo.XMin, 0.0);
+    EXPECT_GT(grafico.intervallo.XMin, -0.1);
+    // Metres against seconds, on purpose.
+    analisi.chkDistanza_Click(true);
+    giri = 0;
+    analisi.cmdScorri_Click(Verso::DX);
+    EXPECT_LE(giri, 2) << "1000 m are more than 9.9 s";
+    EXPECT_EQ(grafico.intervallo.XMax, 1000.0);
+}
+
+TEST_F(Navigazione, EventsInsideTheScroll) {
+    Apri10();
+    grafico.intervallo = {0.0, 2.0, 0.0, 1.0};
+    int giri = 0;
+    macchina.DuranteEventi = [&] {
+        if (++giri == 40) analisi.cmdScorri_Click(Verso::DX);
+        ASSERT_LT(giri, 50);
+    };
+    analisi.cmdScorri_Click(Verso::DX);
+    EXPECT_EQ(giri, 40) << "a second click stops it at once";
+    EXPECT_GT(grafico.intervallo.XMin, 0.0);
+    EXPECT_LT(grafico.intervallo.XMin, 2.0);
+
+    // Another lap goes on from its own window; a lap without rows stops it.
+    giri = 0;
+    macchina.DuranteEventi = [&] {
+        if (++giri == 10) analisi.MSFlexGrid1_Click(3, 1);
+        if (giri == 20) analisi.MSFlexGrid1_Click(4, 1);
+        ASSERT_LT(giri, 500);
+    };
+    analisi.cmdScorri_Click(Verso::DX);
+    EXPECT_FALSE(analisi.ScorrimentoAttivo);
+
+    // Another tab: the graph that scrolled gets its cursor back.
+    analisi.MSFlexGrid1_Click(3, 1);
+    grafico.intervallo = {0.0, 2.0, 0.0, 1.0};
+    giri = 0;
+    macchina.DuranteEventi = [&] {
+        if (++giri == 5) analisi.SSTab1_Click(1);
+        if (giri == 9) analisi.cmdScorri_Click(Verso::DX);
+        ASSERT_LT(giri, 20);
+    };
+    analisi.cmdScorri_Click(Verso::DX);
+    EXPECT_TRUE(grafico.cursoreAttivo);
+    EXPECT_TRUE(panoramica.cursoreAttivo);
+    analisi.SSTab1_Click(0);
+
+    // The window closes: nothing is touched any more.
+    grafico.intervallo = {0.0, 2.0, 0.0, 1.0};
+    giri = 0;
+    macchina.DuranteEventi = [&] {
+        if (++giri == 5) analisi.Form_Unload();
+        ASSERT_LT(giri, 7);
+    };
+    analisi.cmdScorri_Click(Verso::DX);
+    EXPECT_EQ(giri, 5);
+    EXPECT_TRUE(grafico.elementi.empty());
+}
+
+TEST_F(Navigazione, FourPanesCannotTrapTheScroll) {
+    Apri10();
+    for (const int c : {4, 5}) analisi.chkGrafico_Click(c, true);
+    analisi.Separati_Click();
+    grafico.intervallo = {0.0, 2.0, 0.0, 1.0};
+    int giri = 0;
+    macchina.Risposte = {Answer::Ok};
+    macchina.DuranteEventi = [&] {
+        if (++giri == 5) analisi.chkGrafico_Click(6, true);
+        ASSERT_LT(giri, 20);
+    };
+    analisi.cmdScorri_Click(Verso::DX);
+    EXPECT_EQ(macchina.Mostrati.size(), 1u);
+}
+
+TEST_F(Navigazione, OverviewShowsTheSameWindow) {
+    Apri10();
+    grafico.intervallo = {1.0, 3.0, -7.0, 7.0};
+    analisi.SSTab1_Click(1);
+    EXPECT_EQ(panoramica.intervallo.XMin, 1.0);
+    EXPECT_EQ(panoramica.intervallo.XMax, 3.0);
+    EXPECT_EQ(panoramica.intervallo.YMin, 0.0);
+    ASSERT_EQ(panoramica.elementi.size(), 8u);
+    EXPECT_EQ(panoramica.elementi[0].Tinta, Rgb(192, 0, 0));
+    EXPECT_EQ(panoramica.elementi[7].Tinta, Rgb(0, 0, 128));
+    EXPECT_EQ(panoramica.elementi[1].X.front(), 1.0);
+    EXPECT_EQ(panoramica.elementi[1].Y.front(), 4.0) << "alarm 2 is on";
+    EXPECT_EQ(panoramica.elementi[1].Y[11], 3.0) << "and off after 2 s";
+    EXPECT_EQ(panoramica.elementi[2].Y.front(), 5.0);
+    analisi.EventoCursoreAllarmi(10);
+    EXPECT_TRUE(vista.lampade[1]);
+    EXPECT_EQ(vista.valori[1], "2");
+    analisi.EventoCursoreAllarmi(11);
+    EXPECT_FALSE(vista.lampade[1]);
+    EXPECT_EQ(analisi.UltimoCanale, 10) << "the cursor reads with the filter of the last alarm";
+    analisi.SSTab1_Click(0);
+    EXPECT_EQ(grafico.elementi.size(), 1u);
+    analisi.chkDistanza_Click(true);
+    analisi.SSTab1_Click(1);
+    EXPECT_TRUE(panoramica.elementi.empty()) << "no alarms over the distance in this window";
+}
+
+TEST_F(Navigazione, ViewsOfTheToolBar) {
+    Apri10();
+    for (const int c : {4, 5, 6}) analisi.chkGrafico_Click(c, true);
+    EXPECT_FALSE(vista.barra.SeparatiAcceso) << "four channels";
+    analisi.chkGrafico_Click(6, false);
+    EXPECT_TRUE(vista.barra.SeparatiAcceso);
+    analisi.SetZoom_Click();
+    EXPECT_TRUE(vista.barra.ZoomPremuto);
+    analisi.Separati_Click();
+    EXPECT_TRUE(vista.barra.SeparatiPremuto);
+    EXPECT_FALSE(vista.barra.SovrappostiPremuto);
+    EXPECT_FALSE(vista.barra.ZoomAcceso);
+    EXPECT_FALSE(vista.barra.ZoomPremuto);
+    EXPECT_FALSE(analisi.ZoomAttivo);
+    EXPECT_TRUE(vista.zoomIn);
+    EXPECT_EQ(grafico.modoMouse, ModoMouse::Cursore);
+    EXPECT_EQ(grafico.scalaY, 1.0);
+    EXPECT_EQ(grafico.elementi.back().Riquadro, 3);
+    macchina.Risposte = {Answer::Ok};
+    analisi.chkGrafico_Click(6, true);
+    EXPECT_TRUE(vista.barra.SeparatiPremuto) << "until the user chooses again";
+    analisi.Sovrapposti_Click();
+    EXPECT_FALSE(vista.barra.SeparatiAcceso);
+    EXPECT_TRUE(vista.barra.ZoomAcceso);
+    EXPECT_EQ(grafico.elementi.size(), 4u);
+    EXPECT_EQ(grafico.scalaY, analisi.FattoreScala[6]) << "the axis labels are channel 6's again";
+}
+
+TEST_F(Navigazione, SettingsOfAChannelGoThroughTheExchangeFields) {
+    Apri10();
+    analisi.cmdSetGraph_Click(3, [&] {
+        EXPECT_EQ(analisi.FiltroDialogo, 1);
+        EXPECT_EQ(analisi.MaxDialogo, 100.0);
+        analisi.FiltroDialogo = 4;
+        analisi.SpessoreDialogo = 3;
+        analisi.MaxDialogo = 250.0;
+        analisi.MinDialogo = -50.0;
+        analisi.ColoraCanale(3, Rgb(1, 2, 3));
+        analisi.RinominaCanale(3, "Motore", "[g/m]");
+    });
+    ASSERT_EQ(grafico.elementi.size(), 1u);
+    EXPECT_EQ(grafico.elementi[0].Passo, 4);
+    EXPECT_EQ(grafico.elementi[0].Spessore, 3);
+    EXPECT_EQ(grafico.elementi[0].Tinta, Rgb(1, 2, 3));
+    EXPECT_EQ(grafico.elementi[0].Nome, "Motore");
+    EXPECT_EQ(grafico.etichettaY, "Motore [g/m]");
+    analisi.Separati_Click();
+    EXPECT_EQ(grafico.intervallo.YMax, 275.0) << "the pane takes the new scale";
+    EXPECT_EQ(grafico.intervallo.YMin, -45.0);
+    analisi.MSFlexGrid1_Click(3, 1);
+    EXPECT_EQ(analisi.MaxCanale[3], 200.0) << "another lap has its own scale";
+    EXPECT_EQ(analisi.FiltroCanale[3], 4);
+    analisi.SetMaxVal(3, 7.0);
+    EXPECT_EQ(analisi.GetMinVal(3), "7") << "the minimum takes it";
+    EXPECT_EQ(analisi.GetMaxVal(3), "200");
+    EXPECT_THROW(static_cast<void>(analisi.GetMediaVal(21)), ErroreRuntime);
+    EXPECT_THROW(static_cast<void>(analisi.GetTempoGiro(1000)), ErroreRuntime);
+}
+
+TEST_F(Navigazione, FiguresOfTheSession) {
+    LogProva log = LogLungo();
+    log.Tim = "1.4\r\n01:00.00, 1\r\n00:50.00, 2\r\nboh, 2\r\n01:10.50, 2\r\n\r\n";
+    ASSERT_TRUE(Apri(log));
+    DatiSessione.LunghTracciato = "1000";
+    ASSERT_EQ(analisi.NumGiri, 4);
+    analisi.CalcolaStatistiche();
+    EXPECT_EQ(analisi.TempoTotale, "00:03:00.50") << "what is no time adds none";
+    EXPECT_EQ(analisi.TempoMedio, "00:45.12");
+    EXPECT_EQ(analisi.TempoMigliore, "00:50.00");
+    EXPECT_EQ(analisi.VelocitaMigliore, "72.0") << "1000 m in 5000 hundredths, times 360";
+    EXPECT_EQ(analisi.GetVelocitaGiro(2), "60.0");
+    EXPECT_EQ(analisi.GetVelocitaGiro(1), "") << "the stretch before the first mark has no time";
+    EXPECT_EQ(analisi.GetSessioneTempo(3), "2");
+    EXPECT_EQ(analisi.VelocitaMedia, "79.778") << "4 laps in 18050 hundredths";
+}

@@ -1,0 +1,159 @@
+#include <signal.h>
+#include <sys/resource.h>
+
+#include "analysis/AnalisiProva.h"
+#include "platform/Testo1252.h"
+#include "project/DatiProgetto.h"
+#include "shell/LoadStrings.h"
+
+using namespace lapvane;
+using namespace lapvane::prova;
+
+namespace {
+
+LogProva Log() {
+    LogProva log;
+    log.Tratto(1, 3).Tratto(2, 11, [](int r) { return 2.5 * r; }).Tratto(3, 3);
+    log.Tim = "1.4\r\n01:02.30, 1\r\n\r\n";
+    return log;
+}
+
+/// A medium with room for files of so many bytes.
+class SpazioFinito {
+ public:
+    explicit SpazioFinito(rlim_t byte) {
+        prima_ = ::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &limite_);
+        const rlimit stretto{byte, limite_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &stretto);
+    }
+    ~SpazioFinito() {
+        ::setrlimit(RLIMIT_FSIZE, &limite_);
+        ::signal(SIGXFSZ, prima_);
+    }
+    SpazioFinito(const SpazioFinito&) = delete;
+    SpazioFinito& operator=(const SpazioFinito&) = delete;
+
+ private:
+    rlimit limite_{};
+    void (*prima_)(int) = nullptr;
+};
+
+}  // namespace
+
+class SessioneAnalisi : public AnalisiProva {
+ protected:
+    std::filesystem::path File() const { return Stelo().native() + ".ses"; }
+    void AttesoMessaggio() {
+        ASSERT_EQ(macchina.Mostrati.size(), 1u);
+        EXPECT_EQ(macchina.Mostrati[0].Testo,
+                  Testo(328) + " " + TestoDaPercorso(File()) + " " + Testo(329));
+        EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
+        EXPECT_EQ(macchina.Mostrati[0].Titolo, "lapvane");
+    }
+};
+
+TEST_F(SessioneAnalisi, AreReadByPosition) {
+    DatiProgetto.Veicolo = "prima";
+    Scrivi(File(), Sessione("Motore; 2 ;16711680; 4;-1,5; 12.5", "Velocit\xE0;0;boh;7;;"));
+    ASSERT_TRUE(Apri(Log()));
+    EXPECT_EQ(DatiSessione.Sessione, "Prove libere");
+    EXPECT_EQ(DatiSessione.OraSessione, "10=30") << "everything after the first equals sign";
+    EXPECT_EQ(DatiSessione.Circuito, "");
+    EXPECT_EQ(DatiSessione.LunghTracciato, "5793");
+    EXPECT_EQ(DatiProgetto.Veicolo, "Alfa 8") << "the project's vehicle is overwritten";
+    EXPECT_EQ(DatiSessione.VeicoloSessione, "");
+    EXPECT_EQ(DatiSessione.NoteSessione, "a;b");
+    EXPECT_EQ(analisi.FiltroCanale[3], 2);
+    EXPECT_EQ(analisi.ColoreCanale[3], 16711680u);
+    EXPECT_EQ(vista.colori[3], 16711680u);
+    EXPECT_EQ(analisi.SpessoreCanale[3], 4);
+    EXPECT_EQ(vista.nomi[3], Testo(308)) << "the caption of the file is dropped";
+    EXPECT_EQ(analisi.FiltroCanale[4], 1) << "a step of 0 rows cannot be drawn";
+    EXPECT_EQ(analisi.ColoreCanale[4], Rgb(255, 0, 0)) << "what is no number changes nothing";
+    EXPECT_EQ(analisi.SpessoreCanale[4], 1);
+    EXPECT_EQ(analisi.ColoreCanale[20], 12u);
+    analisi.LeggiDatiSessione();
+    EXPECT_EQ(analisi.MinCanale[3], -1.5);
+    EXPECT_EQ(analisi.MaxCanale[3], 12.5);
+}
+
+TEST_F(SessioneAnalisi, MissingFileEmptiesTheSession) {
+    DatiSessione.Sessione = "di un altro log";
+    DatiProgetto.Veicolo = "di un altro log";
+    ASSERT_TRUE(Apri(Log()));
+    EXPECT_EQ(DatiSessione.Sessione, "");
+    EXPECT_EQ(DatiProgetto.Veicolo, "");
+    EXPECT_EQ(analisi.NomeFileSessione, File());
+    EXPECT_TRUE(macchina.Mostrati.empty());
+}
+
+TEST_F(SessioneAnalisi, FileThatIsCutShortKeepsWhatItHas) {
+    const std::string intera = Sessione("x;3;255;2;0;0", "x;5;255;1;0;0");
+    for (const std::size_t righe : {0u, 5u, 9u, 25u}) {
+        SCOPED_TRACE(righe);
+        std::size_t fine = 0;
+        for (std::size_t i = 0; i < righe; ++i) fine = intera.find('\n', fine) + 1;
+        Scrivi(File(), intera.substr(0, fine));
+        ASSERT_TRUE(Apri(Log()));
+        EXPECT_EQ(DatiSessione.Sessione, righe > 0 ? "Prove libere" : "");
+        EXPECT_EQ(DatiProgetto.Veicolo, righe > 5 ? "Alfa 8" : "");
+        EXPECT_EQ(analisi.FiltroCanale[3], righe > 8 ? 3 : 1);
+        EXPECT_EQ(analisi.FiltroCanale[4], righe > 9 ? 5 : 1);
+        EXPECT_EQ(analisi.FiltroCanale[20], 1);
+    }
+}
+
+TEST_F(SessioneAnalisi, IsWrittenOverTheOldFileInPlace) {
+    ASSERT_TRUE(Apri(Log()));
+    DatiSessione.Sessione = "Gara";
+    DatiProgetto.Veicolo = "Alfa 8";
+    analisi.FiltroCanale[3] = 2;
+    analisi.ColoreCanale[3] = Rgb(1, 0, 0);
+    analisi.SpessoreCanale[20] = 6;
+    analisi.MinCanale[3] = -0.5;
+    analisi.MaxCanale[3] = 25;
+    macchina.Separatore = ',';
+    Scrivi(File(), std::string(3000, '*'));
+    analisi.SalvaDatiSessione();
+    const std::string scritto = Leggi(File());
+    EXPECT_EQ(scritto.size(), 3000u) << "the end of the longer old file stays";
+    const std::string testa =
+        "Sessione=Gara\r\nDataSessione= \r\nOraSessione= \r\nCircuito= \r\nLunghTracciato= \r\n"
+        "VeicoloSessione= \r\nPiloti= \r\nNoteSessione= \r\n" +
+        Testo(308) + ";2;1;1;-0.5;25\r\n";
+    EXPECT_EQ(scritto.substr(0, testa.size()), testa);
+    EXPECT_EQ(std::count(scritto.begin(), scritto.end(), '\n'), 26);
+
+    analisi.LeggiDatiSessione();
+    EXPECT_EQ(DatiSessione.Sessione, "Gara");
+    EXPECT_EQ(DatiProgetto.Veicolo, "") << "no session file holds the vehicle";
+    EXPECT_EQ(analisi.SpessoreCanale[20], 6);
+    EXPECT_EQ(analisi.MinCanale[3], -0.5);
+}
+
+TEST_F(SessioneAnalisi, MediumThatCannotBeWrittenIsReportedAndNothingElse) {
+    ASSERT_TRUE(Apri(Log()));
+    std::filesystem::create_directory(File());
+    macchina.Risposte = {Answer::Ok};
+    analisi.SalvaDatiSessione();
+    AttesoMessaggio();
+}
+
+TEST_F(SessioneAnalisi, FullMediumLeavesAFileThatOpens) {
+    DatiSessione.Sessione = "vecchia";
+    ASSERT_TRUE(Apri(Log()));
+    analisi.SalvaDatiSessione();
+    DatiSessione.Sessione = "Gara";
+    DatiSessione.NoteSessione = std::string(300, 'n');
+    analisi.FiltroCanale[3] = 9;
+    macchina.Risposte = {Answer::Ok};
+    {
+        const SpazioFinito poco(430);
+        analisi.SalvaDatiSessione();
+    }
+    AttesoMessaggio();
+    EXPECT_TRUE(ApriCsv());
+    EXPECT_EQ(DatiSessione.Sessione, "Gara");
+    EXPECT_EQ(DatiSessione.NoteSessione, std::string(300, 'n'));
+}

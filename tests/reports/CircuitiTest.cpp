@@ -1,0 +1,172 @@
+#include "reports/Circuiti.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/Testo1252.h"
+#include "reports/DivisioneSettori.h"
+#include "support/PlatformProva.h"
+
+using namespace lapvane;
+using namespace lapvane::prova;
+
+namespace fs = std::filesystem;
+
+using Punti = std::vector<PuntoTracciato>;
+
+TEST(Tracciato, ReadsPointsAsTheyCome) {
+    EXPECT_EQ(LeggiTracciato(""), Punti{});
+    EXPECT_EQ(LeggiTracciato("8,58"), (Punti{{8, 58}}));
+    EXPECT_EQ(LeggiTracciato("\"8,58\"\r\n\"-3, 7\r\n4,5\"\n"), (Punti{{8, 58}, {-3, 7}, {4, 5}}));
+    EXPECT_EQ(LeggiTracciato("1,2\r\nniente\r\n\r\nx,9\r\n9,x\r\n99999999999,1"),
+              (Punti{{1, 2}, {0, 0}, {0, 0}, {0, 9}, {9, 0}, {0, 1}}));
+    for (const std::size_t righe : {200u, 201u, 202u, 250u}) {
+        std::string testo;
+        for (std::size_t i = 0; i < righe; ++i) testo += std::to_string(i) + ",1\r\n";
+        const Punti punti = LeggiTracciato(testo);
+        ASSERT_EQ(punti.size(), std::min<std::size_t>(righe, 201));
+        EXPECT_EQ(punti.back().X, static_cast<int>(punti.size()) - 1);
+    }
+}
+
+TEST(Settori, TextIsReadUpToAZeroAndWrittenByteForByte) {
+    const FileSettori file = LeggiTestoSettori("1000\r\n250,5\r\n749.5\r\n0\r\n12\r\n", 21);
+    EXPECT_EQ(file.Lunghezza, 1000.0);
+    EXPECT_EQ(file.Settori, (std::vector<double>{250.5, 749.5}));
+    EXPECT_EQ(LeggiTestoSettori("boh\r\n5\r\nx\r\n7", 21).Settori, std::vector<double>{5.0});
+    EXPECT_FALSE(LeggiTestoSettori("boh\r\n", 21).Lunghezza);
+    std::string molti = "1000\r\n";
+    for (int i = 0; i < 40; ++i) molti += "25\r\n";
+    EXPECT_EQ(LeggiTestoSettori(molti, 15).Settori.size(), 15u);
+
+    DivisioneSettori d;
+    d.Prendi(LeggiTestoSettori(molti, 40).Settori);
+    EXPECT_EQ(d.NumSettori, 15);
+    EXPECT_EQ(d.SettoriCircuito[15], 0);
+    d.Prendi(std::vector<double>{2.5, 3.5, -20, 1e300, 8});
+    EXPECT_EQ(d.SettoriCircuito, (std::array<std::int32_t, 16>{2, 4, -20}));
+    EXPECT_EQ(ScriviTestoSettori("3480", d.SettoriCircuito), "3480\r\n2\r\n4\r\n-20\r\n");
+    EXPECT_EQ(ScriviTestoSettori(" 7", std::vector<std::int32_t>{0, 5}), " 7\r\n");
+}
+
+TEST(Settori, EqualDivisionLeavesTheRestToTheLast) {
+    struct Caso {
+        int Lunghezza;
+        int Numero;
+        int Primo;
+        int Ultimo;
+    };
+    for (const Caso& caso : {Caso{3480, 1, 3480, 3480},
+                             {1000, 3, 333, 334},
+                             {1000, 15, 67, 62},
+                             {10, 4, 2, 4},   // 2.5 rounds to the even number
+                             {8, 15, 1, -6},  // refused when the dialog is confirmed
+                             {5, 15, 0, 5},
+                             {0, 7, 0, 0}}) {
+        SCOPED_TRACE(std::to_string(caso.Lunghezza) + " / " + std::to_string(caso.Numero));
+        DivisioneSettori d;
+        d.Dividi(100, 15);
+        d.Dividi(caso.Lunghezza, caso.Numero);
+        EXPECT_EQ(d.NumSettori, caso.Numero);
+        EXPECT_EQ(d.SettoriCircuito[0], caso.Primo);
+        const auto ultimo = static_cast<std::size_t>(caso.Numero - 1);
+        EXPECT_EQ(d.SettoriCircuito[ultimo], caso.Ultimo);
+        EXPECT_EQ(d.SettoriCircuito[ultimo + 1], 0);
+        EXPECT_EQ(d.Somma(), caso.Lunghezza);
+        EXPECT_EQ(d.PrimoNegativo(), caso.Ultimo < 0 ? caso.Numero - 1 : -1);
+    }
+    DivisioneSettori d;
+    d.Dividi(1000, 4);
+    d.Dividi(1000, 0);
+    EXPECT_EQ(d.NumSettori, 0);
+    EXPECT_EQ(d.SettoriCircuito[0], 0);
+}
+
+TEST(Settori, NeighbourPaysForAChange) {
+    DivisioneSettori d;
+    d.Dividi(1000, 4);  // 250 each
+    EXPECT_TRUE(d.Cambia(0, 300, 1000));
+    EXPECT_EQ(d.SettoriCircuito, (std::array<std::int32_t, 16>{300, 200, 250, 250}));
+    EXPECT_TRUE(d.Cambia(2, 100, 1000)) << "the last but one: the last takes the rest";
+    EXPECT_EQ(d.SettoriCircuito, (std::array<std::int32_t, 16>{300, 200, 100, 400}));
+    for (const int nuovo : {0, -5, 1000, 1001}) EXPECT_FALSE(d.Cambia(1, nuovo, 1000)) << nuovo;
+    EXPECT_FALSE(d.Cambia(3, 10, 1000)) << "the last never changes by itself";
+    EXPECT_FALSE(d.Cambia(4, 10, 1000));
+    EXPECT_FALSE(d.Cambia(-1, 10, 1000));
+    EXPECT_EQ(d.SettoriCircuito, (std::array<std::int32_t, 16>{300, 200, 100, 400}));
+    EXPECT_TRUE(d.Cambia(0, 999, 1000)) << "the neighbour may go negative";
+    EXPECT_EQ(d.SettoriCircuito[1], -499);
+    EXPECT_EQ(d.PrimoNegativo(), 1);
+    EXPECT_EQ(d.Somma(), 1000);
+}
+
+TEST(Settori, AreMappedToTheOutlineByTheirShareOfThePoints) {
+    using Tratti = std::vector<TrattoSettore>;
+    const std::vector<std::int32_t> quattro{905, 842, 1000, 733, 0};
+    // 200 points, 3480 m: 905 m are 52.01 points, 842 m 48.39, 1000 m 57.47.
+    EXPECT_EQ(TrattiDeiSettori(quattro, 200, 3480),
+              (Tratti{{0, 0, 52}, {1, 52, 100}, {2, 100, 157}, {3, 157, 198}}));
+    EXPECT_EQ(TrattiDeiSettori(std::vector<std::int32_t>{3480}, 200, 3480), (Tratti{{0, 0, 198}}));
+    EXPECT_EQ(TrattiDeiSettori(std::vector<std::int32_t>{900, 900, 1}, 10, 1000),
+              (Tratti{{0, 0, 9}, {1, 9, 9}, {2, 9, 8}}))
+        << "sectors longer than the track end with the outline";
+    EXPECT_EQ(TrattiDeiSettori(std::vector<std::int32_t>{0, 0, 5}, 10, 5), (Tratti{{2, 0, 8}}));
+    EXPECT_EQ(TrattiDeiSettori(quattro, 1, 3480), Tratti{});
+    EXPECT_EQ(TrattiDeiSettori(quattro, 200, 0), Tratti{});
+}
+
+class Cartella : public ::testing::Test {
+ protected:
+    PlatformProva macchina;
+};
+
+TEST_F(Cartella, IsFoundWhateverItsCase) {
+    EXPECT_EQ(CartellaCircuiti(), macchina.Cartella / "tracks");
+    try {
+        CaricaListaCircuiti();
+        ADD_FAILURE();
+    } catch (const ErroreRuntime& errore) {
+        EXPECT_EQ(errore.Numero(), NumeroErrore::PathNotFound);
+        EXPECT_EQ(errore.File(), macchina.Cartella / "tracks");
+    }
+    Scrivi(macchina.Cartella / "TRACKS" / "Monza 1.trk", "1,2\r\n");
+    EXPECT_EQ(CartellaCircuiti(), macchina.Cartella / "TRACKS");
+    Scrivi(macchina.Cartella / "Tracks", "a file, not a folder");
+    EXPECT_EQ(CartellaCircuiti(), macchina.Cartella / "TRACKS");
+    EXPECT_TRUE(LeggiFileTracciato("Monza 1"));
+    fs::create_directory(macchina.Cartella / "tracks");
+    EXPECT_EQ(CartellaCircuiti(), macchina.Cartella / "tracks") << "the usual name comes first";
+}
+
+TEST_F(Cartella, ListsAndFindsNamesOfPeople) {
+    const fs::path tracks = macchina.Cartella / "tracks";
+    const std::string accenti = "Citt\xE0 d'Este n. 2";
+    Scrivi(tracks / PercorsoDaTesto(accenti + ".trk"), "1,2\r\n");
+    Scrivi(tracks / PercorsoDaTesto(accenti + ".sec"), "50\r\n");
+    Scrivi(tracks / "valle.TRK", "3,4\r\n");
+    Scrivi(tracks / "valle.sec", "");
+    Scrivi(tracks / "trk", "");
+    Scrivi(tracks / "altro.trk.bak", "");
+    ListaCircuiti = {"prima"};
+    CaricaListaCircuiti();
+    EXPECT_EQ(ListaCircuiti, (std::vector<std::string>{"prima", accenti, "valle"}));
+    EXPECT_EQ(LeggiFileTracciato(accenti), (Punti{{1, 2}}));
+    EXPECT_EQ(LeggiFileTracciato("Valle"), (Punti{{3, 4}}));
+    EXPECT_EQ(FileCircuito("VALLE", "sec"), tracks / "valle.sec");
+    EXPECT_EQ(FileCircuito("nuova", "sec"), tracks / "nuova.sec");
+    EXPECT_FALSE(LeggiFileTracciato("nuova"));
+}
+
+TEST_F(Cartella, IsNeverLeft) {
+    const fs::path tracks = macchina.Cartella / "tracks";
+    Scrivi(tracks / "a" / "b.trk", "1,2\r\n");
+    Scrivi(macchina.Cartella / "fuori.trk", "1,2\r\n");
+    for (const std::string& nome :
+         {std::string("../fuori"), std::string("a/b"), std::string("a\\b"),
+          (macchina.Cartella / "fuori").native(), std::string(), std::string("fuori\0x", 7)}) {
+        EXPECT_EQ(FileCircuito(nome, "trk"), fs::path()) << nome;
+        EXPECT_FALSE(LeggiFileTracciato(nome)) << nome;
+    }
+    EXPECT_EQ(FileCircuito("..", "trk").parent_path(), tracks);
+    EXPECT_FALSE(LeggiFileTracciato(std::string(5000, 'x')));
+}

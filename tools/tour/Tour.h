@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QAbstractItemModel>
+#include <QProcess>
+#include <QTableView>
+#include <QToolButton>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "Robot.h"
+#include "platform/ErroreRuntime.h"
+#include "platform/qt/QtPlatform.h"
+#include "shell/frmMain.h"
+#include "shell/frmSplash.h"
+
+namespace lapvane::tour {
+
+/// The machine of the tour: the real one, in a program's folder of its own, where the end of the
+/// program is noted and not carried out.
+class TourPlatform : public QtPlatform {
+ public:
+    explicit TourPlatform(std::filesystem::path folder) : folder_(std::move(folder)) {}
+    std::filesystem::path AppPath() override { return folder_; }
+    std::string ExeName() override { return "lapvane"; }
+    void End(int code) override {
+        Ended = true;
+        throw FineProgramma{code};
+    }
+    bool Ended = false;
+
+ private:
+    std::filesystem::path folder_;
+};
+
+/// The roads of the tour. Each adds its stops; they are played in that order.
+class Tour {
+ public:
+    Tour(QString out, TourPlatform& machine, QProcess& instrument);
+
+    int Play();
+
+ private:
+    template <class W>
+    static W* In(QWidget* window, const char* name) {
+        return window != nullptr ? window->findChild<W*>(QString::fromLatin1(name)) : nullptr;
+    }
+    QString Panel(int n);
+    QToolButton* Button(const char* key);
+    static std::function<bool()> ModalIs(const char* type) {
+        return [type] { return Robot::Modal(type) != nullptr; };
+    }
+    /// Types a path into the open file dialog and presses Enter.
+    void AnswerFileDialog(const QString& path, const QString& picture);
+
+    // RunRoad.cpp: from the splash to the files of a run, the change of language, the end.
+    void Splash();
+    void Connect();
+    void OpenProject();
+    void Download();
+    void Italian();
+    void Leave();
+
+    // DeviceRoad.cpp: the project into the instrument and back.
+    void ProgramAndRead();
+    void Command(const char* key);
+    void LongCommand(const char* key, int question, int title, const QString& name);
+
+    // AnalysisRoad.cpp: a log studied in the analysis windows.
+    QWidget* Analysis();
+    QTableView* Laps();
+    bool LapsListed();
+    void OpenAnalysis();
+    void Tick(int channel);
+    void ClickLap(int row);
+    int BestRow();
+    /// Acts once the analysis window is in front.
+    void OnAnalysis(const QString& name, std::function<void()> act);
+    void Press(const char* control);
+    /// Text of a value at the cursor.
+    QString Value(int column);
+    void Analyse();
+    void MoveThroughTheLap();
+    void DescribeTheSession();
+    void Reports();
+    void OverTheDistance();
+
+    QString out_;
+    TourPlatform& machine_;
+    Robot robot_;
+    double timeBefore_ = 0.0;  ///< value of the time when a stop began
+    frmSplash* splash_ = nullptr;
+    std::unique_ptr<frmMain> main_;
+};
+
+}  // namespace lapvane::tour
