@@ -5,6 +5,7 @@
 #include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
 #include "sensors/CSensore.h"
+#include "sensors/Curve.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
@@ -19,6 +20,8 @@ void AzzeraTutto() {
     DatiSessione = {};
     ListaCircuiti.clear();
     LibreriaSensori.clear();
+    CurvaX = {};
+    CurvaY = {};
     AzzeraStatoShell();
     Testi.clear();
     MetaTesti = 0;

@@ -1,0 +1,178 @@
+#include "device/RecordStrumento.h"
+
+#include "device/Codec.h"
+#include "device/SerialComm.h"
+#include "device/TabelleRecord.h"
+#include "platform/ErroreRuntime.h"
+#include "platform/Platform.h"
+#include "sensors/Curve.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/StatoShell.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kScriviCurva = 24;
+constexpr int kLeggiCurva = 25;
+constexpr std::size_t kRispostaCurva = 99;
+constexpr std::size_t kPunti = 20;
+constexpr std::size_t kByteAsse = 2 * kPunti;
+constexpr std::size_t kAsseX = 17;  // in the reply, from 1
+constexpr std::size_t kAsseY = kAsseX + kByteAsse + 2;
+
+/// What a record goes out of or into; settled when its transfer begins.
+struct Lato {
+    Editor* Form = nullptr;  // null: `DatiProgetto`
+    ControlliEditor* Controlli = nullptr;
+
+    bool Altro() const { return Form != nullptr && Controlli == nullptr; }
+};
+
+Lato ScegliLato(const TabellaRecord& tabella) {
+    Lato lato{FormAttiva};
+    if (FormAttiva != nullptr && FormAttiva->Nome() == tabella.NomeEditor) {
+        lato.Controlli = FormAttiva->Controlli();
+    }
+    return lato;
+}
+
+void SegnalaNonCodificabile(const NonCodificabile& valore) {
+    constexpr std::size_t kMostrati = 40;
+    ErroreComunicazione = true;
+    platform().MousePointer(Pointer::Normal);
+    platform().MsgBox(Testo(262) + "\r\n\"" + valore.Testo.substr(0, kMostrati) + "\"", Buttons::Ok,
+                      Icon::Warning, platform().ExeName());
+}
+
+/// Writing half of the transfer pattern.
+void Spedisci(const std::string& frame, int comando) {
+    if (!ScriviFrameLento(frame, Conferma(comando))) {
+        SegnalaErroreComunicazione();
+        return;
+    }
+    LampeggiaTX();
+    ErroreComunicazione = false;
+}
+
+/// What is sent of a record that the open form does not show; empty: nothing.
+/// Kept: the setup's frames go out without their fields. The instrument does not acknowledge them.
+std::string FrameAltraForm(const TabellaRecord& tabella) {
+    const std::string testata = {'H', static_cast<char>(tabella.Scrivi)};
+    switch (tabella.ConAltraForm) {
+        case AltraForm::Niente:
+            break;
+        case AltraForm::Testata:
+            return testata;
+        case AltraForm::Coda: {
+            const CampoRecord& ultimo = tabella.Campi.back();
+            const std::size_t campi = ultimo.Byte - 1 + static_cast<std::size_t>(ultimo.Larghezza);
+            return Frame(tabella.Scrivi, std::string(tabella.Lunghezza - 2 - campi, '\0'));
+        }
+    }
+    return {};
+}
+
+void Invia(const TabellaRecord& tabella) {
+    const Lato lato = ScegliLato(tabella);
+    std::string frame;
+    try {
+        frame = lato.Altro() ? FrameAltraForm(tabella) : ComponiRecord(tabella, lato.Controlli);
+    } catch (const NonCodificabile& valore) {
+        SegnalaNonCodificabile(valore);
+        return;
+    }
+    if (frame.empty()) {
+        SegnalaErroreComunicazione();
+        return;
+    }
+    Spedisci(frame, tabella.Scrivi);
+}
+
+void Leggi(const TabellaRecord& tabella) {
+    const Lato lato = ScegliLato(tabella);
+    const std::string risposta = ChiediStrumento(Frame(tabella.Leggi), tabella.Risposta);
+    if (risposta.empty()) return;
+    LampeggiaRX();
+    // Events have run: an editor that closed meanwhile is gone, and the project is not its heir.
+    if (lato.Altro() || (lato.Form != nullptr && lato.Form != FormAttiva)) return;
+    RiempiRecord(tabella, risposta, lato.Controlli);
+}
+
+std::string Asse(const std::array<double, 21>& curva) {
+    std::string byte;
+    for (std::size_t i = 0; i < kPunti; ++i) {
+        // By way of the decimal text: a product such as 1001.4999999999999 is 1001.5 there.
+        std::string testo;
+        try {
+            testo = TestoNumero(curva[i]);
+            byte += CodificaWord(testo);
+        } catch (const ErroreRuntime&) {
+            throw NonCodificabile{testo};
+        }
+    }
+    return byte;
+}
+
+std::string ComponiCurva(std::int16_t canale) {
+    std::string dati = CodificaByte(canale);
+    // The instrument's table format: points, four words, bytes in an axis, bytes in a value.
+    for (const int parola :
+         {static_cast<int>(kPunti), 1, 0, 0, 0, static_cast<int>(kByteAsse), 2}) {
+        dati += CodificaWord(parola);
+    }
+    dati += Asse(CurvaX) + CodificaWord(0) + Asse(CurvaY);
+    return Frame(kScriviCurva, dati);
+}
+
+}  // namespace
+
+void InviaDatiSetup1() {
+    Invia(kRecordSetup1);
+}
+void InviaDatiSetup2() {
+    Invia(kRecordSetup2);
+}
+void LeggiDatiSetup1() {
+    Leggi(kRecordSetup1);
+}
+void LeggiDatiSetup2() {
+    Leggi(kRecordSetup2);
+}
+void InviaDatiSensori() {
+    Invia(kRecordSensori);
+}
+void LeggiDatiSensori() {
+    Leggi(kRecordSensori);
+}
+void InviaDatiAllarmi() {
+    Invia(kRecordAllarmi);
+}
+void LeggiDatiAllarmi() {
+    Leggi(kRecordAllarmi);
+}
+
+void InviaCurvaSensore(std::int16_t canale) {
+    std::string frame;
+    try {
+        frame = ComponiCurva(canale);
+    } catch (const NonCodificabile& valore) {
+        SegnalaNonCodificabile(valore);
+        return;
+    }
+    Spedisci(frame, kScriviCurva);
+}
+
+void LeggiCurvaSensore(std::int16_t canale) {
+    const std::string risposta =
+        ChiediStrumento(Frame(kLeggiCurva, CodificaByte(canale)), kRispostaCurva);
+    if (risposta.empty()) return;
+    LampeggiaRX();
+    for (std::size_t i = 0; i < kPunti; ++i) {
+        CurvaX[i] = Int16In(risposta, kAsseX + 2 * i);
+        CurvaY[i] = Int16In(risposta, kAsseY + 2 * i);
+    }
+}
+
+}  // namespace lapvane

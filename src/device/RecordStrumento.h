@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+
+namespace lapvane {
+
+// The records of the instrument, each carried whole by one command: setup, sensor assignment,
+// curves, alarms. The caller has called `LinkPronto` and set `FaseComunicazione`, which stays as it
+// is. The outcome is in `ErroreComunicazione`; a failed exchange is shown (text 242), and the
+// target of a failed read keeps its values. Each successful exchange flashes a lamp for half a
+// second, during which events run.
+//
+// Without an open editor (`FormAttiva`) a record goes out of and into `DatiProgetto`, with the
+// editor of that record open out of and into its controls. With any other form open a read fills
+// nothing. A read whose editor has closed meanwhile fills nothing either. A value that is no number
+// of the instrument is shown (text 262), and nothing is sent.
+
+/// First and second half of the setup; editor `frmConfigurazione`.
+void InviaDatiSetup1();
+void InviaDatiSetup2();
+void LeggiDatiSetup1();
+void LeggiDatiSetup2();
+
+/// The sensor assignment; editor `frmSensori`.
+void InviaDatiSensori();
+void LeggiDatiSensori();
+
+/// Alarm thresholds, shift light, lamp and output; editor `frmAllarmi`.
+void InviaDatiAllarmi();
+void LeggiDatiAllarmi();
+
+/// Sends elements 0 to 19 of `CurvaX` and `CurvaY` as the curve of a channel (0 to 8). A fraction
+/// is rounded half to even; of a value beyond 16 bits the low 16 travel.
+void InviaCurvaSensore(std::int16_t canale);
+/// Fills elements 0 to 19 of `CurvaX` and `CurvaY` with the instrument's integers (signed, still
+/// multiplied by the channel's factor).
+void LeggiCurvaSensore(std::int16_t canale);
+
+}  // namespace lapvane

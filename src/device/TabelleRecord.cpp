@@ -1,0 +1,257 @@
+#include "device/TabelleRecord.h"
+
+#include <array>
+#include <cassert>
+#include <type_traits>
+#include <variant>
+
+#include "device/Codec.h"
+#include "platform/ErroreRuntime.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Utility.h"
+
+namespace lapvane {
+
+namespace {
+
+using R = RecordProgetto;
+using enum Natura;
+
+constexpr std::array<CampoRecord, 15> kSetup1 = {{
+    {3, 1, Scelta, &R::Lingua, "cboLingua"},
+    {4, 1, Scelta, &R::UMVel, "cboUMVelocita"},
+    {5, 1, Scelta, &R::UMTemp, "cboUMTemperatura"},
+    {6, 1, Scelta, &R::UMPress, "cboUMPressione"},
+    // Pages 1 and 10 have no bit.
+    {7, 2, Bit, &R::PaginaAbilitata2, "PagineAbilitateTemp1", 0},
+    {7, 2, Bit, &R::PaginaAbilitata3, "PagineAbilitateTemp2", 1},
+    {7, 2, Bit, &R::PaginaAbilitata4, "PagineAbilitateTemp3", 2},
+    {7, 2, Bit, &R::PaginaAbilitata5, "PagineAbilitateTemp4", 3},
+    {7, 2, Bit, &R::PaginaAbilitata6, "PagineAbilitateTemp5", 4},
+    {7, 2, Bit, &R::PaginaAbilitata7, "PagineAbilitateTemp6", 5},
+    {7, 2, Bit, &R::PaginaAbilitata8, "PagineAbilitateTemp7", 6},
+    {7, 2, Bit, &R::PaginaAbilitata9, "PagineAbilitateTemp8", 7},
+    {9, 1, Flag, &R::chkAbilRecLap, "chkAbilRecLAP"},
+    {10, 1, Numero, &R::mskStopRecSecondi, "txtStopRecSecondi"},
+    {11, 2, Numero, &R::mskAbilRecVel, "txtAbilRecVel"},
+}};
+
+constexpr std::array<CampoRecord, 7> kSetup2 = {{
+    {3, 1, Numero, &R::TempoMsgGiro, "txtTempoMsgGiro"},
+    {4, 1, Numero, &R::TempoVisGiro, "txtTempoVisGiro"},
+    {5, 2, Numero, &R::Settore1, "txtSettoreCrono0"},
+    {7, 2, Numero, &R::Settore2, "txtSettoreCrono1"},
+    {9, 2, Numero, &R::Settore3, "txtSettoreCrono2"},
+    {11, 2, Numero, &R::Settore4, "txtSettoreCrono3"},
+    {13, 2, Numero, &R::Settore5, "txtSettoreCrono4"},
+}};
+
+constexpr std::array<CampoRecord, 18> kSensori = {{
+    {3, 1, Numero, &R::NumAccRPM, "txtNumAccRPM"},
+    {4, 1, Numero, &R::ImpulsiRuota, "txtImpulsiRuota"},
+    {5, 2, Numero, &R::DiametroRuota, "txtDiametroRuota"},
+    {7, 1, Scelta, &R::LAPO, "cboLAPO"},
+    {8, 1, Scelta, &R::LAAL, "cboLAAL"},
+    {9, 1, Flag, &R::AbilTO, "chkAbilTO"},
+    {10, 1, Flag, &R::AbilPO, "chkAbilPO"},
+    {11, 1, Flag, &R::AbilPB, "chkAbilPB"},
+    {12, 1, Flag, &R::AbilTA, "chkAbilTA"},
+    {13, 1, Flag, &R::AbilLB, "chkAbilLB"},
+    {14, 1, Flag, &R::AbilCambio, "chkAbilCambio"},
+    {15, 1, Flag, &R::AbilSG, "chkAbilSG"},
+    {16, 1, Flag, &R::AbilSensoreLambda, "chkAbilSensoreLambda"},
+    {17, 1, Ingresso, &R::ChannCambio, "cboChannCambio"},
+    {18, 1, Ingresso, &R::ChannSG, "cboChannSG"},
+    {19, 1, Ingresso, &R::ChannSensoreLambda, "cboChannSensoreLambda"},
+    {20, 1, Ingresso, &R::ChannPT, "cboChannPT"},
+    {21, 1, Flag, &R::AbilPT, "chkAbilPT"},
+}};
+
+constexpr std::array<CampoRecord, 14> kAllarmi = {{
+    {3, 2, Soglia, &R::mskTO, "txtTO", 10, &R::chkTO, "chkTO"},
+    {5, 2, Soglia, &R::mskPO, "txtPO", 1000, &R::chkPO, "chkPO"},
+    {7, 2, Soglia, &R::mskPB, "txtPB", 1000, &R::chkPB, "chkPB"},
+    {9, 2, Soglia, &R::mskTA, "txtTA", 10, &R::chkTA, "chkTA"},
+    {11, 2, Soglia, &R::mskLB, "txtLB", 10, &R::chkLB, "chkLB"},
+    {13, 2, Soglia, &R::mskTB, "txtTB", 10, &R::chkTB, "chkTB"},
+    {15, 2, Numero, &R::Led0, "txtLed0"},
+    {17, 2, Numero, &R::Led1, "txtLed1"},
+    {19, 2, Numero, &R::Led2, "txtLed2"},
+    {21, 2, Numero, &R::Led3, "txtLed3"},
+    {23, 2, Numero, &R::Led4, "txtLed4"},
+    {25, 1, Tipo, &R::TipoLedGiallo, "cboLedGiallo", 0, &R::LedGiallo, "chkLedGiallo"},
+    {28, 1, Tipo, &R::TipoUscita, "cboUscita", 0, &R::chkUscita, "chkUscita"},
+    // Kept: a write puts 0 here, so the input's type is the instrument's business alone, and its
+    // flag in the project is off after every read.
+    {29, 1, TipoLetto, &R::TipoIngresso, "cboIngresso", 0, &R::chkIngresso, "chkIngresso"},
+}};
+
+/// What a field is worth to the codec.
+ValoreCodec DiTesto(std::string_view testo) {
+    try {
+        return ValoreCodec(testo);
+    } catch (const ErroreRuntime&) {
+        throw NonCodificabile{std::string(testo)};
+    }
+}
+
+ValoreCodec DiSoglia(const std::string& testo, int fattore) {
+    try {
+        return ValoreCodec(PrefissoNumerico(testo) * fattore);
+    } catch (const ErroreRuntime&) {
+        throw NonCodificabile{testo};
+    }
+}
+
+ValoreCodec DiIndice(int indice) {
+    return ValoreCodec(static_cast<std::int16_t>(indice));
+}
+
+bool Testuale(const CampoRecord& campo) {
+    return std::holds_alternative<std::string R::*>(campo.Progetto);
+}
+
+/// A project field as a number; a flag is 1 or 0. Not for text fields.
+std::int32_t NumeroProgetto(const CampoRecord& campo) {
+    return std::visit(
+        [](auto membro) -> std::int32_t {
+            if constexpr (std::is_same_v<decltype(membro), std::string R::*>) {
+                assert(false);
+                return 0;
+            } else {
+                return static_cast<std::int32_t>(DatiProgetto.*membro);
+            }
+        },
+        campo.Progetto);
+}
+
+void NelProgetto(const CampoRecord& campo, int valore) {
+    std::visit(
+        [valore](auto membro) {
+            auto& dove = DatiProgetto.*membro;
+            using T = std::remove_reference_t<decltype(dove)>;
+            if constexpr (std::is_same_v<T, std::string>) {
+                dove = TestoNumero(valore);
+            } else if constexpr (std::is_same_v<T, bool>) {
+                dove = valore != 0;
+            } else {
+                dove = static_cast<T>(valore);
+            }
+        },
+        campo.Progetto);
+}
+
+ValoreCodec DalProgetto(const CampoRecord& campo) {
+    if (campo.Attivo != nullptr && !(DatiProgetto.*campo.Attivo)) return ValoreCodec(0);
+    if (Testuale(campo)) return DiTesto(DatiProgetto.*std::get<std::string R::*>(campo.Progetto));
+    return ValoreCodec(NumeroProgetto(campo) + (campo.Come == Ingresso ? 1 : 0));
+}
+
+ValoreCodec DaiControlli(const CampoRecord& campo, const ControlliEditor& controlli) {
+    switch (campo.Come) {
+        case Numero:
+            return DiTesto(controlli.Testo(campo.Controllo));
+        case Scelta:
+            return DiIndice(controlli.Indice(campo.Controllo));
+        case Ingresso:
+            return DiIndice(controlli.Indice(campo.Controllo) + 1);
+        case Flag:
+        case Bit:
+            return ValoreCodec(controlli.Spunta(campo.Controllo) ? 1 : 0);
+        case Soglia:
+            if (!controlli.Spunta(campo.Spunta)) break;
+            return DiSoglia(controlli.Testo(campo.Controllo), campo.Dettaglio);
+        case Tipo:
+        case TipoLetto:
+            if (!controlli.Spunta(campo.Spunta)) break;
+            return DiIndice(controlli.Indice(campo.Controllo) + 1);
+    }
+    return ValoreCodec(0);
+}
+
+int Decodifica(const CampoRecord& campo, std::string_view risposta) {
+    const int valore =
+        campo.Larghezza == 1 ? ByteIn(risposta, campo.Byte) : Int16In(risposta, campo.Byte);
+    if (campo.Come == Bit) return BitAttivo(valore, campo.Dettaglio) ? 1 : 0;
+    return campo.Come == Ingresso ? valore - 1 : valore;
+}
+
+void NeiControlli(const CampoRecord& campo, int valore, ControlliEditor& controlli) {
+    const bool acceso = valore >= 1;
+    switch (campo.Come) {
+        case Numero:
+            controlli.Testo(campo.Controllo, TestoNumero(valore));
+            break;
+        case Scelta:
+        case Ingresso:
+            controlli.Indice(campo.Controllo, valore);
+            break;
+        case Flag:
+        case Bit:
+            controlli.Spunta(campo.Controllo, acceso);
+            break;
+        case Soglia:
+            controlli.Spunta(campo.Spunta, acceso);
+            controlli.Abilita(campo.Controllo, acceso);
+            if (acceso) {
+                std::string testo = TestoNumero(static_cast<double>(valore) / campo.Dettaglio);
+                controlli.Testo(campo.Controllo, FormattaDecimali(testo, campo.Dettaglio));
+            }
+            break;
+        case Tipo:
+        case TipoLetto:
+            controlli.Spunta(campo.Spunta, acceso);
+            controlli.Abilita(campo.Controllo, acceso);
+            if (acceso) controlli.Indice(campo.Controllo, valore - 1);
+            break;
+    }
+}
+
+}  // namespace
+
+const TabellaRecord kRecordSetup1 = {18, 30, 19, 30, "frmConfigurazione", AltraForm::Coda, kSetup1};
+const TabellaRecord kRecordSetup2 = {28,     26, 29, 16, "frmConfigurazione", AltraForm::Testata,
+                                     kSetup2};
+const TabellaRecord kRecordSensori = {22, 38, 23, 21, "frmSensori", AltraForm::Niente, kSensori};
+const TabellaRecord kRecordAllarmi = {20, 52, 21, 31, "frmAllarmi", AltraForm::Niente, kAllarmi};
+
+std::string ComponiRecord(const TabellaRecord& tabella, const ControlliEditor* controlli) {
+    constexpr std::size_t kTestata = 2;
+    std::string dati(tabella.Lunghezza - 4, '\0');
+    for (const CampoRecord& campo : tabella.Campi) {
+        if (campo.Come == TipoLetto) continue;
+        const ValoreCodec valore =
+            controlli != nullptr ? DaiControlli(campo, *controlli) : DalProgetto(campo);
+        const std::size_t posto = campo.Byte - kTestata - 1;
+        if (campo.Come == Bit) {
+            const std::size_t byte =
+                posto + static_cast<std::size_t>(campo.Larghezza - 1 - campo.Dettaglio / 8);
+            if (valore.Bit() != 0) {
+                dati[byte] = static_cast<char>(dati[byte] | 1 << campo.Dettaglio % 8);
+            }
+        } else if (campo.Larghezza == 1) {
+            dati.replace(posto, 1, CodificaByte(valore));
+        } else {
+            dati.replace(posto, 2, CodificaWord(valore));
+        }
+    }
+    return Frame(tabella.Scrivi, dati);
+}
+
+void RiempiRecord(const TabellaRecord& tabella, std::string_view risposta,
+                  ControlliEditor* controlli) {
+    assert(risposta.size() == tabella.Risposta);
+    for (const CampoRecord& campo : tabella.Campi) {
+        const int valore = Decodifica(campo, risposta);
+        if (controlli != nullptr) {
+            NeiControlli(campo, valore, *controlli);
+            continue;
+        }
+        NelProgetto(campo, valore);
+        if (campo.Attivo != nullptr) {
+            DatiProgetto.*campo.Attivo = valore >= 1 && campo.Come != TipoLetto;
+        }
+    }
+}
+
+}  // namespace lapvane

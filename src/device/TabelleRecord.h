@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "project/DatiProgetto.h"
+#include "shell/Editor.h"
+
+namespace lapvane {
+
+/// What a field of a record is.
+enum class Natura {
+    Numero,    ///< number; text box
+    Scelta,    ///< index of a list
+    Ingresso,  ///< index of a list, travels plus 1
+    Flag,      ///< 1 or 0; check box
+    Bit,       ///< bit `Dettaglio` of the field; check box
+    Soglia,    ///< integer behind a flag, 0 when that is off; text box with the value divided by
+               ///< `Dettaglio`
+    Tipo,      ///< index plus 1 behind a flag, 0 when that is off; list
+    TipoLetto  ///< the same, travels in replies alone, and the project's flag never comes on
+};
+
+/// One field of a record that travels, at the same place in the frame that writes it and in the
+/// reply that reads it. Words are high byte first, and signed in a reply; bytes are unsigned.
+struct CampoRecord {
+    std::size_t Byte = 0;  ///< its first character, from 1
+    int Larghezza = 1;     ///< bytes, 1 or 2
+    Natura Come = Natura::Numero;
+    CampoProgetto Progetto;
+    std::string_view Controllo;  ///< in the record's editor
+    int Dettaglio = 0;
+    bool RecordProgetto::*Attivo = nullptr;  ///< the flag of `Soglia`, `Tipo` and `TipoLetto`
+    std::string_view Spunta = {};            ///< its check box
+};
+
+/// What a write sends while a form is open that does not show the record.
+enum class AltraForm {
+    Niente,   ///< nothing; the exchange counts as failed
+    Coda,     ///< header, the zeros behind the fields, checksum
+    Testata,  ///< the two characters of the header
+};
+
+/// One record: its commands, the lengths of frame and reply in characters, its fields in order.
+/// What belongs to no field is 0.
+struct TabellaRecord {
+    int Scrivi = 0;
+    std::size_t Lunghezza = 0;
+    int Leggi = 0;
+    std::size_t Risposta = 0;
+    std::string_view NomeEditor;
+    AltraForm ConAltraForm = AltraForm::Niente;
+    std::span<const CampoRecord> Campi;
+};
+
+extern const TabellaRecord kRecordSetup1;
+extern const TabellaRecord kRecordSetup2;
+extern const TabellaRecord kRecordSensori;
+extern const TabellaRecord kRecordAllarmi;
+
+/// A value that cannot be a number of the instrument.
+struct NonCodificabile {
+    std::string Testo;
+};
+
+/// The frame that writes a record from an editor's controls or, without, from `DatiProgetto`.
+/// Raises `NonCodificabile`.
+std::string ComponiRecord(const TabellaRecord& tabella, const ControlliEditor* controlli);
+
+/// Fills controls or, without, `DatiProgetto` from a reply of the record's length.
+void RiempiRecord(const TabellaRecord& tabella, std::string_view risposta,
+                  ControlliEditor* controlli);
+
+}  // namespace lapvane
