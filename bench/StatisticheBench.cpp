@@ -18,11 +18,11 @@ constexpr std::size_t kChannels = 14;  // columns 3 to 16
 const std::vector<std::vector<double>>& Columns() {
     static const std::vector<std::vector<double>> columns = [] {
         std::vector<std::vector<double>> made(kChannels, std::vector<double>(kRows));
-        std::uint32_t seed = 1;
+        std::uint32_t noise = 1;
         for (auto& column : made) {
             for (double& value : column) {
-                seed = seed * 1664525U + 1013904223U;
-                value = static_cast<double>(seed >> 8) / 1000.0 - 100.0;
+                noise = noise * 1664525U + 1013904223U;
+                value = static_cast<double>(noise >> 8) / 1000.0 - 100.0;
             }
         }
         return made;

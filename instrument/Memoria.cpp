@@ -30,11 +30,14 @@ std::string CurvaDiFabbrica(int massimo) {
         asseX += CodificaWord(1023 * i / (kPunti - 1));
         asseY += CodificaWord(massimo * i / (kPunti - 1));
     }
-    // Header: points, four words of the table format, bytes in one axis, bytes in one value.
-    return Parole({kPunti, 1, 0, 0, 0, 2 * kPunti, 2}) + asseX + Parole({0}) + asseY;
+    return TestaCurva() + asseX + Parole({0}) + asseY;
 }
 
 }  // namespace
+
+std::string TestaCurva() {
+    return Parole({20, 1, 0, 0, 0, 40, 2});
+}
 
 void Metti(std::string& dove, std::size_t posto, std::string_view campo) {
     assert(posto >= 1 && posto - 1 + campo.size() <= dove.size());

@@ -66,6 +66,9 @@ class Memoria {
     std::string giri_;
 };
 
+/// The header of a curve in the table format: points, four words, bytes in an axis, in a value.
+std::string TestaCurva();
+
 /// Writes `campo` at byte `posto` (from 1) of a block or frame.
 void Metti(std::string& dove, std::size_t posto, std::string_view campo);
 

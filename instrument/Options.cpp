@@ -61,6 +61,8 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
             options.Track = rest.ValueOf(option);
         } else if (option == "--tracks") {
             options.Tracks = rest.ValueOf(option);
+        } else if (option == "--sensors") {
+            options.Sensors = rest.ValueOf(option);
         } else if (option == "--identity") {
             options.Identity = ParseIdentity(rest.ValueOf(option));
         } else if (option == "--fault") {
@@ -100,6 +102,8 @@ std::string HelpText() {
            "  --full           the log memory is full\n"
            "  --track NAME     circuit of the session; the first of the folder if left out\n"
            "  --tracks DIR     folder of the circuits; \"tracks\" beside this program if left out\n"
+           "  --sensors DIR    folder of the car's sensors; \"sensors\" beside this program if "
+           "left out\n"
            "  --identity TEXT  identity, at most 10 characters (" +
            kIdentitaNormale +
            ")\n"

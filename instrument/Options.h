@@ -12,9 +12,10 @@ namespace lapvane::strumento {
 
 /// What the program was asked for.
 struct Options {
-    std::filesystem::path Link;    ///< empty: no link is made
-    std::filesystem::path Tracks;  ///< folder of the circuits; empty: the default
-    std::string Track;             ///< circuit's name; empty: the first of the folder
+    std::filesystem::path Link;     ///< empty: no link is made
+    std::filesystem::path Tracks;   ///< folder of the circuits; empty: the default
+    std::filesystem::path Sensors;  ///< folder of the car's sensors; empty: the default
+    std::string Track;              ///< circuit's name; empty: the first of the folder
     std::string Identity = kIdentitaNormale;
     ParametriSessione Session;
     std::vector<Guasto> Faults;

@@ -14,6 +14,7 @@
 #include "instrument/Circuito.h"
 #include "instrument/Options.h"
 #include "instrument/PseudoTerminal.h"
+#include "instrument/Sensori.h"
 #include "instrument/Sessione.h"
 #include "instrument/Strumento.h"
 
@@ -208,7 +209,12 @@ int Run(const Options& options, const char* program) {
     Journal journal(options.Quiet);
     Strumento instrument(options.Identity);
     for (const Guasto& fault : options.Faults) instrument.Difetti.Aggiungi(fault);
-    journal.Say(Record(options, ProgramFolder(program), instrument.Dati));
+    const fs::path folder = ProgramFolder(program);
+    journal.Say(Record(options, folder, instrument.Dati));
+    const int sensors = MontaSensori(options.Sensors.empty() ? folder / "sensors" : options.Sensors,
+                                     instrument.Dati);
+    journal.Say("sensors: " + std::to_string(sensors) + " of " + std::to_string(kCanaliCurva) +
+                " curves from the library");
     PseudoTerminal terminal;
     if (!options.Link.empty()) terminal.MakeLink(options.Link);
     journal.Say("ready on " + terminal.Name() +

@@ -93,7 +93,8 @@ void AnalisiDati::ImpostaCanali(GraphControl& grafico) {
     grafico.EtichettaX({});
     grafico.EtichettaY({});
     grafico.PulisciGrafico();
-    RigheDeiGiri = TrovaGiri();
+    RigheDeiGiri =
+        CercaGiriColonna(Tabella().Colonna(kColonnaGiro, Piano::Laterale), Tabella().PrimaRiga());
     if (UltimaScheda == 0) {
         std::string unita;
         for (int c = 1; c <= UltimoCanaleFile(); ++c) {

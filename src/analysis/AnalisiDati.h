@@ -227,17 +227,13 @@ class AnalisiDati {
     // --- hooks: what the two windows do each in their own way ---------------------------------
     /// Heading of a column of the data file.
     virtual std::string TitoloColonna(int c) const = 0;
-    /// Finds the rows of each lap.
-    virtual RigheGiri TrovaGiri() const = 0;
     /// The first line of the .tim file.
     virtual void PrimaRigaTempi(std::string_view riga) = 0;
-    virtual double MassimoCanale(int c, std::int32_t da, std::int32_t a) const = 0;
-    virtual double MinimoCanale(int c, std::int32_t da, std::int32_t a) const = 0;
-    virtual double MediaDelCanale(int c, std::int32_t da, std::int32_t a) const = 0;
-    /// Draws rows `RigaDa` to `RigaA` of a channel as the graph's current element.
-    virtual void DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) = 0;
-    /// Draws rows `RigaDa` to `RigaA` of a column of the side file likewise.
-    virtual void DisegnaAllarme(GraphControl& grafico, int c, int passo) = 0;
+    /// Figures of the cells of a lap.
+    virtual double Massimo(std::span<const double> celle) const = 0;
+    virtual double Minimo(std::span<const double> celle) const = 0;
+    /// Column that is drawn over; 0 where the window draws nothing with the axis of now.
+    virtual int ColonnaX() const = 0;
     /// Whether the button that moves the window one step forward reads the graph's range first.
     virtual bool LeggePrimaDiSpostare() const = 0;
     /// Plane whose time column says where the automatic scroll of the overview ends.
@@ -246,16 +242,15 @@ class AnalisiDati {
     std::string NomeDaTabella(int c) const;
     void CalcolaRighe();
     void DisegnaCanale(GraphControl& grafico, int c);
+    void DisegnaColonna(GraphControl& grafico, Piano piano, int c, double scala, int passo);
     void SelezionaScala(int c);
     void RinnovaScala();
     void CambiaAsse(bool distanza);
     double PassoFinestra(double prima) const;
     void CalcolaPassoScorri();
     void CalcolaDecimazione();
-    void ImpostaFinestre();
     void LeggiFinestra(bool conY);
     void AggiornaZoomIn();
-    void RigaDopoSpostamento();
     bool FineScorrimento(Verso verso, bool panoramica) const;
     void PassoDiScorrimento(Verso verso, bool panoramica);
     void FermaScorrimento(bool panoramica);

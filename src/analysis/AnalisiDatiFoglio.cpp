@@ -4,7 +4,6 @@
 #include <system_error>
 
 #include "analysis/LettoreDati.h"
-#include "analysis/Statistiche.h"
 #include "platform/Testo1252.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
@@ -56,36 +55,6 @@ bool AnalisiDatiFoglio::CercaFileLaterale() {
     FileMancante(kSoloEstensione);
     ChiudiAnalisi();
     return false;
-}
-
-RigheGiri AnalisiDatiFoglio::TrovaGiri() const {
-    return CercaGiriColonna(tabella_.Colonna(kColonnaGiro, Piano::Laterale), tabella_.PrimaRiga());
-}
-
-double AnalisiDatiFoglio::MassimoCanale(int c, std::int32_t da, std::int32_t a) const {
-    return MassimoCelle(tabella_.Righe(c, Piano::Dati, da, a));
-}
-
-double AnalisiDatiFoglio::MinimoCanale(int c, std::int32_t da, std::int32_t a) const {
-    return MinimoCelle(tabella_.Righe(c, Piano::Dati, da, a));
-}
-
-double AnalisiDatiFoglio::MediaDelCanale(int c, std::int32_t da, std::int32_t a) const {
-    const auto celle = tabella_.Righe(c, Piano::Dati, da, a);
-    return MediaColonna(celle, static_cast<double>(celle.size()));
-}
-
-void AnalisiDatiFoglio::DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) {
-    const auto i = static_cast<std::size_t>(c);
-    grafico.DisegnaArray(tabella_.Righe(ColonnaX(), Piano::Dati, RigaDa, RigaA),
-                         tabella_.Righe(c, Piano::Dati, RigaDa, RigaA), ElementoCanale[i][0], scala,
-                         passo, {MinCanale[i], MaxCanale[i], MediaCanale[i]});
-}
-
-void AnalisiDatiFoglio::DisegnaAllarme(GraphControl& grafico, int c, int passo) {
-    grafico.DisegnaArray(tabella_.Righe(ColonnaX(), Piano::Laterale, RigaDa, RigaA),
-                         tabella_.Righe(c, Piano::Laterale, RigaDa, RigaA),
-                         ElementoCanale[static_cast<std::size_t>(c)][1], 1.0, passo, {});
 }
 
 }  // namespace lapvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analysis/AnalisiDati.h"
+#include "analysis/Statistiche.h"
 #include "analysis/TabellaFoglio.h"
 
 namespace lapvane {
@@ -16,20 +17,16 @@ class AnalisiDatiFoglio : public AnalisiDati {
 
  private:
     std::string TitoloColonna(int c) const override { return tabella_.Titolo(c, Piano::Dati); }
-    RigheGiri TrovaGiri() const override;
     void PrimaRigaTempi(std::string_view) override {}
-    double MassimoCanale(int c, std::int32_t da, std::int32_t a) const override;
-    double MinimoCanale(int c, std::int32_t da, std::int32_t a) const override;
-    double MediaDelCanale(int c, std::int32_t da, std::int32_t a) const override;
-    void DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) override;
-    void DisegnaAllarme(GraphControl& grafico, int c, int passo) override;
+    double Massimo(std::span<const double> celle) const override { return MassimoCelle(celle); }
+    double Minimo(std::span<const double> celle) const override { return MinimoCelle(celle); }
+    int ColonnaX() const override { return AsseDistanza ? kColonnaDistanza : kColonnaTempo; }
     // Kept: the button of one step forward alone works on the stored window.
     bool LeggePrimaDiSpostare() const override { return false; }
     Piano PianoDelTempo(bool) const override { return Piano::Dati; }
 
     void CaricaFoglio(Piano piano, const std::filesystem::path& percorso);
     bool CercaFileLaterale();
-    int ColonnaX() const { return AsseDistanza ? kColonnaDistanza : kColonnaTempo; }
 
     TabellaFoglio tabella_;
 };

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "analysis/Schema.h"
-#include "analysis/Statistiche.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
 #include "shell/FileTesto.h"
@@ -127,38 +126,6 @@ void AnalisiDatiSpeed::LeggiPiano(LettoreDati& lettore, Piano piano) {
 
 std::string AnalisiDatiSpeed::TitoloColonna(int c) const {
     return titoli_[static_cast<std::size_t>(c)];
-}
-
-RigheGiri AnalisiDatiSpeed::TrovaGiri() const {
-    return CercaGiriColonna(tabella_.Colonna(kColonnaGiro, Piano::Laterale), tabella_.PrimaRiga());
-}
-
-double AnalisiDatiSpeed::MassimoCanale(int c, std::int32_t da, std::int32_t a) const {
-    return MassimoColonna(tabella_.Righe(c, Piano::Dati, da, a));
-}
-
-double AnalisiDatiSpeed::MinimoCanale(int c, std::int32_t da, std::int32_t a) const {
-    return MinimoColonna(tabella_.Righe(c, Piano::Dati, da, a));
-}
-
-double AnalisiDatiSpeed::MediaDelCanale(int c, std::int32_t da, std::int32_t a) const {
-    return MediaColonna(tabella_.Righe(c, Piano::Dati, da, a), static_cast<double>(a) - da + 1.0);
-}
-
-void AnalisiDatiSpeed::DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) {
-    // Kept: this window draws over time only; with the distance axis its graph stays empty.
-    if (AsseDistanza) return;
-    const auto i = static_cast<std::size_t>(c);
-    grafico.DisegnaArray(tabella_.Righe(kColonnaTempo, Piano::Dati, RigaDa, RigaA),
-                         tabella_.Righe(c, Piano::Dati, RigaDa, RigaA), ElementoCanale[i][0], scala,
-                         passo, {MinCanale[i], MaxCanale[i], MediaCanale[i]});
-}
-
-void AnalisiDatiSpeed::DisegnaAllarme(GraphControl& grafico, int c, int passo) {
-    if (AsseDistanza) return;  // Kept: as above
-    grafico.DisegnaArray(tabella_.Righe(kColonnaTempo, Piano::Laterale, RigaDa, RigaA),
-                         tabella_.Righe(c, Piano::Laterale, RigaDa, RigaA),
-                         ElementoCanale[static_cast<std::size_t>(c)][1], 1.0, passo, {});
 }
 
 }  // namespace lapvane

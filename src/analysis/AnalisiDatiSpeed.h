@@ -2,6 +2,7 @@
 
 #include "analysis/AnalisiDati.h"
 #include "analysis/LettoreDati.h"
+#include "analysis/Statistiche.h"
 #include "analysis/TabellaArray.h"
 
 namespace lapvane {
@@ -25,13 +26,11 @@ class AnalisiDatiSpeed : public AnalisiDati {
 
  private:
     std::string TitoloColonna(int c) const override;
-    RigheGiri TrovaGiri() const override;
     void PrimaRigaTempi(std::string_view riga) override;
-    double MassimoCanale(int c, std::int32_t da, std::int32_t a) const override;
-    double MinimoCanale(int c, std::int32_t da, std::int32_t a) const override;
-    double MediaDelCanale(int c, std::int32_t da, std::int32_t a) const override;
-    void DisegnaElemento(GraphControl& grafico, int c, double scala, int passo) override;
-    void DisegnaAllarme(GraphControl& grafico, int c, int passo) override;
+    double Massimo(std::span<const double> celle) const override { return MassimoColonna(celle); }
+    double Minimo(std::span<const double> celle) const override { return MinimoColonna(celle); }
+    // Kept: this window draws over time only; with the distance axis its graphs stay empty.
+    int ColonnaX() const override { return AsseDistanza ? 0 : kColonnaTempo; }
     bool LeggePrimaDiSpostare() const override { return true; }
     Piano PianoDelTempo(bool panoramica) const override {
         return panoramica ? Piano::Laterale : Piano::Dati;

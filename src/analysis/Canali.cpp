@@ -89,7 +89,19 @@ void AnalisiDati::DisegnaCanale(GraphControl& grafico, int c) {
     }
     CalcolaPassoSposta();
     // The filter is no smoothing: a filter of n draws one point out of n at full zoom.
-    DisegnaElemento(grafico, c, scala, FiltroCanale[i] * Decimazione);
+    DisegnaColonna(grafico, Piano::Dati, c, scala, FiltroCanale[i] * Decimazione);
+}
+
+void AnalisiDati::DisegnaColonna(GraphControl& grafico, Piano piano, int c, double scala,
+                                 int passo) {
+    const int x = ColonnaX();
+    if (x == 0) return;
+    const auto i = static_cast<std::size_t>(c);
+    const bool canale = piano == Piano::Dati;
+    const MisureCanale misure = {MinCanale[i], MaxCanale[i], MediaCanale[i]};
+    grafico.DisegnaArray(
+        Tabella().Righe(x, piano, RigaDa, RigaA), Tabella().Righe(c, piano, RigaDa, RigaA),
+        ElementoCanale[i][canale ? 0 : 1], scala, passo, canale ? misure : MisureCanale{});
 }
 
 void AnalisiDati::Ridisegna() {

@@ -200,7 +200,7 @@ void AnalisiDati::DisegnaAllarmi(GraphControl& grafico) {
         UltimoCanale = static_cast<std::int16_t>(c);
         grafico.ColoreElemento(kColoriAllarmi[static_cast<std::size_t>(k)]);
         grafico.SpessoreElemento(1);
-        DisegnaAllarme(grafico, c, Decimazione);
+        DisegnaColonna(grafico, Piano::Laterale, c, 1.0, Decimazione);
     }
 }
 

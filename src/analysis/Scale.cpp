@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "analysis/AnalisiDati.h"
+#include "analysis/Statistiche.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {
@@ -21,11 +22,12 @@ void AnalisiDati::CalcolaScale(GraphControl& grafico) {
     YMax = 0.0;
     for (int c = kPrimoCanale; c <= ultimo; ++c) {
         const auto i = static_cast<std::size_t>(c);
-        MaxCanale[i] = MassimoCanale(c, da, a);
+        const auto celle = Tabella().Righe(c, Piano::Dati, da, a);
+        MaxCanale[i] = Massimo(celle);
         if (MaxCanale[i] == 0.0) MaxCanale[i] = kMassimoNullo;
-        MinCanale[i] = MinimoCanale(c, da, a);
+        MinCanale[i] = Minimo(celle);
         if (MaxCanale[i] > YMax) YMax = MaxCanale[i];
-        MediaCanale[i] = MediaDelCanale(c, da, a);
+        MediaCanale[i] = MediaColonna(celle, static_cast<double>(a) - da + 1.0);
     }
     for (int c = kPrimoCanale; c <= ultimo; ++c) {
         const auto i = static_cast<std::size_t>(c);

@@ -10,10 +10,12 @@ namespace {
 /// fast as memory hands them over.
 constexpr std::size_t kCorsie = 16;
 
-/// `passo(result, value)` over all values, each lane starting from 0, and then over the lanes.
+/// `passo(result, value)` over all values, each lane starting from `inizio`, and then over the
+/// lanes.
 template <class Passo>
-double Percorri(std::span<const double> valori, Passo passo) {
+double Percorri(std::span<const double> valori, double inizio, Passo passo) {
     std::array<double, kCorsie> corsie{};
+    corsie.fill(inizio);
     const std::size_t interi = valori.size() - valori.size() % kCorsie;
     for (std::size_t i = 0; i < interi; i += kCorsie) {
         for (std::size_t n = 0; n < kCorsie; ++n) corsie[n] = passo(corsie[n], valori[i + n]);
@@ -28,19 +30,35 @@ double Percorri(std::span<const double> valori, Passo passo) {
     return corsie[0];
 }
 
+double Maggiore(double massimo, double v) {
+    return v > massimo ? v : massimo;
+}
+
+double Minore(double minimo, double v) {
+    return v < minimo ? v : minimo;
+}
+
 }  // namespace
 
 double MassimoColonna(std::span<const double> valori) {
-    return Percorri(valori, [](double massimo, double v) { return v > massimo ? v : massimo; });
+    return Percorri(valori, 0.0, Maggiore);
 }
 
 double MinimoColonna(std::span<const double> valori) {
-    return Percorri(valori, [](double minimo, double v) { return v < minimo ? v : minimo; });
+    return Percorri(valori, 0.0, Minore);
 }
 
 double MediaColonna(std::span<const double> valori, double righe) {
     if (righe < 1.0) return 0.0;
-    return Percorri(valori, [](double somma, double v) { return somma + v; }) / righe;
+    return Percorri(valori, 0.0, [](double somma, double v) { return somma + v; }) / righe;
+}
+
+double MassimoCelle(std::span<const double> celle) {
+    return celle.empty() ? 0.0 : Percorri(celle, celle.front(), Maggiore);
+}
+
+double MinimoCelle(std::span<const double> celle) {
+    return celle.empty() ? 0.0 : Percorri(celle, celle.front(), Minore);
 }
 
 }  // namespace lapvane

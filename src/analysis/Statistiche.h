@@ -13,4 +13,8 @@ double MinimoColonna(std::span<const double> valori);
 /// Sum of the values divided by `righe`, the rows that were asked for; 0 for no row.
 double MediaColonna(std::span<const double> valori, double righe);
 
+/// Highest and lowest of a range of cells, from its first cell on; 0 for an empty range.
+double MassimoCelle(std::span<const double> celle);
+double MinimoCelle(std::span<const double> celle);
+
 }  // namespace lapvane

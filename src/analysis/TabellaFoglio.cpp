@@ -52,18 +52,4 @@ std::string TabellaFoglio::Titolo(int colonna, Piano piano) const {
     return titoli[static_cast<std::size_t>(colonna - 1)];
 }
 
-double MassimoCelle(std::span<const double> celle) {
-    if (celle.empty()) return 0.0;
-    double massimo = celle.front();
-    for (const double cella : celle) massimo = cella > massimo ? cella : massimo;
-    return massimo;
-}
-
-double MinimoCelle(std::span<const double> celle) {
-    if (celle.empty()) return 0.0;
-    double minimo = celle.front();
-    for (const double cella : celle) minimo = cella < minimo ? cella : minimo;
-    return minimo;
-}
-
 }  // namespace lapvane

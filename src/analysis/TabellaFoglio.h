@@ -45,8 +45,4 @@ class TabellaFoglio : public TabellaDati {
     std::array<FoglioDati, 2> fogli_;
 };
 
-/// Highest and lowest value of a range of cells, from its first cell on; 0 for an empty range.
-double MassimoCelle(std::span<const double> celle);
-double MinimoCelle(std::span<const double> celle);
-
 }  // namespace lapvane

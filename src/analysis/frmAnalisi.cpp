@@ -2,9 +2,9 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QScrollBar>
-#include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <tuple>
@@ -55,24 +55,24 @@ frmAnalisi::frmAnalisi(const char* nome, const Fabbrica& fabbrica, QWidget* pare
 }
 
 void frmAnalisi::Disponi() {
-    auto* divisore = new QSplitter(Qt::Horizontal, this);
-    divisore->setObjectName(QStringLiteral("divisore"));
-    divisore->setChildrenCollapsible(false);
-    divisore->setHandleWidth(kMargine);
-    divisore->addWidget(CreaMisure());
-    divisore->addWidget(CreaSchede());
-    divisore->addWidget(CreaGiri());
+    divisore_ = new QSplitter(Qt::Horizontal, this);
+    divisore_->setObjectName(QStringLiteral("divisore"));
+    divisore_->setChildrenCollapsible(false);
+    divisore_->setHandleWidth(kMargine);
+    divisore_->addWidget(CreaMisure());
+    divisore_->addWidget(CreaSchede());
+    divisore_->addWidget(CreaGiri());
     // The graph takes what the window gains.
-    divisore->setStretchFactor(0, 0);
-    divisore->setStretchFactor(1, 1);
-    divisore->setStretchFactor(2, 0);
+    divisore_->setStretchFactor(0, 0);
+    divisore_->setStretchFactor(1, 1);
+    divisore_->setStretchFactor(2, 0);
 
     Toolbar1_ = CreaBarra();
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(kMargine, 0, kMargine, kMargine);
     colonna->setSpacing(kMargine / 2);
     colonna->addWidget(Toolbar1_);
-    colonna->addWidget(divisore, 1);
+    colonna->addWidget(divisore_, 1);
 
     const QSize schermo = screen() != nullptr ? screen()->availableSize() : QSize(1366, 768);
     resize(QSize(1340, 700).boundedTo(schermo));
@@ -170,14 +170,14 @@ QWidget* frmAnalisi::CreaGiri() {
     griglia->setRowStretch(2, 1);
     mappa_->hide();
 
-    auto* insieme = new QSplitter(Qt::Vertical);
-    insieme->setChildrenCollapsible(false);
-    insieme->setHandleWidth(kMargine);
-    insieme->addWidget(MSFlexGrid1_);
-    insieme->addWidget(mappa_);
-    insieme->setStretchFactor(0, 1);
-    insieme->setStretchFactor(1, 0);
-    return insieme;
+    giri_ = new QSplitter(Qt::Vertical);
+    giri_->setChildrenCollapsible(false);
+    giri_->setHandleWidth(kMargine);
+    giri_->addWidget(MSFlexGrid1_);
+    giri_->addWidget(mappa_);
+    giri_->setStretchFactor(0, 1);
+    giri_->setStretchFactor(1, 0);
+    return giri_;
 }
 
 void frmAnalisi::Collega() {
@@ -232,6 +232,22 @@ void frmAnalisi::AdattaMisure() {
     // The list is never narrower than its texts, and scrolls only up and down.
     const int barra = misure_->verticalScrollBar()->sizeHint().width();
     misure_->setMinimumWidth(fraMisure_->minimumSizeHint().width() + barra);
+}
+
+void frmAnalisi::AdattaGiri() {
+    // As many sectors as a quarter of the window can show; the rest is scrolled to, or the user
+    // moves the bar.
+    QList<int> misure = divisore_->sizes();
+    const int larghezza =
+        std::clamp(MSFlexGrid1_->sizeHint().width(), MSFlexGrid1_->minimumWidth(), width() / 4);
+    misure[1] += misure[2] - larghezza;
+    misure[2] = larghezza;
+    divisore_->setSizes(misure);
+}
+
+void frmAnalisi::resizeEvent(QResizeEvent* evento) {
+    QDialog::resizeEvent(evento);
+    AdattaGiri();
 }
 
 void frmAnalisi::Apri() {

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QFrame>
 #include <QScrollArea>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
@@ -58,6 +59,7 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     frmAnalisi(const char* nome, const Fabbrica& fabbrica, QWidget* parent);
 
     bool event(QEvent* evento) override;
+    void resizeEvent(QResizeEvent* evento) override;
 
  private:
     // What the analysis asks of its window.
@@ -97,6 +99,7 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     QWidget* CreaSchede();
     QWidget* CreaGiri();
     void AdattaMisure();
+    void AdattaGiri();
     void Collega();
     RigaCanale* Riga(int c);
 
@@ -112,6 +115,8 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     void MostraSessione();
     void StampaGrafico();
 
+    QSplitter* divisore_ = nullptr;
+    QSplitter* giri_ = nullptr;  ///< lap table above, track map below
     QScrollArea* misure_ = nullptr;
     QFrame* fraMisure_ = nullptr;
     QTabWidget* SSTab1_ = nullptr;

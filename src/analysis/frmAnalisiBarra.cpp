@@ -118,6 +118,7 @@ void frmAnalisi::MostraSessione() {
     dlgDatiSessione(*analisi_, this).exec();
     if (scaricata_) return;
     analisi_->RicompilaTabella();
+    AdattaGiri();
     chiavi_.at("Circuito")->setChecked(analisi_->TracciatoVisibile);
 }
 

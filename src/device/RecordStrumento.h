@@ -12,8 +12,10 @@ namespace lapvane {
 //
 // Without an open editor (`FormAttiva`) a record goes out of and into `DatiProgetto`, with the
 // editor of that record open out of and into its controls. With any other form open a read fills
-// nothing. A read whose editor has closed meanwhile fills nothing either. A value that is no number
-// of the instrument is shown (text 262), and nothing is sent.
+// nothing; the setup is sent without its fields, which the instrument does not acknowledge, and
+// sensors and alarms are not sent and count as failed. A read whose editor has closed meanwhile
+// fills nothing either. A value that cannot be encoded (a text that is no number, a number beyond
+// 32 bits) is shown (text 262) and counts as a failed exchange; nothing is sent.
 
 /// First and second half of the setup; editor `frmConfigurazione`.
 void InviaDatiSetup1();

@@ -9,6 +9,7 @@ namespace {
 constexpr double kPocoZoom = 0.9;
 constexpr double kMoltoZoom = 0.5;
 constexpr int kMargine = 4;
+constexpr int kMargineTesto = 16;  // of a button's letters, both sides
 
 void Colora(QPushButton* pulsante, bool verde) {
     QPalette colori;
@@ -74,7 +75,8 @@ QPushButton* BarraNavigazione::Pulsante(const char* nome, const QString& testo) 
     auto* pulsante = new QPushButton(testo, this);
     pulsante->setObjectName(QString::fromLatin1(nome));
     pulsante->setAutoDefault(false);
-    pulsante->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("+50%")) + 22);
+    const QString largo = testo.size() > 1 ? testo : QStringLiteral("000");
+    pulsante->setFixedWidth(fontMetrics().horizontalAdvance(largo) + kMargineTesto);
     return pulsante;
 }
 

@@ -228,6 +228,16 @@ class LogProva {
     std::vector<RigaLog> Righe;
 };
 
+/// A session file with the given lines of channels 3 and 4.
+inline std::string Sessione(const std::string& canale3, const std::string& canale4) {
+    std::string ses =
+        "Sessione= Prove libere \r\nDataSessione=12/5\r\nOra=10=30\r\nCircuito= \r\n"
+        "Lungh=5793\r\nVeicolo=  Alfa 8 \r\nPiloti=Rossi\r\nNote=a;b\r\n";
+    ses += canale3 + "\r\n" + canale4 + "\r\n";
+    for (int c = 5; c <= 20; ++c) ses += "x;1;12;1;0;0\r\n";
+    return ses;
+}
+
 /// An analysis with everything around it, on logs of a folder of its own.
 class AnalisiProva : public ::testing::Test {
  protected:

@@ -2,6 +2,7 @@
 
 #include <QTest>
 #include <QTimer>
+#include <filesystem>
 
 #include "analysis/AnalisiProva.h"
 #include "platform/qt/TestoQt.h"
@@ -242,4 +243,98 @@ TEST_F(FinestraAnalisi, MissingSideFileNeverShowsTheWindow) {
     EXPECT_FALSE(finestra.isVisible());
     EXPECT_FALSE(AnalisiInCorso);
     EXPECT_FALSE(AnalisiCaricata);
+}
+
+TEST_F(FinestraAnalisi, TheInvariantOfTickedChannelsIsSeen) {
+    Mostra();
+    Clicca(2, 1);
+    auto* const valore = Controllo<QLineEdit>("txtValore", 3);
+    auto* const impostazioni = Controllo<QPushButton>("cmdSetGraph", 3);
+    const auto fondo = [&] { return valore->palette().color(QPalette::Base); };
+    const QColor sistema = impostazioni->palette().color(QPalette::Active, QPalette::Button);
+    EXPECT_EQ(fondo(), QColor(Qt::white));
+    EXPECT_FALSE(impostazioni->isEnabled());
+    Controllo<QCheckBox>("chkGrafico", 3)->click();
+    EXPECT_EQ(fondo(), QColor(255, 255, 0));
+    EXPECT_TRUE(valore->font().bold());
+    EXPECT_TRUE(impostazioni->isEnabled());
+    EXPECT_EQ(impostazioni->palette().color(QPalette::Button), QColor(255, 255, 0));
+    Controllo<QCheckBox>("chkGrafico", 3)->click();
+    EXPECT_EQ(fondo(), QColor(Qt::white));
+    EXPECT_FALSE(valore->font().bold());
+    EXPECT_EQ(impostazioni->palette().color(QPalette::Active, QPalette::Button), sistema);
+}
+
+TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
+    Mostra();
+    Clicca(2, 1);
+    Controllo<QCheckBox>("chkGrafico", 3)->click();
+    auto* const grafico = Controllo<GraficoWidget>("NTGraph1");
+    auto* const panoramica = Controllo<GraficoWidget>("NTGraphAll");
+    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 3.9);
+    Controllo<QPushButton>("cmdZoomIn50")->click();
+    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 1.95);
+    Controllo<QPushButton>("cmdSpostaDX10")->click();
+    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMin, 0.195);
+    EXPECT_EQ(DaQt(Controllo<QLineEdit>("txtValore", 3)->text()), "2002");
+    Controllo<QTabWidget>("SSTab1")->setCurrentIndex(1);
+    EXPECT_DOUBLE_EQ(panoramica->LeggiIntervallo().XMin, 0.195);
+    EXPECT_EQ(panoramica->ElementoCorrente(), 9) << "eight alarms";
+    Controllo<QTabWidget>("SSTab1")->setCurrentIndex(0);
+    Controllo<QToolButton>("Toolbar1_Separati")->click();
+    EXPECT_FALSE(Controllo<QToolButton>("Toolbar1_SetZoom")->isEnabled());
+    EXPECT_FALSE(Controllo<QToolButton>("Toolbar1_Sovrapposti")->isChecked());
+    Controllo<QToolButton>("Toolbar1_DimOriginali")->click();
+    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 3.9);
+    Controllo<QToolButton>("Toolbar1_Sovrapposti")->click();
+    // A zoom rectangle draws the finer points at once.
+    Controllo<QToolButton>("Toolbar1_SetZoom")->click();
+    const QRect area = grafico->AreaDisegno().toRect();
+    QTest::mousePress(grafico, Qt::LeftButton, {}, area.topLeft() + QPoint(area.width() / 2, 5));
+    QTest::mouseMove(grafico, area.bottomRight() - QPoint(2, 5));
+    QTest::mouseRelease(grafico, Qt::LeftButton, {}, area.bottomRight() - QPoint(2, 5));
+    EXPECT_NEAR(finestra.Analisi().XMin, 1.95, 0.1);
+    EXPECT_GT(finestra.Analisi().RigaDa, 20);
+}
+
+TEST_F(FinestraAnalisi, ClosesInTheMiddleOfAScroll) {
+    Mostra();
+    Clicca(4, 1);
+    Controllo<QCheckBox>("chkGrafico", 3)->click();
+    Controllo<QPushButton>("cmdZoomIn50")->click();
+    int giri = 0;
+    macchina.DuranteEventi = [&] {
+        if (++giri == 6) finestra.close();
+        ASSERT_LT(giri, 10);
+    };
+    Controllo<QPushButton>("cmdScorriDX")->click();
+    EXPECT_FALSE(finestra.isVisible());
+    EXPECT_FALSE(finestra.Analisi().ScorrimentoAttivo);
+    EXPECT_TRUE(std::filesystem::exists(macchina.Cartella / "run.ses"));
+}
+
+TEST_F(FinestraAnalisi, CommandsWithoutLapsAndWithoutATrack) {
+    prova::Scrivi((macchina.Cartella / "run.tim").native(), "1.4\r\n\r\n");
+    Mostra();
+    macchina.Risposte = {Answer::Ok, Answer::Ok, Answer::Ok, Answer::Ok};
+    for (const char* chiave : {"Statistiche", "StatisticheMisure", "ReportGiri"}) {
+        Controllo<QToolButton>((std::string("Toolbar1_") + chiave).c_str())->click();
+        EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(302)) << chiave;
+    }
+    auto* const circuito = Controllo<QToolButton>("Toolbar1_Circuito");
+    circuito->click();
+    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(216));
+    EXPECT_FALSE(circuito->isChecked());
+    std::filesystem::create_directory(macchina.Cartella / "Tracks");
+    prova::Scrivi((macchina.Cartella / "Tracks" / "Corto.trk").native(),
+                  "0,0\r\n10,0\r\n10,10\r\n");
+    DatiSessione.Circuito = "Corto";
+    circuito->click();
+    EXPECT_TRUE(circuito->isChecked());
+    EXPECT_TRUE(Controllo<QLabel>("txtCircuito")->isVisible());
+    EXPECT_EQ(Controllo<DisegnoTracciato>("Picture1")->Punti().size(), 3u);
+    finestra.Analisi().EventoCursore(0);
+    EXPECT_EQ(Controllo<DisegnoTracciato>("Picture1")->PuntoMarcato(), 0);
+    circuito->click();
+    EXPECT_FALSE(Controllo<QLabel>("txtCircuito")->isVisible());
 }

@@ -1,7 +1,9 @@
-// The frame codec: whatever is encoded comes back, and a frame's checksum holds.
+// The frame codec: whatever is encoded comes back, and a frame's checksum holds. The records: what
+// a reply put into the project goes out again as it came.
 #include <cstdlib>
 
 #include "device/Codec.h"
+#include "device/TabelleRecord.h"
 #include "platform/ErroreRuntime.h"
 #include "shell/NumeroTesto.h"
 
@@ -27,6 +29,24 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         if (CodificaLong(DecodificaLong(std::string_view(text).substr(0, 4))) !=
             text.substr(0, 4)) {
             std::abort();
+        }
+    }
+    for (const TabellaRecord* tabella :
+         {&kRecordSetup1, &kRecordSetup2, &kRecordSensori, &kRecordAllarmi}) {
+        if (size != tabella->Risposta) continue;
+        RiempiRecord(*tabella, text, nullptr);
+        const std::string uno = ComponiRecord(*tabella, nullptr);
+        if (uno.size() != tabella->Lunghezza) std::abort();
+        std::string risposta = uno;
+        risposta.resize(tabella->Risposta);
+        RiempiRecord(*tabella, risposta, nullptr);
+        if (ComponiRecord(*tabella, nullptr) != uno) std::abort();
+        for (const CampoRecord& campo : tabella->Campi) {
+            if (campo.Come > Natura::Ingresso) continue;  // flags, and what stands behind one
+            const auto larghezza = static_cast<std::size_t>(campo.Larghezza);
+            if (uno.substr(campo.Byte - 1, larghezza) != text.substr(campo.Byte - 1, larghezza)) {
+                std::abort();
+            }
         }
     }
     return 0;

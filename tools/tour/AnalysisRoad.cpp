@@ -2,22 +2,33 @@
 #include <QApplication>
 #include <QBrush>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPrinterInfo>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
 
 #include "Tour.h"
+#include "shell/StatoShell.h"
+#include "widgets/DisegnoTracciato.h"
 
 namespace lapvane::tour {
 
 QWidget* Tour::Analysis() {
     QWidget* window = QApplication::activeModalWidget();
-    return window != nullptr && window->objectName() == QLatin1String("frmAnalisiDatiSpeed")
+    return window != nullptr && window->objectName().startsWith(QLatin1String("frmAnalisiDati"))
                ? window
                : nullptr;
 }
+
 QTableView* Tour::Laps() {
     return In<QTableView>(Analysis(), "MSFlexGrid1");
 }
+
 bool Tour::LapsListed() {
     return Laps() != nullptr && Laps()->isVisible() && Laps()->model()->rowCount() > 12;
 }
@@ -28,6 +39,13 @@ void Tour::OpenAnalysis() {
         [this] { robot_.Click(Button("Analize")); });
     robot_.Stop(QStringLiteral("open dialog"), ModalIs("QFileDialog"),
                 [this] { AnswerFileDialog(out_ + QStringLiteral("/run.csv"), {}); });
+    robot_.Stop(
+        QStringLiteral("log loaded"), [this] { return LapsListed(); },
+        [this] {
+            // The size of a common laptop, whatever screen the tour runs on.
+            Analysis()->showNormal();
+            Analysis()->resize(1366, 738);
+        });
 }
 
 void Tour::Tick(int channel) {
@@ -58,37 +76,196 @@ int Tour::BestRow() {
     return -1;
 }
 
+void Tour::OnAnalysis(const QString& name, std::function<void()> act) {
+    robot_.Stop(
+        name, [this] { return Analysis() != nullptr; }, std::move(act));
+}
+
+void Tour::Press(const char* control) {
+    robot_.Click(In<QAbstractButton>(Analysis(), control));
+}
+
+QString Tour::Value(int column) {
+    auto* box = In<QLineEdit>(Analysis(), ("txtValore" + std::to_string(column)).c_str());
+    return box != nullptr ? box->text() : QString();
+}
+
 void Tour::Analyse() {
+    AnalisiSpeed = true;
     OpenAnalysis();
     robot_.Stop(
         QStringLiteral("analysis open"), [this] { return LapsListed(); },
         [this] {
+            robot_.Check(Analysis()->objectName() == QLatin1String("frmAnalisiDatiSpeed"),
+                         QStringLiteral("the window over the array"));
             robot_.Check(BestRow() > 1, QStringLiteral("no best lap is marked"));
             robot_.Picture(Analysis(), QStringLiteral("analysis"));
             for (const int channel : {3, 4, 7}) Tick(channel);
         });
+    OnAnalysis(QStringLiteral("channels drawn"), [this] {
+        robot_.Picture(Analysis(), QStringLiteral("channels"));
+        ClickLap(BestRow());
+    });
+    OnAnalysis(QStringLiteral("best lap"), [this] {
+        auto* tabs = In<QTabWidget>(Analysis(), "SSTab1");
+        const QString label = Laps()->model()->index(BestRow(), 0).data().toString();
+        robot_.Check(
+            tabs->tabText(0).endsWith(QLatin1Char(' ') + label.split(QLatin1Char(' ')).last()),
+            QStringLiteral("the tab names another lap than the chosen one"));
+        robot_.Picture(Analysis(), QStringLiteral("best-lap"));
+    });
+    MoveThroughTheLap();
+    DescribeTheSession();
+    Reports();
+    OnAnalysis(QStringLiteral("close the analysis"), [this] { Press("Toolbar1_ChiudiGrafico"); });
     robot_.Stop(
-        QStringLiteral("channels drawn"), [] { return true; },
+        QStringLiteral("session written"),
+        [] { return QApplication::activeModalWidget() == nullptr; },
         [this] {
-            robot_.Picture(Analysis(), QStringLiteral("channels"));
-            ClickLap(BestRow());
+            QFile session(out_ + QStringLiteral("/run.ses"));
+            robot_.Check(session.open(QIODevice::ReadOnly) &&
+                             session.readAll().contains("Circuito=Valdoro\r\n"),
+                         QStringLiteral("the session file"));
         });
+    OverTheDistance();
+}
+
+void Tour::MoveThroughTheLap() {
+    OnAnalysis(QStringLiteral("zoom"), [this] {
+        Press("cmdZoomIn50");
+        Press("cmdZoomIn50");
+        Press("cmdSpostaDX10");
+        robot_.Check(!Value(4).isEmpty(), QStringLiteral("the values at the cursor"));
+        robot_.Picture(Analysis(), QStringLiteral("zoom"));
+        timeBefore_ = Value(1).toDouble();
+        Press("cmdScorriDX");
+    });
     robot_.Stop(
-        QStringLiteral("best lap"), [] { return true; },
+        QStringLiteral("scroll"), [this] { return Value(1).toDouble() > timeBefore_ + 5.0; },
         [this] {
-            auto* tabs = In<QTabWidget>(Analysis(), "SSTab1");
-            const QString number = Laps()
-                                       ->model()
-                                       ->index(BestRow(), 0)
-                                       .data()
-                                       .toString()
-                                       .split(QLatin1Char(' '))
-                                       .last();
-            robot_.Check(tabs->tabText(0).endsWith(QLatin1Char(' ') + number),
-                         QStringLiteral("the tab names another lap than the chosen one"));
-            robot_.Picture(Analysis(), QStringLiteral("best-lap"));
+            robot_.Picture(Analysis(), QStringLiteral("scroll"));
+            Press("cmdScorriDX");
+            timeBefore_ = Value(1).toDouble();
+        });
+    OnAnalysis(QStringLiteral("cursor"), [this] {
+        auto* graph = In<QWidget>(Analysis(), "NTGraph1");
+        graph->setFocus();
+        for (int i = 0; i < 30; ++i) QTest::keyClick(graph, Qt::Key_Right);
+        robot_.Check(Value(1).toDouble() > timeBefore_ + 2.0, QStringLiteral("the cursor's time"));
+        robot_.Picture(Analysis(), QStringLiteral("cursor"));
+        In<QTabWidget>(Analysis(), "SSTab1")->setCurrentIndex(1);
+    });
+    OnAnalysis(QStringLiteral("alarms"), [this] {
+        robot_.Picture(Analysis(), QStringLiteral("alarms"));
+        In<QTabWidget>(Analysis(), "SSTab1")->setCurrentIndex(0);
+        Press("Toolbar1_Separati");
+    });
+    OnAnalysis(QStringLiteral("separate panes"), [this] {
+        robot_.Picture(Analysis(), QStringLiteral("separate"));
+        Press("Toolbar1_Sovrapposti");
+        Press("Toolbar1_DimOriginali");
+        Press("cmdSetGraph4");
+    });
+    robot_.Stop(QStringLiteral("graph settings"), ModalIs("lapvane::dlgSetGraph"), [this] {
+        QWidget* dialog = Robot::Modal("lapvane::dlgSetGraph");
+        In<QComboBox>(dialog, "cboWidth")->setCurrentIndex(2);
+        robot_.Picture(dialog, QStringLiteral("graph-settings"));
+        robot_.Click(In<QPushButton>(dialog, "OKButton"));
+    });
+}
+
+void Tour::DescribeTheSession() {
+    OnAnalysis(QStringLiteral("open the session"), [this] { Press("Toolbar1_DatiSessione"); });
+    robot_.Stop(QStringLiteral("session"), ModalIs("lapvane::dlgDatiSessione"), [this] {
+        QWidget* dialog = Robot::Modal("lapvane::dlgDatiSessione");
+        QTest::keyClicks(In<QLineEdit>(dialog, "txtSessione"), QStringLiteral("Prove libere"));
+        QTest::keyClicks(In<QPlainTextEdit>(dialog, "txtPiloti"), QStringLiteral("Rossi, Bianchi"));
+        auto* circuits = In<QComboBox>(dialog, "cboCircuito");
+        circuits->setFocus();
+        const int valdoro = circuits->findText(QStringLiteral("Valdoro"));
+        robot_.Check(valdoro >= 0, QStringLiteral("the circuit in the list"));
+        while (circuits->currentText() != QLatin1String("Valdoro")) {
+            QTest::keyClick(circuits,
+                            circuits->currentIndex() < valdoro ? Qt::Key_Down : Qt::Key_Up);
+        }
+        auto* sectors = In<QComboBox>(dialog, "cboNumSettori");
+        sectors->setFocus();
+        while (sectors->currentText() != QLatin1String("3")) {
+            QTest::keyClick(sectors,
+                            sectors->currentText().toInt() < 3 ? Qt::Key_Down : Qt::Key_Up);
+        }
+        robot_.Check(
+            In<QLineEdit>(dialog, "txtX0")->text() == In<QLineEdit>(dialog, "txtX1")->text(),
+            QStringLiteral("an equal division"));
+        robot_.Picture(dialog, QStringLiteral("session"));
+        robot_.Click(In<QPushButton>(dialog, "OKButton"));
+    });
+    OnAnalysis(QStringLiteral("sector times"), [this] {
+        robot_.Check(Laps()->model()->index(3, 3).data().toString().contains(QLatin1Char(':')),
+                     QStringLiteral("the sector times of a lap"));
+        Press("Toolbar1_Circuito");
+        auto* graph = In<QWidget>(Analysis(), "NTGraph1");
+        graph->setFocus();
+        for (int i = 0; i < 40; ++i) QTest::keyClick(graph, Qt::Key_Right);
+        robot_.Check(In<DisegnoTracciato>(Analysis(), "Picture1")->PuntoMarcato() > 0,
+                     QStringLiteral("the marker on the track map"));
+        robot_.Picture(Analysis(), QStringLiteral("sectors"));
+    });
+}
+
+void Tour::Reports() {
+    const auto show = [this](const char* key, const char* dialog, const QString& picture) {
+        OnAnalysis(QStringLiteral("open ") + picture, [this, key] { Press(key); });
+        robot_.Stop(picture, ModalIs(dialog), [this, dialog, picture] {
+            robot_.Picture(Robot::Modal(dialog), picture);
+            QTest::keyClick(Robot::Modal(dialog), Qt::Key_Escape);
+        });
+    };
+    show("Toolbar1_Statistiche", "lapvane::dlgStatistiche", QStringLiteral("statistics"));
+    show("Toolbar1_StatisticheMisure", "lapvane::dlgStatisticheMisure",
+         QStringLiteral("channel-statistics"));
+    show("Toolbar1_ReportGiri", "lapvane::dlgReportGiri", QStringLiteral("lap-report"));
+    // Where the machine has a printer the pages would come out of it.
+    if (!QPrinterInfo::defaultPrinter().isNull()) return;
+    const auto printed = [this](const QString& file) {
+        robot_.Stop(QStringLiteral("name of ") + file, ModalIs("QFileDialog"),
+                    [this, file] { AnswerFileDialog(out_ + QLatin1Char('/') + file, {}); });
+        robot_.Stop(
+            file, [this, file] { return QFileInfo(out_ + QLatin1Char('/') + file).size() > 1000; },
+            [] {});
+    };
+    OnAnalysis(QStringLiteral("print the graph"), [this] { Press("Toolbar1_Stampa"); });
+    printed(QStringLiteral("graph.pdf"));
+    OnAnalysis(QStringLiteral("report again"), [this] { Press("Toolbar1_ReportGiri"); });
+    robot_.Stop(QStringLiteral("print the report"), ModalIs("lapvane::dlgReportGiri"), [this] {
+        robot_.Click(In<QPushButton>(Robot::Modal("lapvane::dlgReportGiri"), "cmdStampa"));
+    });
+    printed(QStringLiteral("report.pdf"));
+    robot_.Stop(QStringLiteral("report printed"), ModalIs("lapvane::dlgReportGiri"),
+                [] { QTest::keyClick(Robot::Modal("lapvane::dlgReportGiri"), Qt::Key_Escape); });
+}
+
+void Tour::OverTheDistance() {
+    robot_.Stop(
+        QStringLiteral("the other window"), [] { return true; }, [] { AnalisiSpeed = false; });
+    OpenAnalysis();
+    robot_.Stop(
+        QStringLiteral("over the distance"), [this] { return LapsListed(); },
+        [this] {
+            robot_.Check(Analysis()->objectName() == QLatin1String("frmAnalisiDati"),
+                         QStringLiteral("the window over the sheet"));
+            for (const int channel : {3, 4}) Tick(channel);
+            ClickLap(BestRow());
+            auto* distance = In<QCheckBox>(Analysis(), "chkDistanza");
+            QTest::mouseClick(distance, Qt::LeftButton, {}, QPoint(8, distance->height() / 2));
+            robot_.Check(!In<QCheckBox>(Analysis(), "chkTempo")->isChecked(),
+                         QStringLiteral("the time axis gives way"));
+            robot_.Picture(Analysis(), QStringLiteral("distance"));
             QTest::keyClick(Analysis(), Qt::Key_Escape);
         });
+    robot_.Stop(
+        QStringLiteral("closed again"), [] { return QApplication::activeModalWidget() == nullptr; },
+        [] { AnalisiSpeed = true; });
 }
 
 }  // namespace lapvane::tour

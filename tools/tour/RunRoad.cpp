@@ -1,6 +1,7 @@
 // From the splash to the files of a run; the change of language; the end.
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -16,6 +17,7 @@
 #include "Tour.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
 
 namespace lapvane::tour {
 
@@ -147,6 +149,23 @@ void Tour::Italian() {
         QStringLiteral("picture in Italian"), [] { return true; },
         [this] {
             robot_.Picture(Analysis(), QStringLiteral("analisi"));
+            In<QTabWidget>(Analysis(), "SSTab1")->setCurrentIndex(1);
+            robot_.Picture(Analysis(), QStringLiteral("allarmi"));
+            QTest::keyClick(Analysis(), Qt::Key_Escape);
+        });
+    robot_.Stop(
+        QStringLiteral("the other window in Italian"),
+        [] { return QApplication::activeModalWidget() == nullptr; }, [] { AnalisiSpeed = false; });
+    OpenAnalysis();
+    robot_.Stop(
+        QStringLiteral("over the distance in Italian"), [this] { return LapsListed(); },
+        [this] {
+            for (const int channel : {3, 4, 7}) Tick(channel);
+            ClickLap(BestRow());
+            auto* distance = In<QCheckBox>(Analysis(), "chkDistanza");
+            QTest::mouseClick(distance, Qt::LeftButton, {}, QPoint(8, distance->height() / 2));
+            robot_.Click(In<QAbstractButton>(Analysis(), "Toolbar1_Separati"));
+            robot_.Picture(Analysis(), QStringLiteral("distanza"));
             QTest::keyClick(Analysis(), Qt::Key_Escape);
         });
 }

@@ -61,6 +61,11 @@ class Tour {
     void Italian();
     void Leave();
 
+    // DeviceRoad.cpp: the project into the instrument and back.
+    void ProgramAndRead();
+    void Command(const char* key);
+    void LongCommand(const char* key, int question, int title, const QString& name);
+
     // AnalysisRoad.cpp: a log studied in the analysis windows.
     QWidget* Analysis();
     QTableView* Laps();
@@ -69,11 +74,21 @@ class Tour {
     void Tick(int channel);
     void ClickLap(int row);
     int BestRow();
+    /// Acts once the analysis window is in front.
+    void OnAnalysis(const QString& name, std::function<void()> act);
+    void Press(const char* control);
+    /// Text of a value at the cursor.
+    QString Value(int column);
     void Analyse();
+    void MoveThroughTheLap();
+    void DescribeTheSession();
+    void Reports();
+    void OverTheDistance();
 
     QString out_;
     TourPlatform& machine_;
     Robot robot_;
+    double timeBefore_ = 0.0;  ///< value of the time when a stop began
     frmSplash* splash_ = nullptr;
     std::unique_ptr<frmMain> main_;
 };
