@@ -23,6 +23,8 @@
 #include "project/FileRecenti.h"
 #include "project/dlgNoteProgetto.h"
 #include "sensors/CSensore.h"
+#include "sensors/frmAllarmi.h"
+#include "sensors/frmConfigurazione.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -110,7 +112,9 @@ void frmMain::CostruisciMenu() {
                 connect(recenti_[i], &QAction::triggered, this, [this, i] {
                     Protetto([this, i] {
                         QuandoLibero([this, i] {
-                            Comandato([i] { mnuRecentFiles_Click(static_cast<int>(i)); });
+                            Comandato([this, i] {
+                                if (!NoteAperte()) mnuRecentFiles_Click(static_cast<int>(i));
+                            });
                         });
                     });
                 });
@@ -313,6 +317,12 @@ void frmMain::Esegui(Comando comando) {
             // Behind the end of this command, as a click on the close box would come.
             QTimer::singleShot(0, this, [this] { close(); });
             break;
+        case Comando::Setup:
+            frmConfigurazione(this).exec();
+            break;
+        case Comando::Alarm:
+            frmAllarmi(this).exec();
+            break;
         case Comando::ProgDev:
             dlgStrumento(this).Esegui(mnuProgramDevice_Click);
             break;
@@ -335,10 +345,8 @@ void frmMain::Esegui(Comando comando) {
             MostraInformazioni();
             break;
         case Comando::Print:
-        case Comando::Setup:
         case Comando::Sensor:
         case Comando::CustSensors:
-        case Comando::Alarm:
             TestoPannello(Pannello::Progresso, Testo(4));
             break;
         case Comando::Note:

@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include <QLabel>
 #include <QPdfWriter>
 #include <QPlainTextEdit>
