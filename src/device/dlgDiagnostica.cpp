@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "device/SerialComm.h"
 #include "platform/qt/TestoQt.h"
@@ -23,8 +24,10 @@ constexpr int kColonne = 4;
 constexpr double kGrande = 2.6;  // of the letters: a value is read from two metres
 constexpr double kMedio = 1.5;
 constexpr int kLambda = 14;
+constexpr int kMemoriaLibera = 15;  // with all its decimals
 constexpr int kLambdaUnitaria = 16;
-constexpr int kPrimaLampada = 2;  // the lamps of the instrument come before
+constexpr int kMinimoValore = 60;  // pixels
+constexpr int kPrimaLampada = 2;   // the lamps of the instrument come before
 
 QFont Ingrandito(QFont carattere, double volte, bool grassetto) {
     carattere.setPointSizeF(carattere.pointSizeF() * volte);
@@ -113,7 +116,7 @@ QWidget* dlgDiagnostica::CreaCampo(const CampoLive& campo) {
         txtValoreCampo_[static_cast<std::size_t>(indice)] = testo;
         riga->addWidget(testo, 1);
     };
-    valore(campo.Campo, kGrande);
+    valore(campo.Campo, campo.Campo == kMemoriaLibera ? kMedio : kGrande);
     if (campo.Campo == kLambda) valore(kLambdaUnitaria, kMedio);
     lblUM_[i] = crea("lblUM", campo.Campo, riquadro);
     riga->addWidget(lblUM_[i], 0, Qt::AlignBottom);
@@ -207,7 +210,10 @@ void dlgDiagnostica::done(int esito) {
 }
 
 void dlgDiagnostica::ValoreCampo(int campo, const std::string& testo) {
-    txtValoreCampo_.at(static_cast<std::size_t>(campo))->setText(InQt(testo));
+    QLabel* const valore = txtValoreCampo_.at(static_cast<std::size_t>(campo));
+    // Its first digits must never be the ones that are cut off.
+    valore->setText(valore->fontMetrics().elidedText(InQt(testo), Qt::ElideRight,
+                                                     std::max(valore->width(), kMinimoValore)));
 }
 
 void dlgDiagnostica::Allarme(int n, bool acceso) {

@@ -66,6 +66,13 @@ class Tour {
     void Command(const char* key);
     void LongCommand(const char* key, int question, int title, const QString& name);
 
+    // EditorRoad.cpp: the windows that change the project, the live view.
+    /// Opens an editor by its command, lets `act` change something, presses OK.
+    void Edit(const char* key, const char* window, const QString& picture,
+              const std::function<void(QWidget*)>& act);
+    void Editors();
+    void LiveView();
+
     // AnalysisRoad.cpp: a log studied in the analysis windows.
     QWidget* Analysis();
     QTableView* Laps();

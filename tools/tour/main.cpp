@@ -43,6 +43,7 @@ int Tour::Play() {
     Connect();
     OpenProject();
     ProgramAndRead();
+    Editors();
     Download();
     Analyse();
     Italian();
