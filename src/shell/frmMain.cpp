@@ -20,6 +20,8 @@
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
 #include "sensors/CSensore.h"
+#include "sensors/frmAllarmi.h"
+#include "sensors/frmConfigurazione.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -305,6 +307,12 @@ void frmMain::Esegui(Comando comando) {
             // Behind the end of this command, as a click on the close box would come.
             QTimer::singleShot(0, this, [this] { close(); });
             break;
+        case Comando::Setup:
+            frmConfigurazione(this).exec();
+            break;
+        case Comando::Alarm:
+            frmAllarmi(this).exec();
+            break;
         case Comando::DownData:
             ScaricaDati();
             break;
@@ -322,10 +330,8 @@ void frmMain::Esegui(Comando comando) {
             break;
         case Comando::Print:
         case Comando::Note:
-        case Comando::Setup:
         case Comando::Sensor:
         case Comando::CustSensors:
-        case Comando::Alarm:
         case Comando::ProgDev:
         case Comando::ReadDev:
         case Comando::ViewDev:
