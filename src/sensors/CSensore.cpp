@@ -1,13 +1,14 @@
 #include "sensors/CSensore.h"
 
-#include <optional>
+#include <algorithm>
 
 #include "platform/ErroreRuntime.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
+#include "sensors/Curve.h"
+#include "sensors/FileSensore.h"
 #include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
-#include "shell/NumeroTesto.h"
 
 namespace lapvane {
 
@@ -24,45 +25,31 @@ std::size_t CSensore::Indice(int i) {
 
 namespace {
 
+constexpr int kPunti = static_cast<int>(CSensore::kPunti);
 constexpr std::size_t kMassimoFile = std::size_t{1} << 20;
 
-/// A sensor from the text of its file; empty if it is not one.
-std::optional<CSensore> LeggiSensore(std::string_view testo) {
-    LettoreRighe righe(testo);
-    if (righe.Prossima() != "ZEVSensor") return std::nullopt;
-    CSensore sensore;
-    sensore.Tipo(righe.Prossima());
-    sensore.Nome(righe.Prossima());
-    if (righe.Fine()) return std::nullopt;
-    const auto punti = LeggiInt16(righe.Prossima());
-    if (!punti || *punti < 0 || *punti > static_cast<int>(CSensore::kElementi)) return std::nullopt;
-    sensore.NumPunti(*punti);
-    // A fuel level curve is filled up to the table's end with its last value.
-    const bool riempi = sensore.Tipo() == "LivelloBenzina" && *punti > 0;
-    const auto asse = [&](auto imposta) {
-        double ultimo = 0.0;
-        for (int i = 0; i < *punti; ++i) {
-            if (righe.Fine()) return false;
-            ultimo = PrefissoNumerico(righe.Prossima());
-            imposta(i, ultimo);
-        }
-        for (int i = *punti; riempi && i < static_cast<int>(CSensore::kPunti); ++i)
-            imposta(i, ultimo);
-        return true;
-    };
-    if (!asse([&sensore](int i, double v) { sensore.X(i, v); })) return std::nullopt;
-    if (!asse([&sensore](int i, double v) { sensore.Y(i, v); })) return std::nullopt;
-    return sensore;
+void Rifiuta(const std::string& nome) {
+    platform().MsgBox(Testo(175) + nome + " " + Testo(176), Buttons::Ok, Icon::Critical,
+                      platform().ExeName());
+}
+
+std::vector<std::string> FileDellaLibreria() {
+    const fs::path cartella = CartellaSensori();
+    std::error_code ignorato;
+    if (!fs::exists(cartella, ignorato)) return {};
+    try {
+        return ElencaFile(cartella);
+    } catch (const ErroreRuntime&) {
+        Rifiuta(TestoDaPercorso(cartella.filename()));
+        return {};
+    }
 }
 
 }  // namespace
 
 void CaricaLibreriaSensori() {
-    const fs::path cartella = platform().AppPath() / "sensors";
-    std::error_code ignorato;
-    if (!fs::is_directory(cartella, ignorato)) return;
-    for (const std::string& nome : ElencaFile(cartella)) {
-        const fs::path percorso = cartella / PercorsoDaTesto(nome);
+    for (const std::string& nome : FileDellaLibreria()) {
+        const fs::path percorso = CartellaSensori() / PercorsoDaTesto(nome);
         std::optional<CSensore> sensore;
         try {
             sensore = LeggiSensore(LeggiFile(percorso, "reading the sensor library", kMassimoFile));
@@ -70,8 +57,7 @@ void CaricaLibreriaSensori() {
             // A file that cannot be read, or holds a number beyond all range, is rejected alike.
         }
         if (!sensore) {
-            platform().MsgBox(Testo(175) + nome + " " + Testo(176), Buttons::Ok, Icon::Critical,
-                              platform().ExeName());
+            Rifiuta(nome);
             continue;
         }
         sensore->NomeFile(percorso);
@@ -81,6 +67,48 @@ void CaricaLibreriaSensori() {
 
 void SvuotaLibreriaSensori() {
     LibreriaSensori.clear();
+}
+
+void CaricaCurvaSensore(std::string_view nome) {
+    constexpr double kFondoScalaBit = 1024.0;
+    for (const CSensore& sensore : LibreriaSensori) {
+        if (sensore.Nome() != nome) continue;
+        const int fattore = FattoreSensore(sensore.Tipo());
+        const auto punti = static_cast<std::size_t>(std::max<int>(sensore.NumPunti(), 0));
+        for (std::size_t i = 0; i < punti; ++i) {
+            CurvaX.at(i) = sensore.X(static_cast<int>(i));
+            CurvaY.at(i) = sensore.Y(static_cast<int>(i)) * fattore;
+        }
+        // Kept: only a fuel level gets a tail; a shorter curve of another type leaves the elements
+        // behind it as the channel before had them.
+        if (sensore.Tipo() == "LivelloBenzina") {
+            for (std::size_t i = punti; i < CSensore::kPunti; ++i) {
+                CurvaX[i] = kFondoScalaBit;
+                CurvaY[i] = punti == 0 ? 0.0 : CurvaY[punti - 1];
+            }
+        }
+        // Kept: the walk goes on, so that of two sensors of one name the last one is sent.
+    }
+}
+
+void AzzeraCurvaSensore() {
+    std::fill_n(CurvaX.begin(), kPunti, 0.0);
+    std::fill_n(CurvaY.begin(), kPunti, 0.0);
+}
+
+std::string CercaNomeSensore(std::string_view tipo) {
+    for (const CSensore& sensore : LibreriaSensori) {
+        if (sensore.Tipo() != tipo) continue;
+        int i = 0;
+        // Equal to the last bit: a read value divided by the factor is the number that the decimal
+        // text of the file gives.
+        while (i < kPunti && sensore.X(i) == CurvaX[static_cast<std::size_t>(i)] &&
+               sensore.Y(i) == CurvaY[static_cast<std::size_t>(i)]) {
+            ++i;
+        }
+        if (i == kPunti) return sensore.Nome();
+    }
+    return {};
 }
 
 }  // namespace lapvane

@@ -45,10 +45,21 @@ extern std::vector<CSensore> LibreriaSensori;
 
 /// Adds every sensor file of the folder `sensors` to the library, which it does not empty. A file
 /// that is no sensor file, or is cut short, or declares more points than a curve holds, is reported
-/// and left out. A folder that is missing counts as empty.
+/// and left out. A folder that is missing counts as empty; one that cannot be listed is reported.
 void CaricaLibreriaSensori();
 
 /// Removes all sensors, one by one from the front.
 void SvuotaLibreriaSensori();
+
+/// Finds the sensor of that name and leaves its curve, scaled by the factor of its type, in
+/// `CurvaX` and `CurvaY`. Without such a sensor the arrays stay as they are.
+void CaricaCurvaSensore(std::string_view nome);
+
+/// The curve of a channel that is not enabled: zeros. Element 20 is left alone.
+void AzzeraCurvaSensore();
+
+/// The name of the first sensor of that type whose 20 points equal `CurvaX` and `CurvaY` (already
+/// divided by the factor) exactly; the empty text if there is none.
+std::string CercaNomeSensore(std::string_view tipo);
 
 }  // namespace lapvane

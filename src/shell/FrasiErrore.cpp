@@ -9,7 +9,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 42> kFrasi = {{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 43> kFrasi = {{
     // The classic texts of the error numbers.
     {"Overflow", "Overflow"},
     {"Subscript out of range", "Indice fuori intervallo"},
@@ -33,6 +33,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 42> kFrasi =
     {"saving the choice of language", "salvataggio della lingua scelta"},
     {"looking for an entry of a list of names", "ricerca in un elenco di nomi"},
     {"reading the sensor library", "lettura della libreria sensori"},
+    {"writing a sensor file", "scrittura di un file di sensore"},
     {"reading a point of a sensor curve", "lettura di un punto di una curva"},
     {"listing a folder", "lettura di una cartella"},
     {"encoding a field for the instrument", "codifica di un campo per lo strumento"},

@@ -48,6 +48,10 @@ class Principale {
     /// its waits, so that no handler ever runs there and no exchange starts inside another.
     virtual void QuandoLibero(std::function<void()> azione) = 0;
 
+    /// Runs an exchange that no transfer guards (`FaseComunicazione` is 0) as if it were the poll's
+    /// own: the poll keeps off the port, and a click that comes meanwhile waits behind it.
+    virtual void SenzaSorveglianza(const std::function<void()>& azione) { azione(); }
+
     /// Menu entry and button together.
     void Abilita(Comando comando, bool acceso) {
         AbilitaMenu(comando, acceso);

@@ -10,6 +10,7 @@
 #include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
 #include "device/SerialComm.h"
+#include "device/dlgStrumento.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
 #include "logs/frmDownload.h"
@@ -233,15 +234,20 @@ void frmMain::AvviaSorveglianza() {
 }
 
 void frmMain::Sorveglia() {
+    // The timer may fire inside an exchange that keeps the poll off.
+    if (!pollAttivo_) SenzaSorveglianza([] { tmrComm_Timer(); });
+    tmrComm_.start(kPollMs);
+}
+
+void frmMain::SenzaSorveglianza(const std::function<void()>& azione) {
     pollAttivo_ = true;
     try {
-        tmrComm_Timer();
+        azione();
     } catch (...) {
         pollAttivo_ = false;
         throw;
     }
     pollAttivo_ = false;
-    tmrComm_.start(kPollMs);
     if (!inAttesa_.empty()) QTimer::singleShot(0, this, [this] { RiprendiAttese(); });
 }
 
@@ -313,6 +319,12 @@ void frmMain::Esegui(Comando comando) {
         case Comando::Alarm:
             frmAllarmi(this).exec();
             break;
+        case Comando::ProgDev:
+            dlgStrumento(this).Esegui(mnuProgramDevice_Click);
+            break;
+        case Comando::ReadDev:
+            dlgStrumento(this).Esegui(mnuReadDevice_Click);
+            break;
         case Comando::DownData:
             ScaricaDati();
             break;
@@ -332,8 +344,6 @@ void frmMain::Esegui(Comando comando) {
         case Comando::Note:
         case Comando::Sensor:
         case Comando::CustSensors:
-        case Comando::ProgDev:
-        case Comando::ReadDev:
         case Comando::ViewDev:
             TestoPannello(Pannello::Progresso, Testo(4));
             break;

@@ -44,6 +44,7 @@ class frmMain : public QMainWindow, public Principale {
     SerialControl& SerialComm() override { return *seriale_; }
     bool RinunciaAttesa() override;
     void QuandoLibero(std::function<void()> azione) override;
+    void SenzaSorveglianza(const std::function<void()>& azione) override;
 
  protected:
     bool event(QEvent* evento) override;

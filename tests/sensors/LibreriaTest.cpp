@@ -76,6 +76,19 @@ TEST_F(Libreria, FilesThatAreNoSensorsAreReportedAndLeftOut) {
     EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
 }
 
+TEST_F(Libreria, FolderWithoutFilesIsEmptyAndAFileInItsPlaceIsReported) {
+    fs::create_directories(macchina.Cartella / "sensors" / "old");
+    File(".hidden", "x");
+    CaricaLibreriaSensori();
+    EXPECT_TRUE(macchina.Mostrati.empty());
+    fs::remove_all(macchina.Cartella / "sensors");
+    prova::Scrivi(macchina.Cartella / "sensors", "no folder");
+    macchina.Risposte = {Answer::Ok};
+    CaricaLibreriaSensori();
+    EXPECT_EQ(macchina.Mostrati.at(0).Testo, Testo(175) + "sensors " + Testo(176));
+    EXPECT_TRUE(LibreriaSensori.empty());
+}
+
 TEST_F(Libreria, DeliveredFilesLoadAndTheSampleProjectNamesThem) {
     fs::copy(fs::path(LAPVANE_DATA_DIR) / "sensors", macchina.Cartella / "sensors");
     CaricaLibreriaSensori();

@@ -61,6 +61,11 @@ class Tour {
     void Italian();
     void Leave();
 
+    // DeviceRoad.cpp: the project into the instrument and back.
+    void ProgramAndRead();
+    void Command(const char* key);
+    void LongCommand(const char* key, int question, int title, const QString& name);
+
     // AnalysisRoad.cpp: a log studied in the analysis windows.
     QWidget* Analysis();
     QTableView* Laps();

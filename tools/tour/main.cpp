@@ -42,6 +42,7 @@ int Tour::Play() {
     Splash();
     Connect();
     OpenProject();
+    ProgramAndRead();
     Download();
     Analyse();
     Italian();

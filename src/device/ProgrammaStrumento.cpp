@@ -1,0 +1,199 @@
+#include "device/ProgrammaStrumento.h"
+
+#include <array>
+#include <functional>
+#include <initializer_list>
+
+#include "device/RecordStrumento.h"
+#include "device/SerialComm.h"
+#include "project/DatiProgetto.h"
+#include "sensors/CSensore.h"
+#include "sensors/CanaliSensore.h"
+#include "sensors/Curve.h"
+#include "shell/LoadStrings.h"
+#include "shell/Principale.h"
+#include "shell/StatoShell.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kPausaSetup = 50;  // ms between the two records of the setup
+
+/// What is said of one direction, by text number.
+struct Verso {
+    int Domanda;
+    int Titolo;
+    int Interrotta;
+    std::int16_t Fase;
+};
+constexpr Verso kProgramma = {147, 238, 229, 18};
+constexpr Verso kLettura = {232, 239, 233, 19};
+
+/// One channel's say in the check before the sensors are written.
+struct Controllo {
+    bool RecordProgetto::*Abil;
+    std::string RecordProgetto::*Nome;
+    std::string RecordProgetto::*TCamp;
+    int Testo;
+};
+using R = RecordProgetto;
+constexpr std::array<Controllo, 8> kControlli = {{
+    {&R::AbilTO, &R::TemperaturaOlio, &R::TCampTO, 166},
+    {&R::AbilPO, &R::PressioneOlio, &R::TCampPO, 167},
+    {&R::AbilTA, &R::TemperaturaAcqua, &R::TCampTA, 168},
+    {&R::AbilPB, &R::PressioneBenzina, &R::TCampPB, 169},
+    {&R::AbilLB, &R::LivelloBenzina, &R::TCampLB, 170},
+    // Kept: the turbo channel is checked by the fuel pressure's name, not by its own.
+    {&R::AbilPT, &R::PressioneBenzina, &R::TCampPT, 171},
+    {&R::AbilSG, &R::SensoreG, &R::TCampSG, 172},
+    {&R::AbilCambio, &R::Cambio, &R::TCampCambio, 173},
+    // Kept: lambda is not checked.
+}};
+
+/// False, and told, when a channel is on without a sensor or without a sampling rate.
+bool ControllaSensori() {
+    for (const Controllo& c : kControlli) {
+        if (!(DatiProgetto.*c.Abil)) continue;
+        if (!(DatiProgetto.*c.Nome).empty() && !(DatiProgetto.*c.TCamp).empty()) continue;
+        platform().MsgBox(Testo(c.Testo), Buttons::Ok, Icon::Warning, Testo(49));
+        return false;
+    }
+    return true;
+}
+
+/// A run through the instrument, step by step, in one direction.
+class Corsa {
+ public:
+    Corsa(VistaStrumento& vista, const Verso& verso) : vista_(vista), verso_(verso) {}
+
+    /// Asks, and opens the window. False: cancelled.
+    bool Inizia() {
+        if (platform().MsgBox(Testo(verso_.Domanda) + "\r\n" + Testo(148), Buttons::OkCancel,
+                              Icon::Question, platform().ExeName()) != Answer::Ok) {
+            return false;
+        }
+        // Before the first events run, so that the poll does not start an exchange in them.
+        FaseComunicazione = verso_.Fase;
+        vista_.Mostra(Testo(verso_.Titolo));
+        vista_.Puntatore(Pointer::Busy);
+        platform().DoEvents();
+        return true;
+    }
+
+    /// One step: what it says, and its exchanges. False: the run is over, and ended.
+    bool Passo(const std::string& testo, std::initializer_list<std::function<void()>> scambi) {
+        principale().TestoPannello(Pannello::Progresso, testo);
+        vista_.Aggiungi(testo + " ...");
+        platform().DoEvents();
+        bool fallito = false;
+        bool primo = true;
+        for (const auto& scambio : scambi) {
+            if (!primo) platform().Sleep(kPausaSetup);
+            primo = false;
+            // An exchange that nobody waits for any more is not begun.
+            if (TrasferimentoAbbandonato) break;
+            // Kept: without a link the exchange is left out and nothing is said, so that a run
+            // without an instrument goes through all its steps.
+            if (!LinkPronto()) continue;
+            scambio();
+            fallito = fallito || ErroreComunicazione;
+        }
+        // A second record that went well does not make good for the first.
+        ErroreComunicazione = ErroreComunicazione || fallito;
+        const bool chiusa = !vista_.Visibile();
+        if (chiusa || ErroreComunicazione) {
+            Interrompi(chiusa);
+            return false;
+        }
+        vista_.Aggiungi("   " + Testo(237) + "\r\n");
+        return true;
+    }
+
+    void Riuscita() {
+        Libera();
+        vista_.Chiusura(Testo(verso_.Titolo) + " " + Testo(237));
+    }
+
+ private:
+    void Libera() {
+        vista_.Puntatore(Pointer::Normal);
+        principale().TestoPannello(Pannello::Progresso, "");
+        FaseComunicazione = 0;
+    }
+
+    void Interrompi(bool chiusa) {
+        // An exchange that was cut off by the person is no failure of the link.
+        const bool errore = ErroreComunicazione && !TrasferimentoAbbandonato;
+        TrasferimentoAbbandonato = false;
+        Libera();
+        if (chiusa) {
+            platform().MsgBox(Testo(verso_.Interrotta), Buttons::Ok, Icon::Information,
+                              platform().ExeName());
+        }
+        if (errore) {
+            platform().MsgBox(Testo(230), Buttons::Ok, Icon::Information, platform().ExeName());
+        }
+        vista_.Scarica();
+        principale().SenzaSorveglianza([] {
+            ChiudiPorta();
+            LinkPronto();
+        });
+    }
+
+    VistaStrumento& vista_;
+    const Verso& verso_;
+};
+
+void PreparaCurva(const CanaleSensore& canale) {
+    if (DatiProgetto.*canale.Abil) {
+        // Kept: a name that the library lacks leaves the curve of the channel before.
+        CaricaCurvaSensore(DatiProgetto.*canale.Nome);
+    } else {
+        AzzeraCurvaSensore();
+    }
+}
+
+/// Reads a curve and names the channel's sensor by it. A curve that did not come leaves the name.
+void LeggiCurva(std::int16_t numero) {
+    const CanaleSensore& canale = kCanaliSensore[static_cast<std::size_t>(numero)];
+    LeggiCurvaSensore(numero);
+    if (ErroreComunicazione) return;
+    const int fattore = FattoreSensore(canale.Tipo);
+    for (std::size_t i = 0; i < CSensore::kPunti; ++i) CurvaY[i] /= fattore;
+    DatiProgetto.*canale.Nome = CercaNomeSensore(canale.Tipo);
+}
+
+}  // namespace
+
+void mnuProgramDevice_Click(VistaStrumento& vista) {
+    Corsa corsa(vista, kProgramma);
+    if (!corsa.Inizia()) return;
+    if (!corsa.Passo(Testo(146), {InviaDatiSetup1, InviaDatiSetup2})) return;
+    // Kept: a check that fails leaves the window open and `FaseComunicazione` as it is.
+    if (!ControllaSensori()) return;
+    if (!corsa.Passo(Testo(11) + " " + Testo(12), {InviaDatiSensori})) return;
+    for (std::int16_t n = 0; n < static_cast<std::int16_t>(kCanaliSensore.size()); ++n) {
+        const CanaleSensore& canale = kCanaliSensore[static_cast<std::size_t>(n)];
+        PreparaCurva(canale);
+        if (!corsa.Passo(Testo(canale.TestoInvio), {[n] { InviaCurvaSensore(n); }})) return;
+    }
+    if (!corsa.Passo(Testo(227), {InviaDatiAllarmi})) return;
+    corsa.Riuscita();
+}
+
+void mnuReadDevice_Click(VistaStrumento& vista) {
+    Corsa corsa(vista, kLettura);
+    if (!corsa.Inizia()) return;
+    if (!corsa.Passo(Testo(206), {LeggiDatiSetup1, LeggiDatiSetup2})) return;
+    if (!corsa.Passo(Testo(158), {LeggiDatiSensori})) return;
+    for (std::int16_t n = 0; n < static_cast<std::int16_t>(kCanaliSensore.size()); ++n) {
+        const CanaleSensore& canale = kCanaliSensore[static_cast<std::size_t>(n)];
+        if (!corsa.Passo(Testo(canale.TestoLettura), {[n] { LeggiCurva(n); }})) return;
+    }
+    if (!corsa.Passo(Testo(227), {LeggiDatiAllarmi})) return;
+    ProgettoModificato = true;
+    corsa.Riuscita();
+}
+
+}  // namespace lapvane

@@ -1,0 +1,143 @@
+#include "device/dlgStrumento.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "device/SerialComm.h"
+#include "platform/qt/TestoQt.h"
+#include "sensors/CanaliSensore.h"
+#include "shell/LoadStrings.h"
+#include "shell/Principale.h"
+#include "shell/StatoShell.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kPassi = 12;
+constexpr int kMargine = 8;
+
+bool PiuCorto(const std::string& a, const std::string& b) {
+    return a.size() < b.size();
+}
+
+QLabel* Etichetta(const char* nome, QWidget* padre) {
+    auto* etichetta = new QLabel(padre);
+    etichetta->setObjectName(QLatin1String(nome));
+    etichetta->setTextFormat(Qt::PlainText);
+    return etichetta;
+}
+
+/// Room for the widest step of either direction, so that the window does not grow under the eye.
+int LarghezzaPassi(const QFontMetrics& metrica) {
+    int larghezza = 0;
+    const auto conta = [&](const std::string& testo) {
+        const QString riga = InQt(testo + " ...   " + Testo(237));
+        larghezza = std::max(larghezza, metrica.horizontalAdvance(riga));
+    };
+    for (const int testo : {146, 158, 206, 227}) conta(Testo(testo));
+    conta(Testo(11) + " " + Testo(12));
+    for (const CanaleSensore& canale : kCanaliSensore) {
+        conta(Testo(canale.TestoInvio));
+        conta(Testo(canale.TestoLettura));
+    }
+    return larghezza;
+}
+
+}  // namespace
+
+dlgStrumento::dlgStrumento(QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("dlgStrumento"));
+    CalcolaBaseTesti();
+    setWindowModality(Qt::ApplicationModal);
+    Label2_ = Etichetta("Label2", this);
+    QFont titolo = font();
+    titolo.setPointSizeF(titolo.pointSizeF() * 1.25);
+    titolo.setBold(true);
+    Label2_->setFont(titolo);
+    Label1_ = Etichetta("Label1", this);
+    Label1_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    Label1_->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    Label1_->setBackgroundRole(QPalette::Base);
+    Label1_->setForegroundRole(QPalette::Text);
+    Label1_->setAutoFillBackground(true);
+    Label1_->setMargin(kMargine);
+    Label1_->setMinimumWidth(LarghezzaPassi(Label1_->fontMetrics()) + 4 * kMargine);
+    // The line break behind the last step opens one line more.
+    const int bordo = 2 * (kMargine + Label1_->frameWidth());
+    Label1_->setMinimumHeight((kPassi + 1) * Label1_->fontMetrics().lineSpacing() + bordo);
+    Label3_ = Etichetta("Label3", this);
+    QFont grassetto = font();
+    grassetto.setBold(true);
+    Label3_->setFont(grassetto);
+    const QString piuLunga = InQt(std::max(Testo(238), Testo(239), PiuCorto) + " " + Testo(237));
+    Label3_->setMinimumWidth(QFontMetrics(grassetto).horizontalAdvance(piuLunga) + 8);
+    CancelButton_ = new QPushButton(InQt(Testo(35)), this);
+    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
+    // An Enter too many behind the question must not stop the run; Esc does.
+    CancelButton_->setAutoDefault(false);
+    CancelButton_->setFocusPolicy(Qt::NoFocus);
+    connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(24, 20, 24, 16);
+    colonna->setSpacing(12);
+    colonna->addWidget(Label2_);
+    colonna->addWidget(Label1_, 1);
+    auto* riga = new QHBoxLayout;
+    riga->addWidget(Label3_, 1);
+    riga->addWidget(CancelButton_);
+    colonna->addLayout(riga);
+}
+
+void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
+    inCorso_ = true;
+    corsa(*this);
+    inCorso_ = false;
+    TrasferimentoAbbandonato = false;
+    if (!isVisible()) return;
+    unsetCursor();
+    CancelButton_->setText(InQt(Testo(237)));
+    CancelButton_->setFocusPolicy(Qt::StrongFocus);
+    CancelButton_->setDefault(true);
+    CancelButton_->setFocus();
+    exec();
+    // The check of the sensors left the link to this run; closing its window gives it back.
+    principale().TestoPannello(Pannello::Progresso, "");
+    FaseComunicazione = 0;
+}
+
+void dlgStrumento::done(int esito) {
+    if (inCorso_) TrasferimentoAbbandonato = true;
+    QDialog::done(esito);
+}
+
+void dlgStrumento::Mostra(const std::string& titolo) {
+    setWindowTitle(InQt(titolo));
+    Label2_->setText(InQt(titolo));
+    show();
+}
+
+void dlgStrumento::Puntatore(Pointer puntatore) {
+    if (puntatore == Pointer::Busy) {
+        setCursor(Qt::WaitCursor);
+    } else {
+        unsetCursor();
+    }
+}
+
+void dlgStrumento::Aggiungi(const std::string& testo) {
+    Label1_->setText(Label1_->text() + InQt(testo).remove(QLatin1Char('\r')));
+}
+
+void dlgStrumento::Chiusura(const std::string& testo) {
+    Label3_->setText(InQt(testo));
+}
+
+void dlgStrumento::Scarica() {
+    inCorso_ = false;
+    close();
+}
+
+}  // namespace lapvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+
+#include "device/ProgrammaStrumento.h"
+
+namespace lapvane {
+
+/// The window of a run through the whole instrument: a heading, the growing list of the steps, the
+/// closing line. Closing it while the run is on stops the run.
+class dlgStrumento : public QDialog, private VistaStrumento {
+    Q_OBJECT
+ public:
+    explicit dlgStrumento(QWidget* parent = nullptr);
+
+    /// Plays a run (`mnuProgramDevice_Click` or `mnuReadDevice_Click`) and stays until the person
+    /// closes what it leaves open.
+    void Esegui(void (*corsa)(VistaStrumento&));
+
+    void done(int esito) override;
+
+ private:
+    void Mostra(const std::string& titolo) override;
+    bool Visibile() const override { return isVisible(); }
+    void Puntatore(Pointer puntatore) override;
+    void Aggiungi(const std::string& testo) override;
+    void Chiusura(const std::string& testo) override;
+    void Scarica() override;
+
+    QLabel* Label1_ = nullptr;
+    QLabel* Label2_ = nullptr;
+    QLabel* Label3_ = nullptr;
+    QPushButton* CancelButton_ = nullptr;
+    bool inCorso_ = false;
+};
+
+}  // namespace lapvane

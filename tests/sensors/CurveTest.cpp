@@ -1,0 +1,141 @@
+// What passes through the shared arrays on the way to and from the instrument.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "sensors/CSensore.h"
+#include "sensors/CanaliSensore.h"
+#include "sensors/Curve.h"
+#include "support/PlatformProva.h"
+
+namespace lapvane {
+namespace {
+
+using prova::PlatformProva;
+
+class Curve : public ::testing::Test {
+ protected:
+    Curve() {
+        CurvaX.fill(-7.0);
+        CurvaY.fill(-8.0);
+    }
+    /// X is 10, 20, 30 ...; Y is 0.5, 1.5, 2.5 ...
+    static CSensore& Sensore(const char* tipo, const char* nome, int punti) {
+        CSensore s;
+        s.Tipo(tipo);
+        s.Nome(nome);
+        s.NumPunti(static_cast<std::int16_t>(punti));
+        for (int i = 0; i < punti; ++i) {
+            s.X(i, 10.0 * (i + 1));
+            s.Y(i, i + 0.5);
+        }
+        LibreriaSensori.push_back(s);
+        return LibreriaSensori.back();
+    }
+    PlatformProva macchina;
+};
+
+TEST_F(Curve, AreScaledByTheFactorOfTheirType) {
+    struct Caso {
+        const char* Tipo;
+        double Y2;
+    };
+    for (const Caso caso :
+         {Caso{"TemperaturaOlio", 25.0}, Caso{"TemperaturaAcqua", 25.0}, Caso{"Pressione", 2500.0},
+          Caso{"PressioneTurbo", 2500.0}, Caso{"LivelloBenzina", 25.0}, Caso{"Altro", 2.5},
+          Caso{"SensoreG", 2500.0}, Caso{"SensoreLambda", 250.0}, Caso{"Pressione ", 0.0}}) {
+        Sensore(caso.Tipo, "s", 20);
+        CaricaCurvaSensore("s");
+        EXPECT_EQ(CurvaX[2], 30.0) << caso.Tipo;
+        EXPECT_EQ(CurvaY[2], caso.Y2) << caso.Tipo;
+        EXPECT_EQ(CurvaX[20], -7.0) << caso.Tipo;
+        LibreriaSensori.clear();
+    }
+}
+
+TEST_F(Curve, LeaveTheirTailToTheNextChannelUnlessTheyAreAFuelLevel) {
+    Sensore("Altro", "venti", 20);
+    Sensore("Pressione", "cinque", 5);
+    Sensore("LivelloBenzina", "serbatoio", 3);
+    Sensore("LivelloBenzina", "vuoto", 0);
+    CaricaCurvaSensore("venti");
+    CaricaCurvaSensore("cinque");
+    EXPECT_EQ(CurvaY[4], 4500.0);
+    EXPECT_EQ(CurvaX[5], 60.0);
+    EXPECT_EQ(CurvaY[5], 5.5);
+    EXPECT_EQ(CurvaY[19], 19.5);
+
+    CaricaCurvaSensore("serbatoio");
+    EXPECT_EQ(CurvaX[2], 30.0);
+    EXPECT_EQ(CurvaY[2], 25.0);
+    for (std::size_t i = 3; i < 20; ++i) {
+        EXPECT_EQ(CurvaX[i], 1024.0) << i;
+        EXPECT_EQ(CurvaY[i], 25.0) << i;
+    }
+    EXPECT_EQ(CurvaX[20], -7.0);
+
+    CaricaCurvaSensore("no such name");
+    EXPECT_EQ(CurvaY[2], 25.0);
+    CaricaCurvaSensore("vuoto");
+    EXPECT_EQ(CurvaX[0], 1024.0);
+    EXPECT_EQ(CurvaY[0], 0.0);
+
+    CurvaY.fill(3.0);
+    AzzeraCurvaSensore();
+    EXPECT_EQ(CurvaX[0], 0.0);
+    EXPECT_EQ(CurvaX[19], 0.0);
+    EXPECT_EQ(CurvaY[19], 0.0);
+    EXPECT_EQ(CurvaX[20], -7.0);
+    EXPECT_EQ(CurvaY[20], 3.0);
+}
+
+TEST_F(Curve, TheLastOfTwoSensorsOfOneNameIsSentAndTheFirstOfTwoEqualOnesFound) {
+    Sensore("Altro", "doppio", 20).X(0, 1.0);
+    Sensore("Pressione", "doppio", 20).X(0, 2.0);
+    CaricaCurvaSensore("doppio");
+    EXPECT_EQ(CurvaX[0], 2.0);
+    EXPECT_EQ(CurvaY[0], 500.0);
+
+    LibreriaSensori.clear();
+    Sensore("Altro", "altro tipo", 20);
+    Sensore("Pressione", "primo", 20);
+    Sensore("Pressione", "secondo", 20);
+    CaricaCurvaSensore("primo");
+    for (std::size_t i = 0; i < 20; ++i) CurvaY[i] /= 1000;
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "primo");
+    EXPECT_EQ(CercaNomeSensore("PressioneTurbo"), "");
+    // One bit in the last point of either axis, and the element that does not count.
+    LibreriaSensori[1].Y(19, std::nextafter(19.5, 20.0));
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "secondo");
+    LibreriaSensori[2].X(0, 11.0);
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "");
+    LibreriaSensori[2].X(0, 10.0);
+    LibreriaSensori[2].X(20, 99.0);
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "secondo");
+}
+
+TEST_F(Curve, EveryValueOfThreeDecimalsIsFoundAgain) {
+    // The instrument's integer, divided, must be the number that the file's text gives.
+    for (int n = -32768; n <= 32767; ++n) {
+        for (const int fattore : {10, 100, 1000}) {
+            const std::string testo = std::to_string(n < 0 ? -n : n);
+            const std::size_t cifre = fattore == 10 ? 1 : fattore == 100 ? 2 : 3;
+            std::string intero = std::string(cifre + 1, '0') + testo;
+            intero.insert(intero.size() - cifre, ".");
+            const double letto = std::stod((n < 0 ? "-" : "") + intero);
+            ASSERT_EQ(letto, static_cast<double>(n) / fattore) << intero;
+        }
+    }
+}
+
+TEST_F(Curve, ChannelsAreThoseOfTheInstrument) {
+    // Number, factor: the order of the transfer routines.
+    constexpr int kFattori[] = {10, 1000, 1000, 10, 10, 1, 100, 1000, 1000};
+    ASSERT_EQ(kCanaliSensore.size(), 9u);
+    for (std::size_t i = 0; i < kCanaliSensore.size(); ++i) {
+        EXPECT_EQ(FattoreSensore(kCanaliSensore[i].Tipo), kFattori[i]) << i;
+    }
+}
+
+}  // namespace
+}  // namespace lapvane

@@ -1,0 +1,134 @@
+// The road to the instrument and back: the open project goes into it, a new project takes its place
+// on the screen, the instrument is read into that, and what is saved then is held against the first
+// project's file. At the end that project is open again.
+#include <QFile>
+#include <QLabel>
+#include <QMap>
+#include <QMessageBox>
+#include <QTest>
+
+#include "Tour.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
+
+namespace lapvane::tour {
+
+namespace {
+
+QWidget* Run() {
+    QWidget* window = Robot::Modal("QDialog");
+    return window != nullptr && window->objectName() == QLatin1String("dlgStrumento") ? window
+                                                                                      : nullptr;
+}
+
+QString Label(const char* name) {
+    auto* label = Run() != nullptr ? Run()->findChild<QLabel*>(QLatin1String(name)) : nullptr;
+    return label != nullptr ? label->text() : QString();
+}
+
+/// The lines of a project file, value by key.
+QMap<QByteArray, QByteArray> Lines(const QString& path) {
+    QMap<QByteArray, QByteArray> lines;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return lines;
+    const QList<QByteArray> all = file.readAll().split('\n');
+    for (const QByteArray& line : all) {
+        const qsizetype equals = line.indexOf('=');
+        if (equals > 0) lines.insert(line.left(equals), line.mid(equals + 1).trimmed());
+    }
+    return lines;
+}
+
+/// Keys whose values differ, of those that the instrument holds.
+QString Differences(const QString& before, const QString& after) {
+    // What describes the project, the sampling rates and page 1 never travel; acceleration is off,
+    // so that its curve went out as zeros.
+    const auto travels = [](const QByteArray& key) {
+        for (const char* start : {"ID_NomeP", "ID_Data", "ID_Autore", "ID_Strumento", "ID_Veicolo",
+                                  "ID_Note", "ID_TCamp", "ID_PaginaAbilitata1", "ID_SensoreG"}) {
+            if (key.startsWith(start)) return false;
+        }
+        return true;
+    };
+    const auto old = Lines(before);
+    const auto now = Lines(after);
+    QString keys;
+    for (auto line = old.cbegin(); line != old.cend(); ++line) {
+        if (travels(line.key()) && now.value(line.key(), "missing") != line.value()) {
+            keys += QLatin1Char(' ') + QString::fromLatin1(line.key());
+        }
+    }
+    return old.size() < 90 || now.size() != old.size() ? QStringLiteral(" (lines)") : keys;
+}
+
+}  // namespace
+
+void Tour::Command(const char* key) {
+    robot_.Stop(
+        QLatin1String(key),
+        [this, key] { return Robot::Modal("QWidget") == nullptr && Button(key)->isEnabled(); },
+        [this, key] { robot_.Click(Button(key)); });
+}
+
+void Tour::LongCommand(const char* key, int question, int title, const QString& name) {
+    Command(key);
+    robot_.Stop(
+        name + QStringLiteral(": question"), [] { return Robot::Modal("QMessageBox") != nullptr; },
+        [this, question] {
+            auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
+            robot_.Check(box->text() == InQt(Testo(question) + "\n" + Testo(148)),
+                         QStringLiteral("the question before the instrument is touched"));
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+    robot_.Stop(
+        name + QStringLiteral(": half-way"),
+        [] { return Label("Label1").count(QLatin1Char('\n')) >= 6; },
+        [this, name] {
+            robot_.Check(Label("Label3").isEmpty(), QStringLiteral("success told too early"));
+            robot_.Picture(Run(), name);
+        });
+    robot_.Stop(
+        name + QStringLiteral(": done"), [] { return !Label("Label3").isEmpty(); },
+        [this, title, name] {
+            robot_.Check(Label("Label3") == InQt(Testo(title) + " " + Testo(237)),
+                         QStringLiteral("the closing line"));
+            robot_.Check(Label("Label1").count(InQt(" ...   " + Testo(237) + "\n")) == 12,
+                         QStringLiteral("the twelve steps"));
+            robot_.Picture(Run(), name + QStringLiteral("-done"));
+            QTest::keyClick(Run(), Qt::Key_Return);
+        });
+}
+
+void Tour::ProgramAndRead() {
+    const QString project = PercorsoInQt(machine_.AppPath() / "Esempio.pro");
+    const QString saved = out_ + QStringLiteral("/read.pro");
+    const auto answer = [this](const QString& path) {
+        robot_.Stop(QStringLiteral("file dialog"), ModalIs("QFileDialog"),
+                    [this, path] { AnswerFileDialog(path, {}); });
+    };
+    LongCommand("ProgDev", 147, 238, QStringLiteral("program"));
+    Command("New");
+    robot_.Stop(
+        QStringLiteral("new project"), [this] { return Panel(1) == InQt(Testo(131)); },
+        [this] {
+            robot_.Check(!Button("ProgDev")->isEnabled(),
+                         QStringLiteral("a project that was never saved can be programmed"));
+        });
+    LongCommand("ReadDev", 232, 239, QStringLiteral("read"));
+    Command("SaveAs");
+    answer(saved);
+    robot_.Stop(
+        QStringLiteral("what was read"), [this, saved] { return Panel(2) == saved; },
+        [this, project, saved] {
+            const QString keys = Differences(project, saved);
+            robot_.Check(keys.isEmpty(),
+                         QStringLiteral("read back otherwise than written:") + keys);
+        });
+    Command("Open");
+    answer(project);
+    robot_.Stop(
+        QStringLiteral("first project again"), [this, project] { return Panel(2) == project; },
+        [] {});
+}
+
+}  // namespace lapvane::tour
