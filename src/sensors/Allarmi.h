@@ -34,11 +34,11 @@ extern const std::array<std::int16_t RecordProgetto::*, 5> kShiftLight;
 
 /// A stored threshold as the box shows it (2500 at factor 1000: "2.500").
 std::string MostraSoglia(const SogliaAllarme& soglia, std::int32_t valore);
-/// What a box makes of its text when it loses the focus: point for comma, the factor's decimals, the
-/// highest value for a higher one.
+/// What a box makes of its text when it loses the focus: point for comma, the factor's decimals,
+/// the highest value for a higher one.
 std::string SistemaSoglia(const SogliaAllarme& soglia, std::string_view testo);
-/// The numeric prefix of a text times the factor, rounded half to even. Raises error 6 for what does
-/// not fit the field.
+/// The numeric prefix of a text times the factor, rounded half to even. Raises error 6 for what
+/// does not fit the field.
 std::int32_t ValoreSoglia(const SogliaAllarme& soglia, std::string_view testo);
 
 /// List position of a type counted from 1, -1 for none and for what the list does not have.

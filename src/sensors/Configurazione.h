@@ -34,7 +34,8 @@ extern const std::array<NumeroSetup, 9> kNumeriSetup;
 
 /// The field as decimal text.
 std::string MostraNumero(const NumeroSetup& numero, const RecordProgetto& record);
-/// The whole text as a number, fraction rounded half to even; empty for what is no number of the box.
+/// The whole text as a number, fraction rounded half to even; empty for what is no number of the
+/// box.
 std::optional<std::int32_t> LeggiNumero(const NumeroSetup& numero, std::string_view testo);
 void SalvaNumero(const NumeroSetup& numero, std::int32_t valore, RecordProgetto& record);
 /// The numbers that a box takes ("-32768 ... 32767").
@@ -61,7 +62,9 @@ class PagineSetup {
 
     /// Flag of a page; `indice` 0 is page 1.
     bool Abilitata(int indice) const { return abilitate_.at(static_cast<std::size_t>(indice)); }
-    void Abilita(int indice, bool accesa) { abilitate_.at(static_cast<std::size_t>(indice)) = accesa; }
+    void Abilita(int indice, bool accesa) {
+        abilitate_.at(static_cast<std::size_t>(indice)) = accesa;
+    }
 
     /// Whether the page on show can carry a picture of the user's.
     bool ConFile() const { return Prima() || Ultima(); }

@@ -79,13 +79,16 @@ QGroupBox* frmAllarmi::Cornice(const char* nome) {
     return cornice;
 }
 
-/// A check box that enables its field.
-QCheckBox* frmAllarmi::Spunta(QWidget* dove, std::string_view nome, QWidget* campo) {
+QCheckBox* frmAllarmi::Spunta(QWidget* dove, std::string_view nome) {
     auto* spunta = new QCheckBox(dove);
     spunta->setObjectName(InQt(nome));
+    return spunta;
+}
+
+/// The check box enables its field.
+void frmAllarmi::Lega(QCheckBox* spunta, QWidget* campo) {
     campo->setEnabled(false);
     connect(spunta, &QCheckBox::toggled, campo, &QWidget::setEnabled);
-    return spunta;
 }
 
 QLabel* frmAllarmi::Unita(UnitaSoglia unita) {
@@ -120,7 +123,9 @@ QGroupBox* frmAllarmi::CreaAllarmi() {
     for (std::size_t i = 0; i < kSoglie.size(); ++i) {
         const SogliaAllarme& soglia = kSoglie[i];
         const int riga = static_cast<int>(i);
+        spunte_[i] = Spunta(fraAllarmi_, soglia.Spunta);
         auto* casella = new CasellaNumerica(fraAllarmi_);
+        Lega(spunte_[i], casella);
         casella->setObjectName(InQt(soglia.Casella));
         casella->setAlignment(Qt::AlignRight);
         casella->setFixedWidth(casella->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 11);
@@ -128,8 +133,6 @@ QGroupBox* frmAllarmi::CreaAllarmi() {
             casella->setText(InQt(SistemaSoglia(soglia, DaQt(casella->text()))));
         };
         soglie_[i] = casella;
-        spunte_[i] = Spunta(fraAllarmi_, soglia.Spunta, casella);
-        setTabOrder(spunte_[i], casella);
         griglia->addWidget(spunte_[i], riga, 0);
         griglia->addWidget(casella, riga, 1);
         if (QLabel* unita = Unita(soglia.Unita)) griglia->addWidget(unita, riga, 2);
@@ -143,10 +146,10 @@ frmAllarmi::Funzione frmAllarmi::CreaFunzione(QWidget* dove, const char* spunta,
                                               const std::vector<std::string>* voci) {
     Funzione funzione;
     funzione.Didascalia = didascalia;
+    funzione.Spunta = Spunta(dove, spunta);
     funzione.Lista = new QComboBox(dove);
     funzione.Lista->setObjectName(QString::fromLatin1(lista));
-    funzione.Spunta = Spunta(dove, spunta, funzione.Lista);
-    setTabOrder(funzione.Spunta, funzione.Lista);
+    Lega(funzione.Spunta, funzione.Lista);
     if (voci != nullptr) {
         for (const std::string& voce : *voci) funzione.Lista->addItem(InQt(voce));
         // Without its check box a function is none; the free texts stay.

@@ -32,7 +32,8 @@ class frmAllarmi : public frmEditor {
     void cmdLeggiDati_Click() override;
 
     QGroupBox* Cornice(const char* nome);
-    QCheckBox* Spunta(QWidget* dove, std::string_view nome, QWidget* campo);
+    static QCheckBox* Spunta(QWidget* dove, std::string_view nome);
+    static void Lega(QCheckBox* spunta, QWidget* campo);
     Funzione CreaFunzione(QWidget* dove, const char* spunta, const char* lista, int didascalia,
                           const std::vector<std::string>* voci);
     QGroupBox* CreaAllarmi();

@@ -52,7 +52,8 @@ class ControlliSetup : public ControlliFinestra {
 
     using ControlliFinestra::Spunta;
     bool Spunta(std::string_view controllo) const override {
-        if (const auto indice = IndicePagina(controllo)) return finestra_.pagine_.Abilitata(*indice);
+        if (const auto indice = IndicePagina(controllo))
+            return finestra_.pagine_.Abilitata(*indice);
         return ControlliFinestra::Spunta(controllo);
     }
     void Spunta(std::string_view controllo, bool accesa) override {
@@ -116,7 +117,7 @@ QComboBox* frmConfigurazione::Lista(QWidget* dove, std::size_t numero) {
 
 QLayout* frmConfigurazione::CreaLingua() {
     auto* riga = new QHBoxLayout;
-    riga->setContentsMargins(10, 4, 10, 4);
+    riga->setContentsMargins(12, 4, 12, 4);  // in line with the frames below
     QComboBox* lista = Lista(Corpo(), kLingua);
     etichetteListe_[kLingua] = Etichetta(Corpo(), "lblLinguaDisplay", lista);
     riga->addWidget(etichetteListe_[kLingua], 1);
@@ -139,7 +140,8 @@ QGroupBox* frmConfigurazione::CreaUnita() {
     }
     // The language's list stands over the units', in one column.
     int larghezza = 0;
-    for (const QComboBox* lista : liste_) larghezza = std::max(larghezza, lista->sizeHint().width());
+    for (const QComboBox* lista : liste_)
+        larghezza = std::max(larghezza, lista->sizeHint().width());
     for (QComboBox* lista : liste_) lista->setFixedWidth(larghezza + 8);
     return fraUnitaMisura_;
 }
@@ -208,9 +210,8 @@ QGroupBox* frmConfigurazione::CreaPagine() {
     txtFilePagina_ = new QLineEdit(fraPagine_);
     txtFilePagina_->setObjectName(QStringLiteral("txtFilePagina"));
     txtFilePagina_->setReadOnly(true);
-    cmdScegliImmagine_ = pulsante("cmdScegliImmagine", [this] {
-        Comandato([this] { cmdScegliImmagine_Click(); });
-    });
+    cmdScegliImmagine_ =
+        pulsante("cmdScegliImmagine", [this] { Comandato([this] { cmdScegliImmagine_Click(); }); });
     cmdScegliImmagine_->setText(QStringLiteral("..."));
     auto* file = new QHBoxLayout;
     file->addWidget(txtFilePagina_, 1);
@@ -304,9 +305,9 @@ void frmConfigurazione::MostraDatiSetup() {
 
 void frmConfigurazione::CaricaImmagini() {
     for (std::size_t i = 0; i < ImageList1_.size(); ++i) {
-        ImageList1_[i] = ImmaginePagina::Carica(
-            platform().AppPath() / "pages" /
-            ("Pagina" + TestoNumero(static_cast<int>(i) + 1) + ".bmp"));
+        ImageList1_[i] =
+            ImmaginePagina::Carica(platform().AppPath() / "pages" /
+                                   ("Pagina" + TestoNumero(static_cast<int>(i) + 1) + ".bmp"));
     }
     // Kept: page 9 keeps its stock picture, and the picture of the last page goes to page 8.
     for (const auto& [pagina, file] :
@@ -362,9 +363,11 @@ void frmConfigurazione::chkAbilitaPagina_Click() {
 }
 
 void frmConfigurazione::cmdScegliImmagine_Click() {
-    const auto scelto =
-        platform().AskOpen({Testo(32) + " " + TestoNumero(pagine_.Corrente()), platform().AppPath(),
-                            "Display Page File (*.bmp)|*.bmp", {}, {}});
+    const auto scelto = platform().AskOpen({Testo(32) + " " + TestoNumero(pagine_.Corrente()),
+                                            platform().AppPath(),
+                                            "Display Page File (*.bmp)|*.bmp",
+                                            {},
+                                            {}});
     if (!scelto) return;
     const QImage immagine = ImmaginePagina::Carica(*scelto);
     const auto posto = static_cast<std::size_t>(pagine_.Corrente() - 1);

@@ -173,10 +173,9 @@ void frmEditor::done(int esito) {
 
 void frmEditor::Comandato(std::function<void()> azione) {
     Protetto([&] {
-        principale().QuandoLibero(
-            [questa = QPointer<frmEditor>(this), azione = std::move(azione)] {
-                if (questa != nullptr && questa->isVisible() && !questa->inCorso_) azione();
-            });
+        principale().QuandoLibero([questa = QPointer<frmEditor>(this), azione = std::move(azione)] {
+            if (questa != nullptr && questa->isVisible() && !questa->inCorso_) azione();
+        });
     });
 }
 
@@ -185,9 +184,9 @@ bool frmEditor::Conferma(int titolo, int corpo) {
                              Icon::Question, Testo(titolo)) == Answer::Ok;
 }
 
-/// Runs the routines; true when all of them succeeded. A link that is not there counts as a failure,
-/// so that nothing is reported as sent that never left, and so does the first of two records whose
-/// second gets through.
+/// Runs the routines; true when all of them succeeded. A link that is not there counts as a
+/// failure, so that nothing is reported as sent that never left, and so does the first of two
+/// records whose second gets through.
 bool frmEditor::Esegui(const ScambioEditor& scambio) {
     bool riuscito = true;
     bool primo = true;

@@ -57,8 +57,8 @@ void CasellaNumerica::Avvisa() {
                       DaQt(window()->windowTitle()));
 }
 
-/// The message waits until the event that moved the focus has run to its end: a message box inside a
-/// mouse press would leave the pressed button down.
+/// The message waits until the event that moved the focus has run to its end: a message box inside
+/// a mouse press would leave the pressed button down.
 void CasellaNumerica::Rifiuta() {
     clear();
     setFocus(Qt::OtherFocusReason);

@@ -6,9 +6,9 @@
 namespace lapvane {
 
 /// A number box of an editor. Left with a text that is no 16-bit number (a fraction is rounded) it
-/// says so (text 262, titled like its window), blanks itself and keeps the focus, and the click that
-/// wanted to go elsewhere does nothing. Another program, a menu or a message does not take the user
-/// away from the box, so nothing is checked then.
+/// says so (text 262, titled like its window), blanks itself and keeps the focus, and the click
+/// that wanted to go elsewhere does nothing. Another program, a menu or a message does not take the
+/// user away from the box, so nothing is checked then.
 class CasellaNumerica : public QLineEdit {
     Q_OBJECT
  public:
