@@ -23,6 +23,7 @@
 #include "sensors/CSensore.h"
 #include "sensors/frmAllarmi.h"
 #include "sensors/frmConfigurazione.h"
+#include "sensors/frmSensori.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -316,6 +317,9 @@ void frmMain::Esegui(Comando comando) {
         case Comando::Setup:
             frmConfigurazione(this).exec();
             break;
+        case Comando::Sensor:
+            frmSensori(this).exec();
+            break;
         case Comando::Alarm:
             frmAllarmi(this).exec();
             break;
@@ -342,7 +346,6 @@ void frmMain::Esegui(Comando comando) {
             break;
         case Comando::Print:
         case Comando::Note:
-        case Comando::Sensor:
         case Comando::CustSensors:
         case Comando::ViewDev:
             TestoPannello(Pannello::Progresso, Testo(4));
