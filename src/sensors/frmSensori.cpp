@@ -1,8 +1,10 @@
 #include "sensors/frmSensori.h"
 
+#include <QAbstractItemView>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QStyle>
 #include <QTabBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -29,7 +31,8 @@ constexpr int kTestoIngresso = 303;
 constexpr int kTestoErrore = 230;
 constexpr int kTestoNumeroErrato = 262;
 constexpr int kTestoConflitto = 305;
-constexpr std::size_t kCaratteriNome = 20;
+constexpr int kCaratteriNome = 20;
+constexpr std::array<int, 3> kTestiPulsanti = {182, 183, 35};  // in the order of the base
 
 const ScambioEditor kProgramma = {22, 149, 150, 157, {}};
 const ScambioEditor kLeggi = {23, 235, 158, 165, {}};
@@ -125,12 +128,12 @@ QGridLayout* frmSensori::CreaCornice(QWidget* dove, std::string_view nome, int t
     return griglia;
 }
 
-/// A list as wide as all others, so that the columns line up; what it unfolds shows whole names.
+/// A list as wide as all others, so that the columns line up.
 QComboBox* frmSensori::CreaLista(QWidget* dove, std::string_view nome) {
     auto* lista = new QComboBox(dove);
     lista->setObjectName(InQt(nome));
     lista->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    lista->setMinimumContentsLength(static_cast<int>(kCaratteriNome));
+    lista->setMinimumContentsLength(kCaratteriNome);
     return lista;
 }
 
@@ -213,6 +216,9 @@ QWidget* frmSensori::CreaCanale(QWidget* dove, std::size_t numero) {
     // What is typed stays what was typed: no entry completes it.
     nome->setCompleter(nullptr);
     for (const std::string& voce : NomiSensori(numero)) nome->addItem(InQt(voce));
+    // What it unfolds shows whole names.
+    nome->view()->setMinimumWidth(nome->view()->sizeHintForColumn(0) +
+                                  style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     nomi_[numero] = nome;
     AggiungiRiga(griglia, 0, canale.EtichettaNome, kTestoNome, nome);
     AggiungiFrequenza(griglia, 1, canale.EtichettaTCamp, canale.TCamp);
@@ -263,10 +269,16 @@ void frmSensori::AggiornaTesti(Mnemonica& lettere) {
     setWindowTitle(InQt(Testo(49)));
     SSTab1_->setTabText(0, lettere.Con(InQt(Testo(51))));
     SSTab1_->setTabText(1, lettere.Con(InQt(Testo(52))));
-    // The captions inside the frames repeat; a frame's letter leads to its first control.
+    // The letters of the buttons, which come last, stay theirs; of the two tabs one shows at a
+    // time, so each has all the others. The captions inside the frames repeat: a frame's letter
+    // leads to its first control.
+    Mnemonica libere = lettere;
+    for (const int pulsante : kTestiPulsanti) libere.Con(InQt(Testo(pulsante)));
+    std::array<Mnemonica, 2> schede = {libere, libere};
     for (const Cornice& cornice : cornici_) {
         const QString titolo = InQt(Testo(cornice.Titolo));
-        cornice.Riquadro->setTitle(lettere.Con(titolo));
+        const bool opzionale = SSTab1_->widget(1)->isAncestorOf(cornice.Riquadro);
+        cornice.Riquadro->setTitle(schede[opzionale ? 1 : 0].Con(titolo));
         for (QCheckBox* spunta : cornice.Riquadro->findChildren<QCheckBox*>()) {
             spunta->setText(Mnemonica::Senza(InQt(Testo(kTestoAbilita))));
             spunta->setAccessibleName(titolo + QStringLiteral(": ") + InQt(Testo(kTestoAbilita)));
