@@ -43,6 +43,10 @@ constexpr std::array<std::size_t, 4> kColonnaBase = {0, 1, 3, 2};
 constexpr std::size_t kLivelloBenzina = 4;
 constexpr std::array<std::size_t, 4> kOpzionali = {8, 5, 7, 6};
 
+void Stato(int testo) {
+    principale().TestoPannello(Pannello::Progresso, Testo(testo));
+}
+
 bool LasciaCasella(const QWidget& controllo) {
     bool lascia = false;
     Protetto([&] { lascia = CasellaNumerica::Lascia(*controllo.window()); });
@@ -57,6 +61,8 @@ class Linguette : public QTabBar {
  protected:
     bool event(QEvent* evento) override {
         if (evento->type() == QEvent::Shortcut && !LasciaCasella(*this)) return true;
+        // A wheel that only passes over the tabs does not turn the page.
+        if (evento->type() == QEvent::Wheel) return false;
         return QTabBar::event(evento);
     }
 };
@@ -67,7 +73,9 @@ class Schede : public QTabWidget {
 
  protected:
     void keyPressEvent(QKeyEvent* evento) override {
-        const bool cambia = evento->modifiers().testFlag(Qt::ControlModifier);
+        const int tasto = evento->key();
+        const bool cambia = evento->modifiers().testFlag(Qt::ControlModifier) &&
+                            (tasto == Qt::Key_Tab || tasto == Qt::Key_Backtab);
         if (cambia && !LasciaCasella(*this)) return;
         QTabWidget::keyPressEvent(evento);
     }
@@ -269,19 +277,22 @@ void frmSensori::AggiornaTesti(Mnemonica& lettere) {
     setWindowTitle(InQt(Testo(49)));
     SSTab1_->setTabText(0, lettere.Con(InQt(Testo(51))));
     SSTab1_->setTabText(1, lettere.Con(InQt(Testo(52))));
-    // The letters of the buttons, which come last, stay theirs; of the two tabs one shows at a
-    // time, so each has all the others. The captions inside the frames repeat: a frame's letter
-    // leads to its first control.
+    // The captions inside the frames repeat: a frame's letter leads to its first control. The
+    // letters of the buttons, which come last, stay theirs. Of the two tabs one shows at a time, so
+    // each has all the others; they suffice when the sensors choose first.
     Mnemonica libere = lettere;
     for (const int pulsante : kTestiPulsanti) libere.Con(InQt(Testo(pulsante)));
     std::array<Mnemonica, 2> schede = {libere, libere};
-    for (const Cornice& cornice : cornici_) {
-        const QString titolo = InQt(Testo(cornice.Titolo));
-        const bool opzionale = SSTab1_->widget(1)->isAncestorOf(cornice.Riquadro);
-        cornice.Riquadro->setTitle(schede[opzionale ? 1 : 0].Con(titolo));
-        for (QCheckBox* spunta : cornice.Riquadro->findChildren<QCheckBox*>()) {
+    for (const bool conSpunta : {true, false}) {
+        for (const Cornice& cornice : cornici_) {
+            auto* spunta = cornice.Riquadro->findChild<QCheckBox*>();
+            if ((spunta != nullptr) != conSpunta) continue;
+            const QString titolo = InQt(Testo(cornice.Titolo));
+            const bool opzionale = SSTab1_->widget(1)->isAncestorOf(cornice.Riquadro);
+            cornice.Riquadro->setTitle(schede[opzionale ? 1 : 0].Con(titolo));
+            if (!conSpunta) continue;
             spunta->setText(Mnemonica::Senza(InQt(Testo(kTestoAbilita))));
-            spunta->setAccessibleName(titolo + QStringLiteral(": ") + InQt(Testo(kTestoAbilita)));
+            spunta->setAccessibleName(titolo + QStringLiteral(": ") + spunta->text());
         }
     }
     for (const auto& [etichetta, numero] : didascalie_) {
@@ -346,8 +357,7 @@ void frmSensori::OKButton_Click() {
 
 /// One exchange with the instrument. False: the sequence is over, because the window has closed or
 /// the link has failed; a link that is not there has.
-bool frmSensori::Passo(int stato, const std::function<void()>& scambio) {
-    principale().TestoPannello(Pannello::Progresso, Testo(stato));
+bool frmSensori::Passo(const std::function<void()>& scambio) {
     const bool pronto = LinkPronto();
     if (!isVisible()) return false;
     if (!pronto) {
@@ -365,11 +375,11 @@ void frmSensori::cmdInviaDati_Click() {
     Scambia(
         kProgramma,
         [&] {
-            riuscito = Passo(kProgramma.TestoStato, InviaDatiSensori);
+            riuscito = Passo(InviaDatiSensori);
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
+                Stato(kCanaliSensore[i].TestoInvio);
                 PreparaCurva(i, *campi_);
-                riuscito = Passo(kCanaliSensore[i].TestoInvio,
-                                 [i] { InviaCurvaSensore(static_cast<std::int16_t>(i)); });
+                riuscito = Passo([i] { InviaCurvaSensore(static_cast<std::int16_t>(i)); });
             }
         },
         [&] {
@@ -383,10 +393,10 @@ void frmSensori::cmdLeggiDati_Click() {
     Scambia(
         kLeggi,
         [&] {
-            riuscito = Passo(kLeggi.TestoStato, LeggiDatiSensori);
+            riuscito = Passo(LeggiDatiSensori);
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
-                riuscito = Passo(kCanaliSensore[i].TestoLettura,
-                                 [i] { LeggiCurvaSensore(static_cast<std::int16_t>(i)); });
+                Stato(kCanaliSensore[i].TestoLettura);
+                riuscito = Passo([i] { LeggiCurvaSensore(static_cast<std::int16_t>(i)); });
                 if (riuscito) NominaCurva(i, *campi_);
             }
         },

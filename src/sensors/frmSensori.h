@@ -56,7 +56,7 @@ class frmSensori : public frmEditor {
     bool ValidaSensori();
     bool ValidaCanali();
     bool NumeriValidi(bool ancheVuoti);
-    bool Passo(int stato, const std::function<void()>& scambio);
+    bool Passo(const std::function<void()>& scambio);
     void Concludi(bool riuscito, int fine, const std::string& titolo, int interrotta);
 
     ControlliEditor* campi_ = nullptr;  // owned by the base
