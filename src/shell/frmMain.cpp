@@ -10,6 +10,7 @@
 #include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
 #include "device/SerialComm.h"
+#include "device/dlgDiagnostica.h"
 #include "device/dlgStrumento.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
@@ -347,8 +348,10 @@ void frmMain::Esegui(Comando comando) {
         case Comando::Print:
         case Comando::Note:
         case Comando::CustSensors:
-        case Comando::ViewDev:
             TestoPannello(Pannello::Progresso, Testo(4));
+            break;
+        case Comando::ViewDev:
+            dlgDiagnostica(this).exec();
             break;
     }
 }
