@@ -28,7 +28,8 @@ struct ScambioEditor {
 
 /// What the editors of the instrument's settings share: they are `FormAttiva` while they are open,
 /// have OK, Cancel and the frame with the buttons that need the instrument, and exchange what their
-/// controls show. Closing one in the middle of an exchange ends the exchange in silence.
+/// controls show. Closing one in the middle of an exchange ends the exchange, in silence unless the
+/// window runs its own (`Scambia`).
 class frmEditor : public QDialog, public Editor {
     Q_OBJECT
  public:
