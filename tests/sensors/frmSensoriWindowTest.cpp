@@ -305,9 +305,13 @@ TEST_F(Sensori, AnExchangeThatStopsSaysWhy) {
     };
     for (const auto& [pulsante, comando, chiusa] :
          {Caso{"cmdInviaDati", 24, 229}, Caso{"cmdLeggiDati", 25, 233}}) {
-        // Closed: at the block of the inputs, between the curves.
-        for (const std::size_t curve : {0u, 3u}) {
+        // Closed: at the block of the inputs, between the curves, at the last one. The third curve
+        // of a reading is one that is waited for in vain.
+        for (const std::size_t curve : {0u, 3u, 9u}) {
             Apri();
+            if (comando == 25 && curve == 3) {
+                apparecchio.Difetti.Aggiungi(strumento::LeggiGuasto("silent:25:3"));
+            }
             const std::size_t prima = porta.RichiesteDi(comando);
             macchina.Risposte = {Answer::Ok, Answer::Ok};
             macchina.DuranteEventi = [&] {
@@ -316,6 +320,7 @@ TEST_F(Sensori, AnExchangeThatStopsSaysWhy) {
             };
             Clic(pulsante);
             macchina.DuranteEventi = nullptr;
+            apparecchio.Difetti.Togli();
             EXPECT_EQ(porta.RichiesteDi(comando) - prima, curve) << pulsante;
             ASSERT_EQ(macchina.Mostrati.size(), 2u) << pulsante << curve;
             EXPECT_EQ(macchina.Mostrati[1].Icona, Icon::Information);
