@@ -21,6 +21,7 @@
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
+#include "project/dlgNoteProgetto.h"
 #include "sensors/CSensore.h"
 #include "sensors/frmAllarmi.h"
 #include "sensors/frmConfigurazione.h"
@@ -112,7 +113,9 @@ void frmMain::CostruisciMenu() {
                 connect(recenti_[i], &QAction::triggered, this, [this, i] {
                     Protetto([this, i] {
                         QuandoLibero([this, i] {
-                            Comandato([i] { mnuRecentFiles_Click(static_cast<int>(i)); });
+                            Comandato([this, i] {
+                                if (!NoteAperte()) mnuRecentFiles_Click(static_cast<int>(i));
+                            });
                         });
                     });
                 });
@@ -300,10 +303,10 @@ void frmMain::Comandato(const std::function<void()>& azione) {
 void frmMain::Esegui(Comando comando) {
     switch (comando) {
         case Comando::New:
-            mnuNew_Click();
+            if (!NoteAperte()) mnuNew_Click();
             break;
         case Comando::Open:
-            mnuOpen_Click();
+            if (!NoteAperte()) mnuOpen_Click();
             break;
         case Comando::Save:
             mnuSave_Click();
@@ -346,14 +349,31 @@ void frmMain::Esegui(Comando comando) {
             MostraInformazioni();
             break;
         case Comando::Print:
-        case Comando::Note:
         case Comando::CustSensors:
             TestoPannello(Pannello::Progresso, Testo(4));
+            break;
+        case Comando::Note:
+            MostraNote();
             break;
         case Comando::ViewDev:
             dlgDiagnostica(this).exec();
             break;
     }
+}
+
+void frmMain::MostraNote() {
+    if (NoteAperte()) return;
+    note_ = new dlgNoteProgetto(this);
+    note_->setAttribute(Qt::WA_DeleteOnClose);
+    note_->show();
+}
+
+bool frmMain::NoteAperte() {
+    // They belong to the project that is open: another one must not get them at their OK.
+    if (note_.isNull()) return false;
+    note_->activateWindow();
+    note_->raise();
+    return true;
 }
 
 void frmMain::ScaricaDati() {
