@@ -208,6 +208,14 @@ bool frmEditor::Esegui(const ScambioEditor& scambio) {
     return riuscito;
 }
 
+void frmEditor::Scambia(const ScambioEditor& scambio, const std::function<void()>& corso,
+                        const std::function<void()>& fine) {
+    InCorso stato(*this, scambio);
+    corso();
+    stato.Chiudi();
+    fine();
+}
+
 void frmEditor::Programma(const ScambioEditor& scambio) {
     if (!Conferma(scambio.TitoloDomanda, kTestoSovrascrive)) return;
     InCorso corso(*this, scambio);

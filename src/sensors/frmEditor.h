@@ -28,7 +28,8 @@ struct ScambioEditor {
 
 /// What the editors of the instrument's settings share: they are `FormAttiva` while they are open,
 /// have OK, Cancel and the frame with the buttons that need the instrument, and exchange what their
-/// controls show. Closing one in the middle of an exchange ends the exchange in silence.
+/// controls show. Closing one in the middle of an exchange ends the exchange, in silence unless the
+/// window runs its own (`Scambia`).
 class frmEditor : public QDialog, public Editor {
     Q_OBJECT
  public:
@@ -59,6 +60,10 @@ class frmEditor : public QDialog, public Editor {
     void Comandato(std::function<void()> azione);
     /// Asks before the instrument (`corpo` 147) or the window (232) is written over.
     static bool Conferma(int titolo, int corpo);
+    /// An exchange that the window runs itself: the changes of state that all exchanges share stand
+    /// around `corso`; `fine` tells how it went, before the poll gets the port back.
+    void Scambia(const ScambioEditor& scambio, const std::function<void()>& corso,
+                 const std::function<void()>& fine);
     void Programma(const ScambioEditor& scambio);
     void Leggi(const ScambioEditor& scambio);
 

@@ -25,6 +25,7 @@
 #include "sensors/CSensore.h"
 #include "sensors/frmAllarmi.h"
 #include "sensors/frmConfigurazione.h"
+#include "sensors/frmSensori.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -320,6 +321,9 @@ void frmMain::Esegui(Comando comando) {
         case Comando::Setup:
             frmConfigurazione(this).exec();
             break;
+        case Comando::Sensor:
+            frmSensori(this).exec();
+            break;
         case Comando::Alarm:
             frmAllarmi(this).exec();
             break;
@@ -345,7 +349,6 @@ void frmMain::Esegui(Comando comando) {
             MostraInformazioni();
             break;
         case Comando::Print:
-        case Comando::Sensor:
         case Comando::CustSensors:
             TestoPannello(Pannello::Progresso, Testo(4));
             break;

@@ -315,8 +315,9 @@ TEST_F(Configurazione, ButtonsFollowTheInstrumentInTheWholeProgram) {
         programma.show();
         ValoriInizialiProgetto();
         programma.AvviaSorveglianza();
-        for (const auto& [chiave, nome] :
-             {std::pair{"Toolbar1_Setup", "frmConfigurazione"}, {"Toolbar1_Alarm", "frmAllarmi"}}) {
+        for (const auto& [chiave, nome] : {std::pair{"Toolbar1_Setup", "frmConfigurazione"},
+                                           {"Toolbar1_Sensor", "frmSensori"},
+                                           {"Toolbar1_Alarm", "frmAllarmi"}}) {
             bool visto = false;
             QTimer::singleShot(0, [&] {
                 auto* dialogo = QApplication::activeModalWidget();

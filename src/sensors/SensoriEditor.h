@@ -1,0 +1,103 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "project/DatiProgetto.h"
+#include "shell/Editor.h"
+
+namespace lapvane {
+
+// What the editor of the sensor assignment works with, apart from its window.
+
+/// How a measuring channel appears in the editor: its frame, controls and labels by name, the
+/// fields that `CanaleSensore` does not have, the message when its sensor is missing. Channels
+/// without a choice of input leave the input's names empty.
+struct CanaleEditor {
+    std::string_view Cornice;
+    int Titolo = 0;
+    std::string_view Abil;
+    std::string_view EtichettaNome;
+    std::string_view Nome;
+    std::string_view EtichettaTCamp;
+    std::string_view TCamp;
+    std::string RecordProgetto::*CampoTCamp = nullptr;
+    int TestoManca = 0;
+    /// The check box that decides whether the curve goes to the instrument, or zeros.
+    std::string_view AbilCurva;
+    std::string_view EtichettaChann = {};
+    std::string_view Chann = {};
+    std::int16_t RecordProgetto::*CampoChann = nullptr;
+};
+/// The position is the number of the curve channel, as in `kCanaliSensore`.
+extern const std::array<CanaleEditor, 9> kCanaliEditor;
+
+/// A number box, its label, its field; whether a box of blanks is stored as 0.
+struct NumeroSensori {
+    std::string_view Casella;
+    std::string_view Etichetta;
+    int Didascalia = 0;
+    std::int16_t RecordProgetto::*Campo = nullptr;
+    bool VuotoZero = false;
+};
+inline constexpr std::size_t kNumAccRPM = 0, kImpulsiRuota = 1, kDiametroRuota = 2;
+extern const std::array<NumeroSensori, 3> kNumeriSensori;
+
+/// The sampling rate of a channel that has no sensor of the library.
+struct FrequenzaSensori {
+    std::string_view Lista;
+    std::string_view Etichetta;
+    std::string RecordProgetto::*Campo = nullptr;
+};
+inline constexpr std::size_t kFrequenzaRPM = 0, kFrequenzaVV = 1;
+extern const std::array<FrequenzaSensori, 2> kFrequenzeSensori;
+
+/// A line that raises an alarm by its level.
+struct LivelloSensori {
+    std::string_view Cornice;
+    int Titolo = 0;
+    std::string_view Lista;
+    std::string_view Etichetta;
+    std::int16_t RecordProgetto::*Campo = nullptr;
+    const std::vector<std::string>* Voci = nullptr;
+};
+extern const std::array<LivelloSensori, 2> kLivelliSensori;
+
+/// Entries of every list of sampling rates.
+inline constexpr std::array<std::string_view, 3> kFrequenze = {"1 Hz", "10 Hz", "20 Hz"};
+
+/// The library's sensors that fit a curve channel, in the library's order, duplicates and all.
+std::vector<std::string> NomiSensori(std::size_t canale);
+
+/// Shows a project. A name that the library lacks shows all the same; an index that its list does
+/// not have shows nothing.
+void MostraDatiSensori(const RecordProgetto& record, ControlliEditor& controlli);
+
+/// What a click on a channel's enable box switches.
+void AbilitaCanale(const CanaleEditor& canale, ControlliEditor& controlli);
+
+/// The first channel that is on and has no sensor's name.
+std::optional<std::size_t> CanaleSenzaNome(const ControlliEditor& controlli);
+
+/// The second channel of the first pair that is on and shares an analogue input.
+std::optional<std::size_t> CanaleInConflitto(const ControlliEditor& controlli);
+
+/// A number box's text as it is stored; empty if that is no number of 16 bits.
+std::optional<std::int16_t> LeggiNumero(const NumeroSensori& numero, std::string_view testo);
+
+/// Stores everything but the analogue inputs; the number boxes hold numbers.
+void SalvaDatiSensori(const ControlliEditor& controlli, RecordProgetto& record);
+void SalvaIngressiSensori(const ControlliEditor& controlli, RecordProgetto& record);
+
+/// Leaves in `CurvaX` and `CurvaY` what goes to the instrument as the curve of a channel.
+void PreparaCurva(std::size_t canale, const ControlliEditor& controlli);
+
+/// Names a channel's sensor by the curve that the instrument has sent.
+void NominaCurva(std::size_t canale, ControlliEditor& controlli);
+
+}  // namespace lapvane
