@@ -69,6 +69,9 @@ void Tour::Editors() {
          [](QWidget* window) { Type(window, "txtSettoreCrono0", QStringLiteral("800")); });
     Edit("Alarm", "frmAllarmi", QStringLiteral("alarm-settings"),
          [](QWidget* window) { Type(window, "txtLed4", QStringLiteral("12600")); });
+    Edit("Sensor", "frmSensori", QStringLiteral("sensors"), [](QWidget* window) {
+        Type(window, "txtDiametroRuota", QStringLiteral("565"));
+    });
     robot_.Stop(
         QStringLiteral("project sheet"),
         [] { return QApplication::activeModalWidget() == nullptr; },
