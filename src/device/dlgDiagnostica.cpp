@@ -109,9 +109,12 @@ QWidget* dlgDiagnostica::CreaCampo(const CampoLive& campo) {
         QLabel* const testo = crea("txtValoreCampo", indice, riquadro);
         testo->setFont(Ingrandito(font(), volte, true));
         testo->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        // A value that grows a digit must not move the others; one that is longer is cut, not the
-        // window widened.
-        testo->setMinimumWidth(1);
+        // A value that grows a digit must not move the others.
+        const QString largo = indice == kMemoriaLibera ? QStringLiteral("00.0000000000000")
+                              : indice == kLambda || indice == kLambdaUnitaria
+                                  ? QStringLiteral("00.000")
+                                  : QStringLiteral("-00.000");
+        testo->setMinimumWidth(QFontMetrics(testo->font()).horizontalAdvance(largo));
         testo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         txtValoreCampo_[static_cast<std::size_t>(indice)] = testo;
         riga->addWidget(testo, 1);
