@@ -21,6 +21,8 @@
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
 #include "sensors/CSensore.h"
+#include "sensors/frmAllarmi.h"
+#include "sensors/frmConfigurazione.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -317,6 +319,12 @@ void frmMain::Esegui(Comando comando) {
         case Comando::ReadDev:
             dlgStrumento(this).Esegui(mnuReadDevice_Click);
             break;
+        case Comando::Setup:
+            frmConfigurazione(this).exec();
+            break;
+        case Comando::Alarm:
+            frmAllarmi(this).exec();
+            break;
         case Comando::DownData:
             ScaricaDati();
             break;
@@ -334,10 +342,8 @@ void frmMain::Esegui(Comando comando) {
             break;
         case Comando::Print:
         case Comando::Note:
-        case Comando::Setup:
         case Comando::Sensor:
         case Comando::CustSensors:
-        case Comando::Alarm:
         case Comando::ViewDev:
             TestoPannello(Pannello::Progresso, Testo(4));
             break;

@@ -24,7 +24,7 @@ void LayProgramFolder(const fs::path& from, const fs::path& to) {
     fs::remove_all(to);
     fs::create_directories(to / "ports");
     for (const char* name : {"LANGUAGES.DAT", "Esempio.pro"}) fs::copy_file(from / name, to / name);
-    for (const char* name : {"sensors", "tracks"}) {
+    for (const char* name : {"sensors", "tracks", "pages"}) {
         fs::copy(from / name, to / name, fs::copy_options::recursive);
     }
     QFile recent(PercorsoInQt(to / "RecentFiles.ini"));

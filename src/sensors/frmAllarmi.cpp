@@ -1,0 +1,328 @@
+#include "sensors/frmAllarmi.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "device/RecordStrumento.h"
+#include "platform/ErroreRuntime.h"
+#include "platform/Platform.h"
+#include "platform/qt/TestoQt.h"
+#include "project/DatiProgetto.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Protetto.h"
+#include "shell/StatoShell.h"
+#include "shell/TabelleNomi.h"
+#include "widgets/ControlliFinestra.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kTestoNumeroErrato = 262;
+
+const ScambioEditor kProgramma = {20, 227, 219, 220, {InviaDatiAllarmi}};
+const ScambioEditor kLeggi = {21, 236, 203, 0, {LeggiDatiAllarmi}};
+
+/// A lamp as the driver sees it.
+class Lampada : public QWidget {
+ public:
+    Lampada(const QColor& colore, QWidget* parent) : QWidget(parent), colore_(colore) {
+        setFixedSize(18, 18);
+    }
+
+ protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter penna(this);
+        penna.setRenderHint(QPainter::Antialiasing);
+        QRadialGradient luce(QPointF(7, 6), 12);
+        luce.setColorAt(0.0, colore_.lighter(150));
+        luce.setColorAt(1.0, colore_);
+        penna.setPen(QPen(colore_.darker(160), 1));
+        penna.setBrush(luce);
+        penna.drawEllipse(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5));
+    }
+
+ private:
+    QColor colore_;
+};
+
+/// A position of a list as the project stores it.
+std::int16_t Tipo(const QComboBox& lista) {
+    return static_cast<std::int16_t>(lista.currentIndex() + 1);
+}
+
+}  // namespace
+
+frmAllarmi::frmAllarmi(QWidget* parent) : frmEditor("frmAllarmi", parent) {
+    auto* griglia = new QGridLayout(Corpo());
+    griglia->setContentsMargins(0, 0, 0, 0);
+    griglia->setHorizontalSpacing(12);
+    griglia->addWidget(CreaAllarmi(), 0, 0, 2, 1);
+    griglia->addWidget(CreaLed(), 0, 1);
+    griglia->addWidget(CreaLinee(), 1, 1);
+    griglia->addWidget(CreaShiftLight(), 2, 0);
+    griglia->addWidget(CreaStrumento(), 2, 1);
+    griglia->setColumnStretch(0, 1);
+    griglia->setColumnStretch(1, 1);
+    griglia->setRowStretch(3, 1);
+    MostraDatiAllarmi();
+    Completa(std::make_unique<ControlliFinestra>(*this));
+    spunte_[0]->setFocus();
+}
+
+QGroupBox* frmAllarmi::Cornice(const char* nome) {
+    auto* cornice = new QGroupBox(Corpo());
+    cornice->setObjectName(QString::fromLatin1(nome));
+    return cornice;
+}
+
+QCheckBox* frmAllarmi::Spunta(QWidget* dove, std::string_view nome) {
+    auto* spunta = new QCheckBox(dove);
+    spunta->setObjectName(InQt(nome));
+    return spunta;
+}
+
+/// The check box enables its field.
+void frmAllarmi::Lega(QCheckBox* spunta, QWidget* campo) {
+    campo->setEnabled(false);
+    connect(spunta, &QCheckBox::toggled, campo, &QWidget::setEnabled);
+}
+
+QLabel* frmAllarmi::Unita(UnitaSoglia unita) {
+    const auto etichetta = [this](const QString& nome, const QString& testo = {}) {
+        auto* nuova = new QLabel(testo, fraAllarmi_);
+        nuova->setObjectName(nome);
+        nuova->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("bar")) + 8);
+        return nuova;
+    };
+    const auto prossima = [&](std::array<QLabel*, 2>& coppia, const char* nome) {
+        const std::size_t i = coppia[0] == nullptr ? 0 : 1;
+        coppia[i] = etichetta(QString::fromLatin1(nome) + InQt(TestoNumero(static_cast<int>(i))));
+        return coppia[i];
+    };
+    switch (unita) {
+        case UnitaSoglia::Temperatura:
+            return prossima(lblTemp_, "lblTemp");
+        case UnitaSoglia::Pressione:
+            return prossima(lblPress_, "lblPress");
+        case UnitaSoglia::Volt:
+            return etichetta(QStringLiteral("lblTB"), QStringLiteral("V"));
+        case UnitaSoglia::Nessuna:
+            break;
+    }
+    return nullptr;
+}
+
+QGroupBox* frmAllarmi::CreaAllarmi() {
+    fraAllarmi_ = Cornice("fraAllarmi");
+    auto* griglia = new QGridLayout(fraAllarmi_);
+    griglia->setColumnStretch(0, 1);
+    for (std::size_t i = 0; i < kSoglie.size(); ++i) {
+        const SogliaAllarme& soglia = kSoglie[i];
+        const int riga = static_cast<int>(i);
+        spunte_[i] = Spunta(fraAllarmi_, soglia.Spunta);
+        auto* casella = new CasellaNumerica(fraAllarmi_);
+        Lega(spunte_[i], casella);
+        casella->setObjectName(InQt(soglia.Casella));
+        casella->setAlignment(Qt::AlignRight);
+        casella->setFixedWidth(casella->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 11);
+        casella->PersoFuoco = [casella, &soglia] {
+            casella->setText(InQt(SistemaSoglia(soglia, DaQt(casella->text()))));
+        };
+        soglie_[i] = casella;
+        griglia->addWidget(spunte_[i], riga, 0);
+        griglia->addWidget(casella, riga, 1);
+        if (QLabel* unita = Unita(soglia.Unita)) griglia->addWidget(unita, riga, 2);
+        griglia->setRowStretch(riga, 1);
+    }
+    return fraAllarmi_;
+}
+
+frmAllarmi::Funzione frmAllarmi::CreaFunzione(QWidget* dove, const char* spunta, const char* lista,
+                                              int didascalia,
+                                              const std::vector<std::string>* voci) {
+    Funzione funzione;
+    funzione.Didascalia = didascalia;
+    funzione.Spunta = Spunta(dove, spunta);
+    funzione.Lista = new QComboBox(dove);
+    funzione.Lista->setObjectName(QString::fromLatin1(lista));
+    Lega(funzione.Spunta, funzione.Lista);
+    if (voci != nullptr) {
+        for (const std::string& voce : *voci) funzione.Lista->addItem(InQt(voce));
+        // Without its check box a function is none; the free texts stay.
+        connect(funzione.Spunta, &QCheckBox::toggled, funzione.Lista,
+                [elenco = funzione.Lista](bool accesa) {
+                    if (!accesa) elenco->setCurrentIndex(-1);
+                });
+    } else {
+        funzione.Lista->setEditable(true);
+        funzione.Lista->setInsertPolicy(QComboBox::NoInsert);
+    }
+    funzione.Lista->setMinimumContentsLength(20);
+    return funzione;
+}
+
+QGroupBox* frmAllarmi::CreaLed() {
+    fraLed_ = Cornice("fraLed");
+    lblLed_ = new QLabel(fraLed_);
+    lblLed_->setObjectName(QStringLiteral("lblLed"));
+    giallo_ = CreaFunzione(fraLed_, "chkLedGiallo", "cboLedGiallo", 87, &ListaAllarmeExtra);
+    verde_ = CreaFunzione(fraLed_, "chkLedVerde", "cboLedVerde", 88, nullptr);
+    blu_ = CreaFunzione(fraLed_, "chkLedBlu", "cboLedBlu", 89, nullptr);
+    auto* griglia = new QGridLayout(fraLed_);
+    griglia->setColumnStretch(1, 1);
+    griglia->addWidget(lblLed_, 0, 2);
+    int riga = 1;
+    for (const auto& [funzione, colore] : {std::pair{&giallo_, QColor(255, 200, 0)},
+                                           {&verde_, QColor(0, 170, 60)},
+                                           {&blu_, QColor(30, 110, 255)}}) {
+        griglia->addWidget(new Lampada(colore, fraLed_), riga, 0);
+        griglia->addWidget(funzione->Spunta, riga, 1);
+        griglia->addWidget(funzione->Lista, riga, 2);
+        ++riga;
+    }
+    return fraLed_;
+}
+
+QGroupBox* frmAllarmi::CreaLinee() {
+    QGroupBox* cornice = Cornice("fraLinee");
+    ingresso_ = CreaFunzione(cornice, "chkIngresso", "cboIngresso", 98, &ListaAllarmeBase);
+    uscita_ = CreaFunzione(cornice, "chkUscita", "cboUscita", 99, &ListaAllarmi);
+    auto* griglia = new QGridLayout(cornice);
+    griglia->setColumnStretch(0, 1);
+    int riga = 0;
+    for (const Funzione* funzione : {&ingresso_, &uscita_}) {
+        griglia->addWidget(funzione->Spunta, riga, 0);
+        griglia->addWidget(funzione->Lista, riga, 1);
+        ++riga;
+    }
+    return cornice;
+}
+
+QGroupBox* frmAllarmi::CreaShiftLight() {
+    fraShiftLight_ = Cornice("fraShiftLight");
+    auto* griglia = new QGridLayout(fraShiftLight_);
+    const QColor verde(0, 170, 60), giallo(255, 200, 0), rosso(230, 30, 30);
+    const std::array<QColor, 5> colori = {verde, verde, giallo, giallo, rosso};
+    for (std::size_t i = 0; i < txtLed_.size(); ++i) {
+        const int colonna = static_cast<int>(i);
+        txtLed_[i] = new CasellaNumerica(fraShiftLight_);
+        txtLed_[i]->setObjectName(QStringLiteral("txtLed%1").arg(i));
+        txtLed_[i]->setAlignment(Qt::AlignHCenter);
+        txtLed_[i]->setMinimumWidth(
+            txtLed_[i]->fontMetrics().horizontalAdvance(QStringLiteral("-32768")) + 16);
+        lblLedShift_[i] = new QLabel(fraShiftLight_);
+        lblLedShift_[i]->setObjectName(QStringLiteral("lblLed%1").arg(i + 1));
+        lblLedShift_[i]->setBuddy(txtLed_[i]);
+        griglia->addWidget(new Lampada(colori[i], fraShiftLight_), 0, colonna, Qt::AlignHCenter);
+        griglia->addWidget(lblLedShift_[i], 1, colonna, Qt::AlignHCenter);
+        griglia->addWidget(txtLed_[i], 2, colonna);
+    }
+    return fraShiftLight_;
+}
+
+void frmAllarmi::AggiornaTesti(Mnemonica& lettere) {
+    const auto testo = [&](int n) { return lettere.Con(InQt(Testo(n))); };
+    const auto senza = [](int n) { return Mnemonica::Senza(InQt(Testo(n))); };
+    setWindowTitle(InQt(Testo(79)));
+    fraAllarmi_->setTitle(senza(91));
+    for (std::size_t i = 0; i < kSoglie.size(); ++i) {
+        spunte_[i]->setText(testo(kSoglie[i].Didascalia));
+        soglie_[i]->setAccessibleName(InQt(Testo(kSoglie[i].Didascalia)));
+    }
+    fraLed_->setTitle(senza(86));
+    lblLed_->setText(senza(90));
+    for (const Funzione* funzione : {&giallo_, &verde_, &blu_, &ingresso_, &uscita_}) {
+        funzione->Spunta->setText(testo(funzione->Didascalia));
+        funzione->Lista->setAccessibleName(InQt(Testo(funzione->Didascalia)));
+    }
+    fraShiftLight_->setTitle(senza(80));
+    for (std::size_t i = 0; i < lblLedShift_.size(); ++i) {
+        lblLedShift_[i]->setText(testo(81 + static_cast<int>(i)));
+    }
+    for (QLabel* unita : lblTemp_) {
+        unita->setText(InQt(NomeUnita(ListaUMTemperatura, DatiProgetto.UMTemp)));
+    }
+    for (QLabel* unita : lblPress_) {
+        unita->setText(InQt(NomeUnita(ListaUMPressione, DatiProgetto.UMPress)));
+    }
+}
+
+void frmAllarmi::MostraDatiAllarmi() {
+    const RecordProgetto& r = DatiProgetto;
+    for (std::size_t i = 0; i < txtLed_.size(); ++i) {
+        txtLed_[i]->setText(InQt(TestoNumero(std::int64_t{r.*kShiftLight[i]})));
+    }
+    for (std::size_t i = 0; i < kSoglie.size(); ++i) {
+        spunte_[i]->setChecked(r.*kSoglie[i].Attiva);
+        soglie_[i]->setText(InQt(MostraSoglia(kSoglie[i], r.*kSoglie[i].Valore)));
+    }
+    const auto mostra = [](const Funzione& funzione, bool accesa, const auto& tipo) {
+        funzione.Spunta->setChecked(accesa);
+        const auto voci = static_cast<std::size_t>(funzione.Lista->count());
+        funzione.Lista->setCurrentIndex(accesa ? PosizioneTipo(tipo, voci) : -1);
+    };
+    mostra(giallo_, r.LedGiallo, r.TipoLedGiallo);
+    mostra(ingresso_, r.chkIngresso, r.TipoIngresso);
+    mostra(uscita_, r.chkUscita, r.TipoUscita);
+    verde_.Spunta->setChecked(r.LedVerde);
+    verde_.Lista->setEditText(InQt(r.TipoLedVerde));
+    blu_.Spunta->setChecked(r.LedBlu);
+    blu_.Lista->setEditText(InQt(r.TipoLedBlu));
+}
+
+bool frmAllarmi::Rifiuta(CasellaNumerica* casella) {
+    casella->setFocus();
+    casella->selectAll();
+    platform().MsgBox(Testo(kTestoNumeroErrato), Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
+    return false;
+}
+
+/// The boxes check themselves as they are left; what is left here is a box that was left by way of
+/// Cancel.
+bool frmAllarmi::NumeriValidi() {
+    for (CasellaNumerica* casella : txtLed_) {
+        if (!LeggiInt16(DaQt(casella->text()))) return Rifiuta(casella);
+    }
+    for (CasellaNumerica* casella : soglie_) {
+        if (casella->isEnabled() && !LeggiNumero(DaQt(casella->text()))) return Rifiuta(casella);
+    }
+    return true;
+}
+
+void frmAllarmi::OKButton_Click() {
+    if (!NumeriValidi()) return;
+    RecordProgetto& r = DatiProgetto;
+    for (std::size_t i = 0; i < txtLed_.size(); ++i) {
+        r.*kShiftLight[i] = LeggiInt16(DaQt(txtLed_[i]->text())).value();
+    }
+    r.LedGiallo = giallo_.Spunta->isChecked();
+    r.LedVerde = verde_.Spunta->isChecked();
+    r.LedBlu = blu_.Spunta->isChecked();
+    r.TipoLedVerde = DaQt(verde_.Lista->currentText());
+    r.TipoLedBlu = DaQt(blu_.Lista->currentText());
+    for (std::size_t i = 0; i < kSoglie.size(); ++i) {
+        r.*kSoglie[i].Attiva = spunte_[i]->isChecked();
+        r.*kSoglie[i].Valore = ValoreSoglia(kSoglie[i], DaQt(soglie_[i]->text()));
+    }
+    r.chkIngresso = ingresso_.Spunta->isChecked();
+    r.chkUscita = uscita_.Spunta->isChecked();
+    r.TipoLedGiallo = TestoNumero(Tipo(*giallo_.Lista));
+    r.TipoIngresso = Tipo(*ingresso_.Lista);
+    r.TipoUscita = Tipo(*uscita_.Lista);
+    ProgettoModificato = true;
+    accept();
+}
+
+void frmAllarmi::cmdInviaDati_Click() {
+    if (NumeriValidi()) Programma(kProgramma);
+}
+
+void frmAllarmi::cmdLeggiDati_Click() {
+    Leggi(kLeggi);
+}
+
+}  // namespace lapvane

@@ -1,0 +1,423 @@
+#include "sensors/frmConfigurazione.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "device/RecordStrumento.h"
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
+#include "platform/qt/TestoQt.h"
+#include "project/DatiProgetto.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Protetto.h"
+#include "shell/StatoShell.h"
+#include "widgets/ControlliFinestra.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr std::size_t kLingua = 0, kVelocita = 1, kTemperatura = 2, kPressione = 3;
+constexpr std::size_t kRecVel = 0, kStopRec = 1, kMsgGiro = 2, kVisGiro = 3, kSettore = 4;
+constexpr int kTestoAmmessi = 217;
+constexpr int kTestoSenzaImmagine = 254;
+
+const ScambioEditor kProgramma = {18, 226, 146, 218, {InviaDatiSetup1, InviaDatiSetup2}};
+const ScambioEditor kLeggi = {19, 234, 206, 0, {LeggiDatiSetup1, LeggiDatiSetup2}};
+
+constexpr std::string_view kFlagPagina = "PagineAbilitateTemp";
+
+/// Position of a page flag by its name; empty for another control.
+std::optional<int> IndicePagina(std::string_view controllo) {
+    if (!controllo.starts_with(kFlagPagina)) return std::nullopt;
+    return LeggiIntero(controllo.substr(kFlagPagina.size()));
+}
+
+void TieniPosto(QWidget* widget) {
+    QSizePolicy regola = widget->sizePolicy();
+    regola.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(regola);
+}
+
+}  // namespace
+
+/// The window's controls, and the page flags that no control holds.
+class ControlliSetup : public ControlliFinestra {
+ public:
+    explicit ControlliSetup(frmConfigurazione& finestra)
+        : ControlliFinestra(finestra), finestra_(finestra) {}
+
+    using ControlliFinestra::Spunta;
+    bool Spunta(std::string_view controllo) const override {
+        if (const auto indice = IndicePagina(controllo))
+            return finestra_.pagine_.Abilitata(*indice);
+        return ControlliFinestra::Spunta(controllo);
+    }
+    void Spunta(std::string_view controllo, bool accesa) override {
+        if (const auto indice = IndicePagina(controllo)) {
+            finestra_.pagine_.Abilita(*indice, accesa);
+            finestra_.AggiornaPagina();
+            return;
+        }
+        ControlliFinestra::Spunta(controllo, accesa);
+    }
+
+ private:
+    frmConfigurazione& finestra_;
+};
+
+frmConfigurazione::frmConfigurazione(QWidget* parent) : frmEditor("frmConfigurazione", parent) {
+    auto* parti = new QHBoxLayout(Corpo());
+    parti->setContentsMargins(0, 0, 0, 0);
+    parti->setSpacing(12);
+    auto* sinistra = new QVBoxLayout;
+    sinistra->addLayout(CreaLingua());
+    sinistra->addWidget(CreaUnita());
+    sinistra->addWidget(CreaRegistrazione());
+    sinistra->addStretch(1);
+    parti->addLayout(sinistra);
+    auto* destra = new QVBoxLayout;
+    destra->addWidget(CreaPagine());
+    destra->addWidget(CreaCronometro());
+    destra->addStretch(1);
+    parti->addLayout(destra, 1);
+    sinistra->addWidget(CreaStrumento());
+    MostraDatiSetup();
+    Completa(std::make_unique<ControlliSetup>(*this));
+    liste_[kLingua]->setFocus();
+}
+
+QLabel* frmConfigurazione::Etichetta(QWidget* dove, const char* nome, QWidget* compagno) {
+    auto* etichetta = new QLabel(dove);
+    etichetta->setObjectName(QString::fromLatin1(nome));
+    etichetta->setBuddy(compagno);
+    return etichetta;
+}
+
+QLineEdit* frmConfigurazione::Casella(QWidget* dove, std::size_t numero) {
+    auto* casella = new QLineEdit(dove);
+    casella->setObjectName(InQt(kNumeriSetup[numero].Controllo));
+    casella->setAlignment(Qt::AlignRight);
+    casella->setFixedWidth(casella->fontMetrics().horizontalAdvance(QStringLiteral("-2147483648")) +
+                           16);
+    caselle_[numero] = casella;
+    return casella;
+}
+
+QComboBox* frmConfigurazione::Lista(QWidget* dove, std::size_t numero) {
+    auto* lista = new QComboBox(dove);
+    lista->setObjectName(InQt(kListeSetup[numero].Controllo));
+    for (const std::string& voce : *kListeSetup[numero].Voci) lista->addItem(InQt(voce));
+    liste_[numero] = lista;
+    return lista;
+}
+
+QLayout* frmConfigurazione::CreaLingua() {
+    auto* riga = new QHBoxLayout;
+    riga->setContentsMargins(12, 4, 12, 4);  // in line with the frames below
+    QComboBox* lista = Lista(Corpo(), kLingua);
+    etichetteListe_[kLingua] = Etichetta(Corpo(), "lblLinguaDisplay", lista);
+    riga->addWidget(etichetteListe_[kLingua], 1);
+    riga->addWidget(lista);
+    return riga;
+}
+
+QGroupBox* frmConfigurazione::CreaUnita() {
+    fraUnitaMisura_ = new QGroupBox(Corpo());
+    fraUnitaMisura_->setObjectName(QStringLiteral("fraUnitaMisura"));
+    auto* griglia = new QGridLayout(fraUnitaMisura_);
+    griglia->setColumnStretch(0, 1);
+    const char* const nomi[] = {"lblUMVelocita", "lblUMTemperatura", "lblUMPressione"};
+    for (int riga = 0; riga < 3; ++riga) {
+        const std::size_t numero = kVelocita + static_cast<std::size_t>(riga);
+        QComboBox* lista = Lista(fraUnitaMisura_, numero);
+        etichetteListe_[numero] = Etichetta(fraUnitaMisura_, nomi[riga], lista);
+        griglia->addWidget(etichetteListe_[numero], riga, 0);
+        griglia->addWidget(lista, riga, 1);
+    }
+    // The language's list stands over the units', in one column.
+    int larghezza = 0;
+    for (const QComboBox* lista : liste_)
+        larghezza = std::max(larghezza, lista->sizeHint().width());
+    for (QComboBox* lista : liste_) lista->setFixedWidth(larghezza + 8);
+    return fraUnitaMisura_;
+}
+
+QGroupBox* frmConfigurazione::CreaRegistrazione() {
+    fraRegistrazione_ = new QGroupBox(Corpo());
+    fraRegistrazione_->setObjectName(QStringLiteral("fraRegistrazione"));
+    auto* griglia = new QGridLayout(fraRegistrazione_);
+    griglia->setColumnStretch(0, 1);
+    chkAbilRecLAP_ = new QCheckBox(fraRegistrazione_);
+    chkAbilRecLAP_->setObjectName(QStringLiteral("chkAbilRecLAP"));
+    griglia->addWidget(chkAbilRecLAP_, 0, 0, 1, 3);
+    QLineEdit* velocita = Casella(fraRegistrazione_, kRecVel);
+    etichetteCaselle_[kRecVel] = Etichetta(fraRegistrazione_, "lblAbilRecVel", velocita);
+    lblUnitaRecVel_ = Etichetta(fraRegistrazione_, "lblUnitaRecVel");
+    QLineEdit* secondi = Casella(fraRegistrazione_, kStopRec);
+    etichetteCaselle_[kStopRec] = Etichetta(fraRegistrazione_, "lblAbilStopRec", secondi);
+    QLabel* unitaStop = Etichetta(fraRegistrazione_, "lblUnitaStopRec");
+    unitaStop->setText(QStringLiteral("s"));
+    lblUnitaRecVel_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("Km/h")) + 4);
+    griglia->addWidget(etichetteCaselle_[kRecVel], 1, 0);
+    griglia->addWidget(velocita, 1, 1);
+    griglia->addWidget(lblUnitaRecVel_, 1, 2);
+    griglia->addWidget(etichetteCaselle_[kStopRec], 2, 0);
+    griglia->addWidget(secondi, 2, 1);
+    griglia->addWidget(unitaStop, 2, 2);
+    // The speed is one of the instrument: in the unit that the list above says.
+    connect(liste_[kVelocita], &QComboBox::currentTextChanged, lblUnitaRecVel_, &QLabel::setText);
+    return fraRegistrazione_;
+}
+
+QGroupBox* frmConfigurazione::CreaPagine() {
+    fraPagine_ = new QGroupBox(Corpo());
+    fraPagine_->setObjectName(QStringLiteral("fraPagine"));
+    const auto pulsante = [this](const char* nome, auto gestore) {
+        auto* nuovo = new QPushButton(fraPagine_);
+        nuovo->setObjectName(QString::fromLatin1(nome));
+        nuovo->setAutoDefault(false);
+        connect(nuovo, &QPushButton::clicked, this, gestore);
+        return nuovo;
+    };
+    auto* posto = new QWidget(fraPagine_);
+    posto->setFixedSize(ImmaginePagina::kGrande);
+    imgPagina_ = new ImmaginePagina(posto);
+    imgPagina_->setObjectName(QStringLiteral("imgPagina"));
+    auto* centro = new QVBoxLayout(posto);
+    centro->setContentsMargins(0, 0, 0, 0);
+    centro->addWidget(imgPagina_, 0, Qt::AlignCenter);
+
+    cmdPrevPage_ = pulsante("cmdPrevPage", [this] { Protetto([this] { VaiA(false); }); });
+    lblPagina_ = Etichetta(fraPagine_, "lblPagina");
+    lblCurrPagina_ = Etichetta(fraPagine_, "lblCurrPagina");
+    cmdNextPage_ = pulsante("cmdNextPage", [this] { Protetto([this] { VaiA(true); }); });
+    auto* giro = new QHBoxLayout;
+    giro->addWidget(cmdPrevPage_);
+    giro->addStretch(1);
+    giro->addWidget(lblPagina_);
+    giro->addWidget(lblCurrPagina_);
+    giro->addStretch(1);
+    giro->addWidget(cmdNextPage_);
+
+    chkAbilitaPagina_ = new QCheckBox(fraPagine_);
+    chkAbilitaPagina_->setObjectName(QStringLiteral("chkAbilitaPagina"));
+    connect(chkAbilitaPagina_, &QCheckBox::toggled, this,
+            [this] { Protetto([this] { chkAbilitaPagina_Click(); }); });
+    txtFilePagina_ = new QLineEdit(fraPagine_);
+    txtFilePagina_->setObjectName(QStringLiteral("txtFilePagina"));
+    txtFilePagina_->setReadOnly(true);
+    cmdScegliImmagine_ =
+        pulsante("cmdScegliImmagine", [this] { Comandato([this] { cmdScegliImmagine_Click(); }); });
+    cmdScegliImmagine_->setText(QStringLiteral("..."));
+    auto* file = new QHBoxLayout;
+    file->addWidget(txtFilePagina_, 1);
+    file->addWidget(cmdScegliImmagine_);
+    TieniPosto(txtFilePagina_);
+    TieniPosto(cmdScegliImmagine_);
+
+    auto* colonna = new QVBoxLayout(fraPagine_);
+    colonna->addWidget(posto, 0, Qt::AlignHCenter);
+    colonna->addLayout(giro);
+    colonna->addWidget(chkAbilitaPagina_);
+    colonna->addLayout(file);
+    return fraPagine_;
+}
+
+QGroupBox* frmConfigurazione::CreaCronometro() {
+    fraCronometro_ = new QGroupBox(Corpo());
+    fraCronometro_->setObjectName(QStringLiteral("fraCronometro"));
+    auto* tempi = new QGridLayout;
+    tempi->setColumnStretch(0, 1);
+    const char* const nomi[] = {"lblTempoMsgGiro", "lblTempoVisGiro"};
+    for (int riga = 0; riga < 2; ++riga) {
+        const std::size_t numero = kMsgGiro + static_cast<std::size_t>(riga);
+        QLineEdit* casella = Casella(fraCronometro_, numero);
+        etichetteCaselle_[numero] = Etichetta(fraCronometro_, nomi[riga], casella);
+        QLabel* unita = Etichetta(fraCronometro_, riga == 0 ? "lblUnitaMsg" : "lblUnitaVis");
+        unita->setText(QStringLiteral("s"));
+        tempi->addWidget(etichetteCaselle_[numero], riga, 0);
+        tempi->addWidget(casella, riga, 1);
+        tempi->addWidget(unita, riga, 2);
+    }
+    auto* settori = new QGridLayout;
+    for (int i = 0; i < 5; ++i) {
+        const std::size_t numero = kSettore + static_cast<std::size_t>(i);
+        QLineEdit* casella = Casella(fraCronometro_, numero);
+        etichetteCaselle_[numero] =
+            Etichetta(fraCronometro_, ("lblSettoreCrono" + TestoNumero(i)).c_str(), casella);
+        settori->addWidget(etichetteCaselle_[numero], 0, i);
+        settori->addWidget(casella, 1, i);
+        settori->setColumnStretch(i, 1);
+    }
+    QLabel* metri = Etichetta(fraCronometro_, "lblUnitaSettori");
+    metri->setText(QStringLiteral("m"));
+    settori->addWidget(metri, 1, 5);
+    auto* colonna = new QVBoxLayout(fraCronometro_);
+    colonna->addLayout(tempi);
+    colonna->addSpacing(4);
+    colonna->addLayout(settori);
+    return fraCronometro_;
+}
+
+void frmConfigurazione::AggiornaTesti(Mnemonica& lettere) {
+    const auto testo = [&](int n) { return lettere.Con(InQt(Testo(n))); };
+    const auto senza = [](int n) { return Mnemonica::Senza(InQt(Testo(n))); };
+    setWindowTitle(InQt(Testo(24)));
+    for (std::size_t i = 0; i < liste_.size(); ++i) {
+        etichetteListe_[i]->setText(testo(kListeSetup[i].Didascalia));
+    }
+    for (std::size_t i = 0; i < caselle_.size(); ++i) {
+        etichetteCaselle_[i]->setText(testo(kNumeriSetup[i].Didascalia));
+    }
+    fraUnitaMisura_->setTitle(senza(26));
+    fraPagine_->setTitle(senza(30));
+    chkAbilitaPagina_->setText(testo(31));
+    lblPagina_->setText(senza(32));
+    cmdPrevPage_->setText(testo(33));
+    cmdNextPage_->setText(testo(34));
+    fraRegistrazione_->setTitle(senza(267));
+    chkAbilRecLAP_->setText(testo(264));
+    fraCronometro_->setTitle(senza(283));
+    txtFilePagina_->setAccessibleName(InQt(Testo(32)));
+    cmdScegliImmagine_->setAccessibleName(InQt(Testo(32)) + QStringLiteral(" ..."));
+    MostraImmagine();
+}
+
+void frmConfigurazione::MostraDatiSetup() {
+    for (std::size_t i = 0; i < liste_.size(); ++i) {
+        const int indice = DatiProgetto.*kListeSetup[i].Campo;
+        liste_[i]->setCurrentIndex(indice >= 0 && indice < liste_[i]->count() ? indice : -1);
+    }
+    lblUnitaRecVel_->setText(liste_[kVelocita]->currentText());
+    pagine_.Carica(DatiProgetto);
+    CaricaImmagini();
+    MostraImmagine();
+    chkAbilRecLAP_->setChecked(DatiProgetto.chkAbilRecLap);
+    for (std::size_t i = 0; i < caselle_.size(); ++i) {
+        caselle_[i]->setText(InQt(MostraNumero(kNumeriSetup[i], DatiProgetto)));
+    }
+    AggiornaPagina();
+}
+
+void frmConfigurazione::CaricaImmagini() {
+    for (std::size_t i = 0; i < ImageList1_.size(); ++i) {
+        ImageList1_[i] =
+            ImmaginePagina::Carica(platform().AppPath() / "pages" /
+                                   ("Pagina" + TestoNumero(static_cast<int>(i) + 1) + ".bmp"));
+    }
+    // Kept: page 9 keeps its stock picture, and the picture of the last page goes to page 8.
+    for (const auto& [pagina, file] :
+         {std::pair{1, &DatiProgetto.Pagina1}, {8, &DatiProgetto.Pagina8}}) {
+        if (!Nominata(*file)) continue;
+        ImageList1_[static_cast<std::size_t>(pagina - 1)] =
+            ImmaginePagina::Carica(PercorsoDaTesto(*file));
+    }
+}
+
+void frmConfigurazione::MostraImmagine() {
+    const auto posto = static_cast<std::size_t>(pagine_.Corrente() - 1);
+    imgPagina_->Mostra(posto < ImageList1_.size() ? ImageList1_[posto] : QImage(),
+                       InQt(Testo(kTestoSenzaImmagine)));
+}
+
+void frmConfigurazione::AggiornaPagina() {
+    // A button that goes off under the hand passes the focus to its twin, not to what comes next.
+    const bool prima = pagine_.Prima(), ultima = pagine_.Ultima();
+    const QWidget* fuoco = focusWidget();
+    cmdPrevPage_->setEnabled(true);
+    cmdNextPage_->setEnabled(true);
+    if (prima && !ultima && fuoco == cmdPrevPage_) cmdNextPage_->setFocus();
+    if (ultima && !prima && fuoco == cmdNextPage_) cmdPrevPage_->setFocus();
+    cmdPrevPage_->setEnabled(!prima);
+    cmdNextPage_->setEnabled(!ultima);
+    txtFilePagina_->setVisible(pagine_.ConFile());
+    cmdScegliImmagine_->setVisible(pagine_.ConFile());
+    if (pagine_.ConFile()) {
+        txtFilePagina_->setText(InQt(pagine_.File(DatiProgetto)));
+        txtFilePagina_->setToolTip(txtFilePagina_->text());
+    }
+    lblCurrPagina_->setText(InQt(pagine_.Conteggio()));
+    const bool accesa = pagine_.Abilitata(pagine_.Corrente() - 1);
+    const QSignalBlocker muto(chkAbilitaPagina_);
+    chkAbilitaPagina_->setChecked(accesa);
+    imgPagina_->Grande(accesa);
+}
+
+void frmConfigurazione::VaiA(bool avanti) {
+    if (avanti) {
+        pagine_.Avanti();
+    } else {
+        pagine_.Indietro();
+    }
+    MostraImmagine();
+    AggiornaPagina();
+}
+
+void frmConfigurazione::chkAbilitaPagina_Click() {
+    pagine_.Abilita(pagine_.Corrente() - 1, chkAbilitaPagina_->isChecked());
+    AggiornaPagina();
+}
+
+void frmConfigurazione::cmdScegliImmagine_Click() {
+    const auto scelto = platform().AskOpen({Testo(32) + " " + TestoNumero(pagine_.Corrente()),
+                                            platform().AppPath(),
+                                            "Display Page File (*.bmp)|*.bmp",
+                                            {},
+                                            {}});
+    if (!scelto) return;
+    const QImage immagine = ImmaginePagina::Carica(*scelto);
+    const auto posto = static_cast<std::size_t>(pagine_.Corrente() - 1);
+    if (posto < ImageList1_.size()) ImageList1_[posto] = immagine;
+    MostraImmagine();
+    // Kept: a file that is no picture is refused without a word; the page's picture is gone until
+    // the editor opens again, and the project keeps the path that it had.
+    if (immagine.isNull()) return;
+    // Kept: the choice is the project's at once, whether or not OK follows, and the path on show
+    // stays until the page is shown again.
+    pagine_.Scegli(DatiProgetto, TestoDaPercorso(*scelto));
+}
+
+/// Whether every box holds a number of its own; otherwise says which one does not, and goes there.
+bool frmConfigurazione::NumeriValidi() {
+    for (std::size_t i = 0; i < caselle_.size(); ++i) {
+        if (LeggiNumero(kNumeriSetup[i], DaQt(caselle_[i]->text()))) continue;
+        caselle_[i]->setFocus();
+        caselle_[i]->selectAll();
+        platform().MsgBox(Testo(kNumeriSetup[i].Didascalia) + "\r\n" + Testo(kTestoAmmessi) + " " +
+                              Ammessi(kNumeriSetup[i]),
+                          Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
+        return false;
+    }
+    return true;
+}
+
+void frmConfigurazione::OKButton_Click() {
+    // All boxes are looked at before anything is stored.
+    if (!NumeriValidi()) return;
+    for (std::size_t i = 0; i < liste_.size(); ++i) {
+        DatiProgetto.*kListeSetup[i].Campo =
+            static_cast<std::int16_t>(std::max(liste_[i]->currentIndex(), 0));
+    }
+    pagine_.Salva(DatiProgetto);
+    DatiProgetto.chkAbilRecLap = chkAbilRecLAP_->isChecked();
+    for (std::size_t i = 0; i < caselle_.size(); ++i) {
+        const NumeroSetup& numero = kNumeriSetup[i];
+        SalvaNumero(numero, LeggiNumero(numero, DaQt(caselle_[i]->text())).value(), DatiProgetto);
+    }
+    ProgettoModificato = true;
+    accept();
+}
+
+void frmConfigurazione::cmdInviaDati_Click() {
+    if (NumeriValidi()) Programma(kProgramma);
+}
+
+void frmConfigurazione::cmdLeggiDati_Click() {
+    Leggi(kLeggi);
+}
+
+}  // namespace lapvane

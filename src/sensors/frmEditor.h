@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QDialog>
+#include <QGroupBox>
+#include <QPushButton>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "shell/Editor.h"
+#include "widgets/Mnemonica.h"
+
+namespace lapvane {
+
+/// One exchange of an editor with the instrument: the operation code that keeps the poll off the
+/// port, the numbers of the question's title and of the status text, the routines, 50 ms apart, and
+/// the number of the closing message (0: none).
+struct ScambioEditor {
+    std::int16_t Fase = 0;
+    int TitoloDomanda = 0;
+    int TestoStato = 0;
+    int TestoFine = 0;
+    std::vector<void (*)()> Routine;
+};
+
+/// What the editors of the instrument's settings share: they are `FormAttiva` while they are open,
+/// have OK, Cancel and the frame with the buttons that need the instrument, and exchange what their
+/// controls show. Closing one in the middle of an exchange ends the exchange in silence.
+class frmEditor : public QDialog, public Editor {
+    Q_OBJECT
+ public:
+    ~frmEditor() override;
+
+    std::string_view Nome() const override { return nome_; }
+    void AbilitaStrumento(bool presente) override;
+    ControlliEditor* Controlli() override { return controlli_.get(); }
+
+    void done(int esito) override;
+
+ protected:
+    frmEditor(const char* nome, QWidget* parent);
+
+    /// Everything but OK and Cancel; disabled during an exchange.
+    QWidget* Corpo() { return corpo_; }
+    /// The frame with the two instrument buttons.
+    QGroupBox* CreaStrumento();
+    /// The last step of a constructor: OK and Cancel behind all other controls, texts, states.
+    void Completa(std::unique_ptr<ControlliEditor> controlli);
+
+    virtual void AggiornaTesti(Mnemonica& lettere) = 0;
+    virtual void OKButton_Click() = 0;
+    virtual void cmdInviaDati_Click() = 0;
+    virtual void cmdLeggiDati_Click() = 0;
+
+    /// Runs what a click asks for, behind the poll, unless the window has closed meanwhile.
+    void Comandato(std::function<void()> azione);
+    /// Asks before the instrument (`corpo` 147) or the window (232) is written over.
+    static bool Conferma(int titolo, int corpo);
+    void Programma(const ScambioEditor& scambio);
+    void Leggi(const ScambioEditor& scambio);
+
+    bool event(QEvent* evento) override;
+    bool eventFilter(QObject* oggetto, QEvent* evento) override;
+
+ private:
+    class InCorso;
+
+    void Testi();
+    bool Esegui(const ScambioEditor& scambio);
+
+    std::string nome_;
+    std::unique_ptr<ControlliEditor> controlli_;
+    QWidget* corpo_ = nullptr;
+    QGroupBox* fraStrumento_ = nullptr;
+    QPushButton* cmdInviaDati_ = nullptr;
+    QPushButton* cmdLeggiDati_ = nullptr;
+    QPushButton* OKButton_ = nullptr;
+    QPushButton* CancelButton_ = nullptr;
+    bool inCorso_ = false;
+};
+
+}  // namespace lapvane

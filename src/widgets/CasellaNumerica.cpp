@@ -1,0 +1,108 @@
+#include "widgets/CasellaNumerica.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFocusEvent>
+#include <QPointer>
+#include <QTimer>
+
+#include "platform/Platform.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Principale.h"
+#include "shell/Protetto.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kTestoNumeroErrato = 262;
+constexpr char kSenzaControllo[] = "lapvaneSenzaControllo";
+
+bool ChiedeControllo(const QObject* controllo) {
+    return controllo == nullptr || !controllo->property(kSenzaControllo).toBool();
+}
+
+}  // namespace
+
+CasellaNumerica::CasellaNumerica(QWidget* parent) : QLineEdit(parent) {}
+
+void CasellaNumerica::SenzaControllo(QWidget* controllo) {
+    controllo->setProperty(kSenzaControllo, true);
+}
+
+bool CasellaNumerica::Lascia(const QWidget& finestra) {
+    auto* casella = qobject_cast<CasellaNumerica*>(finestra.focusWidget());
+    return casella == nullptr || casella->Esci();
+}
+
+bool CasellaNumerica::Esci() {
+    if (rifiutata_) return false;
+    if (!Valida()) {
+        clear();
+        Avvisa();
+        return false;
+    }
+    if (PersoFuoco) PersoFuoco();
+    return true;
+}
+
+bool CasellaNumerica::Valida() const {
+    return LeggiInt16(DaQt(text())).has_value();
+}
+
+void CasellaNumerica::Avvisa() {
+    platform().MsgBox(Testo(kTestoNumeroErrato), Buttons::Ok, Icon::Warning,
+                      DaQt(window()->windowTitle()));
+}
+
+/// The message waits until the event that moved the focus has run to its end: a message box inside
+/// a mouse press would leave the pressed button down.
+void CasellaNumerica::Rifiuta() {
+    clear();
+    setFocus(Qt::OtherFocusReason);
+    if (rifiutata_) return;
+    rifiutata_ = true;
+    QTimer::singleShot(0, this, [this] {
+        Protetto([this] {
+            rifiutata_ = false;
+            principale().QuandoLibero([casella = QPointer<CasellaNumerica>(this)] {
+                if (casella != nullptr && casella->isVisible()) casella->Avvisa();
+            });
+        });
+    });
+}
+
+void CasellaNumerica::focusInEvent(QFocusEvent* evento) {
+    QLineEdit::focusInEvent(evento);
+    qApp->installEventFilter(this);
+}
+
+void CasellaNumerica::focusOutEvent(QFocusEvent* evento) {
+    QLineEdit::focusOutEvent(evento);
+    const Qt::FocusReason motivo = evento->reason();
+    const bool resta = motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason ||
+                       motivo == Qt::MenuBarFocusReason;
+    if (!resta && isVisible() && isEnabled()) {
+        if (ChiedeControllo(QApplication::focusWidget()) && !Valida()) return Rifiuta();
+        if (PersoFuoco) Protetto(PersoFuoco);
+    }
+    qApp->removeEventFilter(this);
+}
+
+bool CasellaNumerica::eventFilter(QObject* oggetto, QEvent* evento) {
+    const bool premuto = evento->type() == QEvent::MouseButtonPress;
+    if (!premuto && evento->type() != QEvent::Shortcut) return false;
+    const auto* controllo = qobject_cast<QWidget*>(oggetto);
+    if (controllo == nullptr || controllo == this || controllo->window() != window()) return false;
+    // The press that a refused box has already answered.
+    if (premuto) return rifiutata_ && ChiedeControllo(controllo);
+    // An Alt letter presses a button without taking the focus there.
+    if (!hasFocus() || !ChiedeControllo(controllo)) return false;
+    if (qobject_cast<const QAbstractButton*>(controllo) == nullptr) return false;
+    if (!Valida()) Rifiuta();
+    return rifiutata_;
+}
+
+}  // namespace lapvane

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QLineEdit>
+#include <functional>
+
+namespace lapvane {
+
+/// A number box of an editor. Left with a text that is no 16-bit number (a fraction is rounded) it
+/// says so (text 262, titled like its window), blanks itself and keeps the focus, and the click
+/// that wanted to go elsewhere does nothing. Another program, a menu or a message does not take the
+/// user away from the box, so nothing is checked then.
+class CasellaNumerica : public QLineEdit {
+    Q_OBJECT
+ public:
+    explicit CasellaNumerica(QWidget* parent = nullptr);
+
+    /// What losing the focus does, behind the check.
+    std::function<void()> PersoFuoco;
+
+    /// The focus may leave a box for this control without the check: the way out of a window.
+    static void SenzaControllo(QWidget* controllo);
+
+    /// Leaves the box of the window that has the focus, as a key does that acts without moving it
+    /// (Enter). False: the box was refused, or one that was refused just before waits for its
+    /// message; the caller does nothing then.
+    static bool Lascia(const QWidget& finestra);
+
+ protected:
+    void focusInEvent(QFocusEvent* evento) override;
+    void focusOutEvent(QFocusEvent* evento) override;
+    bool eventFilter(QObject* oggetto, QEvent* evento) override;
+
+ private:
+    bool Valida() const;
+    void Rifiuta();
+    void Avvisa();
+    bool Esci();
+
+    bool rifiutata_ = false;  // the message is still to come
+};
+
+}  // namespace lapvane

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <memory>
+#include <string>
+
+#include "device/SerialComm.h"
+#include "instrument/SerialeStrumento.h"
+#include "platform/qt/TestoQt.h"
+#include "project/DatiProgetto.h"
+#include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
+#include "support/WindowPlatform.h"
+
+namespace lapvane::prova {
+
+/// A program with a new project and an instrument, and one of its editors under real keys.
+template <class F>
+class EditorWindowProva : public ::testing::Test {
+ protected:
+    EditorWindowProva() {
+        CaricaTestiVeri(1);
+        std::filesystem::copy(std::filesystem::path(LAPVANE_DATA_DIR) / "pages",
+                              macchina.Cartella / "pages");
+        principale.Seriale = &porta;
+        ValoriInizialiProgetto();
+        ProgettoModificato = false;
+    }
+    void Apri() {
+        finestra = std::make_unique<F>();
+        finestra->show();
+        Attiva(*finestra);
+    }
+    static void Attiva(QWidget& quale) {
+        quale.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&quale));
+    }
+    /// The poll has found the instrument.
+    void Collega() {
+        tmrComm_Timer();
+        ASSERT_TRUE(StrumentoPresente);
+    }
+    template <class W>
+    W* C(const std::string& nome) {
+        return Controllo<W>(*finestra, nome.c_str());
+    }
+    std::string Testo(const std::string& nome) { return DaQt(C<QLineEdit>(nome)->text()); }
+    /// Goes to a box and types over its text.
+    void Scrivi(const std::string& nome, const std::string& testo) {
+        auto* casella = C<QLineEdit>(nome);
+        casella->setFocus();
+        casella->selectAll();
+        QTest::keyClick(casella, Qt::Key_Delete);
+        QTest::keyClicks(casella, InQt(testo));
+    }
+    void Tasto(Qt::Key tasto, Qt::KeyboardModifiers con = {}) {
+        QTest::keyClick(QApplication::focusWidget(), tasto, con);
+        QCoreApplication::processEvents();
+    }
+    void Clic(const std::string& nome) {
+        auto* pulsante = C<QAbstractButton>(nome);
+        const QPoint dove = qobject_cast<QCheckBox*>(pulsante) != nullptr
+                                ? QPoint(8, pulsante->height() / 2)
+                                : pulsante->rect().center();
+        QTest::mouseClick(pulsante, Qt::LeftButton, {}, dove);
+        QCoreApplication::processEvents();
+    }
+    /// What was shown since the last call; all answers were taken.
+    std::vector<std::string> Mostrati() {
+        std::vector<std::string> testi;
+        for (const Box& box : macchina.Mostrati) testi.push_back(box.Testo);
+        macchina.Mostrati.clear();
+        return testi;
+    }
+
+    using V = std::vector<std::string>;
+    WindowPlatform macchina;
+    PrincipaleProva principale;
+    strumento::Strumento apparecchio;
+    strumento::SerialeStrumento porta{apparecchio, [this] { return macchina.Orologio; },
+                                      [this](int ms) { macchina.Orologio += ms; }};
+    std::unique_ptr<F> finestra;
+};
+
+}  // namespace lapvane::prova
