@@ -23,6 +23,7 @@
 #include "sensors/CSensore.h"
 #include "sensors/frmAllarmi.h"
 #include "sensors/frmConfigurazione.h"
+#include "sensors/frmImpostaSensore.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -325,6 +326,9 @@ void frmMain::Esegui(Comando comando) {
         case Comando::Alarm:
             frmAllarmi(this).exec();
             break;
+        case Comando::CustSensors:
+            frmImpostaSensore(this).exec();
+            break;
         case Comando::DownData:
             ScaricaDati();
             break;
@@ -343,7 +347,6 @@ void frmMain::Esegui(Comando comando) {
         case Comando::Print:
         case Comando::Note:
         case Comando::Sensor:
-        case Comando::CustSensors:
         case Comando::ViewDev:
             TestoPannello(Pannello::Progresso, Testo(4));
             break;

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace lapvane {
+
+constexpr int kCampiLive = 17;         ///< values of the live view, 0 to 16; 1 is not used
+constexpr int kIngressiAnalogici = 8;  ///< analogue inputs of the instrument
+constexpr int kAllarmiLive = 8;
+
+/// The window of the live view, as the reads fill it.
+class VistaDiagnostica {
+ public:
+    virtual ~VistaDiagnostica() = default;
+    virtual void ValoreCampo(int campo, const std::string& testo) = 0;  ///< txtValoreCampo
+    virtual void Allarme(int n, bool acceso) = 0;                       ///< shpAllarme n + 2
+    virtual void ValoreAnalogico(int ingresso,
+                                 const std::string& testo) = 0;  ///< txtValoreAnalogico
+    virtual bool Visibile() const = 0;
+};
+
+/// The window while it is open, else null. Written by the window.
+extern VistaDiagnostica* DiagnosticaAperta;
+
+/// Raw values of the analogue inputs, filled by a read without the window.
+extern std::array<std::int16_t, kIngressiAnalogici> ValoriAnalogici;
+
+/// One value of the live view.
+struct CampoLive {
+    int Campo;    ///< index of txtValoreCampo
+    int Testo;    ///< its caption; 0: none of its own
+    char Misura;  ///< 'V' speed, 'T' temperature, 'P' pressure unit; ' ': none
+};
+extern const std::array<CampoLive, 16> CampiLive;
+
+/// Caption of alarm lamp `n`, 0 to 7.
+constexpr int TestoAllarmeLive(int n) {
+    return 274 + n;
+}
+
+/// Sends frame 37 and fills the open window; nothing without one.
+void LeggiValoriLive();
+/// Sends frame 9. The raw values go to the open window as text, else into `ValoriAnalogici`.
+void LeggiValoriAnalogici();
+
+/// The cycle of the live view: both reads with their pauses, as long as the window is visible.
+void EseguiDiagnostica(VistaDiagnostica& vista);
+
+}  // namespace lapvane
