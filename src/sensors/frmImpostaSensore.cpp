@@ -154,6 +154,7 @@ QGroupBox* frmImpostaSensore::CreaLibreria() {
     cmdNuovoSensore_ =
         Pulsante(fraLibreriaSensori_, "cmdNuovoSensore", &frmImpostaSensore::cmdNuovoSensore_Click);
     auto* scelta = new QVBoxLayout;
+    scelta->setSpacing(6);
     scelta->addWidget(lblSelezionaSensore_);
     scelta->addWidget(cboListaSensori_);
     scelta->addWidget(cmdNuovoSensore_);
@@ -177,6 +178,7 @@ QGroupBox* frmImpostaSensore::CreaStrumento() {
     posto.setRetainSizeWhenHidden(true);
     cmdCalibrazione_->setSizePolicy(posto);
     auto* colonna = new QVBoxLayout(fraStrumento_);
+    colonna->setSpacing(6);
     colonna->addWidget(lblTipoSensore_);
     colonna->addWidget(cboTipiSensore_);
     colonna->addWidget(cmdLeggiSensoreStrumento_);
@@ -212,19 +214,20 @@ QGroupBox* frmImpostaSensore::CreaTabella() {
     griglia->setVerticalSpacing(2);
     lblX_ = Etichetta(fraTabella_, "lblX", nullptr);
     lblY_ = Etichetta(fraTabella_, "lblY", nullptr);
-    griglia->addWidget(lblX_, 0, 1, Qt::AlignHCenter);
-    griglia->addWidget(lblY_, 0, 2, Qt::AlignHCenter);
+    griglia->addWidget(lblX_, 0, 1, Qt::AlignHCenter | Qt::AlignBottom);
+    griglia->addWidget(lblY_, 0, 2, Qt::AlignHCenter | Qt::AlignBottom);
     for (std::size_t i = 0; i < Check1_.size(); ++i) {
         CreaRiga(i);
         const int riga = static_cast<int>(i) + 1;
         griglia->addWidget(Check1_[i], riga, 0);
         griglia->addWidget(txtX_[i], riga, 1);
         griglia->addWidget(txtY_[i], riga, 2);
-        griglia->setRowStretch(riga, 1);
     }
+    griglia->setRowMinimumHeight(TabellaPunti::kRighe + 1, 8);
+    griglia->setRowStretch(TabellaPunti::kRighe + 1, 1);
     cmdDisegnaCurva_ =
         Pulsante(fraTabella_, "cmdDisegnaCurva", &frmImpostaSensore::cmdDisegnaCurva_Click);
-    griglia->addWidget(cmdDisegnaCurva_, TabellaPunti::kRighe + 1, 0, 1, 3);
+    griglia->addWidget(cmdDisegnaCurva_, TabellaPunti::kRighe + 2, 0, 1, 3);
     return fraTabella_;
 }
 
