@@ -10,6 +10,7 @@
 #include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
 #include "device/SerialComm.h"
+#include "device/dlgDiagnostica.h"
 #include "device/dlgStrumento.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
@@ -20,6 +21,7 @@
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
+#include "project/dlgNoteProgetto.h"
 #include "sensors/CSensore.h"
 #include "sensors/frmAllarmi.h"
 #include "sensors/frmConfigurazione.h"
@@ -111,7 +113,9 @@ void frmMain::CostruisciMenu() {
                 connect(recenti_[i], &QAction::triggered, this, [this, i] {
                     Protetto([this, i] {
                         QuandoLibero([this, i] {
-                            Comandato([i] { mnuRecentFiles_Click(static_cast<int>(i)); });
+                            Comandato([this, i] {
+                                if (!NoteAperte()) mnuRecentFiles_Click(static_cast<int>(i));
+                            });
                         });
                     });
                 });
@@ -299,10 +303,10 @@ void frmMain::Comandato(const std::function<void()>& azione) {
 void frmMain::Esegui(Comando comando) {
     switch (comando) {
         case Comando::New:
-            mnuNew_Click();
+            if (!NoteAperte()) mnuNew_Click();
             break;
         case Comando::Open:
-            mnuOpen_Click();
+            if (!NoteAperte()) mnuOpen_Click();
             break;
         case Comando::Save:
             mnuSave_Click();
@@ -314,20 +318,20 @@ void frmMain::Esegui(Comando comando) {
             // Behind the end of this command, as a click on the close box would come.
             QTimer::singleShot(0, this, [this] { close(); });
             break;
+        case Comando::Setup:
+            frmConfigurazione(this).exec();
+            break;
+        case Comando::CustSensors:
+            frmImpostaSensore(this).exec();
+            break;
+        case Comando::Alarm:
+            frmAllarmi(this).exec();
+            break;
         case Comando::ProgDev:
             dlgStrumento(this).Esegui(mnuProgramDevice_Click);
             break;
         case Comando::ReadDev:
             dlgStrumento(this).Esegui(mnuReadDevice_Click);
-            break;
-        case Comando::Setup:
-            frmConfigurazione(this).exec();
-            break;
-        case Comando::Alarm:
-            frmAllarmi(this).exec();
-            break;
-        case Comando::CustSensors:
-            frmImpostaSensore(this).exec();
             break;
         case Comando::DownData:
             ScaricaDati();
@@ -345,12 +349,31 @@ void frmMain::Esegui(Comando comando) {
             MostraInformazioni();
             break;
         case Comando::Print:
-        case Comando::Note:
         case Comando::Sensor:
-        case Comando::ViewDev:
             TestoPannello(Pannello::Progresso, Testo(4));
             break;
+        case Comando::Note:
+            MostraNote();
+            break;
+        case Comando::ViewDev:
+            dlgDiagnostica(this).exec();
+            break;
     }
+}
+
+void frmMain::MostraNote() {
+    if (NoteAperte()) return;
+    note_ = new dlgNoteProgetto(this);
+    note_->setAttribute(Qt::WA_DeleteOnClose);
+    note_->show();
+}
+
+bool frmMain::NoteAperte() {
+    // They belong to the project that is open: another one must not get them at their OK.
+    if (note_.isNull()) return false;
+    note_->activateWindow();
+    note_->raise();
+    return true;
 }
 
 void frmMain::ScaricaDati() {

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
@@ -63,6 +64,9 @@ class frmMain : public QMainWindow, public Principale {
     void ScaricaDati();
     void CambiaLingua();
     void MostraInformazioni();
+    void MostraNote();
+    /// Whether the notes of the project are open; they come to the front then.
+    bool NoteAperte();
 
     std::unique_ptr<SerialControl> seriale_;
     std::map<Comando, QAction*> voci_;
@@ -74,6 +78,7 @@ class frmMain : public QMainWindow, public Principale {
     std::array<PannelloStato*, 8> pannelli_{};
     QTimer tmrComm_;
     frmAnalisi* analisi_ = nullptr;
+    QPointer<QDialog> note_;
 
     std::deque<std::function<void()>> inAttesa_;  // asked for while the poll waits
     std::int64_t momentoRichiesta_ = 0;

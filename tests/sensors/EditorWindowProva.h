@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -79,6 +80,22 @@ class EditorWindowProva : public ::testing::Test {
         for (const Box& box : macchina.Mostrati) testi.push_back(box.Testo);
         macchina.Mostrati.clear();
         return testi;
+    }
+
+    /// In both languages the window fits a small screen and shows its words whole.
+    void EntraNelloSchermo() {
+        for (const int lingua : {0, 1}) {
+            CaricaTestiVeri(lingua);
+            Apri();
+            EXPECT_LE(finestra->width(), 1366);
+            EXPECT_LE(finestra->height(), 700);
+            for (const QLabel* testo : finestra->template findChildren<QLabel*>()) {
+                EXPECT_GE(testo->width(), testo->sizeHint().width()) << DaQt(testo->text());
+            }
+            for (const auto* p : finestra->template findChildren<QAbstractButton*>()) {
+                EXPECT_GE(p->width(), p->minimumSizeHint().width()) << DaQt(p->text());
+            }
+        }
     }
 
     using V = std::vector<std::string>;

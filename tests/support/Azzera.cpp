@@ -1,3 +1,4 @@
+#include "device/Diagnostica.h"
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
 #include "project/DatiProgetto.h"
@@ -22,6 +23,7 @@ void AzzeraTutto() {
     LibreriaSensori.clear();
     CurvaX = {};
     CurvaY = {};
+    ValoriAnalogici = {};
     AzzeraStatoShell();
     Testi.clear();
     MetaTesti = 0;

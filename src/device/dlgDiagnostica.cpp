@@ -1,0 +1,221 @@
+#include "device/dlgDiagnostica.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "device/SerialComm.h"
+#include "platform/qt/TestoQt.h"
+#include "project/DatiProgetto.h"
+#include "shell/LoadStrings.h"
+#include "shell/Protetto.h"
+#include "shell/TabelleNomi.h"
+#include "widgets/Mnemonica.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kColonne = 4;
+constexpr double kGrande = 2.6;  // of the letters: a value is read from two metres
+constexpr double kMedio = 1.5;
+constexpr int kLambda = 14;
+constexpr int kLambdaUnitaria = 16;
+constexpr int kPrimaLampada = 2;  // the lamps of the instrument come before
+
+QFont Ingrandito(QFont carattere, double volte, bool grassetto) {
+    carattere.setPointSizeF(carattere.pointSizeF() * volte);
+    carattere.setBold(grassetto);
+    return carattere;
+}
+
+/// Unit of a measure by the project's choice; empty for a choice that no list has.
+QString Unita(char misura) {
+    const auto voce = [](const std::vector<std::string>& lista, int indice) {
+        return indice >= 0 && indice < static_cast<int>(lista.size())
+                   ? InQt(lista[static_cast<std::size_t>(indice)])
+                   : QString();
+    };
+    switch (misura) {
+        case 'V':
+            return voce(ListaUMVelocita, DatiProgetto.UMVel);
+        case 'T':
+            return voce(ListaUMTemperatura, DatiProgetto.UMTemp);
+        case 'P':
+            return voce(ListaUMPressione, DatiProgetto.UMPress);
+        default:
+            return {};
+    }
+}
+
+}  // namespace
+
+dlgDiagnostica::dlgDiagnostica(QWidget* parent)
+    : QDialog(parent, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                          Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint) {
+    setObjectName(QStringLiteral("dlgDiagnostica"));
+    setModal(true);
+    auto* campi = new QGridLayout;
+    campi->setSpacing(8);
+    int posto = 0;
+    for (const CampoLive& campo : CampiLive) {
+        if (campo.Campo == kLambdaUnitaria) continue;  // beside the first lambda
+        campi->addWidget(CreaCampo(campo), posto / kColonne, posto % kColonne);
+        ++posto;
+    }
+    for (int c = 0; c < kColonne; ++c) campi->setColumnStretch(c, 1);
+    auto* sotto = new QHBoxLayout;
+    sotto->addWidget(CreaAllarmi(), 1);
+    sotto->addWidget(CreaIngressi(), 1);
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setSpacing(10);
+    colonna->addLayout(campi, 1);
+    colonna->addLayout(sotto);
+    AggiornaTesti();
+    const QSize schermo = screen() != nullptr ? screen()->availableSize() : QSize(1366, 768);
+    resize(QSize(1180, 680).boundedTo(schermo));
+    DiagnosticaAperta = this;
+}
+
+dlgDiagnostica::~dlgDiagnostica() {
+    DiagnosticaAperta = nullptr;
+}
+
+QWidget* dlgDiagnostica::CreaCampo(const CampoLive& campo) {
+    const auto crea = [](const char* nome, int indice, QWidget* dove) {
+        auto* etichetta = new QLabel(dove);
+        etichetta->setObjectName(QString::fromLatin1(nome) + QString::number(indice));
+        etichetta->setTextFormat(Qt::PlainText);
+        return etichetta;
+    };
+    auto* riquadro = new QFrame(this);
+    riquadro->setFrameShape(QFrame::StyledPanel);
+    riquadro->setBackgroundRole(QPalette::Base);
+    riquadro->setAutoFillBackground(true);
+    const auto i = static_cast<std::size_t>(campo.Campo);
+    nomi_[i] = crea("lblNomeCampo", campo.Campo, riquadro);
+    auto* colonna = new QVBoxLayout(riquadro);
+    colonna->setContentsMargins(10, 6, 10, 6);
+    colonna->setSpacing(0);
+    colonna->addWidget(nomi_[i]);
+    auto* riga = new QHBoxLayout;
+    const auto valore = [&](int indice, double volte) {
+        QLabel* const testo = crea("txtValoreCampo", indice, riquadro);
+        testo->setFont(Ingrandito(font(), volte, true));
+        testo->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        // A value that grows a digit must not move the others; one that is longer is cut, not the
+        // window widened.
+        testo->setMinimumWidth(1);
+        testo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        txtValoreCampo_[static_cast<std::size_t>(indice)] = testo;
+        riga->addWidget(testo, 1);
+    };
+    valore(campo.Campo, kGrande);
+    if (campo.Campo == kLambda) valore(kLambdaUnitaria, kMedio);
+    lblUM_[i] = crea("lblUM", campo.Campo, riquadro);
+    riga->addWidget(lblUM_[i], 0, Qt::AlignBottom);
+    colonna->addLayout(riga, 1);
+    return riquadro;
+}
+
+QWidget* dlgDiagnostica::CreaAllarmi() {
+    auto* riquadro = new QGroupBox(this);
+    riquadro->setObjectName(QStringLiteral("fraAllarmi"));
+    auto* griglia = new QGridLayout(riquadro);
+    griglia->setHorizontalSpacing(8);
+    for (int n = 0; n < kAllarmiLive; ++n) {
+        const auto i = static_cast<std::size_t>(n);
+        const QString numero = QString::number(n + kPrimaLampada);
+        shpAllarme_[i] = new LampadaAllarme(riquadro);
+        shpAllarme_[i]->setObjectName(QStringLiteral("shpAllarme") + numero);
+        shpAllarme_[i]->setFont(Ingrandito(font(), kMedio, false));
+        lblNomeAllarme_[i] = new QLabel(riquadro);
+        lblNomeAllarme_[i]->setObjectName(QStringLiteral("lblNomeAllarme") + numero);
+        griglia->addWidget(shpAllarme_[i], n % kColonne, n / kColonne * 2);
+        griglia->addWidget(lblNomeAllarme_[i], n % kColonne, n / kColonne * 2 + 1);
+    }
+    griglia->setColumnStretch(1, 1);
+    griglia->setColumnStretch(3, 1);
+    return riquadro;
+}
+
+QWidget* dlgDiagnostica::CreaIngressi() {
+    fraIngressiAnalogici_ = new QGroupBox(this);
+    fraIngressiAnalogici_->setObjectName(QStringLiteral("fraIngressiAnalogici"));
+    auto* griglia = new QGridLayout(fraIngressiAnalogici_);
+    for (int i = 0; i < kIngressiAnalogici; ++i) {
+        auto* numero = new QLabel(QString::number(i + 1), fraIngressiAnalogici_);
+        auto* valore = new QLabel(fraIngressiAnalogici_);
+        valore->setObjectName(QStringLiteral("txtValoreAnalogico") + QString::number(i));
+        valore->setFont(Ingrandito(font(), kMedio, true));
+        valore->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        valore->setMinimumWidth(
+            QFontMetrics(valore->font()).horizontalAdvance(QStringLiteral("-00000")));
+        griglia->addWidget(numero, i % kColonne, i / kColonne * 2);
+        griglia->addWidget(valore, i % kColonne, i / kColonne * 2 + 1);
+        txtValoreAnalogico_[static_cast<std::size_t>(i)] = valore;
+    }
+    griglia->setColumnStretch(1, 1);
+    griglia->setColumnStretch(3, 1);
+    return fraIngressiAnalogici_;
+}
+
+void dlgDiagnostica::AggiornaTesti() {
+    CalcolaBaseTesti();
+    setWindowTitle(InQt(Testo(18)));
+    fraIngressiAnalogici_->setTitle(Mnemonica::Senza(InQt(Testo(300))));
+    findChild<QGroupBox*>(QStringLiteral("fraAllarmi"))
+        ->setTitle(Mnemonica::Senza(InQt(Testo(91))));
+    for (const CampoLive& campo : CampiLive) {
+        const auto i = static_cast<std::size_t>(campo.Campo);
+        if (nomi_[i] == nullptr) continue;
+        nomi_[i]->setText(InQt(Testo(campo.Testo)));
+        lblUM_[i]->setText(Unita(campo.Misura));
+        txtValoreCampo_[i]->setAccessibleName(nomi_[i]->text());
+    }
+    for (int n = 0; n < kAllarmiLive; ++n) {
+        const auto i = static_cast<std::size_t>(n);
+        lblNomeAllarme_[i]->setText(InQt(Testo(TestoAllarmeLive(n))));
+        shpAllarme_[i]->setAccessibleName(lblNomeAllarme_[i]->text());
+    }
+}
+
+bool dlgDiagnostica::event(QEvent* evento) {
+    if (evento->type() == QEvent::WindowActivate) Protetto([this] { AggiornaTesti(); });
+    return QDialog::event(evento);
+}
+
+void dlgDiagnostica::showEvent(QShowEvent* evento) {
+    QDialog::showEvent(evento);
+    if (avviata_) return;
+    avviata_ = true;
+    QTimer::singleShot(0, this, [this] {
+        inCorso_ = true;
+        Protetto([this] { EseguiDiagnostica(*this); });
+        inCorso_ = false;
+        TrasferimentoAbbandonato = false;
+    });
+}
+
+void dlgDiagnostica::done(int esito) {
+    // A wait that still runs gives up at once.
+    if (inCorso_) TrasferimentoAbbandonato = true;
+    QDialog::done(esito);
+}
+
+void dlgDiagnostica::ValoreCampo(int campo, const std::string& testo) {
+    txtValoreCampo_.at(static_cast<std::size_t>(campo))->setText(InQt(testo));
+}
+
+void dlgDiagnostica::Allarme(int n, bool acceso) {
+    shpAllarme_.at(static_cast<std::size_t>(n))->Accendi(acceso);
+}
+
+void dlgDiagnostica::ValoreAnalogico(int ingresso, const std::string& testo) {
+    txtValoreAnalogico_.at(static_cast<std::size_t>(ingresso))->setText(InQt(testo));
+}
+
+}  // namespace lapvane

@@ -1,0 +1,197 @@
+#include "project/frmStampaDatiProgetto.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "platform/Platform.h"
+#include "platform/qt/TestoQt.h"
+#include "project/DatiProgetto.h"
+#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
+#include "shell/Protetto.h"
+#include "shell/TabelleNomi.h"
+#include "widgets/Mnemonica.h"
+#include "widgets/Stampante.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr double kLarghezzaA4 = 793.7;  // pixels of 1/96 inch
+constexpr double kAltezzaA4 = 1122.5;
+constexpr double kMargineFoglio = 75.6;  // 2 cm
+constexpr int kTestoStampa = 7;
+constexpr int kBordo = 16;
+
+std::string Voce(const std::vector<std::string>& lista, int indice) {
+    return indice >= 0 && indice < static_cast<int>(lista.size())
+               ? lista[static_cast<std::size_t>(indice)]
+               : std::string();
+}
+
+/// Numbers of the enabled pages joined by two blanks.
+std::string PagineAbilitate() {
+    const RecordProgetto& p = DatiProgetto;
+    const bool pagine[] = {p.PaginaAbilitata1, p.PaginaAbilitata2, p.PaginaAbilitata3,
+                           p.PaginaAbilitata4, p.PaginaAbilitata5, p.PaginaAbilitata6,
+                           p.PaginaAbilitata7, p.PaginaAbilitata8, p.PaginaAbilitata9,
+                           p.PaginaAbilitata10};
+    std::string testo;
+    for (std::size_t i = 0; i < std::size(pagine); ++i) {
+        if (!pagine[i]) continue;
+        if (!testo.empty()) testo += "  ";
+        testo += TestoNumero(static_cast<int>(i) + 1);
+    }
+    return testo;
+}
+
+}  // namespace
+
+frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmStampaDatiProgetto"));
+    CalcolaBaseTesti();
+    setWindowTitle(InQt(Testo(kTestoStampa)));
+    foglio_ = new QFrame(this);
+    foglio_->setBackgroundRole(QPalette::Base);
+    foglio_->setAutoFillBackground(true);
+    griglia_ = new QGridLayout(foglio_);
+    griglia_->setContentsMargins(kBordo, kBordo, kBordo, kBordo);
+    griglia_->setVerticalSpacing(6);
+    griglia_->setHorizontalSpacing(24);
+    griglia_->setColumnStretch(1, 1);
+
+    const RecordProgetto& p = DatiProgetto;
+    Titolo("lblProgetto", Testo(1), true);
+    Titolo("lblNomeProgetto", p.NomeProgetto, false);
+    Linea();
+    Titolo("lblConfigurazione", Testo(10), true);
+    Riga("lblLinguaDisplay", 25, "lblValLinguaDisplay", Voce(ListaLingue, p.Lingua));
+    Riga("lblUMVelocita", 27, "lblValUMVel", Voce(ListaUMVelocita, p.UMVel));
+    Riga("lblUMPressione", 28, "lblValUMPress", Voce(ListaUMPressione, p.UMPress));
+    Riga("lblUMTemperatura", 29, "lblValUMTemp", Voce(ListaUMTemperatura, p.UMTemp));
+    Riga("lblPagineAbilitate", 30, "lblValPagineAbilitate", PagineAbilitate());
+    Linea();
+    Titolo("lblSensori", Testo(12), true);
+    Titolo("lblVelocitaVettura", Testo(59), true);
+    Riga("lblNumImpulsi", 65, "lblValNumImpulsi", TestoNumero(int{p.ImpulsiRuota}));
+    Riga("lblDiametroRuota", 66, "lblValDiametroRuota", TestoNumero(int{p.DiametroRuota}));
+    Riga("lblTCVV", 57, "lblValTCVV", p.TCampVV);
+    Titolo("lblRPM", Testo(53), true);
+    Riga("lblNumAcc", 56, "lblValNumAcc", TestoNumero(int{p.NumAccRPM}));
+    Riga("lblTCRPM", 57, "lblValTCRPM", p.TCampRPM);
+    Titolo("lblTemperOlio", Testo(61), true);
+    Riga("lblNomeTO", 67, "lblValNomeTO", p.TemperaturaOlio);
+    Titolo("lblPressOlio", Testo(62), true);
+    Riga("lblNomePO", 67, "lblValNomePO", p.PressioneOlio);
+    griglia_->setRowStretch(riga_, 1);
+
+    Mnemonica lettere;
+    auto* cmdPreview = new QPushButton(lettere.Con(QStringLiteral("Preview")), this);
+    cmdPreview->setObjectName(QStringLiteral("cmdPreview"));
+    connect(cmdPreview, &QPushButton::clicked, this,
+            [this] { Protetto([this] { cmdPreview_Click(); }); });
+    auto* cmdPrint = new QPushButton(lettere.Con(InQt(Testo(kTestoStampa))), this);
+    cmdPrint->setObjectName(QStringLiteral("cmdPrint"));
+    connect(cmdPrint, &QPushButton::clicked, this,
+            [this] { Protetto([this] { cmdPrint_Click(); }); });
+    auto* pulsanti = new QHBoxLayout;
+    pulsanti->addStretch(1);
+    pulsanti->addWidget(cmdPreview);
+    pulsanti->addWidget(cmdPrint);
+    auto* colonna = new QVBoxLayout(this);
+    colonna->addWidget(foglio_, 1);
+    colonna->addLayout(pulsanti);
+    setMinimumWidth(560);
+    ApriStampante = [] { return ScegliStampante(Testo(kTestoStampa), "project.pdf"); };
+}
+
+void frmStampaDatiProgetto::Titolo(const char* nome, const std::string& testo, bool grassetto) {
+    auto* etichetta = new QLabel(InQt(testo), foglio_);
+    etichetta->setObjectName(QString::fromLatin1(nome));
+    etichetta->setTextFormat(Qt::PlainText);
+    QFont carattere = font();
+    carattere.setBold(grassetto);
+    etichetta->setFont(carattere);
+    griglia_->addWidget(etichetta, riga_++, 0, 1, 2);
+}
+
+void frmStampaDatiProgetto::Riga(const char* etichetta, int testo, const char* valore,
+                                 const std::string& contenuto) {
+    auto* nome = new QLabel(InQt(Testo(testo) + " :"), foglio_);
+    nome->setObjectName(QString::fromLatin1(etichetta));
+    auto* dato = new QLabel(InQt(contenuto), foglio_);
+    dato->setObjectName(QString::fromLatin1(valore));
+    for (QLabel* const quale : {nome, dato}) quale->setTextFormat(Qt::PlainText);
+    griglia_->addWidget(nome, riga_, 0);
+    griglia_->addWidget(dato, riga_, 1);
+    ++riga_;
+}
+
+void frmStampaDatiProgetto::Linea() {
+    auto* linea = new QFrame(foglio_);
+    linea->setFrameShape(QFrame::HLine);
+    griglia_->addWidget(linea, riga_++, 0, 1, 2);
+}
+
+void frmStampaDatiProgetto::Pagina(QPainter& penna, double margineX, double margineY) const {
+    if (foglio_->layout() != nullptr) foglio_->layout()->activate();
+    penna.setPen(QPen(Qt::black, 1.0));
+    const QPointF margine(margineX, margineY);
+    penna.drawRect(QRectF(margine, QSizeF(foglio_->size())));
+    const auto controlli = foglio_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+    for (const QWidget* const controllo : controlli) {
+        const QRectF posto = QRectF(controllo->geometry()).translated(margine);
+        if (const auto* etichetta = qobject_cast<const QLabel*>(controllo)) {
+            penna.setFont(etichetta->font());
+            penna.drawText(posto, Qt::AlignLeft | Qt::AlignVCenter, etichetta->text());
+        } else if (const auto* linea = qobject_cast<const QFrame*>(controllo)) {
+            if (linea->frameShape() == QFrame::HLine) {
+                penna.drawLine(QPointF(posto.left(), posto.center().y()),
+                               QPointF(posto.right(), posto.center().y()));
+            }
+        }
+    }
+}
+
+void frmStampaDatiProgetto::cmdPreview_Click() {
+    auto* anteprima = new frmSupportoStampa(
+        [this](QPainter& penna) { Pagina(penna, kMargineFoglio, kMargineFoglio); }, this);
+    anteprima->setAttribute(Qt::WA_DeleteOnClose);
+    anteprima->show();
+}
+
+void frmStampaDatiProgetto::cmdPrint_Click() {
+    const auto stampante = ApriStampante();
+    if (!stampante) return;
+    struct Occupato {
+        Occupato() { platform().MousePointer(Pointer::Busy); }
+        ~Occupato() { platform().MousePointer(Pointer::Normal); }
+    } const occupato;
+    stampante->NewPage();
+    Pagina(stampante->Penna(), kMargineFoglio, kMargineFoglio);
+    stampante->EndDoc();
+}
+
+frmSupportoStampa::frmSupportoStampa(std::function<void(QPainter&)> disegna, QWidget* parent)
+    : QDialog(parent), disegna_(std::move(disegna)) {
+    setObjectName(QStringLiteral("frmSupportoStampa"));
+    setWindowTitle(parent != nullptr ? parent->windowTitle() : QString());
+    const QSize schermo = screen() != nullptr ? screen()->availableSize() : QSize(1366, 768);
+    resize(QSize(520, 700).boundedTo(schermo));
+}
+
+void frmSupportoStampa::paintEvent(QPaintEvent*) {
+    QPainter penna(this);
+    const double scala = std::min(width() / kLarghezzaA4, height() / kAltezzaA4);
+    penna.translate((width() - kLarghezzaA4 * scala) / 2.0, (height() - kAltezzaA4 * scala) / 2.0);
+    penna.scale(scala, scala);
+    penna.setRenderHint(QPainter::Antialiasing);
+    penna.fillRect(QRectF(0.0, 0.0, kLarghezzaA4, kAltezzaA4), Qt::white);
+    disegna_(penna);
+}
+
+}  // namespace lapvane
