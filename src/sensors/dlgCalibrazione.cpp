@@ -75,7 +75,7 @@ void dlgCalibrazione::Disponi() {
     lblDescrizioneFase_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     // The window keeps its size from the first step to the last.
     int alto = 0;
-    const int largo = fontMetrics().averageCharWidth() * 58;
+    const int largo = fontMetrics().averageCharWidth() * 66;
     for (const std::string& fase : {FaseIniziale(), FaseSeguente()}) {
         lblDescrizioneFase_->setText(InQt(fase));
         alto = std::max(alto, lblDescrizioneFase_->heightForWidth(largo));
@@ -95,6 +95,7 @@ void dlgCalibrazione::Disponi() {
     OKButton_->setDefault(true);
     cmdFineProcedura_ = new QPushButton(lettere.Con(InQt(Testo(251))), this);
     cmdFineProcedura_->setObjectName(QStringLiteral("cmdFineProcedura"));
+    cmdFineProcedura_->setMinimumWidth(cmdFineProcedura_->sizeHint().width() + 16);
     CancelButton_ = new QPushButton(lettere.Con(InQt(Testo(35))), this);
     CancelButton_->setObjectName(QStringLiteral("CancelButton"));
     // Kept: the caption of the design, in one language.

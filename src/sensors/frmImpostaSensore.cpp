@@ -36,6 +36,13 @@ constexpr std::string_view kBenzina = "LivelloBenzina";
 constexpr Colore kBianco = Rgb(255, 255, 255);
 constexpr Colore kRosso = Rgb(255, 0, 0);
 
+/// A box that takes no typing has the window's ground, in dark palettes as well.
+QPalette Grigia() {
+    QPalette tavolozza;
+    tavolozza.setColor(QPalette::Base, QApplication::palette().color(QPalette::Window));
+    return tavolozza;
+}
+
 }  // namespace
 
 frmImpostaSensore::frmImpostaSensore(QWidget* parent) : QDialog(parent) {
@@ -199,6 +206,8 @@ void frmImpostaSensore::CreaRiga(std::size_t i) {
         nuova->setObjectName(QString::fromLatin1(nome) + QString::number(n));
         nuova->setAlignment(Qt::AlignRight);
         nuova->setFixedWidth(nuova->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 11);
+        nuova->setEnabled(false);
+        nuova->setPalette(Grigia());
         nuova->PersoFuoco = [this, n, perso] { (this->*perso)(n); };
         connect(nuova, &QLineEdit::textChanged, this,
                 [this, n, scrive](const QString& testo) { (tabella_.*scrive)(n, DaQt(testo)); });
@@ -262,6 +271,7 @@ void frmImpostaSensore::AggiornaTesti() {
     lblNomeNuovo_->setText(con(67));
     lblSelezionaSensore_->setText(con(100));
     lblTipoSensore_->setText(con(185));
+    cmdSalvaSensore_->setMinimumWidth(cmdSalvaSensore_->sizeHint().width() + 16);
     for (std::size_t i = 0; i < opzioni_.size(); ++i) {
         opzioni_[i]->setText(con(kTipiSensore[i].Testo));
     }
@@ -331,9 +341,11 @@ void frmImpostaSensore::Titolo(const std::string& sensore) {
 void frmImpostaSensore::Mostra() {
     for (std::size_t i = 0; i < Check1_.size(); ++i) {
         const RigaPunto& riga = tabella_.Riga(static_cast<int>(i));
-        const auto mostra = [&riga](CasellaNumerica* casella, const std::string& testo) {
+        const auto mostra = [this, &riga](CasellaNumerica* casella, const std::string& testo) {
             if (DaQt(casella->text()) != testo) casella->setText(InQt(testo));
+            if (casella->isEnabledTo(fraTabella_) == riga.Caselle) return;
             casella->setEnabled(riga.Caselle);
+            casella->setPalette(riga.Caselle ? QPalette() : Grigia());
         };
         mostra(txtX_[i], riga.X);
         mostra(txtY_[i], riga.Y);
@@ -408,7 +420,12 @@ void frmImpostaSensore::cmdNuovoSensore_Click() {
 }
 
 void frmImpostaSensore::Check1_Click(int i) {
-    if (!avviso_) tabella_.Spunta(i, Check1_[static_cast<std::size_t>(i)]->isChecked());
+    // A click that left a refused box does nothing more.
+    if (avviso_) {
+        AvvisaCrescente();
+    } else {
+        tabella_.Spunta(i, Check1_[static_cast<std::size_t>(i)]->isChecked());
+    }
     Mostra();
 }
 
@@ -430,7 +447,6 @@ void frmImpostaSensore::txtY_LostFocus(int i) {
 /// The message waits until the click that moved the focus has ended: a box inside a mouse press
 /// would leave the pressed button down.
 void frmImpostaSensore::AvvisaCrescente() {
-    if (avviso_) return;
     avviso_ = true;
     QTimer::singleShot(0, this, [this] {
         Protetto([this] {
