@@ -67,6 +67,8 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
             options.Identity = ParseIdentity(rest.ValueOf(option));
         } else if (option == "--fault") {
             options.Faults.push_back(LeggiGuasto(rest.ValueOf(option)));
+        } else if (option == "--tank") {
+            options.Tank = LeggiSerbatoio(rest.ValueOf(option));
         } else if (option == "--empty") {
             empty = true;
         } else if (option == "--full") {
@@ -107,6 +109,11 @@ std::string HelpText() {
            "  --identity TEXT  identity, at most 10 characters (" +
            kIdentitaNormale +
            ")\n"
+           "  --tank LITRES    a tank with so many litres (0 to 60) in place of the session's; "
+           "with\n"
+           "                   \":falling\" behind them the raw value falls as it fills. Each "
+           "line\n"
+           "                   of the standard input gives the litres anew\n"
            "  --fault FAULT    misbehave; may be given several times\n"
            "  --quiet          say nothing\n"
            "  --help           this text\n"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ struct Options {
     std::string Identity = kIdentitaNormale;
     ParametriSessione Session;
     std::vector<Guasto> Faults;
+    std::optional<Serbatoio> Tank;
     bool Pace = false;
     bool Quiet = false;
     bool Help = false;

@@ -1,11 +1,28 @@
 #include "instrument/Strumento.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "device/Codec.h"
-#include "instrument/Vivo.h"
+#include "shell/NumeroTesto.h"
 
 namespace lapvane::strumento {
+
+Serbatoio LeggiSerbatoio(std::string_view testo) {
+    constexpr double kLitriMassimi = 60.0;
+    Serbatoio serbatoio;
+    const std::size_t fine = std::min(testo.find(':'), testo.size());
+    const auto litri = LeggiNumero(testo.substr(0, fine));
+    const std::string_view modo = testo.substr(std::min(fine + 1, testo.size()));
+    if (!litri || !(*litri >= 0.0 && *litri <= kLitriMassimi) ||
+        (fine < testo.size() && modo != "falling")) {
+        throw std::invalid_argument("a tank takes 0 to 60 litres and perhaps \":falling\", not \"" +
+                                    std::string(testo) + "\"");
+    }
+    serbatoio.Litri = *litri;
+    serbatoio.Scende = fine < testo.size();
+    return serbatoio;
+}
 
 Strumento::Strumento(std::string identita) : identita_(std::move(identita)) {
     identita_.resize(kCaratteriIdentita, ' ');
@@ -23,6 +40,19 @@ std::vector<Risposta> Strumento::Ricevi(std::string_view byte, std::int64_t ms) 
         risposte.push_back({ultima_, std::move(esito.Byte), richiesta.Tipo, esito.Colpito});
     }
     return risposte;
+}
+
+ValoriVivi Strumento::Vivi(std::int64_t ms) const {
+    ValoriVivi valori = VivoAl(Dati, ms - *inizio_);
+    if (Benzina) valori.Livello = Benzina->Litri;
+    return valori;
+}
+
+std::array<std::int16_t, 8> Strumento::Analogici(std::int64_t ms) const {
+    constexpr std::size_t kBenzina = 4;
+    auto valori = IngressiAnalogici(Vivi(ms));
+    if (Benzina) valori[kBenzina] = LivelloGrezzo(Benzina->Litri, Benzina->Scende);
+    return valori;
 }
 
 std::string Strumento::Rispondi(const Richiesta& richiesta, std::int64_t ms) {
@@ -61,11 +91,10 @@ std::string Strumento::Rispondi(const Richiesta& richiesta, std::int64_t ms) {
             risposta += Dati.LeggiGiri(richiesta.Indirizzo());
             break;
         case Azione::Vivo:
-            risposta += DatiVivi(VivoAl(Dati, ms - *inizio_), Dati);
+            risposta += DatiVivi(Vivi(ms), Dati);
             break;
         case Azione::Analogici:
-            for (const std::int16_t valore :
-                 AnalogiciFissi.value_or(IngressiAnalogici(VivoAl(Dati, ms - *inizio_)))) {
+            for (const std::int16_t valore : AnalogiciFissi.value_or(Analogici(ms))) {
                 risposta += CodificaWord(valore);
             }
             break;

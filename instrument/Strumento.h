@@ -10,6 +10,7 @@
 #include "instrument/Guasti.h"
 #include "instrument/Memoria.h"
 #include "instrument/Protocollo.h"
+#include "instrument/Vivo.h"
 
 namespace lapvane::strumento {
 
@@ -23,6 +24,15 @@ struct Risposta {
     const Comando* Tipo = nullptr;
     bool Guasta = false;  ///< a fault took hold
 };
+
+/// A tank that stands still and is filled by hand, in place of that of the session.
+struct Serbatoio {
+    double Litri = 0.0;
+    bool Scende = false;  ///< the raw value falls as the tank fills
+};
+
+/// The text LITRES[:falling]. Raises `std::invalid_argument` with a text for people.
+Serbatoio LeggiSerbatoio(std::string_view testo);
 
 /// The simulated instrument: bytes of the link in, replies out. Time comes from outside, in ms of
 /// any clock that does not go back.
@@ -41,8 +51,11 @@ class Strumento {
     Guasti Difetti;
     /// Raw analogue readings that stand still, in place of those of the session.
     std::optional<std::array<std::int16_t, 8>> AnalogiciFissi;
+    std::optional<Serbatoio> Benzina;
 
  private:
+    ValoriVivi Vivi(std::int64_t ms) const;
+    std::array<std::int16_t, 8> Analogici(std::int64_t ms) const;
     std::string Rispondi(const Richiesta& richiesta, std::int64_t ms);
 
     std::string identita_;

@@ -10,9 +10,15 @@ namespace lapvane::strumento {
 namespace {
 
 constexpr unsigned kLineeAllarme = 0xFF00u;
+constexpr int kFondoScala = 1023;
 
 int Arrotonda(double valore) {
     return static_cast<int>(std::lround(valore));
+}
+
+/// A raw reading of an analogue input.
+std::int16_t Grezzo(double valore) {
+    return static_cast<std::int16_t>(std::clamp(Arrotonda(valore), 0, kFondoScala));
 }
 
 }  // namespace
@@ -73,18 +79,20 @@ std::string DatiVivi(const ValoriVivi& valori, const Memoria& memoria) {
            CodificaWord(Arrotonda(valori.AriaBenzina * 100.0)) + CodificaLong(memoria.ByteLog());
 }
 
+std::int16_t LivelloGrezzo(double litri, bool scende) {
+    const double valore = 40.0 + 16.0 * litri;
+    return Grezzo(scende ? kFondoScala - valore : valore);
+}
+
 std::array<std::int16_t, 8> IngressiAnalogici(const ValoriVivi& valori) {
-    const auto grezzo = [](double valore) {
-        return static_cast<std::int16_t>(std::clamp(Arrotonda(valore), 0, 1023));
-    };
-    return {grezzo(1000.0 - 6.0 * valori.TempOlio),   // the resistance falls with the heat
-            grezzo(102.0 + 82.0 * valori.PressOlio),  // 0.5 to 4.5 V for 0 to 10 bar
-            grezzo(102.0 + 82.0 * valori.PressBenzina),
-            grezzo(1000.0 - 6.0 * valori.TempAcqua),
-            grezzo(80.0 + 32.0 * valori.Livello),
-            grezzo(51.0 * valori.Batteria),
-            grezzo(120.0 * valori.Marcia),
-            grezzo(512.0 + 17.0 * valori.Accelerazione)};
+    return {Grezzo(1000.0 - 6.0 * valori.TempOlio),   // the resistance falls with the heat
+            Grezzo(102.0 + 82.0 * valori.PressOlio),  // 0.5 to 4.5 V for 0 to 10 bar
+            Grezzo(102.0 + 82.0 * valori.PressBenzina),
+            Grezzo(1000.0 - 6.0 * valori.TempAcqua),
+            LivelloGrezzo(valori.Livello),
+            Grezzo(51.0 * valori.Batteria),
+            Grezzo(120.0 * valori.Marcia),
+            Grezzo(512.0 + 17.0 * valori.Accelerazione)};
 }
 
 }  // namespace lapvane::strumento

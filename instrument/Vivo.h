@@ -34,6 +34,10 @@ ValoriVivi VivoAl(const Memoria& memoria, std::int64_t ms);
 /// The live frame's data behind "R" and the command: 33 bytes.
 std::string DatiVivi(const ValoriVivi& valori, const Memoria& memoria);
 
+/// Raw reading of the fuel input for so many litres of a tank of 60. Some floats rise with the
+/// level and some fall.
+std::int16_t LivelloGrezzo(double litri, bool scende = false);
+
 /// Raw readings (0 to 1023) of the eight analogue inputs: oil temperature, oil pressure, fuel
 /// pressure, water temperature, fuel level, battery and the two free ones.
 std::array<std::int16_t, 8> IngressiAnalogici(const ValoriVivi& valori);

@@ -2,6 +2,7 @@
 
 #include <poll.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -127,9 +128,48 @@ class Journal {
     int wrong_ = 0;
 };
 
+/// The litres of the tank, a line of the standard input each time they change.
+class Console {
+ public:
+    explicit Console(bool open) : open_(open) {
+        // Started in the background, it does without instead of being stopped.
+        if (open_) ::signal(SIGTTIN, SIG_IGN);
+    }
+    int Descriptor() const { return open_ ? STDIN_FILENO : -1; }
+    void Read(Strumento& instrument, const Journal& journal) {
+        char bytes[256];
+        const ssize_t count = ::read(STDIN_FILENO, bytes, sizeof bytes);
+        if (count <= 0) {
+            open_ = false;
+            return;
+        }
+        text_.append(bytes, static_cast<std::size_t>(count));
+        for (std::size_t end = text_.find('\n'); end != std::string::npos; end = text_.find('\n')) {
+            Line(text_.substr(0, end), instrument, journal);
+            text_.erase(0, end + 1);
+        }
+    }
+
+ private:
+    static void Line(const std::string& line, Strumento& instrument, const Journal& journal) {
+        try {
+            const bool falling = instrument.Benzina && instrument.Benzina->Scende;
+            instrument.Benzina = LeggiSerbatoio(line);
+            instrument.Benzina->Scende |= falling;
+            journal.Say("tank: " + line);
+        } catch (const std::invalid_argument& error) {
+            journal.Say(error.what());
+        }
+    }
+
+    bool open_;
+    std::string text_;
+};
+
 void Serve(Strumento& instrument, PseudoTerminal& terminal, const Options& options,
            const sigset_t& waitMask, Journal& journal) {
     Line line(terminal, options.Pace);
+    Console console(options.Tank.has_value());
     std::optional<double> incomplete;  // when the beginning of a frame is given up
     while (theStop == 0) {
         std::optional<double> next = incomplete;
@@ -142,10 +182,12 @@ void Serve(Strumento& instrument, PseudoTerminal& terminal, const Options& optio
             wait.tv_sec = static_cast<time_t>(ms / 1000.0);
             wait.tv_nsec = static_cast<long>(std::fmod(ms, 1000.0) * 1e6);
         }
-        pollfd descriptor{terminal.Descriptor(), POLLIN, 0};
+        pollfd descriptors[] = {{terminal.Descriptor(), POLLIN, 0},
+                                {console.Descriptor(), POLLIN, 0}};
         // Signals come only inside this wait.
-        ::ppoll(&descriptor, 1, next ? &wait : nullptr, &waitMask);
-        const std::string bytes = (descriptor.revents & POLLIN) != 0 ? terminal.Read() : "";
+        ::ppoll(descriptors, 2, next ? &wait : nullptr, &waitMask);
+        const std::string bytes = (descriptors[0].revents & POLLIN) != 0 ? terminal.Read() : "";
+        if (descriptors[1].revents != 0) console.Read(instrument, journal);
         const double now = Milliseconds();
         for (Risposta& reply :
              instrument.Ricevi(bytes, static_cast<std::int64_t>(std::floor(now)))) {
@@ -209,6 +251,7 @@ int Run(const Options& options, const char* program) {
     Journal journal(options.Quiet);
     Strumento instrument(options.Identity);
     for (const Guasto& fault : options.Faults) instrument.Difetti.Aggiungi(fault);
+    instrument.Benzina = options.Tank;
     const fs::path folder = ProgramFolder(program);
     journal.Say(Record(options, folder, instrument.Dati));
     const int sensors = MontaSensori(options.Sensors.empty() ? folder / "sensors" : options.Sensors,

@@ -25,6 +25,7 @@
 #include "sensors/CSensore.h"
 #include "sensors/frmAllarmi.h"
 #include "sensors/frmConfigurazione.h"
+#include "sensors/frmImpostaSensore.h"
 #include "sensors/frmSensori.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
@@ -324,6 +325,9 @@ void frmMain::Esegui(Comando comando) {
         case Comando::Sensor:
             frmSensori(this).exec();
             break;
+        case Comando::CustSensors:
+            frmImpostaSensore(this).exec();
+            break;
         case Comando::Alarm:
             frmAllarmi(this).exec();
             break;
@@ -349,9 +353,7 @@ void frmMain::Esegui(Comando comando) {
             MostraInformazioni();
             break;
         case Comando::Print:
-        case Comando::CustSensors:
-            TestoPannello(Pannello::Progresso, Testo(4));
-            break;
+            break;  // Kept: nothing enables it
         case Comando::Note:
             MostraNote();
             break;

@@ -5,6 +5,7 @@
 #include <QFocusEvent>
 #include <QPointer>
 #include <QTimer>
+#include <utility>
 
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
@@ -61,9 +62,9 @@ void CasellaNumerica::Avvisa() {
 /// a mouse press would leave the pressed button down.
 void CasellaNumerica::Rifiuta() {
     clear();
+    const bool giaRifiutata = std::exchange(rifiutata_, true);
     setFocus(Qt::OtherFocusReason);
-    if (rifiutata_) return;
-    rifiutata_ = true;
+    if (giaRifiutata) return;
     QTimer::singleShot(0, this, [this] {
         Protetto([this] {
             rifiutata_ = false;
@@ -82,8 +83,11 @@ void CasellaNumerica::focusInEvent(QFocusEvent* evento) {
 void CasellaNumerica::focusOutEvent(QFocusEvent* evento) {
     QLineEdit::focusOutEvent(evento);
     const Qt::FocusReason motivo = evento->reason();
+    // A box that was refused takes the focus back; the one that had it for that moment was not
+    // left.
+    const auto* altra = qobject_cast<CasellaNumerica*>(QApplication::focusWidget());
     const bool resta = motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason ||
-                       motivo == Qt::MenuBarFocusReason;
+                       motivo == Qt::MenuBarFocusReason || (altra != nullptr && altra->rifiutata_);
     if (!resta && isVisible() && isEnabled()) {
         if (ChiedeControllo(QApplication::focusWidget()) && !Valida()) return Rifiuta();
         if (PersoFuoco) Protetto(PersoFuoco);

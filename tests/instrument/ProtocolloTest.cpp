@@ -217,6 +217,21 @@ TEST(Protocollo, AnalogueInputsAreEightWords) {
     EXPECT_EQ(Chiedi(strumento, "H\x09"s + "51").size(), 19u);
 }
 
+TEST(Protocollo, TheFuelInputFollowsTheTank) {
+    Strumento strumento;
+    const auto livello = [&] { return Chiedi(strumento, "H\x09"s + "51").substr(10, 2); };
+    strumento.Benzina = LeggiSerbatoio("0");
+    EXPECT_EQ(livello(), "\0\x28"s);  // 40
+    strumento.Benzina->Litri = 60;
+    EXPECT_EQ(livello(), "\x03\xE8"s);  // 1000
+    strumento.Benzina = LeggiSerbatoio("12,5:falling");
+    EXPECT_EQ(livello(), "\x03\x0F"s);  // 1023 - 240
+    EXPECT_EQ(Chiedi(strumento, "H\x25"s + "6D")[24], 125) << "tenths of a litre in the live frame";
+    for (const char* testo : {"", "-1", "61", "10:rising", "10:", "nan", "full"}) {
+        EXPECT_THROW(LeggiSerbatoio(testo), std::invalid_argument) << testo;
+    }
+}
+
 TEST(Memoria, TheLogEndsAtItsCapacity) {
     Memoria memoria;
     const std::string blocco(128, '\x05');

@@ -2,6 +2,7 @@
 // its OK stores is looked at when it is opened again.
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -69,9 +70,19 @@ void Tour::Editors() {
          [](QWidget* window) { Type(window, "txtSettoreCrono0", QStringLiteral("800")); });
     Edit("Alarm", "frmAllarmi", QStringLiteral("alarm-settings"),
          [](QWidget* window) { Type(window, "txtLed4", QStringLiteral("12600")); });
-    Edit("Sensor", "frmSensori", QStringLiteral("sensors"), [](QWidget* window) {
-        Type(window, "txtDiametroRuota", QStringLiteral("565"));
-    });
+    Edit("Sensor", "frmSensori", QStringLiteral("sensors"),
+         [](QWidget* window) { Type(window, "txtDiametroRuota", QStringLiteral("565")); });
+    Command("CustSensors");
+    robot_.Stop(
+        QStringLiteral("sensor editor"), [] { return Front("frmImpostaSensore") != nullptr; },
+        [this] {
+            auto* list = In<QComboBox>(Front("frmImpostaSensore"), "cboListaSensori");
+            robot_.Check(list->count() > 0, QStringLiteral("the sensors of the library"));
+            list->setFocus();
+            QTest::keyClick(list, Qt::Key_Down);
+            robot_.Picture(Front("frmImpostaSensore"), QStringLiteral("sensor-editor"));
+            QTest::keyClick(Front("frmImpostaSensore"), Qt::Key_Escape);
+        });
     robot_.Stop(
         QStringLiteral("project sheet"),
         [] { return QApplication::activeModalWidget() == nullptr; },

@@ -47,6 +47,19 @@ QString FilterInQt(const std::string& filter) {
     return name + QStringLiteral(" (") + pattern + QLatin1Char(')');
 }
 
+/// A message whose words of any length, such as paths, can be broken into lines.
+QString Breakable(const QString& text) {
+    constexpr int kLongest = 60;
+    QString broken;
+    int length = 0;
+    for (const QChar c : text) {
+        length = c.isSpace() ? 0 : length + 1;
+        broken += c;
+        if (length % kLongest == 0 && length > 0) broken += QChar(0x200B);
+    }
+    return broken;
+}
+
 }  // namespace
 
 QString PercorsoInQt(const std::filesystem::path& path) {
@@ -103,7 +116,7 @@ Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
     box.setIcon(BoxIcon(icon));
     box.setWindowTitle(InQt(title));
     box.setTextFormat(Qt::PlainText);
-    box.setText(InQt(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    box.setText(Breakable(InQt(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"))));
     switch (buttons) {
         case Buttons::Ok:
             box.setStandardButtons(QMessageBox::Ok);

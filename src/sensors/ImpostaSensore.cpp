@@ -1,0 +1,120 @@
+#include "sensors/ImpostaSensore.h"
+
+#include <optional>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
+#include "sensors/CanaliSensore.h"
+#include "sensors/FileSensore.h"
+#include "shell/FileTesto.h"
+#include "shell/LoadStrings.h"
+
+namespace lapvane {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kEstensione = ".sns";
+
+/// Whether the file of a name would lie in the library and be listed there: no other folder, no
+/// hidden file, no character that the program's text lacks.
+bool NomeAmmesso(const std::string& utf8) {
+    return utf8.find('/') == std::string::npos && utf8.front() != '.' &&
+           Utf8Da1252(Utf8In1252(utf8)) == utf8;
+}
+
+/// The file of the folder that has that name without regard to case; the one of the very name comes
+/// first.
+std::optional<std::string> FileUguale(const std::string& file) {
+    std::optional<std::string> trovato;
+    for (const std::string& altro : ElencaFile(CartellaSensori())) {
+        if (altro == file) return altro;
+        if (!trovato && UgualiSenzaMaiuscole(altro, file)) trovato = altro;
+    }
+    return trovato;
+}
+
+/// The lines of a sensor file that come before its points.
+std::string Testata(std::string_view tipo, const std::string& nome) {
+    constexpr int kRigheTestata = 4;
+    const std::string intero = TestoSensore(tipo, nome, {}, {});
+    std::size_t fine = 0;
+    for (int i = 0; i < kRigheTestata; ++i) fine = intero.find('\n', fine) + 1;
+    return intero.substr(0, fine);
+}
+
+enum class Esito { Salvato, Annullato, Fallito };
+
+Esito Scrivi(std::string_view tipo, const std::string& utf8, const TabellaPunti& tabella,
+             const std::string& percorso) {
+    if (!NomeAmmesso(utf8)) return Esito::Fallito;
+    const std::string nome = Utf8In1252(utf8);
+    const std::string file = nome + std::string(kEstensione);
+    try {
+        const auto vecchio = FileUguale(file);
+        if (vecchio &&
+            platform().MsgBox(Testo(175) + percorso + " " + Testo(132), Buttons::OkCancel,
+                              Icon::Question, Testo(133)) != Answer::Ok) {
+            return Esito::Annullato;
+        }
+        // The file that the question was about is the one that is replaced.
+        const fs::path dove = CartellaSensori() / PercorsoDaTesto(vecchio.value_or(file));
+        if (tabella.NumPuntiTabella() <= 0) {
+            // Kept: without a row in use the file stops behind its heading. A sensor that was there
+            // stays whole.
+            if (!vecchio) ScriviFile(dove, Testata(tipo, nome), "writing a sensor file");
+            return Esito::Fallito;
+        }
+        ScriviSensore(dove, tipo, nome, tabella.AsseX(), tabella.AsseY());
+        return Esito::Salvato;
+    } catch (const ErroreRuntime&) {
+        return Esito::Fallito;
+    }
+}
+
+}  // namespace
+
+std::size_t TipoDelCanale(int canale) {
+    const std::string_view tipo = kCanaliSensore.at(static_cast<std::size_t>(canale)).Tipo;
+    std::size_t i = 0;
+    while (i + 1 < kTipiSensore.size() && kTipiSensore[i].Tipo != tipo) ++i;
+    return i;
+}
+
+std::vector<std::string> NomiSensori(std::string_view tipo) {
+    std::vector<std::string> nomi;
+    for (const CSensore& sensore : LibreriaSensori) {
+        if (sensore.Tipo() == tipo) nomi.push_back(sensore.Nome());
+    }
+    return nomi;
+}
+
+const CSensore* CercaSensore(std::string_view nome) {
+    for (const CSensore& sensore : LibreriaSensori) {
+        if (sensore.Nome() == nome) return &sensore;
+    }
+    return nullptr;
+}
+
+bool SalvaSensore(std::string_view tipo, const std::string& nome, const TabellaPunti& tabella,
+                  const std::string& titolo) {
+    if (nome.empty()) {
+        platform().MsgBox(Testo(179), Buttons::Ok, Icon::Critical, titolo);
+        return false;
+    }
+    const std::string percorso =
+        TestoDaPercorso(CartellaSensori()) + "/" + Utf8In1252(nome) + std::string(kEstensione);
+    const Esito esito = Scrivi(tipo, nome, tabella, percorso);
+    if (esito == Esito::Fallito) {
+        platform().MsgBox(Testo(328) + " " + percorso + " " + Testo(329), Buttons::Ok,
+                          Icon::Critical, titolo);
+    }
+    if (esito != Esito::Salvato) return false;
+    SvuotaLibreriaSensori();
+    CaricaLibreriaSensori();
+    return true;
+}
+
+}  // namespace lapvane

@@ -1,0 +1,199 @@
+#include "sensors/dlgCalibrazione.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QVBoxLayout>
+
+#include "device/Diagnostica.h"
+#include "device/SerialComm.h"
+#include "platform/qt/TestoQt.h"
+#include "sensors/frmScambio.h"
+#include "shell/LoadStrings.h"
+#include "shell/Principale.h"
+#include "shell/Protetto.h"
+#include "shell/StatoShell.h"
+#include "widgets/Mnemonica.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr std::int16_t kFase = 9;
+
+std::string Coda() {
+    return "\n\n" + Testo(247) + "\n\n" + Testo(248);
+}
+
+std::string FaseIniziale() {
+    return Testo(244) + Testo(245) + Coda();
+}
+
+std::string FaseSeguente() {
+    return Testo(249) + "\n" + Testo(250) + Coda();
+}
+
+void TieniPosto(QWidget* widget) {
+    QSizePolicy regola = widget->sizePolicy();
+    regola.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(regola);
+    widget->hide();
+}
+
+}  // namespace
+
+dlgCalibrazione::dlgCalibrazione(TabellaPunti& tabella, std::function<void()> mostra,
+                                 QWidget* parent)
+    : QDialog(parent), calibrazione_(tabella), mostra_(std::move(mostra)) {
+    setObjectName(QStringLiteral("dlgCalibrazione"));
+    ImpostaFormAttiva(this);
+    CalcolaBaseTesti();
+    setWindowTitle(InQt(Testo(252)));
+    Disponi();
+    Descrivi(FaseIniziale());
+    TieniPosto(Label1_);
+    TieniPosto(txtLitri_);
+    OKButton_->setFocus();
+}
+
+dlgCalibrazione::~dlgCalibrazione() {
+    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
+}
+
+void dlgCalibrazione::Disponi() {
+    corpo_ = new QWidget(this);
+    lblTitolo = new QLabel(corpo_);
+    lblTitolo->setObjectName(QStringLiteral("lblTitolo"));
+    QFont grande = lblTitolo->font();
+    grande.setBold(true);
+    grande.setPointSizeF(grande.pointSizeF() * 1.2);
+    lblTitolo->setFont(grande);
+    lblDescrizioneFase_ = new QLabel(corpo_);
+    lblDescrizioneFase_->setObjectName(QStringLiteral("lblDescrizioneFase"));
+    lblDescrizioneFase_->setTextFormat(Qt::PlainText);
+    lblDescrizioneFase_->setWordWrap(true);
+    lblDescrizioneFase_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    // The window keeps its size from the first step to the last.
+    int alto = 0;
+    const int largo = fontMetrics().averageCharWidth() * 66;
+    for (const std::string& fase : {FaseIniziale(), FaseSeguente()}) {
+        lblDescrizioneFase_->setText(InQt(fase));
+        alto = std::max(alto, lblDescrizioneFase_->heightForWidth(largo));
+    }
+    lblDescrizioneFase_->setMinimumSize(largo, alto);
+
+    Mnemonica lettere;
+    Label1_ = new QLabel(corpo_);
+    Label1_->setObjectName(QStringLiteral("Label1"));
+    txtLitri_ = new QLineEdit(corpo_);
+    txtLitri_->setObjectName(QStringLiteral("txtLitri"));
+    txtLitri_->setAlignment(Qt::AlignRight);
+    txtLitri_->setFixedWidth(fontMetrics().averageCharWidth() * 14);
+    Label1_->setBuddy(txtLitri_);
+    OKButton_ = new QPushButton(QStringLiteral("OK"), this);
+    OKButton_->setObjectName(QStringLiteral("OKButton"));
+    OKButton_->setDefault(true);
+    cmdFineProcedura_ = new QPushButton(lettere.Con(InQt(Testo(251))), this);
+    cmdFineProcedura_->setObjectName(QStringLiteral("cmdFineProcedura"));
+    cmdFineProcedura_->setMinimumWidth(cmdFineProcedura_->sizeHint().width() + 16);
+    CancelButton_ = new QPushButton(lettere.Con(InQt(Testo(35))), this);
+    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
+    // Kept: the caption of the design, in one language.
+    Label1_->setText(lettere.Con(QStringLiteral("Carburante immesso")));
+
+    auto* parti = new QVBoxLayout(corpo_);
+    parti->setContentsMargins(0, 0, 0, 0);
+    parti->setSpacing(12);
+    parti->addWidget(lblTitolo);
+    parti->addWidget(lblDescrizioneFase_, 1);
+    auto* litri = new QHBoxLayout;
+    litri->addWidget(Label1_);
+    litri->addWidget(txtLitri_);
+    litri->addStretch(1);
+    parti->addLayout(litri);
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(24, 20, 24, 16);
+    colonna->setSpacing(16);
+    colonna->addWidget(corpo_, 1);
+    auto* riga = new QHBoxLayout;
+    riga->addStretch(1);
+    riga->addWidget(OKButton_);
+    riga->addWidget(cmdFineProcedura_);
+    riga->addWidget(CancelButton_);
+    colonna->addLayout(riga);
+    setTabOrder(txtLitri_, OKButton_);
+    setTabOrder(OKButton_, cmdFineProcedura_);
+    setTabOrder(cmdFineProcedura_, CancelButton_);
+
+    connect(OKButton_, &QPushButton::clicked, this, [this] {
+        Protetto([this] {
+            principale().QuandoLibero([questo = QPointer<dlgCalibrazione>(this)] {
+                if (questo != nullptr && questo->isVisible() && !questo->inCorso_) {
+                    questo->OKButton_Click();
+                }
+            });
+        });
+    });
+    connect(cmdFineProcedura_, &QPushButton::clicked, this,
+            [this] { Protetto([this] { cmdFineProcedura_Click(); }); });
+    connect(CancelButton_, &QPushButton::clicked, this, &dlgCalibrazione::reject);
+}
+
+void dlgCalibrazione::Descrivi(const std::string& fase) {
+    lblDescrizioneFase_->setText(InQt(fase));
+}
+
+void dlgCalibrazione::AbilitaStrumento(bool presente) {
+    OKButton_->setEnabled(presente && !calibrazione_.Piena());
+}
+
+void dlgCalibrazione::OKButton_Click() {
+    Descrivi(FaseSeguente());
+    txtLitri_->show();
+    Label1_->show();
+    calibrazione_.StatoCalibrazione = 1;
+    {
+        ScambioInCorso scambio(*this, {corpo_, OKButton_, cmdFineProcedura_}, kFase, 0, inCorso_);
+        // Kept: without a link, or after a failed read, the last value counts.
+        if (!scambio.Esegui([](std::int16_t) { LeggiValoriAnalogici(); }, 0)) return;
+    }
+    calibrazione_.ValoreBenzina = ValoriAnalogici[Calibrazione::kIngressoBenzina];
+    const std::string litri = Calibrazione::SistemaLitri(DaQt(txtLitri_->text()));
+    txtLitri_->setText(InQt(litri));
+    calibrazione_.Misura(litri);
+    mostra_();
+    if (calibrazione_.Piena()) {
+        OKButton_->setEnabled(false);
+        cmdFineProcedura_->setDefault(true);
+        cmdFineProcedura_->setFocus();
+    } else {
+        txtLitri_->setFocus();
+        txtLitri_->selectAll();
+    }
+}
+
+void dlgCalibrazione::cmdFineProcedura_Click() {
+    calibrazione_.FineProcedura();
+    mostra_();
+    accept();
+}
+
+void dlgCalibrazione::reject() {
+    calibrazione_.StatoCalibrazione = 3;
+    QDialog::reject();
+}
+
+void dlgCalibrazione::closeEvent(QCloseEvent* evento) {
+    evento->accept();
+    done(Rejected);
+}
+
+void dlgCalibrazione::done(int esito) {
+    // A read that still waits gives up; nothing of it is told or entered any more.
+    if (inCorso_) TrasferimentoAbbandonato = true;
+    // Kept: the window that opened this one is not known to the poll any more.
+    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
+    QDialog::done(esito);
+}
+
+}  // namespace lapvane

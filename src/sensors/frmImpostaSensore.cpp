@@ -1,0 +1,527 @@
+#include "sensors/frmImpostaSensore.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QSignalBlocker>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "device/RecordStrumento.h"
+#include "device/SerialComm.h"
+#include "platform/Platform.h"
+#include "platform/qt/TestoQt.h"
+#include "sensors/Curve.h"
+#include "sensors/dlgCalibrazione.h"
+#include "sensors/frmScambio.h"
+#include "shell/LoadStrings.h"
+#include "shell/Principale.h"
+#include "shell/Protetto.h"
+#include "shell/StatoShell.h"
+#include "shell/TabelleNomi.h"
+#include "shell/Utility.h"
+#include "widgets/Mnemonica.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr std::int16_t kFaseLettura = 25;
+constexpr int kTestoLettura = 205;
+constexpr int kTestoCalibrazione = 243;
+constexpr std::int16_t kRinuncia = 3;
+constexpr std::string_view kBenzina = "LivelloBenzina";
+constexpr Colore kBianco = Rgb(255, 255, 255);
+constexpr Colore kRosso = Rgb(255, 0, 0);
+
+/// A box that takes no typing has the window's ground, in dark palettes as well.
+QPalette Grigia() {
+    QPalette tavolozza;
+    tavolozza.setColor(QPalette::Base, QApplication::palette().color(QPalette::Window));
+    return tavolozza;
+}
+
+}  // namespace
+
+frmImpostaSensore::frmImpostaSensore(QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmImpostaSensore"));
+    CalcolaBaseTesti();
+    corpo_ = new QWidget(this);
+    GraficoSensore_ = new GraficoWidget(corpo_);
+    GraficoSensore_->setObjectName(QStringLiteral("GraficoSensore"));
+    GraficoSensore_->setFocusPolicy(Qt::NoFocus);
+
+    auto* sinistra = new QVBoxLayout;
+    auto* sopra = new QHBoxLayout;
+    sopra->addWidget(CreaLibreria(), 1);
+    sopra->addWidget(CreaStrumento());
+    sinistra->addLayout(sopra);
+    sinistra->addWidget(GraficoSensore_, 1);
+    QGroupBox* tabella = CreaTabella();
+    sinistra->addLayout(CreaSalvataggio());
+    auto* parti = new QHBoxLayout(corpo_);
+    parti->setContentsMargins(0, 0, 0, 0);
+    parti->setSpacing(12);
+    parti->addLayout(sinistra, 1);
+    parti->addWidget(tabella);
+
+    CancelButton_ = new QPushButton(this);
+    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
+    CasellaNumerica::SenzaControllo(CancelButton_);
+    connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
+    auto* colonna = new QVBoxLayout(this);
+    colonna->addWidget(corpo_, 1);
+    auto* riga = new QHBoxLayout;
+    riga->addStretch(1);
+    riga->addWidget(CancelButton_);
+    colonna->addLayout(riga);
+    cmdDisegnaCurva_->setDefault(true);
+    resize(1000, 660);
+
+    Form_Load();
+    AggiornaTesti();
+}
+
+frmImpostaSensore::~frmImpostaSensore() {
+    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
+}
+
+QGroupBox* frmImpostaSensore::Cornice(const char* nome) {
+    auto* cornice = new QGroupBox(corpo_);
+    cornice->setObjectName(QString::fromLatin1(nome));
+    return cornice;
+}
+
+QLabel* frmImpostaSensore::Etichetta(QWidget* dove, const char* nome, QWidget* compagno) {
+    auto* etichetta = new QLabel(dove);
+    etichetta->setObjectName(QString::fromLatin1(nome));
+    etichetta->setBuddy(compagno);
+    return etichetta;
+}
+
+QPushButton* frmImpostaSensore::Pulsante(QWidget* dove, const char* nome,
+                                         void (frmImpostaSensore::*gestore)()) {
+    auto* pulsante = new QPushButton(dove);
+    pulsante->setObjectName(QString::fromLatin1(nome));
+    connect(pulsante, &QPushButton::clicked, this, [this, gestore] {
+        Protetto([this, gestore] {
+            principale().QuandoLibero([questa = QPointer<frmImpostaSensore>(this), gestore] {
+                if (questa == nullptr || !questa->isVisible() || questa->inCorso_) return;
+                if (questa->Lascia()) (questa.data()->*gestore)();
+            });
+        });
+    });
+    return pulsante;
+}
+
+/// A list that takes typing, although a letter typed never stays: it means that no entry is chosen.
+QComboBox* frmImpostaSensore::Lista(QWidget* dove, const char* nome,
+                                    void (frmImpostaSensore::*gestore)()) {
+    auto* lista = new QComboBox(dove);
+    lista->setObjectName(QString::fromLatin1(nome));
+    lista->setEditable(true);
+    lista->setInsertPolicy(QComboBox::NoInsert);
+    lista->setCompleter(nullptr);
+    lista->setFocusPolicy(Qt::StrongFocus);
+    lista->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    lista->setMinimumContentsLength(22);
+    lista->installEventFilter(this);
+    connect(lista, &QComboBox::activated, this,
+            [this, gestore] { Protetto([this, gestore] { (this->*gestore)(); }); });
+    connect(lista->lineEdit(), &QLineEdit::textEdited, this, [this, lista, gestore] {
+        Protetto([this, lista, gestore] {
+            {
+                const QSignalBlocker muta(lista);
+                lista->setCurrentIndex(-1);
+            }
+            (this->*gestore)();
+        });
+    });
+    return lista;
+}
+
+QGroupBox* frmImpostaSensore::CreaLibreria() {
+    fraLibreriaSensori_ = Cornice("fraLibreriaSensori");
+    auto* griglia = new QGridLayout(fraLibreriaSensori_);
+    constexpr int kRigheOpzioni = 4;
+    for (std::size_t i = 0; i < opzioni_.size(); ++i) {
+        opzioni_[i] = new QRadioButton(fraLibreriaSensori_);
+        opzioni_[i]->setObjectName(InQt(kTipiSensore[i].Opzione));
+        const int n = static_cast<int>(i);
+        griglia->addWidget(opzioni_[i], n % kRigheOpzioni, n / kRigheOpzioni);
+        connect(opzioni_[i], &QRadioButton::toggled, this, [this](bool accesa) {
+            if (accesa) Protetto([this] { Opzione_Click(); });
+        });
+    }
+    cboListaSensori_ =
+        Lista(fraLibreriaSensori_, "cboListaSensori", &frmImpostaSensore::cboListaSensori_Click);
+    lblSelezionaSensore_ = Etichetta(fraLibreriaSensori_, "lblSelezionaSensore", cboListaSensori_);
+    cmdNuovoSensore_ =
+        Pulsante(fraLibreriaSensori_, "cmdNuovoSensore", &frmImpostaSensore::cmdNuovoSensore_Click);
+    auto* scelta = new QVBoxLayout;
+    scelta->setSpacing(6);
+    scelta->addWidget(lblSelezionaSensore_);
+    scelta->addWidget(cboListaSensori_);
+    scelta->addWidget(cmdNuovoSensore_);
+    scelta->addStretch(1);
+    griglia->addLayout(scelta, 0, 2, kRigheOpzioni, 1);
+    griglia->setColumnStretch(2, 1);
+    griglia->setHorizontalSpacing(16);
+    return fraLibreriaSensori_;
+}
+
+QGroupBox* frmImpostaSensore::CreaStrumento() {
+    fraStrumento_ = Cornice("fraStrumento");
+    cboTipiSensore_ =
+        Lista(fraStrumento_, "cboTipiSensore", &frmImpostaSensore::cboTipiSensore_Click);
+    lblTipoSensore_ = Etichetta(fraStrumento_, "lblTipoSensore", cboTipiSensore_);
+    cmdLeggiSensoreStrumento_ = Pulsante(fraStrumento_, "cmdLeggiSensoreStrumento",
+                                         &frmImpostaSensore::cmdLeggiSensoreStrumento_Click);
+    cmdCalibrazione_ =
+        Pulsante(fraStrumento_, "cmdCalibrazione", &frmImpostaSensore::cmdCalibrazione_Click);
+    QSizePolicy posto = cmdCalibrazione_->sizePolicy();
+    posto.setRetainSizeWhenHidden(true);
+    cmdCalibrazione_->setSizePolicy(posto);
+    auto* colonna = new QVBoxLayout(fraStrumento_);
+    colonna->setSpacing(6);
+    colonna->addWidget(lblTipoSensore_);
+    colonna->addWidget(cboTipiSensore_);
+    colonna->addWidget(cmdLeggiSensoreStrumento_);
+    colonna->addWidget(cmdCalibrazione_);
+    colonna->addStretch(1);
+    return fraStrumento_;
+}
+
+void frmImpostaSensore::CreaRiga(std::size_t i) {
+    const int n = static_cast<int>(i);
+    Check1_[i] = new QCheckBox(QStringLiteral(" %1").arg(n + 1), fraTabella_);
+    Check1_[i]->setObjectName(QStringLiteral("Check1%1").arg(n));
+    connect(Check1_[i], &QCheckBox::clicked, this,
+            [this, n] { Protetto([this, n] { Check1_Click(n); }); });
+    const auto casella = [&](const char* nome, void (TabellaPunti::*scrive)(int, std::string_view),
+                             void (frmImpostaSensore::*perso)(int)) {
+        auto* nuova = new CasellaNumerica(fraTabella_);
+        nuova->setObjectName(QString::fromLatin1(nome) + QString::number(n));
+        nuova->setAlignment(Qt::AlignRight);
+        nuova->setFixedWidth(nuova->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 11);
+        nuova->setEnabled(false);
+        nuova->setPalette(Grigia());
+        nuova->PersoFuoco = [this, n, perso] { (this->*perso)(n); };
+        connect(nuova, &QLineEdit::textChanged, this,
+                [this, n, scrive](const QString& testo) { (tabella_.*scrive)(n, DaQt(testo)); });
+        return nuova;
+    };
+    txtX_[i] = casella("txtX", &TabellaPunti::X, &frmImpostaSensore::txtX_LostFocus);
+    txtY_[i] = casella("txtY", &TabellaPunti::Y, &frmImpostaSensore::txtY_LostFocus);
+}
+
+QGroupBox* frmImpostaSensore::CreaTabella() {
+    fraTabella_ = Cornice("fraTabella");
+    auto* griglia = new QGridLayout(fraTabella_);
+    griglia->setVerticalSpacing(2);
+    lblX_ = Etichetta(fraTabella_, "lblX", nullptr);
+    lblY_ = Etichetta(fraTabella_, "lblY", nullptr);
+    griglia->addWidget(lblX_, 0, 1, Qt::AlignHCenter | Qt::AlignBottom);
+    griglia->addWidget(lblY_, 0, 2, Qt::AlignHCenter | Qt::AlignBottom);
+    for (std::size_t i = 0; i < Check1_.size(); ++i) {
+        CreaRiga(i);
+        const int riga = static_cast<int>(i) + 1;
+        griglia->addWidget(Check1_[i], riga, 0);
+        griglia->addWidget(txtX_[i], riga, 1);
+        griglia->addWidget(txtY_[i], riga, 2);
+    }
+    griglia->setRowMinimumHeight(TabellaPunti::kRighe + 1, 8);
+    griglia->setRowStretch(TabellaPunti::kRighe + 1, 1);
+    cmdDisegnaCurva_ =
+        Pulsante(fraTabella_, "cmdDisegnaCurva", &frmImpostaSensore::cmdDisegnaCurva_Click);
+    griglia->addWidget(cmdDisegnaCurva_, TabellaPunti::kRighe + 2, 0, 1, 3);
+    return fraTabella_;
+}
+
+QLayout* frmImpostaSensore::CreaSalvataggio() {
+    txtNomeNuovo_ = new QLineEdit(corpo_);
+    txtNomeNuovo_->setObjectName(QStringLiteral("txtNomeNuovo"));
+    lblNomeNuovo_ = Etichetta(corpo_, "lblNomeNuovo", txtNomeNuovo_);
+    cmdSalvaSensore_ =
+        Pulsante(corpo_, "cmdSalvaSensore", &frmImpostaSensore::cmdSalvaSensore_Click);
+    auto* riga = new QHBoxLayout;
+    riga->addWidget(lblNomeNuovo_);
+    riga->addWidget(txtNomeNuovo_, 1);
+    riga->addWidget(cmdSalvaSensore_);
+    return riga;
+}
+
+void frmImpostaSensore::AggiornaTesti() {
+    CalcolaBaseTesti();
+    Mnemonica lettere;
+    const auto con = [&lettere](int n) { return lettere.Con(InQt(Testo(n))); };
+    const auto senza = [](int n) { return Mnemonica::Senza(InQt(Testo(n))); };
+    setWindowTitle(InQt(titolo_.empty() ? Testo(78) : titolo_));
+    fraLibreriaSensori_->setTitle(senza(73));
+    fraTabella_->setTitle(senza(71));
+    fraStrumento_->setTitle(senza(181));
+    cmdSalvaSensore_->setText(con(77));
+    cmdNuovoSensore_->setText(con(101));
+    cmdDisegnaCurva_->setText(con(72));
+    cmdLeggiSensoreStrumento_->setText(con(184));
+    cmdCalibrazione_->setText(con(241));
+    CancelButton_->setText(con(35));
+    lblNomeNuovo_->setText(con(67));
+    lblSelezionaSensore_->setText(con(100));
+    lblTipoSensore_->setText(con(185));
+    cmdSalvaSensore_->setMinimumWidth(cmdSalvaSensore_->sizeHint().width() + 16);
+    for (std::size_t i = 0; i < opzioni_.size(); ++i) {
+        opzioni_[i]->setText(con(kTipiSensore[i].Testo));
+    }
+}
+
+bool frmImpostaSensore::event(QEvent* evento) {
+    if (evento->type() == QEvent::WindowActivate) Protetto([this] { AggiornaTesti(); });
+    return QDialog::event(evento);
+}
+
+bool frmImpostaSensore::eventFilter(QObject* oggetto, QEvent* evento) {
+    if (evento->type() == QEvent::Wheel) {
+        // A wheel that only passes over a list must not choose from it.
+        const auto* lista = qobject_cast<QComboBox*>(oggetto);
+        if (lista != nullptr && !lista->hasFocus()) {
+            evento->ignore();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(oggetto, evento);
+}
+
+void frmImpostaSensore::done(int esito) {
+    if (inCorso_) TrasferimentoAbbandonato = true;
+    GraficoSensore_->PulisciGrafico();
+    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
+    QDialog::done(esito);
+}
+
+void frmImpostaSensore::AbilitaStrumento(bool presente) {
+    cmdLeggiSensoreStrumento_->setEnabled(presente);
+    cmdCalibrazione_->setEnabled(presente);
+}
+
+void frmImpostaSensore::RiempiTipiSensore() {
+    for (const std::string& tipo : ListaTipiSensore) cboTipiSensore_->addItem(InQt(tipo));
+}
+
+void frmImpostaSensore::Form_Load() {
+    ImpostaFormAttiva(this);
+    RiempiTipiSensore();
+    GraficoSensore_->ColoreSfondo(kBianco);
+    GraficoSensore_->PulisciGrafico();
+    GraficoSensore_->ImpostaIntervallo(0.0, 1.0, 0.0, 1.0, 0);
+    opzioni_[0]->setChecked(true);  // runs its click
+    cboTipiSensore_->setCurrentIndex(0);
+    cboTipiSensore_Click();
+    cmdLeggiSensoreStrumento_->setEnabled(cboTipiSensore_->currentIndex() >= 0 &&
+                                          StrumentoPresente);
+    cmdCalibrazione_->setEnabled(StrumentoPresente);
+    opzioni_[0]->setFocus();
+}
+
+const TipoSensore& frmImpostaSensore::Tipo() const {
+    std::size_t i = 0;
+    while (i + 1 < opzioni_.size() && !opzioni_[i]->isChecked()) ++i;
+    return kTipiSensore[i];
+}
+
+/// The window's title with a sensor's name, or its own again.
+void frmImpostaSensore::Titolo(const std::string& sensore) {
+    titolo_ = sensore.empty() ? std::string() : Testo(177) + sensore;
+    setWindowTitle(InQt(titolo_.empty() ? Testo(78) : titolo_));
+}
+
+/// Brings the controls in line with the table.
+void frmImpostaSensore::Mostra() {
+    for (std::size_t i = 0; i < Check1_.size(); ++i) {
+        const RigaPunto& riga = tabella_.Riga(static_cast<int>(i));
+        const auto mostra = [this, &riga](CasellaNumerica* casella, const std::string& testo) {
+            if (DaQt(casella->text()) != testo) casella->setText(InQt(testo));
+            if (casella->isEnabledTo(fraTabella_) == riga.Caselle) return;
+            casella->setEnabled(riga.Caselle);
+            casella->setPalette(riga.Caselle ? QPalette() : Grigia());
+        };
+        mostra(txtX_[i], riga.X);
+        mostra(txtY_[i], riga.Y);
+        Check1_[i]->setChecked(riga.Spunta);
+        Check1_[i]->setEnabled(riga.SpuntaAttiva);
+    }
+    if (tabella_.DaDisegnare()) cmdDisegnaCurva_Click();
+}
+
+void frmImpostaSensore::Svuota() {
+    tabella_.SvuotaTabella();
+    Mostra();
+}
+
+void frmImpostaSensore::Opzione_Click() {
+    const TipoSensore& tipo = Tipo();
+    TipoCorrente_ = tipo.Tipo;
+    txtNomeNuovo_->clear();
+    Titolo({});
+    {
+        const QSignalBlocker muta(cboListaSensori_);
+        cboListaSensori_->clear();
+        for (const std::string& nome : NomiSensori(tipo.Tipo))
+            cboListaSensori_->addItem(InQt(nome));
+        cboListaSensori_->setCurrentIndex(-1);
+        cboListaSensori_->clearEditText();
+    }
+    lblX_->setText(InQt(tipo.EtichettaX));
+    lblY_->setText(InQt(tipo.EtichettaY));
+    for (std::size_t i = 0; i < txtX_.size(); ++i) {
+        const QString numero = QStringLiteral(" %1").arg(i + 1);
+        txtX_[i]->setAccessibleName(lblX_->text() + numero);
+        txtY_[i]->setAccessibleName(lblY_->text() + numero);
+    }
+    cmdCalibrazione_->setVisible(tipo.Tipo == kBenzina);
+    Svuota();
+}
+
+void frmImpostaSensore::cboListaSensori_Click() {
+    // Kept: a letter typed into the list chooses nothing and so begins a new sensor.
+    if (cboListaSensori_->currentIndex() < 0) return cmdNuovoSensore_Click();
+    tabella_.SvuotaTabella();
+    if (const CSensore* sensore = CercaSensore(DaQt(cboListaSensori_->currentText()))) {
+        txtNomeNuovo_->setText(InQt(sensore->Nome()));
+        tabella_.MostraSensore(*sensore, TipoCorrente_);
+        Titolo(sensore->Nome());
+    }
+    Mostra();
+    cmdDisegnaCurva_Click();
+}
+
+void frmImpostaSensore::cboTipiSensore_Click() {
+    Svuota();
+    const int canale = cboTipiSensore_->currentIndex();
+    // Kept: an entry switches the button on whether or not the instrument is there.
+    cmdLeggiSensoreStrumento_->setEnabled(canale >= 0);
+    if (canale < 0) {
+        cboTipiSensore_->clearEditText();
+        return;
+    }
+    // One that is on already is not clicked: the list stays.
+    opzioni_[TipoDelCanale(canale)]->setChecked(true);
+}
+
+void frmImpostaSensore::cmdNuovoSensore_Click() {
+    tabella_.NuovoSensore();
+    Mostra();
+    Titolo(Testo(178));
+    const QSignalBlocker muta(cboListaSensori_);
+    cboListaSensori_->setCurrentIndex(-1);
+    cboListaSensori_->clearEditText();
+}
+
+void frmImpostaSensore::Check1_Click(int i) {
+    // A click that left a refused box does nothing more.
+    if (avviso_) {
+        AvvisaCrescente();
+    } else {
+        tabella_.Spunta(i, Check1_[static_cast<std::size_t>(i)]->isChecked());
+    }
+    Mostra();
+}
+
+void frmImpostaSensore::txtX_LostFocus(int i) {
+    // A fuel level may fall.
+    if (TipoCorrente_ == kBenzina || tabella_.Crescente(i)) return;
+    tabella_.X(i, "");
+    tabella_.Spunta(i, false);
+    Mostra();
+    AvvisaCrescente();
+}
+
+void frmImpostaSensore::txtY_LostFocus(int i) {
+    std::string testo = VirgolaInPunto(tabella_.Riga(i).Y);
+    tabella_.Y(i, FormattaDecimali(testo, FattoreSensore(TipoCorrente_)));
+    Mostra();
+}
+
+/// The message waits until the click that moved the focus has ended: a box inside a mouse press
+/// would leave the pressed button down.
+void frmImpostaSensore::AvvisaCrescente() {
+    avviso_ = true;
+    QTimer::singleShot(0, this, [this] {
+        Protetto([this] {
+            principale().QuandoLibero([questa = QPointer<frmImpostaSensore>(this)] {
+                if (questa != nullptr) questa->MostraAvviso();
+            });
+        });
+    });
+}
+
+void frmImpostaSensore::MostraAvviso() {
+    if (!avviso_) return;
+    if (isVisible() && QApplication::mouseButtons() != Qt::NoButton) {
+        QTimer::singleShot(20, this, [this] { Protetto([this] { MostraAvviso(); }); });
+        return;
+    }
+    avviso_ = false;
+    if (!isVisible()) return;
+    // Kept: Italian in every language.
+    platform().MsgBox("Il valore di bit deve essere crescente", Buttons::Ok, Icon::Warning,
+                      DaQt(windowTitle()));
+}
+
+/// Leaves the box that has the focus. False: it was refused, and nothing else happens.
+bool frmImpostaSensore::Lascia() {
+    if (!CasellaNumerica::Lascia(*this)) return false;
+    if (!avviso_) return true;
+    MostraAvviso();
+    return false;
+}
+
+void frmImpostaSensore::cmdDisegnaCurva_Click() {
+    GraficoWidget& grafico = *GraficoSensore_;
+    grafico.Titolo("");
+    grafico.EtichettaX("");
+    grafico.EtichettaY("");
+    grafico.ColoreSfondo(kBianco);
+    grafico.PulisciGrafico();
+    const LimitiCurva limiti = tabella_.CalcolaLimiti();
+    grafico.ImpostaIntervallo(limiti.XMin, limiti.XMax, limiti.YMin, limiti.YMax, 0);
+    grafico.ColoreElemento(kRosso);
+    grafico.SpessoreElemento(2);
+    for (int i = 0; i < tabella_.NumPuntiTabella(); ++i) {
+        grafico.AggiungiPunto(tabella_.X(i), tabella_.Y(i));
+    }
+}
+
+void frmImpostaSensore::cmdSalvaSensore_Click() {
+    if (SalvaSensore(TipoCorrente_, txtNomeNuovo_->text().toStdString(), tabella_,
+                     DaQt(windowTitle()))) {
+        Opzione_Click();
+    }
+}
+
+void frmImpostaSensore::cmdLeggiSensoreStrumento_Click() {
+    const int canale = cboTipiSensore_->currentIndex();
+    if (canale < 0) return;
+    const ScambioInCorso scambio(*this, {corpo_}, kFaseLettura, kTestoLettura, inCorso_);
+    Svuota();
+    if (!scambio.Esegui(LeggiCurvaSensore, static_cast<std::int16_t>(canale))) return;
+    // Kept: the channel is that of the list and the factor that of the option, which may disagree;
+    // and whatever the arrays hold is shown, also when the read has failed.
+    tabella_.MostraCurva(FattoreSensore(TipoCorrente_));
+    Mostra();
+}
+
+void frmImpostaSensore::cmdCalibrazione_Click() {
+    Svuota();
+    dlgCalibrazione finestra(
+        tabella_, [this] { Mostra(); }, this);
+    finestra.lblTitolo->setText(InQt(Testo(kTestoCalibrazione)));
+    finestra.exec();
+    if (finestra.StatoCalibrazione() != kRinuncia) return;
+    AzzeraCurvaSensore();
+    Svuota();
+}
+
+}  // namespace lapvane
