@@ -6,15 +6,19 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QToolButton>
+#include <filesystem>
 
 #include "Tour.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
 #include "project/frmStampaDatiProgetto.h"
+#include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 
 namespace lapvane::tour {
@@ -47,8 +51,117 @@ void Tour::Edit(const char* key, const char* window, const QString& picture,
         [this, window, picture, act] {
             act(Front(window));
             robot_.Picture(Front(window), picture);
-            robot_.Click(In<QPushButton>(Front(window), "OKButton"));
         });
+    // What the window shows goes into the instrument and comes back; the project waits for OK.
+    Exchange(window, "cmdInviaDati", picture + QStringLiteral(" sent"));
+    Exchange(window, "cmdLeggiDati", picture + QStringLiteral(" read back"));
+    robot_.Stop(
+        picture + QStringLiteral(" taken over"), [window] { return Front(window) != nullptr; },
+        [this, window] { robot_.Click(In<QPushButton>(Front(window), "OKButton")); });
+}
+
+void Tour::Exchange(const char* window, const char* button, const QString& name) {
+    robot_.Stop(
+        name + QStringLiteral(": button"), [window] { return Front(window) != nullptr; },
+        [this, window, button] { robot_.Click(In<QPushButton>(Front(window), button)); });
+    robot_.Stop(name + QStringLiteral(": question"), ModalIs("QMessageBox"),
+                [] { QTest::keyClick(Robot::Modal("QMessageBox"), Qt::Key_Return); });
+    robot_.Stop(
+        name,
+        [window, button] {
+            auto* again = In<QPushButton>(Front(window), button);
+            return Robot::Modal("QMessageBox") != nullptr ||
+                   (again != nullptr && again->isEnabled());
+        },
+        [this, name] {
+            auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
+            if (box == nullptr) return;  // no closing message of its own
+            robot_.Check(box->text() != InQt(Testo(230)) && box->text() != InQt(Testo(242)),
+                         name + QStringLiteral(" failed"));
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+}
+
+void Tour::Pour(const QString& litres) {
+    robot_.Stop(
+        QStringLiteral("pour ") + litres,
+        [] {
+            // Not while the measure before is still on its way.
+            auto* ok = In<QPushButton>(Front("dlgCalibrazione"), "OKButton");
+            return ok != nullptr && ok->isEnabled();
+        },
+        [this, litres] {
+            instrument_.write(litres.toLatin1() + '\n');
+            poured_.start();
+        });
+    robot_.Stop(
+        litres + QStringLiteral(" litres"),
+        [this] {
+            auto* ok = In<QPushButton>(Front("dlgCalibrazione"), "OKButton");
+            return poured_.elapsed() > 500 && ok != nullptr && ok->isEnabled();
+        },
+        [this, litres] {
+            QWidget* window = Front("dlgCalibrazione");
+            if (In<QLineEdit>(window, "txtLitri")->isVisible()) Type(window, "txtLitri", litres);
+            robot_.Click(In<QPushButton>(window, "OKButton"));
+        });
+}
+
+void Tour::CalibrateTheTank() {
+    Command("CustSensors");
+    robot_.Stop(
+        QStringLiteral("fuel level"), [] { return Front("frmImpostaSensore") != nullptr; },
+        [this] {
+            QWidget* window = Front("frmImpostaSensore");
+            In<QRadioButton>(window, "optLivelloBenzina")->click();
+            auto* channels = In<QComboBox>(window, "cboTipiSensore");
+            channels->setFocus();
+            const int fuel = channels->findText(InQt(Testo(138)));
+            for (int i = 0; i < 12 && channels->currentIndex() != fuel; ++i) {
+                QTest::keyClick(channels,
+                                channels->currentIndex() < fuel ? Qt::Key_Down : Qt::Key_Up);
+            }
+            robot_.Click(In<QPushButton>(window, "cmdCalibrazione"));
+        });
+    for (const char* litres : {"0", "20", "40", "60"}) Pour(QLatin1String(litres));
+    robot_.Stop(
+        QStringLiteral("calibrated"),
+        [] {
+            auto* end = In<QPushButton>(Front("dlgCalibrazione"), "cmdFineProcedura");
+            return end != nullptr && end->isEnabled();
+        },
+        [this] {
+            robot_.Picture(Front("dlgCalibrazione"), QStringLiteral("calibration"));
+            robot_.Click(In<QPushButton>(Front("dlgCalibrazione"), "cmdFineProcedura"));
+        });
+    robot_.Stop(
+        QStringLiteral("save the tank"), [] { return Front("frmImpostaSensore") != nullptr; },
+        [this] {
+            QWidget* window = Front("frmImpostaSensore");
+            // 40 and 16 a litre is what the simulated tank shows.
+            robot_.Check(In<QLineEdit>(window, "txtX1")->text() == QLatin1String("360") &&
+                             In<QLineEdit>(window, "txtY1")->text().startsWith(QLatin1String("20")),
+                         QStringLiteral("the second point of the curve: ") +
+                             In<QLineEdit>(window, "txtX1")->text());
+            Type(window, "txtNomeNuovo", QStringLiteral("Serbatoio tarato"));
+            robot_.Picture(window, QStringLiteral("tank"));
+            robot_.Click(In<QPushButton>(window, "cmdSalvaSensore"));
+        });
+    robot_.Stop(
+        QStringLiteral("tank saved"),
+        [this] {
+            return std::filesystem::exists(machine_.AppPath() / "sensors" / "Serbatoio tarato.sns");
+        },
+        [] { QTest::keyClick(Front("frmImpostaSensore"), Qt::Key_Escape); });
+    Edit("Sensor", "frmSensori", QStringLiteral("sensors"), [this](QWidget* window) {
+        Type(window, "txtDiametroRuota", QStringLiteral("565"));
+        auto* tank = In<QComboBox>(window, "cboLivelloBenzina0");
+        robot_.Check(tank->findText(QStringLiteral("Serbatoio tarato")) >= 0,
+                     QStringLiteral("the new sensor in the list"));
+        tank->setFocus();
+        tank->lineEdit()->selectAll();
+        QTest::keyClicks(tank, QStringLiteral("Serbatoio tarato"));
+    });
 }
 
 void Tour::Editors() {
@@ -70,8 +183,6 @@ void Tour::Editors() {
          [](QWidget* window) { Type(window, "txtSettoreCrono0", QStringLiteral("800")); });
     Edit("Alarm", "frmAllarmi", QStringLiteral("alarm-settings"),
          [](QWidget* window) { Type(window, "txtLed4", QStringLiteral("12600")); });
-    Edit("Sensor", "frmSensori", QStringLiteral("sensors"),
-         [](QWidget* window) { Type(window, "txtDiametroRuota", QStringLiteral("565")); });
     Command("CustSensors");
     robot_.Stop(
         QStringLiteral("sensor editor"), [] { return Front("frmImpostaSensore") != nullptr; },
@@ -83,6 +194,7 @@ void Tour::Editors() {
             robot_.Picture(Front("frmImpostaSensore"), QStringLiteral("sensor-editor"));
             QTest::keyClick(Front("frmImpostaSensore"), Qt::Key_Escape);
         });
+    CalibrateTheTank();
     robot_.Stop(
         QStringLiteral("project sheet"),
         [] { return QApplication::activeModalWidget() == nullptr; },
@@ -97,8 +209,10 @@ void Tour::Editors() {
         QStringLiteral("saved"), [] { return !ProgettoModificato; },
         [this] {
             QFile project(PercorsoInQt(machine_.AppPath() / "Esempio.pro"));
-            robot_.Check(project.open(QIODevice::ReadOnly) && project.readAll().contains("12600"),
-                         QStringLiteral("the changed setting in the project file"));
+            robot_.Check(project.open(QIODevice::ReadOnly), QStringLiteral("the project file"));
+            const QByteArray text = project.readAll();
+            robot_.Check(text.contains("12600") && text.contains("Serbatoio tarato"),
+                         QStringLiteral("the changed settings in the project file"));
         });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractItemModel>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QTableView>
 #include <QToolButton>
@@ -70,7 +71,12 @@ class Tour {
     /// Opens an editor by its command, lets `act` change something, presses OK.
     void Edit(const char* key, const char* window, const QString& picture,
               const std::function<void(QWidget*)>& act);
+    /// Presses an exchange button of an editor and answers its boxes.
+    void Exchange(const char* window, const char* button, const QString& name);
     void Editors();
+    void CalibrateTheTank();
+    /// One measure of the calibration.
+    void Pour(const QString& litres);
     void LiveView();
 
     // AnalysisRoad.cpp: a log studied in the analysis windows.
@@ -95,6 +101,8 @@ class Tour {
     QString out_;
     TourPlatform& machine_;
     Robot robot_;
+    QProcess& instrument_;
+    QElapsedTimer poured_;     ///< since the tank was filled
     double timeBefore_ = 0.0;  ///< value of the time when a stop began
     frmSplash* splash_ = nullptr;
     std::unique_ptr<frmMain> main_;

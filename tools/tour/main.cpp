@@ -34,7 +34,7 @@ void LayProgramFolder(const fs::path& from, const fs::path& to) {
 }  // namespace
 
 Tour::Tour(QString out, TourPlatform& machine, QProcess& instrument)
-    : out_(std::move(out)), machine_(machine), robot_(out_) {
+    : out_(std::move(out)), machine_(machine), robot_(out_), instrument_(instrument) {
     robot_.OnFailure = [&instrument] { instrument.kill(); };
 }
 
@@ -103,7 +103,8 @@ int main(int argc, char* argv[]) {
     instrument.setProcessChannelMode(QProcess::ForwardedChannels);
     instrument.start(bin + QStringLiteral("/lapvane-instrument"),
                      {QStringLiteral("--quiet"), QStringLiteral("--link"),
-                      lapvane::PercorsoInQt(program / "ports" / "COM1"), QStringLiteral("--tracks"),
+                      lapvane::PercorsoInQt(program / "ports" / "COM1"), QStringLiteral("--tank"),
+                      QStringLiteral("30"), QStringLiteral("--tracks"),
                       lapvane::PercorsoInQt(program / "tracks")});
     if (!instrument.waitForStarted(5000)) {
         std::fprintf(stderr, "the simulated instrument does not start\n");
