@@ -214,6 +214,18 @@ void Tour::Editors() {
             robot_.Check(text.contains("12600") && text.contains("Serbatoio tarato"),
                          QStringLiteral("the changed settings in the project file"));
         });
+    Command("Open");
+    robot_.Stop(QStringLiteral("open again"), ModalIs("QFileDialog"),
+                [this] { AnswerFileDialog(PercorsoInQt(machine_.AppPath() / "Esempio.pro"), {}); });
+    Command("Alarm");
+    robot_.Stop(
+        QStringLiteral("opened again"), [] { return Front("frmAllarmi") != nullptr; },
+        [this] {
+            robot_.Check(
+                In<QLineEdit>(Front("frmAllarmi"), "txtLed4")->text() == QLatin1String("12600"),
+                QStringLiteral("the setting after the project was opened again"));
+            QTest::keyClick(Front("frmAllarmi"), Qt::Key_Escape);
+        });
 }
 
 void Tour::LiveView() {
