@@ -20,6 +20,7 @@
 #include "shell/Protetto.h"
 #include "widgets/DisegnoTracciato.h"
 #include "widgets/Mnemonica.h"
+#include "widgets/Rotella.h"
 
 namespace lapvane {
 
@@ -414,13 +415,8 @@ bool dlgDatiSessione::eventFilter(QObject* oggetto, QEvent* evento) {
         if (motivo != Qt::ActiveWindowFocusReason && motivo != Qt::PopupFocusReason) {
             Protetto([&] { Lascia(oggetto); });
         }
-    } else if (evento->type() == QEvent::Wheel) {
-        // A wheel that only passes over a list must not choose from it.
-        const auto* lista = qobject_cast<QComboBox*>(oggetto);
-        preso = lista != nullptr && !lista->hasFocus();
-        if (preso) evento->ignore();
     }
-    return preso || QDialog::eventFilter(oggetto, evento);
+    return preso || RotellaDiPassaggio(oggetto, evento) || QDialog::eventFilter(oggetto, evento);
 }
 
 void dlgDatiSessione::ScriviSettori() {

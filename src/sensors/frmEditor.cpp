@@ -14,6 +14,7 @@
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
 #include "widgets/CasellaNumerica.h"
+#include "widgets/Rotella.h"
 
 namespace lapvane {
 
@@ -153,15 +154,7 @@ bool frmEditor::event(QEvent* evento) {
 }
 
 bool frmEditor::eventFilter(QObject* oggetto, QEvent* evento) {
-    if (evento->type() == QEvent::Wheel) {
-        // A wheel that only passes over a list must not choose from it.
-        const auto* lista = qobject_cast<QComboBox*>(oggetto);
-        if (lista != nullptr && !lista->hasFocus()) {
-            evento->ignore();
-            return true;
-        }
-    }
-    return QDialog::eventFilter(oggetto, evento);
+    return RotellaDiPassaggio(oggetto, evento) || QDialog::eventFilter(oggetto, evento);
 }
 
 void frmEditor::done(int esito) {

@@ -23,6 +23,7 @@
 #include "shell/TabelleNomi.h"
 #include "shell/Utility.h"
 #include "widgets/Mnemonica.h"
+#include "widgets/Rotella.h"
 
 namespace lapvane {
 
@@ -283,15 +284,7 @@ bool frmImpostaSensore::event(QEvent* evento) {
 }
 
 bool frmImpostaSensore::eventFilter(QObject* oggetto, QEvent* evento) {
-    if (evento->type() == QEvent::Wheel) {
-        // A wheel that only passes over a list must not choose from it.
-        const auto* lista = qobject_cast<QComboBox*>(oggetto);
-        if (lista != nullptr && !lista->hasFocus()) {
-            evento->ignore();
-            return true;
-        }
-    }
-    return QDialog::eventFilter(oggetto, evento);
+    return RotellaDiPassaggio(oggetto, evento) || QDialog::eventFilter(oggetto, evento);
 }
 
 void frmImpostaSensore::done(int esito) {
