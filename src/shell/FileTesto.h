@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -31,6 +32,10 @@ bool FileEsiste(const std::filesystem::path& percorso);
 /// File names of a folder, ascending without regard to case, no hidden files, no folders.
 std::vector<std::string> ElencaFile(const std::filesystem::path& cartella);
 
+/// A path less its last characters (units of its native form), and another ending.
+std::filesystem::path SenzaFine(const std::filesystem::path& percorso, std::size_t meno,
+                                std::string_view fine);
+
 /// Equal without regard to case (ASCII and the letters of Windows-1252).
 bool UgualiSenzaMaiuscole(std::string_view a, std::string_view b);
 
@@ -41,11 +46,11 @@ class LettoreRighe {
     bool Fine() const { return resto_.empty(); }
     /// The next line; an empty one past the end.
     std::string_view Prossima();
-    long Numero() const { return numero_; }  ///< lines read so far
+    std::int64_t Numero() const { return numero_; }  ///< lines read so far
 
  private:
     std::string_view resto_;
-    long numero_ = 0;
+    std::int64_t numero_ = 0;
 };
 
 }  // namespace lapvane
