@@ -6,6 +6,8 @@
 #include <QTest>
 #include <cstdio>
 
+#include "Census.h"
+
 namespace lapvane::tour {
 
 void Robot::Stop(const QString& name, std::function<bool()> there, std::function<void()> act,
@@ -64,6 +66,11 @@ void Robot::Picture(QWidget* window, const QString& name) {
                              .arg(folder_)
                              .arg(++pictures_, 2, 10, QLatin1Char('0'))
                              .arg(name);
+    const QStringList faults = failed_ ? QStringList() : Census(window);
+    for (const QString& fault : faults) {
+        std::fprintf(stderr, "%s: %s\n", qPrintable(name), qPrintable(fault));
+    }
+    faults_ += static_cast<int>(faults.size());
     if (!window->grab().save(file)) std::fprintf(stderr, "cannot save %s\n", qPrintable(file));
 }
 

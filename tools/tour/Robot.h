@@ -24,8 +24,10 @@ class Robot : public QObject {
     /// Runs before a failed tour ends its process.
     std::function<void()> OnFailure;
     int Stops() const { return done_; }
+    /// What the census found in the windows of all pictures.
+    int Faults() const { return faults_; }
 
-    /// Saves a picture of a window under the next number.
+    /// Saves a picture of a window under the next number, and takes its census.
     void Picture(QWidget* window, const QString& name);
     /// Fails the tour unless it holds.
     void Check(bool holds, const QString& what);
@@ -51,6 +53,7 @@ class Robot : public QObject {
     QElapsedTimer waited_;
     int pictures_ = 0;
     int done_ = 0;
+    int faults_ = 0;
     bool failed_ = false;
 };
 
