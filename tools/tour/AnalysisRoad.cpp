@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPrinterInfo>
 #include <QPushButton>
@@ -13,6 +14,8 @@
 #include <QTest>
 
 #include "Tour.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "widgets/DisegnoTracciato.h"
 
@@ -162,6 +165,9 @@ void Tour::MoveThroughTheLap() {
     });
     OnAnalysis(QStringLiteral("separate panes"), [this] {
         robot_.Picture(Analysis(), QStringLiteral("separate"));
+    });
+    TooManyPanes();
+    OnAnalysis(QStringLiteral("one pane again"), [this] {
         Press("Toolbar1_Sovrapposti");
         Press("Toolbar1_DimOriginali");
         Press("cmdSetGraph4");
@@ -171,6 +177,23 @@ void Tour::MoveThroughTheLap() {
         In<QComboBox>(dialog, "cboWidth")->setCurrentIndex(2);
         robot_.Picture(dialog, QStringLiteral("graph-settings"));
         robot_.Click(In<QPushButton>(dialog, "OKButton"));
+    });
+}
+
+void Tour::TooManyPanes() {
+    OnAnalysis(QStringLiteral("a fourth channel"), [this] {
+        auto* box = In<QCheckBox>(Analysis(), "chkGrafico8");
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    });
+    robot_.Stop(QStringLiteral("too many"), ModalIs("QMessageBox"), [this] {
+        auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
+        robot_.Check(box->text() == InQt(Testo(145)), QStringLiteral("the message"));
+        robot_.Picture(box, QStringLiteral("too-many"));
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    OnAnalysis(QStringLiteral("three again"), [this] {
+        auto* box = In<QCheckBox>(Analysis(), "chkGrafico8");
+        if (box->isChecked()) QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
     });
 }
 

@@ -74,10 +74,11 @@ void Tour::LongCommand(const char* key, int question, int title, const QString& 
     Command(key);
     robot_.Stop(
         name + QStringLiteral(": question"), [] { return Robot::Modal("QMessageBox") != nullptr; },
-        [this, question] {
+        [this, question, name] {
             auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
             robot_.Check(box->text() == InQt(Testo(question) + "\n" + Testo(148)),
                          QStringLiteral("the question before the instrument is touched"));
+            robot_.Picture(box, name + QStringLiteral("-question"));
             QTest::keyClick(box, Qt::Key_Return);
         });
     robot_.Stop(
