@@ -95,8 +95,8 @@ class Edition {
           messages_(messages),
           errors_(errors),
           code_(texts_.Pick("it", "en")),
-          pictures_(TourPictures(texts_.Italian() ? folders.PicturesItalian
-                                                  : folders.PicturesEnglish)) {
+          pictures_(
+              TourPictures(texts_.Italian() ? folders.PicturesItalian : folders.PicturesEnglish)) {
         ReadFields();
     }
 
@@ -142,9 +142,7 @@ class Edition {
         }
         return html + "</ol>\n";
     }
-    const char* Title() const {
-        return texts_.Pick("Lapvane: manuale", "Lapvane: manual");
-    }
+    const char* Title() const { return texts_.Pick("Lapvane: manuale", "Lapvane: manual"); }
     const char* Code() const { return code_.c_str(); }
 
  private:
@@ -257,8 +255,8 @@ class Edition {
             const std::size_t hash = std::min(link.find('#'), link.size());
             const std::string to = link.substr(0, hash);
             const std::string id = link.substr(std::min(hash + 1, link.size()));
-            const auto target = std::find_if(
-                chapters_.begin(), chapters_.end(), [&](const Chapter& other) {
+            const auto target =
+                std::find_if(chapters_.begin(), chapters_.end(), [&](const Chapter& other) {
                     return to.empty() ? other.Name == chapter.Name : other.Name + ".md" == to;
                 });
             if (target == chapters_.end()) {
@@ -277,7 +275,8 @@ class Edition {
     void NoteMessages(const std::string& line) {
         const bool heading = line.starts_with("###");
         messageChapter_ += line + '\n';
-        for (std::size_t at = line.find("{{"); at != std::string::npos; at = line.find("{{", at + 1)) {
+        for (std::size_t at = line.find("{{"); at != std::string::npos;
+             at = line.find("{{", at + 1)) {
             const std::string name = line.substr(at + 2, line.find("}}", at) - at - 2);
             if (name.starts_with("error:")) {
                 if (heading) errorsTold_.insert(std::atoi(name.c_str() + 6));
@@ -449,10 +448,12 @@ void Compare(const Edition& one, Edition& other) {
     const auto first = places(one);
     const auto second = places(other);
     for (const auto& [place, file] : first) {
-        if (!second.contains(place)) other.Fault(file, 1, place + " is missing in the other language");
+        if (!second.contains(place))
+            other.Fault(file, 1, place + " is missing in the other language");
     }
     for (const auto& [place, file] : second) {
-        if (!first.contains(place)) other.Fault(file, 1, place + " is missing in the other language");
+        if (!first.contains(place))
+            other.Fault(file, 1, place + " is missing in the other language");
     }
 }
 

@@ -13,8 +13,8 @@ struct Folders {
     std::filesystem::path Out;  ///< replaced as a whole
 };
 
-/// Makes both languages. 0, or 1 with every fault written to `errors` as file:line: what; nothing of
-/// `Out` is touched then.
+/// Makes both languages. 0, or 1 with every fault written to `errors` as file:line: what; nothing
+/// of `Out` is touched then.
 int MakeManual(const Folders& folders, std::ostream& errors);
 
 }  // namespace lapvane::manual

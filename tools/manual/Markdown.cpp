@@ -138,7 +138,8 @@ class Renderer {
         }
         html += "></a><figcaption>" + caption + "</figcaption></figure>\n";
         cmark_node* const paragraph = cmark_node_parent(image);
-        if (cmark_node_first_child(paragraph) != image || cmark_node_last_child(paragraph) != image) {
+        if (cmark_node_first_child(paragraph) != image ||
+            cmark_node_last_child(paragraph) != image) {
             ask_.Fault(cmark_node_get_start_line(paragraph), "a picture inside a sentence");
             return;
         }

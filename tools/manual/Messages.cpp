@@ -139,6 +139,10 @@ class Scanner {
     Messages Run() {
         int calls = 0;
         for (const auto& [name, text] : files_) {
+            place_ = name;
+            if (!name.starts_with("platform/") && text.find("QMessageBox") != std::string::npos) {
+                Fault("a message box that is not shown by MsgBox");
+            }
             static const std::string kCall = ".MsgBox(";
             for (std::size_t at = text.find(kCall); at != std::string::npos;
                  at = text.find(kCall, at + 1)) {
@@ -217,14 +221,16 @@ class Scanner {
         return part.substr(call.size(), part.size() - call.size() - 1);
     }
 
-    /// A number, the name of a constant of that file, or what a rule or a table of the program says.
+    /// A number, the name of a constant of that file, or what a rule or a table of the program
+    /// says.
     void Number(const std::string& file, const std::string& text, const std::string& part) {
         if (const auto number = Value(file, text)) {
             if (*number != 0) found_.Texts.insert(*number);
             return;
         }
         if (text == "kCanaliEditor[*canale].TestoManca") {
-            for (const CanaleEditor& channel : kCanaliEditor) found_.Texts.insert(channel.TestoManca);
+            for (const CanaleEditor& channel : kCanaliEditor)
+                found_.Texts.insert(channel.TestoManca);
             return;
         }
         if (text == "kNumeriSetup[i].Didascalia") {

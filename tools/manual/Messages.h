@@ -10,12 +10,12 @@ namespace lapvane::manual {
 
 /// What the program can show in its message boxes, as its source says.
 struct Messages {
-    std::set<int> Texts;                  ///< numbers of the table of texts
-    std::set<int> Captions;               ///< of those, captions that a message only quotes
-    std::set<std::string> Literals;       ///< texts that are not in the table, UTF-8
-    std::map<int, std::string> RunTime;   ///< number of a run-time error, its name in the source
-    std::vector<std::string> Doing;       ///< English phrases of what the program was doing
-    std::vector<std::string> Faults;      ///< what could not be understood, as file:line: what
+    std::set<int> Texts;                 ///< numbers of the table of texts
+    std::set<int> Captions;              ///< of those, captions that a message only quotes
+    std::set<std::string> Literals;      ///< texts that are not in the table, UTF-8
+    std::map<int, std::string> RunTime;  ///< number of a run-time error, its name in the source
+    std::vector<std::string> Doing;      ///< English phrases of what the program was doing
+    std::vector<std::string> Faults;     ///< what could not be understood, as file:line: what
 };
 
 /// Reads every `MsgBox` call of the sources. A part of a message that is neither a literal nor a

@@ -3,12 +3,12 @@
 #include <initializer_list>
 #include <variant>
 
+#include "analysis/Schema.h"
 #include "instrument/Options.h"
 #include "logs/Conversione.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
-#include "analysis/Schema.h"
 #include "sensors/Allarmi.h"
 #include "sensors/Configurazione.h"
 #include "sensors/Curve.h"
@@ -49,9 +49,9 @@ std::string Block(const std::string& text) {
 }
 
 std::string Project(const Texts& texts, const std::map<std::string, std::string>& fields) {
-    std::string table = Heading({texts.Pick("N.", "No."), texts.Pick("Chiave", "Key"),
-                                 texts.Pick("Tipo", "Kind"), texts.Pick("Nuovo", "New"),
-                                 texts.Pick("Significato", "Meaning")});
+    std::string table =
+        Heading({texts.Pick("N.", "No."), texts.Pick("Chiave", "Key"), texts.Pick("Tipo", "Kind"),
+                 texts.Pick("Nuovo", "New"), texts.Pick("Significato", "Meaning")});
     int number = 0;
     for (const DescrizioneCampo& field : kCampiProgetto) {
         const bool text = std::holds_alternative<std::string RecordProgetto::*>(field.Campo);
@@ -59,12 +59,11 @@ std::string Project(const Texts& texts, const std::map<std::string, std::string>
         const bool wide = std::holds_alternative<std::int32_t RecordProgetto::*>(field.Campo);
         const char* kind = text   ? texts.Pick("testo", "text")
                            : flag ? "0 / 1"
-                           : wide ? texts.Pick("numero, 32 bit", "number, 32 bits")
-                                  : texts.Pick("numero, 16 bit", "number, 16 bits");
+                           : wide ? texts.Pick("32 bit", "32 bits")
+                                  : texts.Pick("16 bit", "16 bits");
         const std::string name(field.Nome);
         Row(table, {Number(++number), Code("ID_" + name), kind,
-                    text ? texts.Pick("(uno spazio)", "(one blank)") : Number(field.Nuovo),
-                    fields.at(name)});
+                    text ? texts.Pick("spazio", "blank") : Number(field.Nuovo), fields.at(name)});
     }
     return table;
 }
@@ -81,9 +80,10 @@ std::string Titles(const Texts& texts, const std::string& titles) {
 }
 
 std::string SensorTypes(const Texts& texts) {
-    std::string table = Heading({texts.Pick("Parola nel file", "Word in the file"),
-                                 texts.Pick("Nella finestra", "In the window"), "X", "Y",
-                                 texts.Pick("Passo di Y nello strumento", "Step of Y in the instrument")});
+    std::string table =
+        Heading({texts.Pick("Parola nel file", "Word in the file"),
+                 texts.Pick("Nella finestra", "In the window"), "X", "Y",
+                 texts.Pick("Passo di Y nello strumento", "Step of Y in the instrument")});
     for (const TipoSensore& type : kTipiSensore) {
         const int factor = FattoreSensore(type.Tipo);
         Row(table, {Code(type.Tipo), Escaped(texts.Of(type.Testo)),
@@ -95,7 +95,8 @@ std::string SensorTypes(const Texts& texts) {
 }
 
 std::string SetupNumbers(const Texts& texts) {
-    std::string table = Heading({texts.Pick("Casella", "Box"), texts.Pick("Valori ammessi", "Range")});
+    std::string table =
+        Heading({texts.Pick("Casella", "Box"), texts.Pick("Valori ammessi", "Range")});
     for (const NumeroSetup& number : kNumeriSetup) {
         Row(table, {Escaped(texts.Of(number.Didascalia)), Ammessi(number)});
     }

@@ -16,9 +16,7 @@ struct Texts {
     std::vector<std::string> Where;  ///< where text n is used, as its table says
 
     bool Italian() const { return In == Language::Italian; }
-    bool Has(int number) const {
-        return number >= 1 && number <= static_cast<int>(All.size());
-    }
+    bool Has(int number) const { return number >= 1 && number <= static_cast<int>(All.size()); }
     /// Without the blanks at its ends, which the program needs and a page does not.
     std::string Of(int number) const;
     const char* Pick(const char* italian, const char* english) const {

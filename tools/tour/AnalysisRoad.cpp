@@ -40,7 +40,7 @@ void Tour::OpenAnalysis() {
     robot_.Stop(
         QStringLiteral("analyse"), [this] { return Button("Analize")->isEnabled(); },
         [this] { robot_.Click(Button("Analize")); });
-    robot_.Stop(QStringLiteral("open dialog"), ModalIs("QFileDialog"),
+    robot_.Stop(QStringLiteral("open dialog"), FileDialogIs(),
                 [this] { AnswerFileDialog(out_ + QStringLiteral("/run.csv"), {}); });
     robot_.Stop(
         QStringLiteral("log loaded"), [this] { return LapsListed(); },
@@ -163,9 +163,8 @@ void Tour::MoveThroughTheLap() {
         In<QTabWidget>(Analysis(), "SSTab1")->setCurrentIndex(0);
         Press("Toolbar1_Separati");
     });
-    OnAnalysis(QStringLiteral("separate panes"), [this] {
-        robot_.Picture(Analysis(), QStringLiteral("separate"));
-    });
+    OnAnalysis(QStringLiteral("separate panes"),
+               [this] { robot_.Picture(Analysis(), QStringLiteral("separate")); });
     TooManyPanes();
     OnAnalysis(QStringLiteral("one pane again"), [this] {
         Press("Toolbar1_Sovrapposti");
@@ -193,7 +192,8 @@ void Tour::TooManyPanes() {
     });
     OnAnalysis(QStringLiteral("three again"), [this] {
         auto* box = In<QCheckBox>(Analysis(), "chkGrafico8");
-        if (box->isChecked()) QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+        if (box->isChecked())
+            QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
     });
 }
 
@@ -251,7 +251,7 @@ void Tour::Reports() {
     // Where the machine has a printer the pages would come out of it.
     if (!QPrinterInfo::defaultPrinter().isNull()) return;
     const auto printed = [this](const QString& file) {
-        robot_.Stop(QStringLiteral("name of ") + file, ModalIs("QFileDialog"),
+        robot_.Stop(QStringLiteral("name of ") + file, FileDialogIs(),
                     [this, file] { AnswerFileDialog(out_ + QLatin1Char('/') + file, {}); });
         robot_.Stop(
             file, [this, file] { return QFileInfo(out_ + QLatin1Char('/') + file).size() > 1000; },

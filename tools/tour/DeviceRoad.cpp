@@ -104,7 +104,7 @@ void Tour::ProgramAndRead() {
     const QString project = PercorsoInQt(machine_.AppPath() / "Esempio.pro");
     const QString saved = out_ + QStringLiteral("/read.pro");
     const auto answer = [this](const QString& path) {
-        robot_.Stop(QStringLiteral("file dialog"), ModalIs("QFileDialog"),
+        robot_.Stop(QStringLiteral("file dialog"), FileDialogIs(),
                     [this, path] { AnswerFileDialog(path, {}); });
     };
     LongCommand("ProgDev", 147, 238, QStringLiteral("program"));

@@ -65,11 +65,10 @@ void Tour::Exchange(const char* window, const char* button, const QString& name)
     robot_.Stop(
         name + QStringLiteral(": button"), [window] { return Front(window) != nullptr; },
         [this, window, button] { robot_.Click(In<QPushButton>(Front(window), button)); });
-    robot_.Stop(name + QStringLiteral(": question"), ModalIs("QMessageBox"),
-                [this] {
-                    QTest::keyClick(Robot::Modal("QMessageBox"), Qt::Key_Return);
-                    answered_.start();
-                });
+    robot_.Stop(name + QStringLiteral(": question"), ModalIs("QMessageBox"), [this] {
+        QTest::keyClick(Robot::Modal("QMessageBox"), Qt::Key_Return);
+        answered_.start();
+    });
     robot_.Stop(
         name,
         [this, window, button] {
@@ -225,7 +224,7 @@ void Tour::Editors() {
                          QStringLiteral("the changed settings in the project file"));
         });
     Command("Open");
-    robot_.Stop(QStringLiteral("open again"), ModalIs("QFileDialog"),
+    robot_.Stop(QStringLiteral("open again"), FileDialogIs(),
                 [this] { AnswerFileDialog(PercorsoInQt(machine_.AppPath() / "Esempio.pro"), {}); });
     Command("Alarm");
     robot_.Stop(

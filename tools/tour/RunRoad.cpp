@@ -55,7 +55,7 @@ void Tour::OpenProject() {
     robot_.Stop(
         QStringLiteral("open a project"), [] { return true; },
         [this] { robot_.Click(Button("Open")); });
-    robot_.Stop(QStringLiteral("open dialog"), ModalIs("QFileDialog"),
+    robot_.Stop(QStringLiteral("open dialog"), FileDialogIs(),
                 [this] { AnswerFileDialog(PercorsoInQt(machine_.AppPath() / "Esempio.pro"), {}); });
     robot_.Stop(
         QStringLiteral("project open"), [this] { return Button("Save")->isEnabled(); },
@@ -93,7 +93,7 @@ void Tour::Download() {
             QTest::keyClick(window, Qt::Key_Return);
         },
         90);
-    robot_.Stop(QStringLiteral("save dialog"), ModalIs("QFileDialog"), [this] {
+    robot_.Stop(QStringLiteral("save dialog"), FileDialogIs(), [this] {
         AnswerFileDialog(out_ + QStringLiteral("/run"), QStringLiteral("save"));
     });
     robot_.Stop(QStringLiteral("converted"), ModalIs("QMessageBox"), [this] {
@@ -145,11 +145,10 @@ void Tour::OtherLanguage() {
         [this] {
             for (const int channel : {3, 8, 10}) Tick(channel);
             ClickLap(BestRow());
-            robot_.Check(
-                In<QTabWidget>(Analysis(), "SSTab1")
-                    ->tabText(0)
-                    .contains(QLatin1String(italian_ ? "Lap" : "Giro")),
-                QStringLiteral("the tab in the other language"));
+            robot_.Check(In<QTabWidget>(Analysis(), "SSTab1")
+                             ->tabText(0)
+                             .contains(QLatin1String(italian_ ? "Lap" : "Giro")),
+                         QStringLiteral("the tab in the other language"));
         });
     robot_.Stop(
         QStringLiteral("other picture"), [] { return true; },
@@ -178,10 +177,10 @@ void Tour::OtherLanguage() {
 
 void Tour::RecentProjects() {
     Command("Open");
-    robot_.Stop(QStringLiteral("another project"), ModalIs("QFileDialog"),
+    robot_.Stop(QStringLiteral("another project"), FileDialogIs(),
                 [this] { AnswerFileDialog(out_ + QStringLiteral("/read.pro"), {}); });
     Command("Open");
-    robot_.Stop(QStringLiteral("the first again"), ModalIs("QFileDialog"),
+    robot_.Stop(QStringLiteral("the first again"), FileDialogIs(),
                 [this] { AnswerFileDialog(PercorsoInQt(machine_.AppPath() / "Esempio.pro"), {}); });
     robot_.Stop(
         QStringLiteral("two recent projects"),
@@ -197,8 +196,8 @@ void Tour::RecentProjects() {
         });
 }
 
-void Tour::Leave() {
-    // Something to lose: the program asks, and is told to stay.
+void Tour::UnsavedChanges() {
+    // The program asks, and is told to stay.
     Command("Note");
     robot_.Stop(
         QStringLiteral("a change"),
@@ -215,6 +214,9 @@ void Tour::Leave() {
         QTest::keyClick(box, Qt::Key_Escape);
     });
     Command("Save");
+}
+
+void Tour::Leave() {
     robot_.Stop(
         QStringLiteral("exit"), [] { return QApplication::activeModalWidget() == nullptr; },
         [this] { robot_.Click(Button("Exit")); });

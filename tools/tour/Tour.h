@@ -37,8 +37,8 @@ class TourPlatform : public QtPlatform {
 /// The roads of the tour. Each adds its stops; they are played in that order.
 class Tour {
  public:
-    /// `italian`: the program is in that language, and is changed to English near the end; otherwise
-    /// the other way round.
+    /// `italian`: the program is in that language, and is changed to English near the end;
+    /// otherwise the other way round.
     Tour(QString out, bool italian, TourPlatform& machine, QProcess& instrument);
 
     int Play();
@@ -53,6 +53,15 @@ class Tour {
     static std::function<bool()> ModalIs(const char* type) {
         return [type] { return Robot::Modal(type) != nullptr; };
     }
+    /// A file dialog that listens. Before its name box has the focus, a path typed there leaves the
+    /// root folder selected, and Enter goes to that.
+    static std::function<bool()> FileDialogIs() {
+        return [] {
+            QWidget* dialog = Robot::Modal("QFileDialog");
+            auto* name = In<QWidget>(dialog, "fileNameEdit");
+            return name != nullptr && name->hasFocus();
+        };
+    }
     /// Types a path into the open file dialog and presses Enter.
     void AnswerFileDialog(const QString& path, const QString& picture);
 
@@ -63,6 +72,8 @@ class Tour {
     void Download();
     void OtherLanguage();
     void RecentProjects();
+    /// An end that is cancelled, since there is something to lose.
+    void UnsavedChanges();
     void Leave();
 
     // DeviceRoad.cpp: the project into the instrument and back.

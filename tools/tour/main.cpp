@@ -58,6 +58,7 @@ int Tour::Play() {
     Download();
     Analyse();
     RecentProjects();
+    UnsavedChanges();
     OtherLanguage();
     Leave();
     frmSplash splash;
@@ -90,8 +91,6 @@ void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
     auto* dialog = qobject_cast<QFileDialog*>(Robot::Modal("QFileDialog"));
     auto* name = In<QLineEdit>(dialog, "fileNameEdit");
     robot_.Check(name != nullptr, QStringLiteral("the file dialog has no name box"));
-    // On a slow machine the list of completions would take the Enter, and go to the root folder.
-    name->setCompleter(nullptr);
     name->clear();
     QTest::keyClicks(name, path);
     if (!picture.isEmpty()) robot_.Picture(dialog, picture);
