@@ -38,7 +38,7 @@ bool Tour::LapsListed() {
 
 void Tour::OpenAnalysis() {
     robot_.Stop(
-        QStringLiteral("analyse"), [this] { return Button("Analize")->isEnabled(); },
+        QStringLiteral("analyse"), [this] { return Idle() && Button("Analize")->isEnabled(); },
         [this] { robot_.Click(Button("Analize")); });
     robot_.Stop(QStringLiteral("open dialog"), FileDialogIs(),
                 [this] { AnswerFileDialog(out_ + QStringLiteral("/run.csv"), {}); });

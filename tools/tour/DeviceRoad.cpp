@@ -65,8 +65,7 @@ QString Differences(const QString& before, const QString& after) {
 
 void Tour::Command(const char* key) {
     robot_.Stop(
-        QLatin1String(key),
-        [this, key] { return Robot::Modal("QWidget") == nullptr && Button(key)->isEnabled(); },
+        QLatin1String(key), [this, key] { return Idle() && Button(key)->isEnabled(); },
         [this, key] { robot_.Click(Button(key)); });
 }
 

@@ -70,7 +70,7 @@ void Tour::OpenProject() {
 
 void Tour::Download() {
     robot_.Stop(
-        QStringLiteral("download"), [this] { return Button("DownData")->isEnabled(); },
+        QStringLiteral("download"), [this] { return Idle() && Button("DownData")->isEnabled(); },
         [this] { robot_.Click(Button("DownData")); });
     robot_.Stop(
         QStringLiteral("download at 40 %"),
@@ -118,8 +118,7 @@ void Tour::Download() {
 
 void Tour::OtherLanguage() {
     robot_.Stop(
-        QStringLiteral("analysis closed"),
-        [] { return QApplication::activeModalWidget() == nullptr; },
+        QStringLiteral("analysis closed"), [this] { return Idle(); },
         [this] {
             QFile::remove(out_ + QStringLiteral("/program/LANGUAGES.DAT.bak"));
             QDir::setCurrent(PercorsoInQt(machine_.AppPath()));
@@ -218,7 +217,7 @@ void Tour::UnsavedChanges() {
 
 void Tour::Leave() {
     robot_.Stop(
-        QStringLiteral("exit"), [] { return QApplication::activeModalWidget() == nullptr; },
+        QStringLiteral("exit"), [this] { return Idle(); },
         [this] { robot_.Click(Button("Exit")); });
     robot_.Stop(
         QStringLiteral("ended"), [this] { return machine_.Ended; },

@@ -50,6 +50,9 @@ class Tour {
     }
     QString Panel(int n);
     QToolButton* Button(const char* key);
+    /// No command runs. A dialog that has just closed lives until its command has unwound, and the
+    /// click for another one is lost until then.
+    bool Idle() const;
     static std::function<bool()> ModalIs(const char* type) {
         return [type] { return Robot::Modal(type) != nullptr; };
     }

@@ -87,6 +87,11 @@ QToolButton* Tour::Button(const char* key) {
     return In<QToolButton>(main_.get(), (std::string("Toolbar1_") + key).c_str());
 }
 
+bool Tour::Idle() const {
+    return QApplication::activeModalWidget() == nullptr &&
+           main_->findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly).isEmpty();
+}
+
 void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
     auto* dialog = qobject_cast<QFileDialog*>(Robot::Modal("QFileDialog"));
     auto* name = In<QLineEdit>(dialog, "fileNameEdit");
