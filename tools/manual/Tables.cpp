@@ -4,6 +4,7 @@
 #include <variant>
 
 #include "analysis/Schema.h"
+#include "device/Diagnostica.h"
 #include "instrument/Options.h"
 #include "logs/Conversione.h"
 #include "platform/ErroreRuntime.h"
@@ -114,6 +115,21 @@ std::string Thresholds(const Texts& texts) {
     return table;
 }
 
+std::string Live(const Texts& texts) {
+    std::string table = Heading({texts.Pick("Casella", "Box"), texts.Pick("Unit\xC3\xA0", "Unit")});
+    for (const CampoLive& field : CampiLive) {
+        if (field.Testo == 0) continue;  // the second value of the box before
+        const int unit = field.Misura == 'V'   ? 27
+                         : field.Misura == 'T' ? 29
+                         : field.Misura == 'P' ? 28
+                                               : 0;
+        const std::string project = texts.Pick("quella del progetto: ", "that of the project: ");
+        Row(table,
+            {Escaped(texts.Of(field.Testo)), unit == 0 ? "" : project + Escaped(texts.Of(unit))});
+    }
+    return table;
+}
+
 std::string Doing(const Texts& texts, const Messages& messages) {
     std::string list;
     for (const std::string& phrase : messages.Doing) {
@@ -135,6 +151,7 @@ std::optional<std::string> Table(std::string_view name, const Texts& texts,
     if (name == "txt") return Titles(texts, TitoliTxt(language));
     if (name == "sensor-types") return SensorTypes(texts);
     if (name == "setup-numbers") return SetupNumbers(texts);
+    if (name == "live") return Live(texts);
     if (name == "thresholds") return Thresholds(texts);
     if (name == "schema") return Block(TestoSchema("run.csv", 16, "run.txt", 10));
     if (name == "instrument") return Block(strumento::HelpText());
