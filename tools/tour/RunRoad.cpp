@@ -184,8 +184,14 @@ void Tour::RecentProjects() {
     robot_.Stop(
         QStringLiteral("two recent projects"),
         [this] {
-            auto* second = main_->findChild<QAction*>(QStringLiteral("mnuRecentFiles1"));
-            return Robot::Modal("QWidget") == nullptr && second != nullptr && second->isVisible();
+            // The one opened last stands first.
+            const auto names = [this](const char* entry, const char* file) {
+                const auto* action = main_->findChild<QAction*>(QLatin1String(entry));
+                return action->isVisible() &&
+                       action->text().trimmed().endsWith(QLatin1String(file));
+            };
+            return Idle() && names("mnuRecentFiles0", "Esempio.pro") &&
+                   names("mnuRecentFiles1", "read.pro");
         },
         [this] {
             auto* menu = In<QMenu>(main_.get(), "mnuProjectFile");
