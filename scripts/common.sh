@@ -10,6 +10,7 @@ PACKAGES_BUILD=(build-essential cmake ninja-build ccache
 PACKAGES_RUN=(fonts-dejavu-core)
 PACKAGES_TEST=(poppler-utils)
 PACKAGES_FUZZ=(clang libclang-rt-dev)
+PACKAGES_MANUAL=(libcmark-gfm-dev libcmark-gfm-extensions-dev)
 
 # Installs what is missing, as root or with sudo; says what to do where neither works.
 install_packages() {

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPrinterInfo>
 #include <QPushButton>
@@ -13,6 +14,8 @@
 #include <QTest>
 
 #include "Tour.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "widgets/DisegnoTracciato.h"
 
@@ -35,9 +38,9 @@ bool Tour::LapsListed() {
 
 void Tour::OpenAnalysis() {
     robot_.Stop(
-        QStringLiteral("analyse"), [this] { return Button("Analize")->isEnabled(); },
+        QStringLiteral("analyse"), [this] { return Idle() && Button("Analize")->isEnabled(); },
         [this] { robot_.Click(Button("Analize")); });
-    robot_.Stop(QStringLiteral("open dialog"), ModalIs("QFileDialog"),
+    robot_.Stop(QStringLiteral("open dialog"), FileDialogIs(),
                 [this] { AnswerFileDialog(out_ + QStringLiteral("/run.csv"), {}); });
     robot_.Stop(
         QStringLiteral("log loaded"), [this] { return LapsListed(); },
@@ -160,8 +163,10 @@ void Tour::MoveThroughTheLap() {
         In<QTabWidget>(Analysis(), "SSTab1")->setCurrentIndex(0);
         Press("Toolbar1_Separati");
     });
-    OnAnalysis(QStringLiteral("separate panes"), [this] {
-        robot_.Picture(Analysis(), QStringLiteral("separate"));
+    OnAnalysis(QStringLiteral("separate panes"),
+               [this] { robot_.Picture(Analysis(), QStringLiteral("separate")); });
+    TooManyPanes();
+    OnAnalysis(QStringLiteral("one pane again"), [this] {
         Press("Toolbar1_Sovrapposti");
         Press("Toolbar1_DimOriginali");
         Press("cmdSetGraph4");
@@ -171,6 +176,24 @@ void Tour::MoveThroughTheLap() {
         In<QComboBox>(dialog, "cboWidth")->setCurrentIndex(2);
         robot_.Picture(dialog, QStringLiteral("graph-settings"));
         robot_.Click(In<QPushButton>(dialog, "OKButton"));
+    });
+}
+
+void Tour::TooManyPanes() {
+    OnAnalysis(QStringLiteral("a fourth channel"), [this] {
+        auto* box = In<QCheckBox>(Analysis(), "chkGrafico8");
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    });
+    robot_.Stop(QStringLiteral("too many"), ModalIs("QMessageBox"), [this] {
+        auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
+        robot_.Check(box->text() == InQt(Testo(145)), QStringLiteral("the message"));
+        robot_.Picture(box, QStringLiteral("too-many"));
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    OnAnalysis(QStringLiteral("three again"), [this] {
+        auto* box = In<QCheckBox>(Analysis(), "chkGrafico8");
+        if (box->isChecked())
+            QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
     });
 }
 
@@ -228,7 +251,7 @@ void Tour::Reports() {
     // Where the machine has a printer the pages would come out of it.
     if (!QPrinterInfo::defaultPrinter().isNull()) return;
     const auto printed = [this](const QString& file) {
-        robot_.Stop(QStringLiteral("name of ") + file, ModalIs("QFileDialog"),
+        robot_.Stop(QStringLiteral("name of ") + file, FileDialogIs(),
                     [this, file] { AnswerFileDialog(out_ + QLatin1Char('/') + file, {}); });
         robot_.Stop(
             file, [this, file] { return QFileInfo(out_ + QLatin1Char('/') + file).size() > 1000; },

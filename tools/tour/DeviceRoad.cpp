@@ -65,8 +65,7 @@ QString Differences(const QString& before, const QString& after) {
 
 void Tour::Command(const char* key) {
     robot_.Stop(
-        QLatin1String(key),
-        [this, key] { return Robot::Modal("QWidget") == nullptr && Button(key)->isEnabled(); },
+        QLatin1String(key), [this, key] { return Idle() && Button(key)->isEnabled(); },
         [this, key] { robot_.Click(Button(key)); });
 }
 
@@ -74,10 +73,11 @@ void Tour::LongCommand(const char* key, int question, int title, const QString& 
     Command(key);
     robot_.Stop(
         name + QStringLiteral(": question"), [] { return Robot::Modal("QMessageBox") != nullptr; },
-        [this, question] {
+        [this, question, name] {
             auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
             robot_.Check(box->text() == InQt(Testo(question) + "\n" + Testo(148)),
                          QStringLiteral("the question before the instrument is touched"));
+            robot_.Picture(box, name + QStringLiteral("-question"));
             QTest::keyClick(box, Qt::Key_Return);
         });
     robot_.Stop(
@@ -103,7 +103,7 @@ void Tour::ProgramAndRead() {
     const QString project = PercorsoInQt(machine_.AppPath() / "Esempio.pro");
     const QString saved = out_ + QStringLiteral("/read.pro");
     const auto answer = [this](const QString& path) {
-        robot_.Stop(QStringLiteral("file dialog"), ModalIs("QFileDialog"),
+        robot_.Stop(QStringLiteral("file dialog"), FileDialogIs(),
                     [this, path] { AnswerFileDialog(path, {}); });
     };
     LongCommand("ProgDev", 147, 238, QStringLiteral("program"));

@@ -10,6 +10,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
 #include <filesystem>
@@ -64,11 +65,15 @@ void Tour::Exchange(const char* window, const char* button, const QString& name)
     robot_.Stop(
         name + QStringLiteral(": button"), [window] { return Front(window) != nullptr; },
         [this, window, button] { robot_.Click(In<QPushButton>(Front(window), button)); });
-    robot_.Stop(name + QStringLiteral(": question"), ModalIs("QMessageBox"),
-                [] { QTest::keyClick(Robot::Modal("QMessageBox"), Qt::Key_Return); });
+    robot_.Stop(name + QStringLiteral(": question"), ModalIs("QMessageBox"), [this] {
+        QTest::keyClick(Robot::Modal("QMessageBox"), Qt::Key_Return);
+        answered_.start();
+    });
     robot_.Stop(
         name,
-        [window, button] {
+        [this, window, button] {
+            // The box is gone a moment before the exchange switches the buttons off.
+            if (answered_.elapsed() < 300) return false;
             auto* again = In<QPushButton>(Front(window), button);
             return Robot::Modal("QMessageBox") != nullptr ||
                    (again != nullptr && again->isEnabled());
@@ -155,6 +160,9 @@ void Tour::CalibrateTheTank() {
         [] { QTest::keyClick(Front("frmImpostaSensore"), Qt::Key_Escape); });
     Edit("Sensor", "frmSensori", QStringLiteral("sensors"), [this](QWidget* window) {
         Type(window, "txtDiametroRuota", QStringLiteral("565"));
+        In<QTabWidget>(window, "SSTab1")->setCurrentIndex(1);
+        robot_.Picture(window, QStringLiteral("sensors-optional"));
+        In<QTabWidget>(window, "SSTab1")->setCurrentIndex(0);
         auto* tank = In<QComboBox>(window, "cboLivelloBenzina0");
         robot_.Check(tank->findText(QStringLiteral("Serbatoio tarato")) >= 0,
                      QStringLiteral("the new sensor in the list"));
@@ -181,6 +189,7 @@ void Tour::Editors() {
         });
     Edit("Setup", "frmConfigurazione", QStringLiteral("setup"),
          [](QWidget* window) { Type(window, "txtSettoreCrono0", QStringLiteral("800")); });
+    WrongNumber();
     Edit("Alarm", "frmAllarmi", QStringLiteral("alarm-settings"),
          [](QWidget* window) { Type(window, "txtLed4", QStringLiteral("12600")); });
     Command("CustSensors");
@@ -215,7 +224,7 @@ void Tour::Editors() {
                          QStringLiteral("the changed settings in the project file"));
         });
     Command("Open");
-    robot_.Stop(QStringLiteral("open again"), ModalIs("QFileDialog"),
+    robot_.Stop(QStringLiteral("open again"), FileDialogIs(),
                 [this] { AnswerFileDialog(PercorsoInQt(machine_.AppPath() / "Esempio.pro"), {}); });
     Command("Alarm");
     robot_.Stop(
@@ -226,6 +235,25 @@ void Tour::Editors() {
                 QStringLiteral("the setting after the project was opened again"));
             QTest::keyClick(Front("frmAllarmi"), Qt::Key_Escape);
         });
+}
+
+void Tour::WrongNumber() {
+    Command("Setup");
+    robot_.Stop(
+        QStringLiteral("wrong number"), [] { return Front("frmConfigurazione") != nullptr; },
+        [this] {
+            Type(Front("frmConfigurazione"), "txtStopRecSecondi", QStringLiteral("40000"));
+            robot_.Click(In<QPushButton>(Front("frmConfigurazione"), "OKButton"));
+        });
+    robot_.Stop(QStringLiteral("refused"), ModalIs("QMessageBox"), [this] {
+        auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
+        robot_.Check(box->text().contains(InQt(Testo(217))), QStringLiteral("the limits"));
+        robot_.Picture(box, QStringLiteral("wrong-number"));
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    robot_.Stop(
+        QStringLiteral("given up"), [] { return Front("frmConfigurazione") != nullptr; },
+        [] { QTest::keyClick(Front("frmConfigurazione"), Qt::Key_Escape); });
 }
 
 void Tour::LiveView() {

@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
@@ -54,7 +55,7 @@ void Tour::OpenProject() {
     robot_.Stop(
         QStringLiteral("open a project"), [] { return true; },
         [this] { robot_.Click(Button("Open")); });
-    robot_.Stop(QStringLiteral("open dialog"), ModalIs("QFileDialog"),
+    robot_.Stop(QStringLiteral("open dialog"), FileDialogIs(),
                 [this] { AnswerFileDialog(PercorsoInQt(machine_.AppPath() / "Esempio.pro"), {}); });
     robot_.Stop(
         QStringLiteral("project open"), [this] { return Button("Save")->isEnabled(); },
@@ -69,7 +70,7 @@ void Tour::OpenProject() {
 
 void Tour::Download() {
     robot_.Stop(
-        QStringLiteral("download"), [this] { return Button("DownData")->isEnabled(); },
+        QStringLiteral("download"), [this] { return Idle() && Button("DownData")->isEnabled(); },
         [this] { robot_.Click(Button("DownData")); });
     robot_.Stop(
         QStringLiteral("download at 40 %"),
@@ -92,7 +93,7 @@ void Tour::Download() {
             QTest::keyClick(window, Qt::Key_Return);
         },
         90);
-    robot_.Stop(QStringLiteral("save dialog"), ModalIs("QFileDialog"), [this] {
+    robot_.Stop(QStringLiteral("save dialog"), FileDialogIs(), [this] {
         AnswerFileDialog(out_ + QStringLiteral("/run"), QStringLiteral("save"));
     });
     robot_.Stop(QStringLiteral("converted"), ModalIs("QMessageBox"), [this] {
@@ -115,10 +116,9 @@ void Tour::Download() {
         });
 }
 
-void Tour::Italian() {
+void Tour::OtherLanguage() {
     robot_.Stop(
-        QStringLiteral("analysis closed"),
-        [] { return QApplication::activeModalWidget() == nullptr; },
+        QStringLiteral("analysis closed"), [this] { return Idle(); },
         [this] {
             QFile::remove(out_ + QStringLiteral("/program/LANGUAGES.DAT.bak"));
             QDir::setCurrent(PercorsoInQt(machine_.AppPath()));
@@ -126,53 +126,104 @@ void Tour::Italian() {
         });
     robot_.Stop(QStringLiteral("language dialog"), ModalIs("QDialog"), [this] {
         QWidget* dialog = Robot::Modal("QDialog");
-        auto* italian = In<QRadioButton>(dialog, "optItaliano");
-        QTest::mouseClick(italian, Qt::LeftButton, {}, QPoint(8, italian->height() / 2));
+        auto* other = In<QRadioButton>(dialog, italian_ ? "optInglese" : "optItaliano");
+        QTest::mouseClick(other, Qt::LeftButton, {}, QPoint(8, other->height() / 2));
         robot_.Picture(dialog, QStringLiteral("language"));
         robot_.Click(In<QPushButton>(dialog, "OKButton"));
     });
     robot_.Stop(
-        QStringLiteral("in Italian"),
-        [this] { return Button("Open")->toolTip() == QLatin1String("Apri progetto"); },
-        [this] { robot_.Picture(main_.get(), QStringLiteral("italiano")); });
+        QStringLiteral("in the other language"),
+        [this] {
+            return Button("Open")->toolTip() ==
+                   QLatin1String(italian_ ? "Open project" : "Apri progetto");
+        },
+        [this] { robot_.Picture(main_.get(), QStringLiteral("other-language")); });
     OpenAnalysis();
     robot_.Stop(
-        QStringLiteral("analysis in Italian"), [this] { return LapsListed(); },
+        QStringLiteral("other analysis"), [this] { return LapsListed(); },
         [this] {
             for (const int channel : {3, 8, 10}) Tick(channel);
             ClickLap(BestRow());
-            robot_.Check(
-                In<QTabWidget>(Analysis(), "SSTab1")->tabText(0).contains(QLatin1String("Giro")),
-                QStringLiteral("the tab in Italian"));
+            robot_.Check(In<QTabWidget>(Analysis(), "SSTab1")
+                             ->tabText(0)
+                             .contains(QLatin1String(italian_ ? "Lap" : "Giro")),
+                         QStringLiteral("the tab in the other language"));
         });
     robot_.Stop(
-        QStringLiteral("picture in Italian"), [] { return true; },
+        QStringLiteral("other picture"), [] { return true; },
         [this] {
-            robot_.Picture(Analysis(), QStringLiteral("analisi"));
+            robot_.Picture(Analysis(), QStringLiteral("other-analysis"));
             In<QTabWidget>(Analysis(), "SSTab1")->setCurrentIndex(1);
-            robot_.Picture(Analysis(), QStringLiteral("allarmi"));
+            robot_.Picture(Analysis(), QStringLiteral("other-alarms"));
             QTest::keyClick(Analysis(), Qt::Key_Escape);
         });
     robot_.Stop(
-        QStringLiteral("the other window in Italian"),
+        QStringLiteral("the other window again"),
         [] { return QApplication::activeModalWidget() == nullptr; }, [] { AnalisiSpeed = false; });
     OpenAnalysis();
     robot_.Stop(
-        QStringLiteral("over the distance in Italian"), [this] { return LapsListed(); },
+        QStringLiteral("the distance again"), [this] { return LapsListed(); },
         [this] {
             for (const int channel : {3, 4, 7}) Tick(channel);
             ClickLap(BestRow());
             auto* distance = In<QCheckBox>(Analysis(), "chkDistanza");
             QTest::mouseClick(distance, Qt::LeftButton, {}, QPoint(8, distance->height() / 2));
             robot_.Click(In<QAbstractButton>(Analysis(), "Toolbar1_Separati"));
-            robot_.Picture(Analysis(), QStringLiteral("distanza"));
+            robot_.Picture(Analysis(), QStringLiteral("other-distance"));
             QTest::keyClick(Analysis(), Qt::Key_Escape);
         });
 }
 
+void Tour::RecentProjects() {
+    Command("Open");
+    robot_.Stop(QStringLiteral("another project"), FileDialogIs(),
+                [this] { AnswerFileDialog(out_ + QStringLiteral("/read.pro"), {}); });
+    Command("Open");
+    robot_.Stop(QStringLiteral("the first again"), FileDialogIs(),
+                [this] { AnswerFileDialog(PercorsoInQt(machine_.AppPath() / "Esempio.pro"), {}); });
+    robot_.Stop(
+        QStringLiteral("two recent projects"),
+        [this] {
+            // The one opened last stands first.
+            const auto names = [this](const char* entry, const char* file) {
+                const auto* action = main_->findChild<QAction*>(QLatin1String(entry));
+                return action->isVisible() &&
+                       action->text().trimmed().endsWith(QLatin1String(file));
+            };
+            return Idle() && names("mnuRecentFiles0", "Esempio.pro") &&
+                   names("mnuRecentFiles1", "read.pro");
+        },
+        [this] {
+            auto* menu = In<QMenu>(main_.get(), "mnuProjectFile");
+            menu->popup(main_->mapToGlobal(QPoint(0, 30)));
+            robot_.Picture(menu, QStringLiteral("recent"));
+            menu->close();
+        });
+}
+
+void Tour::UnsavedChanges() {
+    // The program asks, and is told to stay.
+    Command("Note");
+    robot_.Stop(
+        QStringLiteral("a change"),
+        [this] { return main_->findChild<QDialog*>(QStringLiteral("dlgNoteProgetto")) != nullptr; },
+        [this] {
+            auto* notes = main_->findChild<QDialog*>(QStringLiteral("dlgNoteProgetto"));
+            robot_.Click(In<QPushButton>(notes, "OKButton"));
+        });
+    Command("Exit");
+    robot_.Stop(QStringLiteral("unsaved"), ModalIs("QMessageBox"), [this] {
+        auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
+        robot_.Check(box->text().endsWith(InQt(Testo(129))), QStringLiteral("the question"));
+        robot_.Picture(box, QStringLiteral("unsaved"));
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    Command("Save");
+}
+
 void Tour::Leave() {
     robot_.Stop(
-        QStringLiteral("exit"), [] { return QApplication::activeModalWidget() == nullptr; },
+        QStringLiteral("exit"), [this] { return Idle(); },
         [this] { robot_.Click(Button("Exit")); });
     robot_.Stop(
         QStringLiteral("ended"), [this] { return machine_.Ended; },

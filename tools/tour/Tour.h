@@ -37,7 +37,9 @@ class TourPlatform : public QtPlatform {
 /// The roads of the tour. Each adds its stops; they are played in that order.
 class Tour {
  public:
-    Tour(QString out, TourPlatform& machine, QProcess& instrument);
+    /// `italian`: the program is in that language, and is changed to English near the end;
+    /// otherwise the other way round.
+    Tour(QString out, bool italian, TourPlatform& machine, QProcess& instrument);
 
     int Play();
 
@@ -48,8 +50,20 @@ class Tour {
     }
     QString Panel(int n);
     QToolButton* Button(const char* key);
+    /// No command runs. A dialog that has just closed lives until its command has unwound, and the
+    /// click for another one is lost until then.
+    bool Idle() const;
     static std::function<bool()> ModalIs(const char* type) {
         return [type] { return Robot::Modal(type) != nullptr; };
+    }
+    /// A file dialog that listens. Before its name box has the focus, a path typed there leaves the
+    /// root folder selected, and Enter goes to that.
+    static std::function<bool()> FileDialogIs() {
+        return [] {
+            QWidget* dialog = Robot::Modal("QFileDialog");
+            auto* name = In<QWidget>(dialog, "fileNameEdit");
+            return name != nullptr && name->hasFocus();
+        };
     }
     /// Types a path into the open file dialog and presses Enter.
     void AnswerFileDialog(const QString& path, const QString& picture);
@@ -59,7 +73,10 @@ class Tour {
     void Connect();
     void OpenProject();
     void Download();
-    void Italian();
+    void OtherLanguage();
+    void RecentProjects();
+    /// An end that is cancelled, since there is something to lose.
+    void UnsavedChanges();
     void Leave();
 
     // DeviceRoad.cpp: the project into the instrument and back.
@@ -74,6 +91,8 @@ class Tour {
     /// Presses an exchange button of an editor and answers its boxes.
     void Exchange(const char* window, const char* button, const QString& name);
     void Editors();
+    /// A number that no box takes, and the message about it.
+    void WrongNumber();
     void CalibrateTheTank();
     /// One measure of the calibration.
     void Pour(const QString& litres);
@@ -94,14 +113,18 @@ class Tour {
     QString Value(int column);
     void Analyse();
     void MoveThroughTheLap();
+    /// One channel more than the separate view has room for.
+    void TooManyPanes();
     void DescribeTheSession();
     void Reports();
     void OverTheDistance();
 
     QString out_;
+    bool italian_;
     TourPlatform& machine_;
     Robot robot_;
     QProcess& instrument_;
+    QElapsedTimer answered_;   ///< since a question was answered
     QElapsedTimer poured_;     ///< since the tank was filled
     double timeBefore_ = 0.0;  ///< value of the time when a stop began
     frmSplash* splash_ = nullptr;

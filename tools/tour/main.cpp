@@ -19,11 +19,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Makes the language file open in Italian; it is delivered in English.
+void ChooseItalian(const fs::path& languages) {
+    QFile file(PercorsoInQt(languages));
+    if (file.open(QIODevice::ReadWrite)) file.write("0");
+}
+
 /// A program's folder with everything that is delivered, and nothing that an earlier run left.
-void LayProgramFolder(const fs::path& from, const fs::path& to) {
+void LayProgramFolder(const fs::path& from, const fs::path& to, bool italian) {
     fs::remove_all(to);
     fs::create_directories(to / "ports");
     for (const char* name : {"LANGUAGES.DAT", "Esempio.pro"}) fs::copy_file(from / name, to / name);
+    if (italian) ChooseItalian(to / "LANGUAGES.DAT");
     for (const char* name : {"sensors", "tracks", "pages"}) {
         fs::copy(from / name, to / name, fs::copy_options::recursive);
     }
@@ -33,8 +40,12 @@ void LayProgramFolder(const fs::path& from, const fs::path& to) {
 
 }  // namespace
 
-Tour::Tour(QString out, TourPlatform& machine, QProcess& instrument)
-    : out_(std::move(out)), machine_(machine), robot_(out_), instrument_(instrument) {
+Tour::Tour(QString out, bool italian, TourPlatform& machine, QProcess& instrument)
+    : out_(std::move(out)),
+      italian_(italian),
+      machine_(machine),
+      robot_(out_),
+      instrument_(instrument) {
     robot_.OnFailure = [&instrument] { instrument.kill(); };
 }
 
@@ -46,7 +57,9 @@ int Tour::Play() {
     Editors();
     Download();
     Analyse();
-    Italian();
+    RecentProjects();
+    UnsavedChanges();
+    OtherLanguage();
     Leave();
     frmSplash splash;
     splash_ = &splash;
@@ -74,6 +87,11 @@ QToolButton* Tour::Button(const char* key) {
     return In<QToolButton>(main_.get(), (std::string("Toolbar1_") + key).c_str());
 }
 
+bool Tour::Idle() const {
+    return QApplication::activeModalWidget() == nullptr &&
+           main_->findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly).isEmpty();
+}
+
 void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
     auto* dialog = qobject_cast<QFileDialog*>(Robot::Modal("QFileDialog"));
     auto* name = In<QLineEdit>(dialog, "fileNameEdit");
@@ -87,8 +105,9 @@ void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
 }  // namespace lapvane::tour
 
 int main(int argc, char* argv[]) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER\n");
+    const QByteArray language = argc == 3 ? argv[2] : "en";
+    if (argc < 2 || argc > 3 || (language != "it" && language != "en")) {
+        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en]\n");
         return 2;
     }
     QApplication application(argc, argv);
@@ -97,7 +116,7 @@ int main(int argc, char* argv[]) {
     const QString out = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     const QString bin = QCoreApplication::applicationDirPath();
     const std::filesystem::path program = lapvane::PercorsoDaQt(out) / "program";
-    lapvane::tour::LayProgramFolder(lapvane::PercorsoDaQt(bin), program);
+    lapvane::tour::LayProgramFolder(lapvane::PercorsoDaQt(bin), program, language == "it");
 
     QProcess instrument;
     instrument.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -112,7 +131,7 @@ int main(int argc, char* argv[]) {
     }
     lapvane::tour::TourPlatform machine(program);
     lapvane::SetPlatform(&machine);
-    const int result = lapvane::tour::Tour(out, machine, instrument).Play();
+    const int result = lapvane::tour::Tour(out, language == "it", machine, instrument).Play();
     instrument.terminate();
     instrument.waitForFinished(3000);
     return result;

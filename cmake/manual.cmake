@@ -1,0 +1,41 @@
+# The manual: a tour in each language takes the pictures, then the chapters become pages in manual/.
+# Whatever changes in the program plays the tours again, so that no picture grows old.
+find_path(LAPVANE_CMARK_INCLUDE cmark-gfm-core-extensions.h)
+find_library(LAPVANE_CMARK cmark-gfm)
+find_library(LAPVANE_CMARK_EXTENSIONS cmark-gfm-extensions)
+if(NOT LAPVANE_CMARK_INCLUDE OR NOT LAPVANE_CMARK OR NOT LAPVANE_CMARK_EXTENSIONS)
+    message(STATUS "No target \"manual\": cmark-gfm is not installed")
+    return()
+endif()
+
+file(GLOB LAPVANE_MANUAL_SOURCES CONFIGURE_DEPENDS tools/manual/*.cpp tools/manual/*.h)
+add_executable(makemanual EXCLUDE_FROM_ALL ${LAPVANE_MANUAL_SOURCES})
+target_include_directories(makemanual SYSTEM PRIVATE ${LAPVANE_CMARK_INCLUDE})
+target_link_libraries(makemanual PRIVATE lapvane_texttable lapvane_instrument_core
+                      ${LAPVANE_CMARK_EXTENSIONS} ${LAPVANE_CMARK})
+
+set(LAPVANE_TOURS ${CMAKE_BINARY_DIR}/tours)
+foreach(language it en)
+    add_custom_command(
+        OUTPUT ${LAPVANE_TOURS}/${language}.stamp
+        COMMAND ${CMAKE_COMMAND} -E rm -rf ${LAPVANE_TOURS}/${language}
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${LAPVANE_TOURS}/${language}
+        COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen
+                $<TARGET_FILE:tour> ${LAPVANE_TOURS}/${language} ${language}
+        COMMAND ${CMAKE_COMMAND} -E touch ${LAPVANE_TOURS}/${language}.stamp
+        DEPENDS tour lapvane-instrument ${LAPVANE_BIN}/LANGUAGES.DAT ${CMAKE_BINARY_DIR}/data.stamp
+        COMMENT "Tour for the manual (${language})"
+        VERBATIM)
+endforeach()
+
+file(GLOB_RECURSE LAPVANE_MANUAL_CHAPTERS CONFIGURE_DEPENDS docs/manual/*)
+file(GLOB_RECURSE LAPVANE_MANUAL_SCANNED CONFIGURE_DEPENDS src/*.cpp src/*.h)
+add_custom_command(
+    OUTPUT ${CMAKE_BINARY_DIR}/manual/index.html
+    COMMAND makemanual ${CMAKE_SOURCE_DIR} ${LAPVANE_TOURS}/it ${LAPVANE_TOURS}/en
+            ${CMAKE_BINARY_DIR}/manual
+    DEPENDS makemanual ${LAPVANE_TOURS}/it.stamp ${LAPVANE_TOURS}/en.stamp data/testi.tsv
+            ${LAPVANE_MANUAL_CHAPTERS} ${LAPVANE_MANUAL_SCANNED}
+    COMMENT "Manual"
+    VERBATIM)
+add_custom_target(manual DEPENDS ${CMAKE_BINARY_DIR}/manual/index.html)

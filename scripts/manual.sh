@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Plays the tour in Italian and in English and makes the manual with the pictures that it took.
+source "$(dirname "$0")/common.sh"
+
+preset=${1:-release}
+install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_RUN[@]}" "${PACKAGES_MANUAL[@]}"
+rm -f build/"$preset"/tours/*.stamp
+build "$preset" tour lapvane-instrument lapvane_data makemanual
+timeout 400 cmake --build --preset "$preset" --target manual
+echo "The manual: $PWD/build/$preset/manual/index.html"
