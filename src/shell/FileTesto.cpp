@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <system_error>
 #include <utility>
 
@@ -83,6 +84,28 @@ int ScriviTutto(int d, std::string_view testo) {
     return 0;
 }
 
+constexpr std::string_view kTemporaneo = ".lapvane-";
+
+/// Removes the temporary files that saves which were broken off have left in a folder: those that
+/// nobody has written to for an hour. A save never takes that long, so none is pulled away from
+/// another program that saves in the same folder.
+void TogliAbbandonati(const fs::path& cartella) {
+    constexpr auto kAbbandonato = std::chrono::hours(1);
+    std::error_code errore;
+    fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
+    while (!errore && voci != fs::directory_iterator()) {
+        const fs::path voce = voci->path();
+        voci.increment(errore);
+        if (TestoDaPercorso(voce.filename()).rfind(kTemporaneo, 0) != 0) continue;
+        std::error_code ignorato;
+        const auto scritto = fs::last_write_time(voce, ignorato);
+        if (!ignorato && fs::is_regular_file(fs::symlink_status(voce, ignorato)) &&
+            fs::file_time_type::clock::now() - scritto > kAbbandonato) {
+            fs::remove(voce, ignorato);
+        }
+    }
+}
+
 char Maiuscola1252(char c) {
     const auto b = static_cast<unsigned char>(c);
     if ((b >= 'a' && b <= 'z') || (b >= 0xE0 && b <= 0xFE && b != 0xF7)) {
@@ -136,7 +159,7 @@ void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_vi
     // A file that forbids writing is not replaced behind its owner's back.
     if (cera && ::access(vero.c_str(), W_OK) != 0) Fallisci(errno, cosa, percorso);
 
-    std::string nome = (vero.parent_path() / ".lapvane-XXXXXX").native();
+    std::string nome = (vero.parent_path() / (std::string(kTemporaneo) + "XXXXXX")).native();
     Descrittore file(::mkostemp(nome.data(), O_CLOEXEC));
     if (file.Valore() < 0) Fallisci(errno, cosa, percorso);
     const mode_t maschera = ::umask(0);
@@ -150,6 +173,7 @@ void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_vi
         ::unlink(nome.c_str());
         Fallisci(errore, cosa, percorso);
     }
+    TogliAbbandonati(vero.parent_path());
 }
 
 void RiscriviInizio(const fs::path& percorso, std::string_view testo, std::string_view cosa) {

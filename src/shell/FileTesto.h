@@ -16,7 +16,8 @@ std::string LeggiFile(const std::filesystem::path& percorso, std::string_view co
                       std::size_t massimo = static_cast<std::size_t>(-1));
 
 /// Writes the whole text to a temporary name in the same folder, flushes it to the disk and renames
-/// it over `percorso`: a full disk or a pulled plug leaves the old file whole.
+/// it over `percorso`: a full disk or a pulled plug leaves the old file whole. What a save that was
+/// broken off has left in that folder goes when it is an hour old.
 void ScriviFile(const std::filesystem::path& percorso, std::string_view testo,
                 std::string_view cosa);
 

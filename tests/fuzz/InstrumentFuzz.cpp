@@ -36,11 +36,12 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
                 Strumento instrument;
                 instrument.Difetti.Aggiungi(LeggiGuasto(text));
                 for (const int command : {1, 2, 9, 37}) {
-                    instrument.Ricevi(std::string{'H', static_cast<char>(command)} +
-                                          (command == 37 ? "6D" : command == 9 ? "51"
-                                                                : command == 2 ? "4A"
-                                                                               : "49"),
-                                      1);
+                    instrument.Ricevi(
+                        std::string{'H', static_cast<char>(command)} + (command == 37  ? "6D"
+                                                                        : command == 9 ? "51"
+                                                                        : command == 2 ? "4A"
+                                                                                       : "49"),
+                        1);
                 }
                 break;
             }
