@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
+
 #include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
 #include "support/PlatformProva.h"
@@ -61,6 +63,24 @@ TEST(FileTesto, AFullDiskLeavesTheOldFileWhole) {
     EXPECT_EQ(ElencaFile(macchina.Cartella), std::vector<std::string>{"progetto.pro"});
     EXPECT_EQ(std::distance(fs::directory_iterator(macchina.Cartella), fs::directory_iterator()), 1)
         << "a temporary file was left behind";
+}
+
+TEST(FileTesto, WhatABrokenSaveLeftGoesAnHourLater) {
+    PlatformProva macchina;
+    const fs::path vecchio = macchina.Cartella / ".lapvane-Abc123";
+    const fs::path fresco = macchina.Cartella / ".lapvane-Xyz789";  // perhaps still written to
+    const fs::path altrui = macchina.Cartella / "x.lapvane-Abc123";
+    const fs::path cartella = macchina.Cartella / ".lapvane-cartella";
+    for (const fs::path& file : {vecchio, fresco, altrui}) prova::Scrivi(file, "x");
+    fs::create_directory(cartella);
+    const auto ora = fs::file_time_type::clock::now();
+    for (const fs::path& voce : {vecchio, altrui, cartella}) {
+        fs::last_write_time(voce, ora - std::chrono::minutes(61));
+    }
+    fs::last_write_time(fresco, ora - std::chrono::minutes(59));
+    ScriviFile(macchina.Cartella / "progetto.pro", "t", "x");
+    EXPECT_FALSE(fs::exists(vecchio));
+    for (const fs::path& voce : {fresco, altrui, cartella}) EXPECT_TRUE(fs::exists(voce)) << voce;
 }
 
 TEST(FileTesto, WritingKeepsTheModeAndFollowsLinks) {

@@ -393,8 +393,7 @@ Misbehaviour Choose(const Kind& kind, Chance& chance, int slack) {
             break;
         case 10:
             chosen.Name = "link dropped in it";
-            fault.Tipo = TipoGuasto::Ritarda;
-            fault.Valore = kind.TimeOut - slack;
+            fault.Tipo = TipoGuasto::Scarta;
             chosen.PullAfter = chance.From(1, kind.TimeOut / 2);
             chosen.Then = Must::BeRefused;
             break;

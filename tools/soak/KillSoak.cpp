@@ -8,7 +8,9 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <memory>
 #include <stdexcept>
+#include <string_view>
 #include <thread>
 
 #include "Savers.h"
@@ -41,9 +43,9 @@ bool WholePdf(const std::string& bytes) {
     if (start == std::string::npos) return false;
     std::size_t digits = 0;
     const unsigned long at = std::stoul(bytes.substr(start + 10), &digits);
-    return at < bytes.size() && bytes.compare(at, 4, "xref") == 0 &&
-           bytes.compare(start + 10 + digits, 7, "\n%%EOF\n") == 0 &&
-           start + 10 + digits + 7 == bytes.size();
+    std::string_view end = std::string_view(bytes).substr(start + 10 + digits);
+    end.remove_prefix(std::min(end.find_first_not_of(' '), end.size()));
+    return at < bytes.size() && bytes.compare(at, 4, "xref") == 0 && end == "\n%%EOF\n";
 }
 
 std::vector<fs::path> Hidden(const fs::path& folder) {
@@ -122,7 +124,9 @@ class KillSoak {
         int status = 0;
         ::waitpid(Start(saver, which, false), &status, 0);
         if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-            throw std::runtime_error(std::string(saver.Name) + ": an undisturbed save failed");
+            throw std::runtime_error(std::string(saver.Name) +
+                                     ": an undisturbed save failed, status " +
+                                     std::to_string(status));
         }
     }
 
@@ -141,8 +145,9 @@ class KillSoak {
         if (saver.How != Look::Pdf && first == second) {
             throw std::runtime_error(std::string(saver.Name) + ": both contents are the same");
         }
+        const int span = Span(saver);
         Tally tally;
-        for (int i = 0; i < options_.Kills; ++i) Kill(saver, first, second, tally);
+        for (int i = 0; i < options_.Kills; ++i) Kill(saver, span, first, second, tally);
         const auto left = Hidden(folder_.Path);
         tally.Files = static_cast<int>(left.size());
         std::printf("  %-20s %6d %14d %6d %6d %10d %6d\n", saver.Name, tally.Kills, tally.Inside,
@@ -162,10 +167,23 @@ class KillSoak {
         Undisturbed(saver, 0);
     }
 
-    void Kill(const Saver& saver, const std::vector<std::string>& first,
-              const std::vector<std::string>& second, Tally& tally) {
-        constexpr int kLongestUs = 8000;
-        const pid_t child = Start(saver, chance_.Below(2), true);
+    /// Microseconds that a few saves take: kills come anywhere in them.
+    int Span(const Saver& saver) {
+        constexpr int kSaves = 8;
+        const pid_t child = Start(saver, 0, true);
+        AwaitSave(saver, child);
+        const auto start = std::chrono::steady_clock::now();
+        while (left_->Saved < kSaves) {
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
+        const auto span = std::chrono::steady_clock::now() - start;
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        return static_cast<int>(
+            std::chrono::duration_cast<std::chrono::microseconds>(span).count() / 2);
+    }
+
+    void AwaitSave(const Saver& saver, pid_t child) {
         // Not before it saves: a program that only starts is no news.
         while (left_->Saved == 0 && left_->Inside == 0) {
             int status = 0;
@@ -174,7 +192,13 @@ class KillSoak {
             }
             std::this_thread::sleep_for(std::chrono::microseconds(100));
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(chance_.Below(kLongestUs)));
+    }
+
+    void Kill(const Saver& saver, int span, const std::vector<std::string>& first,
+              const std::vector<std::string>& second, Tally& tally) {
+        const pid_t child = Start(saver, chance_.Below(2), true);
+        AwaitSave(saver, child);
+        std::this_thread::sleep_for(std::chrono::microseconds(chance_.Below(span)));
         ::kill(child, SIGKILL);
         int status = 0;
         ::waitpid(child, &status, 0);

@@ -217,19 +217,20 @@ std::vector<Saver> Savers(const fs::path& folder) {
     all.push_back(
         {"lap report (PDF)", Look::Pdf, true, {"report.pdf"}, [=]() -> std::function<void(int)> {
              const auto program = std::make_shared<Program>(folder);
-             return [=](int which) {
+             return [program](int which) {
                  std::vector<RigaReport> laps;
                  Laps(laps, which == 0 ? 3 : 300);
-                 QtPrinter printer(folder / "report.pdf", QPageLayout::Portrait);
+                 QtPrinter printer(program->Machine.AppPath() / "report.pdf",
+                                   QPageLayout::Portrait);
                  StampaReport(printer, laps);
              };
          }});
     all.push_back(
         {"project sheet (PDF)", Look::Pdf, true, {"sheet.pdf"}, [=]() -> std::function<void(int)> {
              const auto program = std::make_shared<Program>(folder);
-             return [=](int which) {
+             return [program](int which) {
                  DatiProgetto.NomeProgetto = Long(which, 30);
-                 PrintProject(folder / "sheet.pdf");
+                 PrintProject(program->Machine.AppPath() / "sheet.pdf");
              };
          }});
     all.push_back({"choice of language",

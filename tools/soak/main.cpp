@@ -106,6 +106,8 @@ int Main(int argc, char** argv) {
     }
     if (!link && !pull && !kill) link = pull = kill = true;
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    // Without a login Qt complains in each process about folders that are of no use here.
+    ::setenv("QT_LOGGING_RULES", "default.warning=false", 0);
     options.Bin = fs::read_symlink("/proc/self/exe").parent_path();
     Faults faults;
     // Before there is an application here: its copies must have one of their own.
