@@ -33,6 +33,7 @@ struct Tally {
     int Inside = 0;
     int Old = 0, New = 0;
     int Mixed = 0;
+    int Sets = 0;   ///< sets of files of which some are old and some new
     int Files = 0;  ///< temporary files that were left
 };
 
@@ -152,6 +153,10 @@ class KillSoak {
         tally.Files = static_cast<int>(left.size());
         std::printf("  %-20s %6d %14d %6d %6d %10d %6d\n", saver.Name, tally.Kills, tally.Inside,
                     tally.Old, tally.New, tally.Mixed, tally.Files);
+        if (tally.Sets != 0) {
+            std::printf("  %20s %d sets of whole files of two ages: they are replaced one by one\n",
+                        "", tally.Sets);
+        }
         if (tally.Mixed != 0 && std::string(saver.Name) != "session, 64 kB") {
             faults_.Say(std::string(saver.Name) + ": " + std::to_string(tally.Mixed) +
                         " files are not whole");
@@ -208,6 +213,7 @@ class KillSoak {
         ++tally.Kills;
         tally.Inside += left_->Inside;
         const auto found = Contents(saver);
+        if (saver.How == Look::Whole && found != first && found != second) ++tally.Sets;
         for (std::size_t f = 0; f < found.size(); ++f) {
             const bool one = saver.How == Look::Pdf ? WholePdf(found[f]) : found[f] == first[f];
             const bool other = found[f] == second[f];
