@@ -276,10 +276,6 @@ class AnalisiDati {
 /// If the graph has no cursor, adds the blue one that keeps to the points of the last element.
 void ConfiguraCursore(GraphControl& grafico);
 
-/// A path less its last characters (bytes of its native form), and another ending.
-std::filesystem::path SenzaFine(const std::filesystem::path& percorso, std::size_t meno,
-                                std::string_view fine);
-
 /// Shows the busy pointer for the length of a scope.
 class PuntatoreOccupato {
  public:

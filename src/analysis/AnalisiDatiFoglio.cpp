@@ -5,6 +5,7 @@
 
 #include "analysis/LettoreDati.h"
 #include "platform/Testo1252.h"
+#include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Principale.h"

@@ -14,12 +14,6 @@ constexpr std::size_t kByteMassimi = 1 << 20;  // of a file that a person can lo
 
 }  // namespace
 
-fs::path SenzaFine(const fs::path& percorso, std::size_t meno, std::string_view fine) {
-    fs::path::string_type testo = percorso.native();
-    testo.resize(testo.size() - std::min(meno, testo.size()));
-    return testo + fs::path(fine).native();
-}
-
 void AnalisiDati::LeggiTempi() {
     const fs::path percorso = SenzaFine(NomeFileDati, 4, ".tim");
     std::string testo;

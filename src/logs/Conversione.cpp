@@ -315,17 +315,11 @@ FileLog ComponiLog() {
     return file;
 }
 
-fs::path FileLaterale(const fs::path& csv, std::string_view estensione) {
-    fs::path::string_type testo = csv.native();
-    testo.resize(testo.size() - std::min<std::size_t>(3, testo.size()));
-    testo += estensione;
-    return testo;
-}
-
 void ConvertiLog() {
     constexpr std::string_view kCosa = "converting the log";
-    const fs::path txt = FileLaterale(PercorsoCsv, "txt");
-    const fs::path tim = FileLaterale(PercorsoCsv, "tim");
+    // Side files are named after the data file, its last three characters replaced.
+    const fs::path txt = SenzaFine(PercorsoCsv, 3, "txt");
+    const fs::path tim = SenzaFine(PercorsoCsv, 3, "tim");
     // A data file of that name would be written over by its own side file.
     if (PercorsoCsv == txt || PercorsoCsv == tim) {
         throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, std::string(kCosa), PercorsoCsv);

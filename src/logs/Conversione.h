@@ -32,9 +32,6 @@ void ConvertiBlocchi(const std::vector<std::string>& blocchi, std::size_t numero
 /// The three files of the download buffers.
 FileLog ComponiLog();
 
-/// Path of a side file: the last three characters replaced.
-std::filesystem::path FileLaterale(const std::filesystem::path& csv, std::string_view estensione);
-
 /// Writes the three files beside `PercorsoCsv` and shows text 269. A write error ends the program.
 void ConvertiLog();
 

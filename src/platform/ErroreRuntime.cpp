@@ -35,7 +35,7 @@ const char* TestoErrore(NumeroErrore numero) {
 }
 
 ErroreRuntime::ErroreRuntime(NumeroErrore numero, const std::string& cosa,
-                             std::filesystem::path file, long riga)
+                             std::filesystem::path file, std::int64_t riga)
     : std::runtime_error(TestoErrore(numero)),
       numero_(numero),
       cosa_(cosa),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -31,18 +32,18 @@ const char* TestoErrore(NumeroErrore numero);
 class ErroreRuntime : public std::runtime_error {
  public:
     explicit ErroreRuntime(NumeroErrore numero, const std::string& cosa = {},
-                           std::filesystem::path file = {}, long riga = 0);
+                           std::filesystem::path file = {}, std::int64_t riga = 0);
 
     NumeroErrore Numero() const { return numero_; }
     const std::string& Cosa() const { return cosa_; }
     const std::filesystem::path& File() const { return file_; }
-    long Riga() const { return riga_; }
+    std::int64_t Riga() const { return riga_; }
 
  private:
     NumeroErrore numero_;
     std::string cosa_;
     std::filesystem::path file_;
-    long riga_;
+    std::int64_t riga_;
 };
 
 /// Raised by the serial control; the link layer turns it into its own messages.

@@ -1,11 +1,6 @@
 #include "shell/FileTesto.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <system_error>
 #include <utility>
@@ -18,93 +13,6 @@ namespace lapvane {
 namespace fs = std::filesystem;
 
 namespace {
-
-[[noreturn]] void Fallisci(int errore, std::string_view cosa, const fs::path& percorso) {
-    NumeroErrore numero = NumeroErrore::DeviceIo;
-    switch (errore) {
-        case ENOENT: {
-            std::error_code ignorato;
-            const fs::path cartella = percorso.parent_path();
-            numero = cartella.empty() || fs::is_directory(cartella, ignorato)
-                         ? NumeroErrore::FileNotFound
-                         : NumeroErrore::PathNotFound;
-            break;
-        }
-        case ENOTDIR:
-            numero = NumeroErrore::PathNotFound;
-            break;
-        case EACCES:
-        case EPERM:
-        case EROFS:
-        case EISDIR:
-        case ENAMETOOLONG:
-            numero = NumeroErrore::PathAccess;
-            break;
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
-            numero = NumeroErrore::DiskFull;
-            break;
-        default:
-            break;
-    }
-    throw ErroreRuntime(numero, std::string(cosa), percorso);
-}
-
-/// A file descriptor that closes itself.
-class Descrittore {
- public:
-    explicit Descrittore(int d) : d_(d) {}
-    ~Descrittore() {
-        if (d_ >= 0) ::close(d_);
-    }
-    Descrittore(const Descrittore&) = delete;
-    Descrittore& operator=(const Descrittore&) = delete;
-    int Valore() const { return d_; }
-    int Chiudi() {
-        const int d = d_;
-        d_ = -1;
-        return ::close(d);
-    }
-
- private:
-    int d_;
-};
-
-/// 0, or the error number.
-int ScriviTutto(int d, std::string_view testo) {
-    while (!testo.empty()) {
-        const ssize_t scritti = ::write(d, testo.data(), testo.size());
-        if (scritti < 0) {
-            if (errno == EINTR) continue;
-            return errno;
-        }
-        testo.remove_prefix(static_cast<std::size_t>(scritti));
-    }
-    return 0;
-}
-
-constexpr std::string_view kTemporaneo = ".lapvane-";
-
-/// Removes the temporary files that saves which were broken off have left in a folder: those that
-/// nobody has written to for an hour. A save never takes that long, so none is pulled away from
-/// another program that saves in the same folder.
-void TogliAbbandonati(const fs::path& cartella) {
-    constexpr auto kAbbandonato = std::chrono::hours(1);
-    std::error_code errore;
-    fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
-    while (!errore && voci != fs::directory_iterator()) {
-        const fs::path voce = voci->path();
-        voci.increment(errore);
-        if (TestoDaPercorso(voce.filename()).rfind(kTemporaneo, 0) != 0) continue;
-        std::error_code ignorato;
-        const auto scritto = fs::last_write_time(voce, ignorato);
-        if (!ignorato && fs::is_regular_file(fs::symlink_status(voce, ignorato)) &&
-            fs::file_time_type::clock::now() - scritto > kAbbandonato) {
-            fs::remove(voce, ignorato);
-        }
-    }
-}
 
 char Maiuscola1252(char c) {
     const auto b = static_cast<unsigned char>(c);
@@ -125,64 +33,21 @@ bool MenoSenzaMaiuscole(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size_t massimo) {
-    const Descrittore file(::open(percorso.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (file.Valore() < 0) Fallisci(errno, cosa, percorso);
-    struct stat stato {};
-    if (::fstat(file.Valore(), &stato) != 0) Fallisci(errno, cosa, percorso);
-    if (S_ISDIR(stato.st_mode)) Fallisci(EISDIR, cosa, percorso);
-    if (!S_ISREG(stato.st_mode)) Fallisci(EACCES, cosa, percorso);
-    std::string testo;
-    testo.resize(std::min(static_cast<std::size_t>(stato.st_size), massimo));
-    std::size_t letti = 0;
-    while (letti < testo.size()) {
-        const ssize_t n = ::read(file.Valore(), testo.data() + letti, testo.size() - letti);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            Fallisci(errno, cosa, percorso);
+void TogliAbbandonati(const fs::path& cartella) {
+    constexpr auto kAbbandonato = std::chrono::hours(1);
+    std::error_code errore;
+    fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
+    while (!errore && voci != fs::directory_iterator()) {
+        const fs::path voce = voci->path();
+        voci.increment(errore);
+        if (TestoDaPercorso(voce.filename()).rfind(kTemporaneo, 0) != 0) continue;
+        std::error_code ignorato;
+        const auto scritto = fs::last_write_time(voce, ignorato);
+        if (!ignorato && fs::is_regular_file(fs::symlink_status(voce, ignorato)) &&
+            fs::file_time_type::clock::now() - scritto > kAbbandonato) {
+            fs::remove(voce, ignorato);
         }
-        if (n == 0) break;
-        letti += static_cast<std::size_t>(n);
     }
-    testo.resize(letti);
-    return testo;
-}
-
-void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
-    // A link stays a link: what it points at is replaced.
-    std::error_code ignorato;
-    const fs::path vero =
-        fs::is_symlink(percorso, ignorato) ? fs::weakly_canonical(percorso, ignorato) : percorso;
-    if (fs::is_directory(vero, ignorato)) Fallisci(EISDIR, cosa, percorso);
-    struct stat vecchio {};
-    const bool cera = ::stat(vero.c_str(), &vecchio) == 0;
-    // A file that forbids writing is not replaced behind its owner's back.
-    if (cera && ::access(vero.c_str(), W_OK) != 0) Fallisci(errno, cosa, percorso);
-
-    std::string nome = (vero.parent_path() / (std::string(kTemporaneo) + "XXXXXX")).native();
-    Descrittore file(::mkostemp(nome.data(), O_CLOEXEC));
-    if (file.Valore() < 0) Fallisci(errno, cosa, percorso);
-    const mode_t maschera = ::umask(0);
-    ::umask(maschera);
-    static_cast<void>(::fchmod(file.Valore(), cera ? vecchio.st_mode & 07777u : 0666u & ~maschera));
-    int errore = ScriviTutto(file.Valore(), testo);
-    if (errore == 0 && ::fsync(file.Valore()) != 0) errore = errno;
-    if (file.Chiudi() != 0 && errore == 0) errore = errno;
-    if (errore == 0 && ::rename(nome.c_str(), vero.c_str()) != 0) errore = errno;
-    if (errore != 0) {
-        ::unlink(nome.c_str());
-        Fallisci(errore, cosa, percorso);
-    }
-    TogliAbbandonati(vero.parent_path());
-}
-
-void RiscriviInizio(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
-    Descrittore file(::open(percorso.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
-    if (file.Valore() < 0) Fallisci(errno, cosa, percorso);
-    int errore = ScriviTutto(file.Valore(), testo);
-    if (errore == 0 && ::fsync(file.Valore()) != 0) errore = errno;
-    if (file.Chiudi() != 0 && errore == 0) errore = errno;
-    if (errore != 0) Fallisci(errore, cosa, percorso);
 }
 
 bool FileEsiste(const fs::path& percorso) {
@@ -211,6 +76,12 @@ std::vector<std::string> ElencaFile(const fs::path& cartella) {
         return !MenoSenzaMaiuscole(b, a) && a < b;
     });
     return nomi;
+}
+
+fs::path SenzaFine(const fs::path& percorso, std::size_t meno, std::string_view fine) {
+    fs::path::string_type testo = percorso.native();
+    testo.resize(testo.size() - std::min(meno, testo.size()));
+    return testo + fs::path(fine).native();
 }
 
 bool UgualiSenzaMaiuscole(std::string_view a, std::string_view b) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -21,6 +22,13 @@ std::string LeggiFile(const std::filesystem::path& percorso, std::string_view co
 void ScriviFile(const std::filesystem::path& percorso, std::string_view testo,
                 std::string_view cosa);
 
+/// What the names of those temporary files begin with.
+constexpr std::string_view kTemporaneo = ".lapvane-";
+
+/// Removes the temporary files of a folder that nobody has written to for an hour. A save never
+/// takes that long, so none is pulled away from another program that saves in the same folder.
+void TogliAbbandonati(const std::filesystem::path& cartella);
+
 /// Writes `testo` over the first bytes of the file without emptying it; makes the file if it is
 /// missing. For the two files that are rewritten in place by design.
 void RiscriviInizio(const std::filesystem::path& percorso, std::string_view testo,
@@ -32,6 +40,10 @@ bool FileEsiste(const std::filesystem::path& percorso);
 /// File names of a folder, ascending without regard to case, no hidden files, no folders.
 std::vector<std::string> ElencaFile(const std::filesystem::path& cartella);
 
+/// A path less its last characters (units of its native form), and another ending.
+std::filesystem::path SenzaFine(const std::filesystem::path& percorso, std::size_t meno,
+                                std::string_view fine);
+
 /// Equal without regard to case (ASCII and the letters of Windows-1252).
 bool UgualiSenzaMaiuscole(std::string_view a, std::string_view b);
 
@@ -42,11 +54,11 @@ class LettoreRighe {
     bool Fine() const { return resto_.empty(); }
     /// The next line; an empty one past the end.
     std::string_view Prossima();
-    long Numero() const { return numero_; }  ///< lines read so far
+    std::int64_t Numero() const { return numero_; }  ///< lines read so far
 
  private:
     std::string_view resto_;
-    long numero_ = 0;
+    std::int64_t numero_ = 0;
 };
 
 }  // namespace lapvane

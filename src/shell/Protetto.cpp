@@ -31,7 +31,7 @@ void PortaDegliErrori(const ErroreRuntime& errore) {
     std::string testo = TestoNumero(static_cast<int>(errore.Numero())) + ": " + FraseErrore(errore.what());
     if (!errore.Cosa().empty()) testo += " (" + FraseErrore(errore.Cosa()) + ")";
     if (!errore.File().empty()) testo += "\r\n" + TestoDaPercorso(errore.File());
-    if (errore.Riga() > 0) testo += " : " + TestoNumero(std::int64_t{errore.Riga()});
+    if (errore.Riga() > 0) testo += " : " + TestoNumero(errore.Riga());
     MostraEChiudi(testo);
 }
 

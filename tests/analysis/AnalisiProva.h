@@ -214,9 +214,9 @@ class LogProva {
     }
     /// Writes data file, .txt and .tim of that stem.
     void Scrivi(const std::filesystem::path& stelo) const {
-        prova::Scrivi(stelo.native() + ".csv", Csv());
-        prova::Scrivi(stelo.native() + ".txt", Laterale());
-        prova::Scrivi(stelo.native() + ".tim", Tim);
+        prova::Scrivi(ConFine(stelo, ".csv"), Csv());
+        prova::Scrivi(ConFine(stelo, ".txt"), Laterale());
+        prova::Scrivi(ConFine(stelo, ".tim"), Tim);
     }
 
     int Colonne = 16;
@@ -255,7 +255,7 @@ class AnalisiProva : public ::testing::Test {
     }
     bool ApriCsv() {
         AnalisiInCorso = true;
-        analisi.NomeFileDati = Stelo().native() + ".csv";
+        analisi.NomeFileDati = ConFine(Stelo(), ".csv");
         return analisi.Carica();
     }
 

@@ -62,7 +62,7 @@ TEST_F(CaricamentoAnalisi, FillsTableAndNamesAndShowsTheFirstStretch) {
 
 TEST_F(CaricamentoAnalisi, TellsItsSteppingStonesInTheStatusBar) {
     ASSERT_TRUE(Apri(TreGiri()));
-    const std::string percorso = Stelo().native() + ".csv";
+    const std::string percorso = ConFine(Stelo(), ".csv").string();
     EXPECT_EQ(finestra.Storia,
               (std::vector<std::string>{"2:" + Testo(140), "3:" + Testo(141), "2:" + Testo(301),
                                         "3:" + Testo(141), "2:", "3:" + Testo(142),
@@ -124,7 +124,7 @@ TEST_F(CaricamentoAnalisi, KeepsTheTitleOfAColumnWithoutUnit) {
 TEST_F(CaricamentoAnalisi, TakesTheAlmFileAfterAMessage) {
     const LogProva log = TreGiri();
     log.Scrivi(Stelo());
-    std::filesystem::rename(Stelo().native() + ".txt", Stelo().native() + ".alm");
+    std::filesystem::rename(ConFine(Stelo(), ".txt"), ConFine(Stelo(), ".alm"));
     macchina.Risposte = {Answer::Ok};
     ASSERT_TRUE(ApriCsv());
     ASSERT_EQ(macchina.Mostrati.size(), 1u);
@@ -138,7 +138,7 @@ TEST_F(CaricamentoAnalisi, TakesTheAlmFileAfterAMessage) {
 
 TEST_F(CaricamentoAnalisi, ClosesWithoutAnySideFile) {
     TreGiri().Scrivi(Stelo());
-    std::filesystem::remove(Stelo().native() + ".txt");
+    std::filesystem::remove(ConFine(Stelo(), ".txt"));
     DatiProgetto.NomeProgetto = "Montecorvo";
     PercorsoProgetto = "/tmp/m.pro";
     macchina.Risposte = {Answer::Ok, Answer::Ok};
@@ -175,11 +175,11 @@ TEST_F(CaricamentoAnalisi, NameWithoutAPointHasAnEmptyStem) {
 
 TEST_F(CaricamentoAnalisi, WithoutLapTimesNoChannelShows) {
     TreGiri().Scrivi(Stelo());
-    std::filesystem::remove(Stelo().native() + ".tim");
+    std::filesystem::remove(ConFine(Stelo(), ".tim"));
     macchina.Risposte = {Answer::Ok};
     EXPECT_TRUE(ApriCsv());
     EXPECT_EQ(macchina.Mostrati[0].Testo,
-              Testo(328) + " " + Stelo().native() + ".tim " + Testo(329));
+              Testo(328) + " " + Stelo().string() + ".tim " + Testo(329));
     EXPECT_EQ(analisi.NumCampi, 0);
     EXPECT_EQ(analisi.NumRighe, 27);
     for (int c = 3; c <= 20; ++c) EXPECT_FALSE(vista.visibili[c]) << c;
@@ -195,7 +195,7 @@ TEST_F(CaricamentoAnalisi, LogsThatAreNoneOpenWithoutCurves) {
     for (const std::string& csv : casi) {
         SCOPED_TRACE(csv.size());
         TreGiri().Scrivi(Stelo());
-        Scrivi(Stelo().native() + ".csv", csv);
+        Scrivi(ConFine(Stelo(), ".csv"), csv);
         ASSERT_TRUE(ApriCsv());
         EXPECT_LE(analisi.NumRighe, 1);
         EXPECT_LE(vista.nomi[1].size(), 255u);
@@ -204,10 +204,10 @@ TEST_F(CaricamentoAnalisi, LogsThatAreNoneOpenWithoutCurves) {
         analisi.chkGrafico_Click(3, false);
     }
     // A folder in the place of the data file, and one in the place of the lap times.
-    std::filesystem::remove(Stelo().native() + ".csv");
-    std::filesystem::create_directory(Stelo().native() + ".csv");
-    std::filesystem::remove(Stelo().native() + ".tim");
-    std::filesystem::create_directory(Stelo().native() + ".tim");
+    std::filesystem::remove(ConFine(Stelo(), ".csv"));
+    std::filesystem::create_directory(ConFine(Stelo(), ".csv"));
+    std::filesystem::remove(ConFine(Stelo(), ".tim"));
+    std::filesystem::create_directory(ConFine(Stelo(), ".tim"));
     macchina.Risposte = {Answer::Ok};
     EXPECT_TRUE(ApriCsv());
     EXPECT_EQ(analisi.NumRighe, 0);
@@ -223,7 +223,7 @@ TEST_F(CaricamentoAnalisi, SideFileThatIsCutLeavesTheRestWithoutLap) {
     const LogProva log = TreGiri();
     log.Scrivi(Stelo());
     const std::string intero = log.Laterale();
-    Scrivi(Stelo().native() + ".txt", intero.substr(0, intero.size() / 2));
+    Scrivi(ConFine(Stelo(), ".txt"), intero.substr(0, intero.size() / 2));
     ASSERT_TRUE(ApriCsv());
     EXPECT_EQ(analisi.NumRighe, 27);
     EXPECT_EQ(analisi.Tabella().Valore(11, Piano::Laterale, 26), 0.0);

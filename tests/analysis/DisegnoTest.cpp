@@ -65,7 +65,7 @@ TEST_F(DisegnoCanali, DecimationHoldsADrawingToFiveHundredPoints) {
 }
 
 TEST_F(DisegnoCanali, DrawsTheTickedChannelsOfTheLapOverlaid) {
-    Scrivi(Stelo().native() + ".ses", Sessione("x;3;255;2;0;0", "x;1;65280;1;0;0"));
+    Scrivi(ConFine(Stelo(), ".ses"), Sessione("x;3;255;2;0;0", "x;1;65280;1;0;0"));
     ASSERT_TRUE(Apri(DueGiri()));
     Giro(2);
     EXPECT_TRUE(grafico.elementi.empty());

@@ -36,7 +36,7 @@ class Foglio : public AnalisiProva {
         return ApriFoglioCsv();
     }
     bool ApriFoglioCsv() {
-        foglio.NomeFileDati = Stelo().native() + ".csv";
+        foglio.NomeFileDati = ConFine(Stelo(), ".csv");
         return foglio.Carica();
     }
 
@@ -146,7 +146,7 @@ TEST_F(Foglio, ColumnsAreThoseOfTheFile) {
 
 TEST_F(Foglio, DoesNotNoticeAMissingSideFile) {
     QuattroGiri().Scrivi(Stelo());
-    std::filesystem::remove(Stelo().native() + ".txt");
+    std::filesystem::remove(ConFine(Stelo(), ".txt"));
     macchina.CartellaCorrente = macchina.Cartella;
     ASSERT_TRUE(ApriFoglioCsv());
     EXPECT_TRUE(foglio.FileLatiTrovati);
@@ -166,7 +166,7 @@ TEST_F(Foglio, DoesNotNoticeAMissingSideFile) {
     macchina.Risposte = {Answer::Ok, Answer::Ok};
     VistaProva altra;
     AnalisiDatiFoglio chiusa(altra, graficoFoglio, panoramicaFoglio);
-    chiusa.NomeFileDati = Stelo().native() + ".csv";
+    chiusa.NomeFileDati = ConFine(Stelo(), ".csv");
     EXPECT_FALSE(chiusa.Carica());
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
     EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(328) + "  " + Testo(329));
@@ -184,7 +184,7 @@ TEST_F(Foglio, LogsOfFewRowsAndOfMany) {
     ASSERT_TRUE(apri(vuoto));
     EXPECT_EQ(foglio.NumRighe, 1) << "the heading alone";
     EXPECT_EQ(foglio.PrimoGiroValido(), 1000);
-    Scrivi(Stelo().native() + ".csv", "");
+    Scrivi(ConFine(Stelo(), ".csv"), "");
     ASSERT_TRUE(ApriFoglioCsv());
     EXPECT_EQ(foglio.NumRighe, 0);
     EXPECT_EQ(foglio.NumCampi, 0);

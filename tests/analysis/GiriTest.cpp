@@ -67,7 +67,7 @@ TEST_F(TabellaGiri, MarksBestAndWorst) {
         LogProva log = TreGiri();
         log.Tim = TempiDi(caso.Tempi);
         log.Scrivi(Stelo());
-        analisiQuesta.NomeFileDati = Stelo().native() + ".csv";
+        analisiQuesta.NomeFileDati = ConFine(Stelo(), ".csv");
         ASSERT_TRUE(analisiQuesta.Carica());
         EXPECT_EQ((questa.sfondi[{caso.Migliore, 1}]), kVerde);
         EXPECT_EQ((questa.sfondi[{caso.Peggiore, 1}]), kRosso);
@@ -83,7 +83,7 @@ TEST_F(TabellaGiri, CutsLapsAtTheSectorsOfTheTrack) {
     Scrivi(macchina.Cartella / "tracks" / "Prova.sec", "100\r\n30\r\n30\r\n40\r\n");
     std::string ses = "a=\r\nb=\r\nc=\r\nCircuito=Prova\r\ne=100\r\nf=\r\ng=\r\nh=\r\n";
     for (int c = 3; c <= 20; ++c) ses += "x;1;255;1;0;0\r\n";
-    Scrivi(Stelo().native() + ".ses", ses);
+    Scrivi(ConFine(Stelo(), ".ses"), ses);
     ASSERT_TRUE(Apri(TreGiri()));
     EXPECT_EQ(analisi.NumSettori, 4);
     EXPECT_EQ(vista.Cella(0, 2), Testo(144) + "1");

@@ -92,7 +92,7 @@ TEST_F(Navigazione, ShiftGoesAnywhereAndReadsAtTheLeftEdge) {
 TEST_F(Navigazione, OneStepForwardOfTheOtherWindowKnowsNoMouse) {
     LogLungo().Scrivi(Stelo());
     AnalisiDatiFoglio foglio(vista, grafico, panoramica);
-    foglio.NomeFileDati = Stelo().native() + ".csv";
+    foglio.NomeFileDati = ConFine(Stelo(), ".csv");
     ASSERT_TRUE(foglio.Carica());
     foglio.MSFlexGrid1_Click(2, 1);
     grafico.intervallo = {3.0, 5.0, 0.0, 1.0};

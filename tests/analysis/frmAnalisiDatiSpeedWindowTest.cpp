@@ -314,7 +314,7 @@ TEST_F(FinestraAnalisi, ClosesInTheMiddleOfAScroll) {
 }
 
 TEST_F(FinestraAnalisi, CommandsWithoutLapsAndWithoutATrack) {
-    prova::Scrivi((macchina.Cartella / "run.tim").native(), "1.4\r\n\r\n");
+    prova::Scrivi(macchina.Cartella / "run.tim", "1.4\r\n\r\n");
     Mostra();
     macchina.Risposte = {Answer::Ok, Answer::Ok, Answer::Ok, Answer::Ok};
     for (const char* chiave : {"Statistiche", "StatisticheMisure", "ReportGiri"}) {
@@ -326,7 +326,7 @@ TEST_F(FinestraAnalisi, CommandsWithoutLapsAndWithoutATrack) {
     EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(216));
     EXPECT_FALSE(circuito->isChecked());
     std::filesystem::create_directory(macchina.Cartella / "Tracks");
-    prova::Scrivi((macchina.Cartella / "Tracks" / "Corto.trk").native(),
+    prova::Scrivi(macchina.Cartella / "Tracks" / "Corto.trk",
                   "0,0\r\n10,0\r\n10,10\r\n");
     DatiSessione.Circuito = "Corto";
     circuito->click();

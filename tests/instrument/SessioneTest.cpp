@@ -10,6 +10,7 @@
 #include "device/Codec.h"
 #include "instrument/Traiettoria.h"
 #include "instrument/Vettura.h"
+#include "support/PlatformProva.h"
 
 namespace lapvane::strumento {
 namespace {
@@ -93,9 +94,8 @@ TEST(Circuito, TheSharpestCornerIsFoundAndStraightsAreStraight) {
 }
 
 TEST(Circuito, FilesAreReadAndUnusableOnesRefused) {
-    std::string nome = (fs::temp_directory_path() / "lapvane-circuito-XXXXXX").native();
-    ASSERT_NE(::mkdtemp(nome.data()), nullptr);
-    const fs::path cartella = nome;
+    const prova::PlatformProva macchina;
+    const fs::path cartella = macchina.Cartella;
     const auto scrivi = [&](const char* file, const std::string& testo) {
         std::ofstream(cartella / file, std::ios::binary) << testo;
     };
@@ -132,7 +132,6 @@ TEST(Circuito, FilesAreReadAndUnusableOnesRefused) {
             EXPECT_NE(std::string(errore.what()).find(ragione), std::string::npos) << errore.what();
         }
     }
-    fs::remove_all(cartella);
 }
 
 TEST(Traiettoria, TheCarKeepsToGripPowerAndBrakes) {

@@ -163,7 +163,7 @@ TEST_F(Cartella, IsNeverLeft) {
     Scrivi(macchina.Cartella / "fuori.trk", "1,2\r\n");
     for (const std::string& nome :
          {std::string("../fuori"), std::string("a/b"), std::string("a\\b"),
-          (macchina.Cartella / "fuori").native(), std::string(), std::string("fuori\0x", 7)}) {
+          (macchina.Cartella / "fuori").string(), std::string(), std::string("fuori\0x", 7)}) {
         EXPECT_EQ(FileCircuito(nome, "trk"), fs::path()) << nome;
         EXPECT_FALSE(LeggiFileTracciato(nome)) << nome;
     }

@@ -182,7 +182,7 @@ TEST_F(DialogoSessione, NewDivisionIsWrittenWithTheSession) {
     EXPECT_EQ(Leggi(tracks / "Quadrato.sec"), "1000\r\n400\r\n200\r\n400\r\n");
     EXPECT_EQ(DatiSessione.Sessione, " Gara") << "untrimmed";
     EXPECT_EQ(DatiProgetto.Veicolo, "Alfa");
-    const std::string ses = Leggi(Stelo().native() + ".ses");
+    const std::string ses = Leggi(ConFine(Stelo(), ".ses"));
     EXPECT_EQ(ses.substr(0, ses.find("Piloti")),
               "Sessione= Gara\r\nDataSessione= \r\nOraSessione= \r\nCircuito=Quadrato\r\n"
               "LunghTracciato=1000\r\nVeicoloSessione= \r\n");
@@ -223,7 +223,7 @@ TEST_F(DialogoSessione, CancelKeepsOnlyAChangedLength) {
     EXPECT_EQ(DatiSessione.Sessione, "prima");
     EXPECT_EQ(DatiSessione.LunghTracciato, "4000");
     EXPECT_EQ(Leggi(tracks / "Valdoro.sec").substr(0, 4), "3480");
-    EXPECT_FALSE(fs::exists(Stelo().native() + ".ses"));
+    EXPECT_FALSE(fs::exists(ConFine(Stelo(), ".ses")));
 }
 
 TEST_F(DialogoSessione, TracksThatCannotBeHadOrWritten) {
@@ -237,7 +237,7 @@ TEST_F(DialogoSessione, TracksThatCannotBeHadOrWritten) {
     EXPECT_EQ(macchina.Mostrati.back().Testo,
               Testo(328) + " " + TestoDaPercorso(tracks / "Quadrato.sec") + " " + Testo(329));
     EXPECT_FALSE(dialogo->isVisible());
-    EXPECT_TRUE(fs::exists(Stelo().native() + ".ses")) << "the session is saved all the same";
+    EXPECT_TRUE(fs::exists(ConFine(Stelo(), ".ses"))) << "the session is saved all the same";
 
     fs::remove_all(tracks);
     try {

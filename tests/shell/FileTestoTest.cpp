@@ -1,16 +1,13 @@
 #include "shell/FileTesto.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <chrono>
 
 #include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
 #include "support/PlatformProva.h"
+#include "support/SpazioFinito.h"
 
 namespace lapvane {
 namespace {
@@ -43,28 +40,6 @@ TEST(FileTesto, FailuresTellWhatIsWrong) {
               NumeroErrore::PathNotFound);
 }
 
-TEST(FileTesto, AFullDiskLeavesTheOldFileWhole) {
-    PlatformProva macchina;
-    const fs::path file = macchina.Cartella / "progetto.pro";
-    prova::Scrivi(file, "vecchio");
-    // A limit on file sizes fails the write in the middle, as a full disk does.
-    struct rlimit prima {};
-    ::getrlimit(RLIMIT_FSIZE, &prima);
-    struct rlimit stretto = prima;
-    stretto.rlim_cur = 4096;
-    const auto segnale = ::signal(SIGXFSZ, SIG_IGN);
-    ::setrlimit(RLIMIT_FSIZE, &stretto);
-    const NumeroErrore errore =
-        ErroreDi([&] { ScriviFile(file, std::string(100000, 'n'), "saving the project"); });
-    ::setrlimit(RLIMIT_FSIZE, &prima);
-    ::signal(SIGXFSZ, segnale);
-    EXPECT_EQ(errore, NumeroErrore::DiskFull);
-    EXPECT_EQ(prova::Leggi(file), "vecchio");
-    EXPECT_EQ(ElencaFile(macchina.Cartella), std::vector<std::string>{"progetto.pro"});
-    EXPECT_EQ(std::distance(fs::directory_iterator(macchina.Cartella), fs::directory_iterator()), 1)
-        << "a temporary file was left behind";
-}
-
 TEST(FileTesto, WhatABrokenSaveLeftGoesAnHourLater) {
     PlatformProva macchina;
     const fs::path vecchio = macchina.Cartella / ".lapvane-Abc123";
@@ -83,11 +58,27 @@ TEST(FileTesto, WhatABrokenSaveLeftGoesAnHourLater) {
     for (const fs::path& voce : {fresco, altrui, cartella}) EXPECT_TRUE(fs::exists(voce)) << voce;
 }
 
+#ifndef _WIN32  // neither limits on file sizes nor modes there
+TEST(FileTesto, AFullDiskLeavesTheOldFileWhole) {
+    PlatformProva macchina;
+    const fs::path file = macchina.Cartella / "progetto.pro";
+    prova::Scrivi(file, "vecchio");
+    const auto scrivi = [&] {
+        const prova::SpazioFinito poco(4096);
+        ScriviFile(file, std::string(100000, 'n'), "saving the project");
+    };
+    EXPECT_EQ(ErroreDi(scrivi), NumeroErrore::DiskFull);
+    EXPECT_EQ(prova::Leggi(file), "vecchio");
+    EXPECT_EQ(ElencaFile(macchina.Cartella), std::vector<std::string>{"progetto.pro"});
+    EXPECT_EQ(std::distance(fs::directory_iterator(macchina.Cartella), fs::directory_iterator()), 1)
+        << "a temporary file was left behind";
+}
+
 TEST(FileTesto, WritingKeepsTheModeAndFollowsLinks) {
     PlatformProva macchina;
     const fs::path file = macchina.Cartella / "vero.txt";
     prova::Scrivi(file, "1");
-    ::chmod(file.c_str(), 0640);
+    fs::permissions(file, fs::perms{0640});
     const fs::path legame = macchina.Cartella / "legame.txt";
     fs::create_symlink("vero.txt", legame);
     ScriviFile(legame, "2", "x");
@@ -95,6 +86,7 @@ TEST(FileTesto, WritingKeepsTheModeAndFollowsLinks) {
     EXPECT_EQ(prova::Leggi(file), "2");
     EXPECT_EQ(static_cast<unsigned>(fs::status(file).permissions()), 0640u);
 }
+#endif
 
 TEST(FileTesto, ListingIsSortedWithoutCaseAndHidesDotFiles) {
     PlatformProva macchina;

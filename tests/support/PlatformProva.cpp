@@ -1,10 +1,10 @@
 #include "support/PlatformProva.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <fstream>
 #include <iterator>
+#include <random>
 
 #include "platform/ErroreRuntime.h"
 #include "shell/FileTesto.h"
@@ -15,9 +15,11 @@
 namespace lapvane::prova {
 
 PlatformProva::PlatformProva() {
-    std::string nome = (std::filesystem::temp_directory_path() / "lapvane-prova-XXXXXX").native();
-    if (::mkdtemp(nome.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    Cartella = nome;
+    std::random_device caso;
+    do {
+        Cartella = std::filesystem::temp_directory_path() /
+                   ("lapvane-prova-" + std::to_string(caso()));
+    } while (!std::filesystem::create_directory(Cartella));
     CartellaCorrente = Cartella;
     SetPlatform(this);
     AzzeraTutto();
@@ -136,6 +138,11 @@ void CaricaTestiVeri(int lingua) {
     IndiceLingua = lingua;
     CalcolaBaseTesti();
     CaricaTabelleNomi();
+}
+
+std::filesystem::path ConFine(std::filesystem::path stelo, const char* fine) {
+    stelo += fine;
+    return stelo;
 }
 
 std::string Leggi(const std::filesystem::path& percorso) {

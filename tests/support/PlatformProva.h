@@ -114,6 +114,8 @@ void AzzeraTutto();
 void CaricaTestiVeri(int lingua);
 
 /// A file's bytes, and a file of given bytes.
+/// "run" and ".csv" give "run.csv".
+std::filesystem::path ConFine(std::filesystem::path stelo, const char* fine);
 std::string Leggi(const std::filesystem::path& percorso);
 void Scrivi(const std::filesystem::path& percorso, const std::string& testo);
 

@@ -96,7 +96,7 @@ int main(int argc, char* argv[]) {
     try {
         return lapvane::Make(argv[1], argv[2]);
     } catch (const lapvane::ErroreRuntime& error) {
-        std::fprintf(stderr, "makesample: %s: %s\n", error.File().c_str(), error.what());
+        std::fprintf(stderr, "makesample: %s: %s\n", error.File().string().c_str(), error.what());
     } catch (const lapvane::FineProgramma&) {
         // Told already.
     } catch (const std::exception& error) {

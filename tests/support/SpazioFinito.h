@@ -1,0 +1,32 @@
+#pragma once
+
+#ifndef _WIN32
+#include <signal.h>
+#include <sys/resource.h>
+
+namespace lapvane::prova {
+
+/// A medium with room for files of so many bytes, as long as it lives: a write fails in the middle,
+/// as on a full disk.
+class SpazioFinito {
+ public:
+    explicit SpazioFinito(rlim_t byte) {
+        prima_ = ::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &limite_);
+        const rlimit stretto{byte, limite_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &stretto);
+    }
+    ~SpazioFinito() {
+        ::setrlimit(RLIMIT_FSIZE, &limite_);
+        ::signal(SIGXFSZ, prima_);
+    }
+    SpazioFinito(const SpazioFinito&) = delete;
+    SpazioFinito& operator=(const SpazioFinito&) = delete;
+
+ private:
+    rlimit limite_{};
+    void (*prima_)(int) = nullptr;
+};
+
+}  // namespace lapvane::prova
+#endif
