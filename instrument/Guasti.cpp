@@ -22,7 +22,7 @@ struct Parola {
     int Comando;          // when none is given; 0: any
 };
 
-constexpr std::array<Parola, 8> kParole = {{
+constexpr std::array<Parola, 11> kParole = {{
     {"drop", TipoGuasto::Scarta, false, 0, 0},
     {"cut", TipoGuasto::Taglia, true, 0, 0},
     {"delay", TipoGuasto::Ritarda, true, 1, 0},
@@ -31,6 +31,9 @@ constexpr std::array<Parola, 8> kParole = {{
     {"badsum", TipoGuasto::SommaErrata, true, 0, kBloccoLog},
     {"blank", TipoGuasto::PaginaVuota, true, 0, kBloccoLog},
     {"extra", TipoGuasto::Coda, true, 1, kSaluto},
+    {"noise", TipoGuasto::Rumore, true, 1, 0},
+    {"twice", TipoGuasto::Doppia, false, 0, 0},
+    {"order", TipoGuasto::Ordine, false, 0, 0},
 }};
 
 std::vector<std::string_view> Dividi(std::string_view testo) {
@@ -45,6 +48,15 @@ std::vector<std::string_view> Dividi(std::string_view testo) {
 
 [[noreturn]] void Rifiuta(std::string_view testo, const std::string& perche) {
     throw std::invalid_argument("fault \"" + std::string(testo) + "\": " + perche);
+}
+
+/// What a loose plug puts on the line: the same characters each time, none of them the start of a
+/// reply.
+std::string Rumore(std::size_t caratteri) {
+    constexpr std::string_view kRumore = "\xFF\x03~\xE1\x18U\xAA\x7F";
+    std::string rumore;
+    while (rumore.size() < caratteri) rumore += kRumore[rumore.size() % kRumore.size()];
+    return rumore;
 }
 
 bool GuastoDiPagina(TipoGuasto tipo) {
@@ -105,6 +117,9 @@ const char* AiutoGuasti() {
            "  blank:PAGE      the log page looks never written\n"
            "  extra:N         N characters more behind the reply (to the handshake, if no\n"
            "                  command is given)\n"
+           "  noise:N         N characters of noise before the reply\n"
+           "  twice           the reply comes twice\n"
+           "  order           the reply carries the number of another command\n"
            "COMMAND is a command number, or * for any. FIRST picks the n-th matching frame, and\n"
            "COUNT says how many frames from there on (1 if left out, 0 for good). Without FIRST\n"
            "every matching frame is hit.\n"
@@ -168,6 +183,15 @@ EsitoGuasti Guasti::Applica(const Richiesta& richiesta, std::string risposta) {
                 break;
             case TipoGuasto::Coda:
                 byte.append(valore, '?');
+                break;
+            case TipoGuasto::Rumore:
+                if (!byte.empty()) byte.insert(0, Rumore(valore));
+                break;
+            case TipoGuasto::Doppia:
+                byte += std::string(byte);
+                break;
+            case TipoGuasto::Ordine:
+                if (byte.size() > 1) byte[1] = static_cast<char>(byte[1] + 1);
                 break;
         }
     }

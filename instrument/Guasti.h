@@ -18,6 +18,9 @@ enum class TipoGuasto {
     SommaErrata,  ///< badsum: wrong checksum of log page `Valore` (from 0)
     PaginaVuota,  ///< blank: log page `Valore` looks never written
     Coda,         ///< extra: `Valore` characters more behind the reply
+    Rumore,       ///< noise: `Valore` characters of noise before the reply
+    Doppia,       ///< twice: the reply comes twice
+    Ordine,       ///< order: the reply carries the number of another command
 };
 
 /// A misbehaviour, for the frames that match: those of a command, from the `Dal`-th of them on, as

@@ -101,4 +101,10 @@ void PseudoTerminal::Write(std::string_view bytes) {
     }
 }
 
+std::size_t PseudoTerminal::Waiting() const {
+    int count = 0;
+    if (::ioctl(slave_, FIONREAD, &count) != 0) Fail("asking the terminal");
+    return static_cast<std::size_t>(count);
+}
+
 }  // namespace lapvane::strumento

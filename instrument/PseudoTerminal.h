@@ -27,6 +27,9 @@ class PseudoTerminal {
     std::string Read();
     /// What nobody reads is lost when the terminal's buffer is full, as on a cable.
     void Write(std::string_view bytes);
+    /// Characters that were written and that no program has taken yet, as far as the terminal has
+    /// them in its buffer.
+    std::size_t Waiting() const;
 
  private:
     int master_ = -1;

@@ -1,6 +1,7 @@
 #include "shell/FileTesto.h"
 
 #include <algorithm>
+#include <chrono>
 #include <system_error>
 #include <utility>
 
@@ -31,6 +32,23 @@ bool MenoSenzaMaiuscole(std::string_view a, std::string_view b) {
 }
 
 }  // namespace
+
+void TogliAbbandonati(const fs::path& cartella) {
+    constexpr auto kAbbandonato = std::chrono::hours(1);
+    std::error_code errore;
+    fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
+    while (!errore && voci != fs::directory_iterator()) {
+        const fs::path voce = voci->path();
+        voci.increment(errore);
+        if (TestoDaPercorso(voce.filename()).rfind(kTemporaneo, 0) != 0) continue;
+        std::error_code ignorato;
+        const auto scritto = fs::last_write_time(voce, ignorato);
+        if (!ignorato && fs::is_regular_file(fs::symlink_status(voce, ignorato)) &&
+            fs::file_time_type::clock::now() - scritto > kAbbandonato) {
+            fs::remove(voce, ignorato);
+        }
+    }
+}
 
 bool FileEsiste(const fs::path& percorso) {
     std::error_code errore;

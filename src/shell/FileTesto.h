@@ -17,9 +17,17 @@ std::string LeggiFile(const std::filesystem::path& percorso, std::string_view co
                       std::size_t massimo = static_cast<std::size_t>(-1));
 
 /// Writes the whole text to a temporary name in the same folder, flushes it to the disk and renames
-/// it over `percorso`: a full disk or a pulled plug leaves the old file whole.
+/// it over `percorso`: a full disk or a pulled plug leaves the old file whole. What a save that was
+/// broken off has left in that folder goes when it is an hour old.
 void ScriviFile(const std::filesystem::path& percorso, std::string_view testo,
                 std::string_view cosa);
+
+/// What the names of those temporary files begin with.
+constexpr std::string_view kTemporaneo = ".lapvane-";
+
+/// Removes the temporary files of a folder that nobody has written to for an hour. A save never
+/// takes that long, so none is pulled away from another program that saves in the same folder.
+void TogliAbbandonati(const std::filesystem::path& cartella);
 
 /// Writes `testo` over the first bytes of the file without emptying it; makes the file if it is
 /// missing. For the two files that are rewritten in place by design.

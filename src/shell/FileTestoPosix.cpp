@@ -118,7 +118,7 @@ void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_vi
     // A file that forbids writing is not replaced behind its owner's back.
     if (cera && ::access(vero.c_str(), W_OK) != 0) Fallisci(errno, cosa, percorso);
 
-    std::string nome = (vero.parent_path() / ".lapvane-XXXXXX").native();
+    std::string nome = (vero.parent_path() / (std::string(kTemporaneo) + "XXXXXX")).native();
     Descrittore file(::mkostemp(nome.data(), O_CLOEXEC));
     if (file.Valore() < 0) Fallisci(errno, cosa, percorso);
     const mode_t maschera = ::umask(0);
@@ -132,6 +132,7 @@ void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_vi
         ::unlink(nome.c_str());
         Fallisci(errore, cosa, percorso);
     }
+    TogliAbbandonati(vero.parent_path());
 }
 
 void RiscriviInizio(const fs::path& percorso, std::string_view testo, std::string_view cosa) {

@@ -98,8 +98,8 @@ DWORD Sostituisci(const fs::path& nuovo, const fs::path& vecchio) {
 /// A name in the same folder that nothing has yet, opened for writing.
 HANDLE ApriProvvisorio(const fs::path& cartella, fs::path& nome) {
     for (DWORD n = ::GetTickCount();; ++n) {
-        nome = cartella / (L".lapvane-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
-                           std::to_wstring(n));
+        nome = cartella / (std::string(kTemporaneo) + std::to_string(::GetCurrentProcessId()) +
+                           "-" + std::to_string(n));
         const HANDLE file = ::CreateFileW(nome.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                           FILE_ATTRIBUTE_NORMAL, nullptr);
         if (file != INVALID_HANDLE_VALUE || ::GetLastError() != ERROR_FILE_EXISTS) return file;
@@ -158,6 +158,7 @@ void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_vi
         ::DeleteFileW(nome.c_str());
         Fallisci(errore, cosa, percorso);
     }
+    TogliAbbandonati(vero.parent_path());
 }
 
 void RiscriviInizio(const fs::path& percorso, std::string_view testo, std::string_view cosa) {

@@ -64,6 +64,17 @@ TEST_F(Difetti, RepliesAreCutCorruptedAndLengthened) {
     Aggiungi("extra:2");
     EXPECT_EQ(Byte(kSaluto), kRispostaSaluto + "??");
     EXPECT_EQ(Byte(Frame(2)).size(), 13u);
+    strumento.Difetti.Togli();
+    Aggiungi("noise:2:1");
+    EXPECT_EQ(Byte(kSaluto), "\xFF\x03" + kRispostaSaluto);
+    strumento.Difetti.Togli();
+    Aggiungi("twice:1");
+    EXPECT_EQ(Byte(kSaluto), kRispostaSaluto + kRispostaSaluto);
+    strumento.Difetti.Togli();
+    Aggiungi("order:1");
+    EXPECT_EQ(Byte(kSaluto), "R\x02" + kRispostaSaluto.substr(2));
+    strumento.Difetti.Togli();
+    Aggiungi("extra:2");
     // Two faults on one reply, in their order.
     Aggiungi("cut:6:1");
     EXPECT_EQ(Byte(kSaluto), kRispostaSaluto + "?");

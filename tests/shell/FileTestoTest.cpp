@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
 #include "support/PlatformProva.h"
@@ -36,6 +38,24 @@ TEST(FileTesto, FailuresTellWhatIsWrong) {
     EXPECT_EQ(ErroreDi([&] { ScriviFile(macchina.Cartella, "t", "x"); }), NumeroErrore::PathAccess);
     EXPECT_EQ(ErroreDi([&] { ElencaFile(macchina.Cartella / "manca"); }),
               NumeroErrore::PathNotFound);
+}
+
+TEST(FileTesto, WhatABrokenSaveLeftGoesAnHourLater) {
+    PlatformProva macchina;
+    const fs::path vecchio = macchina.Cartella / ".lapvane-Abc123";
+    const fs::path fresco = macchina.Cartella / ".lapvane-Xyz789";  // perhaps still written to
+    const fs::path altrui = macchina.Cartella / "x.lapvane-Abc123";
+    const fs::path cartella = macchina.Cartella / ".lapvane-cartella";
+    for (const fs::path& file : {vecchio, fresco, altrui}) prova::Scrivi(file, "x");
+    fs::create_directory(cartella);
+    const auto ora = fs::file_time_type::clock::now();
+    for (const fs::path& voce : {vecchio, altrui, cartella}) {
+        fs::last_write_time(voce, ora - std::chrono::minutes(61));
+    }
+    fs::last_write_time(fresco, ora - std::chrono::minutes(59));
+    ScriviFile(macchina.Cartella / "progetto.pro", "t", "x");
+    EXPECT_FALSE(fs::exists(vecchio));
+    for (const fs::path& voce : {fresco, altrui, cartella}) EXPECT_TRUE(fs::exists(voce)) << voce;
 }
 
 #ifndef _WIN32  // neither limits on file sizes nor modes there

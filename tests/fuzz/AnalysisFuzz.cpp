@@ -1,0 +1,91 @@
+// A whole log as the analysis opens it: the input is the data file, its .txt, .tim and .ses and the
+// circuit's two files, parted by the byte 1. Both kinds of analysis load any of them, draw what is
+// asked and leave; only a run-time error may end it.
+#include <array>
+#include <cstdlib>
+
+#include "analysis/AnalisiDatiFoglio.h"
+#include "analysis/AnalisiDatiSpeed.h"
+#include "bench/VistaVuota.h"
+#include "fuzz/FuzzPlatform.h"
+#include "fuzz/QuietGraph.h"
+#include "reports/Circuiti.h"
+#include "reports/DatiSessione.h"
+#include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
+#include "shell/TabelleNomi.h"
+
+namespace {
+
+using namespace lapvane;
+
+void Use(AnalisiDati& log) {
+    log.chkGrafico_Click(3, true);
+    log.chkGrafico_Click(4, true);
+    log.optScala_Click(4);
+    for (int lap : {1, 2, 3, log.NumGiri, log.NumRigheTabella - 1}) {
+        if (lap < 1 || lap >= log.NumRigheTabella) continue;
+        log.MSFlexGrid1_Click(lap, 1);
+        log.CalcolaSettoriGiro(lap);
+    }
+    log.cmdZoom_Click(0.5);
+    log.cmdSposta_Click(1);
+    log.cmdSposta_Click(-10);
+    log.EventoZoom();
+    log.EventoCursore(0);
+    log.EventoCursore(log.RigheGiro);
+    log.EventoCursoreAllarmi(1);
+    log.chkDistanza_Click(true);
+    log.Separati_Click();
+    log.Sovrapposti_Click();
+    log.DimOriginali_Click();
+    log.Circuito_Click();
+    log.SSTab1_Click(1);
+    log.cmdZoom_Click(2.0);
+    log.SSTab1_Click(0);
+    if (log.CiSonoGiri()) log.CalcolaStatistiche();
+    log.RicompilaTabella();
+    log.RefreshLanguage();
+}
+
+template <class Analysis>
+void Open(const std::filesystem::path& csv) {
+    bench::VistaVuota view;
+    QuietGraph graph, overview;
+    Analysis log(view, graph, overview);
+    log.NomeFileDati = csv;
+    AnalisiInCorso = true;
+    try {
+        if (log.Carica()) Use(log);
+    } catch (const ErroreRuntime&) {
+        // Goes to the one door.
+    }
+    log.Form_Unload();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+    static FuzzPlatform machine;
+    static bench::PrincipaleVuota window;
+    static const FuzzFolder folder;
+    machine.Folder = folder.Path;
+    if (Testi.empty()) {
+        Testi.assign(700, "text");
+        MetaTesti = 350;
+        CaricaTabelleNomi();
+        std::filesystem::create_directory(folder.Path / "tracks");
+    }
+    std::string_view rest(reinterpret_cast<const char*>(data), size);
+    for (const char* name :
+         {"run.csv", "run.txt", "run.tim", "run.ses", "tracks/Fuzz.trk", "tracks/Fuzz.sec"}) {
+        const std::size_t end = std::min(rest.find('\x01'), rest.size());
+        folder.Write(name, rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    DatiSessione = {};
+    Open<AnalisiDatiSpeed>(folder.Path / "run.csv");
+    DatiSessione = {};
+    Open<AnalisiDatiFoglio>(folder.Path / "run.csv");
+    return 0;
+}

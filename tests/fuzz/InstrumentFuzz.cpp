@@ -1,0 +1,73 @@
+// The simulated instrument: any bytes on the line give replies of their commands' lengths and no
+// others; any text is a fault, a tank or an option, or is refused with a reason.
+#include <cstdlib>
+#include <stdexcept>
+
+#include "instrument/Circuito.h"
+#include "instrument/Guasti.h"
+#include "instrument/Options.h"
+#include "instrument/Strumento.h"
+#include "reports/Circuiti.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+    using namespace lapvane;
+    using namespace lapvane::strumento;
+    if (size == 0) return 0;
+    const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
+    try {
+        switch (data[0] % 4) {
+            case 0: {
+                Strumento instrument;
+                std::int64_t now = 0;
+                for (std::size_t i = 0; i < text.size();) {
+                    const std::size_t part = 1 + static_cast<unsigned char>(text[i]) % 120;
+                    for (const Risposta& reply : instrument.Ricevi(text.substr(i, part), now)) {
+                        if (reply.Tipo == nullptr) std::abort();
+                        if (!reply.Byte.empty() && reply.Byte.size() != reply.Tipo->Risposta) {
+                            std::abort();
+                        }
+                    }
+                    i += part;
+                    now += static_cast<std::int64_t>(part) * 3;
+                }
+                break;
+            }
+            case 1: {
+                Strumento instrument;
+                instrument.Difetti.Aggiungi(LeggiGuasto(text));
+                for (const int command : {1, 2, 9, 37}) {
+                    instrument.Ricevi(
+                        std::string{'H', static_cast<char>(command)} + (command == 37  ? "6D"
+                                                                        : command == 9 ? "51"
+                                                                        : command == 2 ? "4A"
+                                                                                       : "49"),
+                        1);
+                }
+                break;
+            }
+            case 2: {
+                std::vector<std::string> arguments;
+                std::size_t start = 0;
+                for (std::size_t end = text.find(' '); start <= text.size();
+                     start = end + 1, end = text.find(' ', start)) {
+                    end = std::min(end, text.size());
+                    arguments.push_back(text.substr(start, end - start));
+                }
+                ParseOptions(arguments);
+                break;
+            }
+            default: {
+                std::vector<Punto> outline;
+                for (const PuntoTracciato& point : LeggiTracciato(text)) {
+                    outline.push_back({static_cast<double>(point.X), static_cast<double>(point.Y)});
+                }
+                const Circuito track(outline, 2000.0);
+                if (!(track.Curvatura(100.0) >= 0.0)) std::abort();
+                if (!(track.CurvaStretta() >= 0.0 && track.CurvaStretta() <= 2000.0)) std::abort();
+            }
+        }
+    } catch (const std::invalid_argument&) {
+    } catch (const ErroreCircuito&) {
+    }
+    return 0;
+}

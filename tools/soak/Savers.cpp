@@ -1,0 +1,254 @@
+#include "Savers.h"
+
+#include <QComboBox>
+#include <QPushButton>
+#include <memory>
+#include <stdexcept>
+
+#include "Machine.h"
+#include "analysis/AnalisiDatiSpeed.h"
+#include "bench/VistaVuota.h"
+#include "fuzz/QuietGraph.h"
+#include "logs/BufferLog.h"
+#include "logs/Conversione.h"
+#include "platform/ErroreRuntime.h"
+#include "platform/qt/QtPrinter.h"
+#include "project/DatiProgetto.h"
+#include "project/FileProgetto.h"
+#include "project/FileRecenti.h"
+#include "project/frmStampaDatiProgetto.h"
+#include "reports/DatiSessione.h"
+#include "reports/StampaReport.h"
+#include "reports/dlgDatiSessione.h"
+#include "sensors/ImpostaSensore.h"
+#include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
+#include "shell/TabelleNomi.h"
+
+namespace lapvane::soak {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A machine without windows that says yes to every question.
+class PlainMachine : public Platform {
+ public:
+    explicit PlainMachine(fs::path folder) : folder_(std::move(folder)) { SetPlatform(this); }
+    std::int64_t GetTickCount() override { return 0; }
+    void Sleep(int) override {}
+    void DoEvents(int) override {}
+    Answer MsgBox(const std::string& text, Buttons, Icon icon, const std::string&) override {
+        if (icon == Icon::Critical) throw std::runtime_error("a save failed: " + text);
+        return Answer::Ok;
+    }
+    std::optional<fs::path> AskOpen(const FileRequest&) override { return {}; }
+    std::optional<fs::path> AskSave(const FileRequest&) override { return {}; }
+    std::optional<Colore> AskColor(Colore) override { return {}; }
+    fs::path AppPath() override { return folder_; }
+    fs::path CurDir() override { return folder_; }
+    std::string ExeName() override { return "soak"; }
+    std::string Now() override { return "24/11/2026 10:20:30"; }
+    char DecimalSeparator() override { return '.'; }
+    void MousePointer(Pointer) override {}
+    void Language(int) override {}
+    void End(int code) override { throw FineProgramma{code}; }
+
+ private:
+    fs::path folder_;
+};
+
+/// The program around a save.
+struct Program {
+    explicit Program(const fs::path& folder) : Machine(folder) {
+        CaricaTesti();
+        CalcolaBaseTesti();
+        CaricaTabelleNomi();
+        ValoriInizialiProgetto();
+    }
+    PlainMachine Machine;
+    Window Main;
+};
+
+/// A program with a log that is open.
+struct OpenLog : Program {
+    explicit OpenLog(const fs::path& folder) : Program(folder) {
+        Log.NomeFileDati = folder / "run.csv";
+        Log.NomeFileSessione = folder / "run.ses";
+        Log.Cartella = folder;
+        Log.NomeCsv = "run.csv";
+        Log.NomeLaterale = "run.txt";
+    }
+    bench::VistaVuota View;
+    QuietGraph Graph, Overview;
+    AnalisiDatiSpeed Log{View, Graph, Overview};
+};
+
+std::string Long(int which, std::size_t size) {
+    return which == 0 ? std::string() : std::string(size, static_cast<char>('a' + which));
+}
+
+std::function<std::function<void(int)>()> Session(const fs::path& folder, std::size_t shorter,
+                                                  std::size_t longer) {
+    return [=]() -> std::function<void(int)> {
+        const auto log = std::make_shared<OpenLog>(folder);
+        return [=](int which) {
+            DatiSessione = {};
+            DatiSessione.NoteSessione =
+                which == 0 ? std::string(shorter, 'a') : std::string(longer, 'b');
+            log->Log.SalvaDatiSessione();
+        };
+    };
+}
+
+void Laps(std::vector<RigaReport>& laps, int number) {
+    laps.clear();
+    for (int i = 1; i <= number; ++i) {
+        laps.push_back({"1", std::to_string(i), "01:20.00", "156.600"});
+    }
+}
+
+/// The division of a track goes out through the button of its dialog.
+void Divide(OpenLog& program, int sectors) {
+    DatiSessione.Circuito = "Valdoro";
+    dlgDatiSessione dialog(program.Log);
+    auto* number = dialog.findChild<QComboBox*>(QStringLiteral("cboNumSettori"));
+    auto* ok = dialog.findChild<QPushButton*>(QStringLiteral("OKButton"));
+    if (number == nullptr || ok == nullptr)
+        throw std::runtime_error("the dialog has other controls");
+    const int row = number->findText(QString::number(sectors));
+    number->setCurrentIndex(row);
+    Q_EMIT number->activated(row);
+    ok->click();
+    if (dialog.result() != QDialog::Accepted)
+        throw std::runtime_error("the dialog was not accepted");
+}
+
+void PrintProject(const fs::path& file) {
+    frmStampaDatiProgetto form;
+    form.ApriStampante = [&file] {
+        return std::make_unique<QtPrinter>(file, QPageLayout::Portrait);
+    };
+    auto* print = form.findChild<QPushButton*>(QStringLiteral("cmdPrint"));
+    if (print == nullptr) throw std::runtime_error("the form has other controls");
+    print->click();
+}
+
+}  // namespace
+
+std::vector<Saver> Savers(const fs::path& folder) {
+    std::vector<Saver> all;
+    all.push_back({"project", Look::Whole, false, {"run.pro"}, [=]() -> std::function<void(int)> {
+                       const auto program = std::make_shared<Program>(folder);
+                       PercorsoProgetto = folder / "run.pro";
+                       return [program](int which) {
+                           DatiProgetto.NoteProgetto = Long(which, 60000);
+                           SalvaProgetto();
+                       };
+                   }});
+    all.push_back({"recent files",
+                   Look::Whole,
+                   false,
+                   {"RecentFiles.ini"},
+                   [=]() -> std::function<void(int)> {
+                       const auto program = std::make_shared<Program>(folder);
+                       return [program](int which) {
+                           AzzeraFileRecenti();
+                           if (which != 0) {
+                               for (auto i : {0u, 1u, 2u})
+                                   ListaRecenti[i] = Long(1 + static_cast<int>(i), 4000);
+                               NumRecenti = 3;
+                           }
+                           FileRecenteScelto = "/a/b.pro";
+                           ScriviFileRecenti();
+                       };
+                   }});
+    all.push_back({"sensor file",
+                   Look::Whole,
+                   false,
+                   {"sensors/Prova.sns"},
+                   [=]() -> std::function<void(int)> {
+                       const auto program = std::make_shared<Program>(folder);
+                       return [program](int which) {
+                           TabellaPunti points;
+                           for (int i = 0; i < (which == 0 ? 2 : 20); ++i) {
+                               points.Spunta(i, true);
+                               points.X(i, std::to_string(50 * i));
+                               points.Y(i, std::to_string(i) + ".125");
+                           }
+                           if (!SalvaSensore("Pressione", "Prova", points, "soak")) {
+                               throw std::runtime_error("the sensor was not saved");
+                           }
+                       };
+                   }});
+    all.push_back({"conversion",
+                   Look::Whole,
+                   false,
+                   {"run.csv", "run.txt", "run.tim"},
+                   [=]() -> std::function<void(int)> {
+                       const auto program = std::make_shared<Program>(folder);
+                       PercorsoCsv = folder / "run.csv";
+                       return [program](int which) {
+                           AzzeraBufferLog();
+                           BlocchiLog.assign(which == 0 ? 2 : 120,
+                                             std::string(128, static_cast<char>(1 + which)));
+                           NumBlocchi = static_cast<std::int32_t>(BlocchiLog.size());
+                           NumeroGiri = static_cast<std::int16_t>(which == 0 ? 1 : 900);
+                           ConvertiLog();
+                       };
+                   }});
+    all.push_back(
+        {"schema.ini", Look::Whole, false, {"schema.ini"}, [=]() -> std::function<void(int)> {
+             const auto log = std::make_shared<OpenLog>(folder);
+             return [log](int which) {
+                 log->Log.NumCampi = 15 + which;
+                 log->Log.NumCampiTxt = 10;
+                 log->Log.ScriviSchema();
+             };
+         }});
+    all.push_back({"sectors of a track",
+                   Look::Whole,
+                   true,
+                   {"tracks/Valdoro.sec"},
+                   [=]() -> std::function<void(int)> {
+                       const auto log = std::make_shared<OpenLog>(folder);
+                       return [log](int which) { Divide(*log, which == 0 ? 3 : 15); };
+                   }});
+    all.push_back(
+        {"lap report (PDF)", Look::Pdf, true, {"report.pdf"}, [=]() -> std::function<void(int)> {
+             const auto program = std::make_shared<Program>(folder);
+             return [program](int which) {
+                 std::vector<RigaReport> laps;
+                 Laps(laps, which == 0 ? 3 : 300);
+                 QtPrinter printer(program->Machine.AppPath() / "report.pdf",
+                                   QPageLayout::Portrait);
+                 StampaReport(printer, laps);
+             };
+         }});
+    all.push_back(
+        {"project sheet (PDF)", Look::Pdf, true, {"sheet.pdf"}, [=]() -> std::function<void(int)> {
+             const auto program = std::make_shared<Program>(folder);
+             return [program](int which) {
+                 DatiProgetto.NomeProgetto = Long(which, 30);
+                 PrintProject(program->Machine.AppPath() / "sheet.pdf");
+             };
+         }});
+    all.push_back({"choice of language",
+                   Look::InPlace,
+                   false,
+                   {"LANGUAGES.DAT"},
+                   [=]() -> std::function<void(int)> {
+                       const auto program = std::make_shared<Program>(folder);
+                       return [program](int which) {
+                           IndiceLingua = which;
+                           SalvaLingua();
+                       };
+                   }});
+    all.push_back(
+        {"session, one page", Look::InPlace, false, {"run.ses"}, Session(folder, 100, 2000)});
+    all.push_back(
+        {"session, 64 kB", Look::InPlace, false, {"run.ses"}, Session(folder, 65536, 65536)});
+    return all;
+}
+
+}  // namespace lapvane::soak
