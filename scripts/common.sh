@@ -10,6 +10,8 @@ PACKAGES_BUILD=(build-essential cmake ninja-build ccache
 PACKAGES_RUN=(fonts-dejavu-core)
 PACKAGES_TEST=(poppler-utils)
 PACKAGES_FUZZ=(clang libclang-rt-dev)
+PACKAGES_TIDY=(clang-tidy)
+PACKAGES_COVERAGE=(gcovr)
 
 # Installs what is missing, as root or with sudo; says what to do where neither works.
 install_packages() {
