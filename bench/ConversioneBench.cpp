@@ -5,11 +5,11 @@
 #include <cstring>
 #include <filesystem>
 
-#include "fuzz/FuzzPlatform.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
 #include "shell/LoadStrings.h"
 #include "shell/TabelleNomi.h"
+#include "tools/support/BarePlatform.h"
 
 namespace lapvane {
 namespace {
@@ -60,8 +60,8 @@ const std::vector<std::string>& MemoriaPiena() {
 }
 
 void Prepara(const std::filesystem::path& cartella) {
-    static FuzzPlatform macchina;
-    SetPlatform(&macchina);
+    static BarePlatform macchina(cartella);
+    SetPlatform(&macchina);  // another bench may have had its own
     ListaUMVelocita = {"Km/h"};
     ListaUMTemperatura = {"C"};
     IndiceLingua = 1;

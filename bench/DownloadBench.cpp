@@ -1,5 +1,6 @@
-// What a download costs a block on top of its prescribed pauses, over a real pseudo-terminal with
-// an instrument that answers at once; and what the program costs while nobody answers.
+// What a download costs a block on top of its prescribed pauses and what a cycle of the live view
+// costs, over a real pseudo-terminal with an instrument that answers at once; and what the program
+// costs while nobody answers.
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
 
@@ -7,8 +8,11 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QTimer>
 
+#include "BenchMain.h"
 #include "device/SerialComm.h"
+#include "device/dlgDiagnostica.h"
 #include "logs/BufferLog.h"
 #include "logs/Scarico.h"
 #include "platform/qt/QtPlatform.h"
@@ -20,7 +24,7 @@
 namespace lapvane {
 namespace {
 
-constexpr int kBlocchi = 800;
+constexpr int kBlocchi = 400;
 constexpr int kPausaBlocco = 10;  // ms
 
 class Vista : public VistaScarico {
@@ -88,7 +92,48 @@ void SovraccaricoDelDownload(benchmark::State& stato) {
     }
     ChiudiPorta();
 }
-BENCHMARK(SovraccaricoDelDownload)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(SovraccaricoDelDownload)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
+
+/// A port that counts the requests.
+class PortaContata : public QtSerialControl {
+ public:
+    void Output(const std::string& byte) override {
+        ++Frame;
+        QtSerialControl::Output(byte);
+    }
+    int Frame = 0;
+};
+
+/// The live view on the screen of a car that drives: processor time of the whole program.
+void CicloDalVivo(benchmark::State& stato) {
+    constexpr int kDurata = 3000;  // ms
+    constexpr int kFramePerCiclo = 2;
+    const Strumento strumento({});
+    auto propria = std::make_unique<PortaContata>();
+    const PortaContata& porta = *propria;
+    frmMain finestra(std::move(propria));
+    finestra.Carica();
+    for (auto _ : stato) {
+        if (!LinkPronto()) {
+            stato.SkipWithError("no instrument");
+            break;
+        }
+        dlgDiagnostica vivo;
+        const int frame = porta.Frame;
+        const double prima = Processore();
+        QTimer::singleShot(kDurata, &vivo, &QDialog::close);
+        vivo.exec();
+        const double ms = (Processore() - prima) * 1e3;
+        const double cicli = static_cast<double>(porta.Frame - frame) / kFramePerCiclo;
+        FaseComunicazione = 0;
+        // A cycle takes its two pauses of 50 ms and little else.
+        if (cicli < kDurata / 200.0) stato.SkipWithError("the view did not run");
+        stato.counters["cycles"] = cicli;
+        stato.counters["processor_ms"] = ms / cicli;
+    }
+    ChiudiPorta();
+}
+BENCHMARK(CicloDalVivo)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 /// Share of a core over ten seconds of the whole program: window, poll, serial control.
 void Processore10s(benchmark::State& stato, const QStringList& opzioni, bool presente) {
@@ -134,7 +179,5 @@ int main(int argc, char* argv[]) {
     // The link asks the main window for its port: one is there for the whole run.
     lapvane::frmMain window(std::make_unique<lapvane::QtSerialControl>());
     window.Carica();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return lapvane::bench::RunBenches("download", argc, argv);
 }

@@ -12,6 +12,7 @@
 #include <random>
 #include <sstream>
 
+#include "BenchMain.h"
 #include "FullLog.h"
 #include "VistaVuota.h"
 #include "analysis/AnalisiDatiSpeed.h"
@@ -342,8 +343,5 @@ int main(int argc, char** argv) {
     LogPlatform machine;
     CaricaTesti();
     CalcolaBaseTesti();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return RunBenches("window", argc, argv);
 }

@@ -9,60 +9,39 @@
 #include "device/ProgrammaStrumento.h"
 #include "instrument/SerialeStrumento.h"
 #include "instrument/Strumento.h"
-#include "platform/ErroreRuntime.h"
 #include "project/DatiProgetto.h"
 #include "sensors/CSensore.h"
 #include "sensors/CanaliSensore.h"
 #include "sensors/FileSensore.h"
 #include "shell/LoadStrings.h"
+#include "tools/support/BarePlatform.h"
 
 namespace lapvane::bench {
 namespace {
 
 namespace fs = std::filesystem;
 
-/// A machine whose waits take no time; it says yes to what it is asked and counts what it is told.
-class Macchina : public Platform {
+/// A machine with a folder of its own; it says yes to what it is asked and counts how often.
+class Macchina : public BarePlatform {
  public:
-    Macchina() {
-        folder_ = fs::temp_directory_path() / "lapvane-strumento-bench";
-        fs::remove_all(folder_);
-        fs::create_directories(folder_ / "sensors");
-        SetPlatform(this);
+    Macchina() : BarePlatform(fs::temp_directory_path() / "lapvane-strumento-bench") {
+        fs::remove_all(AppPath());
+        fs::create_directories(AppPath() / "sensors");
         // The texts of the run, by number, in both halves of the table.
         Testi.assign(801, "Programming the water temperature curve");
     }
     ~Macchina() override {
-        SetPlatform(nullptr);
         LibreriaSensori.clear();
         Testi.clear();
         std::error_code ignorato;
-        fs::remove_all(folder_, ignorato);
+        fs::remove_all(AppPath(), ignorato);
     }
-    std::int64_t GetTickCount() override { return Orologio; }
-    void Sleep(int ms) override { Orologio += ms; }
-    void DoEvents(int ms) override { Orologio += ms; }
     Answer MsgBox(const std::string&, Buttons, Icon, const std::string&) override {
         ++Box;
         return Answer::Ok;
     }
-    std::optional<fs::path> AskOpen(const FileRequest&) override { return {}; }
-    std::optional<fs::path> AskSave(const FileRequest&) override { return {}; }
-    std::optional<Colore> AskColor(Colore) override { return {}; }
-    fs::path AppPath() override { return folder_; }
-    fs::path CurDir() override { return folder_; }
-    std::string ExeName() override { return "bench"; }
-    std::string Now() override { return {}; }
-    char DecimalSeparator() override { return '.'; }
-    void MousePointer(Pointer) override {}
-    void Language(int) override {}
-    void End(int code) override { throw FineProgramma{code}; }
 
-    std::int64_t Orologio = 0;
     int Box = 0;
-
- private:
-    fs::path folder_;
 };
 
 class Principale1 : public PrincipaleVuota {
@@ -116,7 +95,7 @@ void CorsaIntera(benchmark::State& stato, void (*corsa)(VistaStrumento&)) {
     Macchina macchina;
     strumento::Strumento apparecchio;
     strumento::SerialeStrumento porta(
-        apparecchio, [&] { return macchina.Orologio; }, [&](int ms) { macchina.Orologio += ms; });
+        apparecchio, [&] { return macchina.Clock; }, [&](int ms) { macchina.Clock += ms; });
     const Principale1 finestra(porta);
     DatiProgetto = {};
     for (const CanaleSensore& canale : kCanaliSensore) {
@@ -136,10 +115,10 @@ void CorsaIntera(benchmark::State& stato, void (*corsa)(VistaStrumento&)) {
     for (auto _ : stato) {
         Vista vista;
         const std::size_t prima = porta.Richieste().size();
-        const std::int64_t inizio = macchina.Orologio;
+        const std::int64_t inizio = macchina.Clock;
         corsa(vista);
         frame = porta.Richieste().size() - prima;
-        pause = macchina.Orologio - inizio;
+        pause = macchina.Clock - inizio;
         if (!vista.Riuscita) {
             stato.SkipWithError("the run failed");
             break;

@@ -11,6 +11,8 @@ PACKAGES_RUN=(fonts-dejavu-core)
 PACKAGES_TEST=(poppler-utils)
 PACKAGES_FUZZ=(clang libclang-rt-dev)
 PACKAGES_MANUAL=(libcmark-gfm-dev libcmark-gfm-extensions-dev)
+PACKAGES_TIDY=(clang-tidy)
+PACKAGES_COVERAGE=(gcovr)
 
 # Installs what is missing, as root or with sudo; says what to do where neither works.
 install_packages() {

@@ -25,6 +25,7 @@ constexpr double kContrastoAsse = 3.0;
 constexpr double kTratto = 1.4;  // pixels of a line of width 1: a hairline is lost in the sun
 constexpr double kTrattoCarta = 1.0;
 constexpr int kSpessoreMassimo = 20;
+constexpr double kLontano = 2000.0;  // pixels
 constexpr double kLarghezzaCursore = 1.5;
 constexpr double kFuoco = 2.0;  // width of the mark of the focus
 constexpr int kRigheLegenda = 3;
@@ -422,10 +423,10 @@ void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Dispo
             const double larghezza = kTratto * Spessore(elemento.Spessore) * r;
             const std::uint32_t tinta =
                 Pixel(ColoreLeggibile(elemento.Tinta, foglio.Sfondo, kContrastoLinea));
-            // So far out that the ends of what is cut off do not show.
-            const double oltre = larghezza + 2.0;
-            const Rettangolo campo{area.left() - oltre, area.top() - oltre, area.right() + oltre,
-                                   area.bottom() + oltre};
+            // The tracer leaves out by itself what is not in the area, and faster: a noisy curve at
+            // the range's end would be cut into many pieces. Only what is far out is cut off.
+            const Rettangolo campo{area.left() - kLontano, area.top() - kLontano,
+                                   area.right() + kLontano, area.bottom() + kLontano};
             Tratto punti(elemento.Punti.size());
             for (std::size_t n = 0; n < punti.size(); ++n) {
                 punti[n] = {x.Pixel(elemento.Punti[n].X), y.Pixel(elemento.Punti[n].Y)};
@@ -443,6 +444,7 @@ void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Dispo
                 tracciatore_.Linea(tratto, larghezza, tinta);
             }
         }
+        tracciatore_.Traccia();
     }
 }
 

@@ -1,7 +1,9 @@
 #include "widgets/Tracciatore.h"
 
+#include <QThreadPool>
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -23,6 +25,8 @@ constexpr int kFasi = 32;                // places of a line inside a pixel that
 constexpr int kLivelli = 39;             // slopes that are told apart, cosines 90/128 to 128/128
 constexpr int kPrimoLivello = 90;
 constexpr std::size_t kProfiliMassimi = 8;
+constexpr int kRigheFascia = 32;  // their pixels and their mask stay in the second level cache
+constexpr std::size_t kSegmentiThread = 500;  // fewer are drawn before another thread is awake
 
 /// The integer below; std::floor is a function call on older processors.
 int Sotto(double x) {
@@ -63,14 +67,14 @@ void StendiTessera(std::uint32_t* pixel, const std::uint8_t* maschera, std::uint
 #ifdef LAPVANE_SSE2
     const __m128i zero = _mm_setzero_si128();
     const __m128i cento = _mm_set1_epi16(128);
-    const __m128i pieno = _mm_set1_epi16(255);
     const __m128i tinta =
         _mm_unpacklo_epi8(_mm_set1_epi32(static_cast<std::int32_t>(colore)), zero);
+    // a * 255 + (b - a) * weight, which is the sum of `Mescola`: what overflows on the way comes
+    // back.
     const auto mescola = [&](__m128i sotto, __m128i peso) {
         const __m128i t =
-            _mm_add_epi16(_mm_add_epi16(_mm_mullo_epi16(sotto, _mm_sub_epi16(pieno, peso)),
-                                        _mm_mullo_epi16(tinta, peso)),
-                          cento);
+            _mm_add_epi16(_mm_add_epi16(_mm_sub_epi16(_mm_slli_epi16(sotto, 8), sotto), cento),
+                          _mm_mullo_epi16(_mm_sub_epi16(tinta, sotto), peso));
         return _mm_srli_epi16(_mm_add_epi16(t, _mm_srli_epi16(t, 8)), 8);
     };
     const __m128i m = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(maschera));
@@ -108,7 +112,7 @@ void AlzaFila(std::uint8_t* m, const std::uint8_t* coperti) {
 }  // namespace
 
 /// A segment along its longer axis: "lungo" runs along that axis, "traverso" across it. The places
-/// are those of the mask.
+/// are those of the mask: the field's, with a border at the left.
 struct Tracciatore::Segmento {
     bool Alto = false;     ///< the longer axis is y
     bool Avanti = true;    ///< drawn in the direction in which the coordinate grows
@@ -132,50 +136,118 @@ struct Tracciatore::Profilo {
     std::array<std::array<std::array<std::uint8_t, kBordo>, kFasi>, kLivelli> Copertura{};
 };
 
+/// How a line looks.
+struct Tracciatore::Stile {
+    float Raggio = 0.0F;  ///< from the line's middle to where its coverage ends
+    std::uint32_t Colore = 0;
+    std::shared_ptr<const Profilo> Sezione;
+};
+
+struct Tracciatore::LineaPronta {
+    Stile Aspetto;
+    std::size_t Da = 0;  ///< segments up to but without `A`
+    std::size_t A = 0;
+};
+
+/// Rows that a segment may touch, both included.
+struct Tracciatore::Righe {
+    int Prima = 0;
+    int Ultima = -1;
+};
+
+/// Draws the lines of some rows. The mask is those rows with a border left and right, so that a
+/// line's breadth need not be cut at the field's edge.
+class Tracciatore::Fascia {
+ public:
+    void Disegna(const Tracciatore& t, int fascia);
+
+ private:
+    void Copri(const Segmento& s);
+    template <bool Alto>
+    void CopriLungo(const Segmento& s);
+    template <bool Alto>
+    void CopriTesta(const Segmento& s, int da, int a);
+    template <bool Alto>
+    void CopriCorpo(const Segmento& s, int da, int a);
+    template <bool Alto, int Pixel>
+    void CopriColProfilo(const Segmento& s, int da, int a);
+    /// Marks the pixels of a row.
+    void Segna(int y, int da, int a) {
+        std::uint64_t* const riga =
+            tessere_.data() + static_cast<std::size_t>(y - primaRiga_) * passoTessere_;
+        const unsigned prima = static_cast<unsigned>(da) / kTessera;
+        const unsigned ultima = static_cast<unsigned>(a) / kTessera;
+        riga[prima / 64] |= std::uint64_t{1} << (prima % 64);
+        for (unsigned n = prima + 1; n <= ultima; ++n) riga[n / 64] |= std::uint64_t{1} << (n % 64);
+    }
+    /// The part of `da` to `a` along (or across) a segment that lies in the band, when these are
+    /// rows; else in the mask.
+    template <bool Righe>
+    int Prima(int da) const {
+        return std::max(da, Righe ? primaRiga_ : 0);
+    }
+    template <bool Righe>
+    int Ultima(int a) const {
+        return std::min(a, Righe ? ultimaRiga_ : larghezza_ - 1);
+    }
+    std::uint8_t* Maschera(int x, int y) {
+        return maschera_.data() + static_cast<std::size_t>(y - primaRiga_) * passo_ +
+               static_cast<std::size_t>(x);
+    }
+    void Stendi(const Tela& tela, const Campo& campo, const Righe& righe);
+
+    int larghezza_ = 0;  ///< with both borders
+    int primaRiga_ = 0;  ///< of the field
+    int ultimaRiga_ = -1;
+    std::size_t passo_ = 0;         ///< bytes from row to row
+    std::size_t passoTessere_ = 0;  ///< words from row to row of the marks
+    std::vector<std::uint8_t> maschera_;
+    std::vector<std::uint64_t> tessere_;  ///< one bit for eight pixels that may be covered
+    const Stile* stile_ = nullptr;
+};
+
 Tracciatore::Tracciatore() = default;
 Tracciatore::~Tracciatore() = default;
 
-const Tracciatore::Profilo& Tracciatore::ProfiloDi(double larghezza) {
+std::shared_ptr<const Tracciatore::Profilo> Tracciatore::ProfiloDi(double larghezza) {
     for (const auto& p : profili_) {
-        if (p->Larghezza == larghezza) return *p;
+        if (p->Larghezza == larghezza) return p;
     }
     if (profili_.size() == kProfiliMassimi) profili_.clear();
-    auto p = std::make_unique<Profilo>();
+    const auto raggio = static_cast<float>(larghezza / 2.0 + 0.5);
+    auto p = std::make_shared<Profilo>();
     p->Larghezza = larghezza;
     for (std::size_t livello = 0; livello < kLivelli; ++livello) {
         const float coseno = static_cast<float>(kPrimoLivello + static_cast<int>(livello)) / 128.0F;
-        const float mezza = raggio_ / coseno;
+        const float mezza = raggio / coseno;
         p->Mezza[livello] = mezza;
         for (std::size_t fase = 0; fase < kFasi; ++fase) {
             float d = 1.0F - static_cast<float>(fase) / kFasi - mezza;
             for (std::uint8_t& c : p->Copertura[livello][fase]) {
-                c = lapvane::Copertura(raggio_ - std::fabs(d) * coseno);
+                c = lapvane::Copertura(raggio - std::fabs(d) * coseno);
                 d += 1.0F;
             }
         }
     }
-    profili_.push_back(std::move(p));
-    return *profili_.back();
+    profili_.push_back(p);
+    return p;
 }
 
 void Tracciatore::Inizia(const Tela& tela, const Campo& campo) {
     tela_ = tela;
     campo_ = campo;
-    larghezza_ = std::max(0, campo.Destra - campo.Sinistra) + 2 * kBordo;
-    altezza_ = std::max(0, campo.Basso - campo.Alto) + 2 * kBordo;
-    const auto tessere = static_cast<std::size_t>(larghezza_ / kTessera + 1);
-    passo_ = tessere * kTessera;
-    passoTessere_ = (tessere + 63) / 64;
-    maschera_.resize(std::max(maschera_.size(), passo_ * static_cast<std::size_t>(altezza_)));
-    tessere_.resize(std::max(tessere_.size(), passoTessere_ * static_cast<std::size_t>(altezza_)));
+    segmenti_.clear();
+    righe_.clear();
+    linee_.clear();
 }
 
-Tracciatore::Segmento Tracciatore::Prepara(const PuntoGrafico& a, const PuntoGrafico& b) const {
+Tracciatore::Segmento Tracciatore::Prepara(const PuntoGrafico& a, const PuntoGrafico& b,
+                                           float raggio) const {
     Segmento s;
     const double dx = b.X - a.X;
     const double dy = b.Y - a.Y;
     const double x = a.X - campo_.Sinistra + kBordo;
-    const double y = a.Y - campo_.Alto + kBordo;
+    const double y = a.Y - campo_.Alto;
     s.Alto = std::fabs(dy) > std::fabs(dx);
     const double lungo = s.Alto ? dy : dx;
     const double traverso = s.Alto ? dx : dy;
@@ -195,131 +267,206 @@ Tracciatore::Segmento Tracciatore::Prepara(const PuntoGrafico& a, const PuntoGra
         s.Coseno = static_cast<float>(std::fabs(lungo) / lunghezza);
         s.Seno = static_cast<float>(s.Pendenza) * s.Coseno;
     }
-    s.Mezza = raggio_ / s.Coseno;
+    s.Mezza = raggio / s.Coseno;
     return s;
 }
 
-/// Marks the pixels of one row or column.
-template <bool Alto>
-void Tracciatore::Segna(int lungo, int daTraverso, int aTraverso) {
-    std::uint64_t* const tessere = tessere_.data();
-    const std::size_t passo = passoTessere_;
-    const auto segna = [&](int x, int y) {
-        const auto tessera = static_cast<std::size_t>(x / kTessera);
-        tessere[static_cast<std::size_t>(y) * passo + tessera / 64] |= std::uint64_t{1}
-                                                                       << (tessera % 64);
+void Tracciatore::Aggiungi(const Segmento& s, float raggio) {
+    const auto [cima, fondo] =
+        s.Alto ? std::minmax(s.Da, s.A) : std::minmax(s.TraversoDa, s.TraversoA);
+    const double oltre = static_cast<double>(s.Alto ? raggio : s.Mezza);
+    segmenti_.push_back(s);
+    righe_.push_back({Sotto(cima - oltre) - 1, Sotto(fondo + oltre) + 1});
+}
+
+void Tracciatore::Linea(std::span<const PuntoGrafico> punti, double larghezza,
+                        std::uint32_t colore) {
+    if (punti.empty()) return;
+    larghezza = std::max(1.0, larghezza);
+    LineaPronta linea;
+    linea.Aspetto = {static_cast<float>(larghezza / 2.0 + 0.5), colore | 0xFF000000U,
+                     ProfiloDi(larghezza)};
+    linea.Da = segmenti_.size();
+    const float raggio = linea.Aspetto.Raggio;
+    Segmento prima = Prepara(punti[0], punti[0], raggio);
+    bool aperta = false;
+    for (std::size_t i = 1; i < punti.size(); ++i) {
+        Segmento s = Prepara(punti[i - 1], punti[i], raggio);
+        if (static_cast<double>(s.Lunghezza) < kPiuPiccolo) continue;
+        // A corner that both segments cut along the same column closes by itself, unless the line
+        // turns so much that one of them is cut visibly higher.
+        const bool tonda = !aperta || s.Alto != prima.Alto || s.Avanti != prima.Avanti ||
+                           std::fabs(s.Mezza - prima.Mezza) > kScalinoMassimo;
+        if (aperta) {
+            (prima.Avanti ? prima.TestaA : prima.TestaDa) = tonda;
+            Aggiungi(prima, raggio);
+        }
+        (s.Avanti ? s.TestaDa : s.TestaA) = tonda;
+        prima = s;
+        aperta = true;
+    }
+    if (!aperta) prima.TestaDa = true;
+    (prima.Avanti ? prima.TestaA : prima.TestaDa) = true;
+    Aggiungi(prima, raggio);
+    linea.A = segmenti_.size();
+    linee_.push_back(std::move(linea));
+}
+
+void Tracciatore::Traccia(int thread) {
+    const int righe = campo_.Basso - campo_.Alto;
+    if (linee_.empty() || righe <= 0 || campo_.Destra <= campo_.Sinistra) return;
+    const int fasce = (righe + kRigheFascia - 1) / kRigheFascia;
+    if (thread <= 0) {
+        thread = segmenti_.size() < kSegmentiThread
+                     ? 1
+                     : QThreadPool::globalInstance()->maxThreadCount();
+    }
+    thread = std::min(thread, fasce);
+    while (fasce_.size() < static_cast<std::size_t>(thread)) {
+        fasce_.push_back(std::make_unique<Fascia>());
+    }
+    std::atomic<int> prossima = 0;
+    const auto disegna = [&](Fascia& fascia) {
+        for (int n = prossima++; n < fasce; n = prossima++) fascia.Disegna(*this, n);
     };
-    if constexpr (Alto) {
-        for (int x = daTraverso; x < aTraverso; x += kTessera) segna(x, lungo);
-        segna(aTraverso, lungo);
-    } else {
-        for (int y = daTraverso; y <= aTraverso; ++y) segna(lungo, y);
+    int altri = 0;
+    for (; altri + 1 < thread; ++altri) {
+        Fascia* const sua = fasce_[static_cast<std::size_t>(altri) + 1].get();
+        // A pool that is busy elsewhere helps nobody; this thread then does it all.
+        if (!QThreadPool::globalInstance()->tryStart([&, sua] {
+                disegna(*sua);
+                pronti_.release();
+            })) {
+            break;
+        }
+    }
+    disegna(*fasce_[0]);
+    pronti_.acquire(altri);
+}
+
+void Tracciatore::Fascia::Disegna(const Tracciatore& t, int fascia) {
+    const Campo& campo = t.campo_;
+    larghezza_ = campo.Destra - campo.Sinistra + 2 * kBordo;
+    primaRiga_ = fascia * kRigheFascia;
+    ultimaRiga_ = std::min(primaRiga_ + kRigheFascia, campo.Basso - campo.Alto) - 1;
+    const auto tessere = static_cast<std::size_t>(larghezza_ / kTessera + 1);
+    passo_ = tessere * kTessera;
+    passoTessere_ = (tessere + 63) / 64;
+    maschera_.resize(std::max(maschera_.size(), passo_ * kRigheFascia));
+    tessere_.resize(std::max(tessere_.size(), passoTessere_ * kRigheFascia));
+    for (const LineaPronta& linea : t.linee_) {
+        stile_ = &linea.Aspetto;
+        Righe righe{ultimaRiga_ + 1, primaRiga_ - 1};
+        for (std::size_t n = linea.Da; n < linea.A; ++n) {
+            const Righe& sue = t.righe_[n];
+            if (sue.Prima > ultimaRiga_ || sue.Ultima < primaRiga_) continue;
+            Copri(t.segmenti_[n]);
+            righe.Prima = std::min(righe.Prima, std::max(sue.Prima, primaRiga_));
+            righe.Ultima = std::max(righe.Ultima, std::min(sue.Ultima, ultimaRiga_));
+        }
+        Stendi(t.tela_, campo, righe);
     }
 }
 
 /// Rows or columns `da` to `a` where the ends of the segment do not show, for lines that are not
 /// broader than `Pixel` across.
 template <bool Alto, int Pixel>
-void Tracciatore::CopriColProfilo(const Segmento& s, int da, int a) {
+void Tracciatore::Fascia::CopriColProfilo(const Segmento& s, int da, int a) {
     constexpr double kUno = 65536.0;
     constexpr int kBitFase = 16 - std::countr_zero(static_cast<unsigned>(kFasi));
+    const Profilo& profilo = *stile_->Sezione;
     const auto livello = static_cast<std::size_t>(
         std::clamp(static_cast<int>(s.Coseno * 128.0F + 0.5F) - kPrimoLivello, 0, kLivelli - 1));
-    const auto& profilo = profilo_->Copertura[livello];
-    const double mezza = static_cast<double>(profilo_->Mezza[livello]);
+    const auto& copertura = profilo.Copertura[livello];
+    const double mezza = static_cast<double>(profilo.Mezza[livello]);
     const int numero = std::min(Pixel, static_cast<int>(2.0 * mezza) + 1);
-    const int limite = (Alto ? larghezza_ : altezza_) - Pixel;
-    const auto passo = static_cast<std::int32_t>(s.Pendenza * kUno);
-    // Half a phase more, so that cutting off the rest rounds.
-    auto posto = static_cast<std::int32_t>(
+    const auto passo = static_cast<std::int64_t>(s.Pendenza * kUno);
+    // Half a phase more, so that cutting off the rest rounds. Reckoned from `da` whatever the band:
+    // all bands of a segment cut off the same.
+    auto posto = static_cast<std::int64_t>(
         (s.TraversoDa + s.Pendenza * (da + 0.5 - s.Da) - mezza + 0.5 + 0.5 / kFasi) * kUno);
-    std::uint8_t* const maschera = maschera_.data();
-    const std::size_t riga = passo_;
-    for (int lungo = da; lungo <= a; ++lungo, posto += passo) {
-        const int primo = posto >> 16;
-        if (primo < 0 || primo > limite) continue;  // not even near the field
-        Segna<Alto>(lungo, primo, primo + numero - 1);
-        const std::uint8_t* const c = profilo[(posto & 0xFFFF) >> kBitFase].data();
+    const int inizio = Prima<Alto>(da);
+    const int fine = Ultima<Alto>(a);
+    posto += passo * (inizio - da);
+    for (int lungo = inizio; lungo <= fine; ++lungo, posto += passo) {
+        const auto primo = static_cast<int>(posto >> 16);
+        const std::uint8_t* const c = copertura[(posto & 0xFFFF) >> kBitFase].data();
         if constexpr (Alto) {
-            std::uint8_t* const m = maschera + static_cast<std::size_t>(lungo) * riga + primo;
-            AlzaFila<Pixel>(m, c);
+            if (primo < 0 || primo > larghezza_ - Pixel) continue;  // not even near the field
+            Segna(lungo, primo, primo + numero - 1);
+            AlzaFila<Pixel>(Maschera(primo, lungo), c);
         } else {
-            std::uint8_t* m = maschera + static_cast<std::size_t>(primo) * riga + lungo;
-            for (int n = 0; n < numero; ++n, m += riga) *m = std::max(*m, c[n]);
+            const int da2 = std::max(primo, primaRiga_);
+            const int a2 = std::min(primo + numero - 1, ultimaRiga_);
+            if (da2 > a2) continue;
+            std::uint8_t* m = Maschera(lungo, da2);
+            for (int y = da2; y <= a2; ++y, m += passo_) {
+                Segna(y, lungo, lungo);
+                *m = std::max(*m, c[y - primo]);
+            }
         }
     }
 }
 
 /// The same for a line of any width.
 template <bool Alto>
-void Tracciatore::CopriCorpo(const Segmento& s, int da, int a) {
-    const int fine = (Alto ? larghezza_ : altezza_) - 1;
+void Tracciatore::Fascia::CopriCorpo(const Segmento& s, int da, int a) {
     const std::size_t oltre = Alto ? 1 : passo_;
-    for (int lungo = da; lungo <= a; ++lungo) {
+    const double mezza = static_cast<double>(s.Mezza);
+    for (int lungo = Prima<Alto>(da); lungo <= Ultima<Alto>(a); ++lungo) {
         const double mezzo = s.TraversoDa + s.Pendenza * (lungo + 0.5 - s.Da);
-        const int primo = std::max(0, PrimoPixel(mezzo - static_cast<double>(s.Mezza)));
-        const int ultimo = std::min(fine, PrimoPixel(mezzo + static_cast<double>(s.Mezza)) - 1);
+        const int primo = Prima<!Alto>(PrimoPixel(mezzo - mezza));
+        const int ultimo = Ultima<!Alto>(PrimoPixel(mezzo + mezza) - 1);
         if (primo > ultimo) continue;
-        Segna<Alto>(lungo, primo, ultimo);
-        std::uint8_t* m = maschera_.data() +
-                          static_cast<std::size_t>(Alto ? lungo : primo) * passo_ +
-                          static_cast<std::size_t>(Alto ? primo : lungo);
-        float distanza = static_cast<float>(primo + 0.5 - mezzo) * s.Coseno;
-        for (int n = primo; n <= ultimo; ++n, m += oltre, distanza += s.Coseno) {
-            *m = std::max(*m, Copertura(raggio_ - std::fabs(distanza)));
+        if constexpr (Alto) Segna(lungo, primo, ultimo);
+        std::uint8_t* m = Alto ? Maschera(primo, lungo) : Maschera(lungo, primo);
+        for (int n = primo; n <= ultimo; ++n, m += oltre) {
+            if constexpr (!Alto) Segna(n, lungo, lungo);
+            const float distanza = static_cast<float>(n + 0.5 - mezzo) * s.Coseno;
+            *m = std::max(*m, Copertura(stile_->Raggio - std::fabs(distanza)));
         }
     }
 }
 
 /// Rows or columns `da` to `a` around an end.
 template <bool Alto>
-void Tracciatore::CopriTesta(const Segmento& s, int da, int a) {
-    const int fine = (Alto ? larghezza_ : altezza_) - 1;
+void Tracciatore::Fascia::CopriTesta(const Segmento& s, int da, int a) {
     const std::size_t oltre = Alto ? 1 : passo_;
-    const double raggio = static_cast<double>(raggio_);
+    const double raggio = static_cast<double>(stile_->Raggio);
+    const double mezza = static_cast<double>(s.Mezza);
     const double minimo = std::min(s.TraversoDa, s.TraversoA) - raggio;
     const double massimo = std::max(s.TraversoDa, s.TraversoA) + raggio;
-    for (int lungo = da; lungo <= a; ++lungo) {
+    for (int lungo = Prima<Alto>(da); lungo <= Ultima<Alto>(a); ++lungo) {
         const double avanti = lungo + 0.5 - s.Da;
         const double mezzo = s.TraversoDa + s.Pendenza * avanti;
-        const double mezza = static_cast<double>(s.Mezza);
-        const int primo = std::max(0, PrimoPixel(std::max(mezzo - mezza, minimo)));
-        const int ultimo = std::min(fine, PrimoPixel(std::min(mezzo + mezza, massimo)) - 1);
+        const int primo = Prima<!Alto>(PrimoPixel(std::max(mezzo - mezza, minimo)));
+        const int ultimo = Ultima<!Alto>(PrimoPixel(std::min(mezzo + mezza, massimo)) - 1);
         if (primo > ultimo) continue;
-        Segna<Alto>(lungo, primo, ultimo);
-        std::uint8_t* m = maschera_.data() +
-                          static_cast<std::size_t>(Alto ? lungo : primo) * passo_ +
-                          static_cast<std::size_t>(Alto ? primo : lungo);
-        float distanza = static_cast<float>(primo + 0.5 - mezzo) * s.Coseno;
-        float cammino = static_cast<float>(avanti) * s.Coseno +
-                        static_cast<float>(primo + 0.5 - s.TraversoDa) * s.Seno;
+        if constexpr (Alto) Segna(lungo, primo, ultimo);
+        std::uint8_t* m = Alto ? Maschera(primo, lungo) : Maschera(lungo, primo);
         for (int n = primo; n <= ultimo; ++n, m += oltre) {
-            float d = std::fabs(distanza);
+            if constexpr (!Alto) Segna(n, lungo, lungo);
+            float d = std::fabs(static_cast<float>(n + 0.5 - mezzo) * s.Coseno);
+            const float cammino = static_cast<float>(avanti) * s.Coseno +
+                                  static_cast<float>(n + 0.5 - s.TraversoDa) * s.Seno;
             if (s.TestaDa && cammino < 0.0F) {
                 d = std::sqrt(d * d + cammino * cammino);
             } else if (s.TestaA && cammino > s.Lunghezza) {
                 const float resto = cammino - s.Lunghezza;
                 d = std::sqrt(d * d + resto * resto);
             }
-            *m = std::max(*m, Copertura(raggio_ - d));
-            distanza += s.Coseno;
-            cammino += s.Seno;
+            *m = std::max(*m, Copertura(stile_->Raggio - d));
         }
     }
 }
 
 template <bool Alto>
-void Tracciatore::CopriLungo(const Segmento& s) {
-    const double raggio = static_cast<double>(raggio_);
+void Tracciatore::Fascia::CopriLungo(const Segmento& s) {
+    const double raggio = static_cast<double>(stile_->Raggio);
     const double testa = raggio * std::fabs(static_cast<double>(s.Seno));
-    const int fine = (Alto ? altezza_ : larghezza_) - 1;
-    const int da = std::max(0, PrimoPixel(s.TestaDa ? s.Da - raggio : s.Da));
-    const int a = std::min(fine, PrimoPixel(s.TestaA ? s.A + raggio : s.A) - 1);
+    const int da = PrimoPixel(s.TestaDa ? s.Da - raggio : s.Da);
+    const int a = PrimoPixel(s.TestaA ? s.A + raggio : s.A) - 1;
     if (da > a) return;
-    const double cima = std::min(s.TraversoDa, s.TraversoA) - static_cast<double>(s.Mezza);
-    const double fondo = std::max(s.TraversoDa, s.TraversoA) + static_cast<double>(s.Mezza);
-    primaRiga_ = std::min(primaRiga_, Alto ? da : std::max(0, Sotto(cima) - 1));
-    ultimaRiga_ = std::max(ultimaRiga_, Alto ? a : std::min(altezza_ - 1, Sotto(fondo) + 1));
     const int corpoDa = std::clamp(PrimoPixel(s.TestaDa ? s.Da + testa : s.Da), da, a + 1);
     const int corpoA = std::clamp(PrimoPixel(s.TestaA ? s.A - testa : s.A) - 1, corpoDa - 1, a);
     CopriTesta<Alto>(s, da, corpoDa - 1);
@@ -334,7 +481,7 @@ void Tracciatore::CopriLungo(const Segmento& s) {
     CopriTesta<Alto>(s, corpoA + 1, a);
 }
 
-void Tracciatore::Copri(const Segmento& s) {
+void Tracciatore::Fascia::Copri(const Segmento& s) {
     if (s.Alto) {
         CopriLungo<true>(s);
     } else {
@@ -342,47 +489,14 @@ void Tracciatore::Copri(const Segmento& s) {
     }
 }
 
-void Tracciatore::Linea(std::span<const PuntoGrafico> punti, double larghezza,
-                        std::uint32_t colore) {
-    if (punti.empty()) return;
-    raggio_ = static_cast<float>(std::max(1.0, larghezza) / 2.0 + 0.5);
-    profilo_ = &ProfiloDi(larghezza);
-    primaRiga_ = altezza_;
-    ultimaRiga_ = -1;
-    Segmento prima = Prepara(punti[0], punti[0]);
-    bool aperta = false;
-    for (std::size_t i = 1; i < punti.size(); ++i) {
-        Segmento s = Prepara(punti[i - 1], punti[i]);
-        if (static_cast<double>(s.Lunghezza) < kPiuPiccolo) continue;
-        // A corner that both segments cut along the same column closes by itself, unless the line
-        // turns so much that one of them is cut visibly higher.
-        const bool tonda = !aperta || s.Alto != prima.Alto || s.Avanti != prima.Avanti ||
-                           std::fabs(s.Mezza - prima.Mezza) > kScalinoMassimo;
-        if (aperta) {
-            (prima.Avanti ? prima.TestaA : prima.TestaDa) = tonda;
-            Copri(prima);
-        }
-        (s.Avanti ? s.TestaDa : s.TestaA) = tonda;
-        prima = s;
-        aperta = true;
-    }
-    if (!aperta) prima.TestaDa = true;
-    (prima.Avanti ? prima.TestaA : prima.TestaDa) = true;
-    Copri(prima);
-    Stendi(colore);
-}
-
 /// Lays the line over the picture and leaves the mask empty.
-void Tracciatore::Stendi(std::uint32_t colore) {
-    colore |= 0xFF000000U;
-    for (int y = primaRiga_; y <= ultimaRiga_; ++y) {
-        const bool dentro = y >= kBordo && y < altezza_ - kBordo;
-        std::uint32_t* const pixel =
-            dentro ? tela_.Pixel + (campo_.Alto + y - kBordo) * tela_.Passo + campo_.Sinistra
-                   : nullptr;
-        std::uint8_t* const maschera = maschera_.data() + static_cast<std::size_t>(y) * passo_;
+void Tracciatore::Fascia::Stendi(const Tela& tela, const Campo& campo, const Righe& righe) {
+    const std::uint32_t colore = stile_->Colore;
+    for (int y = righe.Prima; y <= righe.Ultima; ++y) {
+        std::uint32_t* const pixel = tela.Pixel + (campo.Alto + y) * tela.Passo + campo.Sinistra;
+        std::uint8_t* const maschera = Maschera(0, y);
         std::uint64_t* const segnate =
-            tessere_.data() + static_cast<std::size_t>(y) * passoTessere_;
+            tessere_.data() + static_cast<std::size_t>(y - primaRiga_) * passoTessere_;
         for (std::size_t parola = 0; parola < passoTessere_; ++parola) {
             std::uint64_t tessere = segnate[parola];
             if (tessere == 0) continue;
@@ -392,7 +506,7 @@ void Tracciatore::Stendi(std::uint32_t colore) {
                     (static_cast<int>(parola) * 64 + std::countr_zero(tessere)) * kTessera;
                 std::uint8_t* const m = maschera + x;
                 const int resto = larghezza_ - kBordo - x;
-                if (!dentro || x < kBordo || resto <= 0) {
+                if (x < kBordo || resto <= 0) {
                     // the border
                 } else if (resto >= kTessera) {
                     StendiTessera(pixel + (x - kBordo), m, colore);

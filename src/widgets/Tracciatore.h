@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSemaphore>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -14,6 +15,10 @@ namespace lapvane {
 /// first gathered as a mask of coverage, pixel by pixel the highest of its segments, and laid over
 /// the picture once: a jagged line shows neither beads nor notches at its corners, and costs a
 /// fraction of what a general path rasterizer needs for it.
+///
+/// The picture is drawn band by band, all lines of a band before the next: what a band needs stays
+/// in the processor's cache, and bands are drawn by all cores at once. The pixels are the same
+/// whatever the order.
 class Tracciatore {
  public:
     Tracciatore();
@@ -40,40 +45,30 @@ class Tracciatore {
     /// A line through the points, which are finite and at most 10000 pixels away from the field. A
     /// pixel's middle lies at 0.5; `larghezza` is in pixels, at least 1.
     void Linea(std::span<const PuntoGrafico> punti, double larghezza, std::uint32_t colore);
+    /// Draws the lines since `Inizia`, the later ones over the earlier ones, on at most `thread`
+    /// cores; 0: on all.
+    void Traccia(int thread = 0);
 
  private:
     struct Segmento;
     struct Profilo;
+    struct Stile;
+    struct LineaPronta;
+    struct Righe;
+    class Fascia;
 
-    const Profilo& ProfiloDi(double larghezza);
-    Segmento Prepara(const PuntoGrafico& a, const PuntoGrafico& b) const;
-    void Copri(const Segmento& s);
-    template <bool Alto>
-    void CopriLungo(const Segmento& s);
-    template <bool Alto>
-    void CopriTesta(const Segmento& s, int da, int a);
-    template <bool Alto>
-    void CopriCorpo(const Segmento& s, int da, int a);
-    template <bool Alto, int Pixel>
-    void CopriColProfilo(const Segmento& s, int da, int a);
-    template <bool Alto>
-    void Segna(int lungo, int daTraverso, int aTraverso);
-    void Stendi(std::uint32_t colore);
+    std::shared_ptr<const Profilo> ProfiloDi(double larghezza);
+    Segmento Prepara(const PuntoGrafico& a, const PuntoGrafico& b, float raggio) const;
+    void Aggiungi(const Segmento& s, float raggio);
 
     Tela tela_;
     Campo campo_;
-    // The mask is the field with a border, so that a line's breadth need not be cut at its edge.
-    int larghezza_ = 0;
-    int altezza_ = 0;
-    float raggio_ = 0.0F;           ///< from the line's middle to where its coverage ends
-    std::size_t passo_ = 0;         ///< bytes from row to row
-    std::size_t passoTessere_ = 0;  ///< words from row to row of the marks
-    std::vector<std::uint8_t> maschera_;
-    std::vector<std::uint64_t> tessere_;  ///< one bit for eight pixels that may be covered
-    int primaRiga_ = 0;                   ///< rows with marks
-    int ultimaRiga_ = -1;
-    std::vector<std::unique_ptr<Profilo>> profili_;
-    const Profilo* profilo_ = nullptr;  ///< of the line's width
+    std::vector<Segmento> segmenti_;
+    std::vector<Righe> righe_;  ///< of each segment
+    std::vector<LineaPronta> linee_;
+    std::vector<std::shared_ptr<const Profilo>> profili_;
+    std::vector<std::unique_ptr<Fascia>> fasce_;  ///< one for each thread
+    QSemaphore pronti_;                           ///< threads that have ended their part
 };
 
 }  // namespace lapvane

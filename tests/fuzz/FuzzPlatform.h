@@ -7,37 +7,21 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ErroreRuntime.h"
-#include "platform/Platform.h"
+#include "tools/support/BarePlatform.h"
 
 namespace lapvane {
 
-/// A machine for the fuzz targets: no windows, a clock that moves only while somebody waits.
-class FuzzPlatform : public Platform {
+/// A machine for the fuzz targets: one without files, that counts its boxes.
+class FuzzPlatform : public BarePlatform {
  public:
-    FuzzPlatform() { SetPlatform(this); }
-    std::int64_t GetTickCount() override { return Clock; }
-    void Sleep(int ms) override { Clock += ms; }
-    void DoEvents(int ms) override { Clock += ms; }
-    Answer MsgBox(const std::string&, Buttons buttons, Icon, const std::string&) override {
+    FuzzPlatform() : BarePlatform("/nonexistent") {}
+    Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
+                  const std::string& title) override {
         ++Boxes;
-        return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
+        return BarePlatform::MsgBox(text, buttons, icon, title);
     }
-    std::optional<std::filesystem::path> AskOpen(const FileRequest&) override { return {}; }
-    std::optional<std::filesystem::path> AskSave(const FileRequest&) override { return {}; }
-    std::optional<Colore> AskColor(Colore) override { return {}; }
-    std::filesystem::path AppPath() override { return Folder; }
-    std::filesystem::path CurDir() override { return Folder; }
-    std::string ExeName() override { return "fuzz"; }
-    std::string Now() override { return {}; }
-    char DecimalSeparator() override { return '.'; }
-    void MousePointer(Pointer) override {}
-    void Language(int) override {}
-    void End(int code) override { throw FineProgramma{code}; }
 
-    std::int64_t Clock = 0;
     int Boxes = 0;
-    std::filesystem::path Folder = "/nonexistent";
 };
 
 /// A folder in memory that goes with the process.

@@ -61,6 +61,7 @@ TEST(Tracciatore, CoversPixelsByTheirDistanceWhateverTheLine) {
             Foglio foglio;
             tracciatore.Inizia(foglio.Tela(), campo);
             tracciatore.Linea(punti, larghezza, kBianco);
+            tracciatore.Traccia();
             int peggio = 0;
             long somma = 0;
             for (int y = 0; y < kLato; ++y) {
@@ -90,6 +91,7 @@ TEST(Tracciatore, MixesEachColourByItself) {
     // Its middle on the border of rows 49 and 50: half of each.
     tracciatore.Linea(Tratto{{-9.0, 50.0}, {kLato + 9.0, 50.0}}, 1.0, 0x00003264U);
     tracciatore.Linea(Tratto{{-9.0, 80.5}, {kLato + 9.0, 80.5}}, 1.0, 0x00003264U);
+    tracciatore.Traccia();
     for (const int x : {0, 7, 80, kLato - 1}) {
         for (const int y : {49, 50}) {
             const std::uint32_t c = foglio.Pixel[static_cast<std::size_t>(y * kLato + x)];
@@ -112,14 +114,50 @@ TEST(Tracciatore, APointIsADisc) {
     Tracciatore tracciatore;
     tracciatore.Inizia(foglio.Tela(), {0, 0, kLato, kLato});
     tracciatore.Linea(Tratto{{80.0, 80.0}, {80.0, 80.0}}, 20.0, kBianco);
+    tracciatore.Traccia();
     double area = 0.0;
     for (int y = 0; y < kLato; ++y) {
         for (int x = 0; x < kLato; ++x) area += foglio.Luce(x, y) / 255.0;
     }
     EXPECT_NEAR(area, std::numbers::pi * 100.0, 2.0);
     tracciatore.Linea(Tratto{}, 20.0, kBianco);
+    tracciatore.Traccia();
     tracciatore.Inizia(foglio.Tela(), {50, 50, 50, 40});
     tracciatore.Linea(Tratto{{0.0, 0.0}, {90.0, 90.0}}, 2.0, 0xFFFF0000U);
+    tracciatore.Traccia();
     EXPECT_EQ(foglio.Luce(70, 70), 0) << "a field of nothing";
     EXPECT_EQ(foglio.Luce(45, 45), 0);
+}
+
+TEST(Tracciatore, DrawsTheSamePixelsInWhateverBandsAndThreads) {
+    std::mt19937 caso(11);
+    std::uniform_real_distribution<double> posto(-20.0, kLato + 20.0);
+    std::vector<Tratto> linee;
+    for (int n = 0; n < 40; ++n) {
+        Tratto punti;
+        for (int i = 0; i < 60; ++i) {
+            punti.push_back({n % 2 == 0 ? 2.7 * i + 0.3 : posto(caso), posto(caso)});
+        }
+        linee.push_back(std::move(punti));
+    }
+    constexpr double kLarghezze[] = {1.0, 1.4, 2.8, 8.4, 24.0};
+    const auto disegna = [&](int alto, int basso, int thread) {
+        Foglio foglio;
+        Tracciatore tracciatore;
+        tracciatore.Inizia(foglio.Tela(), {3, alto, kLato - 5, basso});
+        for (std::size_t n = 0; n < linee.size(); ++n) {
+            tracciatore.Linea(linee[n], kLarghezze[n % std::size(kLarghezze)],
+                              0x00112233U * static_cast<std::uint32_t>(n % 7 + 1));
+        }
+        tracciatore.Traccia(thread);
+        return foglio;
+    };
+    const Foglio uno = disegna(0, kLato, 1);
+    for (int giro = 0; giro < 5; ++giro) {
+        EXPECT_EQ(disegna(0, kLato, 4).Pixel, uno.Pixel) << "whoever draws a band";
+    }
+    // A field that begins elsewhere is cut into other bands.
+    const Foglio altro = disegna(13, kLato, 2);
+    EXPECT_TRUE(std::equal(altro.Pixel.begin() + 13 * kLato, altro.Pixel.end(),
+                           uno.Pixel.begin() + 13 * kLato));
 }

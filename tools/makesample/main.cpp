@@ -8,41 +8,23 @@
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
 #include "logs/Scarico.h"
-#include "platform/ErroreRuntime.h"
-#include "platform/Platform.h"
 #include "shell/LoadStrings.h"
 #include "shell/TabelleNomi.h"
+#include "tools/support/BarePlatform.h"
 
 namespace lapvane {
 namespace {
 
 namespace fs = std::filesystem;
 
-/// A machine without windows; its boxes are lines on the console.
-class ConsolePlatform : public Platform {
+/// Boxes are lines on the console.
+class ConsolePlatform : public BarePlatform {
  public:
-    explicit ConsolePlatform(fs::path folder) : folder_(std::move(folder)) { SetPlatform(this); }
-    std::int64_t GetTickCount() override { return 0; }
-    void Sleep(int) override {}
-    void DoEvents(int) override {}
+    using BarePlatform::BarePlatform;
     Answer MsgBox(const std::string& text, Buttons, Icon icon, const std::string&) override {
         std::fprintf(icon == Icon::Critical ? stderr : stdout, "%s\n", text.c_str());
         return Answer::Ok;
     }
-    std::optional<fs::path> AskOpen(const FileRequest&) override { return {}; }
-    std::optional<fs::path> AskSave(const FileRequest&) override { return {}; }
-    std::optional<Colore> AskColor(Colore) override { return {}; }
-    fs::path AppPath() override { return folder_; }
-    fs::path CurDir() override { return folder_; }
-    std::string ExeName() override { return "makesample"; }
-    std::string Now() override { return {}; }
-    char DecimalSeparator() override { return '.'; }
-    void MousePointer(Pointer) override {}
-    void Language(int) override {}
-    void End(int code) override { throw FineProgramma{code}; }
-
- private:
-    fs::path folder_;
 };
 
 /// A download window that nobody looks at.

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string_view>
+
+namespace lapvane::bench {
+
+/// A path on which a person waits, and how long it may take.
+struct Limit {
+    std::string_view Program;    ///< bench program that measures it
+    std::string_view Path;       ///< as the table calls it
+    std::string_view Run;        ///< the benchmark's name ...
+    std::string_view Figure;     ///< ... and its counter; empty: its time in ms
+    std::string_view Yardstick;  ///< benchmark whose time is the unit; empty: none
+    double Most;
+    std::string_view Unit;
+};
+
+/// Every limit there is. A redraw has 8 ms because it has to fit into half a frame of a 60 Hz
+/// screen, beside everything else that a step of the scroll does.
+inline constexpr Limit kLimits[] = {
+    {"window", "redraw 16 x 500 points, smooth", "Redraw/Smooth", "graph_ms", "", 8, "ms"},
+    {"window", "redraw, channels of the sample", "Redraw/Real", "graph_ms", "", 8, "ms"},
+    {"window", "redraw, 3 % noise", "Redraw/Noisy3Percent", "graph_ms", "", 8, "ms"},
+    {"window", "redraw, 10 % noise", "Redraw/Noisy10Percent", "graph_ms", "", 8, "ms"},
+    {"window", "redraw, 30 % noise", "Redraw/Noisy30Percent", "graph_ms", "", 8, "ms"},
+    {"window", "step of the scroll, 8 channels", "ScrollStep", "", "", 12, "ms"},
+    {"window", "full log: open to first lap", "OpenLog", "ratio", "", 4, "x bare read"},
+    {"window", "report of 998 laps shown", "ShowReport", "", "", 100, "ms"},
+    {"window", "report as PDF", "PrintReport", "", "", 1000, "ms"},
+    {"logic", "full log: load", "LoadTable", "", "BareFromChars", 2, "x bare read"},
+    {"logic", "figures of the scales", "ScaleFigures", "", "One/PlainRead", 2, "x plain read"},
+    {"logic", "conversion of a full memory", "ConversioneInMemoria", "", "ScritturaNuda", 2,
+     "x bare write"},
+    {"logic", "1000 sensor files read", "LibreriaDi1000File", "", "", 50, "ms"},
+    {"logic", "programming run, own time", "CorsaIntera/program", "", "", 50, "ms"},
+    {"logic", "reading run, own time", "CorsaIntera/read", "", "", 50, "ms"},
+    {"download", "download, own time a block", "SovraccaricoDelDownload", "", "", 1, "ms"},
+    {"download", "live view, processor a cycle", "CicloDalVivo", "processor_ms", "", 5, "ms"},
+    {"process", "start to main window, less splash", "StartUp", "", "", 150, "ms"},
+    {"process", "memory, full log, array window", "Memory/array", "peak_MB", "", 200, "MB"},
+    {"process", "memory, full log, sheet window", "Memory/sheet", "peak_MB", "", 200, "MB"},
+};
+
+}  // namespace lapvane::bench
