@@ -269,6 +269,8 @@ void frmAnalisi::RefreshLanguage() {
     lblCircuito_->setText(InQt(Testo(kTestoCircuito)));
     lblPiloti_->setText(InQt(Testo(kTestoPiloti)));
     Picture1_->setAccessibleName(lblCircuito_->text());
+    SSTab1_->setAccessibleName(InQt(Testo(273) + ", " + Testo(91)));
+    MSFlexGrid1_->setAccessibleName(InQt(Testo(143)));
     NTGraph1_->setAccessibleName(InQt(Testo(273)));
     NTGraphAll_->setAccessibleName(InQt(Testo(91)));
     NomiBarra();

@@ -10,6 +10,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/Principale.h"
 #include "shell/StatoShell.h"
+#include "widgets/Mnemonica.h"
 
 namespace lapvane {
 
@@ -73,9 +74,9 @@ dlgStrumento::dlgStrumento(QWidget* parent) : QDialog(parent) {
     Label3_->setFont(grassetto);
     const QString piuLunga = InQt(std::max(Testo(238), Testo(239), PiuCorto) + " " + Testo(237));
     Label3_->setMinimumWidth(QFontMetrics(grassetto).horizontalAdvance(piuLunga) + 8);
-    CancelButton_ = new QPushButton(InQt(Testo(35)), this);
+    CancelButton_ = new QPushButton(Mnemonica().Con(InQt(Testo(35))), this);
     CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    // An Enter too many behind the question must not stop the run; Esc does.
+    // An Enter too many behind the question must not stop the run; Esc and the letter do.
     CancelButton_->setAutoDefault(false);
     CancelButton_->setFocusPolicy(Qt::NoFocus);
     connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
@@ -98,7 +99,7 @@ void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
     TrasferimentoAbbandonato = false;
     if (!isVisible()) return;
     unsetCursor();
-    CancelButton_->setText(InQt(Testo(237)));
+    CancelButton_->setText(Mnemonica().Con(InQt(Testo(237))));
     CancelButton_->setFocusPolicy(Qt::StrongFocus);
     CancelButton_->setDefault(true);
     CancelButton_->setFocus();

@@ -275,6 +275,7 @@ QWidget* frmSensori::CreaOpzionali() {
 
 void frmSensori::AggiornaTesti(Mnemonica& lettere) {
     setWindowTitle(InQt(Testo(49)));
+    SSTab1_->setAccessibleName(InQt(Testo(49)));
     SSTab1_->setTabText(0, lettere.Con(InQt(Testo(51))));
     SSTab1_->setTabText(1, lettere.Con(InQt(Testo(52))));
     // The captions inside the frames repeat: a frame's letter leads to its first control. The

@@ -58,7 +58,6 @@ QStringList Census(QWidget* window) {
     }
     QStringList faults;
     QMap<QString, QString> letters;
-    bool focusable = false;
     const auto controls = window->findChildren<QWidget*>();
     for (QWidget* control : controls) {
         if (control->window() != window || !control->isVisible() || IsPart(control)) continue;
@@ -73,11 +72,12 @@ QStringList Census(QWidget* window) {
         if (!control->isEnabled()) continue;
         const auto* button = qobject_cast<QAbstractButton*>(control);
         const bool byTab = (control->focusPolicy() & Qt::TabFocus) != 0;
-        focusable = focusable || byTab;
         if ((byTab || button != nullptr) && Name(control).isEmpty()) {
             faults << Who(control) + QStringLiteral(" has no accessible name");
         }
-        if (button != nullptr && !byTab && letter.isEmpty()) {
+        // Of a group of option buttons Tab reaches the chosen one, the arrows the others.
+        const bool option = button != nullptr && button->autoExclusive() && button->isCheckable();
+        if (button != nullptr && !byTab && letter.isEmpty() && !option) {
             const auto* tool = qobject_cast<const QToolButton*>(button);
             // A tool button's command is in the menu as well.
             if (tool == nullptr || tool->defaultAction() == nullptr) {
@@ -85,7 +85,6 @@ QStringList Census(QWidget* window) {
             }
         }
     }
-    if (!focusable && window->isModal()) faults << QStringLiteral("nothing takes the keyboard");
     return faults;
 }
 

@@ -38,6 +38,22 @@ void LayProgramFolder(const fs::path& from, const fs::path& to, bool italian) {
     if (recent.open(QIODevice::WriteOnly)) recent.write("1\r\n");
 }
 
+/// As a desktop in its dark dress hands it to programs.
+QPalette DarkPalette() {
+    QPalette dark(QColor(0x31, 0x36, 0x3b), QColor(0x2a, 0x2e, 0x32));
+    dark.setColor(QPalette::Base, QColor(0x1b, 0x1e, 0x20));
+    dark.setColor(QPalette::AlternateBase, QColor(0x23, 0x26, 0x29));
+    dark.setColor(QPalette::Text, QColor(0xfc, 0xfc, 0xfc));
+    dark.setColor(QPalette::WindowText, QColor(0xfc, 0xfc, 0xfc));
+    dark.setColor(QPalette::ButtonText, QColor(0xfc, 0xfc, 0xfc));
+    dark.setColor(QPalette::Highlight, QColor(0x3d, 0xae, 0xe9));
+    dark.setColor(QPalette::HighlightedText, QColor(0xfc, 0xfc, 0xfc));
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        dark.setColor(QPalette::Disabled, role, QColor(0x7a, 0x7f, 0x84));
+    }
+    return dark;
+}
+
 }  // namespace
 
 Tour::Tour(QString out, bool italian, TourPlatform& machine, QProcess& instrument)
@@ -75,7 +91,8 @@ int Tour::Play() {
     robot_.Start();
     const int result = QApplication::exec();
     std::printf("%d stops\n", robot_.Stops());
-    return result;
+    if (robot_.Faults() != 0) std::fprintf(stderr, "%d controls out of reach\n", robot_.Faults());
+    return robot_.Faults() != 0 ? 1 : result;
 }
 
 QString Tour::Panel(int n) {
@@ -105,12 +122,14 @@ void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
 }  // namespace lapvane::tour
 
 int main(int argc, char* argv[]) {
-    const QByteArray language = argc == 3 ? argv[2] : "en";
-    if (argc < 2 || argc > 3 || (language != "it" && language != "en")) {
-        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en]\n");
+    const QByteArray language = argc >= 3 ? argv[2] : "en";
+    const bool dark = argc == 4 && QByteArray(argv[3]) == "dark";
+    if (argc < 2 || argc > 4 || (language != "it" && language != "en") || (argc == 4 && !dark)) {
+        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en [dark]]\n");
         return 2;
     }
     QApplication application(argc, argv);
+    if (dark) QApplication::setPalette(lapvane::tour::DarkPalette());
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
     const QString out = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
