@@ -218,6 +218,15 @@ void GrigliaGiri::CellaCorrente(int riga, int colonna) {
     setCurrentIndex(modello_.index(riga - 1, colonna));
 }
 
+void GrigliaGiri::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int prima = horizontalScrollBar()->value();
+    const int sinistra = columnViewportPosition(index.column());
+    const int destra = sinistra + columnWidth(index.column());
+    const int inVista = std::min(destra, viewport()->width()) - std::max(sinistra, 0);
+    QTableView::scrollTo(index, hint);
+    if (2 * inVista >= destra - sinistra) horizontalScrollBar()->setValue(prima);
+}
+
 QSize GrigliaGiri::sizeHint() const {
     int larghezza = 2 * frameWidth() + verticalScrollBar()->sizeHint().width() + 4;
     for (int c = 0; c < ModelloGiri::kColonne; ++c) {

@@ -62,6 +62,8 @@ class GrigliaGiri : public QTableView {
     void CellaCorrente(int riga, int colonna);
 
     QSize sizeHint() const override;
+    /// Sideways only to a column of which less than half shows: the names of the laps stay in view.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
  Q_SIGNALS:
     /// Row and column of the table, row 0 being the heading.
