@@ -63,11 +63,19 @@ QString Breakable(const QString& text) {
 }  // namespace
 
 QString PercorsoInQt(const std::filesystem::path& path) {
+#ifdef Q_OS_WIN
+    return QString::fromStdWString(path.wstring());
+#else
     return QString::fromStdString(path.string());
+#endif
 }
 
 std::filesystem::path PercorsoDaQt(const QString& text) {
+#ifdef Q_OS_WIN
+    return text.toStdWString();
+#else
     return text.toStdString();
+#endif
 }
 
 QColor InQColor(Colore colore) {
