@@ -10,6 +10,7 @@ PACKAGES_BUILD=(build-essential cmake ninja-build ccache
 PACKAGES_RUN=(fonts-dejavu-core)
 PACKAGES_TEST=(poppler-utils)
 PACKAGES_FUZZ=(clang libclang-rt-dev)
+PACKAGES_WINDOWS=(g++-mingw-w64-x86-64-posix googletest wine64)
 PACKAGES_MANUAL=(libcmark-gfm-dev libcmark-gfm-extensions-dev)
 PACKAGES_TIDY=(clang-tidy)
 PACKAGES_COVERAGE=(gcovr)

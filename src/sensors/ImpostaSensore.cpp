@@ -21,7 +21,12 @@ constexpr std::string_view kEstensione = ".sns";
 /// Whether the file of a name would lie in the library and be listed there: no other folder, no
 /// hidden file, no character that the program's text lacks.
 bool NomeAmmesso(const std::string& utf8) {
-    return utf8.find('/') == std::string::npos && utf8.front() != '.' &&
+#ifdef _WIN32
+    constexpr std::string_view kAltrove = "/\\:";
+#else
+    constexpr std::string_view kAltrove = "/";
+#endif
+    return utf8.find_first_of(kAltrove) == std::string::npos && utf8.front() != '.' &&
            Utf8Da1252(Utf8In1252(utf8)) == utf8;
 }
 
@@ -105,7 +110,7 @@ bool SalvaSensore(std::string_view tipo, const std::string& nome, const TabellaP
         return false;
     }
     const std::string percorso =
-        TestoDaPercorso(CartellaSensori()) + "/" + Utf8In1252(nome) + std::string(kEstensione);
+        TestoDaPercorso(CartellaSensori() / "") + Utf8In1252(nome) + std::string(kEstensione);
     const Esito esito = Scrivi(tipo, nome, tabella, percorso);
     if (esito == Esito::Fallito) {
         platform().MsgBox(Testo(328) + " " + percorso + " " + Testo(329), Buttons::Ok,

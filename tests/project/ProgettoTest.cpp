@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
@@ -23,7 +24,8 @@ class Progetto : public ::testing::Test {
         prova::CaricaTestiVeri(1);
         prova::Scrivi(macchina.Cartella / "RecentFiles.ini", "1\r\n");
         LeggiFileRecenti();
-        cartella = macchina.Cartella / "Gare & Prove \u00E8";  // blanks, "&" and an accent
+        cartella =
+            macchina.Cartella / PercorsoDaTesto("Gare & Prove \xE8");  // blanks, "&" and an accent
         fs::create_directory(cartella);
     }
     void Apri(const fs::path& file) {
@@ -199,7 +201,7 @@ TEST_F(Progetto, OpenEnablesTheCommandsAndFillsThePanels) {
     }
     EXPECT_EQ(finestra.Testo(Pannello::Progetto), "Barcellona & co");
     EXPECT_EQ(finestra.Testo(Pannello::Percorso),
-              (macchina.Cartella / "").string() + "Gare & Prove \xE8/b.pro");
+              TestoDaPercorso(macchina.Cartella / PercorsoDaTesto("Gare & Prove \xE8") / "b.pro"));
     EXPECT_FALSE(ProgettoModificato);
     EXPECT_EQ(finestra.Recenti, std::vector<fs::path>{file});
     EXPECT_TRUE(FileRecenteScelto.empty());
@@ -350,10 +352,7 @@ class Recenti : public Progetto {
     static std::string In1252(const std::vector<fs::path>& percorsi) {
         std::string testo;
         for (const fs::path& p : percorsi) {
-            std::string riga = p.string();
-            const std::size_t e = riga.find("\u00E8");
-            riga.replace(e, 2, "\xE8");
-            testo += riga + "\r\n";
+            testo += TestoDaPercorso(p) + "\r\n";
         }
         return testo;
     }

@@ -120,6 +120,7 @@ class Cartella : public ::testing::Test {
     PlatformProva macchina;
 };
 
+#ifndef _WIN32  // the file system itself looks past the case there
 TEST_F(Cartella, IsFoundWhateverItsCase) {
     EXPECT_EQ(CartellaCircuiti(), macchina.Cartella / "tracks");
     try {
@@ -137,6 +138,7 @@ TEST_F(Cartella, IsFoundWhateverItsCase) {
     fs::create_directory(macchina.Cartella / "tracks");
     EXPECT_EQ(CartellaCircuiti(), macchina.Cartella / "tracks") << "the usual name comes first";
 }
+#endif
 
 TEST_F(Cartella, ListsAndFindsNamesOfPeople) {
     const fs::path tracks = macchina.Cartella / "tracks";
@@ -152,7 +154,7 @@ TEST_F(Cartella, ListsAndFindsNamesOfPeople) {
     EXPECT_EQ(ListaCircuiti, (std::vector<std::string>{"prima", accenti, "valle"}));
     EXPECT_EQ(LeggiFileTracciato(accenti), (Punti{{1, 2}}));
     EXPECT_EQ(LeggiFileTracciato("Valle"), (Punti{{3, 4}}));
-    EXPECT_EQ(FileCircuito("VALLE", "sec"), tracks / "valle.sec");
+    EXPECT_TRUE(fs::equivalent(FileCircuito("VALLE", "sec"), tracks / "valle.sec"));
     EXPECT_EQ(FileCircuito("nuova", "sec"), tracks / "nuova.sec");
     EXPECT_FALSE(LeggiFileTracciato("nuova"));
 }

@@ -143,7 +143,7 @@ class Salvataggio : public ::testing::Test {
         std::set<std::string> nomi;
         for (const auto& voce : fs::recursive_directory_iterator(macchina.Cartella)) {
             if (!voce.is_directory()) {
-                nomi.insert(fs::relative(voce.path(), macchina.Cartella).string());
+                nomi.insert(fs::relative(voce.path(), macchina.Cartella).generic_string());
             }
         }
         return nomi;
@@ -193,7 +193,7 @@ TEST_F(Salvataggio, WritesTwentyRowsAndLoadsTheLibraryAnew) {
     EXPECT_TRUE(Salva("\xC3\xA8"));  // UTF-8
     EXPECT_EQ(LibreriaSensori.size(), 3u);
     EXPECT_EQ(CercaSensore("MIA PROVA")->Tipo(), "Pressione");
-    EXPECT_EQ(CercaSensore("\xE8")->NomeFile(), Cartella() / "\xC3\xA8.sns");
+    EXPECT_EQ(CercaSensore("\xE8")->NomeFile(), Cartella() / PercorsoDaTesto("\xE8.sns"));
     EXPECT_EQ(CercaSensore("nessuno"), nullptr);
 }
 
@@ -209,7 +209,7 @@ TEST_F(Salvataggio, NamesThatAreNoFileOfTheLibraryAreRefused) {
         macchina.Risposte = {Answer::Ok};
         EXPECT_FALSE(Salva(nome)) << nome;
         ASSERT_EQ(macchina.Mostrati.size(), 1u) << nome;
-        EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(328) + " " + Cartella().string() + "/" +
+        EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(328) + " " + (Cartella() / "").string() +
                                                   Utf8In1252(nome) + ".sns " + Testo(329));
         EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
         EXPECT_EQ(macchina.Mostrati[0].Titolo, "Titolo");
