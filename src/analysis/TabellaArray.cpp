@@ -2,22 +2,24 @@
 
 #include <new>
 
+#include "platform/PagineGrandi.h"
+
 namespace lapvane {
 
 void TabellaArray::Alloca(int numCampi, int numCampiLaterali, std::int32_t numRighe) {
     numRighe_ = 0;
     for (PianoDati& piano : piani_) piano = PianoDati{};
     const auto riempi = [numRighe](PianoDati& piano, int colonne) {
-        // Pages of calloc come from the system as zeros when they are first written: a column that
-        // no row fills costs nothing.
-        for (int c = 0; c < std::clamp(colonne, 0, kUltimoCanale); ++c) {
-            const auto i = static_cast<std::size_t>(c);
-            piano.Colonne[i].reset(static_cast<double*>(
-                std::calloc(static_cast<std::size_t>(std::max(numRighe, 1)), sizeof(double))));
-            if (!piano.Colonne[i]) throw std::bad_alloc();
-            piano.Inizi[i] = piano.Colonne[i].get();
-            piano.Numero = c + 1;
-        }
+        const auto numero = static_cast<std::size_t>(std::clamp(colonne, 0, kUltimoCanale));
+        const auto righe = static_cast<std::size_t>(std::max(numRighe, 1));
+        if (numero == 0) return;
+        // Pages of calloc come from the system as zeros when they are first written: columns that
+        // no row fills cost next to nothing.
+        piano.Memoria.reset(static_cast<double*>(std::calloc(numero * righe, sizeof(double))));
+        if (!piano.Memoria) throw std::bad_alloc();
+        PagineGrandi(piano.Memoria.get(), numero * righe * sizeof(double));
+        for (std::size_t c = 0; c < numero; ++c) piano.Inizi[c] = piano.Memoria.get() + c * righe;
+        piano.Numero = static_cast<int>(numero);
     };
     riempi(In(Piano::Dati), numCampi);
     riempi(In(Piano::Laterale), numCampiLaterali);

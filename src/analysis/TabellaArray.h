@@ -29,9 +29,8 @@ class TabellaArray : public TabellaDati {
     struct Libera {
         void operator()(double* p) const { std::free(p); }
     };
-    using Memoria = std::unique_ptr<double, Libera>;
     struct PianoDati {
-        std::array<Memoria, kNumCanali> Colonne;
+        std::unique_ptr<double, Libera> Memoria;  ///< one column behind the other
         std::array<double*, kNumCanali> Inizi{};
         int Numero = 0;
     };

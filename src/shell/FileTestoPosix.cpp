@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/PagineGrandi.h"
 #include "shell/FileTesto.h"
 
 namespace lapvane {
@@ -92,7 +93,10 @@ std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size
     if (S_ISDIR(stato.st_mode)) Fallisci(EISDIR, cosa, percorso);
     if (!S_ISREG(stato.st_mode)) Fallisci(EACCES, cosa, percorso);
     std::string testo;
-    testo.resize(std::min(static_cast<std::size_t>(stato.st_size), massimo));
+    const std::size_t byte = std::min(static_cast<std::size_t>(stato.st_size), massimo);
+    testo.reserve(byte);
+    PagineGrandi(testo.data(), byte);
+    testo.resize(byte);
     std::size_t letti = 0;
     while (letti < testo.size()) {
         const ssize_t n = ::read(file.Valore(), testo.data() + letti, testo.size() - letti);
