@@ -5,7 +5,7 @@
 #include "FullLog.h"
 #include "analysis/LettoreDati.h"
 #include "analysis/TabellaArray.h"
-#include "shell/FileTesto.h"
+#include "platform/FileTesto.h"
 
 namespace {
 

@@ -70,6 +70,9 @@ double Processore() {
 
 void SovraccaricoDelDownload(benchmark::State& stato) {
     const Strumento strumento({QStringLiteral("--full")});
+    // The link asks the main window for its port.
+    frmMain finestra(std::make_unique<QtSerialControl>());
+    finestra.Carica();
     Vista vista;
     for (auto _ : stato) {
         FaseComunicazione = 38;
@@ -176,8 +179,5 @@ int main(int argc, char* argv[]) {
     QApplication::setQuitOnLastWindowClosed(false);
     lapvane::QtPlatform machine;
     lapvane::SetPlatform(&machine);
-    // The link asks the main window for its port: one is there for the whole run.
-    lapvane::frmMain window(std::make_unique<lapvane::QtSerialControl>());
-    window.Carica();
     return lapvane::bench::RunBenches("download", argc, argv);
 }

@@ -1,18 +1,15 @@
 // The lap report at its largest: shown, sorted and printed into a PDF file.
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
 
 #include "analysis/frmAnalisiDatiSpeed.h"
-#include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtPrinter.h"
 #include "reports/DatiSessione.h"
 #include "reports/StampaReport.h"
 #include "reports/dlgReportGiri.h"
-#include "shell/LoadStrings.h"
 #include "shell/Utility.h"
 #include "widgets/Tabella.h"
 
@@ -22,27 +19,10 @@ using namespace lapvane;
 
 constexpr int kLaps = kGiriMassimi - 1;  // lap index 1 is no lap
 
-/// The program around the dialogs.
-struct Program {
-    Program() {
-        if (QApplication::instance() == nullptr) {
-            if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-                qputenv("QT_QPA_PLATFORM", "offscreen");
-            static int argc = 1;
-            static char name[] = "bench";
-            static char* argv[] = {name, nullptr};
-            new QApplication(argc, argv);  // lives as long as the process
-        }
-        static QtPlatform machine;
-        SetPlatform(&machine);
-        CaricaTesti();
-        DatiSessione.LunghTracciato = "4909";
-    }
-};
-
 /// A window whose analysis has all the laps that it can hold.
-struct FullReport : Program {
+struct FullReport {
     FullReport() {
+        DatiSessione.LunghTracciato = "4909";
         AnalisiDati& analysis = Window.Analisi();
         analysis.NumGiri = kLaps;
         for (int lap = 1; lap <= kLaps; ++lap) {
@@ -78,7 +58,6 @@ void SortReport(benchmark::State& state) {
 BENCHMARK(SortReport)->Unit(benchmark::kMillisecond);
 
 void PrintReport(benchmark::State& state) {
-    const Program program;
     std::vector<RigaReport> laps;
     for (int lap = 1; lap <= 999; ++lap) {
         laps.push_back({"1", std::to_string(lap), CentesimiInTempo(8000 + lap), "123.456"});

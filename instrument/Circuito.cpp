@@ -4,7 +4,7 @@
 #include <cmath>
 #include <system_error>
 
-#include "shell/FileTesto.h"
+#include "platform/FileTesto.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane::strumento {

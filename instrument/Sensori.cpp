@@ -6,8 +6,8 @@
 
 #include "device/Codec.h"
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "sensors/Curve.h"
-#include "shell/FileTesto.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane::strumento {

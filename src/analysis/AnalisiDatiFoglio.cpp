@@ -4,8 +4,8 @@
 #include <system_error>
 
 #include "analysis/LettoreDati.h"
+#include "platform/FileTesto.h"
 #include "platform/Testo1252.h"
-#include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Principale.h"

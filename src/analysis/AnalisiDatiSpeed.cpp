@@ -6,8 +6,8 @@
 
 #include "analysis/Schema.h"
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/Testo1252.h"
-#include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Principale.h"

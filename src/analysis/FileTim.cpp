@@ -1,6 +1,6 @@
 #include "analysis/FileTim.h"
 
-#include "shell/FileTesto.h"
+#include "platform/FileTesto.h"
 
 namespace lapvane {
 

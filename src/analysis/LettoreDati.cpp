@@ -6,7 +6,7 @@
 #include <new>
 
 #include "platform/ErroreRuntime.h"
-#include "shell/FileTesto.h"
+#include "platform/FileTesto.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {

@@ -3,11 +3,11 @@
 
 #include "analysis/AnalisiDati.h"
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
 #include "reports/Circuiti.h"
 #include "reports/FileSessione.h"
-#include "shell/FileTesto.h"
 
 namespace lapvane {
 

@@ -2,7 +2,7 @@
 #include <string>
 
 #include "analysis/AnalisiDati.h"
-#include "shell/FileTesto.h"
+#include "platform/FileTesto.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Utility.h"

@@ -1,7 +1,7 @@
 #include "analysis/AnalisiDati.h"
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/Testo1252.h"
-#include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {

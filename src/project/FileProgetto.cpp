@@ -3,12 +3,12 @@
 #include <algorithm>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
 #include "project/FileRecenti.h"
 #include "shell/Domande.h"
-#include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Principale.h"

@@ -1,10 +1,10 @@
 #include "project/FileRecenti.h"
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "project/FileProgetto.h"
-#include "shell/FileTesto.h"
 #include "shell/Principale.h"
 #include "shell/StatoShell.h"
 

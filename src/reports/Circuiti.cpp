@@ -4,9 +4,9 @@
 #include <system_error>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
-#include "shell/FileTesto.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "shell/FileTesto.h"
+#include "platform/FileTesto.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {

@@ -9,12 +9,12 @@
 #include <algorithm>
 
 #include "analysis/AnalisiDati.h"
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
 #include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
-#include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"

@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "sensors/Curve.h"
 #include "sensors/FileSensore.h"
-#include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {

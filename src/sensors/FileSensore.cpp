@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
-#include "shell/FileTesto.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {

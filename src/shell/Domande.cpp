@@ -1,8 +1,8 @@
 #include "shell/Domande.h"
 
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
-#include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {

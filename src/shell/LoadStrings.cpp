@@ -4,9 +4,9 @@
 #include <string_view>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
-#include "shell/FileTesto.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {
@@ -92,8 +92,7 @@ void CalcolaBaseTesti() {
 const std::string& Testo(int n) {
     const std::int64_t posizione = std::int64_t{BaseTesti} + n;
     if (posizione < 0 || posizione >= static_cast<std::int64_t>(Testi.size())) {
-        throw ErroreRuntime(NumeroErrore::Subscript,
-                            "looking for a text of the language table",
+        throw ErroreRuntime(NumeroErrore::Subscript, "looking for a text of the language table",
                             platform().AppPath() / "LANGUAGES.DAT", posizione + 2);
     }
     return Testi[static_cast<std::size_t>(posizione)];

@@ -2,10 +2,10 @@
 
 #include <array>
 
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "platform/qt/TestoQt.h"
-#include "shell/FileTesto.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {

@@ -7,7 +7,7 @@
 #include <random>
 
 #include "platform/ErroreRuntime.h"
-#include "shell/FileTesto.h"
+#include "platform/FileTesto.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
@@ -17,8 +17,8 @@ namespace lapvane::prova {
 PlatformProva::PlatformProva() {
     std::random_device caso;
     do {
-        Cartella = std::filesystem::temp_directory_path() /
-                   ("lapvane-prova-" + std::to_string(caso()));
+        Cartella =
+            std::filesystem::temp_directory_path() / ("lapvane-prova-" + std::to_string(caso()));
     } while (!std::filesystem::create_directory(Cartella));
     CartellaCorrente = Cartella;
     SetPlatform(this);

@@ -15,6 +15,7 @@
 
 #include "Savers.h"
 #include "Soak.h"
+#include "platform/FileTesto.h"
 
 namespace lapvane::soak {
 
@@ -53,8 +54,7 @@ std::vector<fs::path> Hidden(const fs::path& folder) {
     std::vector<fs::path> found;
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         const std::string name = entry.path().filename().native();
-        const bool qt = name.find(".pdf.") != std::string::npos;
-        if (entry.is_regular_file() && (name.rfind(".lapvane-", 0) == 0 || qt)) {
+        if (entry.is_regular_file() && name.rfind(kTemporaneo, 0) == 0) {
             found.push_back(entry.path());
         }
     }

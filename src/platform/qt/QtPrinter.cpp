@@ -3,10 +3,10 @@
 #include <QFontMetricsF>
 #include <QPdfWriter>
 #include <QPrinter>
-#include <QSaveFile>
 #include <utility>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/TestoQt.h"
 
@@ -126,9 +126,11 @@ void QtPrinter::EndDoc() {
 }
 
 void QtPrinter::Salva() const {
-    QSaveFile file(PercorsoInQt(file_));
-    if (!file.open(QIODevice::WriteOnly) || file.write(pdf_.data()) != pdf_.data().size() ||
-        !file.commit()) {
+    const QByteArray& byte = pdf_.data();
+    try {
+        ScriviFile(file_, {byte.constData(), static_cast<std::size_t>(byte.size())},
+                   "printing a document");
+    } catch (const ErroreRuntime&) {
         Guasto();
     }
 }

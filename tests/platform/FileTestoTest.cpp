@@ -1,4 +1,4 @@
-#include "shell/FileTesto.h"
+#include "platform/FileTesto.h"
 
 #include <gtest/gtest.h>
 

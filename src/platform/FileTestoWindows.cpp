@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "platform/ErroreRuntime.h"
-#include "shell/FileTesto.h"
+#include "platform/FileTesto.h"
 
 namespace lapvane {
 

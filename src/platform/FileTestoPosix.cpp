@@ -9,8 +9,8 @@
 #include <system_error>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/PagineGrandi.h"
-#include "shell/FileTesto.h"
 
 namespace lapvane {
 
