@@ -36,7 +36,8 @@ class Keeper : public benchmark::BenchmarkReporter {
             }
         }
     }
-    /// The least of all repetitions, since whatever else the machine does only adds; 0: never measured.
+    /// The least of all repetitions, since whatever else the machine does only adds; 0: never
+    /// measured.
     double Least(std::string_view run, std::string_view figure) const {
         const auto figures = kept_.find(std::string(run));
         if (figures == kept_.end()) return 0.0;
@@ -59,7 +60,7 @@ bool Row(const Limit& limit, const Keeper& keeper) {
         measured = yardstick > 0.0 ? measured / yardstick : 0.0;
     }
     const bool met = measured > 0.0 && measured <= limit.Most;
-    std::printf("%-34s %9.2f %9.0f %-13s %7.2f  %s\n", std::string(limit.Path).c_str(), measured,
+    std::printf("%-34s %9.2f %9.3g %-13s %7.2f  %s\n", std::string(limit.Path).c_str(), measured,
                 limit.Most, std::string(limit.Unit).c_str(), measured / limit.Most,
                 met               ? "met"
                 : measured == 0.0 ? "NOT MEASURED"

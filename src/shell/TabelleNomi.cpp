@@ -2,7 +2,6 @@
 
 #include <initializer_list>
 
-#include "platform/ErroreRuntime.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {
@@ -41,13 +40,6 @@ void CaricaTabelleNomi() {
     ListaAllarmeBase = DaTesti({253});
     ListaAllarmi = DaTesti({255, 256, 257, 258, 259, 260, 261});
     ListaAllarmeExtra = DaTesti({263});
-}
-
-const std::string& NomeDi(const std::vector<std::string>& lista, int indice) {
-    if (indice < 0 || static_cast<std::size_t>(indice) >= lista.size()) {
-        throw ErroreRuntime(NumeroErrore::Subscript, "looking for an entry of a list of names");
-    }
-    return lista[static_cast<std::size_t>(indice)];
 }
 
 }  // namespace lapvane

@@ -21,7 +21,4 @@ extern std::vector<std::string> ListaAllarmeExtra;
 /// Fills the tables; at load and after each change of language.
 void CaricaTabelleNomi();
 
-/// Entry `indice` of a table; error 9 outside it.
-const std::string& NomeDi(const std::vector<std::string>& lista, int indice);
-
 }  // namespace lapvane

@@ -1,3 +1,7 @@
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 #include "analysis/AnalisiProva.h"
 #include "project/DatiProgetto.h"
 #include "shell/LoadStrings.h"
@@ -163,6 +167,25 @@ TEST_F(CaricamentoAnalisi, LooksForTheSideFileInTheCurrentFolder) {
     EXPECT_EQ(analisi.Tabella().Valore(11, Piano::Laterale, 26), 5.0)
         << "it is read from the folder of the log";
 }
+
+#ifndef _WIN32  // no such files there
+TEST_F(CaricamentoAnalisi, SideFilesThatCannotBeReadAreReportedAndTheLogOpens) {
+    TreGiri().Scrivi(Stelo());
+    // There, and yet nothing to read from.
+    for (const char* fine : {".tim", ".ses"}) {
+        std::filesystem::remove(ConFine(Stelo(), fine));
+        ASSERT_EQ(::mkfifo(ConFine(Stelo(), fine).c_str(), 0600), 0);
+    }
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    ASSERT_TRUE(ApriCsv());
+    ASSERT_EQ(macchina.Mostrati.size(), 2u);
+    std::string detti = macchina.Mostrati[0].Testo + macchina.Mostrati[1].Testo;
+    EXPECT_NE(detti.find("run.tim " + Testo(329)), std::string::npos);
+    EXPECT_NE(detti.find("run.ses " + Testo(329)), std::string::npos);
+    EXPECT_EQ(analisi.NumGiri, 0);
+    EXPECT_EQ(analisi.NumRighe, 27);
+}
+#endif
 
 TEST_F(CaricamentoAnalisi, NameWithoutAPointHasAnEmptyStem) {
     Scrivi(macchina.Cartella / "log", TreGiri().Csv());

@@ -119,6 +119,31 @@ TEST_F(TabellaGiri, CutsLapsAtTheSectorsOfTheTrack) {
     EXPECT_EQ(analisi.TempiGiro[2][3], "");
 }
 
+TEST_F(TabellaGiri, AnotherCircuitCutsTheLapsAnewAndKeepsTheChosenOne) {
+    Scrivi(macchina.Cartella / "tracks" / "Prova.sec", "100\r\n30\r\n30\r\n40\r\n");
+    Scrivi(macchina.Cartella / "tracks" / "Prova.trk", "0,0\r\n10,10\r\n");
+    ASSERT_TRUE(Apri(TreGiri()));
+    analisi.MSFlexGrid1_Click(2, 1);
+    DatiSessione.Circuito = "Prova";
+    DatiSessione.LunghTracciato = "100";
+    analisi.RicompilaTabella();
+    EXPECT_EQ(vista.Cella(0, 4), Testo(144) + "3");
+    EXPECT_EQ(vista.Cella(2, 4), "00:00.40");
+    EXPECT_EQ(vista.Cella(3, 1), "01:01.90");
+    EXPECT_EQ((vista.sfondi[{2, 5}]), kBlu) << "the lap that is drawn stays the chosen one";
+    EXPECT_EQ((vista.sfondi[{4, 1}]), kRosso);
+    EXPECT_FALSE(vista.mappa) << "nobody asked for a map";
+    // Without a circuit again: no sector, no map.
+    analisi.Circuito_Click();
+    EXPECT_TRUE(vista.mappa);
+    DatiSessione.Circuito = "";
+    analisi.RicompilaTabella();
+    EXPECT_FALSE(vista.mappa);
+    EXPECT_EQ(vista.Cella(0, 2), "");
+    EXPECT_EQ(vista.Cella(2, 4), "");
+    EXPECT_EQ(vista.Cella(2, 1), "01:02.30");
+}
+
 TEST_F(TabellaGiri, LeggiSettoriTakesWhatATrackCanHave) {
     DatiSessione.Circuito = "Prova";
     const auto file = macchina.Cartella / "tracks" / "Prova.sec";

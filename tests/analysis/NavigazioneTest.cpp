@@ -252,6 +252,26 @@ TEST_F(Navigazione, OverviewShowsTheSameWindow) {
     EXPECT_TRUE(panoramica.elementi.empty()) << "no alarms over the distance in this window";
 }
 
+TEST_F(Navigazione, OverviewScrollsByItself) {
+    Apri10();
+    grafico.intervallo = {0.0, 2.0, -7.0, 7.0};
+    analisi.SSTab1_Click(1);
+    int giri = 0;
+    macchina.DuranteEventi = [&] {
+        if (++giri == 40) analisi.cmdScorri_Click(Verso::DX);
+        ASSERT_LT(giri, 50);
+    };
+    const int primo = grafico.pulizie;
+    analisi.cmdScorri_Click(Verso::DX);
+    EXPECT_EQ(giri, 40);
+    EXPECT_GT(panoramica.intervallo.XMin, 0.0);
+    EXPECT_NEAR(panoramica.intervallo.XMax - panoramica.intervallo.XMin, 2.0, 1e-9);
+    EXPECT_EQ(panoramica.cursoreX, panoramica.intervallo.XMin);
+    EXPECT_EQ(panoramica.elementi.size(), 8u);
+    EXPECT_TRUE(panoramica.cursoreAttivo);
+    EXPECT_EQ(grafico.pulizie, primo) << "the channels are not drawn behind it";
+}
+
 TEST_F(Navigazione, ViewsOfTheToolBar) {
     Apri10();
     for (const int c : {4, 5, 6}) analisi.chkGrafico_Click(c, true);

@@ -326,8 +326,7 @@ TEST_F(FinestraAnalisi, CommandsWithoutLapsAndWithoutATrack) {
     EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(216));
     EXPECT_FALSE(circuito->isChecked());
     std::filesystem::create_directory(macchina.Cartella / "Tracks");
-    prova::Scrivi(macchina.Cartella / "Tracks" / "Corto.trk",
-                  "0,0\r\n10,0\r\n10,10\r\n");
+    prova::Scrivi(macchina.Cartella / "Tracks" / "Corto.trk", "0,0\r\n10,0\r\n10,10\r\n");
     DatiSessione.Circuito = "Corto";
     circuito->click();
     EXPECT_TRUE(circuito->isChecked());
