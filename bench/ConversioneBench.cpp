@@ -32,7 +32,7 @@ const std::vector<std::string>& MemoriaPiena() {
             };
             const int t = static_cast<int>(b % 85);
             for (int i = 0; i < 10; ++i) {
-                const auto base = static_cast<std::size_t>(11 * i);
+                const auto base = std::size_t{11} * static_cast<std::size_t>(i);
                 word(base + 1, 6000 + (t * 977 + i * 131) % 6000);
                 word(base + 3, (t * 10 + i) * 4);
                 byte(base + 5, 1 + t % 6);

@@ -130,10 +130,13 @@ BENCHMARK_CAPTURE(Memory, sheet, "sheet")->Iterations(1)->Unit(benchmark::kMilli
 
 }  // namespace
 
-int main(int argc, char* argv[]) {
+int main(int argc, char* argv[]) try {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const std::string role = argc > 1 ? argv[1] : "";
     if (role == "--start") return StartProgram(argc, argv);
     if (role == "--open" && argc == 4) return OpenLog(argc, argv);
     return RunBenches("process", argc, argv);
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
 }

@@ -59,7 +59,7 @@ void Spedisci(const std::string& frame, int comando) {
 /// What is sent of a record that the open form does not show; empty: nothing.
 /// Kept: the setup's frames go out without their fields. The instrument does not acknowledge them.
 std::string FrameAltraForm(const TabellaRecord& tabella) {
-    const std::string testata = {'H', static_cast<char>(tabella.Scrivi)};
+    std::string testata = {'H', static_cast<char>(tabella.Scrivi)};
     switch (tabella.ConAltraForm) {
         case AltraForm::Niente:
             break;

@@ -58,7 +58,7 @@ std::optional<std::string> TestoDelCircuito(const std::string& nome, std::string
 
 fs::path CartellaCircuiti() {
     const fs::path programma = platform().AppPath();
-    const fs::path solita = programma / kCartella;
+    fs::path solita = programma / kCartella;
     if (EUnaCartella(solita)) return solita;
     const fs::path altra = VoceSenzaMaiuscole(programma, kCartella, EUnaCartella);
     return altra.empty() ? solita : altra;
@@ -81,7 +81,7 @@ fs::path FileCircuito(const std::string& nome, std::string_view estensione) {
     }
     const std::string file = nome + '.' + std::string(estensione);
     const fs::path cartella = CartellaCircuiti();
-    const fs::path solito = cartella / PercorsoDaTesto(file);
+    fs::path solito = cartella / PercorsoDaTesto(file);
     if (FileEsiste(solito)) return solito;
     const fs::path altro = VoceSenzaMaiuscole(cartella, file, FileEsiste);
     return altro.empty() ? solito : altro;

@@ -39,6 +39,7 @@ dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QD
          {107, analisi.TempoPeggiore},
          {108, analisi.VelocitaPeggiore}}};
     std::vector<QStringList> celle;
+    celle.reserve(righe.size());
     for (const auto& [testo, valore] : righe) celle.push_back({InQt(Testo(testo)), InQt(valore)});
     MSFlexGrid1->Riempi(celle);
 

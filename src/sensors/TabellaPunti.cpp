@@ -23,6 +23,7 @@ double TabellaPunti::Y(int i) const {
 
 std::vector<std::string> TabellaPunti::Asse(std::string RigaPunto::*asse) const {
     std::vector<std::string> testi;
+    testi.reserve(static_cast<std::size_t>(numPuntiTabella_));
     for (int i = 0; i < numPuntiTabella_; ++i) testi.push_back(Riga(i).*asse);
     return testi;
 }

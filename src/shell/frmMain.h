@@ -21,7 +21,7 @@ class frmAnalisi;
 
 /// The one main window: menu, tool bar, status bar, serial control and poll timer. It routes every
 /// command to what carries it out.
-class frmMain : public QMainWindow, public Principale {
+class frmMain final : public QMainWindow, public Principale {
     Q_OBJECT
  public:
     /// `seriale` is the port of the link; the window owns it.

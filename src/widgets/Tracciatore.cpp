@@ -39,7 +39,9 @@ int PrimoPixel(double x) {
 }
 
 std::uint8_t Copertura(float parte) {
-    return static_cast<std::uint8_t>(std::clamp(parte, 0.0F, 1.0F) * 255.0F + 0.5F);
+    // Never negative, so that cutting off rounds; std::lround is a function call.
+    constexpr float kMezzo = 0.5F;
+    return static_cast<std::uint8_t>(std::clamp(parte, 0.0F, 1.0F) * 255.0F + kMezzo);
 }
 
 /// What a byte becomes where `b` covers it with a weight of 0 to 255, rounded.
@@ -349,7 +351,7 @@ void Tracciatore::Fascia::Disegna(const Tracciatore& t, int fascia) {
     larghezza_ = campo.Destra - campo.Sinistra + 2 * kBordo;
     primaRiga_ = fascia * kRigheFascia;
     ultimaRiga_ = std::min(primaRiga_ + kRigheFascia, campo.Basso - campo.Alto) - 1;
-    const auto tessere = static_cast<std::size_t>(larghezza_ / kTessera + 1);
+    const auto tessere = static_cast<std::size_t>(larghezza_) / kTessera + 1;
     passo_ = tessere * kTessera;
     passoTessere_ = (tessere + 63) / 64;
     maschera_.resize(std::max(maschera_.size(), passo_ * kRigheFascia));
@@ -375,8 +377,8 @@ void Tracciatore::Fascia::CopriColProfilo(const Segmento& s, int da, int a) {
     constexpr double kUno = 65536.0;
     constexpr int kBitFase = 16 - std::countr_zero(static_cast<unsigned>(kFasi));
     const Profilo& profilo = *stile_->Sezione;
-    const auto livello = static_cast<std::size_t>(
-        std::clamp(static_cast<int>(s.Coseno * 128.0F + 0.5F) - kPrimoLivello, 0, kLivelli - 1));
+    const auto livello = static_cast<std::size_t>(std::clamp(
+        Sotto(static_cast<double>(s.Coseno) * 128.0 + 0.5) - kPrimoLivello, 0, kLivelli - 1));
     const auto& copertura = profilo.Copertura[livello];
     const double mezza = static_cast<double>(profilo.Mezza[livello]);
     const int numero = std::min(Pixel, static_cast<int>(2.0 * mezza) + 1);
@@ -471,9 +473,9 @@ void Tracciatore::Fascia::CopriLungo(const Segmento& s) {
     const int corpoA = std::clamp(PrimoPixel(s.TestaA ? s.A - testa : s.A) - 1, corpoDa - 1, a);
     CopriTesta<Alto>(s, da, corpoDa - 1);
     // One pixel of play: the profile's slope is not quite the segment's own.
-    if (s.Mezza < kTessera / 2 - 1) {
+    if (s.Mezza < kTessera / 2.0F - 1.0F) {
         CopriColProfilo<Alto, kTessera>(s, corpoDa, corpoA);
-    } else if (s.Mezza < kBordo / 2 - 1) {
+    } else if (s.Mezza < kBordo / 2.0F - 1.0F) {
         CopriColProfilo<Alto, kBordo>(s, corpoDa, corpoA);
     } else {
         CopriCorpo<Alto>(s, corpoDa, corpoA);

@@ -32,7 +32,7 @@ struct Blocco {
     }
     Blocco& Giro(int numero, bool marca) { return W(120, numero).W(124, marca ? 2 : 0); }
     Blocco& Distanze(int da, int passo) {
-        for (int i = 0; i < 10; ++i) W(static_cast<std::size_t>(11 * i + 3), da + passo * i);
+        for (int i = 0; i < 10; ++i) W(11 * static_cast<std::size_t>(i) + 3, da + passo * i);
         return *this;
     }
 };

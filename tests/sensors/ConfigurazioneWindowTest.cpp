@@ -319,7 +319,7 @@ TEST_F(Configurazione, ButtonsFollowTheInstrumentInTheWholeProgram) {
                                            {"Toolbar1_Sensor", "frmSensori"},
                                            {"Toolbar1_Alarm", "frmAllarmi"}}) {
             bool visto = false;
-            QTimer::singleShot(0, [&] {
+            QTimer::singleShot(0, [&, nome = nome] {
                 auto* dialogo = QApplication::activeModalWidget();
                 ASSERT_NE(dialogo, nullptr);
                 EXPECT_EQ(FormAttiva->Nome(), nome);

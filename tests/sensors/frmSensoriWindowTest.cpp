@@ -314,7 +314,7 @@ TEST_F(Sensori, AnExchangeThatStopsSaysWhy) {
             }
             const std::size_t prima = porta.RichiesteDi(comando);
             macchina.Risposte = {Answer::Ok, Answer::Ok};
-            macchina.DuranteEventi = [&] {
+            macchina.DuranteEventi = [&, comando = comando] {
                 if (FaseComunicazione == 0 || porta.RichiesteDi(comando) - prima < curve) return;
                 if (finestra->isVisible()) finestra->close();
             };

@@ -16,10 +16,11 @@ constexpr std::uint32_t kNero = 0xFF000000U;
 constexpr std::uint32_t kBianco = 0xFFFFFFFFU;
 
 struct Foglio {
-    Foglio() : Pixel(kLato * kLato, kNero) {}
+    Foglio() : Pixel(std::size_t{kLato} * kLato, kNero) {}
     Tracciatore::Tela Tela() { return {Pixel.data(), kLato}; }
-    int Luce(int x, int y) const {
-        return static_cast<int>(Pixel[static_cast<std::size_t>(y * kLato + x)] & 0xFFU);
+    int Luce(int x, int y) const { return static_cast<int>(Colore(x, y) & 0xFFU); }
+    std::uint32_t Colore(int x, int y) const {
+        return Pixel[static_cast<std::size_t>(y) * kLato + static_cast<std::size_t>(x)];
     }
     std::vector<std::uint32_t> Pixel;
 };
@@ -94,15 +95,13 @@ TEST(Tracciatore, MixesEachColourByItself) {
     tracciatore.Traccia();
     for (const int x : {0, 7, 80, kLato - 1}) {
         for (const int y : {49, 50}) {
-            const std::uint32_t c = foglio.Pixel[static_cast<std::size_t>(y * kLato + x)];
+            const std::uint32_t c = foglio.Colore(x, y);
             EXPECT_EQ(c >> 24, 0xFFU);
             EXPECT_NEAR(static_cast<int>(c >> 16 & 0xFFU), 100, 4);
             EXPECT_NEAR(static_cast<int>(c >> 8 & 0xFFU), 75, 2);
             EXPECT_NEAR(static_cast<int>(c & 0xFFU), 50, 2);
         }
-        const auto pixel = [&](int y) {
-            return foglio.Pixel[static_cast<std::size_t>(y * kLato + x)];
-        };
+        const auto pixel = [&](int y) { return foglio.Colore(x, y); };
         EXPECT_EQ(pixel(48), 0xFFC86400U);
         EXPECT_EQ(pixel(51), 0xFFC86400U);
         EXPECT_EQ(pixel(80), 0xFF003264U) << "a line in the middle of a row covers it, opaque";
@@ -158,6 +157,7 @@ TEST(Tracciatore, DrawsTheSamePixelsInWhateverBandsAndThreads) {
     }
     // A field that begins elsewhere is cut into other bands.
     const Foglio altro = disegna(13, kLato, 2);
-    EXPECT_TRUE(std::equal(altro.Pixel.begin() + 13 * kLato, altro.Pixel.end(),
-                           uno.Pixel.begin() + 13 * kLato));
+    constexpr std::ptrdiff_t kTolti = std::ptrdiff_t{13} * kLato;
+    EXPECT_TRUE(
+        std::equal(altro.Pixel.begin() + kTolti, altro.Pixel.end(), uno.Pixel.begin() + kTolti));
 }

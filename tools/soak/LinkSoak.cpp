@@ -336,7 +336,7 @@ class LinkSoak {
                     options_.RealSeconds);
         for (Tally& tally : kinds_) tally = {};
         machine_.RealTime();
-        const std::int64_t end = Real() + 1000 * options_.RealSeconds;
+        const std::int64_t end = Real() + std::int64_t{1000} * options_.RealSeconds;
         const auto any = [this] {
             return static_cast<std::size_t>(chance_.Below(static_cast<int>(Kinds().size())));
         };

@@ -124,7 +124,7 @@ class PullSoak {
         // Told once a try; the window has closed by itself, and nothing says that it is complete.
         if (machine_.Boxes.empty()) faults_.Say(which + ": nothing was told");
         for (const std::string& box : machine_.Boxes) {
-            if (box != Testo(242)) faults_.Say(which + ": told " + box);
+            if (box != Testo(242)) faults_.Say(std::string(which).append(": told ").append(box));
         }
         if (view.Open) faults_.Say(which + ": the window stays open as if all were well");
         if (FaseComunicazione != 0) faults_.Say(which + ": the poll is kept off the port");

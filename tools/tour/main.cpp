@@ -113,6 +113,7 @@ void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
     auto* dialog = qobject_cast<QFileDialog*>(Robot::Modal("QFileDialog"));
     auto* name = In<QLineEdit>(dialog, "fileNameEdit");
     robot_.Check(name != nullptr, QStringLiteral("the file dialog has no name box"));
+    if (name == nullptr) return;
     name->clear();
     QTest::keyClicks(name, path);
     if (!picture.isEmpty()) robot_.Picture(dialog, picture);

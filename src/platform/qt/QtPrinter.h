@@ -15,7 +15,7 @@
 namespace lapvane {
 
 /// A printer of the system, or a PDF file, on A4 paper. No file is touched before `EndDoc`.
-class QtPrinter : public Printer {
+class QtPrinter final : public Printer {
  public:
     /// Prints into a PDF file. An old file of that name stays whole until the new one is complete.
     explicit QtPrinter(std::filesystem::path file,
