@@ -20,21 +20,13 @@
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/frmMain.h"
+#include "tools/support/BareViews.h"
 
 namespace lapvane {
 namespace {
 
 constexpr int kBlocchi = 400;
 constexpr int kPausaBlocco = 10;  // ms
-
-class Vista : public VistaScarico {
- public:
-    bool Visibile() const override { return true; }
-    void Stato(const std::string&) override {}
-    void Percento(int) override {}
-    void AbilitaOK(bool) override {}
-    void Scarica() override {}
-};
 
 QString Porta() {
     return QCoreApplication::applicationDirPath() + QStringLiteral("/ports/COM1");
@@ -73,7 +65,7 @@ void SovraccaricoDelDownload(benchmark::State& stato) {
     // The link asks the main window for its port.
     frmMain finestra(std::make_unique<QtSerialControl>());
     finestra.Carica();
-    Vista vista;
+    BareDownloadView vista;
     for (auto _ : stato) {
         FaseComunicazione = 38;
         if (!LinkPronto()) {

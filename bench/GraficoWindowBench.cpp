@@ -14,10 +14,10 @@
 
 #include "BenchMain.h"
 #include "FullLog.h"
-#include "VistaVuota.h"
 #include "analysis/AnalisiDatiSpeed.h"
 #include "platform/qt/QtPlatform.h"
 #include "shell/LoadStrings.h"
+#include "tools/support/BareViews.h"
 #include "widgets/GraficoWidget.h"
 
 namespace {
@@ -302,14 +302,14 @@ class LogPlatform : public QtPlatform {
 /// From the file's name to the first lap on the screen with four channels ticked.
 void OpenLog(benchmark::State& state) {
     Log();
-    const PrincipaleVuota mainWindow;
+    const BareMainWindow mainWindow;
     std::vector<double> open, bare;
     for (auto _ : state) {
         auto start = std::chrono::steady_clock::now();
         {
             GraficoWidget graph, overview;
             graph.resize(kWidth, kHeight);
-            VistaVuota view;
+            BareAnalysisView view;
             AnalisiDatiSpeed analysis(view, graph, overview);
             for (const std::size_t c : {3U, 4U, 5U, 6U}) analysis.chkGrafico[c] = true;
             analysis.NumCanaliAttivi = 4;

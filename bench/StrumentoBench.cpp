@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "VistaVuota.h"
 #include "device/ProgrammaStrumento.h"
 #include "instrument/SerialeStrumento.h"
 #include "instrument/Strumento.h"
@@ -15,6 +14,7 @@
 #include "sensors/FileSensore.h"
 #include "shell/LoadStrings.h"
 #include "tools/support/BarePlatform.h"
+#include "tools/support/BareViews.h"
 
 namespace lapvane::bench {
 namespace {
@@ -42,15 +42,6 @@ class Macchina : public BarePlatform {
     }
 
     int Box = 0;
-};
-
-class Principale1 : public PrincipaleVuota {
- public:
-    explicit Principale1(SerialControl& porta) : porta_(porta) {}
-    SerialControl& SerialComm() override { return porta_; }
-
- private:
-    SerialControl& porta_;
 };
 
 class Vista : public VistaStrumento {
@@ -96,7 +87,7 @@ void CorsaIntera(benchmark::State& stato, void (*corsa)(VistaStrumento&)) {
     strumento::Strumento apparecchio;
     strumento::SerialeStrumento porta(
         apparecchio, [&] { return macchina.Clock; }, [&](int ms) { macchina.Clock += ms; });
-    const Principale1 finestra(porta);
+    const BareMainWindow finestra(&porta);
     DatiProgetto = {};
     for (const CanaleSensore& canale : kCanaliSensore) {
         const std::string nome = "Sensore " + std::string(canale.Tipo);

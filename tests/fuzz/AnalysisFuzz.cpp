@@ -6,7 +6,6 @@
 
 #include "analysis/AnalisiDatiFoglio.h"
 #include "analysis/AnalisiDatiSpeed.h"
-#include "bench/VistaVuota.h"
 #include "fuzz/FuzzPlatform.h"
 #include "fuzz/QuietGraph.h"
 #include "reports/Circuiti.h"
@@ -14,6 +13,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
+#include "tools/support/BareViews.h"
 
 namespace {
 
@@ -50,7 +50,7 @@ void Use(AnalisiDati& log) {
 
 template <class Analysis>
 void Open(const std::filesystem::path& csv) {
-    bench::VistaVuota view;
+    BareAnalysisView view;
     QuietGraph graph, overview;
     Analysis log(view, graph, overview);
     log.NomeFileDati = csv;
@@ -67,7 +67,7 @@ void Open(const std::filesystem::path& csv) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     static FuzzPlatform machine;
-    static bench::PrincipaleVuota window;
+    static BareMainWindow window;
     static const FuzzFolder folder;
     machine.Folder = folder.Path;
     if (Testi.empty()) {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "bench/VistaVuota.h"
 #include "device/Codec.h"
 #include "device/Diagnostica.h"
 #include "device/RecordStrumento.h"
@@ -19,6 +18,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
+#include "tools/support/BareViews.h"
 
 namespace {
 
@@ -168,15 +168,6 @@ class FuzzPort : public SerialControl {
     std::int64_t dueAt_ = 0;
 };
 
-class Window : public bench::PrincipaleVuota {
- public:
-    explicit Window(SerialControl& port) : port_(port) {}
-    SerialControl& SerialComm() override { return port_; }
-
- private:
-    SerialControl& port_;
-};
-
 class LiveView : public VistaDiagnostica {
  public:
     void ValoreCampo(int field, const std::string& text) override {
@@ -285,7 +276,7 @@ bool Exchange(FuzzPlatform& machine, unsigned what) {
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     static FuzzPlatform machine;
     static FuzzPort port(machine);
-    static Window window(port);
+    static BareMainWindow window(&port);
     static LiveView live;
     if (Testi.empty()) {
         Testi.assign(700, "text");

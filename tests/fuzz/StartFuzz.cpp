@@ -3,12 +3,12 @@
 // bytes are read or refused with a run-time error, and what was read can be used.
 #include <cstdlib>
 
-#include "bench/VistaVuota.h"
 #include "fuzz/FuzzPlatform.h"
 #include "project/FileRecenti.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
+#include "tools/support/BareViews.h"
 #include "tools/texttable/texttable.h"
 
 namespace {
@@ -60,7 +60,7 @@ void Texts(std::string_view tsv) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     static FuzzPlatform machine;
-    static bench::PrincipaleVuota window;
+    static BareMainWindow window;
     static const FuzzFolder folder;
     machine.Folder = folder.Path;
     if (size == 0) return 0;

@@ -11,6 +11,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/TabelleNomi.h"
 #include "tools/support/BarePlatform.h"
+#include "tools/support/BareViews.h"
 
 namespace lapvane {
 namespace {
@@ -27,23 +28,13 @@ class ConsolePlatform : public BarePlatform {
     }
 };
 
-/// A download window that nobody looks at.
-class NoView : public VistaScarico {
- public:
-    bool Visibile() const override { return true; }
-    void Stato(const std::string&) override {}
-    void Percento(int) override {}
-    void AbilitaOK(bool) override {}
-    void Scarica() override {}
-};
-
 /// Puts into the buffers what a download of the memory would leave there.
 void Download(const strumento::Memoria& memory) {
     AzzeraBufferLog();
     for (std::int32_t b = 0; b < memory.Blocchi(); ++b) BlocchiLog.emplace_back(memory.Blocco(b));
     NumBlocchi = memory.Blocchi();
     NumeroGiri = static_cast<std::int16_t>(memory.Giri());
-    NoView view;
+    BareDownloadView view;
     Scarico download(view);
     constexpr int kLapsPerBlock = 32;
     for (int lap = 1; lap <= NumeroGiri; lap += kLapsPerBlock) {

@@ -365,7 +365,7 @@ class LinkSoak {
     Strumento instrument_;
     Strumento twin_;
     Machine machine_{folder_.Path, instrument_, twin_};
-    Window window_{&machine_.Port};
+    BareMainWindow window_{&machine_.Port};
     std::vector<Tally> kinds_;
     Tally downloads_;
     int number_ = 0;

@@ -336,9 +336,4 @@ void Machine::Calm() {
     DoEvents(kRound);
 }
 
-SerialControl& Window::SerialComm() {
-    if (port_ == nullptr) throw std::logic_error("no serial control here");
-    return *port_;
-}
-
 }  // namespace lapvane::soak

@@ -15,7 +15,7 @@
 #include "instrument/Strumento.h"
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtSerialControl.h"
-#include "shell/Principale.h"
+#include "tools/support/BareViews.h"
 
 namespace lapvane::soak {
 
@@ -167,26 +167,6 @@ class Machine : public QtPlatform {
     int idle_ = 0;
     std::atomic<bool> stop_{false};
     std::thread thread_;
-};
-
-/// A main window that shows nothing.
-class Window : public Principale {
- public:
-    explicit Window(SerialControl* port = nullptr) : port_(port) { ImpostaPrincipale(this); }
-    ~Window() override { ImpostaPrincipale(nullptr); }
-    void AbilitaMenu(Comando, bool) override {}
-    void AbilitaPulsante(Comando, bool) override {}
-    void AbilitaTitolo(lapvane::Titolo, bool) override {}
-    void TestoPannello(Pannello, const std::string&) override {}
-    void ImmaginePannello(Pannello, int) override {}
-    void NascondiFileRecenti() override {}
-    void MostraFileRecente(int, const std::filesystem::path&) override {}
-    SerialControl& SerialComm() override;
-    bool RinunciaAttesa() override { return false; }
-    void QuandoLibero(std::function<void()> action) override { action(); }
-
- private:
-    SerialControl* port_;
 };
 
 }  // namespace lapvane::soak

@@ -149,7 +149,7 @@ class PullSoak {
     Strumento instrument_;
     Strumento twin_;
     Machine machine_{folder_.Path, instrument_, twin_};
-    Window window_{&machine_.Port};
+    BareMainWindow window_{&machine_.Port};
     std::int64_t longest_ = 0;
 };
 

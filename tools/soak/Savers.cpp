@@ -7,7 +7,6 @@
 
 #include "Machine.h"
 #include "analysis/AnalisiDatiSpeed.h"
-#include "bench/VistaVuota.h"
 #include "fuzz/QuietGraph.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
@@ -24,6 +23,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
+#include "tools/support/BareViews.h"
 
 namespace lapvane::soak {
 
@@ -67,7 +67,7 @@ struct Program {
         ValoriInizialiProgetto();
     }
     PlainMachine Machine;
-    Window Main;
+    BareMainWindow Main;
 };
 
 /// A program with a log that is open.
@@ -79,7 +79,7 @@ struct OpenLog : Program {
         Log.NomeCsv = "run.csv";
         Log.NomeLaterale = "run.txt";
     }
-    bench::VistaVuota View;
+    BareAnalysisView View;
     QuietGraph Graph, Overview;
     AnalisiDatiSpeed Log{View, Graph, Overview};
 };

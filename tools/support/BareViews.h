@@ -3,12 +3,13 @@
 #include <stdexcept>
 
 #include "analysis/VistaAnalisi.h"
+#include "logs/Scarico.h"
 #include "shell/Principale.h"
 
-namespace lapvane::bench {
+namespace lapvane {
 
 /// A window of an analysis that shows nothing.
-class VistaVuota : public VistaAnalisi {
+class BareAnalysisView : public VistaAnalisi {
  public:
     void MostraCanale(int, bool) override {}
     void NomeCampo(int, const std::string&) override {}
@@ -40,11 +41,26 @@ class VistaVuota : public VistaAnalisi {
     void Scarica() override {}
 };
 
-/// A main window that shows nothing.
-class PrincipaleVuota : public Principale {
+/// A download window that nobody looks at, and that stays open.
+class BareDownloadView : public VistaScarico {
  public:
-    PrincipaleVuota() { ImpostaPrincipale(this); }
-    ~PrincipaleVuota() override { ImpostaPrincipale(nullptr); }
+    bool Visibile() const override { return true; }
+    void Stato(const std::string&) override {}
+    void Percento(int) override {}
+    void AbilitaOK(bool) override {}
+    void Scarica() override {}
+};
+
+/// A main window that shows nothing, with a port or without. In use from the moment it is made
+/// until it goes.
+class BareMainWindow : public Principale {
+ public:
+    explicit BareMainWindow(SerialControl* port = nullptr) : port_(port) {
+        ImpostaPrincipale(this);
+    }
+    ~BareMainWindow() override { ImpostaPrincipale(nullptr); }
+    BareMainWindow(const BareMainWindow&) = delete;
+    BareMainWindow& operator=(const BareMainWindow&) = delete;
     void AbilitaMenu(Comando, bool) override {}
     void AbilitaPulsante(Comando, bool) override {}
     void AbilitaTitolo(lapvane::Titolo, bool) override {}
@@ -52,9 +68,15 @@ class PrincipaleVuota : public Principale {
     void ImmaginePannello(Pannello, int) override {}
     void NascondiFileRecenti() override {}
     void MostraFileRecente(int, const std::filesystem::path&) override {}
-    SerialControl& SerialComm() override { throw std::logic_error("no serial control here"); }
+    SerialControl& SerialComm() override {
+        if (port_ == nullptr) throw std::logic_error("no serial control here");
+        return *port_;
+    }
     bool RinunciaAttesa() override { return false; }
-    void QuandoLibero(std::function<void()> azione) override { azione(); }
+    void QuandoLibero(std::function<void()> action) override { action(); }
+
+ private:
+    SerialControl* port_;
 };
 
-}  // namespace lapvane::bench
+}  // namespace lapvane
