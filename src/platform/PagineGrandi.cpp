@@ -10,11 +10,13 @@ namespace lapvane {
 
 #ifdef __linux__
 void PagineGrandi(void* inizio, std::size_t byte) {
-    constexpr std::uintptr_t kPagina = std::uintptr_t{2} << 20;
-    const auto da = (reinterpret_cast<std::uintptr_t>(inizio) + kPagina - 1) & ~(kPagina - 1);
-    const auto fine = (reinterpret_cast<std::uintptr_t>(inizio) + byte) & ~(kPagina - 1);
-    if (da >= fine) return;
-    ::madvise(reinterpret_cast<void*>(da), fine - da, MADV_HUGEPAGE);
+    constexpr std::size_t kPagina = std::size_t{2} << 20;
+    // The whole pages inside.
+    const std::size_t oltre = reinterpret_cast<std::uintptr_t>(inizio) % kPagina;
+    const std::size_t davanti = oltre == 0 ? 0 : kPagina - oltre;
+    if (byte < davanti + kPagina) return;
+    ::madvise(static_cast<char*>(inizio) + davanti, (byte - davanti) / kPagina * kPagina,
+              MADV_HUGEPAGE);
 }
 #else
 void PagineGrandi(void*, std::size_t) {}
