@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t kTestaBlocco = 2;  // characters of a reply before its block
 constexpr int kSaluto = 1;
 constexpr int kBloccoLog = 14;
+constexpr std::int32_t kCaratteriInPiu = 10000;  // noise and surplus of one reply, at most
 
 struct Parola {
     std::string_view Nome;
@@ -88,6 +89,11 @@ Guasto LeggiGuasto(std::string_view testo) {
     if (parola->ConValore) {
         if (parti.size() < 2) Rifiuta(testo, "a value is missing");
         guasto.Valore = numero("the value", parola->Minimo, 0);
+        const bool inPiu = guasto.Tipo == TipoGuasto::Coda || guasto.Tipo == TipoGuasto::Rumore;
+        if (inPiu && guasto.Valore > kCaratteriInPiu) {
+            Rifiuta(testo,
+                    "the value may be " + TestoNumero(std::int64_t{kCaratteriInPiu}) + " at most");
+        }
     }
     if (prossima < parti.size() && (parti[prossima] == "*" || parti[prossima] == "0")) {
         ++prossima;
@@ -117,7 +123,7 @@ const char* AiutoGuasti() {
            "  blank:PAGE      the log page looks never written\n"
            "  extra:N         N characters more behind the reply (to the handshake, if no\n"
            "                  command is given)\n"
-           "  noise:N         N characters of noise before the reply\n"
+           "  noise:N         N characters of noise before the reply; at most 10000, extra too\n"
            "  twice           the reply comes twice\n"
            "  order           the reply carries the number of another command\n"
            "COMMAND is a command number, or * for any. FIRST picks the n-th matching frame, and\n"

@@ -130,6 +130,8 @@ TEST(LeggiGuasto, WrongTextsAreRefusedWithAReason) {
                                                           {"cut:x", "the value"},
                                                           {"corrupt:0", "the value"},
                                                           {"delay:-5", "the value"},
+                                                          {"noise:10001", "10000 at most"},
+                                                          {"extra:2000000000", "10000 at most"},
                                                           {"drop:3", "no such command"},
                                                           {"drop:14:0", "the first frame"},
                                                           {"drop:14:1:-1", "the count"},
