@@ -200,7 +200,7 @@ class AnalisiDati {
     // --- session -----------------------------------------------------------------------------
     /// Reads the .ses file beside the log. What a file that is cut short lacks keeps its default.
     void LeggiDatiSessione();
-    /// Writes it, over the old one in place.
+    /// Writes it over the beginning of the old one.
     void SalvaDatiSessione() const;
 
     virtual const TabellaDati& Tabella() const = 0;

@@ -33,6 +33,15 @@ bool MenoSenzaMaiuscole(std::string_view a, std::string_view b) {
 
 }  // namespace
 
+void RiscriviInizio(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
+    std::string intero(testo);
+    if (FileEsiste(percorso)) {
+        const std::string vecchio = LeggiFile(percorso, cosa);
+        if (vecchio.size() > intero.size()) intero.append(vecchio, intero.size());
+    }
+    ScriviFile(percorso, intero, cosa);
+}
+
 void TogliAbbandonati(const fs::path& cartella) {
     constexpr auto kAbbandonato = std::chrono::hours(1);
     std::error_code errore;

@@ -29,8 +29,8 @@ constexpr std::string_view kTemporaneo = ".lapvane-";
 /// takes that long, so none is pulled away from another program that saves in the same folder.
 void TogliAbbandonati(const std::filesystem::path& cartella);
 
-/// Writes `testo` over the first bytes of the file without emptying it; makes the file if it is
-/// missing. For the two files that are rewritten in place by design.
+/// Puts `testo` over the first bytes of the file and leaves what stands behind them; makes the file
+/// if it is missing. Whole or not at all, as `ScriviFile`.
 void RiscriviInizio(const std::filesystem::path& percorso, std::string_view testo,
                     std::string_view cosa);
 

@@ -139,13 +139,4 @@ void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_vi
     TogliAbbandonati(vero.parent_path());
 }
 
-void RiscriviInizio(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
-    Descrittore file(::open(percorso.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
-    if (file.Valore() < 0) Fallisci(errno, cosa, percorso);
-    int errore = ScriviTutto(file.Valore(), testo);
-    if (errore == 0 && ::fsync(file.Valore()) != 0) errore = errno;
-    if (file.Chiudi() != 0 && errore == 0) errore = errno;
-    if (errore != 0) Fallisci(errore, cosa, percorso);
-}
-
 }  // namespace lapvane

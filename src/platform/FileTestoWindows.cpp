@@ -161,12 +161,4 @@ void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_vi
     TogliAbbandonati(vero.parent_path());
 }
 
-void RiscriviInizio(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
-    const Maniglia file(::CreateFileW(percorso.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                      OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file.Valida()) Fallisci(::GetLastError(), cosa, percorso);
-    const DWORD errore = ScriviTutto(file.Valore(), testo);
-    if (errore != 0) Fallisci(errore, cosa, percorso);
-}
-
 }  // namespace lapvane

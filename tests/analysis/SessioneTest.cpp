@@ -81,7 +81,7 @@ TEST_F(SessioneAnalisi, FileThatIsCutShortKeepsWhatItHas) {
     }
 }
 
-TEST_F(SessioneAnalisi, IsWrittenOverTheOldFileInPlace) {
+TEST_F(SessioneAnalisi, IsWrittenOverTheBeginningOfTheOldFile) {
     ASSERT_TRUE(Apri(Log()));
     DatiSessione.Sessione = "Gara";
     DatiProgetto.Veicolo = "Alfa 8";
@@ -118,9 +118,9 @@ TEST_F(SessioneAnalisi, MediumThatCannotBeWrittenIsReportedAndNothingElse) {
 }
 
 #ifndef _WIN32  // no limit on file sizes there
-TEST_F(SessioneAnalisi, FullMediumLeavesAFileThatOpens) {
-    DatiSessione.Sessione = "vecchia";
+TEST_F(SessioneAnalisi, FullMediumLeavesTheOldFileWhole) {
     ASSERT_TRUE(Apri(Log()));
+    DatiSessione.Sessione = "vecchia";
     analisi.SalvaDatiSessione();
     DatiSessione.Sessione = "Gara";
     DatiSessione.NoteSessione = std::string(300, 'n');
@@ -132,7 +132,7 @@ TEST_F(SessioneAnalisi, FullMediumLeavesAFileThatOpens) {
     }
     AttesoMessaggio();
     EXPECT_TRUE(ApriCsv());
-    EXPECT_EQ(DatiSessione.Sessione, "Gara");
-    EXPECT_EQ(DatiSessione.NoteSessione, std::string(300, 'n'));
+    EXPECT_EQ(DatiSessione.Sessione, "vecchia") << "the old file is whole";
+    EXPECT_EQ(DatiSessione.NoteSessione, "");
 }
 #endif

@@ -234,7 +234,7 @@ std::vector<Saver> Savers(const fs::path& folder) {
              };
          }});
     all.push_back({"choice of language",
-                   Look::InPlace,
+                   Look::Whole,
                    false,
                    {"LANGUAGES.DAT"},
                    [=]() -> std::function<void(int)> {
@@ -244,10 +244,9 @@ std::vector<Saver> Savers(const fs::path& folder) {
                            SalvaLingua();
                        };
                    }});
+    all.push_back({"session, 2 kB", Look::Whole, false, {"run.ses"}, Session(folder, 100, 2000)});
     all.push_back(
-        {"session, one page", Look::InPlace, false, {"run.ses"}, Session(folder, 100, 2000)});
-    all.push_back(
-        {"session, 64 kB", Look::InPlace, false, {"run.ses"}, Session(folder, 65536, 65536)});
+        {"session, 64 kB", Look::Whole, false, {"run.ses"}, Session(folder, 65536, 65536)});
     return all;
 }
 

@@ -9,9 +9,8 @@ namespace lapvane::soak {
 
 /// How a file is looked at after a kill.
 enum class Look {
-    Whole,    ///< the bytes of the old one or of the new one
-    Pdf,      ///< a complete document; its bytes hold the time
-    InPlace,  ///< written over in place by design: what is seen is counted
+    Whole,  ///< the bytes of the old one or of the new one
+    Pdf,    ///< a complete document; its bytes hold the time
 };
 
 /// One kind of save of the program. `Begin` runs once in the process that saves and returns what
