@@ -60,7 +60,7 @@ bool Row(const Limit& limit, const Keeper& keeper) {
         measured = yardstick > 0.0 ? measured / yardstick : 0.0;
     }
     const bool met = measured > 0.0 && measured <= limit.Most;
-    std::printf("%-34s %9.2f %9.3g %-13s %7.2f  %s\n", std::string(limit.Path).c_str(), measured,
+    std::printf("%-34s %9.2f %9.4g %-13s %7.2f  %s\n", std::string(limit.Path).c_str(), measured,
                 limit.Most, std::string(limit.Unit).c_str(), measured / limit.Most,
                 met               ? "met"
                 : measured == 0.0 ? "NOT MEASURED"

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <memory>
 #include <system_error>
 
 #include "platform/ErroreRuntime.h"
@@ -70,6 +71,8 @@ class Descrittore {
     int d_;
 };
 
+constexpr std::size_t kBoccone = std::size_t{128} << 10;
+
 /// 0, or the error number.
 int ScriviTutto(int d, std::string_view testo) {
     while (!testo.empty()) {
@@ -96,18 +99,20 @@ std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size
     const std::size_t byte = std::min(static_cast<std::size_t>(stato.st_size), massimo);
     testo.reserve(byte);
     PagineGrandi(testo.data(), byte);
-    testo.resize(byte);
-    std::size_t letti = 0;
-    while (letti < testo.size()) {
-        const ssize_t n = ::read(file.Valore(), testo.data() + letti, testo.size() - letti);
+    // By way of a piece that stays in the cache: to make room for the whole text first would write
+    // all of it twice.
+    const std::size_t boccone = std::min(byte, kBoccone);
+    const auto pezzo = std::make_unique_for_overwrite<char[]>(boccone);
+    while (testo.size() < byte) {
+        const ssize_t n =
+            ::read(file.Valore(), pezzo.get(), std::min(boccone, byte - testo.size()));
         if (n < 0) {
             if (errno == EINTR) continue;
             Fallisci(errno, cosa, percorso);
         }
         if (n == 0) break;
-        letti += static_cast<std::size_t>(n);
+        testo.append(pezzo.get(), static_cast<std::size_t>(n));
     }
-    testo.resize(letti);
     return testo;
 }
 
