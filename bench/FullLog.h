@@ -29,7 +29,8 @@ inline void Tenths(std::string& text, int tenths) {
 struct FullLog {
     FullLog() {
         std::string name =
-            (std::filesystem::temp_directory_path() / "lapvane-bench-XXXXXX").native();
+            (std::filesystem::temp_directory_path() / ("lapvane-bench-" + std::string(6, 'X')))
+                .native();
         if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
         Folder = name;
         std::string csv = "Time [sec];Distance [m];Engine [RPM];...\r\n";

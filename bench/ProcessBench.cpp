@@ -2,6 +2,7 @@
 // painted, and how much memory it has needed with a full log open.
 #include <benchmark/benchmark.h>
 
+#include <QApplication>
 #include <QEvent>
 #include <QProcess>
 #include <QTimer>
@@ -13,9 +14,9 @@
 
 #include "BenchMain.h"
 #include "FullLog.h"
-#include "Program.h"
 #include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
+#include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtSerialControl.h"
 #include "shell/frmMain.h"
 
@@ -62,10 +63,12 @@ class PaintWatch : public QObject {
 };
 
 int StartProgram(int argc, char** argv) {
-    Program program(argc, argv);
+    QApplication application(argc, argv);
+    QtPlatform machine;
+    SetPlatform(&machine);
     PaintWatch watch;
-    qApp->installEventFilter(&watch);
-    return program.Run();
+    application.installEventFilter(&watch);
+    return frmMain::Avvia();
 }
 
 /// The most memory that this process has had at once, in MB of a million bytes.

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Shows that the program is reliable: exchanges with an instrument that misbehaves, downloads that
 # break off, saves that are killed. Everything behind "short" (under a minute) or nothing (a few
-# minutes) goes to the program build/release/bin/soak: --seed N, --count N ...
+# minutes) goes to the program build/release/bin/soak: --first N, --count N ...
 source "$(dirname "$0")/common.sh"
 
 size=()

@@ -1,5 +1,11 @@
-#include "Program.h"
+#include <QApplication>
+
+#include "platform/qt/QtPlatform.h"
+#include "shell/frmMain.h"
 
 int main(int argc, char* argv[]) {
-    return lapvane::Program(argc, argv).Run();
+    QApplication application(argc, argv);
+    lapvane::QtPlatform machine;
+    lapvane::SetPlatform(&machine);
+    return lapvane::frmMain::Avvia();
 }

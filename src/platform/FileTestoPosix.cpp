@@ -71,6 +71,7 @@ class Descrittore {
     int d_;
 };
 
+constexpr std::size_t kPosti = 6;  // of a temporary name that the system fills
 constexpr std::size_t kBoccone = std::size_t{128} << 10;
 
 /// 0, or the error number.
@@ -127,7 +128,7 @@ void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_vi
     // A file that forbids writing is not replaced behind its owner's back.
     if (cera && ::access(vero.c_str(), W_OK) != 0) Fallisci(errno, cosa, percorso);
 
-    std::string nome = (vero.parent_path() / (std::string(kTemporaneo) + "XXXXXX")).native();
+    std::string nome = (vero.parent_path() / kTemporaneo).native() + std::string(kPosti, 'X');
     Descrittore file(::mkostemp(nome.data(), O_CLOEXEC));
     if (file.Valore() < 0) Fallisci(errno, cosa, percorso);
     const mode_t maschera = ::umask(0);

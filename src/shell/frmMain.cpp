@@ -17,6 +17,7 @@
 #include "logs/frmDownload.h"
 #include "platform/Platform.h"
 #include "platform/qt/QtPlatform.h"
+#include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
@@ -85,6 +86,21 @@ frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
 
 frmMain::~frmMain() {
     ImpostaPrincipale(nullptr);
+}
+
+int frmMain::Avvia() {
+    QApplication::setApplicationName(QStringLiteral("Lapvane"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    std::unique_ptr<frmMain> finestra;
+    frmSplash splash;
+    splash.AlTermine = [&finestra] {
+        finestra = std::make_unique<frmMain>(std::make_unique<QtSerialControl>());
+        finestra->Carica();
+        finestra->show();
+        finestra->AvviaSorveglianza();
+    };
+    splash.show();
+    return QApplication::exec();
 }
 
 void frmMain::CostruisciMenu() {

@@ -28,6 +28,10 @@ class frmMain final : public QMainWindow, public Principale {
     explicit frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent = nullptr);
     ~frmMain() override;
 
+    /// The program from its start to its end: the splash, after its wait the main window. Returns
+    /// what the process ends with. The application and the machine are there.
+    static int Avvia();
+
     /// The load of the window: flags, size, recent list, texts, names, sensor library, commands.
     void Carica();
     /// Starts the poll of the instrument, every 200 ms.

@@ -67,7 +67,7 @@ class KillSoak {
         : options_(options),
           faults_(faults),
           folder_(options.Bin),
-          chance_(options.Seed),
+          chance_(options.First),
           argc_(argc),
           argv_(argv) {
         void* memory = ::mmap(nullptr, sizeof(Left), PROT_READ | PROT_WRITE,
@@ -78,10 +78,11 @@ class KillSoak {
 
     void Run() {
         std::printf(
-            "\nKilled (SIGKILL) while it saves two contents in turn, seed %u. \"whole\": each file "
+            "\nKilled (SIGKILL) while it saves two contents in turn, numbers from %u. \"whole\": "
+            "each file "
             "is the old\nor the new one, or a complete document.\n\n  %-20s %6s %14s %6s %6s %10s "
             "%6s\n",
-            options_.Seed, "save", "kills", "inside a save", "old", "new", "not whole", "left");
+            options_.First, "save", "kills", "inside a save", "old", "new", "not whole", "left");
         for (const Saver& saver : Savers(folder_.Path)) One(saver);
         std::printf(
             "old, new: of the first file. left: temporary files, gone with a later save.\n");

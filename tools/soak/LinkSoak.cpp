@@ -53,7 +53,7 @@ void Record(Strumento& instrument, Strumento& twin, Chance& chance) {
 class LinkSoak {
  public:
     LinkSoak(const Options& options, Faults& faults)
-        : options_(options), faults_(faults), folder_(options.Bin), chance_(options.Seed) {
+        : options_(options), faults_(faults), folder_(options.Bin), chance_(options.First) {
         Record(instrument_, twin_, chance_);
         CaricaTesti();
         CalcolaBaseTesti();
@@ -64,9 +64,10 @@ class LinkSoak {
 
     void Run() {
         std::printf(
-            "Exchanges over a pseudo-terminal, seed %u. The clock stands still while anything is\n"
+            "Exchanges over a pseudo-terminal, numbers from %u. The clock stands still while "
+            "anything is\n"
             "under way on it and leaps over the waits; the waits are the program's own.\n",
-            options_.Seed);
+            options_.First);
         const std::int64_t start = Real();
         constexpr int kWarmUp = 100;
         long before = 0;
@@ -123,7 +124,7 @@ class LinkSoak {
     }
 
     void Fail(const std::string& kind, const std::string& how, const std::string& what) {
-        faults_.Say("seed " + std::to_string(options_.Seed) + ", exchange " +
+        faults_.Say("numbers from " + std::to_string(options_.First) + ", exchange " +
                     std::to_string(number_) + " (" + kind + ", " + how + "): " + what);
     }
 

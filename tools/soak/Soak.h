@@ -10,7 +10,7 @@ namespace lapvane::soak {
 
 /// What a run was asked for.
 struct Options {
-    std::uint32_t Seed = 1;
+    std::uint32_t First = 1;    ///< with what the numbers by chance begin
     int Count = 2000;           ///< exchanges of each kind
     int RealSeconds = 30;       ///< exchanges on real time
     int Kills = 200;            ///< of each kind of save
@@ -21,7 +21,7 @@ struct Options {
 /// Numbers by chance, from 0 to below `n`.
 class Chance {
  public:
-    explicit Chance(std::uint32_t seed) : numbers_(seed) {}
+    explicit Chance(std::uint32_t first) : numbers_(first) {}
     int Below(int n) { return static_cast<int>(numbers_.Prossimo() * n); }
     int From(int low, int high) { return low + Below(high - low + 1); }
     std::string Bytes(std::size_t count) {

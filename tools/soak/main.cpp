@@ -18,7 +18,7 @@ namespace lapvane::soak {
 namespace fs = std::filesystem;
 
 Folder::Folder(const fs::path& bin) {
-    std::string name = fs::temp_directory_path() / "lapvane-soak-XXXXXX";
+    std::string name = fs::temp_directory_path() / ("lapvane-soak-" + std::string(6, 'X'));
     if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
     Path = name;
     fs::create_directory(Path / "ports");
@@ -70,7 +70,7 @@ int Usage() {
                  "  pull             downloads that break off\n"
                  "  kill             saves that are killed\n"
                  "                   without any of them: all three\n"
-                 "  --seed N         numbers by chance begin with N (1)\n"
+                 "  --first N        numbers by chance begin with N (1)\n"
                  "  --count N        exchanges of each kind (2000)\n"
                  "  --real SECONDS   exchanges on real time (30)\n"
                  "  --laps N         laps of the session that is downloaded (14)\n"
@@ -90,8 +90,8 @@ int Main(int argc, char** argv) {
         const auto number = i + 1 < argc ? LeggiIntero(argv[i + 1]) : std::nullopt;
         if (!number || *number < 0) return Usage();
         ++i;
-        if (argument == "--seed") {
-            options.Seed = static_cast<std::uint32_t>(*number);
+        if (argument == "--first") {
+            options.First = static_cast<std::uint32_t>(*number);
         } else if (argument == "--count") {
             options.Count = *number;
         } else if (argument == "--real") {
