@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "sensors/CSensore.h"
-#include "sensors/CanaliSensore.h"
 #include "sensors/Curve.h"
 #include "support/PlatformProva.h"
 
@@ -112,29 +111,6 @@ TEST_F(Curve, TheLastOfTwoSensorsOfOneNameIsSentAndTheFirstOfTwoEqualOnesFound) 
     LibreriaSensori[2].X(0, 10.0);
     LibreriaSensori[2].X(20, 99.0);
     EXPECT_EQ(CercaNomeSensore("Pressione"), "secondo");
-}
-
-TEST_F(Curve, EveryValueOfThreeDecimalsIsFoundAgain) {
-    // The instrument's integer, divided, must be the number that the file's text gives.
-    for (int n = -32768; n <= 32767; ++n) {
-        for (const int fattore : {10, 100, 1000}) {
-            const std::string testo = std::to_string(n < 0 ? -n : n);
-            const std::size_t cifre = fattore == 10 ? 1 : fattore == 100 ? 2 : 3;
-            std::string intero = std::string(cifre + 1, '0') + testo;
-            intero.insert(intero.size() - cifre, ".");
-            const double letto = std::stod((n < 0 ? "-" : "") + intero);
-            ASSERT_EQ(letto, static_cast<double>(n) / fattore) << intero;
-        }
-    }
-}
-
-TEST_F(Curve, ChannelsAreThoseOfTheInstrument) {
-    // Number, factor: the order of the transfer routines.
-    constexpr int kFattori[] = {10, 1000, 1000, 10, 10, 1, 100, 1000, 1000};
-    ASSERT_EQ(kCanaliSensore.size(), 9u);
-    for (std::size_t i = 0; i < kCanaliSensore.size(); ++i) {
-        EXPECT_EQ(FattoreSensore(kCanaliSensore[i].Tipo), kFattori[i]) << i;
-    }
 }
 
 }  // namespace

@@ -265,47 +265,5 @@ TEST_F(DeliveredTexts, EndWithABlankExactlyWhereAValueFollowsAtOnce) {
     });
 }
 
-TEST_F(DeliveredTexts, ComposeIntoSentencesAsTheWindowsJoinThem) {
-    struct Case {
-        const char* Italian;
-        const char* English;
-        std::function<std::string(std::size_t)> Joined;
-    };
-    const auto t = [this](int n, std::size_t language) { return Both(n)[language]; };
-    const Case cases[] = {
-        {"Il progetto Prova \xE8 stato modificato.", "The project Prova has been changed.",
-         [&](std::size_t l) { return t(127, l) + "Prova" + " " + t(128, l); }},
-        {"Il progetto senza nome \xE8 stato modificato.", "The unnamed project has been changed.",
-         [&](std::size_t l) { return t(130, l) + t(128, l); }},
-        {"Il file A.sns esiste gi\xE0. Sostituirlo?", "The file A.sns already exists. Replace it?",
-         [&](std::size_t l) { return t(175, l) + "A.sns" + " " + t(132, l); }},
-        {"Il file A.sns non \xE8 un file di sensore.", "The file A.sns is not a sensor file.",
-         [&](std::size_t l) { return t(175, l) + "A.sns" + " " + t(176, l); }},
-        {"Il file A.csv non \xE8 stato trovato o non \xE8 accessibile.",
-         "The file A.csv was not found or cannot be accessed.",
-         [&](std::size_t l) { return t(328, l) + " " + "A.csv" + " " + t(329, l); }},
-        {"Impostazioni Sensori ...   OK", "Setup Sensors ...   OK",
-         [&](std::size_t l) { return t(11, l) + " " + t(12, l) + " ..." + "   " + t(237, l); }},
-        {"Programmazione strumento OK", "Programming the instrument OK",
-         [&](std::size_t l) { return t(238, l) + " " + t(237, l); }},
-        {"Caricamento dati...45 %", "Loading data...45 %",
-         [&](std::size_t l) { return t(141, l) + "45" + " %"; }},
-        {"Caricamento dati... 45 %", "Loading data... 45 %",
-         [&](std::size_t l) { return t(141, l) + " 45" + " %"; }},
-        {"Sensore: nuovo", "Sensor: new", [&](std::size_t l) { return t(177, l) + t(178, l); }},
-        {"Grafici Giro 3", "Graphs Lap 3",
-         [&](std::size_t l) { return t(273, l) + " " + t(110, l) + " 3"; }},
-        {"Settore 2, Giro 7", "Sector 2, Lap 7",
-         [&](std::size_t l) { return t(144, l) + "2, " + t(193, l) + "7"; }},
-        {"Svuotare completamente il serbatoio e attendere che il livello si stabilizzi.",
-         "Empty the tank completely and wait until the level is steady.",
-         [&](std::size_t l) { return t(244, l) + t(245, l); }},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(c.Joined(0), c.Italian);
-        EXPECT_EQ(c.Joined(1), c.English);
-    }
-}
-
 }  // namespace
 }  // namespace lapvane::texttable
