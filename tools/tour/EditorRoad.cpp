@@ -87,14 +87,9 @@ void Tour::Exchange(const char* window, const char* button, const QString& name)
         });
 }
 
-void Tour::Pour(const QString& litres) {
+void Tour::Pour(int point, const QString& litres) {
     robot_.Stop(
-        QStringLiteral("pour ") + litres,
-        [] {
-            // Not while the measure before is still on its way.
-            auto* ok = In<QPushButton>(Front("dlgCalibrazione"), "OKButton");
-            return ok != nullptr && ok->isEnabled();
-        },
+        QStringLiteral("pour ") + litres, [] { return Front("dlgCalibrazione") != nullptr; },
         [this, litres] {
             instrument_.write(litres.toLatin1() + '\n');
             poured_.start();
@@ -110,6 +105,18 @@ void Tour::Pour(const QString& litres) {
             if (In<QLineEdit>(window, "txtLitri")->isVisible()) Type(window, "txtLitri", litres);
             robot_.Click(In<QPushButton>(window, "OKButton"));
         });
+    // A click that comes while the instrument is polled acts later: only the table of points behind
+    // the window tells that this measure is over, and that the tank may change.
+    robot_.Stop(
+        litres + QStringLiteral(" litres measured"),
+        [point, litres] {
+            QWidget* window = Front("dlgCalibrazione");
+            if (window == nullptr) return false;
+            auto* y =
+                In<QLineEdit>(window->parentWidget(), ("txtY" + std::to_string(point)).c_str());
+            return y != nullptr && y->text() == litres + QStringLiteral(".0");
+        },
+        [] {});
 }
 
 void Tour::CalibrateTheTank() {
@@ -128,7 +135,7 @@ void Tour::CalibrateTheTank() {
             }
             robot_.Click(In<QPushButton>(window, "cmdCalibrazione"));
         });
-    for (const char* litres : {"0", "20", "40", "60"}) Pour(QLatin1String(litres));
+    for (int point = 0; point < 4; ++point) Pour(point, QString::number(20 * point));
     robot_.Stop(
         QStringLiteral("calibrated"),
         [] {

@@ -94,8 +94,8 @@ class Tour {
     /// A number that no box takes, and the message about it.
     void WrongNumber();
     void CalibrateTheTank();
-    /// One measure of the calibration.
-    void Pour(const QString& litres);
+    /// One measure of the calibration, which becomes that point of the curve.
+    void Pour(int point, const QString& litres);
     void LiveView();
 
     // AnalysisRoad.cpp: a log studied in the analysis windows.
