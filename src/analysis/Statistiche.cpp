@@ -1,5 +1,6 @@
 #include "analysis/Statistiche.h"
 
+#include <algorithm>
 #include <array>
 
 namespace lapvane {
@@ -38,6 +39,29 @@ double Minore(double minimo, double v) {
     return v < minimo ? v : minimo;
 }
 
+/// Columns whose sums run side by side: each is in the order of its rows, and none waits for
+/// another's step.
+constexpr std::size_t kColonneInsieme = 8;
+
+void SommaInsieme(std::span<const std::span<const double>, kColonneInsieme> colonne,
+                  std::span<double, kColonneInsieme> somme) {
+    std::array<const double*, kColonneInsieme> valori{};
+    std::array<double, kColonneInsieme> corsie{};
+    std::size_t righe = colonne[0].size();
+    for (std::size_t c = 0; c < kColonneInsieme; ++c) {
+        valori[c] = colonne[c].data();
+        righe = std::min(righe, colonne[c].size());
+    }
+    for (std::size_t r = 0; r < righe; ++r) {
+        for (std::size_t c = 0; c < kColonneInsieme; ++c) corsie[c] += valori[c][r];
+    }
+    for (std::size_t c = 0; c < kColonneInsieme; ++c) {
+        // What a longer column has beyond the shortest.
+        for (const double v : colonne[c].subspan(righe)) corsie[c] += v;
+        somme[c] = corsie[c];
+    }
+}
+
 }  // namespace
 
 double MassimoColonna(std::span<const double> valori) {
@@ -48,9 +72,23 @@ double MinimoColonna(std::span<const double> valori) {
     return Percorri(valori, 0.0, Minore);
 }
 
+std::vector<double> MediaColonne(std::span<const std::span<const double>> colonne, double righe) {
+    std::vector<double> medie(colonne.size(), 0.0);
+    if (righe < 1.0) return medie;
+    std::size_t c = 0;
+    for (; c + kColonneInsieme <= colonne.size(); c += kColonneInsieme) {
+        SommaInsieme(colonne.subspan(c).first<kColonneInsieme>(),
+                     std::span(medie).subspan(c).first<kColonneInsieme>());
+    }
+    for (; c < colonne.size(); ++c) {
+        for (const double v : colonne[c]) medie[c] += v;
+    }
+    for (double& media : medie) media /= righe;
+    return medie;
+}
+
 double MediaColonna(std::span<const double> valori, double righe) {
-    if (righe < 1.0) return 0.0;
-    return Percorri(valori, 0.0, [](double somma, double v) { return somma + v; }) / righe;
+    return MediaColonne({{valori}}, righe)[0];
 }
 
 double MassimoCelle(std::span<const double> celle) {

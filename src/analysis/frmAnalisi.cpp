@@ -197,8 +197,9 @@ void frmAnalisi::Collega() {
     connect(SSTab1_, &QTabWidget::currentChanged, this, [&a](int scheda) {
         if (scheda >= 0) Protetto([&] { a.SSTab1_Click(scheda); });
     });
-    connect(navigazione_, &BarraNavigazione::Zoom, this,
-            [&a](double ampiezza) { Protetto([&] { a.cmdZoom_Click(ampiezza); }); });
+    connect(navigazione_, &BarraNavigazione::Zoom, this, [&a](double fattore, bool fuori) {
+        Protetto([&] { a.cmdZoom_Click(fattore, fuori); });
+    });
     connect(navigazione_, &BarraNavigazione::Sposta, this,
             [&a](int passi) { Protetto([&] { a.cmdSposta_Click(passi); }); });
     connect(navigazione_, &BarraNavigazione::ScorriPremuto, this, [&a](int verso) {

@@ -1,5 +1,6 @@
 #include "reports/dlgStatistiche.h"
 
+#include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -45,6 +46,13 @@ dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QD
 
     auto* colonna = new QVBoxLayout(this);
     colonna->addWidget(MSFlexGrid1);
+    if (analisi.GiriEsclusi > 0) {
+        auto* lblGiriEsclusi = new QLabel(
+            InQt(Testo(Voce::GiriSenzaTempo) + " " + TestoNumero(analisi.GiriEsclusi)), this);
+        lblGiriEsclusi->setObjectName(QStringLiteral("lblGiriEsclusi"));
+        lblGiriEsclusi->setWordWrap(true);
+        colonna->addWidget(lblGiriEsclusi);
+    }
     MSFlexGrid1->setMinimumHeight(MSFlexGrid1->AltezzaPer(static_cast<int>(righe.size())));
     MSFlexGrid1->setMinimumWidth(MSFlexGrid1->LarghezzaPerTesti());
     resize(std::max(minimumSizeHint().width(), kLarghezza), minimumSizeHint().height());

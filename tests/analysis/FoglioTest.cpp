@@ -144,6 +144,22 @@ TEST_F(Foglio, ColumnsAreThoseOfTheFile) {
     }
 }
 
+TEST_F(Foglio, SideFileHasItsColumnsWhateverItsHeadingNames) {
+    QuattroGiri().Scrivi(Stelo());
+    const std::string intero = QuattroGiri().Laterale();
+    const std::string righe = intero.substr(intero.find('\n'));
+    for (const char* titolo : {"Time [sec];Distance [m];a;b;c;d;e;f;g;h", "Time;Distance", ""}) {
+        SCOPED_TRACE(titolo);
+        Scrivi(ConFine(Stelo(), ".txt"), titolo + righe);
+        ASSERT_TRUE(ApriFoglioCsv());
+        EXPECT_EQ(vistaFoglio.Cella(3, 0), Testo(193) + "3");
+        EXPECT_EQ(foglio.FineGiro(2), 46);
+        foglio.SSTab1_Click(1);
+        EXPECT_EQ(panoramicaFoglio.elementi.at(7).Y.at(0), 15.0);
+        foglio.SSTab1_Click(0);
+    }
+}
+
 TEST_F(Foglio, DoesNotNoticeAMissingSideFile) {
     QuattroGiri().Scrivi(Stelo());
     std::filesystem::remove(ConFine(Stelo(), ".txt"));

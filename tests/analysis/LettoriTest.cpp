@@ -115,7 +115,7 @@ TEST(FileTim, CountsLinesAndStopsAtTheTable) {
     std::string lungo = "1.4\n";
     for (int i = 0; i < 5000; ++i) lungo += "01:00.00, 1\n";
     const FileTim file = LeggiFileTim(lungo);
-    EXPECT_EQ(file.IndiceFine(), 1000);
+    EXPECT_EQ(file.IndiceFine(), 1001) << "one line past the last lap counts";
     EXPECT_EQ(file.Righe.size(), 998u) << "lines 2 to 999";
 }
 
@@ -138,9 +138,9 @@ TEST(CercaGiri, HasNoRunsWithoutRowsAndNoMoreThanTheTable) {
     std::vector<std::int32_t> molti(3000);
     for (std::size_t i = 0; i < molti.size(); ++i) molti[i] = static_cast<std::int32_t>(i);
     const RigheGiri dati = CercaGiri(molti, 0);
-    EXPECT_EQ(dati.Numero, 999);
-    EXPECT_EQ(dati.Inizio.size(), 1000u);
-    EXPECT_EQ(dati.Inizio[999], 998);
+    EXPECT_EQ(dati.Numero, 1000) << "998 laps between the start and the end";
+    EXPECT_EQ(dati.Inizio.size(), 1001u);
+    EXPECT_EQ(dati.Inizio[1000], 999);
 }
 
 TEST(Schema, NamesEveryColumnOfBothFiles) {

@@ -207,7 +207,8 @@ TEST_F(FinestraAnalisi, LanguageFollowsAtTheNextActivation) {
     QApplication::sendEvent(&finestra, &attiva);
     EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 3)->text()), Testo(308));
     EXPECT_EQ(DaQt(Controllo<QRadioButton>("optScala", 3)->toolTip()), Testo(46));
-    EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)), Testo(273));
+    EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)),
+              Testo(273) + " " + Testo(110) + " 1");
 }
 
 TEST_F(FinestraAnalisi, EscapeClosesAndPutsTheStatusBarBack) {
@@ -272,6 +273,13 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     auto* const grafico = Controllo<GraficoWidget>("NTGraph1");
     auto* const panoramica = Controllo<GraficoWidget>("NTGraphAll");
     EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 3.9);
+    Controllo<QPushButton>("cmdZoomIn50")->click();
+    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 1.95);
+    // Out by a tenth divides, to the last bit.
+    Controllo<QPushButton>("cmdZoomOut10")->click();
+    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 1.95 / 0.9);
+    Controllo<QPushButton>("cmdZoomIn10")->click();
+    Controllo<QPushButton>("cmdZoomOut50")->click();
     Controllo<QPushButton>("cmdZoomIn50")->click();
     EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 1.95);
     Controllo<QPushButton>("cmdSpostaDX10")->click();
