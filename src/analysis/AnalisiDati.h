@@ -23,6 +23,8 @@ using PerCanale = std::array<T, kNumCanali>;
 constexpr int kRiquadriMassimi = 3;       ///< separate panes of a graph
 constexpr int kUltimoNomeInTabella = 16;  ///< last channel that the table of texts has a name for
 
+constexpr int kPrimoTestoAllarme = 274;  ///< text of the first of the eight alarms
+
 /// Line colours of the eight alarms in the overview.
 constexpr std::array<Colore, kNumAllarmi> kColoriAllarmi = {
     Rgb(192, 0, 0),   Rgb(128, 0, 0), Rgb(192, 0, 192), Rgb(128, 0, 128),
@@ -177,6 +179,8 @@ class AnalisiDati {
     std::string GetMaxVal(int c) const;
     std::string GetMediaVal(int c) const;
     std::string GetNomeMisura(int c) const;
+    /// The selected lap and its time, if it has one.
+    std::string NomeGiro() const;
     std::string GetTempoGiro(int giro) const;
     std::string GetSessioneTempo(int giro) const;
     /// km/h, "#.0##"; empty for a lap without a time.

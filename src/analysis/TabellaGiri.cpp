@@ -146,6 +146,13 @@ std::string AnalisiDati::EtichettaGiro(int giro) const {
     return " " + Testo(110) + " " + TestoNumero(numero);
 }
 
+std::string AnalisiDati::NomeGiro() const {
+    std::string nome = EtichettaGiro(GiroSelezionato).substr(1);
+    const bool completo = GiroSelezionato >= 2 && GiroSelezionato <= NumGiri + 1;
+    if (completo) nome += " - " + GetTempoGiro(GiroSelezionato);
+    return nome;
+}
+
 void AnalisiDati::MSFlexGrid1_Click(int riga, int colonna) {
     // The last row of a full table lies past the last lap index, and has rows of the log all the
     // same.

@@ -19,8 +19,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kTestoScala = 46;          // "graph scale"
-constexpr int kPrimoTestoAllarme = 274;
+constexpr int kTestoScala = 46;  // "graph scale"
 constexpr int kTestoLegenda = 282;
 constexpr int kTestoCircuito = 120;
 constexpr int kTestoPiloti = 124;

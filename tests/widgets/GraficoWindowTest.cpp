@@ -165,6 +165,36 @@ TEST_F(GraficoDisegnato, AStepColoursItsOwnPixelColumn) {
     EXPECT_EQ(Punto(doppia, 2 * (area.left() + colonna) - 2, 2 * y), kBianco);
 }
 
+TEST_F(GraficoDisegnato, PlotAreaLiesOnWholePixelsWhateverTheLetters) {
+    grafico.MostraGriglia(false);
+    grafico.EtichettaX("Time [sec]");
+    for (const double punti : {6.3, 7.7, 8.2, 9.0, 9.4, 10.6, 11.1, 13.9}) {
+        SCOPED_TRACE(punti);
+        QFont carattere = grafico.font();
+        carattere.setPointSizeF(punti);
+        grafico.setFont(carattere);
+        const QRectF area = grafico.AreaDisegno();
+        EXPECT_EQ(area, QRectF(area.toRect()));
+        for (const double scala : {1.0, 2.0, 3.0}) {
+            const QImage foto = grafico.Fotografa(scala);
+            const auto chiaro = [&](double x, double y) { return Punto(foto, x, y) == kBianco; };
+            // The frame is one row and one column of the picture, around the enlarged area.
+            const double x = scala * (area.left() + 7.0);
+            const double y = scala * (area.top() + 7.0);
+            EXPECT_TRUE(chiaro(x, scala * area.bottom() - 1.0));
+            EXPECT_FALSE(chiaro(x, scala * area.bottom()));
+            EXPECT_TRUE(chiaro(x, scala * area.bottom() + 1.0));
+            EXPECT_FALSE(chiaro(x, scala * area.top() - 1.0));
+            EXPECT_TRUE(chiaro(x, scala * area.top()));
+            EXPECT_TRUE(chiaro(scala * area.right() - 1.0, y));
+            EXPECT_FALSE(chiaro(scala * area.right(), y));
+            EXPECT_TRUE(chiaro(scala * area.right() + 1.0, y));
+            EXPECT_FALSE(chiaro(scala * area.left() - 1.0, y));
+            EXPECT_TRUE(chiaro(scala * area.left(), y));
+        }
+    }
+}
+
 TEST_F(GraficoDisegnato, NothingLeavesThePlotArea) {
     for (const int riquadri : {0, 3}) {
         // The same axes without and with a curve that is far out on all sides.
@@ -335,7 +365,7 @@ TEST_F(GraficoDisegnato, DrawsOnPaperAsLinesAndLetters) {
                     fuori += c != QColor(Qt::magenta) ? 1 : 0;
                     continue;
                 }
-                neri += c == QColor(Qt::black) ? 1 : 0;
+                neri += std::max({c.red(), c.green(), c.blue()}) < 80 ? 1 : 0;
                 blu += c == QColor(Qt::blue) ? 1 : 0;
                 if (x == foglio.center().x() && y > posto.top() + 60 * scala && c.red() > 200 &&
                     c.green() < 128) {
