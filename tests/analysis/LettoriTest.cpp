@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <random>
 #include <vector>
 
 #include "analysis/FileTim.h"
@@ -64,6 +66,28 @@ TEST(LettoreDati, TakesEveryShapeOfRowThatALogCanHave) {
         SCOPED_TRACE(caso.Cosa);
         EXPECT_EQ(Righe(caso.Testo), caso.Atteso);
     }
+}
+
+TEST(LettoreDati, ReadsNumbersOfManyDigitsAsTheStandardLibraryDoes) {
+    std::mt19937_64 caso(5);
+    std::string testo = "t\n";
+    std::vector<double> attesi;
+    for (const int cifre : {14, 15, 16, 17, 18, 19, 20}) {
+        for (int giro = 0; giro < 200; ++giro) {
+            std::string numero(1, static_cast<char>('1' + caso() % 9));
+            while (static_cast<int>(numero.size()) < cifre) {
+                numero += static_cast<char>('0' + caso() % 10);
+            }
+            // The point before, inside and behind the digits.
+            const std::size_t posto = caso() % (numero.size() + 1);
+            if (posto < numero.size()) numero.insert(posto, posto == 0 ? "0." : ".");
+            attesi.push_back(std::strtod(numero.c_str(), nullptr));
+            testo += numero + "\n";
+        }
+    }
+    const Tabella righe = Righe(testo);
+    ASSERT_EQ(righe.size(), attesi.size());
+    for (std::size_t r = 0; r < righe.size(); ++r) EXPECT_EQ(righe[r][0], attesi[r]) << r;
 }
 
 TEST(LettoreDati, TellsTheHeadingWithoutItsLineEnd) {

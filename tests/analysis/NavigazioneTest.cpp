@@ -297,11 +297,20 @@ TEST_F(Navigazione, ViewsOfTheToolBar) {
     macchina.Risposte = {Answer::Ok};
     analisi.chkGrafico_Click(6, true);
     EXPECT_TRUE(vista.barra.SeparatiPremuto) << "until the user chooses again";
+    // Four panes there can't be: the message, and the axis stays whose it was.
+    grafico.scalaY = 7.0;
+    macchina.Risposte = {Answer::Ok};
+    analisi.Separati_Click();
+    EXPECT_EQ(macchina.Mostrati.size(), 2u);
+    EXPECT_EQ(grafico.scalaY, 7.0);
     analisi.Sovrapposti_Click();
     EXPECT_FALSE(vista.barra.SeparatiAcceso);
     EXPECT_TRUE(vista.barra.ZoomAcceso);
     EXPECT_EQ(grafico.elementi.size(), 4u);
     EXPECT_EQ(grafico.scalaY, analisi.FattoreScala[6]) << "the axis labels are channel 6's again";
+    analisi.chkGrafico_Click(6, false);
+    analisi.Sovrapposti_Click();
+    EXPECT_TRUE(vista.barra.SeparatiAcceso) << "three fit";
 }
 
 TEST_F(Navigazione, SettingsOfAChannelGoThroughTheExchangeFields) {

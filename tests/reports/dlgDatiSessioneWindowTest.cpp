@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <QWheelEvent>
 #include <memory>
 
 #include "analysis/AnalisiProva.h"
@@ -220,6 +221,29 @@ TEST_F(DialogoSessione, LengthStaysAsTypedAndOnlyAnotherOneLevelsTheSectors) {
     OK();
     EXPECT_FALSE(dialogo->isVisible());
     EXPECT_EQ(Leggi(tracks / "Valdoro.sec"), " 3000 m\r\n700\r\n800\r\n750\r\n750\r\n");
+}
+
+TEST_F(DialogoSessione, WheelChoosesFromAListOnlyWithTheFocus) {
+    DatiSessione.Circuito = "Valdoro";
+    Mostra();
+    for (const char* nome : {"cboNumSettori", "cboCircuito"}) {
+        auto* const lista = C<QComboBox>(nome);
+        const QString prima = lista->currentText();
+        const auto gira = [&](int quanto) {
+            const QPointF qui(5, 5);
+            QWheelEvent rotella(qui, lista->mapToGlobal(qui), {}, {0, quanto}, {}, {},
+                                Qt::NoScrollPhase, false);
+            QApplication::sendEvent(lista, &rotella);
+            return rotella.isAccepted();
+        };
+        C<QLineEdit>("txtSessione")->setFocus();
+        EXPECT_FALSE(gira(120)) << "what lies around may scroll";
+        EXPECT_FALSE(gira(-120));
+        EXPECT_EQ(lista->currentText(), prima) << nome;
+        lista->setFocus();
+        gira(120);
+        EXPECT_NE(lista->currentText(), prima) << nome;
+    }
 }
 
 TEST_F(DialogoSessione, NegativeNeighbourIsRefusedAtOK) {

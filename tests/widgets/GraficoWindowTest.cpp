@@ -427,6 +427,57 @@ TEST_F(GraficoDisegnato, DrawsScaledAndThinnedCurvesAtTheirPlaces) {
     EXPECT_FALSE(Passa(QPoint(Dove(4.0 + 31.2 / 70.0, 0).x(), sopra), QColor(0, 128, 0)));
 }
 
+TEST_F(GraficoDisegnato, ACurveThatLeavesAndComesBackIsDrawnWhereItIsInside) {
+    // Far out to the top, back, far out to the bottom and back again.
+    Curva({0, 2, 2.5, 4, 4.5, 6, 6.5, 8, 8.5, 10}, {20, 20, 1e7, 1e7, 60, 60, -1e7, -1e7, 40, 40},
+          kRosso);
+    for (const auto& [x, y] : {std::pair{1.0, 20.0},
+                               {5.2, 60.0},
+                               {9.0, 40.0},
+                               {2.0, 90.0},
+                               {4.5, 90.0},
+                               {6.0, 10.0},
+                               {8.5, 10.0}}) {
+        EXPECT_TRUE(Passa(Dove(x, y), Qt::red)) << x << " " << y;
+    }
+    for (const auto& [x, y] : {std::pair{3.2, 98.0}, {3.2, 50.0}, {7.2, 2.0}, {7.2, 50.0}}) {
+        EXPECT_FALSE(Passa(Dove(x, y), Qt::red)) << x << " " << y;
+    }
+}
+
+TEST_F(GraficoDisegnato, GridIsFaintOnAnyGroundAndALongLegendLeavesRoom) {
+    for (const bool scuro : {false, true}) {
+        QPalette tavolozza;
+        tavolozza.setColor(QPalette::Base, scuro ? QColor(20, 20, 20) : QColor(Qt::white));
+        tavolozza.setColor(QPalette::Text, scuro ? QColor(Qt::white) : QColor(Qt::black));
+        grafico.setPalette(tavolozza);
+        const QImage foto = grafico.Fotografa(1.0);
+        const QRectF area = grafico.AreaDisegno();
+        const int fondo = qGray(Punto(foto, area.left() + 7, area.top() + 7));
+        // The grid lines of a pixel row of the area.
+        int righe = 0;
+        for (double x = area.left() + 7; x < area.right() - 7; ++x) {
+            const int tono = qGray(Punto(foto, x, area.top() + 7)) - fondo;
+            if (tono == 0) continue;
+            ++righe;
+            EXPECT_EQ(tono > 0, scuro) << "towards the letters";
+            EXPECT_GT(std::abs(tono), 20);
+            EXPECT_LT(std::abs(tono), 60);
+        }
+        EXPECT_GT(righe, 2);
+    }
+    // Three rows of names at most; the curves keep their room.
+    double alto = 0.0;
+    for (int n = 1; n <= 60; ++n) {
+        grafico.NomeElemento("A channel with a name of some length " + std::to_string(n));
+        Curva({0, 10}, {50, 50}, kRosso);
+        if (n == 12) alto = grafico.AreaDisegno().top();
+    }
+    EXPECT_EQ(grafico.AreaDisegno().top(), alto);
+    EXPECT_GT(grafico.AreaDisegno().height(), 200.0);
+    EXPECT_TRUE(Passa(Dove(5, 50), Qt::red));
+}
+
 TEST_F(GraficoDisegnato, SeparatePanesHaveTheirOwnRange) {
     for (int riquadro = 1; riquadro <= 3; ++riquadro) {
         grafico.ColoreAsse(kRosso);
