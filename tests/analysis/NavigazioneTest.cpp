@@ -65,6 +65,12 @@ TEST_F(Navigazione, ZoomMovesTheRightEdgeOnly) {
     EXPECT_TRUE(vista.zoomIn);
     EXPECT_EQ(grafico.modoMouse, ModoMouse::Cursore);
 
+    // Divided, not multiplied by the reciprocal: the last bit is another.
+    grafico.intervallo = {0.0, 6.1, 0.0, 1.0};
+    analisi.cmdZoom_Click(0.9, true);
+    EXPECT_EQ(Finestra(), (Coppia{0.0, 6.1 / 0.9}));
+    EXPECT_NE(Finestra().second, 6.1 * (1.0 / 0.9));
+
     analisi.DimOriginali_Click();
     EXPECT_EQ(Finestra(), (Coppia{0.0, 10.0}));
 }
@@ -124,6 +130,27 @@ TEST_F(Navigazione, CursorReadsAllChannelsAtTheRowOfTheLastDrawn) {
     EXPECT_EQ(valore(-100000), "66");
     analisi.chkGrafico_Click(3, false);
     EXPECT_EQ(valore(50), "0") << "nothing is drawn: the first row is read";
+}
+
+TEST_F(Navigazione, MarkerSpreadsTheLapOverTheLinesOfTheOutline) {
+    Apri10();  // a lap of 100 rows and one
+    const auto percorri = [&](int righe) {
+        std::string outline;
+        for (int i = 0; i < righe; ++i) outline += TestoNumero(i) + ",1\r\n";
+        Scrivi(macchina.Cartella / "tracks" / "Prova.trk", outline);
+        DatiSessione.Circuito = "Prova";
+        analisi.Circuito_Click();
+        std::vector<int> punti = {vista.marcatore};
+        for (const int i : {10, 33, 66, 67, 100}) {
+            analisi.EventoCursore(i);
+            punti.push_back(vista.marcatore);
+        }
+        analisi.Circuito_Click();
+        return punti;
+    };
+    EXPECT_EQ(percorri(201), (std::vector{0, 20, 66, 132, 134, 200}));
+    EXPECT_EQ(percorri(301), (std::vector{0, 30, 99, 198, 200, 200}))
+        << "all 301 lines count, and the marker stops at the last point";
 }
 
 TEST_F(Navigazione, ScrollRunsToTheEndOfTheLap) {
