@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace lapvane {
 
@@ -43,23 +44,29 @@ double Minore(double minimo, double v) {
 /// another's step.
 constexpr std::size_t kColonneInsieme = 8;
 
-void SommaInsieme(std::span<const std::span<const double>, kColonneInsieme> colonne,
-                  std::span<double, kColonneInsieme> somme) {
-    std::array<const double*, kColonneInsieme> valori{};
-    std::array<double, kColonneInsieme> corsie{};
+template <std::size_t N>
+void SommaInsieme(const std::span<const double>* colonne, double* somme) {
+    std::array<const double*, N> valori{};
+    std::array<double, N> corsie{};
     std::size_t righe = colonne[0].size();
-    for (std::size_t c = 0; c < kColonneInsieme; ++c) {
+    for (std::size_t c = 0; c < N; ++c) {
         valori[c] = colonne[c].data();
         righe = std::min(righe, colonne[c].size());
     }
     for (std::size_t r = 0; r < righe; ++r) {
-        for (std::size_t c = 0; c < kColonneInsieme; ++c) corsie[c] += valori[c][r];
+        for (std::size_t c = 0; c < N; ++c) corsie[c] += valori[c][r];
     }
-    for (std::size_t c = 0; c < kColonneInsieme; ++c) {
+    for (std::size_t c = 0; c < N; ++c) {
         // What a longer column has beyond the shortest.
         for (const double v : colonne[c].subspan(righe)) corsie[c] += v;
         somme[c] = corsie[c];
     }
+}
+
+template <std::size_t... N>
+void SommaInsieme(std::size_t numero, const std::span<const double>* colonne, double* somme,
+                  std::index_sequence<N...>) {
+    ((numero == N + 1 ? SommaInsieme<N + 1>(colonne, somme) : void()), ...);
 }
 
 }  // namespace
@@ -75,13 +82,12 @@ double MinimoColonna(std::span<const double> valori) {
 std::vector<double> MediaColonne(std::span<const std::span<const double>> colonne, double righe) {
     std::vector<double> medie(colonne.size(), 0.0);
     if (righe < 1.0) return medie;
-    std::size_t c = 0;
-    for (; c + kColonneInsieme <= colonne.size(); c += kColonneInsieme) {
-        SommaInsieme(colonne.subspan(c).first<kColonneInsieme>(),
-                     std::span(medie).subspan(c).first<kColonneInsieme>());
-    }
-    for (; c < colonne.size(); ++c) {
-        for (const double v : colonne[c]) medie[c] += v;
+    // Bundles of the same size: a small one takes as long as a full one.
+    const std::size_t fasci = (colonne.size() + kColonneInsieme - 1) / kColonneInsieme;
+    for (std::size_t f = 0; f < fasci; ++f) {
+        const std::size_t da = colonne.size() * f / fasci;
+        const std::size_t a = colonne.size() * (f + 1) / fasci;
+        SommaInsieme(a - da, &colonne[da], &medie[da], std::make_index_sequence<kColonneInsieme>());
     }
     for (double& media : medie) media /= righe;
     return medie;
