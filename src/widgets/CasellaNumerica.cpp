@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFocusEvent>
+#include <QLabel>
 #include <QPointer>
 #include <QTimer>
 #include <utility>
@@ -26,6 +27,16 @@ bool ChiedeControllo(const QObject* controllo) {
 }
 
 }  // namespace
+
+void MostraNumeroErrato(const QWidget& casella) {
+    QString nome = casella.accessibleName();
+    for (const QLabel* etichetta : casella.window()->findChildren<QLabel*>()) {
+        if (nome.isEmpty() && etichetta->buddy() == &casella)
+            nome = etichetta->text().remove(QLatin1Char('&'));
+    }
+    platform().MsgBox(Testo(kTestoNumeroErrato) + (nome.isEmpty() ? "" : "\r\n" + DaQt(nome)),
+                      Buttons::Ok, Icon::Warning, DaQt(casella.window()->windowTitle()));
+}
 
 CasellaNumerica::CasellaNumerica(QWidget* parent) : QLineEdit(parent) {}
 
@@ -54,8 +65,7 @@ bool CasellaNumerica::Valida() const {
 }
 
 void CasellaNumerica::Avvisa() {
-    platform().MsgBox(Testo(kTestoNumeroErrato), Buttons::Ok, Icon::Warning,
-                      DaQt(window()->windowTitle()));
+    MostraNumeroErrato(*this);
 }
 
 /// The message waits until the event that moved the focus has run to its end: a message box inside

@@ -5,6 +5,10 @@
 
 namespace lapvane {
 
+/// Says that the text of a box is no number that it takes, and which box (text 262 and its name),
+/// under its window's title.
+void MostraNumeroErrato(const QWidget& casella);
+
 /// A number box of an editor. Left with a text that is no 16-bit number (a fraction is rounded) it
 /// says so (text 262, titled like its window), blanks itself and keeps the focus, and the click
 /// that wanted to go elsewhere does nothing. Another program, a menu or a message does not take the

@@ -195,7 +195,7 @@ TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
         macchina.Risposte = {Answer::Ok};
         Scrivi("txtX2", testo);
         Tasto(Qt::Key_Tab);
-        EXPECT_EQ(Mostrati(), V{lapvane::Testo(262)}) << testo;
+        EXPECT_EQ(Mostrati(), V{lapvane::Testo(262) + "\r\nBit 3"}) << testo;
         EXPECT_TRUE(C<QLineEdit>("txtX2")->hasFocus());
     }
     const V crescente = {"Il valore di bit deve essere crescente"};
