@@ -49,6 +49,14 @@ bool CasellaNumerica::Lascia(const QWidget& finestra) {
     return casella == nullptr || casella->Esci();
 }
 
+void CasellaNumerica::NonRestareInUnaErrata(const QWidget& finestra, QWidget& altrove) {
+    auto* casella = qobject_cast<CasellaNumerica*>(finestra.focusWidget());
+    if (casella == nullptr || casella->Valida()) return;
+    casella->esente_ = true;
+    altrove.setFocus(Qt::OtherFocusReason);
+    casella->esente_ = false;
+}
+
 bool CasellaNumerica::Esci() {
     if (rifiutata_) return false;
     if (!Valida()) {
@@ -96,7 +104,7 @@ void CasellaNumerica::focusOutEvent(QFocusEvent* evento) {
     // A box that was refused takes the focus back; the one that had it for that moment was not
     // left.
     const auto* altra = qobject_cast<CasellaNumerica*>(QApplication::focusWidget());
-    const bool resta = motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason ||
+    const bool resta = esente_ || motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason ||
                        motivo == Qt::MenuBarFocusReason || (altra != nullptr && altra->rifiutata_);
     if (!resta && isVisible() && isEnabled()) {
         if (ChiedeControllo(QApplication::focusWidget()) && !Valida()) return Rifiuta();

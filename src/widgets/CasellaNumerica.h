@@ -29,6 +29,10 @@ class CasellaNumerica : public QLineEdit {
     /// message; the caller does nothing then.
     static bool Lascia(const QWidget& finestra);
 
+    /// If the window's focus is in a box whose text would be refused, moves it to that control,
+    /// without a check and without a word.
+    static void NonRestareInUnaErrata(const QWidget& finestra, QWidget& altrove);
+
  protected:
     void focusInEvent(QFocusEvent* evento) override;
     void focusOutEvent(QFocusEvent* evento) override;
@@ -41,6 +45,7 @@ class CasellaNumerica : public QLineEdit {
     bool Esci();
 
     bool rifiutata_ = false;  // the message is still to come
+    bool esente_ = false;     // it may be left as it is
 };
 
 }  // namespace lapvane

@@ -308,6 +308,13 @@ TEST_F(Configurazione, AFailedExchangeIsNeverReportedAsDone) {
         porta.Riappari();
         Collega();
     }
+    // The first record is not acknowledged, the second is.
+    const std::size_t prima = porta.RichiesteDi(28);
+    apparecchio.Difetti.Aggiungi(strumento::LeggiGuasto("drop:18:1"));
+    macchina.Risposte = {Answer::Ok};
+    Clic("cmdInviaDati");
+    EXPECT_EQ(porta.RichiesteDi(28), prima + 1);
+    EXPECT_EQ(Mostrati().back(), lapvane::Testo(230));
 }
 
 TEST_F(Configurazione, ClosedBetweenTwoRecordsTheSecondStaysBehind) {
