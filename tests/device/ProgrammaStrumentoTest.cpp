@@ -74,6 +74,7 @@ class Corsa : public ::testing::Test {
         CurvaX.fill(0.0);
         CurvaY.fill(0.0);
         EXPECT_TRUE(LeggiProgetto(fs::path(LAPVANE_DATA_DIR) / "Esempio.pro"));
+        DatiProgetto.AbilCambio = true;
         ProgettoModificato = false;
     }
     /// Runs with OK to the question and to whatever is told.
