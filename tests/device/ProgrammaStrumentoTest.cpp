@@ -191,6 +191,7 @@ TEST_F(Corsa, WhatWasWrittenIsReadBack) {
     EXPECT_EQ(DatiProgetto.SensoreLambda, "");
     EXPECT_EQ(DatiProgetto.TCampTO, "1 Hz");
     ASSERT_TRUE(LeggiProgetto(fs::path(LAPVANE_DATA_DIR) / "Esempio.pro"));
+    DatiProgetto.AbilCambio = true;
     ProgettoModificato = false;
     const RecordProgetto scritto = DatiProgetto;
     Clic(kVersi[0]);
