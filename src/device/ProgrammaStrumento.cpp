@@ -59,11 +59,11 @@ bool ControllaSensori() {
         const bool senzaNome = (DatiProgetto.*c.Nome).empty();
         if (!senzaNome && !(DatiProgetto.*c.TCamp).empty()) continue;
         const bool altrui = c.Abil == &R::AbilPT;  // its name is that of another channel
-        platform().MsgBox(Testo(c.Testo) + "\r\n" +
-                              Testo(!senzaNome ? Voce::MancaFrequenza
-                                    : altrui   ? Voce::MancaNomeBenzina
-                                               : Voce::MancaNome),
-                          Buttons::Ok, Icon::Warning, Testo(49));
+        const Voce manca = !senzaNome ? Voce::MancaFrequenza
+                           : altrui   ? Voce::MancaNomeBenzina
+                                      : Voce::MancaNome;
+        platform().MsgBox(Testo(c.Testo) + "\r\n" + Testo(manca), Buttons::Ok, Icon::Warning,
+                          Testo(49));
         return false;
     }
     return true;

@@ -282,9 +282,12 @@ std::string Ammessi(const CampoRecord& campo) {
     return Mostrato(campo, minimo) + " ... " + Mostrato(campo, massimo);
 }
 
-const CampoRecord* CampoDi(const TabellaRecord& tabella, std::string_view controllo) {
-    for (const CampoRecord& campo : tabella.Campi) {
-        if (campo.Controllo == controllo) return &campo;
+const CampoRecord* CampoDi(std::string_view controllo) {
+    for (const TabellaRecord* tabella :
+         {&kRecordSetup1, &kRecordSetup2, &kRecordSensori, &kRecordAllarmi}) {
+        for (const CampoRecord& campo : tabella->Campi) {
+            if (campo.Controllo == controllo) return &campo;
+        }
     }
     return nullptr;
 }

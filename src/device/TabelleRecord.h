@@ -85,8 +85,8 @@ std::vector<ValoreFuori> ValoriFuori(const TabellaRecord& tabella,
 /// threshold are divided by its factor.
 std::string Ammessi(const CampoRecord& campo);
 
-/// The field behind a control of the record's editor; null for one of another.
-const CampoRecord* CampoDi(const TabellaRecord& tabella, std::string_view controllo);
+/// The field of a record behind a control of its editor; null for a control that has none.
+const CampoRecord* CampoDi(std::string_view controllo);
 
 /// The frame that writes a record from an editor's controls or, without, from `DatiProgetto`.
 /// Raises `NonCodificabile`.

@@ -188,8 +188,8 @@ void dlgSetGraph::ScegliColore() {
 }
 
 void dlgSetGraph::NumeroErrato(QWidget* casella) {
-    const int didascalia = casella == txtFiltro_ ? 43 : 45;
-    const char* const ammessi = casella == txtFiltro_ ? " (1 ... 32767)" : " (1 ... 6)";
+    const auto& [didascalia, ammessi] =
+        casella == txtFiltro_ ? std::pair{43, " (1 ... 32767)"} : std::pair{45, " (1 ... 6)"};
     platform().MsgBox(Testo(kTestoNumeroErrato) + "\r\n" + Testo(didascalia) + ammessi, Buttons::Ok,
                       Icon::Information, platform().ExeName());
     casella->setFocus();

@@ -29,13 +29,6 @@ const ScambioEditor kLeggi = {19, 234, 206, 0, {LeggiDatiSetup1, LeggiDatiSetup2
 
 constexpr std::string_view kFlagPagina = "PagineAbilitateTemp";
 
-/// What the byte or word behind a box carries.
-std::string Ammessi(const NumeroSetup& numero) {
-    const CampoRecord* campo = CampoDi(kRecordSetup1, numero.Controllo);
-    if (campo == nullptr) campo = CampoDi(kRecordSetup2, numero.Controllo);
-    return Ammessi(*campo);
-}
-
 /// Position of a page flag by its name; empty for another control.
 std::optional<int> IndicePagina(std::string_view controllo) {
     if (!controllo.starts_with(kFlagPagina)) return std::nullopt;
@@ -394,7 +387,8 @@ bool frmConfigurazione::NumeriValidi() {
         caselle_[i]->setFocus();
         caselle_[i]->selectAll();
         platform().MsgBox(Testo(kNumeriSetup[i].Didascalia) + "\r\n" +
-                              Testo(Voce::NumeroNellIntervallo) + " " + Ammessi(kNumeriSetup[i]),
+                              Testo(Voce::NumeroNellIntervallo) + " " +
+                              Ammessi(*CampoDi(kNumeriSetup[i].Controllo)),
                           Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
         return false;
     }

@@ -34,8 +34,8 @@ void MostraNumeroErrato(const QWidget& casella) {
         if (nome.isEmpty() && etichetta->buddy() == &casella)
             nome = etichetta->text().remove(QLatin1Char('&'));
     }
-    platform().MsgBox(Testo(kTestoNumeroErrato) + (nome.isEmpty() ? "" : "\r\n" + DaQt(nome)),
-                      Buttons::Ok, Icon::Warning, DaQt(casella.window()->windowTitle()));
+    platform().MsgBox(Testo(kTestoNumeroErrato) + "\r\n" + DaQt(nome), Buttons::Ok, Icon::Warning,
+                      DaQt(casella.window()->windowTitle()));
 }
 
 CasellaNumerica::CasellaNumerica(QWidget* parent) : QLineEdit(parent) {}
@@ -104,8 +104,9 @@ void CasellaNumerica::focusOutEvent(QFocusEvent* evento) {
     // A box that was refused takes the focus back; the one that had it for that moment was not
     // left.
     const auto* altra = qobject_cast<CasellaNumerica*>(QApplication::focusWidget());
-    const bool resta = esente_ || motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason ||
-                       motivo == Qt::MenuBarFocusReason || (altra != nullptr && altra->rifiutata_);
+    const bool resta = esente_ || motivo == Qt::ActiveWindowFocusReason ||
+                       motivo == Qt::PopupFocusReason || motivo == Qt::MenuBarFocusReason ||
+                       (altra != nullptr && altra->rifiutata_);
     if (!resta && isVisible() && isEnabled()) {
         if (ChiedeControllo(QApplication::focusWidget()) && !Valida()) return Rifiuta();
         if (PersoFuoco) Protetto(PersoFuoco);
