@@ -73,6 +73,9 @@ class GraficoWidget : public QWidget, public GraphControl {
     std::int32_t IndiceDaX(double x, double scala) const override;
     void ImpostaModoMouse(ModoMouse modo) override;
 
+    /// Marks each point of the curves, and leaves them a margin around the range, so that none
+    /// touches the frame.
+    void MostraPunti(bool mostra);
     /// The levels that the curves of the overlaid view keep to. The screen doesn't show them.
     void Livelli(std::vector<LivelloGrafico> livelli) { livelli_ = std::move(livelli); }
 
@@ -138,6 +141,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     void AggiornaFoto();
     void DescriviGrafico();
     ScalaPixel ScalaX(const QRectF& area) const;
+    ScalaPixel ScalaY(const QRectF& area, const Riquadro& dati) const;
     QRectF RettangoloZoom() const;
     std::optional<double> PixelCursore() const;
     void AggiornaCursore(const std::optional<double>& prima);
@@ -158,6 +162,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     std::vector<LivelloGrafico> livelli_;
     bool griglia_ = true;
     bool numeriY_ = true;
+    bool punti_ = false;
     Elemento prossimo_;
     std::vector<Elemento> elementi_;
     bool elementoAperto_ = false;  ///< the last element still takes points one by one

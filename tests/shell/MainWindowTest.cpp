@@ -301,7 +301,7 @@ TEST_F(Finestra, RunTimeErrorEndsThroughTheDoorWithItsFile) {
     const std::string testo = macchina.Mostrati.back().Testo;
     EXPECT_NE(testo.find("76: Path not found"), std::string::npos) << testo;
     EXPECT_NE(testo.find("x.pro"), std::string::npos);
-    EXPECT_NE(testo.find(Testo(37)), std::string::npos);
+    EXPECT_NE(testo.find(Testo(Voce::ProgrammaChiude)), std::string::npos);
 }
 
 TEST(Splash, WaitsThreeSecondsWhateverHappensToTheForm) {
