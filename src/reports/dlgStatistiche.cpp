@@ -46,16 +46,21 @@ dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QD
 
     auto* colonna = new QVBoxLayout(this);
     colonna->addWidget(MSFlexGrid1);
+    MSFlexGrid1->setMinimumHeight(MSFlexGrid1->AltezzaPer(static_cast<int>(righe.size())));
+    MSFlexGrid1->setMinimumWidth(MSFlexGrid1->LarghezzaPerTesti());
+    const int larghezza = std::max(minimumSizeHint().width(), kLarghezza);
     if (analisi.GiriEsclusi > 0) {
         auto* lblGiriEsclusi = new QLabel(
             InQt(Testo(Voce::GiriSenzaTempo) + " " + TestoNumero(analisi.GiriEsclusi)), this);
         lblGiriEsclusi->setObjectName(QStringLiteral("lblGiriEsclusi"));
         lblGiriEsclusi->setWordWrap(true);
+        // The height of a text in several lines is no layout's minimum by itself.
+        const QMargins bordi = colonna->contentsMargins();
+        lblGiriEsclusi->setMinimumHeight(
+            lblGiriEsclusi->heightForWidth(larghezza - bordi.left() - bordi.right()));
         colonna->addWidget(lblGiriEsclusi);
     }
-    MSFlexGrid1->setMinimumHeight(MSFlexGrid1->AltezzaPer(static_cast<int>(righe.size())));
-    MSFlexGrid1->setMinimumWidth(MSFlexGrid1->LarghezzaPerTesti());
-    resize(std::max(minimumSizeHint().width(), kLarghezza), minimumSizeHint().height());
+    resize(larghezza, minimumSizeHint().height());
 }
 
 }  // namespace lapvane

@@ -84,7 +84,8 @@ TEST_F(ReportWindow, SessionStatisticsOfNoLapsAreEmpty) {
     esclusi.show();
     auto* const riga = Controllo<QLabel>(esclusi, "lblGiriEsclusi");
     EXPECT_EQ(DaQt(riga->text()), Testo(Voce::GiriSenzaTempo) + " 3");
-    EXPECT_GT(riga->y(), Griglia(esclusi)->y());
+    EXPECT_GT(riga->y(), Griglia(esclusi)->geometry().bottom());
+    EXPECT_GE(riga->height(), riga->heightForWidth(riga->width()));
     EXPECT_GE(Griglia(esclusi)->viewport()->height(), Griglia(esclusi)->rowHeight(0) * 10);
     analisi.GiriEsclusi = 0;
     const dlgStatistiche dialogo(analisi);
