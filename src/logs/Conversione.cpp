@@ -325,9 +325,10 @@ void ConvertiLog() {
         throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, std::string(kCosa), PercorsoCsv);
     }
     const FileLog file = ComponiLog();
-    ScriviFile(PercorsoCsv, file.Csv, kCosa);
-    ScriviFile(txt, file.Txt, kCosa);
-    ScriviFile(tim, file.Tim, kCosa);
+    // The data file last: where it is new, its side files are there when it appears.
+    const std::array<FileNuovo, 3> insieme = {
+        {{txt, file.Txt}, {tim, file.Tim}, {PercorsoCsv, file.Csv}}};
+    ScriviInsieme(insieme, kCosa);
     platform().MsgBox(Testo(269), Buttons::Ok, Icon::Information, platform().ExeName());
 }
 

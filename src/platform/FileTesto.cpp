@@ -211,8 +211,7 @@ bool Completa(const fs::path& marca, const std::vector<VoceMarca>& voci) {
 struct Passo : VoceMarca {
     bool Cera = false;
     bool Fatto = false;
-    fs::path Vecchia;     // another name of the old file, or a copy
-    std::string Vecchio;  // its bytes, where it is written in place
+    std::string Vecchio;  // the bytes that the new ones replace
 };
 
 class Salvataggio {
@@ -223,7 +222,6 @@ class Salvataggio {
     ~Salvataggio() {
         std::error_code ignorato;
         for (const Passo& passo : passi_) {
-            if (!passo.Vecchia.empty()) fs::remove(passo.Vecchia, ignorato);
             if (!marcato_ && !passo.Copia.empty()) fs::remove(passo.Copia, ignorato);
         }
     }
@@ -300,29 +298,9 @@ class Salvataggio {
  private:
     void TieniVecchio(Passo& passo) {
         if (!passo.Cera) return;
-        if (passo.Come == Modo::Rinomina) {
-            // An empty file gives a name that nothing has; a link can't be made over it.
-            fs::path nome;
-            std::error_code errore;
-            if (sistema::Provvisorio(passo.File.parent_path(), passo.File, {}, nome) == 0) {
-                fs::remove(nome, errore);
-                fs::create_hard_link(passo.File, nome, errore);
-                if (!errore) {
-                    passo.Vecchia = nome;
-                    return;
-                }
-            }
-            // No second names on this medium: a copy.
-            const std::string testo =
-                sistema::Leggi(passo.File, cosa_, static_cast<std::size_t>(-1));
-            const sistema::Codice codice =
-                sistema::Provvisorio(passo.File.parent_path(), passo.File, testo, passo.Vecchia);
-            if (codice != 0) sistema::Fallisci(codice, cosa_, passo.File);
-            return;
-        }
         std::error_code ignorato;
         const std::size_t massimo =
-            passo.Come == Modo::Intero
+            passo.Come != Modo::Inizio
                 ? static_cast<std::size_t>(-1)
                 : static_cast<std::size_t>(fs::file_size(passo.Copia, ignorato));
         passo.Vecchio = sistema::Leggi(passo.File, cosa_, massimo);
@@ -356,15 +334,17 @@ class Salvataggio {
     bool Indietro() {
         for (auto passo = passi_.rbegin(); passo != passi_.rend(); ++passo) {
             if (!passo->Fatto) continue;
-            std::error_code errore;
             if (passo->Come == Modo::Rinomina) {
                 if (CE(passo->Copia)) continue;  // it never got there
-                if (sistema::Rinomina(passo->File, passo->Copia) != 0) return false;
-                if (!passo->Vecchia.empty() &&
-                    sistema::Rinomina(passo->Vecchia, passo->File) != 0) {
+                fs::path vecchia;
+                if (passo->Cera && sistema::Provvisorio(passo->File.parent_path(), passo->File,
+                                                        passo->Vecchio, vecchia) != 0) {
                     return false;
                 }
-                passo->Vecchia.clear();
+                if (sistema::Rinomina(passo->File, passo->Copia) != 0 ||
+                    (passo->Cera && sistema::Rinomina(vecchia, passo->File) != 0)) {
+                    return false;
+                }
             } else if (sistema::SulPosto(passo->File, passo->Vecchio,
                                          passo->Come == Modo::Intero) != 0) {
                 return false;
