@@ -20,9 +20,6 @@ namespace lapvane {
 namespace {
 
 constexpr int kTestoScala = 46;          // "graph scale"
-constexpr int kTestoImpostazioni = 240;  // "graph settings"
-constexpr int kTestoSposta = 204;        // "move through the lap"
-constexpr int kTestoScorri = 224;        // "automatic scroll"
 constexpr int kPrimoTestoAllarme = 274;
 constexpr int kTestoLegenda = 282;
 constexpr int kTestoCircuito = 120;
@@ -259,9 +256,9 @@ void frmAnalisi::Apri() {
 void frmAnalisi::RefreshLanguage() {
     analisi_->RefreshLanguage();
     for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) {
-        Riga(c)->NomiPulsanti(InQt(Testo(kTestoScala)), InQt(Testo(kTestoImpostazioni)));
+        Riga(c)->NomiPulsanti(InQt(Testo(kTestoScala)), InQt(Testo(Voce::ImpostazioniGrafico)));
     }
-    navigazione_->Nomi(InQt(Testo(kTestoSposta)), InQt(Testo(kTestoScorri)));
+    navigazione_->Nomi(InQt(Testo(Voce::SpostaNelGiro)), InQt(Testo(Voce::ScorrimentoAutomatico)));
     fraLegendaAllarmi_->setTitle(InQt(Testo(kTestoLegenda)));
     for (int k = 0; k < kNumAllarmi; ++k) {
         fraLegendaAllarmi_->Nome(k, InQt(Testo(kPrimoTestoAllarme + k)));

@@ -78,7 +78,7 @@ void Scarico::Esegui() {
     ScaricaLog();
     FaseComunicazione = 0;
     if (giriOltre_) {
-        platform().MsgBox(Testo(272), Buttons::Ok, Icon::Information, platform().ExeName());
+        platform().MsgBox(Testo(Voce::TabellaGiriPiena), Buttons::Ok, Icon::Information, platform().ExeName());
     }
 }
 

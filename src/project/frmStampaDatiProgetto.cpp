@@ -25,7 +25,6 @@ constexpr double kLarghezzaA4 = 793.7;  // pixels of 1/96 inch
 constexpr double kAltezzaA4 = 1122.5;
 constexpr double kMargineFoglio = 75.6;  // 2 cm
 constexpr int kTestoStampa = 7;
-constexpr int kTestoAnteprima = 4;
 constexpr int kBordo = 16;
 
 std::string Voce(const std::vector<std::string>& lista, int indice) {
@@ -91,7 +90,7 @@ frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent) : QDialog(parent) 
     griglia_->setRowStretch(riga_, 1);
 
     Mnemonica lettere;
-    auto* cmdPreview = new QPushButton(lettere.Con(InQt(Testo(kTestoAnteprima))), this);
+    auto* cmdPreview = new QPushButton(lettere.Con(InQt(Testo(Voce::Anteprima))), this);
     cmdPreview->setObjectName(QStringLiteral("cmdPreview"));
     connect(cmdPreview, &QPushButton::clicked, this,
             [this] { Protetto([this] { cmdPreview_Click(); }); });

@@ -22,8 +22,6 @@ namespace {
 
 constexpr std::size_t kLingua = 0, kVelocita = 1, kTemperatura = 2, kPressione = 3;
 constexpr std::size_t kRecVel = 0, kStopRec = 1, kMsgGiro = 2, kVisGiro = 3, kSettore = 4;
-constexpr int kTestoAmmessi = 217;
-constexpr int kTestoSenzaImmagine = 254;
 
 const ScambioEditor kProgramma = {18, 226, 146, 218, {InviaDatiSetup1, InviaDatiSetup2}};
 const ScambioEditor kLeggi = {19, 234, 206, 0, {LeggiDatiSetup1, LeggiDatiSetup2}};
@@ -321,7 +319,7 @@ void frmConfigurazione::CaricaImmagini() {
 void frmConfigurazione::MostraImmagine() {
     const auto posto = static_cast<std::size_t>(pagine_.Corrente() - 1);
     imgPagina_->Mostra(posto < ImageList1_.size() ? ImageList1_[posto] : QImage(),
-                       InQt(Testo(kTestoSenzaImmagine)));
+                       InQt(Testo(Voce::ImmagineNonDisponibile)));
 }
 
 void frmConfigurazione::AggiornaPagina() {
@@ -387,7 +385,7 @@ bool frmConfigurazione::NumeriValidi() {
         if (LeggiNumero(kNumeriSetup[i], DaQt(caselle_[i]->text()))) continue;
         caselle_[i]->setFocus();
         caselle_[i]->selectAll();
-        platform().MsgBox(Testo(kNumeriSetup[i].Didascalia) + "\r\n" + Testo(kTestoAmmessi) + " " +
+        platform().MsgBox(Testo(kNumeriSetup[i].Didascalia) + "\r\n" + Testo(Voce::NumeroNellIntervallo) + " " +
                               Ammessi(kNumeriSetup[i]),
                           Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
         return false;

@@ -60,7 +60,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 43> kFrasi =
 }  // namespace
 
 std::string FraseErrore(std::string_view inglese) {
-    if (IndiceLingua != 0) return std::string(inglese);
+    if (Testi.empty() || IndiceLingua != 0) return std::string(inglese);
     for (const auto& [chiave, italiano] : kFrasi) {
         if (chiave == inglese) return std::string(italiano);
     }

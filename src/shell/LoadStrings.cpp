@@ -8,6 +8,7 @@
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "shell/NumeroTesto.h"
+#include "shell/TestiInterni.h"
 
 namespace lapvane {
 
@@ -96,6 +97,14 @@ const std::string& Testo(int n) {
                             platform().AppPath() / "LANGUAGES.DAT", posizione + 2);
     }
     return Testi[static_cast<std::size_t>(posizione)];
+}
+
+const std::string& Testo(Voce voce) {
+    constexpr int kPrimoInterno = 335;
+    const int n = static_cast<int>(voce);
+    if (n < kPrimoInterno) return Testo(n);
+    const TestoInterno& testo = TestiInterni()[static_cast<std::size_t>(n - kPrimoInterno)];
+    return !Testi.empty() && IndiceLingua == 0 ? testo.Italiano : testo.Inglese;
 }
 
 void SalvaLingua() {

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "shell/Voci.h"
+
 namespace lapvane {
 
 /// The entries of LANGUAGES.DAT, Italian half then English half; position 0 stays empty.
@@ -23,6 +25,10 @@ void CalcolaBaseTesti();
 
 /// Text n in the current language. Raises error 9 for a number outside the table.
 const std::string& Testo(int n);
+
+/// A text by its name. Those of the program's own are built in and never missing: in Italian when
+/// Italian is chosen, otherwise, and while LANGUAGES.DAT has not been read, in English.
+const std::string& Testo(Voce voce);
 
 /// What the OK of the language dialog writes: the index over line 1 of the LANGUAGES.DAT of the
 /// current folder. Kept: not the program's folder, so that a program started elsewhere makes a new

@@ -10,17 +10,10 @@ namespace lapvane {
 
 namespace {
 
-/// A text of the table, or its English stand-in while there is no table.
-std::string TestoOppure(int n, const char* sostituto) {
-    const std::int64_t posizione = std::int64_t{BaseTesti} + n;
-    return posizione > 0 && posizione < static_cast<std::int64_t>(Testi.size()) ? Testo(n)
-                                                                                : sostituto;
-}
-
 [[noreturn]] void MostraEChiudi(const std::string& descrizione) {
     platform().MousePointer(Pointer::Normal);
-    platform().MsgBox(TestoOppure(36, "Run-time error") + " " + descrizione + "\r\n\r\n" +
-                          TestoOppure(37, "The program will now close."),
+    platform().MsgBox(Testo(Voce::ErroreEsecuzione) + " " + descrizione + "\r\n\r\n" +
+                          Testo(Voce::ProgrammaChiude),
                       Buttons::Ok, Icon::Critical, platform().ExeName());
     EndProgram(1);
 }
@@ -28,7 +21,8 @@ std::string TestoOppure(int n, const char* sostituto) {
 }  // namespace
 
 void PortaDegliErrori(const ErroreRuntime& errore) {
-    std::string testo = TestoNumero(static_cast<int>(errore.Numero())) + ": " + FraseErrore(errore.what());
+    std::string testo =
+        TestoNumero(static_cast<int>(errore.Numero())) + ": " + FraseErrore(errore.what());
     if (!errore.Cosa().empty()) testo += " (" + FraseErrore(errore.Cosa()) + ")";
     if (!errore.File().empty()) testo += "\r\n" + TestoDaPercorso(errore.File());
     if (errore.Riga() > 0) testo += " : " + TestoNumero(errore.Riga());

@@ -130,7 +130,7 @@ TEST_F(Scaricamento, LapsPastTheTableAreLeftOutAndToldOnce) {
     Scarico(vista).Esegui();
     EXPECT_EQ(TabellaGiri[999], "00:09.99, 0");
     ASSERT_EQ(macchina.Mostrati.size(), 1u);
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(272));
+    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::TabellaGiriPiena));
     EXPECT_TRUE(vista.OK);
 }
 

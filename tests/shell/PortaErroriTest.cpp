@@ -27,22 +27,23 @@ TEST(PortaErrori, TellsNumberWorkFileAndLineInTheLanguageOfNow) {
         throw ErroreRuntime(NumeroErrore::DiskFull, "saving the project", "/a/b.pro", 7);
     };
     // Before there is a table the box speaks English.
-    IndiceLingua = 1;
+    IndiceLingua = 0;
     EXPECT_EQ(BoxDi(macchina, errore),
               "Run-time error 61: Disk full (saving the project)\r\n/a/b.pro : 7\r\n\r\n"
-              "The program will now close.");
+              "The program will now close. The files on disk are intact.");
     EXPECT_EQ(macchina.Mostrati.back().Icona, Icon::Critical);
     prova::CaricaTestiVeri(0);
     EXPECT_EQ(BoxDi(macchina, errore),
-              Testo(36) + " 61: Disco pieno (salvataggio del progetto)\r\n/a/b.pro : 7\r\n\r\n" +
-                  Testo(37));
+              Testo(Voce::ErroreEsecuzione) +
+                  " 61: Disco pieno (salvataggio del progetto)\r\n/a/b.pro : 7\r\n\r\n" +
+                  Testo(Voce::ProgrammaChiude));
     EXPECT_EQ(BoxDi(macchina, [] { throw std::runtime_error("x"); }),
-              Testo(36) + " x\r\n\r\n" + Testo(37));
+              Testo(Voce::ErroreEsecuzione) + " x\r\n\r\n" + Testo(Voce::ProgrammaChiude));
 }
 
 TEST(PortaErrori, EveryPhraseThatTheCodeRaisesHasAnItalianForm) {
     PlatformProva macchina;
-    IndiceLingua = 0;
+    prova::CaricaTestiVeri(0);
     const std::regex frase(
         R"re("((?:reading|writing|printing|saving|opening|converting|listing|looking|encoding|computing|conversion|number to|text to) ?[a-z][^"]*)")re");
     std::set<std::string> trovate;

@@ -203,6 +203,9 @@ class Edition {
             Fault(file, line, "there is no run-time error " + name.substr(6));
             return {};
         }
+        if (const auto known = texts_.ByName.find(name); known != texts_.ByName.end()) {
+            return Escaped(texts_.Of(known->second));
+        }
         if (auto table = Table(name, texts_, messages_, fields_)) return *table;
         Fault(file, line, "nothing is called {{" + name + "}}");
         return {};
@@ -280,6 +283,9 @@ class Edition {
             const std::string name = line.substr(at + 2, line.find("}}", at) - at - 2);
             if (name.starts_with("error:")) {
                 if (heading) errorsTold_.insert(std::atoi(name.c_str() + 6));
+            } else if (const auto known = texts_.ByName.find(name); known != texts_.ByName.end()) {
+                textsTold_.insert(known->second);
+                if (heading) textsHeaded_.insert(known->second);
             } else if (const int number = std::atoi(name.c_str()); number > 0) {
                 textsTold_.insert(number);
                 if (heading) textsHeaded_.insert(number);
@@ -469,10 +475,11 @@ Texts ReadTexts(const fs::path& tsv, Language language) {
     for (const texttable::Entry& entry : table.Entries) {
         texts.All.push_back(
             Utf8Da1252(language == Language::Italian ? entry.Italian : entry.English));
+        if (!entry.Name.empty()) texts.ByName[entry.Name] = static_cast<int>(texts.All.size());
     }
     const auto lines = Split(file, '\n');
     for (std::size_t i = 1; i <= texts.All.size(); ++i) {
-        texts.Where.push_back(Split(lines.at(i), '\t').at(3));
+        texts.Where.push_back(Split(lines.at(i), '\t').at(4));
     }
     return texts;
 }
@@ -497,10 +504,11 @@ std::string Escaped(std::string_view text) {
 
 int MakeManual(const Folders& folders, std::ostream& errors) {
     const fs::path tsv = folders.Source / "data/testi.tsv";
-    const Messages messages = ScanMessages(folders.Source / "src");
+    const Texts texts = ReadTexts(tsv, Language::Italian);
+    const Messages messages = ScanMessages(folders.Source / "src", texts.ByName);
     for (const std::string& fault : messages.Faults) errors << fault << '\n';
 
-    Edition italian(folders, ReadTexts(tsv, Language::Italian), messages, errors);
+    Edition italian(folders, texts, messages, errors);
     Edition english(folders, ReadTexts(tsv, Language::English), messages, errors);
     italian.Make();
     english.Make();

@@ -125,7 +125,7 @@ bool HasLetters(std::string_view text) {
 
 class Scanner {
  public:
-    explicit Scanner(const fs::path& src) {
+    Scanner(const fs::path& src, const std::map<std::string, int>& names) : names_(names) {
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator(src)) {
             const fs::path& path = entry.path();
             if (path.extension() != ".cpp" && path.extension() != ".h") continue;
@@ -197,12 +197,6 @@ class Scanner {
             return;
         }
         if (part.starts_with("TestoDaPercorso(")) return;
-        if (const auto inside = Argument(part, "TestoOppure(")) {
-            const std::size_t comma = PartEnd(*inside, 0, ",");
-            Number(file, Tidy(inside->substr(0, comma)), part);
-            Expression(file, inside->substr(std::min(comma + 1, inside->size())));
-            return;
-        }
         if (const auto inside = Argument(part, "Testo(")) {
             const std::size_t question = PartEnd(*inside, 0, "?");
             if (question == inside->size()) return Number(file, Tidy(*inside), part);
@@ -248,6 +242,10 @@ class Scanner {
             return std::isdigit(static_cast<unsigned char>(c)) != 0;
         });
         if (digits) return std::stoi(text);
+        if (text.starts_with("Voce::")) {
+            const auto name = names_.find(text.substr(6));
+            if (name != names_.end()) return name->second;
+        }
         if (text.empty() || text.front() != 'k') return std::nullopt;
         std::smatch match;
         const std::string& source = files_.at(file);
@@ -321,6 +319,7 @@ class Scanner {
         if (found_.Doing.empty()) Fault("no phrases of run-time errors");
     }
 
+    const std::map<std::string, int>& names_;
     std::map<std::string, std::string> files_;
     std::vector<char> used_;  // by rule
     std::string place_;
@@ -329,8 +328,8 @@ class Scanner {
 
 }  // namespace
 
-Messages ScanMessages(const fs::path& src) {
-    return Scanner(src).Run();
+Messages ScanMessages(const fs::path& src, const std::map<std::string, int>& names) {
+    return Scanner(src, names).Run();
 }
 
 }  // namespace lapvane::manual

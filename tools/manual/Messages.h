@@ -18,9 +18,9 @@ struct Messages {
     std::vector<std::string> Faults;     ///< what could not be understood, as file:line: what
 };
 
-/// Reads every `MsgBox` call of the sources. A part of a message that is neither a literal nor a
-/// `Testo(number)` must have a rule that says where its texts come from; without one it is a fault,
+/// Reads every `MsgBox` call of the sources; `names` are the texts by name. A part of a message
+/// that is neither a literal nor a `Testo(number or name)` must have a rule that says where its texts come from; without one it is a fault,
 /// so that a new message cannot slip past the manual.
-Messages ScanMessages(const std::filesystem::path& src);
+Messages ScanMessages(const std::filesystem::path& src, const std::map<std::string, int>& names);
 
 }  // namespace lapvane::manual

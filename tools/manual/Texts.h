@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@ struct Texts {
     Language In = Language::Italian;
     std::vector<std::string> All;    ///< text n at n - 1
     std::vector<std::string> Where;  ///< where text n is used, as its table says
+    std::map<std::string, int> ByName;
 
     bool Italian() const { return In == Language::Italian; }
     bool Has(int number) const { return number >= 1 && number <= static_cast<int>(All.size()); }

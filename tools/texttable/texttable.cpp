@@ -6,7 +6,9 @@
 #include <fstream>
 #include <iterator>
 #include <ostream>
+#include <set>
 #include <system_error>
+#include <utility>
 
 #include "platform/Testo1252.h"
 
@@ -14,7 +16,7 @@ namespace lapvane::texttable {
 
 namespace {
 
-constexpr std::string_view kHeading = "number\titalian\tenglish\twhere used";
+constexpr std::string_view kHeading = "number\tname\titalian\tenglish\twhere used";
 
 std::string Decimal(std::size_t number, std::size_t width = 1) {
     std::string text = std::to_string(number);
@@ -51,6 +53,74 @@ std::optional<std::string> EncodeText(std::string_view utf8, std::string& what) 
     return Encode1252(utf8, what);
 }
 
+bool IsName(std::string_view text) {
+    const auto inside = [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+    };
+    return !text.empty() && text[0] >= 'A' && text[0] <= 'Z' &&
+           std::all_of(text.begin(), text.end(), inside);
+}
+
+/// A C++ literal. Octal, since a hexadecimal escape takes the letters behind it as digits.
+std::string Literal(std::string_view text) {
+    std::string literal = "\"";
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            literal += '\\';
+            literal += c;
+        } else if (code >= 0x80) {
+            for (const int shift : {6, 3, 0}) {
+                if (shift == 6) literal += '\\';
+                literal += static_cast<char>('0' + ((code >> shift) & 7));
+            }
+        } else {
+            literal += c;
+        }
+    }
+    return literal + '"';
+}
+
+std::string ReadWhole(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// Reads and checks the table `in`; nothing with its faults told.
+std::optional<Table> Checked(const std::filesystem::path& in, std::ostream& errors) {
+    std::ifstream source(in, std::ios::binary);
+    const std::string tsv{std::istreambuf_iterator<char>(source), std::istreambuf_iterator<char>()};
+    if (!source.is_open() || source.bad()) {
+        errors << in.string() << ": cannot be read\n";
+        return std::nullopt;
+    }
+    Table table = ReadTable(tsv);
+    for (const Fault& fault : table.Faults) {
+        errors << in.string() << ':' << fault.Line << ": " << fault.What << '\n';
+    }
+    if (!table.Faults.empty()) return std::nullopt;
+    return table;
+}
+
+/// Replaces `out` as a whole; 0, or 1 with the reason told.
+int Replace(const std::filesystem::path& out, const std::string& text, std::ostream& errors) {
+    std::filesystem::path temporary = out;
+    temporary += ".tmp";
+    std::error_code error;
+    {
+        std::ofstream target(temporary, std::ios::binary | std::ios::trunc);
+        target << text;
+        target.close();
+        if (!target) error = std::make_error_code(std::errc::io_error);
+    }
+    if (!error) std::filesystem::rename(temporary, out, error);
+    if (!error) return 0;
+    errors << out.string() << ": cannot be written (" << error.message() << ")\n";
+    std::error_code ignored;
+    std::filesystem::remove(temporary, ignored);
+    return 1;
+}
+
 std::string Line(std::string_view key, std::size_t number, std::string_view value) {
     std::string line(key);
     line += Decimal(number, 3);
@@ -78,15 +148,16 @@ Table ReadTable(std::string_view tsv) {
     long number = 1;
     const auto fault = [&](std::string what) { table.Faults.push_back({number, std::move(what)}); };
     if (TakeUpTo(tsv, '\n') != kHeading) {
-        fault("the heading is not number, italian, english, where used, separated by tabs");
+        fault("the heading is not number, name, italian, english, where used, separated by tabs");
     }
     std::uint32_t expected = 1;
+    std::set<std::string_view> names;
     while (!tsv.empty()) {
         ++number;
         std::string_view line = TakeUpTo(tsv, '\n');
         const auto columns = 1 + std::count(line.begin(), line.end(), '\t');
-        if (columns != 4) {
-            fault("4 columns expected, " + std::to_string(columns) + " found");
+        if (columns != 5) {
+            fault("5 columns expected, " + std::to_string(columns) + " found");
             ++expected;
             continue;
         }
@@ -107,6 +178,15 @@ Table ReadTable(std::string_view tsv) {
             return encoded.value_or("");
         };
         Entry entry;
+        const std::string_view name = TakeUpTo(line, '\t');
+        if (name != "-" || expected - 1 > kTexts) {
+            if (!IsName(name)) {
+                fault("\"" + std::string(name) + "\" is not a name");
+            } else if (!names.insert(name).second) {
+                fault("the name " + std::string(name) + " stands twice");
+            }
+            entry.Name = name;
+        }
         entry.Italian = text("the Italian text", TakeUpTo(line, '\t'));
         entry.English = text("the English text", TakeUpTo(line, '\t'));
         if (const std::string what = UnfitColumn(line); !what.empty()) {
@@ -123,41 +203,56 @@ Table ReadTable(std::string_view tsv) {
 }
 
 std::string LanguageFile(const std::vector<Entry>& entries) {
-    std::string file = "1\r\nNumTesti=\"" + std::to_string(2 * entries.size()) + "\"\r\n";
-    for (std::size_t i = 0; i < entries.size(); ++i) file += Line("IT", i + 1, entries[i].Italian);
-    for (std::size_t i = 0; i < entries.size(); ++i) file += Line("EN", i + 1, entries[i].English);
+    const std::size_t count = std::min(entries.size(), kTexts);
+    std::string file = "1\r\nNumTesti=\"" + std::to_string(2 * count) + "\"\r\n";
+    for (std::size_t i = 0; i < count; ++i) file += Line("IT", i + 1, entries[i].Italian);
+    for (std::size_t i = 0; i < count; ++i) file += Line("EN", i + 1, entries[i].English);
     return file;
+}
+
+std::string NamesHeader(const std::vector<Entry>& entries) {
+    std::string file =
+        "#pragma once\n\n// Made of data/testi.tsv by the build.\n\nnamespace lapvane {\n\n"
+        "/// A text by its name. Those above " +
+        std::to_string(kTexts) +
+        " are built into the program, the others stand in LANGUAGES.DAT.\nenum class Voce : int "
+        "{\n";
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (entries[i].Name.empty()) continue;
+        file += "    " + entries[i].Name + " = " + std::to_string(i + 1) + ",\n";
+    }
+    return file + "};\n\n}  // namespace lapvane\n";
+}
+
+std::string BuiltInSource(const std::vector<Entry>& entries) {
+    std::string file =
+        "// Made of data/testi.tsv by the build: the texts of the program's own, in "
+        "Windows-1252.\n\n"
+        "#include \"shell/TestiInterni.h\"\n\nnamespace lapvane {\n\nnamespace {\n\n"
+        "const TestoInterno kTesti[] = {\n";
+    for (std::size_t i = kTexts; i < entries.size(); ++i) {
+        file += "    {" + Literal(entries[i].Italian) + ",\n     " + Literal(entries[i].English) +
+                "},\n";
+    }
+    return file +
+           "};\n\n}  // namespace\n\nstd::span<const TestoInterno> TestiInterni() {\n"
+           "    return kTesti;\n}\n\n}  // namespace lapvane\n";
 }
 
 int MakeLanguageFile(const std::filesystem::path& in, const std::filesystem::path& out,
                      std::ostream& errors) {
-    std::ifstream source(in, std::ios::binary);
-    const std::string tsv{std::istreambuf_iterator<char>(source), std::istreambuf_iterator<char>()};
-    if (!source.is_open() || source.bad()) {
-        errors << in.string() << ": cannot be read\n";
-        return 1;
-    }
-    const Table table = ReadTable(tsv);
-    for (const Fault& fault : table.Faults) {
-        errors << in.string() << ':' << fault.Line << ": " << fault.What << '\n';
-    }
-    if (!table.Faults.empty()) return 1;
+    const auto table = Checked(in, errors);
+    return table ? Replace(out, LanguageFile(table->Entries), errors) : 1;
+}
 
-    std::filesystem::path temporary = out;
-    temporary += ".tmp";
-    std::error_code error;
-    {
-        std::ofstream target(temporary, std::ios::binary | std::ios::trunc);
-        target << LanguageFile(table.Entries);
-        target.close();
-        if (!target) error = std::make_error_code(std::errc::io_error);
-    }
-    if (!error) std::filesystem::rename(temporary, out, error);
-    if (error) {
-        errors << out.string() << ": cannot be written (" << error.message() << ")\n";
-        std::error_code ignored;
-        std::filesystem::remove(temporary, ignored);
-        return 1;
+int MakeSources(const std::filesystem::path& in, const std::filesystem::path& out,
+                std::ostream& errors) {
+    const auto table = Checked(in, errors);
+    if (!table) return 1;
+    const std::pair<const char*, std::string> files[] = {
+        {"Voci.h", NamesHeader(table->Entries)}, {"Voci.cpp", BuiltInSource(table->Entries)}};
+    for (const auto& [name, text] : files) {
+        if (ReadWhole(out / name) != text && Replace(out / name, text, errors) != 0) return 1;
     }
     return 0;
 }

@@ -10,11 +10,13 @@
 
 namespace lapvane::texttable {
 
-/// How many texts the program looks for; a table may have more.
+/// How many texts the language file holds. Those behind them are the program's own and are built
+/// in.
 inline constexpr std::size_t kTexts = 334;
 
 /// One text in both languages, in Windows-1252; entry 0 of a table is text 1.
 struct Entry {
+    std::string Name;  ///< what the code calls it; empty for a text that is found by its number
     std::string Italian;
     std::string English;
 };
@@ -35,16 +37,27 @@ struct Table {
 std::optional<std::string> Encode1252(std::string_view utf8, std::string& what);
 
 /// Reads and checks a table: a heading line, then the texts 1 to 334 and perhaps more in order,
-/// four columns each (number, Italian, English, where used) separated by tabs.
+/// five columns each (number, name, Italian, English, where used) separated by tabs. A name is
+/// letters and digits, the first a capital, and stands once; "-" for none, up to 334 only.
 Table ReadTable(std::string_view tsv);
 
 /// The language file of the program as it is delivered: English chosen, first the Italian half,
-/// then the English one.
+/// then the English one, `kTexts` entries each.
 std::string LanguageFile(const std::vector<Entry>& entries);
+
+/// C++ of the names of texts (`enum class Voce`), and of the table that is built in for the texts
+/// behind `kTexts`.
+std::string NamesHeader(const std::vector<Entry>& entries);
+std::string BuiltInSource(const std::vector<Entry>& entries);
 
 /// Makes `out` of the table `in`; 0, or 1 with every fault written to `errors` as file:line: what.
 /// `out` is replaced as a whole at the very end, so that a failure leaves the old one.
 int MakeLanguageFile(const std::filesystem::path& in, const std::filesystem::path& out,
                      std::ostream& errors);
+
+/// In the same way `Voci.h` and `Voci.cpp` in the folder `out`. One that would not change is left
+/// alone, so that a new wording does not build the program anew.
+int MakeSources(const std::filesystem::path& in, const std::filesystem::path& out,
+                std::ostream& errors);
 
 }  // namespace lapvane::texttable

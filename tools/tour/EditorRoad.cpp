@@ -254,7 +254,7 @@ void Tour::WrongNumber() {
         });
     robot_.Stop(QStringLiteral("refused"), ModalIs("QMessageBox"), [this] {
         auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
-        robot_.Check(box->text().contains(InQt(Testo(217))), QStringLiteral("the limits"));
+        robot_.Check(box->text().contains(InQt(Testo(Voce::NumeroNellIntervallo))), QStringLiteral("the limits"));
         robot_.Picture(box, QStringLiteral("wrong-number"));
         QTest::keyClick(box, Qt::Key_Return);
     });
