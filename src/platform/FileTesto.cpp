@@ -516,6 +516,30 @@ bool StessoNome(const fs::path& a, const fs::path& b) {
     return InTesto(a) && InTesto(b) && UgualiSenzaMaiuscole(TestoDaPercorso(a), TestoDaPercorso(b));
 }
 
+std::string NomeLibero(const fs::path& cartella, std::string stelo,
+                       std::span<const std::string_view> fini) {
+    for (char& c : stelo) {
+        if (std::string_view("/\\:*?\"<>|").find(c) != std::string_view::npos) c = '-';
+    }
+    std::vector<std::string> presenti;
+    try {
+        presenti = ElencaFile(cartella);
+    } catch (const ErroreRuntime&) {
+        // What can't be listed is asked for by name.
+    }
+    for (int n = 1;; ++n) {
+        const std::string nome = n == 1 ? stelo : stelo + " " + std::to_string(n);
+        const bool preso = std::any_of(fini.begin(), fini.end(), [&](std::string_view fine) {
+            const std::string file = nome + std::string(fine);
+            return FileEsiste(cartella / PercorsoDaTesto(file)) ||
+                   std::any_of(presenti.begin(), presenti.end(), [&](const std::string& altro) {
+                       return UgualiSenzaMaiuscole(altro, file);
+                   });
+        });
+        if (!preso) return nome;
+    }
+}
+
 fs::path SenzaFine(const fs::path& percorso, std::size_t meno, std::string_view fine) {
     fs::path::string_type testo = percorso.native();
     testo.resize(testo.size() - std::min(meno, testo.size()));

@@ -56,6 +56,9 @@ constexpr std::string_view kMarca = ".lapvane+";
 /// the same folder.
 void TogliAbbandonati(const std::filesystem::path& cartella);
 
+/// Whether a file is a plain one of the person who runs the program.
+bool FileProprio(const std::filesystem::path& percorso);
+
 /// Whether files can be made in a folder.
 bool CartellaScrivibile(const std::filesystem::path& cartella);
 
@@ -75,6 +78,11 @@ std::vector<std::string> ElencaFile(const std::filesystem::path& cartella);
 /// Whether two names are the same without regard to case; names that the program's text can't hold
 /// are the same only to the letter.
 bool StessoNome(const std::filesystem::path& a, const std::filesystem::path& b);
+
+/// A name in a folder that no file has yet, with any of the endings (".csv" ...): the stem alone,
+/// or with a number from 2 on. Characters that lead out of a folder become "-".
+std::string NomeLibero(const std::filesystem::path& cartella, std::string stelo,
+                       std::span<const std::string_view> fini);
 
 /// A path less its last characters (units of its native form), and another ending.
 std::filesystem::path SenzaFine(const std::filesystem::path& percorso, std::size_t meno,

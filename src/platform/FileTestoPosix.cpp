@@ -183,3 +183,13 @@ std::string Leggi(const fs::path& percorso, std::string_view cosa, std::size_t m
 }
 
 }  // namespace lapvane::sistema
+
+namespace lapvane {
+
+bool FileProprio(const std::filesystem::path& percorso) {
+    struct stat stato {};
+    return ::lstat(percorso.c_str(), &stato) == 0 && S_ISREG(stato.st_mode) &&
+           stato.st_uid == ::geteuid();
+}
+
+}  // namespace lapvane

@@ -188,3 +188,12 @@ std::string Leggi(const fs::path& percorso, std::string_view cosa, std::size_t m
 }
 
 }  // namespace lapvane::sistema
+
+namespace lapvane {
+
+bool FileProprio(const std::filesystem::path& percorso) {
+    std::error_code ignorato;  // the folders of a person are that person's there
+    return std::filesystem::is_regular_file(percorso, ignorato);
+}
+
+}  // namespace lapvane

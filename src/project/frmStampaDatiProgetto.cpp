@@ -27,7 +27,7 @@ constexpr double kMargineFoglio = 75.6;  // 2 cm
 constexpr int kTestoStampa = 7;
 constexpr int kBordo = 16;
 
-std::string Voce(const std::vector<std::string>& lista, int indice) {
+std::string VoceDi(const std::vector<std::string>& lista, int indice) {
     return indice >= 0 && indice < static_cast<int>(lista.size())
                ? lista[static_cast<std::size_t>(indice)]
                : std::string();
@@ -69,10 +69,10 @@ frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent) : QDialog(parent) 
     Titolo("lblNomeProgetto", p.NomeProgetto, false);
     Linea();
     Titolo("lblConfigurazione", Testo(10), true);
-    Riga("lblLinguaDisplay", 25, "lblValLinguaDisplay", Voce(ListaLingue, p.Lingua));
-    Riga("lblUMVelocita", 27, "lblValUMVel", Voce(ListaUMVelocita, p.UMVel));
-    Riga("lblUMPressione", 28, "lblValUMPress", Voce(ListaUMPressione, p.UMPress));
-    Riga("lblUMTemperatura", 29, "lblValUMTemp", Voce(ListaUMTemperatura, p.UMTemp));
+    Riga("lblLinguaDisplay", 25, "lblValLinguaDisplay", VoceDi(ListaLingue, p.Lingua));
+    Riga("lblUMVelocita", 27, "lblValUMVel", VoceDi(ListaUMVelocita, p.UMVel));
+    Riga("lblUMPressione", 28, "lblValUMPress", VoceDi(ListaUMPressione, p.UMPress));
+    Riga("lblUMTemperatura", 29, "lblValUMTemp", VoceDi(ListaUMTemperatura, p.UMTemp));
     Riga("lblPagineAbilitate", 30, "lblValPagineAbilitate", PagineAbilitate());
     Linea();
     Titolo("lblSensori", Testo(12), true);

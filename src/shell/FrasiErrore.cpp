@@ -3,6 +3,8 @@
 #include <array>
 #include <utility>
 
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {
@@ -65,6 +67,29 @@ std::string FraseErrore(std::string_view inglese) {
         if (chiave == inglese) return std::string(italiano);
     }
     return std::string(inglese);
+}
+
+std::string Motivo(const ErroreRuntime& errore) {
+    switch (errore.Numero()) {
+        case NumeroErrore::DiskFull:
+            return Testo(Voce::MotivoPieno);
+        case NumeroErrore::PathAccess:
+            return Testo(Voce::MotivoNegato);
+        case NumeroErrore::FileNotFound:
+        case NumeroErrore::PathNotFound:
+            return Testo(Voce::MotivoSparito);
+        case NumeroErrore::DeviceIo:
+            return Testo(Voce::MotivoGuasto);
+        default:
+            return FraseErrore(errore.what());
+    }
+}
+
+void SegnalaScrittura(const ErroreRuntime& errore, Voce perduto) {
+    platform().MousePointer(Pointer::Normal);
+    platform().MsgBox(Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(errore.File()) + "\r\n" +
+                          Motivo(errore) + "\r\n\r\n" + Testo(perduto),
+                      Buttons::Ok, Icon::Critical, platform().ExeName());
 }
 
 }  // namespace lapvane
