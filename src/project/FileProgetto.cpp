@@ -1,6 +1,7 @@
 #include "project/FileProgetto.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "platform/ErroreRuntime.h"
@@ -45,7 +46,15 @@ std::string ValoreInTesto(const CampoProgetto& campo) {
         campo);
 }
 
-/// False if the value is no number of the field's type.
+/// A flag of a file: any number, 0 alone is false, or one of the two words in any case.
+std::optional<bool> LeggiFlag(std::string_view testo) {
+    if (const auto numero = LeggiNumero(testo)) return *numero != 0.0;
+    if (UgualiSenzaMaiuscole(Rifila(testo), "true")) return true;
+    if (UgualiSenzaMaiuscole(Rifila(testo), "false")) return false;
+    return std::nullopt;
+}
+
+/// False if the value is no number of the field's type; a fraction is rounded, ties to even.
 bool Applica(const CampoProgetto& campo, const std::string& testo) {
     return std::visit(
         [&testo](auto membro) {
@@ -55,15 +64,16 @@ bool Applica(const CampoProgetto& campo, const std::string& testo) {
                 valore = testo;
                 return true;
             } else {
-                const auto numero = LeggiIntero(testo);
-                if (!numero) return false;
-                if constexpr (std::is_same_v<Tipo, std::int32_t>) {
-                    valore = *numero;
+                std::optional<Tipo> numero;
+                if constexpr (std::is_same_v<Tipo, bool>) {
+                    numero = LeggiFlag(testo);
+                } else if constexpr (std::is_same_v<Tipo, std::int16_t>) {
+                    numero = LeggiInt16(testo);
                 } else {
-                    if (*numero < -32768 || *numero > 32767) return false;
-                    valore = static_cast<Tipo>(*numero);
+                    numero = LeggiInt32(testo);
                 }
-                return true;
+                if (numero) valore = *numero;
+                return numero.has_value();
             }
         },
         campo);

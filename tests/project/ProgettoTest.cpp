@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
+#include <optional>
 
 #include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
@@ -133,9 +135,11 @@ TEST_F(Progetto, RoundTripGivesBackEveryFieldButTheInputsFlag) {
     PercorsoProgetto = cartella / "giro.pro";
     SalvaProgetto();
     DatiProgetto = {};
+    // The line of the input's flag says 0 and is not looked at: the field keeps what it had.
+    DatiProgetto.chkIngresso = true;
     Apri(cartella / "giro.pro");
     EXPECT_EQ(TestoProgetto(), prima);
-    EXPECT_FALSE(DatiProgetto.chkIngresso);
+    EXPECT_TRUE(DatiProgetto.chkIngresso);
 }
 
 TEST_F(Progetto, KeysAreNeverReadAndPositionsAre) {
@@ -174,19 +178,55 @@ TEST_F(Progetto, OldFilesKeepTheDefaultsOfWhatTheyLack) {
     EXPECT_EQ(DatiProgetto.ChannSensoreLambda, 1);
 }
 
-TEST_F(Progetto, NumbersThatDoNotFitStopTheConversion) {
-    struct Caso {
-        const char* Valore;
-        bool Preso;
-    };
-    for (const Caso caso : {Caso{"k=32767", true}, Caso{"k=32768", false}, Caso{"k=1.5", false},
-                            Caso{"k=", false}, Caso{"k= ", false}, Caso{"k=-7", true}}) {
+TEST_F(Progetto, NumbersAndFlagsInAnyFormAndWhatDoesNotFitStopsTheConversion) {
+    const fs::path file = cartella / "numeri.pro";
+    const auto legge = [&](const char* campo, const std::string& valore) {
         DatiProgetto = {};
-        DatiProgetto.UMVel = 5;
-        const fs::path file = cartella / "numeri.pro";
-        prova::Scrivi(file, Progetto0(static_cast<int>(PosizioneCampo("Lingua")), caso.Valore));
+        DatiProgetto.Lingua = 11;
+        DatiProgetto.UMVel = 5;  // behind Lingua
+        DatiProgetto.mskPO = 5;  // behind mskTO and chkPO
+        prova::Scrivi(file, Progetto0(static_cast<int>(PosizioneCampo(campo)), "k=" + valore));
         Apri(file);
-        EXPECT_EQ(DatiProgetto.UMVel, caso.Preso ? 0 : 5) << caso.Valore;
+    };
+    for (const auto& [valore, atteso] :
+         std::map<std::string, std::optional<std::int16_t>>{{"32767", 32767},
+                                                            {"-7", -7},
+                                                            {" +3 ", 3},
+                                                            {"1.5", 2},
+                                                            {"2.5", 2},
+                                                            {"1e2", 100},
+                                                            {"15E-1", 2},
+                                                            {"-32768.5", -32768},
+                                                            {"32767.5", {}},
+                                                            {"32768", {}},
+                                                            {"40000", {}},
+                                                            {"", {}},
+                                                            {" ", {}},
+                                                            {"2x", {}},
+                                                            {"True", {}}}) {
+        legge("Lingua", valore);
+        EXPECT_EQ(DatiProgetto.Lingua, atteso.value_or(11)) << valore;
+        EXPECT_EQ(DatiProgetto.UMVel, atteso ? 0 : 5) << valore;
+    }
+    for (const auto& [valore, atteso] : std::map<std::string, std::optional<std::int32_t>>{
+             {"2147483647.4", 2147483647}, {"2147483647.5", {}}, {"-2.5e0", -2}}) {
+        legge("mskTO", valore);
+        EXPECT_EQ(DatiProgetto.mskTO, atteso.value_or(0)) << valore;
+        EXPECT_EQ(DatiProgetto.mskPO, atteso ? 0 : 5) << valore;
+    }
+    for (const auto& [valore, atteso] : std::map<std::string, std::optional<bool>>{{"0", false},
+                                                                                   {"0.0", false},
+                                                                                   {"-1", true},
+                                                                                   {"0.4", true},
+                                                                                   {"1e9", true},
+                                                                                   {"TRUE", true},
+                                                                                   {"true ", true},
+                                                                                   {"fALSE", false},
+                                                                                   {"yes", {}},
+                                                                                   {"", {}}}) {
+        legge("chkPO", valore);
+        EXPECT_EQ(DatiProgetto.chkPO, atteso.value_or(false)) << valore;
+        EXPECT_EQ(DatiProgetto.mskPO, atteso ? 0 : 5) << valore;
     }
 }
 
