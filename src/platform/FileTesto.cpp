@@ -148,7 +148,7 @@ std::vector<VoceMarca> LeggiMarca(const fs::path& marca) {
     std::string testo;
     try {
         if (!FileEsiste(marca)) return {};
-        testo = sistema::Leggi(marca, "reading a mark", kMarcaMassima);
+        testo = sistema::Leggi(marca, "reading a file", kMarcaMassima);
     } catch (const ErroreRuntime&) {
         return {};
     }
@@ -182,7 +182,7 @@ sistema::Codice Avanti(const VoceMarca& voce) {
     }
     try {
         const std::string testo =
-            sistema::Leggi(voce.Copia, "reading a copy", static_cast<std::size_t>(-1));
+            sistema::Leggi(voce.Copia, "reading a file", static_cast<std::size_t>(-1));
         return sistema::SulPosto(voce.File, testo, voce.Come == Modo::Intero);
     } catch (const ErroreRuntime&) {
         return CE(voce.Copia) ? static_cast<sistema::Codice>(-1) : 0;
