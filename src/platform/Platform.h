@@ -49,7 +49,8 @@ class Platform {
     virtual std::optional<std::filesystem::path> AskSave(const FileRequest& request) = 0;
     virtual std::optional<Colore> AskColor(Colore initial) = 0;
 
-    virtual std::filesystem::path AppPath() = 0;  ///< the program's folder
+    virtual std::filesystem::path
+    AppPath() = 0;  ///< the program's folder, as `CartellaDelProgramma` decides
     virtual std::filesystem::path CurDir() = 0;
     virtual std::string ExeName() = 0;  ///< name of the executable, title of most boxes
     virtual std::string Now() = 0;      ///< date and time in the system's general format

@@ -11,7 +11,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 44> kFrasi = {{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 45> kFrasi = {{
     // The classic texts of the error numbers.
     {"Overflow", "Overflow"},
     {"Subscript out of range", "Indice fuori intervallo"},
@@ -38,6 +38,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 44> kFrasi =
     {"writing a sensor file", "scrittura di un file di sensore"},
     {"reading a point of a sensor curve", "lettura di un punto di una curva"},
     {"reading a file", "lettura di un file"},
+    {"filling the program's folder", "riempimento della cartella del programma"},
     {"listing a folder", "lettura di una cartella"},
     {"encoding a field for the instrument", "codifica di un campo per lo strumento"},
     {"computing a checksum", "calcolo di un checksum"},
