@@ -15,6 +15,8 @@ namespace lapvane {
 
 namespace {
 
+constexpr double kRespiro = 0.04;  // of the range, on each side of curves with marks
+constexpr double kSegno = 7.0;     // width of a mark
 constexpr double kMargine = 10.0;
 constexpr double kTacca = 5.0;            // length of a tick
 constexpr double kAsse = 2.0;             // width of a y axis
@@ -304,7 +306,13 @@ QRectF GraficoWidget::AreaDisegno(int riquadro) const {
 }
 
 ScalaPixel GraficoWidget::ScalaX(const QRectF& area) const {
-    return {xMin_, xMax_, area.left(), area.right()};
+    const double margine = punti_ ? kRespiro * (xMax_ - xMin_) : 0.0;
+    return {xMin_ - margine, xMax_ + margine, area.left(), area.right()};
+}
+
+ScalaPixel GraficoWidget::ScalaY(const QRectF& area, const Riquadro& dati) const {
+    const double margine = punti_ ? kRespiro * (dati.YMax - dati.YMin) : 0.0;
+    return {dati.YMin - margine, dati.YMax + margine, area.bottom(), area.top()};
 }
 
 void GraficoWidget::DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposizione& d) const {
@@ -324,7 +332,7 @@ void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Dispo
     const QRectF& area = p.Area;
     const double filo = foglio.Filo;
     const ScalaPixel x = ScalaX(area);
-    const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, area.bottom(), area.top()};
+    const ScalaPixel y = ScalaY(area, p.Dati);
     if (griglia_) {
         const QColor rete = InQColor(Tenue(foglio.Sfondo, foglio.Testo, 0.16));
         for (const auto& tacca : d.TaccheX) {
@@ -411,7 +419,7 @@ void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Dispo
         // In the picture's own pixels; the frame belongs to the field, but not the axis.
         const QRectF area(p.Area.topLeft() * r, p.Area.size() * r);
         const ScalaPixel x = ScalaX(area);
-        const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, area.bottom(), area.top()};
+        const ScalaPixel y = ScalaY(area, p.Dati);
         if (!x.Valida() || !y.Valida()) continue;
         const int riquadro = separati_.empty() ? 0 : static_cast<int>(i) + 1;
         tracciatore_.Inizia(tela, {std::clamp(intero(area.left()), 0, foto.width()),
@@ -430,6 +438,11 @@ void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Dispo
             Tratto punti(elemento.Punti.size());
             for (std::size_t n = 0; n < punti.size(); ++n) {
                 punti[n] = {x.Pixel(elemento.Punti[n].X), y.Pixel(elemento.Punti[n].Y)};
+            }
+            if (punti_) {
+                for (const PuntoGrafico& punto : punti) {
+                    tracciatore_.Linea(std::span(&punto, 1), kSegno * r, tinta);
+                }
             }
             punti = Assottiglia(std::move(punti), area.width());
             const bool dentro = std::all_of(punti.begin(), punti.end(), [&](const auto& q) {
@@ -453,7 +466,7 @@ void GraficoWidget::DisegnaCurve(QPainter& penna, const Foglio& foglio,
     for (std::size_t i = 0; i < d.Pannelli.size(); ++i) {
         const auto& p = d.Pannelli[i];
         const ScalaPixel x = ScalaX(p.Area);
-        const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, p.Area.bottom(), p.Area.top()};
+        const ScalaPixel y = ScalaY(p.Area, p.Dati);
         if (!x.Valida() || !y.Valida()) continue;
         const int riquadro = separati_.empty() ? 0 : static_cast<int>(i) + 1;
         penna.save();

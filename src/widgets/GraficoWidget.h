@@ -65,6 +65,10 @@ class GraficoWidget : public QWidget, public GraphControl {
     std::int32_t IndiceDaX(double x, double scala) const override;
     void ImpostaModoMouse(ModoMouse modo) override;
 
+    /// Marks each point of the curves, and leaves them a margin around the range, so that none
+    /// touches the frame.
+    void MostraPunti(bool mostra);
+
     /// The plot area of a pane, counted from 0 at the top, in the widget's own pixels.
     QRectF AreaDisegno(int riquadro = 0) const;
     /// The graph without its cursor, as the screen shows it at that many device pixels per pixel.
@@ -127,6 +131,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     void AggiornaFoto();
     void DescriviGrafico();
     ScalaPixel ScalaX(const QRectF& area) const;
+    ScalaPixel ScalaY(const QRectF& area, const Riquadro& dati) const;
     QRectF RettangoloZoom() const;
     std::optional<double> PixelCursore() const;
     void AggiornaCursore(const std::optional<double>& prima);
@@ -146,6 +151,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     std::optional<Colore> cornice_;
     bool griglia_ = true;
     bool numeriY_ = true;
+    bool punti_ = false;
     Elemento prossimo_;
     std::vector<Elemento> elementi_;
     bool elementoAperto_ = false;  ///< the last element still takes points one by one

@@ -3,8 +3,11 @@
 #include <QApplication>
 #include <QLocale>
 
+#include "tools/support/QuietQt.h"
+
 int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    lapvane::QuietOffscreen();
     QApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);

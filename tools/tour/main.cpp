@@ -12,6 +12,7 @@
 #include "Tour.h"
 #include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
+#include "tools/support/QuietQt.h"
 #include "widgets/PannelloStato.h"
 
 namespace lapvane::tour {
@@ -129,6 +130,7 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en [dark]]\n");
         return 2;
     }
+    lapvane::QuietOffscreen();
     QApplication application(argc, argv);
     if (dark) QApplication::setPalette(lapvane::tour::DarkPalette());
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
