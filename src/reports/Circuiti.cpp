@@ -23,21 +23,27 @@ constexpr std::int64_t kRigheMassime = 32767;  // of an outline, that are counte
 constexpr double kLunghezzaMassima = 2147483647.0;
 
 /// The entry of a folder whose name equals `nome` without regard to case, the first in the order
-/// of their bytes; empty if there is none.
+/// of their bytes; empty if there is none. A name that the program's text lacks counts as what it
+/// becomes there, if it is the only one.
 template <class Prova>
 fs::path VoceSenzaMaiuscole(const fs::path& cartella, std::string_view nome, Prova adatta) {
-    fs::path trovata;
+    fs::path trovata, convertita;
+    int convertite = 0;
     std::error_code errore;
     fs::directory_iterator voci(cartella, errore);
     while (!errore && voci != fs::directory_iterator()) {
         const fs::path voce = voci->path();
-        if (UgualiSenzaMaiuscole(TestoDaPercorso(voce.filename()), nome) && adatta(voce) &&
-            (trovata.empty() || voce < trovata)) {
-            trovata = voce;
+        if (UgualiSenzaMaiuscole(TestoDaPercorso(voce.filename()), nome) && adatta(voce)) {
+            if (!InTesto(voce.filename())) {
+                convertita = voce;
+                ++convertite;
+            } else if (trovata.empty() || voce < trovata) {
+                trovata = voce;
+            }
         }
         voci.increment(errore);
     }
-    return trovata;
+    return trovata.empty() && convertite == 1 ? convertita : trovata;
 }
 
 bool EUnaCartella(const fs::path& percorso) {
@@ -82,8 +88,17 @@ fs::path FileCircuito(const std::string& nome, std::string_view estensione) {
     if (nome.empty() || nome.find_first_of(std::string_view("/\\\0", 3)) != std::string::npos) {
         return {};
     }
-    const std::string file = nome + '.' + std::string(estensione);
     const fs::path cartella = CartellaCircuiti();
+    if (nome.find('?') != std::string::npos) {
+        // Perhaps a name that the program's text lacks: the outline tells how it is written.
+        const fs::path tracciato = VoceSenzaMaiuscole(cartella, nome + ".trk", FileEsiste);
+        if (!tracciato.empty() && !InTesto(tracciato)) {
+            fs::path suo = tracciato;
+            return suo.replace_extension(estensione);
+        }
+        if (tracciato.empty()) return {};
+    }
+    const std::string file = nome + '.' + std::string(estensione);
     fs::path solito = cartella / PercorsoDaTesto(file);
     if (FileEsiste(solito)) return solito;
     const fs::path altro = VoceSenzaMaiuscole(cartella, file, FileEsiste);

@@ -15,6 +15,7 @@
 #include "project/DatiProgetto.h"
 #include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
+#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"
@@ -431,15 +432,14 @@ void dlgDatiSessione::ScriviSettori() {
         ScriviTestoSettori(DatiSessione.LunghTracciato, divisione_.SettoriCircuito);
     try {
         ScriviFile(FileSettori_, testo, "writing the sectors");
-    } catch (const ErroreRuntime&) {
+    } catch (const ErroreRuntime& errore) {
         // A program folder that cannot be written to is no matter while nothing changes there.
         try {
             if (LeggiFile(FileSettori_, "reading the sectors", testo.size() + 1) == testo) return;
         } catch (const ErroreRuntime&) {
             // The message is the same.
         }
-        platform().MsgBox(Testo(328) + " " + TestoDaPercorso(FileSettori_) + " " + Testo(329),
-                          Buttons::Ok, Icon::Critical, platform().ExeName());
+        SegnalaScrittura(errore, Voce::SettoriNonSalvati);
     }
 }
 

@@ -14,7 +14,9 @@
 #include "device/dlgStrumento.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
+#include "logs/Soccorso.h"
 #include "logs/frmDownload.h"
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtSerialControl.h"
@@ -28,6 +30,7 @@
 #include "sensors/frmConfigurazione.h"
 #include "sensors/frmImpostaSensore.h"
 #include "sensors/frmSensori.h"
+#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -97,6 +100,7 @@ int frmMain::Avvia() {
         finestra = std::make_unique<frmMain>(std::make_unique<QtSerialControl>());
         finestra->Carica();
         finestra->show();
+        Protetto(OffriSoccorso);
         finestra->AvviaSorveglianza();
     };
     splash.show();
@@ -199,6 +203,8 @@ void frmMain::CostruisciStato() {
 }
 
 void frmMain::Carica() {
+    ImpostaSoccorso(MettiDaParte);
+    ImpostaRiserva(platform().AppPath());
     AnalisiCaricata = false;
     StrumentoPresentePrec = false;
     AnalisiInCorso = false;
@@ -327,9 +333,11 @@ void frmMain::Esegui(Comando comando) {
             break;
         case Comando::Save:
             mnuSave_Click();
+            ConcludiSoccorso();
             break;
         case Comando::SaveAs:
             mnuSaveAs_Click();
+            ConcludiSoccorso();
             break;
         case Comando::Exit:
             // Behind the end of this command, as a click on the close box would come.
@@ -358,6 +366,7 @@ void frmMain::Esegui(Comando comando) {
             break;
         case Comando::SaveData:
             mnuSaveData_Click();
+            ConcludiSoccorso();
             break;
         case Comando::Analize:
             Analizza();
@@ -404,9 +413,11 @@ void frmMain::ScaricaDati() {
 }
 
 void frmMain::Analizza() {
+    RiparaCartella(platform().AppPath());
     const auto scelto = platform().AskOpen(
         {Testo(22), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
     if (!scelto) return;
+    Ripara(*scelto);
     AnalisiInCorso = true;
     platform().DoEvents();
     std::unique_ptr<frmAnalisi> finestra;
@@ -453,7 +464,12 @@ void frmMain::closeEvent(QCloseEvent* evento) {
         Comandato([&chiude] { chiude = ConfermaChiusura(); });
         if (!chiude) return;
         tmrComm_.stop();
-        ScriviFileRecenti();
+        try {
+            ScriviFileRecenti();
+        } catch (const ErroreRuntime& errore) {
+            SegnalaScrittura(errore, Voce::RecentiNonSalvati);
+        }
+        FineSoccorso();
         SvuotaLibreriaSensori();
         ChiudiPorta();
         evento->accept();

@@ -183,3 +183,26 @@ TEST_F(Cartella, IsNeverLeft) {
     EXPECT_EQ(FileCircuito("..", "trk").parent_path(), tracks);
     EXPECT_FALSE(LeggiFileTracciato(std::string(5000, 'x')));
 }
+
+TEST(Circuiti, NamesThatThePageLacksAreFoundIfTheyAreAlone) {
+    PlatformProva macchina;
+    const fs::path tracks = macchina.Cartella / "tracks";
+    const fs::path lodz = tracks / "\u0141\u00F3d\u017A.trk";
+    Scrivi(lodz, "1,2\r\n");
+    ListaCircuiti.clear();
+    CaricaListaCircuiti();
+    ASSERT_EQ(ListaCircuiti, std::vector<std::string>{"?\xF3"
+                                                      "d?"});
+    const std::string nome = ListaCircuiti[0];
+    EXPECT_EQ(LeggiFileTracciato(nome), (Punti{{1, 2}}));
+    EXPECT_EQ(FileCircuito(nome, "sec"), tracks / "\u0141\u00F3d\u017A.sec") << "there is none yet";
+    Scrivi(FileCircuito(nome, "sec"), "100\r\n100\r\n");
+    EXPECT_TRUE(LeggiFileSettori(nome, 21).has_value());
+    // Two that become the same name: neither, rather than the wrong one.
+    Scrivi(tracks / "\u0143\u00F3d\u017B.trk", "3,4\r\n");
+    EXPECT_EQ(FileCircuito(nome, "trk"), fs::path());
+    EXPECT_FALSE(LeggiFileTracciato(nome).has_value());
+    // A name that really has the question marks comes first.
+    Scrivi(tracks / "?\u00F3d?.trk", "5,6\r\n");
+    EXPECT_EQ(LeggiFileTracciato(nome), (Punti{{5, 6}}));
+}

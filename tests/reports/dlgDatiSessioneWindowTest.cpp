@@ -300,7 +300,8 @@ TEST_F(DialogoSessione, TracksThatCannotBeHadOrWritten) {
     macchina.Risposte = {Answer::Ok};
     OK();
     EXPECT_EQ(macchina.Mostrati.back().Testo,
-              Testo(328) + " " + TestoDaPercorso(tracks / "Quadrato.sec") + " " + Testo(329));
+              Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(tracks / "Quadrato.sec") + "\r\n" +
+                  Testo(Voce::MotivoNegato) + "\r\n\r\n" + Testo(Voce::SettoriNonSalvati));
     EXPECT_FALSE(dialogo->isVisible());
     EXPECT_TRUE(fs::exists(ConFine(Stelo(), ".ses"))) << "the session is saved all the same";
 
