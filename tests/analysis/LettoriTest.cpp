@@ -133,16 +133,6 @@ TEST(FileTim, SplitsTimeAndSession) {
     EXPECT_EQ(file.IndiceFine(), 6);
 }
 
-TEST(FileTim, CountsLinesAndStopsAtTheTable) {
-    EXPECT_EQ(LeggiFileTim("1.4\r\n").IndiceFine(), 2);
-    EXPECT_EQ(LeggiFileTim("").IndiceFine(), 2);
-    std::string lungo = "1.4\n";
-    for (int i = 0; i < 5000; ++i) lungo += "01:00.00, 1\n";
-    const FileTim file = LeggiFileTim(lungo);
-    EXPECT_EQ(file.IndiceFine(), 1001) << "one line past the last lap counts";
-    EXPECT_EQ(file.Righe.size(), 998u) << "lines 2 to 999";
-}
-
 TEST(CercaGiri, CountsRunsOfEqualNumbersFromOne) {
     const std::vector<std::int32_t> giri = {1, 1, 1, 2, 2, -1, 2, 3, 3};
     const RigheGiri dati = CercaGiri(giri, 0);
