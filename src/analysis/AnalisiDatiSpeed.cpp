@@ -29,6 +29,7 @@ int Percento(std::int32_t riga, std::int32_t totale) {
 }  // namespace
 
 bool AnalisiDatiSpeed::Carica() {
+    Ripara(NomeFileDati);
     Cartella = NomeFileDati.parent_path();
     NomeCsv = NomeFileDati.filename();
     if (!CercaFileLaterale()) return false;

@@ -417,7 +417,6 @@ void frmMain::Analizza() {
     const auto scelto = platform().AskOpen(
         {Testo(22), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
     if (!scelto) return;
-    Ripara(*scelto);
     AnalisiInCorso = true;
     platform().DoEvents();
     std::unique_ptr<frmAnalisi> finestra;

@@ -74,6 +74,7 @@ TEST(LettoreDati, TellsTheHeadingWithoutItsLineEnd) {
     EXPECT_EQ(LettoreDati("a;b").Titolo(), "a;b");
 }
 
+#ifndef _WIN32  // no huge file without its room there
 TEST(LettoreDati, HugeFilesWithoutLinesAreNotRead) {
     prova::PlatformProva macchina;
     const auto file = macchina.Cartella / "run.txt";
@@ -94,6 +95,7 @@ TEST(LettoreDati, HugeFilesWithoutLinesAreNotRead) {
     EXPECT_EQ(foglio.Titolo(1, Piano::Dati).size(), 255u);
     EXPECT_EQ(foglio.Titolo(2, Piano::Dati), "b");
 }
+#endif
 
 TEST(TabellaArray, IsZeroOutsideAndKeepsItsPlanesApart) {
     TabellaArray tabella;
