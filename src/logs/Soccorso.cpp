@@ -324,6 +324,10 @@ void ConcludiSoccorso() {
     if (!ProgettoModificato) FineSoccorso();
 }
 
+void LasciaSoccorso(bool nonSalvato) {
+    if (nonSalvato) fileRipreso.clear();
+}
+
 void FineSoccorso() {
     if (fileRipreso.empty() || LogDaSalvare) return;
     std::error_code ignorato;
