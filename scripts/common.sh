@@ -9,6 +9,7 @@ PACKAGES_BUILD=(build-essential cmake ninja-build ccache
     libgl1-mesa-dev libgtest-dev libbenchmark-dev)
 PACKAGES_RUN=(fonts-dejavu-core)
 PACKAGES_TEST=(poppler-utils)
+PACKAGES_FONTS=(fontconfig fonts-dejavu-core fonts-noto-core fonts-liberation fonts-inter)
 PACKAGES_FUZZ=(clang libclang-rt-dev)
 PACKAGES_WINDOWS=(g++-mingw-w64-x86-64-posix googletest wine64)
 PACKAGES_MANUAL=(libcmark-gfm-dev libcmark-gfm-extensions-dev)

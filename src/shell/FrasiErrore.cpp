@@ -11,7 +11,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 45> kFrasi = {{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 46> kFrasi = {{
     // The classic texts of the error numbers.
     {"Overflow", "Overflow"},
     {"Subscript out of range", "Indice fuori intervallo"},
@@ -45,6 +45,8 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 45> kFrasi =
     {"converting the log", "conversione del log"},
     {"reading the log", "lettura del log"},
     {"reading the lap times", "lettura dei tempi sul giro"},
+    {"asking an analysis for a channel or a lap",
+     "richiesta di un canale o di un giro a un'analisi"},
     {"reading the sectors", "lettura dei settori"},
     {"reading the session", "lettura dei dati della sessione"},
     {"writing the session", "scrittura dei dati della sessione"},

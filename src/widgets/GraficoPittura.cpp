@@ -161,7 +161,8 @@ struct GraficoWidget::Disposizione {
     std::vector<Pannello> Pannelli;
     std::vector<RigaAsse> TaccheX;
     std::vector<VoceLegenda> Legenda;
-    double LarghezzaY = 0.0;  ///< of the widest label
+    std::vector<RigaAsse> Livelli;  ///< in the order of `livelli_`
+    double LarghezzaY = 0.0;        ///< of the widest label
     QRectF Titolo;
     QRectF EtichettaX;
 };
@@ -228,8 +229,8 @@ void GraficoWidget::DisponiLegenda(Foglio& foglio, Disposizione& d, double& alto
         const QString nome = InQt(elemento.Nome);
         const double testo = foglio.Penna->Largo(nome);
         if (x + segno + 6.0 + testo > destra && x > kMargine) {
-            // The channel list shows those that are left.
-            if (y + riga * 1.5 > alto + kRigheLegenda * riga) break;
+            // The channel list shows those that are left; there is none on paper.
+            if (!foglio.Carta() && y + riga * 1.5 > alto + kRigheLegenda * riga) break;
             x = kMargine;
             y += riga;
         }
@@ -265,6 +266,12 @@ GraficoWidget::Disposizione GraficoWidget::Disponi(Foglio& foglio) const {
     const double numero = static_cast<double>(riquadri.size());
     const double altezza =
         std::max(1.0, (basso - alto - kSpazioRiquadri * (numero - 1.0)) / numero);
+    if (foglio.Carta() && separati_.empty()) {
+        for (const LivelloGrafico& livello : livelli_) {
+            d.Livelli.push_back({livello.Y, InQt(livello.Nome)});
+            d.LarghezzaY = std::max(d.LarghezzaY, penna.Largo(d.Livelli.back().Testo));
+        }
+    }
     bool conEtichetta = false;
     for (const Riquadro& r : riquadri) {
         Disposizione::Pannello p;
@@ -284,10 +291,13 @@ GraficoWidget::Disposizione GraficoWidget::Disponi(Foglio& foglio) const {
         kMargine + (conEtichetta ? riga + 4.0 : 0.0) + d.LarghezzaY + kTacca + 3.0 + kAsse;
     const double larghezza = std::max(1.0, largo - sinistra - 2.0 * kMargine);
     for (Disposizione::Pannello& p : d.Pannelli) {
-        // On whole pixels, so that borders are sharp and a value falls on the same pixel whatever
-        // the texts around it.
-        p.Area.setCoords(foglio.SuPixel(sinistra), foglio.SuPixel(alto),
-                         foglio.SuPixel(sinistra + larghezza), foglio.SuPixel(alto + altezza));
+        // On whole pixels of the widget and of the screen, so that borders are sharp, a value falls
+        // on the same pixel whatever the texts around it, and a larger scale only enlarges.
+        const auto intero = [&](double v) {
+            return foglio.Carta() ? v : foglio.SuPixel(std::round(v));
+        };
+        p.Area.setCoords(intero(sinistra), intero(alto), intero(sinistra + larghezza),
+                         intero(alto + altezza));
         alto += altezza + kSpazioRiquadri;
     }
     const double etichetta = penna.Largo(QStringLiteral("00000.0"));
@@ -370,6 +380,13 @@ void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Dispo
         foglio.Penna->Scrivi(penna,
                              QRectF(numeri - d.LarghezzaY, py - riga / 2, d.LarghezzaY, riga),
                              Qt::AlignRight | Qt::AlignVCenter, tacca.Testo);
+    }
+    for (std::size_t n = 0; n < d.Livelli.size(); ++n) {
+        const double py = y.Pixel(d.Livelli[n].Valore);
+        penna.setPen(InQColor(ColoreLeggibile(livelli_[n].Tinta, foglio.Sfondo, kContrastoTesto)));
+        foglio.Penna->Scrivi(penna,
+                             QRectF(numeri - d.LarghezzaY, py - riga / 2, d.LarghezzaY, riga),
+                             Qt::AlignRight | Qt::AlignVCenter, d.Livelli[n].Testo);
     }
     if (p.Dati.Etichetta.empty()) return;
     penna.save();

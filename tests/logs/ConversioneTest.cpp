@@ -132,7 +132,7 @@ TEST(Conversione, LogWithoutMarksIsWrittenByTheFinalFlush) {
 TEST(Conversione, LapMarkRestartsTimeAndTheBuffer) {
     Blocco prima, giro1, dentro, giro2;
     prima.Giro(0, false).Distanze(2000, 5);
-    giro1.Giro(1, true).Distanze(26, 3);    // 26, 29, 32 ...: over 30 metres is what is left of
+    giro1.Giro(1, true).Distanze(28, 1);    // 28, 29, 30, 31 ...: over 30 metres is what is left of
     dentro.Giro(1, false).Distanze(56, 3);  // the lap before
     giro2.Giro(2, true).Distanze(0, 3);
     const auto [csv, txt] = Converti({prima, giro1, dentro, giro2});
@@ -145,10 +145,10 @@ TEST(Conversione, LapMarkRestartsTimeAndTheBuffer) {
     EXPECT_EQ(Colonna(csv[30], 1), "0.0");
     EXPECT_EQ(Colonna(txt[39], 11), "3");  // the last rows: last lap number plus 1
     EXPECT_EQ(Colonna(csv[0], 2), "2000.0");
-    EXPECT_EQ(Colonna(csv[10], 2), "26.0");
-    EXPECT_EQ(Colonna(csv[11], 2), "29.0");
-    EXPECT_EQ(Colonna(csv[12], 2), "0");  // literally
-    EXPECT_EQ(Colonna(txt[12], 2), "0");
+    EXPECT_EQ(Colonna(csv[10], 2), "28.0");
+    EXPECT_EQ(Colonna(csv[12], 2), "30.0");
+    EXPECT_EQ(Colonna(csv[13], 2), "0");  // literally
+    EXPECT_EQ(Colonna(txt[13], 2), "0");
     EXPECT_EQ(Colonna(csv[20], 2), "56.0");  // only the block of the mark
 }
 

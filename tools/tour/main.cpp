@@ -146,7 +146,8 @@ int main(int argc, char* argv[]) {
                      {QStringLiteral("--quiet"), QStringLiteral("--link"),
                       lapvane::PercorsoInQt(program / "ports" / "COM1"), QStringLiteral("--tank"),
                       QStringLiteral("30"), QStringLiteral("--tracks"),
-                      lapvane::PercorsoInQt(program / "tracks")});
+                      lapvane::PercorsoInQt(program / "tracks"), QStringLiteral("--track"),
+                      QString::fromLatin1(lapvane::tour::kCircuit)});
     if (!instrument.waitForStarted(5000)) {
         std::fprintf(stderr, "the simulated instrument does not start\n");
         return 1;
