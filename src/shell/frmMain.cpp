@@ -135,7 +135,9 @@ void frmMain::CostruisciMenu() {
                     Protetto([this, i] {
                         QuandoLibero([this, i] {
                             Comandato([this, i] {
-                                if (!NoteAperte()) mnuRecentFiles_Click(static_cast<int>(i));
+                                if (NoteAperte()) return;
+                                LasciaSoccorso(ProgettoModificato);
+                                mnuRecentFiles_Click(static_cast<int>(i));
                             });
                         });
                     });
@@ -326,10 +328,14 @@ void frmMain::Comandato(const std::function<void()>& azione) {
 void frmMain::Esegui(Comando comando) {
     switch (comando) {
         case Comando::New:
-            if (!NoteAperte()) mnuNew_Click();
+            if (NoteAperte()) break;
+            LasciaSoccorso(ProgettoModificato);
+            mnuNew_Click();
             break;
         case Comando::Open:
-            if (!NoteAperte()) mnuOpen_Click();
+            if (NoteAperte()) break;
+            LasciaSoccorso(ProgettoModificato);
+            mnuOpen_Click();
             break;
         case Comando::Save:
             mnuSave_Click();
@@ -404,12 +410,14 @@ bool frmMain::NoteAperte() {
 }
 
 void frmMain::ScaricaDati() {
+    LasciaSoccorso(LogDaSalvare);
     AzzeraBufferLog();
     {
         frmDownload finestra(this);
         finestra.exec();
     }
     mnuSaveData_Click();
+    ConcludiSoccorso();
 }
 
 void frmMain::Analizza() {
@@ -417,7 +425,6 @@ void frmMain::Analizza() {
     const auto scelto = platform().AskOpen(
         {Testo(22), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
     if (!scelto) return;
-    Ripara(*scelto);
     AnalisiInCorso = true;
     platform().DoEvents();
     std::unique_ptr<frmAnalisi> finestra;
