@@ -208,8 +208,9 @@ QGroupBox* frmConfigurazione::CreaPagine() {
     txtFilePagina_ = new QLineEdit(fraPagine_);
     txtFilePagina_->setObjectName(QStringLiteral("txtFilePagina"));
     txtFilePagina_->setReadOnly(true);
-    cmdScegliImmagine_ =
-        pulsante("cmdScegliImmagine", [this] { Comandato([this] { cmdScegliImmagine_Click(); }); });
+    cmdScegliImmagine_ = pulsante("cmdScegliImmagine", [this] {
+        Comandato(cmdScegliImmagine_, [this] { cmdScegliImmagine_Click(); });
+    });
     cmdScegliImmagine_->setText(QStringLiteral("..."));
     auto* file = new QHBoxLayout;
     file->addWidget(txtFilePagina_, 1);
@@ -385,8 +386,8 @@ bool frmConfigurazione::NumeriValidi() {
         if (LeggiNumero(kNumeriSetup[i], DaQt(caselle_[i]->text()))) continue;
         caselle_[i]->setFocus();
         caselle_[i]->selectAll();
-        platform().MsgBox(Testo(kNumeriSetup[i].Didascalia) + "\r\n" + Testo(Voce::NumeroNellIntervallo) + " " +
-                              Ammessi(kNumeriSetup[i]),
+        platform().MsgBox(Testo(kNumeriSetup[i].Didascalia) + "\r\n" +
+                              Testo(Voce::NumeroNellIntervallo) + " " + Ammessi(kNumeriSetup[i]),
                           Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
         return false;
     }

@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolButton>
+#include <algorithm>
 
 #include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
@@ -44,7 +45,6 @@ namespace lapvane {
 namespace {
 
 constexpr int kPollMs = 200;
-constexpr int kPazienzaMs = 250;  // that a request waits for a silent instrument
 
 QKeySequence Scorciatoia(Comando comando) {
     switch (comando) {
@@ -81,7 +81,9 @@ frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
     setCentralWidget(new Sfondo(this));
     resize(1180, 720);
     tmrComm_.setSingleShot(true);
+    tmrComm_.setTimerType(Qt::PreciseTimer);
     connect(&tmrComm_, &QTimer::timeout, this, [this] { Protetto([this] { Sorveglia(); }); });
+    qApp->installEventFilter(this);
 }
 
 frmMain::~frmMain() {
@@ -129,10 +131,8 @@ void frmMain::CostruisciMenu() {
                 recenti_[i]->setObjectName(QStringLiteral("mnuRecentFiles%1").arg(i));
                 connect(recenti_[i], &QAction::triggered, this, [this, i] {
                     Protetto([this, i] {
-                        QuandoLibero([this, i] {
-                            Comandato([this, i] {
-                                if (!NoteAperte()) mnuRecentFiles_Click(static_cast<int>(i));
-                            });
+                        Comandato(recenti_[i], [this, i] {
+                            if (!NoteAperte()) mnuRecentFiles_Click(static_cast<int>(i));
                         });
                     });
                 });
@@ -256,13 +256,17 @@ void frmMain::AvviaSorveglianza() {
 }
 
 void frmMain::Sorveglia() {
+    const std::int64_t inizio = platform().GetTickCount();
     // The timer may fire inside an exchange that keeps the poll off.
     if (!pollAttivo_) SenzaSorveglianza([] { tmrComm_Timer(); });
-    tmrComm_.start(kPollMs);
+    // From start to start; a poll that took longer, or that somebody waited for, has its rest.
+    const std::int64_t durata = platform().GetTickCount() - inizio;
+    tmrComm_.start(durata < kPollMs && !attesoDa_ ? static_cast<int>(kPollMs - durata) : kPollMs);
 }
 
 void frmMain::SenzaSorveglianza(const std::function<void()>& azione) {
     pollAttivo_ = true;
+    attesoDa_.reset();
     try {
         azione();
     } catch (...) {
@@ -270,51 +274,106 @@ void frmMain::SenzaSorveglianza(const std::function<void()>& azione) {
         throw;
     }
     pollAttivo_ = false;
+    RiprendiPresto();
+}
+
+/// A dialog or a box that closes: the routine behind it cannot go on before a poll that has begun
+/// inside it has ended, and none begins before the routine has gone on.
+bool frmMain::eventFilter(QObject* oggetto, QEvent* evento) {
+    if (evento->type() == QEvent::Hide && qobject_cast<QDialog*>(oggetto) != nullptr) {
+        if (pollAttivo_) {
+            if (!attesoDa_) attesoDa_ = platform().GetTickCount();
+        } else if (tmrComm_.isActive()) {
+            tmrComm_.start(kPollMs);
+        }
+    }
+    return QMainWindow::eventFilter(oggetto, evento);
+}
+
+bool frmMain::Libero(bool comando) const {
+    return !pollAttivo_ && !(comando && comandoInCorso_);
+}
+
+void frmMain::Accoda(Attesa attesa) {
+    if (pollAttivo_ && !attesoDa_) attesoDa_ = platform().GetTickCount();
+    // The second click of an impatient hand asks for the same thing.
+    for (const Attesa& altra : inAttesa_) {
+        if (attesa.Chi != nullptr && altra.Chi == attesa.Chi) return;
+    }
+    inAttesa_.push_back(std::move(attesa));
+}
+
+void frmMain::RiprendiPresto() {
     if (!inAttesa_.empty()) QTimer::singleShot(0, this, [this] { RiprendiAttese(); });
 }
 
+/// Runs the first of those that need not wait any longer; the next one has its own turn, so that
+/// what this one leaves for its end comes before it.
 void frmMain::RiprendiAttese() {
-    while (!inAttesa_.empty() && !pollAttivo_) {
-        const auto azione = std::move(inAttesa_.front());
-        inAttesa_.pop_front();
-        Protetto(azione);
-    }
+    const auto prima = std::find_if(inAttesa_.begin(), inAttesa_.end(),
+                                    [this](const Attesa& a) { return Libero(a.Comando); });
+    if (prima == inAttesa_.end()) return;
+    const auto azione = std::move(prima->Azione);
+    inAttesa_.erase(prima);
+    Protetto(azione);
+    RiprendiPresto();
 }
 
-void frmMain::QuandoLibero(std::function<void()> azione) {
-    if (!pollAttivo_) {
+void frmMain::QuandoLibero(const void* chi, std::function<void()> azione) {
+    if (Libero(false)) {
         azione();
-        return;
+    } else {
+        Accoda({chi, false, std::move(azione)});
     }
-    // One request at a time: a second click of an impatient hand asks for the same thing.
-    if (!inAttesa_.empty()) return;
-    momentoRichiesta_ = platform().GetTickCount();
-    inAttesa_.push_back(std::move(azione));
 }
 
-bool frmMain::RinunciaAttesa() {
-    return pollAttivo_ && !inAttesa_.empty() &&
-           platform().GetTickCount() - momentoRichiesta_ >= kPazienzaMs;
+bool frmMain::RinunciaAttesa(int pazienza) {
+    return pollAttivo_ && attesoDa_ && platform().GetTickCount() - *attesoDa_ >= pazienza;
 }
 
 void frmMain::Chiedi(Comando comando, std::function<bool()> acceso) {
     Protetto([&] {
-        QuandoLibero([this, comando, acceso = std::move(acceso)] {
-            // What was asked for during a poll may be off behind it.
-            if (acceso()) Comandato([this, comando] { Esegui(comando); });
+        Comandato(voci_[comando], [this, comando, acceso = std::move(acceso)] {
+            // What was asked for while something else ran may be off behind it.
+            if (acceso()) {
+                Esegui(comando);
+            } else {
+                Rifiuta(comando);
+            }
         });
     });
 }
 
-void frmMain::Comandato(const std::function<void()>& azione) {
-    // A command that lets events run does not start another one inside itself.
-    if (comandoInCorso_) return;
+/// A command that lets events run does not start another one inside itself: the other one comes
+/// behind its end.
+void frmMain::Comandato(const void* chi, std::function<void()> azione) {
+    const bool altre =
+        std::any_of(inAttesa_.begin(), inAttesa_.end(), [](const Attesa& a) { return a.Comando; });
+    if (Libero(true) && !altre) {
+        Corri(azione);
+    } else {
+        Accoda({chi, true, [this, azione = std::move(azione)] { Corri(azione); }});
+    }
+}
+
+void frmMain::Corri(const std::function<void()>& comando) {
     comandoInCorso_ = true;
     struct Fine {
-        bool& Valore;
-        ~Fine() { Valore = false; }
-    } const fine{comandoInCorso_};
-    azione();
+        frmMain& Finestra;
+        ~Fine() {
+            Finestra.comandoInCorso_ = false;
+            Finestra.RiprendiPresto();
+        }
+    } const fine{*this};
+    comando();
+}
+
+/// What was asked for while something else ran, and is off behind it.
+void frmMain::Rifiuta(Comando comando) {
+    std::string testo = Testo(Voce::ComandoImpossibile) + " " +
+                        DaQt(voci_[comando]->text().remove(QLatin1Char('&')));
+    if (comando == Comando::DownData) testo += "\r\n" + Testo(Voce::StrumentoMuto);
+    platform().MsgBox(testo, Buttons::Ok, Icon::Information, platform().ExeName());
 }
 
 void frmMain::Esegui(Comando comando) {
@@ -443,15 +502,15 @@ void frmMain::MostraInformazioni() {
 
 void frmMain::closeEvent(QCloseEvent* evento) {
     evento->ignore();
-    if (pollAttivo_) {
-        Protetto([this] { QuandoLibero([this] { close(); }); });
+    if (!Libero(true)) {
+        Accoda({voci_[Comando::Exit], true, [this] { close(); }});
         return;
     }
-    if (comandoInCorso_) return;
     Protetto([this, evento] {
         bool chiude = false;
-        Comandato([&chiude] { chiude = ConfermaChiusura(); });
+        Corri([&chiude] { chiude = ConfermaChiusura(); });
         if (!chiude) return;
+        inAttesa_.clear();
         tmrComm_.stop();
         ScriviFileRecenti();
         SvuotaLibreriaSensori();
@@ -481,6 +540,10 @@ void frmMain::TestoPannello(Pannello pannello, const std::string& testo) {
 void frmMain::ImmaginePannello(Pannello pannello, int immagine) {
     pannelli_[static_cast<std::size_t>(pannello)]->ImpostaImmagine(
         Icona("link" + std::to_string(immagine)));
+}
+
+void frmMain::AbilitaPannello(Pannello pannello, bool acceso) {
+    pannelli_[static_cast<std::size_t>(pannello)]->setEnabled(acceso);
 }
 
 void frmMain::NascondiFileRecenti() {

@@ -186,7 +186,8 @@ TEST_F(Configurazione, RefusesWhatIsNoNumberOfABoxBeforeStoringAnything) {
                 ASSERT_EQ(macchina.Mostrati.size(), 1u) << casella << " " << testo;
                 EXPECT_EQ(macchina.Mostrati[0].Titolo, "Setup");
                 EXPECT_EQ(Mostrati(),
-                          V{lapvane::Testo(numero.Didascalia) + "\r\n" + lapvane::Testo(217) +
+                          V{lapvane::Testo(numero.Didascalia) + "\r\n" +
+                            lapvane::Testo(Voce::NumeroNellIntervallo) +
                             (settore ? " -2147483648 ... 2147483647" : " -32768 ... 32767")});
                 EXPECT_TRUE(C<QLineEdit>(casella)->hasFocus());
                 EXPECT_TRUE(finestra->isVisible());

@@ -56,7 +56,7 @@ class Finestra : public ::testing::Test {
     QToolButton* Pulsante(const char* chiave) {
         return Controllo<QToolButton>(*finestra, (std::string("Toolbar1_") + chiave).c_str());
     }
-    QAction* Voce(const char* nome) { return Controllo<QAction>(*finestra, nome); }
+    QAction* VoceMenu(const char* nome) { return Controllo<QAction>(*finestra, nome); }
     std::string Pannello(int n) {
         return Controllo<PannelloStato>(*finestra, ("sbStatusBar_" + std::to_string(n)).c_str())
             ->Testo()
@@ -97,17 +97,17 @@ TEST_F(Finestra, StartsWithTheCommandsAsDesigned) {
         {"mnuLanguage", "Language", true, true},
     };
     for (const Caso& caso : casi) {
-        EXPECT_EQ(Voce(caso.Menu)->isEnabled(), caso.MenuAcceso) << caso.Menu;
+        EXPECT_EQ(VoceMenu(caso.Menu)->isEnabled(), caso.MenuAcceso) << caso.Menu;
         EXPECT_EQ(Pulsante(caso.Chiave)->isEnabled(), caso.PulsanteAcceso) << caso.Chiave;
         EXPECT_TRUE(Pulsante(caso.Chiave)->isVisible()) << caso.Chiave;
         EXPECT_FALSE(Pulsante(caso.Chiave)->icon().pixmap(30, 30).isNull()) << caso.Chiave;
-        EXPECT_EQ(Voce(caso.Menu)->icon().isNull(), caso.Chiave == std::string("Language"));
+        EXPECT_EQ(VoceMenu(caso.Menu)->icon().isNull(), caso.Chiave == std::string("Language"));
     }
-    EXPECT_TRUE(Voce("mnuInfo")->isEnabled());
+    EXPECT_TRUE(VoceMenu("mnuInfo")->isEnabled());
     EXPECT_FALSE(Controllo<QMenu>(*finestra, "mnuConfigure")->menuAction()->isEnabled());
     EXPECT_TRUE(Controllo<QMenu>(*finestra, "mnuDevice")->menuAction()->isEnabled());
     for (int i = 0; i < 4; ++i) {
-        EXPECT_FALSE(Voce(("mnuRecentFiles" + std::to_string(i)).c_str())->isVisible());
+        EXPECT_FALSE(VoceMenu(("mnuRecentFiles" + std::to_string(i)).c_str())->isVisible());
     }
     EXPECT_EQ(Pannello(5), "RX");
     EXPECT_EQ(Pannello(6), "TX");
@@ -119,7 +119,7 @@ TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
     QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
     EXPECT_TRUE(Pulsante("Setup")->isEnabled());
     EXPECT_TRUE(Controllo<QMenu>(*finestra, "mnuConfigure")->menuAction()->isEnabled());
-    EXPECT_TRUE(Voce("mnuNote")->isEnabled());
+    EXPECT_TRUE(VoceMenu("mnuNote")->isEnabled());
     EXPECT_EQ(Pannello(1), Utf8Da1252(Testo(131)));
     const QString italiano = Pulsante("Analize")->toolTip();
 
@@ -165,7 +165,7 @@ TEST_F(Finestra, RecentEntriesShowAmpersandsAndOpenWithoutADialog) {
     QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
     EXPECT_EQ(Pannello(1), "Tizio & Caio");
     EXPECT_EQ(Pannello(2), file.string());
-    QAction* voce = Voce("mnuRecentFiles0");
+    QAction* voce = VoceMenu("mnuRecentFiles0");
     EXPECT_TRUE(voce->isVisible());
     EXPECT_TRUE(voce->text().contains(QStringLiteral("Tizio && Caio")));
     DatiProgetto.NomeProgetto = "altro";
@@ -191,6 +191,58 @@ TEST_F(Finestra, ClickInsideAPollWaitsForItsEndAndASilentPortIsLeft) {
     EXPECT_TRUE(Pulsante("Setup")->isEnabled()) << "the click was lost";
     EXPECT_LT(macchina.Orologio - inizio, 2000) << "the click waited for the whole scan";
     macchina.DuranteEventi = nullptr;
+}
+
+TEST_F(Finestra, DialogThatClosesInsideAScanIsNotHeldAndCommandsBehindItAllCome) {
+    Apri();
+    porta->Porte = {{1, true}, {2, true}, {3, true}, {4, true}};  // nobody answers
+    macchina.FileScelti = {std::nullopt};
+    ProgettoModificato = false;
+    int giri = 0;
+    std::int64_t chiusa = 0;
+    std::vector<int> vistiDentro;
+    macchina.DuranteEventi = [&] {
+        auto* dialogo = qobject_cast<dlgLanguages*>(QApplication::activeModalWidget());
+        if (dialogo == nullptr || ++giri != 5) return;
+        dialogo->reject();
+        chiusa = macchina.Orologio;
+        // The routine behind the dialog still runs, and the poll: all of this comes behind both.
+        QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+        QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
+        QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+        QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
+        ProgettoModificato = true;  // for the question of the close box; New takes it back
+        finestra->close();
+        EXPECT_FALSE(Pulsante("SaveAs")->isEnabled()) << "New ran inside the wait";
+        EXPECT_TRUE(macchina.RichiesteFile.empty());
+    };
+    finestra->AvviaSorveglianza();
+    QTest::mouseClick(Pulsante("Language"), Qt::LeftButton);
+    ASSERT_GT(chiusa, 0);
+    EXPECT_LE(macchina.Orologio - chiusa, 10) << "the routine behind the dialog waited";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra->isVisible(); }, 5000));
+    EXPECT_TRUE(Pulsante("SaveAs")->isEnabled()) << "New was lost";
+    EXPECT_EQ(macchina.RichiesteFile.size(), 1u) << "Open was lost, or the second click counted";
+    EXPECT_TRUE(macchina.Mostrati.empty()) << "New came behind the close box";
+}
+
+TEST_F(Finestra, CommandThatIsOffBehindThePollIsRefusedInWords) {
+    Apri();
+    porta->PortOpen(true);
+    porta->Risponde = [&](const std::string& frame) {
+        porta->Fra(1, frame == Frame(1) ? Conferma(1) : "R\x02LVX-4 1.08\x7F");
+    };
+    finestra->AvviaSorveglianza();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Pulsante("DownData")->isEnabled(); }, 5000));
+    porta->Risponde = [&](const std::string&) {
+        QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
+        porta->PortOpen(false);
+        porta->Porte.clear();
+    };
+    macchina.Risposte = {Answer::Ok};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !macchina.Mostrati.empty(); }, 5000));
+    EXPECT_NE(macchina.Mostrati[0].Testo.find(Testo(20)), std::string::npos);
+    EXPECT_NE(macchina.Mostrati[0].Testo.find(Testo(Voce::StrumentoMuto)), std::string::npos);
 }
 
 TEST_F(Finestra, ClosingInsideAScanStopsInOrderBehindIt) {
@@ -260,7 +312,7 @@ TEST_F(Finestra, DownloadByMouseEndsInTheSaveDialog) {
     QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
     EXPECT_EQ(viste, 1);
     EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
-    EXPECT_FALSE(Voce("mnuSaveData")->isEnabled());
+    EXPECT_FALSE(VoceMenu("mnuSaveData")->isEnabled());
 }
 
 TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
@@ -288,7 +340,7 @@ TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     EXPECT_NE(aperta, nullptr);
     EXPECT_EQ(allaChiusura, 38);
     EXPECT_EQ(FaseComunicazione, 0);
-    EXPECT_TRUE(Voce("mnuSaveData")->isEnabled());
+    EXPECT_TRUE(VoceMenu("mnuSaveData")->isEnabled());
     EXPECT_FALSE(Pulsante("SaveData")->isEnabled());
 }
 
@@ -301,7 +353,7 @@ TEST_F(Finestra, RunTimeErrorEndsThroughTheDoorWithItsFile) {
     const std::string testo = macchina.Mostrati.back().Testo;
     EXPECT_NE(testo.find("76: Path not found"), std::string::npos) << testo;
     EXPECT_NE(testo.find("x.pro"), std::string::npos);
-    EXPECT_NE(testo.find(Testo(37)), std::string::npos);
+    EXPECT_NE(testo.find(Testo(Voce::ProgrammaChiude)), std::string::npos);
 }
 
 TEST(Splash, WaitsThreeSecondsWhateverHappensToTheForm) {
