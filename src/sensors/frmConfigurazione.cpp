@@ -177,7 +177,6 @@ QGroupBox* frmConfigurazione::CreaPagine() {
     const auto pulsante = [this](const char* nome, auto gestore) {
         auto* nuovo = new QPushButton(fraPagine_);
         nuovo->setObjectName(QString::fromLatin1(nome));
-        nuovo->setAutoDefault(false);
         connect(nuovo, &QPushButton::clicked, this, gestore);
         return nuovo;
     };

@@ -89,7 +89,6 @@ QGroupBox* frmEditor::CreaStrumento() {
     const auto pulsante = [&](const char* nome, void (frmEditor::*gestore)()) {
         auto* nuovo = new QPushButton(fraStrumento_);
         nuovo->setObjectName(QString::fromLatin1(nome));
-        nuovo->setAutoDefault(false);
         riga->addWidget(nuovo, 1);
         connect(nuovo, &QPushButton::clicked, this, [this, nuovo, gestore] {
             Comandato(nuovo, [this, gestore] {
@@ -110,7 +109,6 @@ void frmEditor::Completa(std::unique_ptr<ControlliEditor> controlli) {
     OKButton_->setDefault(true);
     CancelButton_ = new QPushButton(this);
     CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    CancelButton_->setAutoDefault(false);
     CasellaNumerica::SenzaControllo(CancelButton_);
     auto* riga = new QHBoxLayout;
     lblProgresso_ = CreaProgresso(this);

@@ -7,6 +7,7 @@
 #include <QStatusBar>
 #include <QToolButton>
 #include <algorithm>
+#include <utility>
 
 #include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
@@ -39,6 +40,7 @@
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
 #include "widgets/Sfondo.h"
+#include "widgets/TastoInvio.h"
 
 namespace lapvane {
 
@@ -84,6 +86,7 @@ frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
     tmrComm_.setTimerType(Qt::PreciseTimer);
     connect(&tmrComm_, &QTimer::timeout, this, [this] { Protetto([this] { Sorveglia(); }); });
     qApp->installEventFilter(this);
+    new TastoInvio(this);
 }
 
 frmMain::~frmMain() {
@@ -92,6 +95,7 @@ frmMain::~frmMain() {
 
 int frmMain::Avvia() {
     QApplication::setApplicationName(QStringLiteral("Lapvane"));
+    QApplication::setWindowIcon(Icona("lapvane"));
     QApplication::setQuitOnLastWindowClosed(false);
     std::unique_ptr<frmMain> finestra;
     frmSplash splash;
@@ -132,7 +136,7 @@ void frmMain::CostruisciMenu() {
                 connect(recenti_[i], &QAction::triggered, this, [this, i] {
                     Protetto([this, i] {
                         Comandato(recenti_[i], [this, i] {
-                            if (!NoteAperte()) mnuRecentFiles_Click(static_cast<int>(i));
+                            Apri([i] { mnuRecentFiles_Click(static_cast<int>(i)); });
                         });
                     });
                 });
@@ -379,10 +383,10 @@ void frmMain::Rifiuta(Comando comando) {
 void frmMain::Esegui(Comando comando) {
     switch (comando) {
         case Comando::New:
-            if (!NoteAperte()) mnuNew_Click();
+            Apri(mnuNew_Click);
             break;
         case Comando::Open:
-            if (!NoteAperte()) mnuOpen_Click();
+            Apri(mnuOpen_Click);
             break;
         case Comando::Save:
             mnuSave_Click();
@@ -439,18 +443,49 @@ void frmMain::Esegui(Comando comando) {
 }
 
 void frmMain::MostraNote() {
-    if (NoteAperte()) return;
-    note_ = new dlgNoteProgetto(this);
-    note_->setAttribute(Qt::WA_DeleteOnClose);
-    note_->show();
+    if (note_ == nullptr || !note_->isVisible()) {
+        note_ = new dlgNoteProgetto(this);
+        note_->setAttribute(Qt::WA_DeleteOnClose);
+        note_->show();
+    }
+    note_->raise();
+    note_->activateWindow();
 }
 
-bool frmMain::NoteAperte() {
-    // They belong to the project that is open: another one must not get them at their OK.
-    if (note_.isNull()) return false;
-    note_->activateWindow();
-    note_->raise();
-    return true;
+/// Closes the notes, which belong to the project that is open, and asks first whether what was
+/// typed is to be kept: it is the project's then.
+frmMain::Note frmMain::LasciaNote(Voce domanda) {
+    if (note_ == nullptr || !note_->isVisible()) return Note::Chiuse;
+    if (note_->Cambiate()) {
+        const Answer risposta = platform().MsgBox(Testo(domanda), Buttons::YesNoCancel,
+                                                  Icon::Question, platform().ExeName());
+        if (risposta == Answer::Cancel) {
+            MostraNote();
+            return Note::Restano;
+        }
+        if (risposta == Answer::Yes) {
+            note_->OKButton_Click();
+            return Note::Tenute;
+        }
+    }
+    note_->close();
+    return Note::Chiuse;
+}
+
+/// A command that puts another project in the place of this one. Notes that are to be kept are
+/// saved with their project, or the command does not come about.
+void frmMain::Apri(const std::function<void()>& comando) {
+    const Note note = LasciaNote(Voce::TenereNoteSalvare);
+    if (note == Note::Restano) return;
+    if (note == Note::Tenute) {
+        if (voci_[Comando::Save]->isEnabled()) {
+            mnuSave_Click();
+        } else {
+            mnuSaveAs_Click();
+        }
+        if (ProgettoModificato) return;
+    }
+    comando();
 }
 
 void frmMain::ScaricaDati() {
@@ -508,7 +543,8 @@ void frmMain::closeEvent(QCloseEvent* evento) {
     }
     Protetto([this, evento] {
         bool chiude = false;
-        Corri([&chiude] { chiude = ConfermaChiusura(); });
+        Corri(
+            [&] { chiude = LasciaNote(Voce::TenereNote) != Note::Restano && ConfermaChiusura(); });
         if (!chiude) return;
         inAttesa_.clear();
         tmrComm_.stop();
@@ -553,8 +589,12 @@ void frmMain::NascondiFileRecenti() {
 
 void frmMain::MostraFileRecente(int indice, const std::filesystem::path& percorso) {
     QAction* voce = recenti_.at(static_cast<std::size_t>(indice));
-    voce->setText(QStringLiteral("&%1  ").arg(indice + 1) +
-                  Mnemonica::Senza(PercorsoInQt(percorso)));
+    // A long path keeps its two ends, and the menu on the screen.
+    constexpr int kCaratteri = 70;
+    const QFontMetrics metrica(menu_[Titolo::ProjectFile]->font());
+    const QString corto = metrica.elidedText(PercorsoInQt(percorso), Qt::ElideMiddle,
+                                             kCaratteri * metrica.averageCharWidth());
+    voce->setText(QStringLiteral("&%1  ").arg(indice + 1) + Mnemonica::Senza(corto));
     voce->setVisible(true);
     separatoreRecenti_->setVisible(true);
 }

@@ -13,12 +13,14 @@
 #include <memory>
 #include <optional>
 
+#include "shell/LoadStrings.h"
 #include "shell/Principale.h"
 
 namespace lapvane {
 
 class PannelloStato;
 class frmAnalisi;
+class dlgNoteProgetto;
 
 /// The one main window: menu, tool bar, status bar, serial control and poll timer. It routes every
 /// command to what carries it out.
@@ -85,8 +87,9 @@ class frmMain final : public QMainWindow, public Principale {
     void CambiaLingua();
     void MostraInformazioni();
     void MostraNote();
-    /// Whether the notes of the project are open; they come to the front then.
-    bool NoteAperte();
+    void Apri(const std::function<void()>& comando);
+    enum class Note { Restano, Chiuse, Tenute };
+    Note LasciaNote(Voce domanda);
 
     std::unique_ptr<SerialControl> seriale_;
     std::map<Comando, QAction*> voci_;
@@ -98,7 +101,7 @@ class frmMain final : public QMainWindow, public Principale {
     std::array<PannelloStato*, 8> pannelli_{};
     QTimer tmrComm_;
     frmAnalisi* analisi_ = nullptr;
-    QPointer<QDialog> note_;
+    QPointer<dlgNoteProgetto> note_;
 
     std::deque<Attesa> inAttesa_;
     std::optional<std::int64_t> attesoDa_;  // since when somebody waits for the poll to end

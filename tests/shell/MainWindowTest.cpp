@@ -18,6 +18,7 @@
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
+#include "project/dlgNoteProgetto.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/dlgLanguages.h"
@@ -168,6 +169,15 @@ TEST_F(Finestra, RecentEntriesShowAmpersandsAndOpenWithoutADialog) {
     QAction* voce = VoceMenu("mnuRecentFiles0");
     EXPECT_TRUE(voce->isVisible());
     EXPECT_TRUE(voce->text().contains(QStringLiteral("Tizio && Caio")));
+    // However long a path is, the menu stays on the screen and shows both ends.
+    fs::path lungo = macchina.Cartella;
+    for (int i = 0; i < 12; ++i) lungo /= "una cartella lunga come poche";
+    finestra->MostraFileRecente(1, lungo / "fine & lungo.pro");
+    const QString mostrato = VoceMenu("mnuRecentFiles1")->text();
+    EXPECT_LT(mostrato.size(), 90);
+    EXPECT_TRUE(mostrato.endsWith(QStringLiteral("fine && lungo.pro")));
+    EXPECT_TRUE(mostrato.startsWith(QStringLiteral("&2  /")));
+    EXPECT_LT(Controllo<QMenu>(*finestra, "mnuProjectFile")->sizeHint().width(), 800);
     DatiProgetto.NomeProgetto = "altro";
     voce->trigger();
     EXPECT_EQ(DatiProgetto.NomeProgetto, "Tizio & Caio");
@@ -243,6 +253,95 @@ TEST_F(Finestra, CommandThatIsOffBehindThePollIsRefusedInWords) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return !macchina.Mostrati.empty(); }, 5000));
     EXPECT_NE(macchina.Mostrati[0].Testo.find(Testo(20)), std::string::npos);
     EXPECT_NE(macchina.Mostrati[0].Testo.find(Testo(Voce::StrumentoMuto)), std::string::npos);
+}
+
+TEST_F(Finestra, AnotherProjectComesWithTheNotesOpenOnceTheyHaveAsked) {
+    Apri();
+    const fs::path mio = macchina.Cartella / "mio.pro", altro = macchina.Cartella / "altro.pro";
+    const auto salva = [](const fs::path& file, const char* nome) {
+        PercorsoProgetto = file;
+        DatiProgetto.NomeProgetto = nome;
+        SalvaProgetto();
+    };
+    mnuNew_Click();
+    salva(altro, "altro");
+    salva(mio, "mio");
+    const auto note = [&]() -> dlgNoteProgetto* {
+        for (auto* aperte : finestra->findChildren<dlgNoteProgetto*>()) {
+            if (aperte->isVisible()) return aperte;
+        }
+        return nullptr;
+    };
+    const auto scrivi = [&](const char* autore) {
+        QTest::mouseClick(Pulsante("Note"), Qt::LeftButton);
+        Controllo<QLineEdit>(*note(), "txtAutoreProgetto")->setText(QString::fromLatin1(autore));
+    };
+    // Nothing typed: nothing to ask.
+    QTest::mouseClick(Pulsante("Note"), Qt::LeftButton);
+    macchina.FileScelti = {mio};
+    QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
+    EXPECT_EQ(Pannello(1), "mio");
+    EXPECT_EQ(note(), nullptr);
+    EXPECT_TRUE(macchina.Mostrati.empty());
+    // Cancel goes on with the notes.
+    scrivi("Rossi");
+    macchina.Risposte = {Answer::Cancel};
+    QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+    EXPECT_EQ(macchina.Mostrati.at(0).Testo, Testo(lapvane::Voce::TenereNoteSalvare));
+    EXPECT_EQ(Pannello(1), "mio");
+    EXPECT_NE(note(), nullptr);
+    // Yes: they are in the file, and the other project is open.
+    macchina.Risposte = {Answer::Yes};
+    macchina.FileScelti = {altro};
+    QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
+    EXPECT_EQ(Pannello(1), "altro");
+    EXPECT_NE(prova::Leggi(mio).find("Rossi"), std::string::npos);
+    EXPECT_EQ(DatiProgetto.AutoreProgetto.find("Rossi"), std::string::npos);
+    // No, by way of the recent list: they go with their project.
+    scrivi("Bianchi");
+    macchina.Risposte = {Answer::No};
+    VoceMenu("mnuRecentFiles1")->trigger();
+    EXPECT_EQ(Pannello(1), "mio");
+    EXPECT_EQ(prova::Leggi(altro).find("Bianchi"), std::string::npos);
+    // A project that was never saved needs a name; without one nothing happens, nothing is lost.
+    QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+    scrivi("Verdi");
+    macchina.Risposte = {Answer::Yes};
+    macchina.FileScelti = {std::nullopt};
+    QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+    EXPECT_EQ(DatiProgetto.AutoreProgetto, "Verdi");
+    EXPECT_TRUE(ProgettoModificato);
+    // The end of the program asks as well.
+    scrivi("Neri");
+    macchina.Risposte = {Answer::Yes, Answer::Cancel};
+    finestra->close();
+    EXPECT_TRUE(finestra->isVisible());
+    EXPECT_EQ(DatiProgetto.AutoreProgetto, "Neri");
+}
+
+TEST_F(Finestra, OpensTheAnalysisThatTheRecentListChoosesAndSpeaksItsLanguageToQt) {
+    fs::copy(fs::path(LAPVANE_BIN_DIR) / "sample", macchina.Cartella / "sample");
+    for (const bool veloce : {true, false}) {
+        prova::Scrivi(macchina.Cartella / "RecentFiles.ini", veloce ? "1\r\n" : "0\r\n");
+        macchina.Lingua = -1;
+        std::string tabella = prova::Leggi(macchina.Cartella / "LANGUAGES.DAT");
+        tabella[0] = veloce ? '0' : '1';
+        prova::Scrivi(macchina.Cartella / "LANGUAGES.DAT", tabella);
+        Apri(veloce ? 0 : 1);
+        EXPECT_EQ(macchina.Lingua, veloce ? 0 : 1);
+        macchina.FileScelti = {macchina.Cartella / "sample" / "Esempio.csv"};
+        std::string aperta;
+        QTimer guardia;
+        QObject::connect(&guardia, &QTimer::timeout, [&] {
+            auto* dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialogo == nullptr) return;
+            aperta = dialogo->metaObject()->className();
+            dialogo->close();
+        });
+        guardia.start(10);
+        QTest::mouseClick(Pulsante("Analize"), Qt::LeftButton);
+        EXPECT_EQ(aperta, veloce ? "lapvane::frmAnalisiDatiSpeed" : "lapvane::frmAnalisiDati");
+    }
 }
 
 TEST_F(Finestra, ClosingInsideAScanStopsInOrderBehindIt) {

@@ -3,11 +3,14 @@
 #include <QApplication>
 #include <QLocale>
 
+#include "widgets/TastoInvio.h"
+
 int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
+    const lapvane::TastoInvio invio;  // as the main window has it
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
