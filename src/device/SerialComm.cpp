@@ -151,6 +151,7 @@ bool LinkPronto() {
         } catch (const ErroreControllo&) {
         }
         principale().ImmaginePannello(Pannello::Collegamento, 2);
+        principale().AbilitaPannello(Pannello::Identita, false);
         for (int numero = 1; numero <= kUltimaPorta; ++numero) {
             if (ProvaPorta(numero) || Rinuncia(kImpazienza)) break;
         }

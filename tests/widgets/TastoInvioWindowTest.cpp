@@ -149,6 +149,14 @@ TEST_F(InOgniDialogo, CancelByEnterStoresNothingAndAHeldKeyPressesOnce) {
     for (int i = 0; i < 3; ++i) QApplication::sendEvent(QApplication::focusWidget(), &tenuto);
     EXPECT_EQ(DaQt(Controllo<QLabel>(setup, "lblCurrPagina")->text()), " 2/ 9");
     EXPECT_TRUE(setup.isVisible());
+    // By its Alt letter as well, wherever the focus was.
+    Controllo<QComboBox>(setup, "cboLingua")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_N, Qt::AltModifier);
+    const auto* pagina = Controllo<QLabel>(setup, "lblCurrPagina");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return DaQt(pagina->text()) == " 3/ 9"; }));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(DaQt(pagina->text()), " 4/ 9");
+    EXPECT_TRUE(setup.isVisible());
 }
 
 }  // namespace
