@@ -210,12 +210,13 @@ TEST_F(Finestra, DialogThatClosesInsideAScanIsNotHeldAndCommandsBehindItAllCome)
     ProgettoModificato = false;
     int giri = 0;
     std::int64_t chiusa = 0;
-    std::vector<int> vistiDentro;
+    bool solo = true;
     macchina.DuranteEventi = [&] {
         auto* dialogo = qobject_cast<dlgLanguages*>(QApplication::activeModalWidget());
         if (dialogo == nullptr || ++giri != 5) return;
         dialogo->reject();
         chiusa = macchina.Orologio;
+        if (solo) return;
         // The routine behind the dialog still runs, and the poll: all of this comes behind both.
         QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
         QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
@@ -230,6 +231,11 @@ TEST_F(Finestra, DialogThatClosesInsideAScanIsNotHeldAndCommandsBehindItAllCome)
     QTest::mouseClick(Pulsante("Language"), Qt::LeftButton);
     ASSERT_GT(chiusa, 0);
     EXPECT_LE(macchina.Orologio - chiusa, 10) << "the routine behind the dialog waited";
+    giri = 0;
+    chiusa = 0;
+    solo = false;
+    QTest::mouseClick(Pulsante("Language"), Qt::LeftButton);
+    ASSERT_GT(chiusa, 0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra->isVisible(); }, 5000));
     EXPECT_TRUE(Pulsante("SaveAs")->isEnabled()) << "New was lost";
     EXPECT_EQ(macchina.RichiesteFile.size(), 1u) << "Open was lost, or the second click counted";
