@@ -374,10 +374,10 @@ void frmMain::Corri(const std::function<void()>& comando) {
 
 /// What was asked for while something else ran, and is off behind it.
 void frmMain::Rifiuta(Comando comando) {
-    std::string testo = Testo(Voce::ComandoImpossibile) + " " +
-                        DaQt(voci_[comando]->text().remove(QLatin1Char('&')));
-    if (comando == Comando::DownData) testo += "\r\n" + Testo(Voce::StrumentoMuto);
-    platform().MsgBox(testo, Buttons::Ok, Icon::Information, platform().ExeName());
+    std::string nome = DaQt(voci_[comando]->text().remove(QLatin1Char('&')));
+    if (comando == Comando::DownData) nome += "\r\n" + Testo(Voce::StrumentoMuto);
+    platform().MsgBox(Testo(Voce::ComandoImpossibile) + " " + nome, Buttons::Ok, Icon::Information,
+                      platform().ExeName());
 }
 
 void frmMain::Esegui(Comando comando) {
