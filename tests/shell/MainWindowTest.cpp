@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <utility>
 
 #include "device/Codec.h"
 #include "device/SerialComm.h"
@@ -325,7 +326,7 @@ TEST_F(Finestra, AnotherProjectComesWithTheNotesOpenOnceTheyHaveAsked) {
     EXPECT_EQ(DatiProgetto.AutoreProgetto, "Neri");
 }
 
-TEST_F(Finestra, OpensTheAnalysisThatTheRecentListChoosesAndSpeaksItsLanguageToQt) {
+TEST_F(Finestra, OpensTheAnalysisThatTheRecentListChoosesAndCommandsInsideItComeBehindIt) {
     fs::copy(fs::path(LAPVANE_BIN_DIR) / "sample", macchina.Cartella / "sample");
     for (const bool veloce : {true, false}) {
         prova::Scrivi(macchina.Cartella / "RecentFiles.ini", veloce ? "1\r\n" : "0\r\n");
@@ -345,7 +346,23 @@ TEST_F(Finestra, OpensTheAnalysisThatTheRecentListChoosesAndSpeaksItsLanguageToQ
             dialogo->close();
         });
         guardia.start(10);
+        // Asked for inside the command, before its window stands in front of the main one.
+        bool chiesto = false;
+        macchina.DuranteEventi = [&] {
+            if (!AnalisiInCorso || std::exchange(chiesto, true)) return;
+            if (veloce) {
+                QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+            } else {
+                finestra->close();
+            }
+            EXPECT_FALSE(Pulsante("SaveAs")->isEnabled());
+            EXPECT_TRUE(finestra->isVisible());
+        };
         QTest::mouseClick(Pulsante("Analize"), Qt::LeftButton);
+        EXPECT_TRUE(chiesto);
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return veloce ? Pulsante("SaveAs")->isEnabled() : !finestra->isVisible();
+        })) << "what was asked for inside the command was lost";
         EXPECT_EQ(aperta, veloce ? "lapvane::frmAnalisiDatiSpeed" : "lapvane::frmAnalisiDati");
     }
 }
