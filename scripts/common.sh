@@ -9,6 +9,7 @@ PACKAGES_BUILD=(build-essential cmake ninja-build ccache
     libgl1-mesa-dev libgtest-dev libbenchmark-dev)
 PACKAGES_RUN=(fonts-dejavu-core)
 PACKAGES_TEST=(poppler-utils)
+PACKAGES_FONTS=(fontconfig fonts-dejavu-core fonts-noto-core fonts-liberation fonts-inter)
 PACKAGES_FUZZ=(clang libclang-rt-dev)
 PACKAGES_WINDOWS=(g++-mingw-w64-x86-64-posix googletest wine64)
 PACKAGES_MANUAL=(libcmark-gfm-dev libcmark-gfm-extensions-dev)
@@ -36,9 +37,25 @@ install_packages() {
         as=(sudo)
     fi
     echo "Installing: ${missing[*]}"
-    "${as[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
-    "${as[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq \
-        --no-install-recommends "${missing[@]}" >/dev/null
+    apt_get update -qq
+    apt_get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# apt-get, which waits while another program holds one of its locks: a fresh machine updates itself.
+apt_get() {
+    local errors tries=0
+    errors=$(mktemp)
+    until "${as[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C \
+        apt-get -o DPkg::Lock::Timeout=600 "$@" 2>"$errors"; do
+        if ! grep -q 'Could not get lock\|Unable to lock' "$errors" || [ $((++tries)) -gt 120 ]; then
+            cat "$errors" >&2
+            rm -f "$errors"
+            return 1
+        fi
+        [ "$tries" -gt 1 ] || echo "Another program is installing packages: waiting for it."
+        sleep 5
+    done
+    rm -f "$errors"
 }
 
 # build PRESET [TARGET ...]

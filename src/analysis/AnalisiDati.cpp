@@ -20,8 +20,6 @@ constexpr std::array<Colore, 18> kColoriCanali = {
     Rgb(255, 128, 255), Rgb(255, 192, 255), Rgb(192, 192, 255),
 };
 
-constexpr int kUltimoNomeInTabella = 16;
-
 }  // namespace
 
 AnalisiDati::AnalisiDati(VistaAnalisi& vista, GraphControl& ntGraph1, GraphControl& ntGraphAll)
@@ -57,8 +55,7 @@ void AnalisiDati::MostraCanali() {
     }
     principale().TestoPannello(Pannello::Percorso, {});
     principale().TestoPannello(Pannello::Progresso, Testo(142));
-    vista_.TestoScheda(0, Testo(273));
-    vista_.TestoScheda(1, Testo(91));
+    MostraNomiSchede();
 }
 
 void AnalisiDati::ConcludiCaricamento() {
@@ -68,6 +65,10 @@ void AnalisiDati::ConcludiCaricamento() {
     PreparaPanoramica();
     DisegnaAllarmi(NTGraphAll);
     AnalisiCaricata = true;
+    SelezionaPrimoGiro();
+}
+
+void AnalisiDati::SelezionaPrimoGiro() {
     const int giro = PrimoGiroValido();
     if (giro > kGiriMassimi) return;  // no stretch has rows: a window without curves
     vista_.CellaCorrente(giro, 1);
@@ -129,11 +130,17 @@ void AnalisiDati::RefreshLanguage() {
     CalcolaBaseTesti();
     for (int c = 1; c <= kUltimoNomeInTabella; ++c) {
         const auto i = static_cast<std::size_t>(c);
+        if (nomeDato_[i]) continue;
         NomeCampo[i] = NomeDaTabella(c);
         vista_.NomeCampo(c, NomeCampo[i]);
     }
-    vista_.TestoScheda(0, Testo(273));
-    vista_.TestoScheda(1, Testo(91));
+    MostraNomiSchede();
+}
+
+void AnalisiDati::MostraNomiSchede() {
+    const std::string giro = giroScelto_ ? EtichettaGiro(GiroSelezionato) : std::string();
+    vista_.TestoScheda(0, Testo(273) + giro);
+    vista_.TestoScheda(1, Testo(91) + giro);
 }
 
 void AnalisiDati::ChiudiAnalisi() {

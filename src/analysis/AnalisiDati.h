@@ -20,7 +20,10 @@ namespace lapvane {
 template <class T>
 using PerCanale = std::array<T, kNumCanali>;
 
-constexpr int kRiquadriMassimi = 3;  ///< separate panes of a graph
+constexpr int kRiquadriMassimi = 3;       ///< separate panes of a graph
+constexpr int kUltimoNomeInTabella = 16;  ///< last channel that the table of texts has a name for
+
+constexpr int kPrimoTestoAllarme = 274;  ///< text of the first of the eight alarms
 
 /// Line colours of the eight alarms in the overview.
 constexpr std::array<Colore, kNumAllarmi> kColoriAllarmi = {
@@ -107,12 +110,13 @@ class AnalisiDati {
 
     // --- figures of the session, set by `CalcolaStatistiche` -----------------------------------
     std::string TempoTotale;  ///< hh:mm:ss.cc
-    std::string TempoMedio;   ///< mm:ss.cc
+    std::string TempoMedio;   ///< mm:ss.cc; empty if no lap has a time
     std::string VelocitaMedia;
     std::string TempoMigliore;
     std::string TempoPeggiore;
     std::string VelocitaMigliore;
     std::string VelocitaPeggiore;
+    int GiriEsclusi = 0;  ///< laps whose line is no time: neither in the total nor in the means
 
     // --- load and life -----------------------------------------------------------------------
     /// Reads the log of `NomeFileDati` and draws its first lap. False if the analysis closed itself
@@ -132,9 +136,9 @@ class AnalisiDati {
     void chkDistanza_Click(bool spuntato);
     /// Shows the settings of a channel through `mostra`, which works on the exchange fields.
     void cmdSetGraph_Click(int c, const std::function<void()>& mostra);
-    /// The window becomes `ampiezza` times as wide; its left edge stays. 0.9 and 0.5 for zoom in,
-    /// their reciprocals for zoom out.
-    void cmdZoom_Click(double ampiezza);
+    /// The window becomes `fattore` times as wide or, if `fuori`, its width is divided by it; its
+    /// left edge stays. The buttons have 0.9 and 0.5.
+    void cmdZoom_Click(double fattore, bool fuori = false);
     /// Moves the window by steps of `PassoSposta`: 1, 10, -1 or -10.
     void cmdSposta_Click(int passi);
     /// Starts the automatic scroll or stops it; runs until it is stopped by a second click, the end
@@ -175,6 +179,8 @@ class AnalisiDati {
     std::string GetMaxVal(int c) const;
     std::string GetMediaVal(int c) const;
     std::string GetNomeMisura(int c) const;
+    /// The selected lap and its time, if it has one.
+    std::string NomeGiro() const;
     std::string GetTempoGiro(int giro) const;
     std::string GetSessioneTempo(int giro) const;
     /// km/h, "#.0##"; empty for a lap without a time.
@@ -260,17 +266,21 @@ class AnalisiDati {
     void ApplicaZoom(bool ridisegna);
     static void TroppiRiquadri();
     std::string TestoAsseX() const;
+    void SelezionaPrimoGiro();
     void ColoraGiroSelezionato();
     void VistaSovrapposti();
     void VistaSeparati();
     void SvuotaTabella(int riga);
     bool CaricaMappa();
     std::string EtichettaGiro(int giro) const;
+    void MostraNomiSchede();
     void ColoraRiga(int riga, Colore sfondo, Colore caratteri);
 
     StatoBarra barra_;
-    int NumPuntiTracciato = 0;  ///< points of the outline that the map shows
-    bool scaricata_ = false;    ///< the window is gone; a loop that still runs touches nothing
+    int NumPuntiTracciato = 0;    ///< lines of the outline; the map shows the first 201
+    PerCanale<bool> nomeDato_{};  ///< the channel has a name that a person gave it
+    bool giroScelto_ = false;  ///< `GiroSelezionato` was chosen by a click, the load's or another
+    bool scaricata_ = false;   ///< the window is gone; a loop that still runs touches nothing
 };
 
 /// If the graph has no cursor, adds the blue one that keeps to the points of the last element.

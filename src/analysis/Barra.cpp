@@ -79,11 +79,13 @@ void AnalisiDati::Circuito_Click() {
 }
 
 bool AnalisiDati::CaricaMappa() {
-    auto punti = LeggiFileTracciato(DatiSessione.Circuito);
+    int righe = 0;
+    auto punti = LeggiFileTracciato(DatiSessione.Circuito, &righe);
     TracciatoVisibile = punti.has_value();
     vista_.MostraMappa(TracciatoVisibile);
     if (!punti) return false;
-    NumPuntiTracciato = static_cast<int>(punti->size());
+    // Kept: lines that have no place among the points count, and a lap is spread over them as well.
+    NumPuntiTracciato = righe;
     vista_.Mappa(std::move(*punti), DatiSessione.Circuito, DatiSessione.Piloti);
     vista_.MarcatoreMappa(0);
     return true;
@@ -101,7 +103,10 @@ void AnalisiDati::RicompilaTabella() {
     LeggiSettori();
     CompilaTabellaGiri();
     if (TracciatoVisibile) CaricaMappa();  // another circuit has another map, or none
-    if (NumGiri < 1) return;
+    if (NumGiri < 1) {
+        SelezionaPrimoGiro();  // the table knows of no lap, and the log has its one stretch
+        return;
+    }
     // The lap that is drawn stays the chosen one.
     ColoraGiroSelezionato();
     EvidenziaTempi();

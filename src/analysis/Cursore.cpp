@@ -1,4 +1,5 @@
 // What stands under the cursor: values, alarm lamps, the marker of the track map.
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -59,7 +60,11 @@ void AnalisiDati::MuoviMarcatore(std::int32_t indice) {
     const auto punto = Intero(inLap * (NumPuntiTracciato - 1) * Decimazione);
     const auto righe = Intero(RigheGiro * campo * ultimo / campo);
     if (!punto || !righe || *righe == 0) return;  // without a drawn channel there is no share
-    vista_.MarcatoreMappa(*punto / *righe);
+    int mostrato = *punto / *righe;
+    // Lines that have no place among the points: the marker stops at the last one that has.
+    constexpr int kUltimoPunto = static_cast<int>(kPuntiMassimi) - 1;
+    if (mostrato < NumPuntiTracciato) mostrato = std::min(mostrato, kUltimoPunto);
+    vista_.MarcatoreMappa(mostrato);
 }
 
 }  // namespace lapvane

@@ -8,8 +8,12 @@ FileTim LeggiFileTim(std::string_view testo) {
     FileTim file;
     LettoreRighe righe(testo);
     file.PrimaRiga = righe.Prossima();
-    while (!righe.Fine() && file.IndiceFine() <= kGiriMassimi) {
+    while (!righe.Fine()) {
         const std::string_view riga = righe.Prossima();
+        if (++file.Linee >= kGiriMassimi) {
+            file.TroppiGiri = file.TroppiGiri || !riga.empty();
+            continue;
+        }
         const std::size_t virgola = riga.find(',');
         if (virgola == std::string_view::npos) {
             file.Righe.push_back({std::string(riga), "1"});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -7,6 +8,8 @@
 namespace lapvane {
 
 constexpr int kGiriMassimi = 999;  ///< highest lap index of an analysis
+/// Index of the last row of a full lap table, which is no lap but the stretch after the last mark.
+constexpr int kUltimaRiga = kGiriMassimi + 1;
 
 /// One line of a file of lap times.
 struct RigaTim {
@@ -18,13 +21,15 @@ struct RigaTim {
 struct FileTim {
     std::string PrimaRiga;       ///< version of the log
     std::vector<RigaTim> Righe;  ///< line 2 of the file on; at most index 999
-    /// One past the last line index.
-    int IndiceFine() const { return static_cast<int>(Righe.size()) + 2; }
+    int Linee = 0;            ///< lines behind the first, also those that `Righe` has no place for
+    bool TroppiGiri = false;  ///< a lap did not fit
+    /// One past the last line index; 1001 at most.
+    int IndiceFine() const { return std::min(Linee, kGiriMassimi) + 2; }
 };
 
 /// Takes the text of a .tim file apart: the first line carries no lap; each further line is a time,
-/// a comma, one character that is skipped and the session; without a comma the session is 1. Lines
-/// past lap index 999 are dropped.
+/// a comma, one character that is skipped and the session; without a comma the session is 1. Of the
+/// lines past lap index 999 one still counts, the last line of a full table; none is kept.
 FileTim LeggiFileTim(std::string_view testo);
 
 }  // namespace lapvane

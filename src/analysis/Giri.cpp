@@ -9,9 +9,9 @@ namespace lapvane {
 
 RigheGiri CercaGiri(std::span<const std::int32_t> giri, std::int32_t primaRiga) {
     RigheGiri righe;
-    righe.Inizio.assign(kGiriMassimi + 1, 0);
-    righe.Fine.assign(kGiriMassimi + 1, 0);
-    for (std::size_t i = 0; i < giri.size() && righe.Numero < kGiriMassimi;) {
+    righe.Inizio.assign(kUltimaRiga + 1, 0);
+    righe.Fine.assign(kUltimaRiga + 1, 0);
+    for (std::size_t i = 0; i < giri.size() && righe.Numero < kUltimaRiga;) {
         std::size_t oltre = i + 1;
         while (oltre < giri.size() && giri[oltre] == giri[i]) ++oltre;
         ++righe.Numero;

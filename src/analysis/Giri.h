@@ -17,7 +17,8 @@ struct RigheGiri {
 };
 
 /// The runs of equal lap numbers, counted from 1: index 1 is the stretch before the first mark. The
-/// two arrays reach to index 999 at least; what is not found is 0. Runs past index 999 are dropped.
+/// two arrays reach to index 1000, the last row of a full lap table; what is not found is 0. Runs
+/// past it are dropped.
 RigheGiri CercaGiri(std::span<const std::int32_t> giri, std::int32_t primaRiga);
 
 /// The same for a column of numbers; one that no lap can have counts as 0.

@@ -30,10 +30,11 @@ void AnalisiDati::AggiornaZoomIn() {
     }
 }
 
-void AnalisiDati::cmdZoom_Click(double ampiezza) {
+void AnalisiDati::cmdZoom_Click(double fattore, bool fuori) {
     const PuntatoreOccupato occupato;
     LeggiFinestra(true);
-    XMax = (XMax - XMin) * ampiezza + XMin;
+    const double larghezza = XMax - XMin;
+    XMax = (fuori ? larghezza / fattore : larghezza * fattore) + XMin;
     NTGraph1.CursoreX(XMin);
     NTGraphAll.CursoreX(XMin);
     NTGraph1.ImpostaIntervallo(XMin, XMax, YMin, YMax, 0);
@@ -154,6 +155,8 @@ void AnalisiDati::SSTab1_Click(int scheda) {
     }
     CalcolaPassoSposta();
     Ridisegna();
+    // The boxes hold what was under the overview's cursor, and here another one is seen.
+    if (scheda == 0) EventoCursore(NTGraph1.IndiceDaX(NTGraph1.CursoreX(), 1.0));
     UltimaScheda = scheda;
 }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -20,6 +21,7 @@ void AnalisiDati::CalcolaScale(GraphControl& grafico) {
     const std::int32_t da = InizioGiro(GiroSelezionato);
     const std::int32_t a = FineGiro(GiroSelezionato);
     YMax = 0.0;
+    std::vector<std::span<const double>> colonne;
     for (int c = kPrimoCanale; c <= ultimo; ++c) {
         const auto i = static_cast<std::size_t>(c);
         const auto celle = Tabella().Righe(c, Piano::Dati, da, a);
@@ -27,8 +29,10 @@ void AnalisiDati::CalcolaScale(GraphControl& grafico) {
         if (MaxCanale[i] == 0.0) MaxCanale[i] = kMassimoNullo;
         MinCanale[i] = Minimo(celle);
         if (MaxCanale[i] > YMax) YMax = MaxCanale[i];
-        MediaCanale[i] = MediaColonna(celle, static_cast<double>(a) - da + 1.0);
+        colonne.push_back(celle);
     }
+    const auto medie = MediaColonne(colonne, static_cast<double>(a) - da + 1.0);
+    std::copy(medie.begin(), medie.end(), MediaCanale.begin() + kPrimoCanale);
     for (int c = kPrimoCanale; c <= ultimo; ++c) {
         const auto i = static_cast<std::size_t>(c);
         FattoreScala[i] = YMax / MaxCanale[i];

@@ -8,6 +8,7 @@
 #include "project/DatiProgetto.h"
 #include "reports/Circuiti.h"
 #include "reports/FileSessione.h"
+#include "shell/FrasiErrore.h"
 
 namespace lapvane {
 
@@ -69,9 +70,9 @@ void AnalisiDati::SalvaDatiSessione() const {
         // behind it. The reader takes 26 lines and never gets there.
         RiscriviInizio(NomeFileSessione, ScriviSessione(DatiSessione, canali),
                        "writing the session");
-    } catch (const ErroreRuntime&) {
+    } catch (const ErroreRuntime& errore) {
         // A medium that cannot be written to must not take the window with it.
-        FileMancante(TestoDaPercorso(NomeFileSessione));
+        SegnalaScrittura(errore, Voce::SessioneNonSalvata);
     }
 }
 

@@ -25,7 +25,10 @@ void TabellaFoglio::CaricaFile(Piano piano, std::string_view testo,
     const std::int32_t record = lettore.NumeroRecord();
     foglio.Righe = record + 1;
     std::vector<double*> destinazioni;
-    for (int c = 1; c <= std::min<int>(foglio.NumeroColonne, kUltimoCanale); ++c) {
+    // The side file has its columns whatever its heading names.
+    const int numero =
+        std::max<int>(foglio.NumeroColonne, piano == Piano::Laterale ? kColonnaGiro : 0);
+    for (int c = 1; c <= std::min(numero, kUltimoCanale); ++c) {
         const std::size_t fine = std::min(titolo.find(';'), titolo.size());
         foglio.Titoli.emplace_back(titolo.substr(0, fine));
         titolo.remove_prefix(std::min(fine + 1, titolo.size()));

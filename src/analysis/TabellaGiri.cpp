@@ -22,12 +22,11 @@ constexpr Colore kBlu = Rgb(0, 0, 255);
 }  // namespace
 
 std::int32_t AnalisiDati::InizioGiro(int giro) const {
-    return giro < 0 || giro > kGiriMassimi ? 0
-                                           : RigheDeiGiri.Inizio[static_cast<std::size_t>(giro)];
+    return giro < 0 || giro > kUltimaRiga ? 0 : RigheDeiGiri.Inizio[static_cast<std::size_t>(giro)];
 }
 
 std::int32_t AnalisiDati::FineGiro(int giro) const {
-    return giro < 0 || giro > kGiriMassimi ? 0 : RigheDeiGiri.Fine[static_cast<std::size_t>(giro)];
+    return giro < 0 || giro > kUltimaRiga ? 0 : RigheDeiGiri.Fine[static_cast<std::size_t>(giro)];
 }
 
 int AnalisiDati::PrimoGiroValido() const {
@@ -147,16 +146,24 @@ std::string AnalisiDati::EtichettaGiro(int giro) const {
     return " " + Testo(110) + " " + TestoNumero(numero);
 }
 
+std::string AnalisiDati::NomeGiro() const {
+    std::string nome = EtichettaGiro(GiroSelezionato).substr(1);
+    const bool completo = GiroSelezionato >= 2 && GiroSelezionato <= NumGiri + 1;
+    if (completo) nome += " - " + GetTempoGiro(GiroSelezionato);
+    return nome;
+}
+
 void AnalisiDati::MSFlexGrid1_Click(int riga, int colonna) {
-    if (riga < 1 || riga > kGiriMassimi) return;
+    // The last row of a full table lies past the last lap index, and has rows of the log all the
+    // same.
+    if (riga < 1 || riga > std::max(kGiriMassimi, NumRigheTabella - 1)) return;
     // Kept: only the column of the lap times selects a lap.
     if (colonna == 1) {
-        const std::string etichetta = EtichettaGiro(riga);
-        vista_.TestoScheda(0, Testo(273) + etichetta);
-        vista_.TestoScheda(1, Testo(91) + etichetta);
         if (GiroSelezionato >= 1) ColoraRiga(GiroSelezionato, kBianco, kNero);
         RigheGiro = FineGiro(riga) - InizioGiro(riga);
         GiroSelezionato = riga;
+        giroScelto_ = true;
+        MostraNomiSchede();
         ColoraGiroSelezionato();
         if (RigheGiro < 1) {
             MostraControlli(false);

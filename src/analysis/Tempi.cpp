@@ -33,6 +33,10 @@ void AnalisiDati::LeggiTempi() {
         TempiGiro[i + 2][1] = file.Righe[i].Tempo;
         TempiSessione[i + 2] = file.Righe[i].Sessione;
     }
+    if (file.TroppiGiri) {
+        platform().MsgBox(Testo(Voce::TroppiGiri), Buttons::Ok, Icon::Information,
+                          platform().ExeName());
+    }
     // The first line, the empty last line and the line index past the end are no laps.
     NumRigheTabella = file.IndiceFine();
     NumGiri = NumRigheTabella - 3;

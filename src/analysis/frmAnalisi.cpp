@@ -19,8 +19,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kTestoScala = 46;          // "graph scale"
-constexpr int kPrimoTestoAllarme = 274;
+constexpr int kTestoScala = 46;  // "graph scale"
 constexpr int kTestoLegenda = 282;
 constexpr int kTestoCircuito = 120;
 constexpr int kTestoPiloti = 124;
@@ -197,8 +196,9 @@ void frmAnalisi::Collega() {
     connect(SSTab1_, &QTabWidget::currentChanged, this, [&a](int scheda) {
         if (scheda >= 0) Protetto([&] { a.SSTab1_Click(scheda); });
     });
-    connect(navigazione_, &BarraNavigazione::Zoom, this,
-            [&a](double ampiezza) { Protetto([&] { a.cmdZoom_Click(ampiezza); }); });
+    connect(navigazione_, &BarraNavigazione::Zoom, this, [&a](double fattore, bool fuori) {
+        Protetto([&] { a.cmdZoom_Click(fattore, fuori); });
+    });
     connect(navigazione_, &BarraNavigazione::Sposta, this,
             [&a](int passi) { Protetto([&] { a.cmdSposta_Click(passi); }); });
     connect(navigazione_, &BarraNavigazione::ScorriPremuto, this, [&a](int verso) {

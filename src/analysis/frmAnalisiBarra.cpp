@@ -1,5 +1,8 @@
 // The tool bar of an analysis window and the dialogs that it opens.
+#include <utility>
+
 #include "analysis/frmAnalisi.h"
+#include "platform/Testo1252.h"
 #include "platform/qt/TestoQt.h"
 #include "reports/dlgDatiSessione.h"
 #include "reports/dlgReportGiri.h"
@@ -124,18 +127,24 @@ void frmAnalisi::MostraSessione() {
 
 void frmAnalisi::StampaGrafico() {
     const bool panoramica = SSTab1_->currentIndex() == 1;
-    std::vector<std::string> canali;
-    for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
-        const auto i = static_cast<std::size_t>(c);
-        if (analisi_->chkGrafico[i]) canali.push_back(analisi_->NomeCampo[i]);
-    }
     const auto stampante =
         ScegliStampante(Testo(191), NomeFileDati.stem().concat(".pdf"), QPageLayout::Landscape);
     if (!stampante) return;
+    TestiStampaGrafico testi = panoramica ? TestiGraficoAllarmi() : TestiGraficoCanali();
+    testi.Titolo = TestoDaPercorso(NomeFileDati.filename()) + " - " + analisi_->NomeGiro();
+    if (panoramica) {
+        // Each line has its name beside it; the frame with the legend is not on the paper.
+        std::vector<LivelloGrafico> livelli;
+        for (int k = 0; k < kNumAllarmi; ++k) {
+            livelli.push_back({2.0 * k + 1.5, kColoriAllarmi[static_cast<std::size_t>(k)],
+                               Testo(kPrimoTestoAllarme + k)});
+        }
+        NTGraphAll_->Livelli(std::move(livelli));
+    }
     const GraficoWidget& grafico = panoramica ? *NTGraphAll_ : *NTGraph1_;
-    StampaControllo(
-        *stampante, panoramica ? TestiGraficoAllarmi() : TestiGraficoCanali(canali),
-        [&grafico](QPainter& penna, const QRectF& area) { grafico.DisegnaSu(penna, area); });
+    StampaControllo(*stampante, testi, [&grafico](QPainter& penna, const QRectF& area) {
+        grafico.DisegnaSu(penna, area);
+    });
 }
 
 }  // namespace lapvane

@@ -6,6 +6,7 @@
 
 #include "device/RecordStrumento.h"
 #include "device/SerialComm.h"
+#include "device/TabelleRecord.h"
 #include "project/DatiProgetto.h"
 #include "sensors/CSensore.h"
 #include "sensors/CanaliSensore.h"
@@ -55,8 +56,14 @@ constexpr std::array<Controllo, 8> kControlli = {{
 bool ControllaSensori() {
     for (const Controllo& c : kControlli) {
         if (!(DatiProgetto.*c.Abil)) continue;
-        if (!(DatiProgetto.*c.Nome).empty() && !(DatiProgetto.*c.TCamp).empty()) continue;
-        platform().MsgBox(Testo(c.Testo), Buttons::Ok, Icon::Warning, Testo(49));
+        const bool senzaNome = (DatiProgetto.*c.Nome).empty();
+        if (!senzaNome && !(DatiProgetto.*c.TCamp).empty()) continue;
+        const bool altrui = c.Abil == &R::AbilPT;  // its name is that of another channel
+        const Voce manca = !senzaNome ? Voce::MancaFrequenza
+                           : altrui   ? Voce::MancaNomeBenzina
+                                      : Voce::MancaNome;
+        platform().MsgBox(Testo(c.Testo) + "\r\n" + Testo(manca), Buttons::Ok, Icon::Warning,
+                          Testo(49));
         return false;
     }
     return true;
@@ -67,18 +74,19 @@ class Corsa {
  public:
     Corsa(VistaStrumento& vista, const Verso& verso) : vista_(vista), verso_(verso) {}
 
-    /// Asks, and opens the window. False: cancelled.
-    bool Inizia() {
-        if (platform().MsgBox(Testo(verso_.Domanda) + "\r\n" + Testo(148), Buttons::OkCancel,
-                              Icon::Question, platform().ExeName()) != Answer::Ok) {
-            return false;
-        }
+    /// False: cancelled.
+    bool Chiedi() const {
+        return platform().MsgBox(Testo(verso_.Domanda) + "\r\n" + Testo(148), Buttons::OkCancel,
+                                 Icon::Question, platform().ExeName()) == Answer::Ok;
+    }
+
+    /// Opens the window.
+    void Inizia() {
         // Before the first events run, so that the poll does not start an exchange in them.
         FaseComunicazione = verso_.Fase;
         vista_.Mostra(Testo(verso_.Titolo));
         vista_.Puntatore(Pointer::Busy);
         platform().DoEvents();
-        return true;
     }
 
     /// One step: what it says, and its exchanges. False: the run is over, and ended.
@@ -168,7 +176,11 @@ void LeggiCurva(std::int16_t numero) {
 
 void mnuProgramDevice_Click(VistaStrumento& vista) {
     Corsa corsa(vista, kProgramma);
-    if (!corsa.Inizia()) return;
+    if (!corsa.Chiedi()) return;
+    constexpr std::array<const TabellaRecord*, 4> kRecord = {&kRecordSetup1, &kRecordSetup2,
+                                                             &kRecordSensori, &kRecordAllarmi};
+    if (ConfermaInvio(kRecord)) return;
+    corsa.Inizia();
     if (!corsa.Passo(Testo(146), {InviaDatiSetup1, InviaDatiSetup2})) return;
     // Kept: a check that fails leaves the window open and `FaseComunicazione` as it is.
     if (!ControllaSensori()) return;
@@ -184,7 +196,8 @@ void mnuProgramDevice_Click(VistaStrumento& vista) {
 
 void mnuReadDevice_Click(VistaStrumento& vista) {
     Corsa corsa(vista, kLettura);
-    if (!corsa.Inizia()) return;
+    if (!corsa.Chiedi()) return;
+    corsa.Inizia();
     if (!corsa.Passo(Testo(206), {LeggiDatiSetup1, LeggiDatiSetup2})) return;
     if (!corsa.Passo(Testo(158), {LeggiDatiSensori})) return;
     for (std::int16_t n = 0; n < static_cast<std::int16_t>(kCanaliSensore.size()); ++n) {

@@ -1,5 +1,9 @@
 #include "device/RecordStrumento.h"
 
+#include <array>
+#include <utility>
+#include <vector>
+
 #include "device/Codec.h"
 #include "device/SerialComm.h"
 #include "device/TabelleRecord.h"
@@ -18,6 +22,8 @@ constexpr int kScriviCurva = 24;
 constexpr int kLeggiCurva = 25;
 constexpr std::size_t kRispostaCurva = 99;
 constexpr std::size_t kPunti = 20;
+constexpr int kTipoDiSensore = 185;
+constexpr std::array<int, 9> kNomiCurve = {134, 135, 136, 137, 138, 139, 290, 319, 314};
 constexpr std::size_t kByteAsse = 2 * kPunti;
 constexpr std::size_t kAsseX = 17;  // in the reply, from 1
 constexpr std::size_t kAsseY = kAsseX + kByteAsse + 2;
@@ -38,12 +44,18 @@ Lato ScegliLato(const TabellaRecord& tabella) {
     return lato;
 }
 
-void SegnalaNonCodificabile(const NonCodificabile& valore) {
+/// A field's name and its text, as a message shows them.
+std::string Campo(int didascalia, const std::string& testo) {
     constexpr std::size_t kMostrati = 40;
+    return Testo(didascalia) + ": \"" + testo.substr(0, kMostrati) + "\"";
+}
+
+void SegnalaNonCodificabile(const NonCodificabile& valore) {
     ErroreComunicazione = true;
     platform().MousePointer(Pointer::Normal);
-    platform().MsgBox(Testo(262) + "\r\n\"" + valore.Testo.substr(0, kMostrati) + "\"", Buttons::Ok,
-                      Icon::Warning, platform().ExeName());
+    platform().MsgBox(
+        Testo(Voce::ValoreNonInviabile) + "\r\n" + Campo(valore.Didascalia, valore.Testo),
+        Buttons::Ok, Icon::Warning, platform().ExeName());
 }
 
 /// Writing half of the transfer pattern.
@@ -100,7 +112,7 @@ void Leggi(const TabellaRecord& tabella) {
     RiempiRecord(tabella, risposta, lato.Controlli);
 }
 
-std::string Asse(const std::array<double, 21>& curva) {
+std::string Asse(const std::array<double, 21>& curva, int didascalia) {
     std::string byte;
     for (std::size_t i = 0; i < kPunti; ++i) {
         // By way of the decimal text: a product such as 1001.4999999999999 is 1001.5 there.
@@ -109,7 +121,7 @@ std::string Asse(const std::array<double, 21>& curva) {
             testo = TestoNumero(curva[i]);
             byte += CodificaWord(testo);
         } catch (const ErroreRuntime&) {
-            throw NonCodificabile{testo};
+            throw NonCodificabile{testo, didascalia};
         }
     }
     return byte;
@@ -122,11 +134,45 @@ std::string ComponiCurva(std::int16_t canale) {
          {static_cast<int>(kPunti), 1, 0, 0, 0, static_cast<int>(kByteAsse), 2}) {
         dati += CodificaWord(parola);
     }
-    dati += Asse(CurvaX) + CodificaWord(0) + Asse(CurvaY);
+    const auto posto = static_cast<std::size_t>(canale);
+    const int didascalia = posto < kNomiCurve.size() ? kNomiCurve[posto] : kTipoDiSensore;
+    dati += Asse(CurvaX, didascalia) + CodificaWord(0) + Asse(CurvaY, didascalia);
     return Frame(kScriviCurva, dati);
 }
 
 }  // namespace
+
+std::optional<std::string_view> ConfermaInvio(std::span<const TabellaRecord* const> record) {
+    std::vector<ValoreFuori> fuori;
+    for (const TabellaRecord* tabella : record) {
+        const Lato lato = ScegliLato(*tabella);
+        if (lato.Altro()) continue;
+        for (ValoreFuori& valore : ValoriFuori(*tabella, lato.Controlli)) {
+            if (!valore.Arrivato) {
+                const CampoRecord& campo = *valore.Campo;
+                platform().MsgBox(Testo(Voce::ValoreNonInviabile) + "\r\n" +
+                                      Campo(campo.Didascalia, valore.Scritto) + "\r\n" +
+                                      Testo(Voce::NumeroNellIntervallo) + " " + Ammessi(campo),
+                                  Buttons::Ok, Icon::Warning, platform().ExeName());
+                return campo.Controllo;
+            }
+            fuori.push_back(std::move(valore));
+        }
+    }
+    if (fuori.empty()) return std::nullopt;
+    std::string elenco;
+    for (const ValoreFuori& valore : fuori) {
+        elenco += Testo(valore.Campo->Didascalia) + ": " + valore.Scritto + " (" +
+                  Ammessi(*valore.Campo) + "), " + Testo(Voce::StrumentoRiceve) + " " +
+                  *valore.Arrivato + "\r\n";
+    }
+    if (platform().MsgBox(
+            Testo(Voce::ValoriFuoriCampo) + "\r\n" + elenco + Testo(Voce::InviareLoStesso),
+            Buttons::OkCancel, Icon::Warning, platform().ExeName()) == Answer::Ok) {
+        return std::nullopt;
+    }
+    return fuori.front().Campo->Controllo;
+}
 
 void InviaDatiSetup1() {
     Invia(kRecordSetup1);

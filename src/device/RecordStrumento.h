@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
 
 namespace lapvane {
 
@@ -15,7 +18,16 @@ namespace lapvane {
 // nothing; the setup is sent without its fields, which the instrument does not acknowledge, and
 // sensors and alarms are not sent and count as failed. A read whose editor has closed meanwhile
 // fills nothing either. A value that cannot be encoded (a text that is no number, a number beyond
-// 32 bits) is shown (text 262) and counts as a failed exchange; nothing is sent.
+// 32 bits) is shown with its field's name and counts as a failed exchange; nothing is sent.
+// `ConfermaInvio` tells before.
+
+struct TabellaRecord;
+
+/// Whether these records can go to the instrument as they stand: out of the open editor's controls
+/// if it shows them, else out of `DatiProgetto`. A value that cannot be encoded is told by its
+/// field's name; of values that do not fit their byte or word it is told what the instrument would
+/// get, and asked. Empty: yes. Otherwise the control of the field that stands in the way.
+std::optional<std::string_view> ConfermaInvio(std::span<const TabellaRecord* const> record);
 
 /// First and second half of the setup; editor `frmConfigurazione`.
 void InviaDatiSetup1();

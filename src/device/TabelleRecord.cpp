@@ -18,88 +18,88 @@ using R = RecordProgetto;
 using enum Natura;
 
 constexpr std::array<CampoRecord, 15> kSetup1 = {{
-    {3, 1, Scelta, &R::Lingua, "cboLingua"},
-    {4, 1, Scelta, &R::UMVel, "cboUMVelocita"},
-    {5, 1, Scelta, &R::UMTemp, "cboUMTemperatura"},
-    {6, 1, Scelta, &R::UMPress, "cboUMPressione"},
+    {3, 1, Scelta, &R::Lingua, "cboLingua", 25},
+    {4, 1, Scelta, &R::UMVel, "cboUMVelocita", 27},
+    {5, 1, Scelta, &R::UMTemp, "cboUMTemperatura", 29},
+    {6, 1, Scelta, &R::UMPress, "cboUMPressione", 28},
     // Pages 1 and 10 have no bit.
-    {7, 2, Bit, &R::PaginaAbilitata2, "PagineAbilitateTemp1", 0},
-    {7, 2, Bit, &R::PaginaAbilitata3, "PagineAbilitateTemp2", 1},
-    {7, 2, Bit, &R::PaginaAbilitata4, "PagineAbilitateTemp3", 2},
-    {7, 2, Bit, &R::PaginaAbilitata5, "PagineAbilitateTemp4", 3},
-    {7, 2, Bit, &R::PaginaAbilitata6, "PagineAbilitateTemp5", 4},
-    {7, 2, Bit, &R::PaginaAbilitata7, "PagineAbilitateTemp6", 5},
-    {7, 2, Bit, &R::PaginaAbilitata8, "PagineAbilitateTemp7", 6},
-    {7, 2, Bit, &R::PaginaAbilitata9, "PagineAbilitateTemp8", 7},
-    {9, 1, Flag, &R::chkAbilRecLap, "chkAbilRecLAP"},
-    {10, 1, Numero, &R::mskStopRecSecondi, "txtStopRecSecondi"},
-    {11, 2, Numero, &R::mskAbilRecVel, "txtAbilRecVel"},
+    {7, 2, Bit, &R::PaginaAbilitata2, "PagineAbilitateTemp1", 30, 0},
+    {7, 2, Bit, &R::PaginaAbilitata3, "PagineAbilitateTemp2", 30, 1},
+    {7, 2, Bit, &R::PaginaAbilitata4, "PagineAbilitateTemp3", 30, 2},
+    {7, 2, Bit, &R::PaginaAbilitata5, "PagineAbilitateTemp4", 30, 3},
+    {7, 2, Bit, &R::PaginaAbilitata6, "PagineAbilitateTemp5", 30, 4},
+    {7, 2, Bit, &R::PaginaAbilitata7, "PagineAbilitateTemp6", 30, 5},
+    {7, 2, Bit, &R::PaginaAbilitata8, "PagineAbilitateTemp7", 30, 6},
+    {7, 2, Bit, &R::PaginaAbilitata9, "PagineAbilitateTemp8", 30, 7},
+    {9, 1, Flag, &R::chkAbilRecLap, "chkAbilRecLAP", 264},
+    {10, 1, Numero, &R::mskStopRecSecondi, "txtStopRecSecondi", 266},
+    {11, 2, Numero, &R::mskAbilRecVel, "txtAbilRecVel", 265},
 }};
 
 constexpr std::array<CampoRecord, 7> kSetup2 = {{
-    {3, 1, Numero, &R::TempoMsgGiro, "txtTempoMsgGiro"},
-    {4, 1, Numero, &R::TempoVisGiro, "txtTempoVisGiro"},
-    {5, 2, Numero, &R::Settore1, "txtSettoreCrono0"},
-    {7, 2, Numero, &R::Settore2, "txtSettoreCrono1"},
-    {9, 2, Numero, &R::Settore3, "txtSettoreCrono2"},
-    {11, 2, Numero, &R::Settore4, "txtSettoreCrono3"},
-    {13, 2, Numero, &R::Settore5, "txtSettoreCrono4"},
+    {3, 1, Numero, &R::TempoMsgGiro, "txtTempoMsgGiro", 293},
+    {4, 1, Numero, &R::TempoVisGiro, "txtTempoVisGiro", 294},
+    {5, 2, Numero, &R::Settore1, "txtSettoreCrono0", 295},
+    {7, 2, Numero, &R::Settore2, "txtSettoreCrono1", 296},
+    {9, 2, Numero, &R::Settore3, "txtSettoreCrono2", 297},
+    {11, 2, Numero, &R::Settore4, "txtSettoreCrono3", 298},
+    {13, 2, Numero, &R::Settore5, "txtSettoreCrono4", 299},
 }};
 
 constexpr std::array<CampoRecord, 18> kSensori = {{
-    {3, 1, Numero, &R::NumAccRPM, "txtNumAccRPM"},
-    {4, 1, Numero, &R::ImpulsiRuota, "txtImpulsiRuota"},
-    {5, 2, Numero, &R::DiametroRuota, "txtDiametroRuota"},
-    {7, 1, Scelta, &R::LAPO, "cboLAPO"},
-    {8, 1, Scelta, &R::LAAL, "cboLAAL"},
-    {9, 1, Flag, &R::AbilTO, "chkAbilTO"},
-    {10, 1, Flag, &R::AbilPO, "chkAbilPO"},
-    {11, 1, Flag, &R::AbilPB, "chkAbilPB"},
-    {12, 1, Flag, &R::AbilTA, "chkAbilTA"},
-    {13, 1, Flag, &R::AbilLB, "chkAbilLB"},
-    {14, 1, Flag, &R::AbilCambio, "chkAbilCambio"},
-    {15, 1, Flag, &R::AbilSG, "chkAbilSG"},
-    {16, 1, Flag, &R::AbilSensoreLambda, "chkAbilSensoreLambda"},
-    {17, 1, Ingresso, &R::ChannCambio, "cboChannCambio"},
-    {18, 1, Ingresso, &R::ChannSG, "cboChannSG"},
-    {19, 1, Ingresso, &R::ChannSensoreLambda, "cboChannSensoreLambda"},
-    {20, 1, Ingresso, &R::ChannPT, "cboChannPT"},
-    {21, 1, Flag, &R::AbilPT, "chkAbilPT"},
+    {3, 1, Numero, &R::NumAccRPM, "txtNumAccRPM", 56},
+    {4, 1, Numero, &R::ImpulsiRuota, "txtImpulsiRuota", 65},
+    {5, 2, Numero, &R::DiametroRuota, "txtDiametroRuota", 66},
+    {7, 1, Scelta, &R::LAPO, "cboLAPO", 55},
+    {8, 1, Scelta, &R::LAAL, "cboLAAL", 54},
+    {9, 1, Flag, &R::AbilTO, "chkAbilTO", 61},
+    {10, 1, Flag, &R::AbilPO, "chkAbilPO", 62},
+    {11, 1, Flag, &R::AbilPB, "chkAbilPB", 64},
+    {12, 1, Flag, &R::AbilTA, "chkAbilTA", 63},
+    {13, 1, Flag, &R::AbilLB, "chkAbilLB", 60},
+    {14, 1, Flag, &R::AbilCambio, "chkAbilCambio", 70},
+    {15, 1, Flag, &R::AbilSG, "chkAbilSG", 69},
+    {16, 1, Flag, &R::AbilSensoreLambda, "chkAbilSensoreLambda", 290},
+    {17, 1, Ingresso, &R::ChannCambio, "cboChannCambio", 70},
+    {18, 1, Ingresso, &R::ChannSG, "cboChannSG", 69},
+    {19, 1, Ingresso, &R::ChannSensoreLambda, "cboChannSensoreLambda", 290},
+    {20, 1, Ingresso, &R::ChannPT, "cboChannPT", 231},
+    {21, 1, Flag, &R::AbilPT, "chkAbilPT", 231},
 }};
 
 constexpr std::array<CampoRecord, 14> kAllarmi = {{
-    {3, 2, Soglia, &R::mskTO, "txtTO", 10, &R::chkTO, "chkTO"},
-    {5, 2, Soglia, &R::mskPO, "txtPO", 1000, &R::chkPO, "chkPO"},
-    {7, 2, Soglia, &R::mskPB, "txtPB", 1000, &R::chkPB, "chkPB"},
-    {9, 2, Soglia, &R::mskTA, "txtTA", 10, &R::chkTA, "chkTA"},
-    {11, 2, Soglia, &R::mskLB, "txtLB", 10, &R::chkLB, "chkLB"},
-    {13, 2, Soglia, &R::mskTB, "txtTB", 10, &R::chkTB, "chkTB"},
-    {15, 2, Numero, &R::Led0, "txtLed0"},
-    {17, 2, Numero, &R::Led1, "txtLed1"},
-    {19, 2, Numero, &R::Led2, "txtLed2"},
-    {21, 2, Numero, &R::Led3, "txtLed3"},
-    {23, 2, Numero, &R::Led4, "txtLed4"},
-    {25, 1, Tipo, &R::TipoLedGiallo, "cboLedGiallo", 0, &R::LedGiallo, "chkLedGiallo"},
-    {28, 1, Tipo, &R::TipoUscita, "cboUscita", 0, &R::chkUscita, "chkUscita"},
+    {3, 2, Soglia, &R::mskTO, "txtTO", 92, 10, &R::chkTO, "chkTO"},
+    {5, 2, Soglia, &R::mskPO, "txtPO", 93, 1000, &R::chkPO, "chkPO"},
+    {7, 2, Soglia, &R::mskPB, "txtPB", 94, 1000, &R::chkPB, "chkPB"},
+    {9, 2, Soglia, &R::mskTA, "txtTA", 95, 10, &R::chkTA, "chkTA"},
+    {11, 2, Soglia, &R::mskLB, "txtLB", 96, 10, &R::chkLB, "chkLB"},
+    {13, 2, Soglia, &R::mskTB, "txtTB", 97, 10, &R::chkTB, "chkTB"},
+    {15, 2, Numero, &R::Led0, "txtLed0", 81},
+    {17, 2, Numero, &R::Led1, "txtLed1", 82},
+    {19, 2, Numero, &R::Led2, "txtLed2", 83},
+    {21, 2, Numero, &R::Led3, "txtLed3", 84},
+    {23, 2, Numero, &R::Led4, "txtLed4", 85},
+    {25, 1, Tipo, &R::TipoLedGiallo, "cboLedGiallo", 87, 0, &R::LedGiallo, "chkLedGiallo"},
+    {28, 1, Tipo, &R::TipoUscita, "cboUscita", 99, 0, &R::chkUscita, "chkUscita"},
     // Kept: a write puts 0 here, so the input's type is the instrument's business alone, and its
     // flag in the project is off after every read.
-    {29, 1, TipoLetto, &R::TipoIngresso, "cboIngresso", 0, &R::chkIngresso, "chkIngresso"},
+    {29, 1, TipoLetto, &R::TipoIngresso, "cboIngresso", 98, 0, &R::chkIngresso, "chkIngresso"},
 }};
 
 /// What a field is worth to the codec.
-ValoreCodec DiTesto(std::string_view testo) {
+ValoreCodec DiTesto(const CampoRecord& campo, std::string_view testo) {
     try {
         return ValoreCodec(testo);
     } catch (const ErroreRuntime&) {
-        throw NonCodificabile{std::string(testo)};
+        throw NonCodificabile{std::string(testo), campo.Didascalia};
     }
 }
 
-ValoreCodec DiSoglia(const std::string& testo, int fattore) {
+ValoreCodec DiSoglia(const CampoRecord& campo, const std::string& testo) {
     try {
-        return ValoreCodec(PrefissoNumerico(testo) * fattore);
+        return ValoreCodec(PrefissoNumerico(testo) * campo.Dettaglio);
     } catch (const ErroreRuntime&) {
-        throw NonCodificabile{testo};
+        throw NonCodificabile{testo, campo.Didascalia};
     }
 }
 
@@ -143,14 +143,15 @@ void NelProgetto(const CampoRecord& campo, int valore) {
 
 ValoreCodec DalProgetto(const CampoRecord& campo) {
     if (campo.Attivo != nullptr && !(DatiProgetto.*campo.Attivo)) return ValoreCodec(0);
-    if (Testuale(campo)) return DiTesto(DatiProgetto.*std::get<std::string R::*>(campo.Progetto));
+    if (Testuale(campo))
+        return DiTesto(campo, DatiProgetto.*std::get<std::string R::*>(campo.Progetto));
     return ValoreCodec(NumeroProgetto(campo) + (campo.Come == Ingresso ? 1 : 0));
 }
 
 ValoreCodec DaiControlli(const CampoRecord& campo, const ControlliEditor& controlli) {
     switch (campo.Come) {
         case Numero:
-            return DiTesto(controlli.Testo(campo.Controllo));
+            return DiTesto(campo, controlli.Testo(campo.Controllo));
         case Scelta:
             return DiIndice(controlli.Indice(campo.Controllo));
         case Ingresso:
@@ -160,13 +161,24 @@ ValoreCodec DaiControlli(const CampoRecord& campo, const ControlliEditor& contro
             return ValoreCodec(controlli.Spunta(campo.Controllo) ? 1 : 0);
         case Soglia:
             if (!controlli.Spunta(campo.Spunta)) break;
-            return DiSoglia(controlli.Testo(campo.Controllo), campo.Dettaglio);
+            return DiSoglia(campo, controlli.Testo(campo.Controllo));
         case Tipo:
         case TipoLetto:
             if (!controlli.Spunta(campo.Spunta)) break;
             return DiIndice(controlli.Indice(campo.Controllo) + 1);
     }
     return ValoreCodec(0);
+}
+
+ValoreCodec Valore(const CampoRecord& campo, const ControlliEditor* controlli) {
+    return controlli != nullptr ? DaiControlli(campo, *controlli) : DalProgetto(campo);
+}
+
+/// A number of the wire as the editor shows it.
+std::string Mostrato(const CampoRecord& campo, std::int64_t valore) {
+    if (campo.Come != Soglia) return TestoNumero(valore);
+    std::string testo = TestoNumero(static_cast<double>(valore) / campo.Dettaglio);
+    return FormattaDecimali(testo, campo.Dettaglio);
 }
 
 int Decodifica(const CampoRecord& campo, std::string_view risposta) {
@@ -220,8 +232,7 @@ std::string ComponiRecord(const TabellaRecord& tabella, const ControlliEditor* c
     std::string dati(tabella.Lunghezza - 4, '\0');
     for (const CampoRecord& campo : tabella.Campi) {
         if (campo.Come == TipoLetto) continue;
-        const ValoreCodec valore =
-            controlli != nullptr ? DaiControlli(campo, *controlli) : DalProgetto(campo);
+        const ValoreCodec valore = Valore(campo, controlli);
         const std::size_t posto = campo.Byte - kTestata - 1;
         if (campo.Come == Bit) {
             const std::size_t byte =
@@ -236,6 +247,49 @@ std::string ComponiRecord(const TabellaRecord& tabella, const ControlliEditor* c
         }
     }
     return Frame(tabella.Scrivi, dati);
+}
+
+std::vector<ValoreFuori> ValoriFuori(const TabellaRecord& tabella,
+                                     const ControlliEditor* controlli) {
+    std::vector<ValoreFuori> fuori;
+    for (const CampoRecord& campo : tabella.Campi) {
+        if (campo.Come == TipoLetto || campo.Come == Flag || campo.Come == Bit) continue;
+        try {
+            const auto bit = Valore(campo, controlli).Bit();
+            const auto arrivato = campo.Larghezza == 1
+                                      ? static_cast<std::int32_t>(bit & 0xFFu)
+                                      : std::int32_t{static_cast<std::int16_t>(bit & 0xFFFFu)};
+            // A list's index travels in 16 bits, where "none" is all ones.
+            const auto valore = controlli != nullptr && campo.Come != Numero && campo.Come != Soglia
+                                    ? std::int32_t{static_cast<std::int16_t>(bit & 0xFFFFu)}
+                                    : static_cast<std::int32_t>(bit);
+            if (arrivato == valore) continue;
+            const bool scritto =
+                controlli != nullptr && (campo.Come == Numero || campo.Come == Soglia);
+            fuori.push_back({&campo,
+                             scritto ? controlli->Testo(campo.Controllo) : Mostrato(campo, valore),
+                             Mostrato(campo, arrivato)});
+        } catch (const NonCodificabile& valore) {
+            fuori.push_back({&campo, valore.Testo, std::nullopt});
+        }
+    }
+    return fuori;
+}
+
+std::string Ammessi(const CampoRecord& campo) {
+    const int minimo = campo.Larghezza == 1 ? 0 : -32768;
+    const int massimo = campo.Larghezza == 1 ? 255 : 32767;
+    return Mostrato(campo, minimo) + " ... " + Mostrato(campo, massimo);
+}
+
+const CampoRecord* CampoDi(std::string_view controllo) {
+    for (const TabellaRecord* tabella :
+         {&kRecordSetup1, &kRecordSetup2, &kRecordSensori, &kRecordAllarmi}) {
+        for (const CampoRecord& campo : tabella->Campi) {
+            if (campo.Controllo == controllo) return &campo;
+        }
+    }
+    return nullptr;
 }
 
 void RiempiRecord(const TabellaRecord& tabella, std::string_view risposta,

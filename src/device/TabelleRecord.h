@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "project/DatiProgetto.h"
 #include "shell/Editor.h"
@@ -31,6 +33,7 @@ struct CampoRecord {
     Natura Come = Natura::Numero;
     CampoProgetto Progetto;
     std::string_view Controllo;  ///< in the record's editor
+    int Didascalia = 0;          ///< the number of the text that names it to a person
     int Dettaglio = 0;
     bool RecordProgetto::*Attivo = nullptr;  ///< the flag of `Soglia`, `Tipo` and `TipoLetto`
     std::string_view Spunta = {};            ///< its check box
@@ -60,10 +63,30 @@ extern const TabellaRecord kRecordSetup2;
 extern const TabellaRecord kRecordSensori;
 extern const TabellaRecord kRecordAllarmi;
 
-/// A value that cannot be a number of the instrument.
+/// A value that cannot be a number of the instrument, and the text that names its field.
 struct NonCodificabile {
     std::string Testo;
+    int Didascalia = 0;
 };
+
+/// What a field of a record would not bring to the instrument as it stands: a value that cannot be
+/// encoded, or one of which the field's byte or word carries the low bits alone.
+struct ValoreFuori {
+    const CampoRecord* Campo = nullptr;
+    std::string Scritto;                  ///< as the box or the project has it
+    std::optional<std::string> Arrivato;  ///< what a read would give back; empty: cannot be encoded
+};
+
+/// Those fields of a record, in order; out of the controls or, without, out of `DatiProgetto`.
+std::vector<ValoreFuori> ValoriFuori(const TabellaRecord& tabella,
+                                     const ControlliEditor* controlli);
+
+/// The numbers that the byte or word of a field carries and gives back ("0 ... 255"); those of a
+/// threshold are divided by its factor.
+std::string Ammessi(const CampoRecord& campo);
+
+/// The field of a record behind a control of its editor; null for a control that has none.
+const CampoRecord* CampoDi(std::string_view controllo);
 
 /// The frame that writes a record from an editor's controls or, without, from `DatiProgetto`.
 /// Raises `NonCodificabile`.

@@ -25,6 +25,11 @@ extern std::int16_t NumeroGiri;
 extern std::string BloccoDati1;
 extern std::string BloccoDati2;
 
+/// The download ended before the end of the memory.
+extern bool LogParziale;
+/// There are records that no conversion has saved yet.
+extern bool LogDaSalvare;
+
 /// What Download Data does before its window opens.
 void AzzeraBufferLog();
 

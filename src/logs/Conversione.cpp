@@ -12,6 +12,7 @@
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
 #include "shell/Domande.h"
+#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/TabelleNomi.h"
@@ -325,21 +326,37 @@ void ConvertiLog() {
         throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, std::string(kCosa), PercorsoCsv);
     }
     const FileLog file = ComponiLog();
-    ScriviFile(PercorsoCsv, file.Csv, kCosa);
-    ScriviFile(txt, file.Txt, kCosa);
-    ScriviFile(tim, file.Tim, kCosa);
+    // The data file last: where it is new, its side files are there when it appears.
+    const std::array<FileNuovo, 3> insieme = {
+        {{txt, file.Txt}, {tim, file.Tim}, {PercorsoCsv, file.Csv}}};
+    ScriviInsieme(insieme, kCosa);
+    LogDaSalvare = false;
     platform().MsgBox(Testo(269), Buttons::Ok, Icon::Information, platform().ExeName());
 }
 
 void mnuSaveData_Click() {
-    // The dialog gives the extension: the side files take their names from its three letters.
-    const auto scelto = platform().AskSave(
-        {Testo(21), platform().AppPath(), "Data File (*.csv)|*.csv", "Lapvane.csv", ".csv"});
+    const fs::path cartella = platform().AppPath();
+    RiparaCartella(cartella);
+    // A new name each time, for no question protects a log of another folder. The dialog gives the
+    // extension: the side files take their names from its three letters.
+    constexpr std::array<std::string_view, 3> kFini = {".csv", ".txt", ".tim"};
+    std::string stelo = "Lapvane " + platform().Stamp();
+    if (LogParziale) stelo += " " + Testo(Voce::Parziale);
+    const auto scelto =
+        platform().AskSave({Testo(21), cartella, "Data File (*.csv)|*.csv",
+                            PercorsoDaTesto(NomeLibero(cartella, stelo, kFini) + ".csv"), ".csv"});
     if (!scelto) return;
     PercorsoCsv = *scelto;
     if (!ConfermaSostituzione(PercorsoCsv)) return;
     platform().MousePointer(Pointer::Busy);
-    ConvertiLog();
+    try {
+        ConvertiLog();
+    } catch (const ErroreRuntime& errore) {
+        SegnalaScrittura(errore.File().empty()
+                             ? ErroreRuntime(errore.Numero(), errore.Cosa(), PercorsoCsv)
+                             : errore,
+                         Voce::LogNonSalvato);
+    }
     platform().MousePointer(Pointer::Normal);
 }
 

@@ -32,10 +32,12 @@ void ConvertiBlocchi(const std::vector<std::string>& blocchi, std::size_t numero
 /// The three files of the download buffers.
 FileLog ComponiLog();
 
-/// Writes the three files beside `PercorsoCsv` and shows text 269. A write error ends the program.
+/// Writes the three files beside `PercorsoCsv`, all of them or none, and shows text 269. Errors as
+/// those of `ScriviFile`.
 void ConvertiLog();
 
-/// The save command: asks for the path, then converts.
+/// The save command: asks for the path, then converts. What can't be written is told of, and the
+/// log stays in memory.
 void mnuSaveData_Click();
 
 }  // namespace lapvane

@@ -69,17 +69,58 @@ void Scarico::Esegui() {
     vista_.Stato(Testo(270));
     platform().MousePointer(Pointer::Busy);
     platform().DoEvents();
-    BytesDati = LeggiDimensioneDati();
+    senzaDimensione_ = !Insisti([this] { BytesDati = LeggiDimensioneDati(); });
     platform().Sleep(kPausa);
-    NumeroGiri = LeggiNumeroGiri();
+    senzaNumeroGiri_ = !Insisti([] { NumeroGiri = LeggiNumeroGiri(); });
     platform().Sleep(kPausa);
     ScaricaGiri();
     platform().Sleep(kPausa);
     ScaricaLog();
-    FaseComunicazione = 0;
-    if (giriOltre_) {
-        platform().MsgBox(Testo(Voce::TabellaGiriPiena), Buttons::Ok, Icon::Information, platform().ExeName());
+    // The poll keeps off the port until the window may let go of it.
+    if (const std::string mancanze = Mancanze(); !mancanze.empty()) {
+        platform().MsgBox(mancanze, Buttons::Ok, Icon::Warning, platform().ExeName());
     }
+    FaseComunicazione = 0;
+}
+
+bool Scarico::Insisti(const std::function<void()>& chiedi) {
+    constexpr int kAncora = 3;
+    chiedi();
+    for (int prova = 0; ErroreComunicazione && prova < kAncora && vista_.Visibile(); ++prova) {
+        ChiudiPorta();
+        if (LinkPronto() && vista_.Visibile()) chiedi();
+    }
+    return !ErroreComunicazione;
+}
+
+std::string Scarico::Mancanze() const {
+    std::string testo;
+    const auto riga = [&testo](const std::string& frase) {
+        if (!testo.empty()) testo += "\r\n\r\n";
+        testo += frase;
+    };
+    const auto conNumero = [&riga](Voce frase, std::int32_t numero) {
+        if (numero != 0) riga(Testo(frase) + " " + TestoNumero(numero));
+    };
+    if (senzaDimensione_) {
+        riga(Testo(Voce::ScaricoDimensione));
+    } else if (!finita_) {
+        riga(Testo(Voce::ScaricoFine) + " " + TestoNumero(letti_) + " / " + TestoNumero(BytesDati));
+    }
+    conNumero(Voce::ScaricoPagine, pagineScartate_);
+    conNumero(Voce::ScaricoNonLette, pagineNonLette_);
+    if (senzaNumeroGiri_) riga(Testo(Voce::ScaricoNumeroGiri));
+    if (!blocchiPersi_.empty()) {
+        std::string giri;
+        for (const int primo : blocchiPersi_) {
+            giri += (giri.empty() ? " " : ", ") + TestoNumero(primo) + "-" +
+                    TestoNumero(std::min(primo + kGiriBlocco - 1, int{NumeroGiri}));
+        }
+        riga(Testo(Voce::ScaricoGiri) + giri);
+    }
+    if (!testo.empty()) testo = Testo(Voce::ScaricoManca) + "\r\n\r\n" + testo;
+    if (giriOltre_) riga(Testo(Voce::TabellaGiriPiena));
+    return testo;
 }
 
 void Scarico::ScaricaGiri() {
@@ -87,12 +128,18 @@ void Scarico::ScaricaGiri() {
     NumeroSessione = 0;
     // The block number follows the lap number, so that a block that was missed leaves its laps
     // empty and does not shift the ones behind it.
-    for (int i = 1; i <= NumeroGiri && vista_.Visibile(); i += kGiriBlocco) {
-        if (LinkPronto()) {
-            BloccoDati1 = LeggiBloccoGiri((i - 1) / kGiriBlocco * static_cast<int>(kByteBlocco));
-            if (!BloccoDati1.empty()) DecodificaGiri(i);
+    blocchiPersi_.clear();
+    for (int i = 1; i <= NumeroGiri; i += kGiriBlocco) {
+        bool arrivato = false;
+        if (vista_.Visibile() && LinkPronto()) {
+            arrivato = Insisti([i] {
+                BloccoDati1 =
+                    LeggiBloccoGiri((i - 1) / kGiriBlocco * static_cast<int>(kByteBlocco));
+            });
+            if (arrivato) DecodificaGiri(i);
             platform().Sleep(kPausa);
         }
+        if (!arrivato) blocchiPersi_.push_back(i);
         platform().DoEvents();
     }
 }
@@ -132,7 +179,11 @@ void Scarico::ScaricaLog() {
     vista_.Stato(Testo(270));
     NumBlocchi = 0;
     BlocchiLog.clear();
+    LogDaSalvare = false;
     falliti_ = 0;
+    letti_ = 0;
+    pagineScartate_ = 0;
+    pagineNonLette_ = 0;
     bool vistaPaginaVuota = false;
     std::int32_t secondo = 0;  // second address of the page before
     for (std::int32_t i = 0; secondo < BytesDati; i += 2) {
@@ -142,8 +193,11 @@ void Scarico::ScaricaLog() {
             100, static_cast<int>(ConvertiInt32(static_cast<double>(primo) / BytesDati * 100.0)));
         // Closing the window makes the loop run out without reading.
         if (!vista_.Visibile()) break;
-        if (LinkPronto() && LeggiConRiprova(BloccoDati1, primo) &&
-            LeggiConRiprova(BloccoDati2, secondo)) {
+        if (!LinkPronto()) {
+            pagineNonLette_ += primo < BytesDati ? 1 : 0;
+        } else if (!LeggiConRiprova(BloccoDati1, primo) || !LeggiConRiprova(BloccoDati2, secondo)) {
+            break;  // the window has gone
+        } else {
             if (ByteIn(BloccoDati1, 1) == 255) {
                 // The log ends at the second page that was never written; the two need not be
                 // neighbours.
@@ -155,11 +209,18 @@ void Scarico::ScaricaLog() {
                 BlocchiLog.push_back(BloccoDati1);
                 BlocchiLog.push_back(BloccoDati2);
                 NumBlocchi += 2;
+                LogDaSalvare = true;
+            } else {
+                // The page behind the end holds anything.
+                pagineScartate_ += primo < BytesDati ? 1 : 0;
             }
         }
+        letti_ = std::min(primo + 2 * static_cast<std::int32_t>(kByteBlocco), BytesDati);
         vista_.Percento(percento);
         platform().DoEvents();
     }
+    finita_ = letti_ >= BytesDati;
+    LogParziale = !finita_ || pagineNonLette_ != 0;
     vista_.AbilitaOK(true);
     platform().MousePointer(Pointer::Normal);
     const bool qualcosa = NumBlocchi != 0;

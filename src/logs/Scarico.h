@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace lapvane {
 
@@ -40,7 +42,8 @@ class Scarico {
  public:
     explicit Scarico(VistaScarico& vista) : vista_(vista) {}
 
-    /// The activation of the window: sizes, lap memory, log memory.
+    /// The activation of the window: sizes, lap memory, log memory. At its end one box tells what
+    /// did not come, if anything.
     void Esegui();
 
     void ScaricaGiri();
@@ -51,12 +54,24 @@ class Scarico {
     std::int16_t NumeroSessione = 0;
 
  private:
+    /// Asks once, and up to three times more over a link that is opened anew. False: nothing came.
+    bool Insisti(const std::function<void()>& chiedi);
+    /// What the download lost, a sentence a line; empty: nothing.
+    std::string Mancanze() const;
+
     /// Reads a block of the log, with the retries; false when they are used up or the window went.
     bool LeggiConRiprova(std::string& blocco, std::int32_t indirizzo);
 
     VistaScarico& vista_;
     int falliti_ = 0;
     bool giriOltre_ = false;
+    bool senzaDimensione_ = false;
+    bool senzaNumeroGiri_ = false;
+    bool finita_ = true;             ///< the log memory was walked to its end
+    std::int32_t letti_ = 0;         ///< bytes of it that were walked
+    int pagineScartate_ = 0;         ///< dropped by their checksum
+    int pagineNonLette_ = 0;         ///< left out because no link was there
+    std::vector<int> blocchiPersi_;  ///< first lap of each lap block that did not come
 };
 
 }  // namespace lapvane

@@ -1,11 +1,14 @@
 #include "platform/FileTesto.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
+#include <cstdint>
 #include <system_error>
 #include <utility>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileSistema.h"
 #include "platform/Testo1252.h"
 
 namespace lapvane {
@@ -31,30 +34,441 @@ bool MenoSenzaMaiuscole(std::string_view a, std::string_view b) {
     });
 }
 
+constexpr std::string_view kPrimaRigaMarca = "Lapvane save 1";
+constexpr std::size_t kMarcaMassima = std::size_t{1} << 16;
+constexpr std::size_t kGrande = std::size_t{16} << 20;  // rewriting all of it would be felt
+
+enum class Modo : char {
+    Rinomina = 'R',  // the copy becomes the file
+    Intero = 'W',    // the copy's bytes become the file's
+    Inizio = 'S',    // the copy's bytes become the file's first ones
+};
+
+struct VoceMarca {
+    Modo Come = Modo::Rinomina;
+    fs::path File;
+    fs::path Copia;
+};
+
+fs::path& Riserva() {
+    static fs::path cartella;
+    return cartella;
+}
+
+fs::path CartellaRiserva() {
+    std::error_code ignorato;
+    return Riserva().empty() ? fs::temp_directory_path(ignorato) : Riserva();
+}
+
+std::string Utf8(const fs::path& percorso) {
+    const std::u8string utf8 = percorso.u8string();
+    return {reinterpret_cast<const char*>(utf8.data()), utf8.size()};
+}
+
+fs::path DaUtf8(const std::string& utf8) {
+    return std::u8string(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size());
+}
+
+bool CE(const fs::path& percorso) {
+    std::error_code ignorato;
+    return fs::exists(fs::symlink_status(percorso, ignorato));
+}
+
+/// What a path leads to: a link stays a link when its file is written.
+fs::path Vero(const fs::path& percorso) {
+    std::error_code ignorato;
+    return fs::is_symlink(percorso, ignorato) ? fs::weakly_canonical(percorso, ignorato) : percorso;
+}
+
+/// The name of a mark: a number made from the text, whatever its length.
+fs::path NomeMarca(const fs::path& chiave) {
+    constexpr std::uint64_t kBase = 14695981039346656037u;  // FNV-1a
+    constexpr std::uint64_t kPrimo = 1099511628211u;
+    std::uint64_t somma = kBase;
+    for (const char c : Utf8(chiave)) somma = (somma ^ static_cast<unsigned char>(c)) * kPrimo;
+    constexpr std::string_view kCifre = "0123456789abcdef";
+    std::string nome(kMarca);
+    for (int bit = 60; bit >= 0; bit -= 4) nome += kCifre[(somma >> bit) & 0xF];
+    return nome;
+}
+
+/// Where the mark of a file may lie: in its folder, or in the reserve. Files of one set have one.
+std::array<fs::path, 2> Marche(const fs::path& vero) {
+    const fs::path stelo = SenzaFine(vero.filename(), 3, {});
+    std::error_code ignorato;
+    return {vero.parent_path() / NomeMarca(stelo),
+            CartellaRiserva() /
+                NomeMarca(fs::absolute(vero, ignorato).lexically_normal().parent_path() / stelo)};
+}
+
+std::string Protetta(std::string_view testo) {
+    std::string riga;
+    for (const char c : testo) {
+        if (c == '%' || c == '\r' || c == '\n') {
+            riga += c == '%' ? "%25" : c == '\r' ? "%0D" : "%0A";
+        } else {
+            riga += c;
+        }
+    }
+    return riga;
+}
+
+std::string Scoperta(std::string_view riga) {
+    std::string testo;
+    for (std::size_t i = 0; i < riga.size(); ++i) {
+        const std::string_view codice = riga.substr(i, 3);
+        const char c = codice == "%25" ? '%' : codice == "%0D" ? '\r' : codice == "%0A" ? '\n' : 0;
+        testo += c == 0 ? riga[i] : c;
+        if (c != 0) i += 2;
+    }
+    return testo;
+}
+
+/// Paths beside the mark go without their folder, so that a folder may be moved with its mark.
+std::string TestoMarca(const fs::path& marca, const std::vector<VoceMarca>& voci) {
+    std::string testo(kPrimaRigaMarca);
+    testo += "\r\n";
+    const auto riga = [&](const fs::path& percorso) {
+        std::error_code ignorato;
+        const bool accanto = percorso.parent_path() == marca.parent_path();
+        testo += Protetta(Utf8(accanto ? percorso.filename() : fs::absolute(percorso, ignorato)));
+        testo += "\r\n";
+    };
+    for (const VoceMarca& voce : voci) {
+        testo += static_cast<char>(voce.Come);
+        testo += "\r\n";
+        riga(voce.File);
+        riga(voce.Copia);
+    }
+    return testo + "end\r\n";
+}
+
+/// Empty: no mark, or none that can be used.
+std::vector<VoceMarca> LeggiMarca(const fs::path& marca) {
+    std::string testo;
+    try {
+        if (!FileEsiste(marca)) return {};
+        testo = sistema::Leggi(marca, "reading a file", kMarcaMassima);
+    } catch (const ErroreRuntime&) {
+        return {};
+    }
+    LettoreRighe righe(testo);
+    if (righe.Prossima() != kPrimaRigaMarca) return {};
+    const bool nellaRiserva = marca.parent_path() == CartellaRiserva();
+    std::vector<VoceMarca> voci;
+    while (!righe.Fine()) {
+        const std::string_view modo = righe.Prossima();
+        if (modo == "end") return voci;
+        if (modo != "R" && modo != "W" && modo != "S") return {};
+        VoceMarca voce;
+        voce.Come = static_cast<Modo>(modo.front());
+        voce.File = marca.parent_path() / DaUtf8(Scoperta(righe.Prossima()));
+        voce.Copia = marca.parent_path() / DaUtf8(Scoperta(righe.Prossima()));
+        // A mark that came along with a folder puts nothing but copies of this program's, and those
+        // nowhere but into that folder.
+        if (Utf8(voce.Copia.filename()).rfind(kTemporaneo, 0) != 0) return {};
+        if (!nellaRiserva && voce.File.parent_path() != marca.parent_path()) return {};
+        voci.push_back(std::move(voce));
+    }
+    return {};
+}
+
+/// Puts one copy where it belongs. Done again after a kill it does no harm.
+sistema::Codice Avanti(const VoceMarca& voce) {
+    if (!CE(voce.Copia)) return 0;  // it is there already
+    if (voce.Come == Modo::Rinomina) {
+        const sistema::Codice errore = sistema::Rinomina(voce.Copia, voce.File);
+        return errore != 0 && CE(voce.Copia) ? errore : 0;
+    }
+    try {
+        const std::string testo =
+            sistema::Leggi(voce.Copia, "reading a file", static_cast<std::size_t>(-1));
+        return sistema::SulPosto(voce.File, testo, voce.Come == Modo::Intero);
+    } catch (const ErroreRuntime&) {
+        return CE(voce.Copia) ? static_cast<sistema::Codice>(-1) : 0;
+    }
+}
+
+/// Everything is where it belongs: the mark goes, then what it names.
+void TogliMarca(const fs::path& marca, const std::vector<VoceMarca>& voci) {
+    std::error_code ignorato;
+    for (const VoceMarca& voce : voci) sistema::Fissa(voce.File.parent_path());
+    fs::remove(marca, ignorato);
+    sistema::Fissa(marca.parent_path());
+    for (const VoceMarca& voce : voci) fs::remove(voce.Copia, ignorato);
+}
+
+/// False: not now; the mark stays.
+bool Completa(const fs::path& marca, const std::vector<VoceMarca>& voci) {
+    for (const VoceMarca& voce : voci) {
+        if (Avanti(voce) != 0) return false;
+    }
+    TogliMarca(marca, voci);
+    return true;
+}
+
+/// A file on its way to be written, with what puts the old one back.
+struct Passo : VoceMarca {
+    bool Cera = false;
+    bool Fatto = false;
+    std::string Vecchio;  // the bytes that the new ones replace
+};
+
+class Salvataggio {
+ public:
+    explicit Salvataggio(std::string_view cosa) : cosa_(cosa) {}
+    Salvataggio(const Salvataggio&) = delete;
+    Salvataggio& operator=(const Salvataggio&) = delete;
+    ~Salvataggio() {
+        std::error_code ignorato;
+        for (const Passo& passo : passi_) {
+            if (!marcato_ && !passo.Copia.empty()) fs::remove(passo.Copia, ignorato);
+        }
+    }
+
+    /// Writes the copy of a file's new text.
+    void Prepara(const fs::path& percorso, std::string_view testo, bool intero) {
+        Passo passo;
+        passo.File = Vero(percorso);
+        passo.Cera = CE(passo.File);
+        if (passo.Cera) {
+            // A file that forbids writing is not replaced behind its owner's back.
+            const sistema::Codice errore = sistema::Permesso(passo.File);
+            if (errore != 0) sistema::Fallisci(errore, cosa_, percorso);
+            std::error_code ignorato;
+            const auto nomi = fs::hard_link_count(passo.File, ignorato);
+            if (!ignorato && nomi > 1) passo.Come = Modo::Intero;
+            if (!intero) passo.Come = Modo::Inizio;
+        }
+        const fs::path cartella = passo.File.parent_path();
+        sistema::Codice errore = sistema::Provvisorio(cartella, passo.File, testo, passo.Copia);
+        if (errore != 0 && passo.Cera && sistema::Negato(errore)) {
+            if (passo.Come == Modo::Rinomina) passo.Come = Modo::Intero;
+            errore = sistema::Provvisorio(CartellaRiserva(), passo.File, testo, passo.Copia);
+        }
+        if (errore != 0) {
+            sistema::Fallisci(errore, cosa_, percorso);
+        }
+        passi_.push_back(std::move(passo));
+    }
+
+    /// One file alone that can be renamed needs no mark.
+    bool SenzaMarca() {
+        Passo& passo = passi_.front();
+        if (passi_.size() != 1 || passo.Come != Modo::Rinomina) return false;
+        const sistema::Codice errore = sistema::Rinomina(passo.Copia, passo.File);
+        if (errore != 0 && passo.Cera && sistema::Negato(errore)) {
+            // A folder in which only owners may take their files away.
+            passo.Come = Modo::Intero;
+            return false;
+        }
+        if (errore != 0) sistema::Fallisci(errore, cosa_, passo.File);
+        passo.Copia.clear();
+        return true;
+    }
+
+    void Esegui() {
+        for (Passo& passo : passi_) TieniVecchio(passo);
+        const std::vector<VoceMarca> voci(passi_.begin(), passi_.end());
+        const fs::path marca = ScriviMarca(voci);
+        marcato_ = true;
+        for (Passo& passo : passi_) {
+            const sistema::Codice errore = Avanti(passo);
+            passo.Fatto = true;
+            if (errore == 0) continue;
+            // What can't be put back now is completed by the next opening.
+            if (Indietro()) {
+                TogliMarca(marca, voci);
+                marcato_ = false;
+            }
+            sistema::Fallisci(errore, cosa_, passo.File);
+        }
+        TogliMarca(marca, voci);
+    }
+
+    void Riordina() const {
+        for (const Passo& passo : passi_) {
+            if (&passo == &passi_.front() ||
+                passo.File.parent_path() != passi_.front().File.parent_path()) {
+                TogliAbbandonati(passo.File.parent_path());
+            }
+        }
+    }
+
+ private:
+    void TieniVecchio(Passo& passo) {
+        if (!passo.Cera) return;
+        std::error_code ignorato;
+        const std::size_t massimo =
+            passo.Come != Modo::Inizio
+                ? static_cast<std::size_t>(-1)
+                : static_cast<std::size_t>(fs::file_size(passo.Copia, ignorato));
+        passo.Vecchio = sistema::Leggi(passo.File, cosa_, massimo);
+    }
+
+    fs::path ScriviMarca(const std::vector<VoceMarca>& voci) const {
+        sistema::Codice errore = 0;
+        for (const fs::path& marca : Marche(passi_.front().File)) {
+            const bool accanto = std::all_of(voci.begin(), voci.end(), [&](const VoceMarca& voce) {
+                return voce.File.parent_path() == marca.parent_path();
+            });
+            if (!accanto && marca.parent_path() != CartellaRiserva()) continue;
+            fs::path provvisoria;
+            errore =
+                sistema::Provvisorio(marca.parent_path(), {}, TestoMarca(marca, voci), provvisoria);
+            if (errore == 0) errore = sistema::Rinomina(provvisoria, marca);
+            if (errore == 0) {
+                sistema::Fissa(marca.parent_path());
+                return marca;
+            }
+            if (!provvisoria.empty()) {
+                std::error_code ignorato;
+                fs::remove(provvisoria, ignorato);
+            }
+            if (!sistema::Negato(errore)) break;
+        }
+        sistema::Fallisci(errore, cosa_, passi_.front().File);
+    }
+
+    /// Puts back every file that was touched; what was not stays with its copy. False: not all.
+    bool Indietro() {
+        for (auto passo = passi_.rbegin(); passo != passi_.rend(); ++passo) {
+            if (!passo->Fatto) continue;
+            if (passo->Come == Modo::Rinomina) {
+                if (CE(passo->Copia)) continue;  // it never got there
+                fs::path vecchia;
+                if (passo->Cera && sistema::Provvisorio(passo->File.parent_path(), passo->File,
+                                                        passo->Vecchio, vecchia) != 0) {
+                    return false;
+                }
+                if (sistema::Rinomina(passo->File, passo->Copia) != 0 ||
+                    (passo->Cera && sistema::Rinomina(vecchia, passo->File) != 0)) {
+                    return false;
+                }
+            } else if (sistema::SulPosto(passo->File, passo->Vecchio,
+                                         passo->Come == Modo::Intero) != 0) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    std::string cosa_;
+    std::vector<Passo> passi_;
+    bool marcato_ = false;
+};
+
 }  // namespace
 
+void ImpostaRiserva(const fs::path& cartella) {
+    Riserva() = cartella;
+}
+
+void Ripara(const fs::path& percorso) {
+    for (const fs::path& marca : Marche(Vero(percorso))) {
+        if (const auto voci = LeggiMarca(marca); !voci.empty()) Completa(marca, voci);
+    }
+}
+
+void RiparaCartella(const fs::path& cartella) {
+    std::error_code errore;
+    fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
+    std::vector<fs::path> marche;
+    for (; !errore && voci != fs::directory_iterator(); voci.increment(errore)) {
+        if (Utf8(voci->path().filename()).rfind(kMarca, 0) == 0) marche.push_back(voci->path());
+    }
+    for (const fs::path& marca : marche) {
+        if (const auto fatte = LeggiMarca(marca); !fatte.empty()) Completa(marca, fatte);
+    }
+}
+
+std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size_t massimo) {
+    const fs::path vero = Vero(percorso);
+    for (const fs::path& marca : Marche(vero)) {
+        const auto voci = LeggiMarca(marca);
+        if (voci.empty() || Completa(marca, voci)) continue;
+        // The medium takes nothing now: what was to be written is read where it lies, and no file
+        // of a set is older than the others.
+        for (const VoceMarca& voce : voci) {
+            if (voce.Come != Modo::Inizio && voce.File.filename() == vero.filename() &&
+                CE(voce.Copia)) {
+                return sistema::Leggi(voce.Copia, cosa, massimo);
+            }
+        }
+    }
+    return sistema::Leggi(percorso, cosa, massimo);
+}
+
+void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
+    Ripara(percorso);
+    Salvataggio salvataggio(cosa);
+    salvataggio.Prepara(percorso, testo, true);
+    if (!salvataggio.SenzaMarca()) salvataggio.Esegui();
+    salvataggio.Riordina();
+}
+
+void ScriviInsieme(std::span<const FileNuovo> insieme, std::string_view cosa) {
+    if (insieme.empty()) return;
+    Ripara(insieme.front().Percorso);
+    Salvataggio salvataggio(cosa);
+    for (const FileNuovo& file : insieme) salvataggio.Prepara(file.Percorso, file.Testo, true);
+    salvataggio.Esegui();
+    salvataggio.Riordina();
+}
+
 void RiscriviInizio(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
-    std::string intero(testo);
+    Ripara(percorso);
+    std::error_code ignorato;
     if (FileEsiste(percorso)) {
+        const std::uintmax_t byte = fs::file_size(percorso, ignorato);
+        if (!ignorato && byte > kGrande && byte > testo.size()) {
+            Salvataggio salvataggio(cosa);
+            salvataggio.Prepara(percorso, testo, false);
+            salvataggio.Esegui();
+            salvataggio.Riordina();
+            return;
+        }
+        std::string intero(testo);
         const std::string vecchio = LeggiFile(percorso, cosa);
         if (vecchio.size() > intero.size()) intero.append(vecchio, intero.size());
+        ScriviFile(percorso, intero, cosa);
+        return;
     }
-    ScriviFile(percorso, intero, cosa);
+    ScriviFile(percorso, testo, cosa);
+}
+
+bool CartellaScrivibile(const fs::path& cartella) {
+    fs::path nome;
+    const sistema::Codice errore = sistema::Provvisorio(cartella, {}, {}, nome);
+    if (errore != 0) return !sistema::Negato(errore);
+    std::error_code ignorato;
+    fs::remove(nome, ignorato);
+    return true;
 }
 
 void TogliAbbandonati(const fs::path& cartella) {
     constexpr auto kAbbandonato = std::chrono::hours(1);
     std::error_code errore;
     fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
-    while (!errore && voci != fs::directory_iterator()) {
+    std::vector<fs::path> vecchi, nominati;
+    for (; !errore && voci != fs::directory_iterator(); voci.increment(errore)) {
         const fs::path voce = voci->path();
-        voci.increment(errore);
-        if (TestoDaPercorso(voce.filename()).rfind(kTemporaneo, 0) != 0) continue;
+        const std::string nome = Utf8(voce.filename());
         std::error_code ignorato;
-        const auto scritto = fs::last_write_time(voce, ignorato);
-        if (!ignorato && fs::is_regular_file(fs::symlink_status(voce, ignorato)) &&
-            fs::file_time_type::clock::now() - scritto > kAbbandonato) {
-            fs::remove(voce, ignorato);
+        if (nome.rfind(kMarca, 0) == 0) {
+            for (const VoceMarca& v : LeggiMarca(voce)) nominati.push_back(v.Copia.filename());
+        } else if (nome.rfind(kTemporaneo, 0) == 0) {
+            const auto scritto = fs::last_write_time(voce, ignorato);
+            if (!ignorato && fs::is_regular_file(fs::symlink_status(voce, ignorato)) &&
+                fs::file_time_type::clock::now() - scritto > kAbbandonato) {
+                vecchi.push_back(voce);
+            }
+        }
+    }
+    for (const fs::path& vecchio : vecchi) {
+        std::error_code ignorato;
+        if (std::find(nominati.begin(), nominati.end(), vecchio.filename()) == nominati.end()) {
+            fs::remove(vecchio, ignorato);
         }
     }
 }
@@ -65,8 +479,8 @@ bool FileEsiste(const fs::path& percorso) {
     return fs::exists(stato) && !fs::is_directory(stato);
 }
 
-std::vector<std::string> ElencaFile(const fs::path& cartella) {
-    std::vector<std::string> nomi;
+std::vector<fs::path> ElencaPercorsi(const fs::path& cartella) {
+    std::vector<std::pair<std::string, fs::path>> nomi;
     std::error_code errore;
     fs::directory_iterator voci(cartella, errore);
     if (errore) {
@@ -78,13 +492,52 @@ std::vector<std::string> ElencaFile(const fs::path& cartella) {
         std::error_code ignorato;
         if (voce.is_directory(ignorato)) continue;
         std::string nome = TestoDaPercorso(voce.path().filename());
-        if (!nome.empty() && nome[0] != '.') nomi.push_back(std::move(nome));
+        if (!nome.empty() && nome[0] != '.') nomi.emplace_back(std::move(nome), voce.path());
     }
-    std::sort(nomi.begin(), nomi.end(), [](const std::string& a, const std::string& b) {
-        if (MenoSenzaMaiuscole(a, b)) return true;
-        return !MenoSenzaMaiuscole(b, a) && a < b;
+    std::sort(nomi.begin(), nomi.end(), [](const auto& a, const auto& b) {
+        if (MenoSenzaMaiuscole(a.first, b.first)) return true;
+        return !MenoSenzaMaiuscole(b.first, a.first) && a < b;
     });
+    std::vector<fs::path> percorsi;
+    for (auto& [nome, percorso] : nomi) percorsi.push_back(std::move(percorso));
+    return percorsi;
+}
+
+std::vector<std::string> ElencaFile(const fs::path& cartella) {
+    std::vector<std::string> nomi;
+    for (const fs::path& file : ElencaPercorsi(cartella)) {
+        nomi.push_back(TestoDaPercorso(file.filename()));
+    }
     return nomi;
+}
+
+bool StessoNome(const fs::path& a, const fs::path& b) {
+    if (a == b) return true;
+    return InTesto(a) && InTesto(b) && UgualiSenzaMaiuscole(TestoDaPercorso(a), TestoDaPercorso(b));
+}
+
+std::string NomeLibero(const fs::path& cartella, std::string stelo,
+                       std::span<const std::string_view> fini) {
+    for (char& c : stelo) {
+        if (std::string_view("/\\:*?\"<>|").find(c) != std::string_view::npos) c = '-';
+    }
+    std::vector<std::string> presenti;
+    try {
+        presenti = ElencaFile(cartella);
+    } catch (const ErroreRuntime&) {
+        // What can't be listed is asked for by name.
+    }
+    for (int n = 1;; ++n) {
+        const std::string nome = n == 1 ? stelo : stelo + " " + std::to_string(n);
+        const bool preso = std::any_of(fini.begin(), fini.end(), [&](std::string_view fine) {
+            const std::string file = nome + std::string(fine);
+            return FileEsiste(cartella / PercorsoDaTesto(file)) ||
+                   std::any_of(presenti.begin(), presenti.end(), [&](const std::string& altro) {
+                       return UgualiSenzaMaiuscole(altro, file);
+                   });
+        });
+        if (!preso) return nome;
+    }
 }
 
 fs::path SenzaFine(const fs::path& percorso, std::size_t meno, std::string_view fine) {

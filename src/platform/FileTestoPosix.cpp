@@ -10,46 +10,15 @@
 #include <system_error>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileSistema.h"
 #include "platform/FileTesto.h"
 #include "platform/PagineGrandi.h"
 
-namespace lapvane {
+namespace lapvane::sistema {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-[[noreturn]] void Fallisci(int errore, std::string_view cosa, const fs::path& percorso) {
-    NumeroErrore numero = NumeroErrore::DeviceIo;
-    switch (errore) {
-        case ENOENT: {
-            std::error_code ignorato;
-            const fs::path cartella = percorso.parent_path();
-            numero = cartella.empty() || fs::is_directory(cartella, ignorato)
-                         ? NumeroErrore::FileNotFound
-                         : NumeroErrore::PathNotFound;
-            break;
-        }
-        case ENOTDIR:
-            numero = NumeroErrore::PathNotFound;
-            break;
-        case EACCES:
-        case EPERM:
-        case EROFS:
-        case EISDIR:
-        case ENAMETOOLONG:
-            numero = NumeroErrore::PathAccess;
-            break;
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
-            numero = NumeroErrore::DiskFull;
-            break;
-        default:
-            break;
-    }
-    throw ErroreRuntime(numero, std::string(cosa), percorso);
-}
 
 /// A file descriptor that closes itself.
 class Descrittore {
@@ -74,26 +43,122 @@ class Descrittore {
 constexpr std::size_t kPosti = 6;  // of a temporary name that the system fills
 constexpr std::size_t kBoccone = std::size_t{128} << 10;
 
-/// 0, or the error number.
-int ScriviTutto(int d, std::string_view testo) {
+Codice Ultimo() {
+    return static_cast<Codice>(errno);
+}
+
+/// 0, or the error number. What was written is on the disk when it returns.
+Codice ScriviTutto(int d, std::string_view testo) {
     while (!testo.empty()) {
         const ssize_t scritti = ::write(d, testo.data(), testo.size());
         if (scritti < 0) {
             if (errno == EINTR) continue;
-            return errno;
+            return Ultimo();
         }
         testo.remove_prefix(static_cast<std::size_t>(scritti));
     }
-    return 0;
+    return ::fsync(d) == 0 ? 0 : Ultimo();
 }
 
 }  // namespace
 
-std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size_t massimo) {
-    const Descrittore file(::open(percorso.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (file.Valore() < 0) Fallisci(errno, cosa, percorso);
+void Fallisci(Codice codice, std::string_view cosa, const fs::path& percorso) {
+    NumeroErrore numero = NumeroErrore::DeviceIo;
+    switch (static_cast<int>(codice)) {
+        case ENOENT: {
+            std::error_code ignorato;
+            const fs::path cartella = percorso.parent_path();
+            numero = cartella.empty() || fs::is_directory(cartella, ignorato)
+                         ? NumeroErrore::FileNotFound
+                         : NumeroErrore::PathNotFound;
+            break;
+        }
+        case ENOTDIR:
+            numero = NumeroErrore::PathNotFound;
+            break;
+        case EACCES:
+        case EPERM:
+        case EROFS:
+        case EISDIR:
+        case ETXTBSY:
+        case ENAMETOOLONG:
+            numero = NumeroErrore::PathAccess;
+            break;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            numero = NumeroErrore::DiskFull;
+            break;
+        default:
+            break;
+    }
+    throw ErroreRuntime(numero, std::string(cosa), percorso);
+}
+
+bool Negato(Codice codice) {
+    const int numero = static_cast<int>(codice);
+    return numero == EACCES || numero == EPERM || numero == EROFS;
+}
+
+Codice Permesso(const fs::path& file) {
+    std::error_code ignorato;
+    if (fs::is_directory(file, ignorato)) return EISDIR;
+    return ::access(file.c_str(), W_OK) == 0 ? 0 : Ultimo();
+}
+
+Codice Provvisorio(const fs::path& cartella, const fs::path& modello, std::string_view testo,
+                   fs::path& nome) {
+    std::string scelto = (cartella / kTemporaneo).native() + std::string(kPosti, 'X');
+    Descrittore file(::mkostemp(scelto.data(), O_CLOEXEC));
+    if (file.Valore() < 0) return Ultimo();
+    struct stat vecchio {};
+    const bool cera = ::stat(modello.c_str(), &vecchio) == 0;
+    const mode_t maschera = ::umask(0);
+    ::umask(maschera);
+    static_cast<void>(::fchmod(file.Valore(), cera ? vecchio.st_mode & 07777u : 0666u & ~maschera));
+    Codice errore = ScriviTutto(file.Valore(), testo);
+    if (file.Chiudi() != 0 && errore == 0) errore = Ultimo();
+    if (errore != 0) ::unlink(scelto.c_str());
+    nome = scelto;
+    return errore;
+}
+
+Codice Rinomina(const fs::path& da, const fs::path& a) {
+    return ::rename(da.c_str(), a.c_str()) == 0 ? 0 : Ultimo();
+}
+
+Codice SulPosto(const fs::path& file, std::string_view testo, bool intero) {
+    Descrittore d(::open(file.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    if (d.Valore() < 0) return Ultimo();
     struct stat stato {};
-    if (::fstat(file.Valore(), &stato) != 0) Fallisci(errno, cosa, percorso);
+    if (::fstat(d.Valore(), &stato) != 0) return Ultimo();
+    const auto lunghezza = static_cast<off_t>(testo.size());
+    if (lunghezza > stato.st_size) {
+        const int stretto = ::posix_fallocate(d.Valore(), 0, lunghezza);
+        if (stretto != 0 && stretto != EINVAL && stretto != EOPNOTSUPP) {
+            static_cast<void>(::ftruncate(d.Valore(), stato.st_size) == 0);
+            return static_cast<Codice>(stretto);
+        }
+    }
+    if (const Codice errore = ScriviTutto(d.Valore(), testo); errore != 0) return errore;
+    if (intero && lunghezza < stato.st_size &&
+        (::ftruncate(d.Valore(), lunghezza) != 0 || ::fsync(d.Valore()) != 0)) {
+        return Ultimo();
+    }
+    return d.Chiudi() == 0 ? 0 : Ultimo();
+}
+
+void Fissa(const fs::path& cartella) {
+    const Descrittore d(
+        ::open(cartella.empty() ? "." : cartella.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY));
+    if (d.Valore() >= 0) static_cast<void>(::fsync(d.Valore()));
+}
+
+std::string Leggi(const fs::path& percorso, std::string_view cosa, std::size_t massimo) {
+    const Descrittore file(::open(percorso.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (file.Valore() < 0) Fallisci(Ultimo(), cosa, percorso);
+    struct stat stato {};
+    if (::fstat(file.Valore(), &stato) != 0) Fallisci(Ultimo(), cosa, percorso);
     if (S_ISDIR(stato.st_mode)) Fallisci(EISDIR, cosa, percorso);
     if (!S_ISREG(stato.st_mode)) Fallisci(EACCES, cosa, percorso);
     std::string testo;
@@ -109,7 +174,7 @@ std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size
             ::read(file.Valore(), pezzo.get(), std::min(boccone, byte - testo.size()));
         if (n < 0) {
             if (errno == EINTR) continue;
-            Fallisci(errno, cosa, percorso);
+            Fallisci(Ultimo(), cosa, percorso);
         }
         if (n == 0) break;
         testo.append(pezzo.get(), static_cast<std::size_t>(n));
@@ -117,32 +182,14 @@ std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size
     return testo;
 }
 
-void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
-    // A link stays a link: what it points at is replaced.
-    std::error_code ignorato;
-    const fs::path vero =
-        fs::is_symlink(percorso, ignorato) ? fs::weakly_canonical(percorso, ignorato) : percorso;
-    if (fs::is_directory(vero, ignorato)) Fallisci(EISDIR, cosa, percorso);
-    struct stat vecchio {};
-    const bool cera = ::stat(vero.c_str(), &vecchio) == 0;
-    // A file that forbids writing is not replaced behind its owner's back.
-    if (cera && ::access(vero.c_str(), W_OK) != 0) Fallisci(errno, cosa, percorso);
+}  // namespace lapvane::sistema
 
-    std::string nome = (vero.parent_path() / kTemporaneo).native() + std::string(kPosti, 'X');
-    Descrittore file(::mkostemp(nome.data(), O_CLOEXEC));
-    if (file.Valore() < 0) Fallisci(errno, cosa, percorso);
-    const mode_t maschera = ::umask(0);
-    ::umask(maschera);
-    static_cast<void>(::fchmod(file.Valore(), cera ? vecchio.st_mode & 07777u : 0666u & ~maschera));
-    int errore = ScriviTutto(file.Valore(), testo);
-    if (errore == 0 && ::fsync(file.Valore()) != 0) errore = errno;
-    if (file.Chiudi() != 0 && errore == 0) errore = errno;
-    if (errore == 0 && ::rename(nome.c_str(), vero.c_str()) != 0) errore = errno;
-    if (errore != 0) {
-        ::unlink(nome.c_str());
-        Fallisci(errore, cosa, percorso);
-    }
-    TogliAbbandonati(vero.parent_path());
+namespace lapvane {
+
+bool FileProprio(const std::filesystem::path& percorso) {
+    struct stat stato {};
+    return ::lstat(percorso.c_str(), &stato) == 0 && S_ISREG(stato.st_mode) &&
+           stato.st_uid == ::geteuid();
 }
 
 }  // namespace lapvane

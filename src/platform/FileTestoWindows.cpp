@@ -6,45 +6,14 @@
 #include <system_error>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/FileSistema.h"
 #include "platform/FileTesto.h"
 
-namespace lapvane {
+namespace lapvane::sistema {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-[[noreturn]] void Fallisci(DWORD errore, std::string_view cosa, const fs::path& percorso) {
-    NumeroErrore numero = NumeroErrore::DeviceIo;
-    switch (errore) {
-        case ERROR_FILE_NOT_FOUND:
-            numero = NumeroErrore::FileNotFound;
-            break;
-        case ERROR_PATH_NOT_FOUND:
-        case ERROR_BAD_NETPATH:
-        case ERROR_NOT_READY:
-        case ERROR_INVALID_DRIVE:
-            numero = NumeroErrore::PathNotFound;
-            break;
-        case ERROR_ACCESS_DENIED:
-        case ERROR_SHARING_VIOLATION:
-        case ERROR_LOCK_VIOLATION:
-        case ERROR_WRITE_PROTECT:
-        case ERROR_INVALID_NAME:
-        case ERROR_FILENAME_EXCED_RANGE:
-        case ERROR_DIRECTORY:
-            numero = NumeroErrore::PathAccess;
-            break;
-        case ERROR_DISK_FULL:
-        case ERROR_HANDLE_DISK_FULL:
-        case ERROR_FILE_TOO_LARGE:
-            numero = NumeroErrore::DiskFull;
-            break;
-        default:
-            break;
-    }
-    throw ErroreRuntime(numero, std::string(cosa), percorso);
-}
 
 /// A file handle that closes itself.
 class Maniglia {
@@ -78,23 +47,6 @@ DWORD ScriviTutto(HANDLE file, std::string_view testo) {
     return ::FlushFileBuffers(file) ? 0 : ::GetLastError();
 }
 
-/// Renames over an existing file; 0 or the error number. Another program that looks at every new
-/// file (a virus scanner, an indexer) may hold it for a moment: a refused rename is tried again.
-DWORD Sostituisci(const fs::path& nuovo, const fs::path& vecchio) {
-    constexpr int kProve = 10;
-    constexpr DWORD kPausaMs = 20;
-    for (int prova = 1;; ++prova) {
-        if (::MoveFileExW(nuovo.c_str(), vecchio.c_str(),
-                          MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-            return 0;
-        }
-        const DWORD errore = ::GetLastError();
-        const bool passera = errore == ERROR_SHARING_VIOLATION || errore == ERROR_ACCESS_DENIED;
-        if (!passera || prova == kProve) return errore;
-        ::Sleep(kPausaMs);
-    }
-}
-
 /// A name in the same folder that nothing has yet, opened for writing.
 HANDLE ApriProvvisorio(const fs::path& cartella, fs::path& nome) {
     for (DWORD n = ::GetTickCount();; ++n) {
@@ -108,7 +60,105 @@ HANDLE ApriProvvisorio(const fs::path& cartella, fs::path& nome) {
 
 }  // namespace
 
-std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size_t massimo) {
+void Fallisci(Codice codice, std::string_view cosa, const fs::path& percorso) {
+    NumeroErrore numero = NumeroErrore::DeviceIo;
+    switch (codice) {
+        case ERROR_FILE_NOT_FOUND:
+            numero = NumeroErrore::FileNotFound;
+            break;
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_BAD_NETPATH:
+        case ERROR_NOT_READY:
+        case ERROR_INVALID_DRIVE:
+            numero = NumeroErrore::PathNotFound;
+            break;
+        case ERROR_ACCESS_DENIED:
+        case ERROR_SHARING_VIOLATION:
+        case ERROR_LOCK_VIOLATION:
+        case ERROR_WRITE_PROTECT:
+        case ERROR_INVALID_NAME:
+        case ERROR_FILENAME_EXCED_RANGE:
+        case ERROR_DIRECTORY:
+            numero = NumeroErrore::PathAccess;
+            break;
+        case ERROR_DISK_FULL:
+        case ERROR_HANDLE_DISK_FULL:
+        case ERROR_FILE_TOO_LARGE:
+            numero = NumeroErrore::DiskFull;
+            break;
+        default:
+            break;
+    }
+    throw ErroreRuntime(numero, std::string(cosa), percorso);
+}
+
+bool Negato(Codice codice) {
+    return codice == ERROR_ACCESS_DENIED || codice == ERROR_WRITE_PROTECT;
+}
+
+Codice Permesso(const fs::path& file) {
+    std::error_code ignorato;
+    if (fs::is_directory(file, ignorato)) return ERROR_DIRECTORY;
+    const DWORD attributi = ::GetFileAttributesW(file.c_str());
+    return attributi != INVALID_FILE_ATTRIBUTES && (attributi & FILE_ATTRIBUTE_READONLY) != 0
+               ? ERROR_ACCESS_DENIED
+               : 0;
+}
+
+Codice Provvisorio(const fs::path& cartella, const fs::path&, std::string_view testo,
+                   fs::path& nome) {
+    Maniglia file(ApriProvvisorio(cartella, nome));
+    if (!file.Valida()) return ::GetLastError();
+    const DWORD errore = ScriviTutto(file.Valore(), testo);
+    file.Chiudi();
+    if (errore != 0) ::DeleteFileW(nome.c_str());
+    return errore;
+}
+
+// Another program that looks at every new
+// file (a virus scanner, an indexer) may hold it for a moment: a refused rename is tried again.
+Codice Rinomina(const fs::path& da, const fs::path& a) {
+    constexpr int kProve = 10;
+    constexpr DWORD kPausaMs = 20;
+    for (int prova = 1;; ++prova) {
+        if (::MoveFileExW(da.c_str(), a.c_str(),
+                          MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+            return 0;
+        }
+        const DWORD errore = ::GetLastError();
+        const bool passera = errore == ERROR_SHARING_VIOLATION || errore == ERROR_ACCESS_DENIED;
+        if (!passera || prova == kProve) return errore;
+        ::Sleep(kPausaMs);
+    }
+}
+
+Codice SulPosto(const fs::path& file, std::string_view testo, bool intero) {
+    const Maniglia m(::CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!m.Valida()) return ::GetLastError();
+    LARGE_INTEGER vecchia{};
+    if (!::GetFileSizeEx(m.Valore(), &vecchia)) return ::GetLastError();
+    LARGE_INTEGER nuova{};
+    nuova.QuadPart = static_cast<LONGLONG>(testo.size());
+    const LARGE_INTEGER inizio{};
+    if (nuova.QuadPart > vecchia.QuadPart) {
+        if (!::SetFilePointerEx(m.Valore(), nuova, nullptr, FILE_BEGIN) ||
+            !::SetEndOfFile(m.Valore()) ||
+            !::SetFilePointerEx(m.Valore(), inizio, nullptr, FILE_BEGIN)) {
+            return ::GetLastError();
+        }
+    }
+    if (const DWORD errore = ScriviTutto(m.Valore(), testo); errore != 0) return errore;
+    if (intero && nuova.QuadPart < vecchia.QuadPart &&
+        (!::SetEndOfFile(m.Valore()) || !::FlushFileBuffers(m.Valore()))) {
+        return ::GetLastError();
+    }
+    return 0;
+}
+
+void Fissa(const fs::path&) {}  // renames are written through
+
+std::string Leggi(const fs::path& percorso, std::string_view cosa, std::size_t massimo) {
     std::error_code ignorato;
     if (fs::is_directory(percorso, ignorato)) Fallisci(ERROR_DIRECTORY, cosa, percorso);
     const Maniglia file(::CreateFileW(percorso.c_str(), GENERIC_READ,
@@ -137,28 +187,13 @@ std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size
     return testo;
 }
 
-void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
-    // A link stays a link: what it points at is replaced.
-    std::error_code ignorato;
-    const fs::path vero =
-        fs::is_symlink(percorso, ignorato) ? fs::weakly_canonical(percorso, ignorato) : percorso;
-    if (fs::is_directory(vero, ignorato)) Fallisci(ERROR_DIRECTORY, cosa, percorso);
-    // A file that forbids writing is not replaced behind its owner's back.
-    const DWORD attributi = ::GetFileAttributesW(vero.c_str());
-    if (attributi != INVALID_FILE_ATTRIBUTES && (attributi & FILE_ATTRIBUTE_READONLY) != 0) {
-        Fallisci(ERROR_ACCESS_DENIED, cosa, percorso);
-    }
-    fs::path nome;
-    Maniglia file(ApriProvvisorio(vero.parent_path(), nome));
-    if (!file.Valida()) Fallisci(::GetLastError(), cosa, percorso);
-    DWORD errore = ScriviTutto(file.Valore(), testo);
-    file.Chiudi();
-    if (errore == 0) errore = Sostituisci(nome, vero);
-    if (errore != 0) {
-        ::DeleteFileW(nome.c_str());
-        Fallisci(errore, cosa, percorso);
-    }
-    TogliAbbandonati(vero.parent_path());
+}  // namespace lapvane::sistema
+
+namespace lapvane {
+
+bool FileProprio(const std::filesystem::path& percorso) {
+    std::error_code ignorato;  // the folders of a person are that person's there
+    return std::filesystem::is_regular_file(percorso, ignorato);
 }
 
 }  // namespace lapvane

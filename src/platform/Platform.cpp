@@ -1,7 +1,9 @@
 #include "platform/Platform.h"
 
+#include <array>
 #include <cassert>
 #include <cstdlib>
+#include <ctime>
 
 namespace lapvane {
 
@@ -16,6 +18,14 @@ Platform& platform() {
 
 void SetPlatform(Platform* platform) {
     theInUse = platform;
+}
+
+std::string Platform::Stamp() {
+    const std::time_t now = std::time(nullptr);
+    std::array<char, 32> text{};
+    const std::size_t length =
+        std::strftime(text.data(), text.size(), "%Y-%m-%d %H-%M-%S", std::localtime(&now));
+    return {text.data(), length};
 }
 
 void EndProgram(int code) {

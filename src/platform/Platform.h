@@ -49,10 +49,15 @@ class Platform {
     virtual std::optional<std::filesystem::path> AskSave(const FileRequest& request) = 0;
     virtual std::optional<Colore> AskColor(Colore initial) = 0;
 
-    virtual std::filesystem::path AppPath() = 0;  ///< the program's folder
+    virtual std::filesystem::path
+    AppPath() = 0;  ///< the program's folder, as `CartellaDelProgramma` decides
     virtual std::filesystem::path CurDir() = 0;
     virtual std::string ExeName() = 0;  ///< name of the executable, title of most boxes
     virtual std::string Now() = 0;      ///< date and time in the system's general format
+    /// Date and time as part of a file name, "2026-11-25 16-45-30", whatever the system's format.
+    virtual std::string Stamp();
+    /// The person's folder of documents; empty: there is none.
+    virtual std::filesystem::path Documents() { return {}; }
     virtual char DecimalSeparator() = 0;
     virtual void MousePointer(Pointer pointer) = 0;
     /// Text of the message boxes' buttons and dialogs follows the program's language (0 Italian,

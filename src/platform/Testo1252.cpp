@@ -78,10 +78,37 @@ std::string TestoDaPercorso(const std::filesystem::path& percorso) {
     return Utf8In1252({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
 }
 
+namespace {
+
+std::filesystem::path DaUtf8(std::string_view utf8) {
+    return std::u8string(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size());
+}
+
+constexpr std::string_view kSegnoUtf8 = "\xEF\xBB\xBF";
+
+}  // namespace
+
 std::filesystem::path PercorsoDaTesto(std::string_view testo) {
-    const std::string utf8 = Utf8Da1252(testo);
-    return std::filesystem::path(
-        std::u8string(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size()));
+    return DaUtf8(Utf8Da1252(testo));
+}
+
+bool InTesto(const std::filesystem::path& percorso) {
+    return PercorsoDaTesto(TestoDaPercorso(percorso)) == percorso;
+}
+
+std::string RigaDaPercorso(const std::filesystem::path& percorso) {
+    if (InTesto(percorso)) return TestoDaPercorso(percorso);
+    const std::u8string utf8 = percorso.u8string();
+    return std::string(kSegnoUtf8).append(reinterpret_cast<const char*>(utf8.data()), utf8.size());
+}
+
+std::filesystem::path PercorsoDaRiga(std::string_view riga) {
+    if (riga.rfind(kSegnoUtf8, 0) != 0) return PercorsoDaTesto(riga);
+    try {
+        return DaUtf8(riga.substr(kSegnoUtf8.size()));
+    } catch (const std::exception&) {
+        return PercorsoDaTesto(riga);  // no UTF-8 behind them: letters of the page
+    }
 }
 
 }  // namespace lapvane

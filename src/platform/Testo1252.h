@@ -17,4 +17,12 @@ std::string Utf8In1252(std::string_view utf8);
 std::string TestoDaPercorso(const std::filesystem::path& percorso);
 std::filesystem::path PercorsoDaTesto(std::string_view testo);
 
+/// Whether that text gives the path back: false for a name with characters that the page lacks.
+bool InTesto(const std::filesystem::path& percorso);
+
+/// A path as a line of a file: as text, or, where the page lacks one of its characters, as UTF-8
+/// behind the bytes EF BB BF. And back.
+std::string RigaDaPercorso(const std::filesystem::path& percorso);
+std::filesystem::path PercorsoDaRiga(std::string_view riga);
+
 }  // namespace lapvane

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
@@ -94,6 +95,8 @@ std::string TestoProgetto() {
 }
 
 void SalvaProgetto() {
+    // Until it is written it is not saved: the door puts it aside if the write fails.
+    ProgettoModificato = true;
     ScriviFile(PercorsoProgetto, TestoProgetto(), "saving the project");
     principale().Abilita(Comando::Save, true);
     principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto.empty()
@@ -101,6 +104,7 @@ void SalvaProgetto() {
                                                        : DatiProgetto.NomeProgetto);
     principale().TestoPannello(Pannello::Percorso, TestoDaPercorso(PercorsoProgetto));
     ProgettoModificato = false;
+    ProgettoSenzaFile = false;
 }
 
 bool LeggiValoriProgetto(std::string_view righe) {
@@ -163,6 +167,7 @@ void mnuNew_Click() {
     principale().TestoPannello(Pannello::Progetto, Testo(131));
     principale().TestoPannello(Pannello::Percorso, "");
     ProgettoModificato = false;
+    ProgettoSenzaFile = true;
     // Kept: `PercorsoProgetto` stays what it was, and Save is off until the next Save As.
     principale().Abilita(Comando::Save, false);
     principale().Abilita(Comando::SaveAs, true);
@@ -189,11 +194,11 @@ void mnuOpen_Click() {
     principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto);
     principale().TestoPannello(Pannello::Percorso, TestoDaPercorso(PercorsoProgetto));
     ProgettoModificato = false;
+    ProgettoSenzaFile = false;
     for (const Comando c : {Comando::Save, Comando::SaveAs, Comando::ReadDev, Comando::ProgDev}) {
         principale().Abilita(c, true);
     }
-    ScriviFileRecenti();
-    LeggiFileRecenti();
+    AggiornaFileRecenti();
     FileRecenteScelto.clear();
 }
 
@@ -204,17 +209,28 @@ void mnuSave_Click() {
 }
 
 void mnuSaveAs_Click() {
-    // A name to start from, so that the extension is there without being forced on anybody.
-    const fs::path nome =
-        PercorsoProgetto.empty() ? fs::path("Lapvane.pro") : PercorsoProgetto.filename();
-    const auto scelto = platform().AskSave(
-        {Testo(6), PercorsoProgetto.parent_path(), std::string(kFiltro), nome, {}});
+    // A name to start from, so that the extension is there without being forced on anybody. A
+    // project without a file gets one that nothing has: no question protects what is there.
+    const fs::path cartella = PercorsoProgetto.parent_path();
+    fs::path nome = PercorsoProgetto.filename();
+    if (PercorsoProgetto.empty() || ProgettoSenzaFile) {
+        constexpr std::array<std::string_view, 1> kFine = {".pro"};
+        nome = PercorsoDaTesto(
+            NomeLibero(cartella.empty() ? platform().CurDir() : cartella, Testo(2), kFine) +
+            ".pro");
+    }
+    const auto scelto = platform().AskSave({Testo(6), cartella, std::string(kFiltro), nome, {}});
     if (!scelto) return;
     if (!ConfermaSostituzione(*scelto)) return;
-    PercorsoProgetto = *scelto;
+    const fs::path prima = std::exchange(PercorsoProgetto, *scelto);
     // Kept: Save As touches the date of creation and Save that of the last change.
     DatiProgetto.DataCreazione = platform().Now();
-    SalvaProgetto();
+    try {
+        SalvaProgetto();
+    } catch (const ErroreRuntime&) {
+        PercorsoProgetto = prima;  // what is put aside goes with the file that it came from
+        throw;
+    }
     principale().Abilita(Comando::ProgDev, true);
 }
 

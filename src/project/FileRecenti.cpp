@@ -5,6 +5,7 @@
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "project/FileProgetto.h"
+#include "shell/FrasiErrore.h"
 #include "shell/Principale.h"
 #include "shell/StatoShell.h"
 
@@ -17,20 +18,23 @@ namespace {
 
 constexpr int kVociMenu = 4;
 constexpr std::string_view kLettura = "reading the list of recent files";
+constexpr std::string_view kScrittura = "writing the list of recent files";
+
+// No system has longer paths: a line that is longer is none.
+constexpr std::size_t kRigaMassima = 32767;
 
 std::filesystem::path File() {
     return platform().AppPath() / "RecentFiles.ini";
 }
 
-}  // namespace
-
-void LeggiFileRecenti() {
+void Leggi(const std::string& contenuto) {
     NumRecenti = 0;
     principale().NascondiFileRecenti();
-    const std::string contenuto = LeggiFile(File(), kLettura);
     LettoreRighe righe(contenuto);
     while (!righe.Fine()) {
-        const std::string riga(righe.Prossima());
+        const std::string_view intera = righe.Prossima();
+        if (intera.size() > kRigaMassima) continue;
+        const std::string riga(intera);
         if (riga == "0" || riga == "1") {
             AnalisiSpeed = riga == "1";
             continue;
@@ -40,13 +44,14 @@ void LeggiFileRecenti() {
                                 righe.Numero());
         }
         ListaRecenti[static_cast<std::size_t>(NumRecenti)] = riga;
-        principale().MostraFileRecente(NumRecenti, PercorsoDaTesto(riga));
+        principale().MostraFileRecente(NumRecenti, PercorsoDaRiga(riga));
         ++NumRecenti;
     }
 }
 
-void ScriviFileRecenti() {
-    const std::string scelto = TestoDaPercorso(FileRecenteScelto);
+/// Puts `FileRecenteScelto` on top and returns the text of the file.
+std::string Componi() {
+    const std::string scelto = RigaDaPercorso(FileRecenteScelto);
     // The places above the one that falls free move down into it, so that opening what is on the
     // list already loses nothing.
     std::size_t libera = kVociMenu - 1;
@@ -62,11 +67,33 @@ void ScriviFileRecenti() {
         const std::string& voce = ListaRecenti[static_cast<std::size_t>(i)];
         if (!voce.empty()) testo += voce + "\r\n";
     }
-    ScriviFile(File(), testo, "writing the list of recent files");
+    return testo;
+}
+
+}  // namespace
+
+void LeggiFileRecenti() {
+    Leggi(LeggiFile(File(), kLettura));
+}
+
+void ScriviFileRecenti() {
+    ScriviFile(File(), Componi(), kScrittura);
+}
+
+void AggiornaFileRecenti() {
+    const std::string testo = Componi();
+    try {
+        ScriviFile(File(), testo, kScrittura);
+    } catch (const ErroreRuntime& errore) {
+        SegnalaScrittura(errore, Voce::RecentiNonSalvati);
+        Leggi(testo);
+        return;
+    }
+    LeggiFileRecenti();
 }
 
 void mnuRecentFiles_Click(int indice) {
-    FileRecenteScelto = PercorsoDaTesto(ListaRecenti.at(static_cast<std::size_t>(indice)));
+    FileRecenteScelto = PercorsoDaRiga(ListaRecenti.at(static_cast<std::size_t>(indice)));
     mnuOpen_Click();
     FileRecenteScelto.clear();
 }

@@ -6,7 +6,8 @@
 
 namespace lapvane {
 
-/// The last opened projects, most recent first (as text of the file), and how many there are.
+/// The last opened projects, most recent first (as lines of the file, see `RigaDaPercorso`), and
+/// how many there are.
 extern std::array<std::string, 5> ListaRecenti;
 extern int NumRecenti;
 
@@ -18,6 +19,10 @@ void LeggiFileRecenti();
 /// moves down by one empty place and with four paths the oldest falls off at each end of the
 /// program.
 void ScriviFileRecenti();
+
+/// What Open does with the list: writes it and reads it anew. A file that can't be written is told
+/// of, and the menu shows the list all the same.
+void AggiornaFileRecenti();
 
 /// Click of entry 0 to 3 of the list.
 void mnuRecentFiles_Click(int indice);

@@ -1,6 +1,7 @@
 #include "reports/Circuiti.h"
 
 #include <algorithm>
+#include <cmath>
 #include <system_error>
 
 #include "platform/ErroreRuntime.h"
@@ -18,23 +19,31 @@ namespace {
 constexpr std::string_view kCartella = "tracks";
 constexpr std::size_t kByteMassimi = 1 << 20;  // of a file that a person can look through
 constexpr std::size_t kConPunto = 4;           // an extension and its point
+constexpr std::int64_t kRigheMassime = 32767;  // of an outline, that are counted
+constexpr double kLunghezzaMassima = 2147483647.0;
 
 /// The entry of a folder whose name equals `nome` without regard to case, the first in the order
-/// of their bytes; empty if there is none.
+/// of their bytes; empty if there is none. A name that the program's text lacks counts as what it
+/// becomes there, if it is the only one.
 template <class Prova>
 fs::path VoceSenzaMaiuscole(const fs::path& cartella, std::string_view nome, Prova adatta) {
-    fs::path trovata;
+    fs::path trovata, convertita;
+    int convertite = 0;
     std::error_code errore;
     fs::directory_iterator voci(cartella, errore);
     while (!errore && voci != fs::directory_iterator()) {
         const fs::path voce = voci->path();
-        if (UgualiSenzaMaiuscole(TestoDaPercorso(voce.filename()), nome) && adatta(voce) &&
-            (trovata.empty() || voce < trovata)) {
-            trovata = voce;
+        if (UgualiSenzaMaiuscole(TestoDaPercorso(voce.filename()), nome) && adatta(voce)) {
+            if (!InTesto(voce.filename())) {
+                convertita = voce;
+                ++convertite;
+            } else if (trovata.empty() || voce < trovata) {
+                trovata = voce;
+            }
         }
         voci.increment(errore);
     }
-    return trovata;
+    return trovata.empty() && convertite == 1 ? convertita : trovata;
 }
 
 bool EUnaCartella(const fs::path& percorso) {
@@ -79,48 +88,66 @@ fs::path FileCircuito(const std::string& nome, std::string_view estensione) {
     if (nome.empty() || nome.find_first_of(std::string_view("/\\\0", 3)) != std::string::npos) {
         return {};
     }
-    const std::string file = nome + '.' + std::string(estensione);
     const fs::path cartella = CartellaCircuiti();
+    if (nome.find('?') != std::string::npos) {
+        // Perhaps a name that the program's text lacks: the outline tells how it is written.
+        const fs::path tracciato = VoceSenzaMaiuscole(cartella, nome + ".trk", FileEsiste);
+        if (!tracciato.empty() && !InTesto(tracciato)) {
+            fs::path suo = tracciato;
+            return suo.replace_extension(estensione);
+        }
+        if (tracciato.empty()) return {};
+    }
+    const std::string file = nome + '.' + std::string(estensione);
     fs::path solito = cartella / PercorsoDaTesto(file);
     if (FileEsiste(solito)) return solito;
     const fs::path altro = VoceSenzaMaiuscole(cartella, file, FileEsiste);
     return altro.empty() ? solito : altro;
 }
 
-std::vector<PuntoTracciato> LeggiTracciato(std::string_view testo) {
+std::int32_t MetriInteri(std::string_view testo) {
+    const double metri = CampoNumerico(testo.data(), testo.data() + testo.size());
+    return std::fabs(metri) < kLunghezzaMassima ? ConvertiInt32(metri) : 0;
+}
+
+std::vector<PuntoTracciato> LeggiTracciato(std::string_view testo, int* righe) {
     std::vector<PuntoTracciato> punti;
-    LettoreRighe righe(testo);
-    while (!righe.Fine() && punti.size() < kPuntiMassimi) {
-        std::string_view riga = righe.Prossima();
+    LettoreRighe lettore(testo);
+    while (!lettore.Fine()) {
+        std::string_view riga = lettore.Prossima();
+        if (punti.size() == kPuntiMassimi) continue;
         if (!riga.empty() && riga.front() == '"') riga.remove_prefix(1);
         if (!riga.empty() && riga.back() == '"') riga.remove_suffix(1);
         PuntoTracciato punto;
         const std::size_t virgola = riga.find(',');
         if (virgola != std::string_view::npos) {
-            punto.X = LeggiInt32(riga.substr(0, virgola)).value_or(0);
-            punto.Y = LeggiInt32(riga.substr(virgola + 1)).value_or(0);
+            const std::string_view dopo = riga.substr(virgola + 1);
+            punto.X = MetriInteri(riga.substr(0, virgola));
+            punto.Y = MetriInteri(dopo.substr(0, dopo.find(',')));
         }
         punti.push_back(punto);
+    }
+    if (righe != nullptr) {
+        *righe = static_cast<int>(std::min<std::int64_t>(lettore.Numero(), kRigheMassime));
     }
     return punti;
 }
 
-std::optional<std::vector<PuntoTracciato>> LeggiFileTracciato(const std::string& nome) {
+std::optional<std::vector<PuntoTracciato>> LeggiFileTracciato(const std::string& nome, int* righe) {
     const auto testo = TestoDelCircuito(nome, "trk", "reading the outline of a track");
     if (!testo) return std::nullopt;
-    return LeggiTracciato(*testo);
+    return LeggiTracciato(*testo, righe);
 }
 
 FileSettori LeggiTestoSettori(std::string_view testo, std::size_t massimo) {
     FileSettori file;
     LettoreRighe righe(testo);
-    file.Lunghezza = LeggiNumero(righe.Prossima());
-    while (!righe.Fine() && file.Settori.size() < massimo) {
+    const auto prossima = [&] {
         const std::string_view riga = righe.Prossima();
-        const double lunghezza = CampoNumerico(riga.data(), riga.data() + riga.size());
-        if (lunghezza == 0.0) break;
-        file.Settori.push_back(lunghezza);
-    }
+        return CampoNumerico(riga.data(), riga.data() + riga.size());
+    };
+    if (!righe.Fine()) file.Lunghezza = prossima();
+    while (!righe.Fine() && file.Settori.size() < massimo) file.Settori.push_back(prossima());
     return file;
 }
 

@@ -35,20 +35,28 @@ struct PuntoTracciato {
 
 constexpr std::size_t kPuntiMassimi = 201;
 
-/// The points of an outline file's text, at most `kPuntiMassimi`; a line without a comma and a part
-/// that is no number give coordinates 0.
-std::vector<PuntoTracciato> LeggiTracciato(std::string_view testo);
+/// The points of an outline file's text, at most `kPuntiMassimi`. Of each part the number that it
+/// begins with counts; a line without a comma and a part without a number give coordinates 0.
+/// `righe` takes the lines of the text, also those past the last point; 32767 at most.
+std::vector<PuntoTracciato> LeggiTracciato(std::string_view testo, int* righe = nullptr);
 
 /// Reads a circuit's outline. Empty optional: there is no such file, or it cannot be read.
-std::optional<std::vector<PuntoTracciato>> LeggiFileTracciato(const std::string& nome);
+std::optional<std::vector<PuntoTracciato>> LeggiFileTracciato(const std::string& nome,
+                                                              int* righe = nullptr);
+
+/// The whole metres that a text begins with, ties to even; 0 if it begins with no number or 32 bits
+/// don't hold it.
+std::int32_t MetriInteri(std::string_view testo);
 
 /// How a track is divided.
 struct FileSettori {
-    std::optional<double> Lunghezza;  ///< metres; empty if the first line is no number
-    std::vector<double> Settori;      ///< metres, in order
+    std::optional<double>
+        Lunghezza;  ///< metres, 0 if the line begins with no number; no first line: none
+    std::vector<double> Settori;  ///< metres, in order; a line that is no number gives 0
 };
 
-/// Reads the text of a division; the list ends before a length of 0 and after `massimo` lengths.
+/// Reads the text of a division, `massimo` lengths at most. A length of 0 is one like any other: it
+/// is for the reader to say what it means.
 FileSettori LeggiTestoSettori(std::string_view testo, std::size_t massimo);
 
 /// Reads a circuit's division. Empty optional: there is no such file, or it cannot be read.

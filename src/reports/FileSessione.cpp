@@ -11,8 +11,7 @@ namespace lapvane {
 namespace {
 
 constexpr std::int16_t kSpessoreMassimo = 6;
-// Never an exponent, and the point whatever the machine's separator: the file travels.
-constexpr std::string_view kFiguraReale = "0.###############";
+constexpr std::size_t kDecimali = 340;  // down to the smallest number there is
 
 std::string SuUnaRiga(std::string_view testo) {
     std::string riga;
@@ -23,8 +22,11 @@ std::string SuUnaRiga(std::string_view testo) {
     return riga;
 }
 
+/// 15 digits wherever they stand, never an exponent, and the point whatever the machine's
+/// separator: the file travels.
 std::string Reale(double valore) {
-    return std::isfinite(valore) ? Formatta(valore, kFiguraReale) : "0";
+    static const std::string kFigura = "0." + std::string(kDecimali, '#');
+    return std::isfinite(valore) ? Formatta(valore, kFigura) : "0";
 }
 
 void LeggiCanale(std::string_view riga, CanaleSessione& canale) {

@@ -33,11 +33,9 @@ TestiStampaGrafico Righe() {
 
 }  // namespace
 
-TestiStampaGrafico TestiGraficoCanali(const std::vector<std::string>& canali) {
+TestiStampaGrafico TestiGraficoCanali() {
     TestiStampaGrafico testi = Righe();
     testi.Legenda = Testo(202);
-    if (!canali.empty()) testi.Legenda += ": ";
-    for (const std::string& nome : canali) testi.Legenda += nome + ";";
     return testi;
 }
 

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <string>
-#include <vector>
 
 namespace lapvane {
 
@@ -10,12 +9,13 @@ namespace lapvane {
 struct TestiStampaGrafico {
     /// Session, date, time, circuit, vehicle, drivers, notes; each label and value in one line.
     std::array<std::string, 7> Righe;
+    std::string Titolo;  ///< what the graph shows: log, lap and lap time
     std::string Legenda;
 };
 
-/// The lines for the graph of the channels; `canali` are the names of those that are drawn.
-TestiStampaGrafico TestiGraficoCanali(const std::vector<std::string>& canali);
-/// The lines for the overview of the alarms.
+/// The lines for the graph of the channels, but for the title.
+TestiStampaGrafico TestiGraficoCanali();
+/// The lines for the overview of the alarms, but for the title.
 TestiStampaGrafico TestiGraficoAllarmi();
 
 }  // namespace lapvane

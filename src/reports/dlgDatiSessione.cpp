@@ -15,6 +15,7 @@
 #include "project/DatiProgetto.h"
 #include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
+#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"
@@ -31,6 +32,13 @@ constexpr int kTestoSomma = 327;
 
 QString Rifilato(const std::string& testo) {
     return InQt(Rifila(testo));
+}
+
+/// The number that a track length begins with; none for a text that begins with no number.
+std::optional<double> Metri(const std::string& testo) {
+    if (const auto intero = LeggiNumero(testo)) return intero;
+    const double inizio = CampoNumerico(testo.data(), testo.data() + testo.size());
+    return inizio == 0.0 ? std::nullopt : std::optional(inizio);
 }
 
 void Avvisa(int testo) {
@@ -272,7 +280,8 @@ void dlgDatiSessione::RiempiCampiSessione() {
     const QString circuito = Rifilato(DatiSessione.Circuito);
     cboCircuito_->setCurrentIndex(cboCircuito_->findText(circuito));
     cboCircuito_->setEditText(circuito);
-    txtLunghezzaTracciato_->setText(Rifilato(DatiSessione.LunghTracciato));
+    lunghezzaLetta_ = Rifilato(DatiSessione.LunghTracciato);
+    txtLunghezzaTracciato_->setText(lunghezzaLetta_);
     txtVeicolo_->setText(Rifilato(DatiProgetto.Veicolo));
     txtPiloti_->setPlainText(Rifilato(DatiSessione.Piloti));
     txtNote_->setPlainText(Rifilato(DatiSessione.NoteSessione));
@@ -294,7 +303,8 @@ void dlgDatiSessione::cboCircuito_Click() {
             divisione_.Prendi(file->Settori);
             // Kept: the length of the open log's session changes here, whatever ends the dialog.
             if (file->Lunghezza) DatiSessione.LunghTracciato = TestoNumero(*file->Lunghezza);
-            txtLunghezzaTracciato_->setText(InQt(DatiSessione.LunghTracciato));
+            lunghezzaLetta_ = InQt(DatiSessione.LunghTracciato);
+            txtLunghezzaTracciato_->setText(lunghezzaLetta_);
         }
     }
     MostraSettori();
@@ -302,8 +312,7 @@ void dlgDatiSessione::cboCircuito_Click() {
 }
 
 void dlgDatiSessione::cboNumSettori_Click() {
-    divisione_.Dividi(LeggiInt32(DatiSessione.LunghTracciato).value_or(0),
-                      cboNumSettori_->currentIndex() + 1);
+    divisione_.Dividi(MetriInteri(DatiSessione.LunghTracciato), cboNumSettori_->currentIndex() + 1);
     MostraSettori();
     AggiornaTitolo();
 }
@@ -311,13 +320,13 @@ void dlgDatiSessione::cboNumSettori_Click() {
 void dlgDatiSessione::txtLunghezzaTracciato_Fine() {
     // Kept: it is the session of the open log that changes, even if Cancel follows.
     DatiSessione.LunghTracciato = DaQt(txtLunghezzaTracciato_->text());
+    lunghezzaLetta_ = txtLunghezzaTracciato_->text();
     cboNumSettori_Click();
 }
 
 void dlgDatiSessione::txtX_Fine(int i) {
-    const auto lunghezza = LeggiInt32(DatiSessione.LunghTracciato);
     const auto nuovo = LeggiIntero(DaQt(txtX_[static_cast<std::size_t>(i)]->text()));
-    if (lunghezza && nuovo) divisione_.Cambia(i, *nuovo, *lunghezza);
+    if (nuovo) divisione_.Cambia(i, *nuovo, MetriInteri(DatiSessione.LunghTracciato));
     MostraSettori();
 }
 
@@ -340,7 +349,7 @@ void dlgDatiSessione::MostraSettori() {
 
 void dlgDatiSessione::DisegnaSettori() {
     Picture1_->Settori(divisione_.SettoriCircuito,
-                       LeggiNumero(DatiSessione.LunghTracciato).value_or(0.0));
+                       Metri(DatiSessione.LunghTracciato).value_or(0.0));
 }
 
 /// A name that was typed: one of the list whatever its case, or one of its own.
@@ -385,9 +394,7 @@ void dlgDatiSessione::Lascia(QObject* oggetto) {
     if (oggetto == nullptr) return;
     if (oggetto == txtLunghezzaTracciato_) {
         // Passing through the box is no change of the length, and must not level the sectors.
-        if (DaQt(txtLunghezzaTracciato_->text()) != Rifila(DatiSessione.LunghTracciato)) {
-            txtLunghezzaTracciato_Fine();
-        }
+        if (txtLunghezzaTracciato_->text() != lunghezzaLetta_) txtLunghezzaTracciato_Fine();
     } else if (oggetto == cboCircuito_) {
         CircuitoScritto();
     } else if (const int i = IndiceCasella(oggetto); i >= 0 && i < divisione_.NumSettori - 1) {
@@ -401,7 +408,7 @@ bool dlgDatiSessione::eventFilter(QObject* oggetto, QEvent* evento) {
         const auto* tasto = static_cast<QKeyEvent*>(evento);
         if (tasto->key() == Qt::Key_Return || tasto->key() == Qt::Key_Enter) {
             Protetto([&] { preso = Invio(oggetto); });
-        } else if (oggetto == txtLunghezzaTracciato_ || IndiceCasella(oggetto) >= 0) {
+        } else if (IndiceCasella(oggetto) >= 0) {
             // Whole metres: digits only.
             const QString scritto = tasto->text();
             const bool comando = tasto->modifiers() & (Qt::ControlModifier | Qt::AltModifier);
@@ -424,15 +431,14 @@ void dlgDatiSessione::ScriviSettori() {
         ScriviTestoSettori(DatiSessione.LunghTracciato, divisione_.SettoriCircuito);
     try {
         ScriviFile(FileSettori_, testo, "writing the sectors");
-    } catch (const ErroreRuntime&) {
+    } catch (const ErroreRuntime& errore) {
         // A program folder that cannot be written to is no matter while nothing changes there.
         try {
             if (LeggiFile(FileSettori_, "reading the sectors", testo.size() + 1) == testo) return;
         } catch (const ErroreRuntime&) {
             // The message is the same.
         }
-        platform().MsgBox(Testo(328) + " " + TestoDaPercorso(FileSettori_) + " " + Testo(329),
-                          Buttons::Ok, Icon::Critical, platform().ExeName());
+        SegnalaScrittura(errore, Voce::SettoriNonSalvati);
     }
 }
 
@@ -443,7 +449,7 @@ void dlgDatiSessione::OKButton_Click() {
         txtX_[static_cast<std::size_t>(negativo)]->setFocus();
         return;
     }
-    const auto lunghezza = LeggiNumero(DaQt(txtLunghezzaTracciato_->text()));
+    const auto lunghezza = Metri(DaQt(txtLunghezzaTracciato_->text()));
     if (!lunghezza || static_cast<double>(divisione_.Somma()) != *lunghezza) {
         Avvisa(kTestoSomma);
         if (!lunghezza) {

@@ -59,6 +59,7 @@ class dlgDatiSessione : public QDialog {
     DivisioneSettori divisione_;
     std::filesystem::path FileSettori_;  ///< empty: no outline, so no division to write
     QString circuitoLetto_;
+    QString lunghezzaLetta_;  ///< the track length that the division is for
     bool chiuso_ = false;
 
     QGroupBox* fraSessione_ = nullptr;

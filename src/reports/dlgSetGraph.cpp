@@ -187,8 +187,10 @@ void dlgSetGraph::ScegliColore() {
 }
 
 void dlgSetGraph::NumeroErrato(QWidget* casella) {
-    platform().MsgBox(Testo(kTestoNumeroErrato), Buttons::Ok, Icon::Information,
-                      platform().ExeName());
+    const auto& [didascalia, ammessi] =
+        casella == txtFiltro_ ? std::pair{43, " (1 ... 32767)"} : std::pair{45, " (1 ... 6)"};
+    platform().MsgBox(Testo(kTestoNumeroErrato) + "\r\n" + Testo(didascalia) + ammessi, Buttons::Ok,
+                      Icon::Information, platform().ExeName());
     casella->setFocus();
     if (auto* testo = qobject_cast<QLineEdit*>(casella)) testo->selectAll();
 }

@@ -1,5 +1,6 @@
 #include "reports/dlgStatistiche.h"
 
+#include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -47,7 +48,19 @@ dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QD
     colonna->addWidget(MSFlexGrid1);
     MSFlexGrid1->setMinimumHeight(MSFlexGrid1->AltezzaPer(static_cast<int>(righe.size())));
     MSFlexGrid1->setMinimumWidth(MSFlexGrid1->LarghezzaPerTesti());
-    resize(std::max(minimumSizeHint().width(), kLarghezza), minimumSizeHint().height());
+    const int larghezza = std::max(minimumSizeHint().width(), kLarghezza);
+    if (analisi.GiriEsclusi > 0) {
+        auto* lblGiriEsclusi = new QLabel(
+            InQt(Testo(Voce::GiriSenzaTempo) + " " + TestoNumero(analisi.GiriEsclusi)), this);
+        lblGiriEsclusi->setObjectName(QStringLiteral("lblGiriEsclusi"));
+        lblGiriEsclusi->setWordWrap(true);
+        // The height of a text in several lines is no layout's minimum by itself.
+        const QMargins bordi = colonna->contentsMargins();
+        lblGiriEsclusi->setMinimumHeight(
+            lblGiriEsclusi->heightForWidth(larghezza - bordi.left() - bordi.right()));
+        colonna->addWidget(lblGiriEsclusi);
+    }
+    resize(larghezza, minimumSizeHint().height());
 }
 
 }  // namespace lapvane

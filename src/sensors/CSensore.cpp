@@ -33,12 +33,12 @@ void Rifiuta(const std::string& nome) {
                       platform().ExeName());
 }
 
-std::vector<std::string> FileDellaLibreria() {
+std::vector<fs::path> FileDellaLibreria() {
     const fs::path cartella = CartellaSensori();
     std::error_code ignorato;
     if (!fs::exists(cartella, ignorato)) return {};
     try {
-        return ElencaFile(cartella);
+        return ElencaPercorsi(cartella);
     } catch (const ErroreRuntime&) {
         Rifiuta(TestoDaPercorso(cartella.filename()));
         return {};
@@ -48,8 +48,7 @@ std::vector<std::string> FileDellaLibreria() {
 }  // namespace
 
 void CaricaLibreriaSensori() {
-    for (const std::string& nome : FileDellaLibreria()) {
-        const fs::path percorso = CartellaSensori() / PercorsoDaTesto(nome);
+    for (const fs::path& percorso : FileDellaLibreria()) {
         std::optional<CSensore> sensore;
         try {
             sensore = LeggiSensore(LeggiFile(percorso, "reading the sensor library", kMassimoFile));
@@ -57,7 +56,7 @@ void CaricaLibreriaSensori() {
             // A file that cannot be read, or holds a number beyond all range, is rejected alike.
         }
         if (!sensore) {
-            Rifiuta(nome);
+            Rifiuta(TestoDaPercorso(percorso.filename()));
             continue;
         }
         sensore->NomeFile(percorso);

@@ -1,6 +1,5 @@
 #include "sensors/Configurazione.h"
 
-#include <limits>
 #include <type_traits>
 
 #include "shell/NumeroTesto.h"
@@ -66,15 +65,6 @@ void SalvaNumero(const NumeroSetup& numero, std::int32_t valore, RecordProgetto&
             }
         },
         numero.Campo);
-}
-
-std::string Ammessi(const NumeroSetup& numero) {
-    const auto campo = [](auto limiti) {
-        return TestoNumero(std::int64_t{limiti.min()}) + " ... " +
-               TestoNumero(std::int64_t{limiti.max()});
-    };
-    if (numero.Lungo) return campo(std::numeric_limits<std::int32_t>());
-    return campo(std::numeric_limits<std::int16_t>());
 }
 
 void PagineSetup::Carica(const RecordProgetto& record) {

@@ -38,8 +38,6 @@ std::string MostraNumero(const NumeroSetup& numero, const RecordProgetto& record
 /// box.
 std::optional<std::int32_t> LeggiNumero(const NumeroSetup& numero, std::string_view testo);
 void SalvaNumero(const NumeroSetup& numero, std::int32_t valore, RecordProgetto& record);
-/// The numbers that a box takes ("-32768 ... 32767").
-std::string Ammessi(const NumeroSetup& numero);
 
 /// The display pages while the editor is open, and which of them is on show.
 class PagineSetup {

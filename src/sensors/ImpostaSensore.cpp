@@ -8,6 +8,7 @@
 #include "platform/Testo1252.h"
 #include "sensors/CanaliSensore.h"
 #include "sensors/FileSensore.h"
+#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {
@@ -32,11 +33,11 @@ bool NomeAmmesso(const std::string& utf8) {
 
 /// The file of the folder that has that name without regard to case; the one of the very name comes
 /// first.
-std::optional<std::string> FileUguale(const std::string& file) {
-    std::optional<std::string> trovato;
-    for (const std::string& altro : ElencaFile(CartellaSensori())) {
-        if (altro == file) return altro;
-        if (!trovato && UgualiSenzaMaiuscole(altro, file)) trovato = altro;
+std::optional<fs::path> FileUguale(const fs::path& file) {
+    std::optional<fs::path> trovato;
+    for (const fs::path& altro : ElencaPercorsi(CartellaSensori())) {
+        if (altro.filename() == file) return altro;
+        if (!trovato && StessoNome(altro.filename(), file)) trovato = altro;
     }
     return trovato;
 }
@@ -53,10 +54,13 @@ std::string Testata(std::string_view tipo, const std::string& nome) {
 enum class Esito { Salvato, Annullato, Fallito };
 
 Esito Scrivi(std::string_view tipo, const std::string& utf8, const TabellaPunti& tabella,
-             const std::string& percorso) {
-    if (!NomeAmmesso(utf8)) return Esito::Fallito;
+             const std::string& percorso, std::string& motivo) {
+    if (!NomeAmmesso(utf8)) {
+        motivo = Testo(Voce::MotivoNome);
+        return Esito::Fallito;
+    }
     const std::string nome = Utf8In1252(utf8);
-    const std::string file = nome + std::string(kEstensione);
+    const fs::path file = PercorsoDaTesto(nome + std::string(kEstensione));
     try {
         const auto vecchio = FileUguale(file);
         if (vecchio &&
@@ -65,16 +69,18 @@ Esito Scrivi(std::string_view tipo, const std::string& utf8, const TabellaPunti&
             return Esito::Annullato;
         }
         // The file that the question was about is the one that is replaced.
-        const fs::path dove = CartellaSensori() / PercorsoDaTesto(vecchio.value_or(file));
+        const fs::path dove = vecchio.value_or(CartellaSensori() / file);
         if (tabella.NumPuntiTabella() <= 0) {
             // Kept: without a row in use the file stops behind its heading. A sensor that was there
             // stays whole.
+            motivo = Testo(Voce::MotivoSenzaPunti);
             if (!vecchio) ScriviFile(dove, Testata(tipo, nome), "writing a sensor file");
             return Esito::Fallito;
         }
         ScriviSensore(dove, tipo, nome, tabella.AsseX(), tabella.AsseY());
         return Esito::Salvato;
-    } catch (const ErroreRuntime&) {
+    } catch (const ErroreRuntime& errore) {
+        motivo = Motivo(errore);
         return Esito::Fallito;
     }
 }
@@ -111,10 +117,12 @@ bool SalvaSensore(std::string_view tipo, const std::string& nome, const TabellaP
     }
     const std::string percorso =
         TestoDaPercorso(CartellaSensori() / "") + Utf8In1252(nome) + std::string(kEstensione);
-    const Esito esito = Scrivi(tipo, nome, tabella, percorso);
+    std::string motivo;
+    const Esito esito = Scrivi(tipo, nome, tabella, percorso, motivo);
     if (esito == Esito::Fallito) {
-        platform().MsgBox(Testo(328) + " " + percorso + " " + Testo(329), Buttons::Ok,
-                          Icon::Critical, titolo);
+        platform().MsgBox(Testo(328) + " " + percorso + " " + Testo(329) + "\r\n\r\n" + motivo +
+                              "\r\n" + Testo(Voce::SensoreNonSalvato),
+                          Buttons::Ok, Icon::Critical, titolo);
     }
     if (esito != Esito::Salvato) return false;
     SvuotaLibreriaSensori();

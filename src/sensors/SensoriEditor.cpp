@@ -119,14 +119,15 @@ std::optional<std::size_t> CanaleSenzaNome(const ControlliEditor& controlli) {
     return std::nullopt;
 }
 
-std::optional<std::size_t> CanaleInConflitto(const ControlliEditor& controlli) {
+std::optional<std::pair<std::size_t, std::size_t>> CanaliInConflitto(
+    const ControlliEditor& controlli) {
     for (const auto& [primo, secondo] : kCoppie) {
         const CanaleEditor& a = kCanaliEditor[primo];
         const CanaleEditor& b = kCanaliEditor[secondo];
         // An input's list is enabled exactly when its channel is on.
         if (controlli.Spunta(a.Abil) && controlli.Spunta(b.Abil) &&
             controlli.Testo(a.Chann) == controlli.Testo(b.Chann)) {
-            return secondo;
+            return std::pair{primo, secondo};
         }
     }
     return std::nullopt;

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "project/DatiProgetto.h"
@@ -84,8 +85,9 @@ void AbilitaCanale(const CanaleEditor& canale, ControlliEditor& controlli);
 /// The first channel that is on and has no sensor's name.
 std::optional<std::size_t> CanaleSenzaNome(const ControlliEditor& controlli);
 
-/// The second channel of the first pair that is on and shares an analogue input.
-std::optional<std::size_t> CanaleInConflitto(const ControlliEditor& controlli);
+/// The first pair of channels that are on and share an analogue input.
+std::optional<std::pair<std::size_t, std::size_t>> CanaliInConflitto(
+    const ControlliEditor& controlli);
 
 /// A number box's text as it is stored; empty if that is no number of 16 bits.
 std::optional<std::int16_t> LeggiNumero(const NumeroSensori& numero, std::string_view testo);

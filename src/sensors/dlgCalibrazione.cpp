@@ -25,6 +25,11 @@ std::string Coda() {
     return "\n\n" + Testo(247) + "\n\n" + Testo(248);
 }
 
+/// The same step again, told that nothing was entered.
+std::string FaseFallita(const std::string& fase) {
+    return Testo(Voce::LetturaFallita) + "\n\n" + fase;
+}
+
 std::string FaseIniziale() {
     return Testo(244) + Testo(245) + Coda();
 }
@@ -76,7 +81,7 @@ void dlgCalibrazione::Disponi() {
     // The window keeps its size from the first step to the last.
     int alto = 0;
     const int largo = fontMetrics().averageCharWidth() * 66;
-    for (const std::string& fase : {FaseIniziale(), FaseSeguente()}) {
+    for (const std::string& fase : {FaseFallita(FaseIniziale()), FaseFallita(FaseSeguente())}) {
         lblDescrizioneFase_->setText(InQt(fase));
         alto = std::max(alto, lblDescrizioneFase_->heightForWidth(largo));
     }
@@ -148,6 +153,7 @@ void dlgCalibrazione::AbilitaStrumento(bool presente) {
 }
 
 void dlgCalibrazione::OKButton_Click() {
+    const bool primo = calibrazione_.NumeroPunto() == 0;
     Descrivi(FaseSeguente());
     txtLitri_->show();
     Label1_->show();
@@ -155,8 +161,21 @@ void dlgCalibrazione::OKButton_Click() {
     {
         ScambioInCorso scambio(*this, {corpo_, OKButton_, cmdFineProcedura_}, kFase, 0, nullptr,
                                inCorso_);
-        // Kept: without a link, or after a failed read, the last value counts.
+        ErroreComunicazione = true;  // without a link nothing is read
         if (!scambio.Esegui([](std::int16_t) { LeggiValoriAnalogici(); }, 0)) return;
+    }
+    if (ErroreComunicazione) {
+        // The value of the step before would be a point that nobody measured.
+        Descrivi(FaseFallita(primo ? FaseIniziale() : FaseSeguente()));
+        txtLitri_->setVisible(!primo);
+        Label1_->setVisible(!primo);
+        if (primo) {
+            OKButton_->setFocus();
+        } else {
+            txtLitri_->setFocus();
+            txtLitri_->selectAll();
+        }
+        return;
     }
     calibrazione_.ValoreBenzina = ValoriAnalogici[Calibrazione::kIngressoBenzina];
     const std::string litri = Calibrazione::SistemaLitri(DaQt(txtLitri_->text()));

@@ -21,9 +21,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kTestoNumeroErrato = 262;
-
-const ScambioEditor kProgramma = {20, 227, 219, 220, {InviaDatiAllarmi}};
+const ScambioEditor kProgramma = {20, 227, 219, 220, {InviaDatiAllarmi}, {&kRecordAllarmi}};
 const ScambioEditor kLeggi = {21, 236, 203, 0, {LeggiDatiAllarmi}};
 
 /// A lamp as the driver sees it.
@@ -277,7 +275,7 @@ void frmAllarmi::MostraDatiAllarmi() {
 bool frmAllarmi::Rifiuta(CasellaNumerica* casella) {
     casella->setFocus();
     casella->selectAll();
-    platform().MsgBox(Testo(kTestoNumeroErrato), Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
+    MostraNumeroErrato(*casella);
     return false;
 }
 

@@ -23,7 +23,8 @@ namespace {
 constexpr std::size_t kLingua = 0, kVelocita = 1, kTemperatura = 2, kPressione = 3;
 constexpr std::size_t kRecVel = 0, kStopRec = 1, kMsgGiro = 2, kVisGiro = 3, kSettore = 4;
 
-const ScambioEditor kProgramma = {18, 226, 146, 218, {InviaDatiSetup1, InviaDatiSetup2}};
+const ScambioEditor kProgramma = {
+    18, 226, 146, 218, {InviaDatiSetup1, InviaDatiSetup2}, {&kRecordSetup1, &kRecordSetup2}};
 const ScambioEditor kLeggi = {19, 234, 206, 0, {LeggiDatiSetup1, LeggiDatiSetup2}};
 
 constexpr std::string_view kFlagPagina = "PagineAbilitateTemp";
@@ -386,7 +387,8 @@ bool frmConfigurazione::NumeriValidi() {
         caselle_[i]->setFocus();
         caselle_[i]->selectAll();
         platform().MsgBox(Testo(kNumeriSetup[i].Didascalia) + "\r\n" +
-                              Testo(Voce::NumeroNellIntervallo) + " " + Ammessi(kNumeriSetup[i]),
+                              Testo(Voce::NumeroNellIntervallo) + " " +
+                              Ammessi(*CampoDi(kNumeriSetup[i].Controllo)),
                           Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
         return false;
     }
@@ -411,7 +413,7 @@ void frmConfigurazione::OKButton_Click() {
 }
 
 void frmConfigurazione::cmdInviaDati_Click() {
-    if (NumeriValidi()) Programma(kProgramma);
+    Programma(kProgramma);
 }
 
 void frmConfigurazione::cmdLeggiDati_Click() {

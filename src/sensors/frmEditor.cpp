@@ -3,9 +3,11 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPointer>
 #include <QVBoxLayout>
 
+#include "device/RecordStrumento.h"
 #include "device/SerialComm.h"
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
@@ -214,7 +216,18 @@ void frmEditor::Scambia(const ScambioEditor& scambio, const std::function<void()
     fine();
 }
 
+bool frmEditor::PuoInviare(const ScambioEditor& scambio) {
+    const auto ferma = ConfermaInvio(scambio.Record);
+    if (!ferma) return true;
+    if (auto* controllo = findChild<QWidget*>(InQt(*ferma))) {
+        Vai(controllo);
+        if (auto* casella = qobject_cast<QLineEdit*>(controllo)) casella->selectAll();
+    }
+    return false;
+}
+
 void frmEditor::Programma(const ScambioEditor& scambio) {
+    if (!PuoInviare(scambio)) return;
     if (!Conferma(scambio.TitoloDomanda, kTestoSovrascrive)) return;
     InCorso corso(*this, scambio);
     const bool riuscito = Esegui(scambio);

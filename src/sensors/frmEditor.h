@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "device/TabelleRecord.h"
 #include "shell/Editor.h"
 #include "widgets/Mnemonica.h"
 
@@ -25,6 +26,7 @@ struct ScambioEditor {
     int TestoStato = 0;
     int TestoFine = 0;
     std::vector<void (*)()> Routine;
+    std::vector<const TabellaRecord*> Record = {};  ///< what is sent
 };
 
 /// What the editors of the instrument's settings share: they are `FormAttiva` while they are open,
@@ -68,6 +70,10 @@ class frmEditor : public QDialog, public Editor {
                  const std::function<void()>& fine);
     /// What an exchange is at, shown in the window and in the status bar.
     void Progresso(int testo);
+    /// Whether the records can be sent as they stand; if not, the focus goes where the reason is.
+    bool PuoInviare(const ScambioEditor& scambio);
+    /// Brings a control into view and gives it the focus.
+    virtual void Vai(QWidget* controllo) { controllo->setFocus(); }
     void Programma(const ScambioEditor& scambio);
     void Leggi(const ScambioEditor& scambio);
 

@@ -53,6 +53,7 @@ frmImpostaSensore::frmImpostaSensore(QWidget* parent) : QDialog(parent) {
     GraficoSensore_ = new GraficoWidget(corpo_);
     GraficoSensore_->setObjectName(QStringLiteral("GraficoSensore"));
     GraficoSensore_->setFocusPolicy(Qt::NoFocus);
+    GraficoSensore_->MostraPunti(true);
 
     auto* sinistra = new QVBoxLayout;
     auto* sopra = new QHBoxLayout;
@@ -426,10 +427,12 @@ void frmImpostaSensore::Check1_Click(int i) {
 
 void frmImpostaSensore::txtX_LostFocus(int i) {
     // A fuel level may fall.
-    if (TipoCorrente_ == kBenzina || tabella_.Crescente(i)) return;
+    if (TipoCorrente_ == kBenzina || tabella_.Crescente(i)) return cmdDisegnaCurva_Click();
     tabella_.X(i, "");
     tabella_.Spunta(i, false);
     Mostra();
+    cmdDisegnaCurva_Click();
+    rigaAvviso_ = static_cast<std::size_t>(i);
     AvvisaCrescente();
 }
 
@@ -437,6 +440,7 @@ void frmImpostaSensore::txtY_LostFocus(int i) {
     std::string testo = VirgolaInPunto(tabella_.Riga(i).Y);
     tabella_.Y(i, FormattaDecimali(testo, FattoreSensore(TipoCorrente_)));
     Mostra();
+    cmdDisegnaCurva_Click();
 }
 
 /// The message waits until the click that moved the focus has ended: a box inside a mouse press
@@ -463,6 +467,8 @@ void frmImpostaSensore::MostraAvviso() {
     // Kept: Italian in every language.
     platform().MsgBox("Il valore di bit deve essere crescente", Buttons::Ok, Icon::Warning,
                       DaQt(windowTitle()));
+    // The row has lost its tick and its X: an empty box would not let go.
+    CasellaNumerica::NonRestareInUnaErrata(*this, *Check1_[rigaAvviso_]);
 }
 
 /// Leaves the box that has the focus. False: it was refused, and nothing else happens.

@@ -28,12 +28,11 @@ namespace {
 constexpr int kTestoFrequenza = 57, kTestoLivello = 58, kTestoNome = 67, kTestoAbilita = 68;
 constexpr int kTestoIngresso = 303;
 constexpr int kTestoErrore = 230;
-constexpr int kTestoNumeroErrato = 262;
 constexpr int kTestoConflitto = 305;
 constexpr int kCaratteriNome = 20;
 constexpr std::array<int, 3> kTestiPulsanti = {182, 183, 35};  // in the order of the base
 
-const ScambioEditor kProgramma = {22, 149, 150, 157, {}};
+const ScambioEditor kProgramma = {22, 149, 150, 157, {}, {&kRecordSensori}};
 const ScambioEditor kLeggi = {23, 235, 158, 165, {}};
 constexpr int kProgrammaInterrotta = 229, kLetturaInterrotta = 233;
 
@@ -311,16 +310,20 @@ bool frmSensori::ValidaSensori() {
     const auto canale = CanaleSenzaNome(*campi_);
     if (!canale) return true;
     Vai(nomi_[*canale]);
-    platform().MsgBox(Testo(kCanaliEditor[*canale].TestoManca), Buttons::Ok, Icon::Warning,
-                      DaQt(windowTitle()));
+    platform().MsgBox(Testo(kCanaliEditor[*canale].TestoManca) + "\r\n" + Testo(Voce::MancaNome),
+                      Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
     return false;
 }
 
 bool frmSensori::ValidaCanali() {
-    const auto canale = CanaleInConflitto(*campi_);
-    if (!canale) return true;
-    Vai(ingressi_[*canale]);
-    platform().MsgBox(Testo(kTestoConflitto), Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
+    const auto coppia = CanaliInConflitto(*campi_);
+    if (!coppia) return true;
+    const auto& [primo, secondo] = *coppia;
+    Vai(ingressi_[secondo]);
+    platform().MsgBox(Testo(kTestoConflitto) + "\r\n" + Testo(kCanaliEditor[primo].Titolo) + ", " +
+                          Testo(kCanaliEditor[secondo].Titolo) + ": " +
+                          campi_->Testo(kCanaliEditor[secondo].Chann),
+                      Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
     return false;
 }
 
@@ -333,8 +336,7 @@ bool frmSensori::NumeriValidi(bool ancheVuoti) {
         if (LeggiNumero(numero, DaQt(caselle_[i]->text()))) continue;
         Vai(caselle_[i]);
         caselle_[i]->selectAll();
-        platform().MsgBox(Testo(kTestoNumeroErrato), Buttons::Ok, Icon::Warning,
-                          DaQt(windowTitle()));
+        MostraNumeroErrato(*caselle_[i]);
         return false;
     }
     return true;
@@ -366,6 +368,7 @@ bool frmSensori::Passo(const std::function<void()>& scambio) {
 
 void frmSensori::cmdInviaDati_Click() {
     if (!ValidaSensori() || !ValidaCanali() || !NumeriValidi(false)) return;
+    if (!PuoInviare(kProgramma)) return;
     if (!Conferma(kProgramma.TitoloDomanda, 147)) return;
     bool riuscito = false;
     Scambia(

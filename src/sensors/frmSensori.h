@@ -54,7 +54,7 @@ class frmSensori : public frmEditor {
     QWidget* CreaLivello(QWidget* dove, std::size_t numero);
     QWidget* CreaCanale(QWidget* dove, std::size_t numero);
 
-    void Vai(QWidget* controllo);
+    void Vai(QWidget* controllo) override;
     bool ValidaSensori();
     bool ValidaCanali();
     bool NumeriValidi(bool ancheVuoti);

@@ -1,5 +1,6 @@
 #include "shell/Domande.h"
 
+#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
@@ -9,11 +10,17 @@ namespace lapvane {
 
 bool ConfermaSostituzione(const std::filesystem::path& percorso) {
     const std::string scelto = TestoDaPercorso(percorso);
-    const std::filesystem::path cartella = platform().AppPath();
-    for (const std::string& nome : ElencaFile(cartella)) {
-        if (!UgualiSenzaMaiuscole(TestoDaPercorso(cartella / PercorsoDaTesto(nome)), scelto)) {
-            continue;
+    std::vector<std::filesystem::path> presenti;
+    try {
+        presenti = ElencaPercorsi(platform().AppPath());
+    } catch (const ErroreRuntime&) {
+        // A folder that can't be listed may still hold the very file.
+        if (percorso.parent_path() == platform().AppPath() && FileEsiste(percorso)) {
+            presenti.push_back(percorso);
         }
+    }
+    for (const std::filesystem::path& file : presenti) {
+        if (!StessoNome(file, percorso)) continue;
         return platform().MsgBox(scelto + " " + Testo(132), Buttons::OkCancel, Icon::Question,
                                  Testo(133)) == Answer::Ok;
     }

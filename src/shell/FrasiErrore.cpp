@@ -3,13 +3,15 @@
 #include <array>
 #include <utility>
 
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 43> kFrasi = {{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 46> kFrasi = {{
     // The classic texts of the error numbers.
     {"Overflow", "Overflow"},
     {"Subscript out of range", "Indice fuori intervallo"},
@@ -35,12 +37,16 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 43> kFrasi =
     {"reading the sensor library", "lettura della libreria sensori"},
     {"writing a sensor file", "scrittura di un file di sensore"},
     {"reading a point of a sensor curve", "lettura di un punto di una curva"},
+    {"reading a file", "lettura di un file"},
+    {"filling the program's folder", "riempimento della cartella del programma"},
     {"listing a folder", "lettura di una cartella"},
     {"encoding a field for the instrument", "codifica di un campo per lo strumento"},
     {"computing a checksum", "calcolo di un checksum"},
     {"converting the log", "conversione del log"},
     {"reading the log", "lettura del log"},
     {"reading the lap times", "lettura dei tempi sul giro"},
+    {"asking an analysis for a channel or a lap",
+     "richiesta di un canale o di un giro a un'analisi"},
     {"reading the sectors", "lettura dei settori"},
     {"reading the session", "lettura dei dati della sessione"},
     {"writing the session", "scrittura dei dati della sessione"},
@@ -65,6 +71,29 @@ std::string FraseErrore(std::string_view inglese) {
         if (chiave == inglese) return std::string(italiano);
     }
     return std::string(inglese);
+}
+
+std::string Motivo(const ErroreRuntime& errore) {
+    switch (errore.Numero()) {
+        case NumeroErrore::DiskFull:
+            return Testo(Voce::MotivoPieno);
+        case NumeroErrore::PathAccess:
+            return Testo(Voce::MotivoNegato);
+        case NumeroErrore::FileNotFound:
+        case NumeroErrore::PathNotFound:
+            return Testo(Voce::MotivoSparito);
+        case NumeroErrore::DeviceIo:
+            return Testo(Voce::MotivoGuasto);
+        default:
+            return FraseErrore(errore.what());
+    }
+}
+
+void SegnalaScrittura(const ErroreRuntime& errore, Voce perduto) {
+    platform().MousePointer(Pointer::Normal);
+    platform().MsgBox(Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(errore.File()) + "\r\n" +
+                          Motivo(errore) + "\r\n\r\n" + Testo(perduto),
+                      Buttons::Ok, Icon::Critical, platform().ExeName());
 }
 
 }  // namespace lapvane

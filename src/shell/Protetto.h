@@ -7,8 +7,17 @@
 
 namespace lapvane {
 
-/// The one door for what nobody caught: shows the error with what the program was doing and in
-/// which file, and ends the program through `Platform::End`.
+/// What became of what was not saved when the program had to end.
+struct EsitoSoccorso {
+    bool Serviva = false;        ///< something was not saved
+    std::filesystem::path File;  ///< where it is now; empty: it could not be put aside
+};
+
+/// What the door has done before it tells; null: nothing. Whoever knows what is unsaved sets it.
+void ImpostaSoccorso(EsitoSoccorso (*mettiDaParte)());
+
+/// The one door for what nobody caught: puts aside what is not saved, shows the error with what the
+/// program was doing and in which file, and ends the program through `Platform::End`.
 [[noreturn]] void PortaDegliErrori(const ErroreRuntime& errore);
 [[noreturn]] void PortaDegliErrori(const std::exception& errore);
 

@@ -11,6 +11,7 @@ bool AnalisiCaricata = false;
 Editor* FormAttiva = nullptr;
 bool ProgettoModificato = false;
 std::filesystem::path PercorsoProgetto;
+bool ProgettoSenzaFile = false;
 std::filesystem::path FileRecenteScelto;
 
 void ImpostaFormAttiva(Editor* editor) {
@@ -27,6 +28,7 @@ void AzzeraStatoShell() {
     FormAttiva = nullptr;
     ProgettoModificato = false;
     PercorsoProgetto.clear();
+    ProgettoSenzaFile = false;
     FileRecenteScelto.clear();
 }
 

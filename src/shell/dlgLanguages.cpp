@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "platform/qt/TestoQt.h"
+#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 
@@ -45,7 +46,11 @@ dlgLanguages::dlgLanguages(QWidget* parent) : QDialog(parent) {
     connect(optInglese_, &QRadioButton::clicked, this, [] { IndiceLingua = 1; });
     connect(OKButton, &QPushButton::clicked, this, [this] {
         Protetto([this] {
-            SalvaLingua();
+            try {
+                SalvaLingua();
+            } catch (const ErroreRuntime& errore) {
+                SegnalaScrittura(errore, Voce::LinguaNonSalvata);
+            }
             accept();
         });
     });

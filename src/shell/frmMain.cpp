@@ -16,7 +16,9 @@
 #include "device/dlgStrumento.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
+#include "logs/Soccorso.h"
 #include "logs/frmDownload.h"
+#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtSerialControl.h"
@@ -30,6 +32,7 @@
 #include "sensors/frmConfigurazione.h"
 #include "sensors/frmImpostaSensore.h"
 #include "sensors/frmSensori.h"
+#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -103,6 +106,7 @@ int frmMain::Avvia() {
         finestra = std::make_unique<frmMain>(std::make_unique<QtSerialControl>());
         finestra->Carica();
         finestra->show();
+        Protetto(OffriSoccorso);
         finestra->AvviaSorveglianza();
     };
     splash.show();
@@ -203,6 +207,8 @@ void frmMain::CostruisciStato() {
 }
 
 void frmMain::Carica() {
+    ImpostaSoccorso(MettiDaParte);
+    ImpostaRiserva(platform().AppPath());
     AnalisiCaricata = false;
     StrumentoPresentePrec = false;
     AnalisiInCorso = false;
@@ -390,9 +396,11 @@ void frmMain::Esegui(Comando comando) {
             break;
         case Comando::Save:
             mnuSave_Click();
+            ConcludiSoccorso();
             break;
         case Comando::SaveAs:
             mnuSaveAs_Click();
+            ConcludiSoccorso();
             break;
         case Comando::Exit:
             // Behind the end of this command, as a click on the close box would come.
@@ -421,6 +429,7 @@ void frmMain::Esegui(Comando comando) {
             break;
         case Comando::SaveData:
             mnuSaveData_Click();
+            ConcludiSoccorso();
             break;
         case Comando::Analize:
             Analizza();
@@ -498,9 +507,11 @@ void frmMain::ScaricaDati() {
 }
 
 void frmMain::Analizza() {
+    RiparaCartella(platform().AppPath());
     const auto scelto = platform().AskOpen(
         {Testo(22), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
     if (!scelto) return;
+    Ripara(*scelto);
     AnalisiInCorso = true;
     platform().DoEvents();
     std::unique_ptr<frmAnalisi> finestra;
@@ -548,7 +559,12 @@ void frmMain::closeEvent(QCloseEvent* evento) {
         if (!chiude) return;
         inAttesa_.clear();
         tmrComm_.stop();
-        ScriviFileRecenti();
+        try {
+            ScriviFileRecenti();
+        } catch (const ErroreRuntime& errore) {
+            SegnalaScrittura(errore, Voce::RecentiNonSalvati);
+        }
+        FineSoccorso();
         SvuotaLibreriaSensori();
         ChiudiPorta();
         evento->accept();

@@ -32,17 +32,19 @@ BarraNavigazione::BarraNavigazione(QWidget* parent) : QWidget(parent) {
     struct Zoomata {
         const char* Nome;
         const char* Testo;
-        double Ampiezza;
+        double Fattore;
+        bool Fuori;
     };
-    constexpr std::array<Zoomata, 4> kZoom = {{{"cmdZoomIn10", "+10%", kPocoZoom},
-                                               {"cmdZoomIn50", "+50%", kMoltoZoom},
-                                               {"cmdZoomOut10", "-10%", 1.0 / kPocoZoom},
-                                               {"cmdZoomOut50", "-50%", 1.0 / kMoltoZoom}}};
+    constexpr std::array<Zoomata, 4> kZoom = {{{"cmdZoomIn10", "+10%", kPocoZoom, false},
+                                               {"cmdZoomIn50", "+50%", kMoltoZoom, false},
+                                               {"cmdZoomOut10", "-10%", kPocoZoom, true},
+                                               {"cmdZoomOut50", "-50%", kMoltoZoom, true}}};
     for (std::size_t i = 0; i < kZoom.size(); ++i) {
         const Zoomata& z = kZoom[i];
         QPushButton* const pulsante = Pulsante(z.Nome, QString::fromLatin1(z.Testo));
         pulsante->setAccessibleName(QStringLiteral("Zoom ") + QString::fromLatin1(z.Testo));
-        connect(pulsante, &QPushButton::clicked, this, [this, z] { Q_EMIT Zoom(z.Ampiezza); });
+        connect(pulsante, &QPushButton::clicked, this,
+                [this, z] { Q_EMIT Zoom(z.Fattore, z.Fuori); });
         if (i < zoomIn_.size()) zoomIn_[i] = pulsante;
         riga->addWidget(pulsante);
     }

@@ -20,8 +20,8 @@ class BarraNavigazione : public QWidget {
     void Nomi(const QString& sposta, const QString& scorri);
 
  Q_SIGNALS:
-    /// The window becomes so many times as wide.
-    void Zoom(double ampiezza);
+    /// The window becomes so many times as wide or, if `fuori`, its width is divided by the factor.
+    void Zoom(double fattore, bool fuori);
     /// The window moves by so many steps.
     void Sposta(int passi);
     /// -1: to the left, 1: to the right.

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFocusEvent>
+#include <QLabel>
 #include <QPointer>
 #include <QTimer>
 #include <utility>
@@ -27,6 +28,16 @@ bool ChiedeControllo(const QObject* controllo) {
 
 }  // namespace
 
+void MostraNumeroErrato(const QWidget& casella) {
+    QString nome = casella.accessibleName();
+    for (const QLabel* etichetta : casella.window()->findChildren<QLabel*>()) {
+        if (nome.isEmpty() && etichetta->buddy() == &casella)
+            nome = etichetta->text().remove(QLatin1Char('&'));
+    }
+    platform().MsgBox(Testo(kTestoNumeroErrato) + "\r\n" + DaQt(nome), Buttons::Ok, Icon::Warning,
+                      DaQt(casella.window()->windowTitle()));
+}
+
 CasellaNumerica::CasellaNumerica(QWidget* parent) : QLineEdit(parent) {}
 
 void CasellaNumerica::SenzaControllo(QWidget* controllo) {
@@ -36,6 +47,14 @@ void CasellaNumerica::SenzaControllo(QWidget* controllo) {
 bool CasellaNumerica::Lascia(const QWidget& finestra) {
     auto* casella = qobject_cast<CasellaNumerica*>(finestra.focusWidget());
     return casella == nullptr || casella->Esci();
+}
+
+void CasellaNumerica::NonRestareInUnaErrata(const QWidget& finestra, QWidget& altrove) {
+    auto* casella = qobject_cast<CasellaNumerica*>(finestra.focusWidget());
+    if (casella == nullptr || casella->Valida()) return;
+    casella->esente_ = true;
+    altrove.setFocus(Qt::OtherFocusReason);
+    casella->esente_ = false;
 }
 
 bool CasellaNumerica::Esci() {
@@ -54,8 +73,7 @@ bool CasellaNumerica::Valida() const {
 }
 
 void CasellaNumerica::Avvisa() {
-    platform().MsgBox(Testo(kTestoNumeroErrato), Buttons::Ok, Icon::Warning,
-                      DaQt(window()->windowTitle()));
+    MostraNumeroErrato(*this);
 }
 
 /// The message waits until the event that moved the focus has run to its end: a message box inside
@@ -86,8 +104,9 @@ void CasellaNumerica::focusOutEvent(QFocusEvent* evento) {
     // A box that was refused takes the focus back; the one that had it for that moment was not
     // left.
     const auto* altra = qobject_cast<CasellaNumerica*>(QApplication::focusWidget());
-    const bool resta = motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason ||
-                       motivo == Qt::MenuBarFocusReason || (altra != nullptr && altra->rifiutata_);
+    const bool resta = esente_ || motivo == Qt::ActiveWindowFocusReason ||
+                       motivo == Qt::PopupFocusReason || motivo == Qt::MenuBarFocusReason ||
+                       (altra != nullptr && altra->rifiutata_);
     if (!resta && isVisible() && isEnabled()) {
         if (ChiedeControllo(QApplication::focusWidget()) && !Valida()) return Rifiuta();
         if (PersoFuoco) Protetto(PersoFuoco);

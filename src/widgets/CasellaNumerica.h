@@ -5,6 +5,10 @@
 
 namespace lapvane {
 
+/// Says that the text of a box is no number that it takes, and which box (text 262 and its name),
+/// under its window's title.
+void MostraNumeroErrato(const QWidget& casella);
+
 /// A number box of an editor. Left with a text that is no 16-bit number (a fraction is rounded) it
 /// says so (text 262, titled like its window), blanks itself and keeps the focus, and the click
 /// that wanted to go elsewhere does nothing. Another program, a menu or a message does not take the
@@ -25,6 +29,10 @@ class CasellaNumerica : public QLineEdit {
     /// message; the caller does nothing then.
     static bool Lascia(const QWidget& finestra);
 
+    /// If the window's focus is in a box whose text would be refused, moves it to that control,
+    /// without a check and without a word.
+    static void NonRestareInUnaErrata(const QWidget& finestra, QWidget& altrove);
+
  protected:
     void focusInEvent(QFocusEvent* evento) override;
     void focusOutEvent(QFocusEvent* evento) override;
@@ -37,6 +45,7 @@ class CasellaNumerica : public QLineEdit {
     bool Esci();
 
     bool rifiutata_ = false;  // the message is still to come
+    bool esente_ = false;     // it may be left as it is
 };
 
 }  // namespace lapvane

@@ -6,7 +6,6 @@
 #include <limits>
 
 #include "platform/qt/QtPlatform.h"
-#include "widgets/Contrasto.h"
 
 namespace lapvane {
 
@@ -16,7 +15,6 @@ constexpr double kMargine = 14.0;  // room for pen, cross and marker
 constexpr double kCroceMinima = 5.0;
 constexpr double kRaggioMarcatore = 7.0;
 constexpr double kPuntiNumeri = 12.0;
-constexpr double kContrastoLinea = 2.0;  // enough for a thick line, and pure colours stay pure
 
 constexpr Colore kRosso = Rgb(255, 0, 0);
 constexpr Colore kVerde = Rgb(0, 255, 0);
@@ -130,10 +128,6 @@ void DisegnoTracciato::paintEvent(QPaintEvent* evento) {
     penna.setRenderHint(QPainter::Antialiasing);
     penna.setClipRect(contentsRect());
     const QColor testo = palette().color(QPalette::Text);
-    const Colore sfondo = DaQColor(palette().color(QPalette::Base));
-    const auto colorato = [&](Colore colore) {
-        return InQColor(ColoreLeggibile(colore, sfondo, kContrastoLinea));
-    };
     QPen tratto(testo, spessore_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     const auto disegna = [&](qsizetype da, qsizetype a) {
         if (a > da) penna.drawPolyline(linea.constData() + da, static_cast<int>(a - da + 1));
@@ -141,7 +135,7 @@ void DisegnoTracciato::paintEvent(QPaintEvent* evento) {
     penna.setPen(tratto);
     qsizetype resto = 0;
     for (const TrattoSettore& t : tratti_) {
-        tratto.setColor(colorato(t.Settore % 2 != 0 ? kRosso : kVerde));
+        tratto.setColor(InQColor(t.Settore % 2 != 0 ? kRosso : kVerde));
         penna.setPen(tratto);
         disegna(t.Inizio, t.Fine);
         resto = t.Fine;

@@ -15,6 +15,8 @@ namespace lapvane {
 
 namespace {
 
+constexpr double kRespiro = 0.04;  // of the range, on each side of curves with marks
+constexpr double kSegno = 7.0;     // width of a mark
 constexpr double kMargine = 10.0;
 constexpr double kTacca = 5.0;            // length of a tick
 constexpr double kAsse = 2.0;             // width of a y axis
@@ -159,7 +161,8 @@ struct GraficoWidget::Disposizione {
     std::vector<Pannello> Pannelli;
     std::vector<RigaAsse> TaccheX;
     std::vector<VoceLegenda> Legenda;
-    double LarghezzaY = 0.0;  ///< of the widest label
+    std::vector<RigaAsse> Livelli;  ///< in the order of `livelli_`
+    double LarghezzaY = 0.0;        ///< of the widest label
     QRectF Titolo;
     QRectF EtichettaX;
 };
@@ -226,8 +229,8 @@ void GraficoWidget::DisponiLegenda(Foglio& foglio, Disposizione& d, double& alto
         const QString nome = InQt(elemento.Nome);
         const double testo = foglio.Penna->Largo(nome);
         if (x + segno + 6.0 + testo > destra && x > kMargine) {
-            // The channel list shows those that are left.
-            if (y + riga * 1.5 > alto + kRigheLegenda * riga) break;
+            // The channel list shows those that are left; there is none on paper.
+            if (!foglio.Carta() && y + riga * 1.5 > alto + kRigheLegenda * riga) break;
             x = kMargine;
             y += riga;
         }
@@ -263,6 +266,12 @@ GraficoWidget::Disposizione GraficoWidget::Disponi(Foglio& foglio) const {
     const double numero = static_cast<double>(riquadri.size());
     const double altezza =
         std::max(1.0, (basso - alto - kSpazioRiquadri * (numero - 1.0)) / numero);
+    if (foglio.Carta() && separati_.empty()) {
+        for (const LivelloGrafico& livello : livelli_) {
+            d.Livelli.push_back({livello.Y, InQt(livello.Nome)});
+            d.LarghezzaY = std::max(d.LarghezzaY, penna.Largo(d.Livelli.back().Testo));
+        }
+    }
     bool conEtichetta = false;
     for (const Riquadro& r : riquadri) {
         Disposizione::Pannello p;
@@ -282,10 +291,13 @@ GraficoWidget::Disposizione GraficoWidget::Disponi(Foglio& foglio) const {
         kMargine + (conEtichetta ? riga + 4.0 : 0.0) + d.LarghezzaY + kTacca + 3.0 + kAsse;
     const double larghezza = std::max(1.0, largo - sinistra - 2.0 * kMargine);
     for (Disposizione::Pannello& p : d.Pannelli) {
-        // On whole pixels, so that borders are sharp and a value falls on the same pixel whatever
-        // the texts around it.
-        p.Area.setCoords(foglio.SuPixel(sinistra), foglio.SuPixel(alto),
-                         foglio.SuPixel(sinistra + larghezza), foglio.SuPixel(alto + altezza));
+        // On whole pixels of the widget and of the screen, so that borders are sharp, a value falls
+        // on the same pixel whatever the texts around it, and a larger scale only enlarges.
+        const auto intero = [&](double v) {
+            return foglio.Carta() ? v : foglio.SuPixel(std::round(v));
+        };
+        p.Area.setCoords(intero(sinistra), intero(alto), intero(sinistra + larghezza),
+                         intero(alto + altezza));
         alto += altezza + kSpazioRiquadri;
     }
     const double etichetta = penna.Largo(QStringLiteral("00000.0"));
@@ -304,7 +316,13 @@ QRectF GraficoWidget::AreaDisegno(int riquadro) const {
 }
 
 ScalaPixel GraficoWidget::ScalaX(const QRectF& area) const {
-    return {xMin_, xMax_, area.left(), area.right()};
+    const double margine = punti_ ? kRespiro * (xMax_ - xMin_) : 0.0;
+    return {xMin_ - margine, xMax_ + margine, area.left(), area.right()};
+}
+
+ScalaPixel GraficoWidget::ScalaY(const QRectF& area, const Riquadro& dati) const {
+    const double margine = punti_ ? kRespiro * (dati.YMax - dati.YMin) : 0.0;
+    return {dati.YMin - margine, dati.YMax + margine, area.bottom(), area.top()};
 }
 
 void GraficoWidget::DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposizione& d) const {
@@ -324,7 +342,7 @@ void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Dispo
     const QRectF& area = p.Area;
     const double filo = foglio.Filo;
     const ScalaPixel x = ScalaX(area);
-    const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, area.bottom(), area.top()};
+    const ScalaPixel y = ScalaY(area, p.Dati);
     if (griglia_) {
         const QColor rete = InQColor(Tenue(foglio.Sfondo, foglio.Testo, 0.16));
         for (const auto& tacca : d.TaccheX) {
@@ -362,6 +380,13 @@ void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Dispo
         foglio.Penna->Scrivi(penna,
                              QRectF(numeri - d.LarghezzaY, py - riga / 2, d.LarghezzaY, riga),
                              Qt::AlignRight | Qt::AlignVCenter, tacca.Testo);
+    }
+    for (std::size_t n = 0; n < d.Livelli.size(); ++n) {
+        const double py = y.Pixel(d.Livelli[n].Valore);
+        penna.setPen(InQColor(ColoreLeggibile(livelli_[n].Tinta, foglio.Sfondo, kContrastoTesto)));
+        foglio.Penna->Scrivi(penna,
+                             QRectF(numeri - d.LarghezzaY, py - riga / 2, d.LarghezzaY, riga),
+                             Qt::AlignRight | Qt::AlignVCenter, d.Livelli[n].Testo);
     }
     if (p.Dati.Etichetta.empty()) return;
     penna.save();
@@ -411,7 +436,7 @@ void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Dispo
         // In the picture's own pixels; the frame belongs to the field, but not the axis.
         const QRectF area(p.Area.topLeft() * r, p.Area.size() * r);
         const ScalaPixel x = ScalaX(area);
-        const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, area.bottom(), area.top()};
+        const ScalaPixel y = ScalaY(area, p.Dati);
         if (!x.Valida() || !y.Valida()) continue;
         const int riquadro = separati_.empty() ? 0 : static_cast<int>(i) + 1;
         tracciatore_.Inizia(tela, {std::clamp(intero(area.left()), 0, foto.width()),
@@ -430,6 +455,11 @@ void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Dispo
             Tratto punti(elemento.Punti.size());
             for (std::size_t n = 0; n < punti.size(); ++n) {
                 punti[n] = {x.Pixel(elemento.Punti[n].X), y.Pixel(elemento.Punti[n].Y)};
+            }
+            if (punti_) {
+                for (const PuntoGrafico& punto : punti) {
+                    tracciatore_.Linea(std::span(&punto, 1), kSegno * r, tinta);
+                }
             }
             punti = Assottiglia(std::move(punti), area.width());
             const bool dentro = std::all_of(punti.begin(), punti.end(), [&](const auto& q) {
@@ -453,7 +483,7 @@ void GraficoWidget::DisegnaCurve(QPainter& penna, const Foglio& foglio,
     for (std::size_t i = 0; i < d.Pannelli.size(); ++i) {
         const auto& p = d.Pannelli[i];
         const ScalaPixel x = ScalaX(p.Area);
-        const ScalaPixel y{p.Dati.YMin, p.Dati.YMax, p.Area.bottom(), p.Area.top()};
+        const ScalaPixel y = ScalaY(p.Area, p.Dati);
         if (!x.Valida() || !y.Valida()) continue;
         const int riquadro = separati_.empty() ? 0 : static_cast<int>(i) + 1;
         penna.save();

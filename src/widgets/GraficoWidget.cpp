@@ -56,6 +56,11 @@ void GraficoWidget::MostraGriglia(bool mostra) {
     Sporca();
 }
 
+void GraficoWidget::MostraPunti(bool mostra) {
+    punti_ = mostra;
+    Sporca();
+}
+
 void GraficoWidget::MostraNumeriY(bool mostra) {
     numeriY_ = mostra;
     Sporca();
@@ -312,7 +317,7 @@ void GraficoWidget::Ingrandisci() {
     zoom_.reset();
     update();
     const ScalaPixel x = ScalaX(area);
-    const ScalaPixel y{unico_.YMin, unico_.YMax, area.bottom(), area.top()};
+    const ScalaPixel y = ScalaY(area, unico_);
     if (scelto.width() < kZoomMinimo || scelto.height() < kZoomMinimo || !x.Valida()) return;
     if (separati_.empty()) {
         if (!y.Valida()) return;

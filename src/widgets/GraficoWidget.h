@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/GraphControl.h"
@@ -19,6 +20,13 @@ struct CursoreGrafico {
     ModoCursore Modo = ModoCursore::Libero;
     Colore Tinta = 0;
     bool Visibile = false;
+};
+
+/// A level that is named on paper, in place of the numbers of the y axis.
+struct LivelloGrafico {
+    double Y = 0.0;
+    Colore Tinta = 0;
+    std::string Nome;
 };
 
 /// The graph. It draws into a cached picture at the screen's own resolution and draws that anew
@@ -64,6 +72,12 @@ class GraficoWidget : public QWidget, public GraphControl {
     bool CursoreAttivo() const override { return cursoreAttivo_; }
     std::int32_t IndiceDaX(double x, double scala) const override;
     void ImpostaModoMouse(ModoMouse modo) override;
+
+    /// Marks each point of the curves, and leaves them a margin around the range, so that none
+    /// touches the frame.
+    void MostraPunti(bool mostra);
+    /// The levels that the curves of the overlaid view keep to. The screen doesn't show them.
+    void Livelli(std::vector<LivelloGrafico> livelli) { livelli_ = std::move(livelli); }
 
     /// The plot area of a pane, counted from 0 at the top, in the widget's own pixels.
     QRectF AreaDisegno(int riquadro = 0) const;
@@ -127,6 +141,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     void AggiornaFoto();
     void DescriviGrafico();
     ScalaPixel ScalaX(const QRectF& area) const;
+    ScalaPixel ScalaY(const QRectF& area, const Riquadro& dati) const;
     QRectF RettangoloZoom() const;
     std::optional<double> PixelCursore() const;
     void AggiornaCursore(const std::optional<double>& prima);
@@ -144,8 +159,10 @@ class GraficoWidget : public QWidget, public GraphControl {
     int riquadroCorrente_ = 0;
     std::optional<Colore> sfondo_;
     std::optional<Colore> cornice_;
+    std::vector<LivelloGrafico> livelli_;
     bool griglia_ = true;
     bool numeriY_ = true;
+    bool punti_ = false;
     Elemento prossimo_;
     std::vector<Elemento> elementi_;
     bool elementoAperto_ = false;  ///< the last element still takes points one by one

@@ -207,9 +207,13 @@ void GrigliaGiri::Larghezza(int colonna, int twip) {
     grassetto.setBold(true);
     const QFontMetrics misura(grassetto);
     const QString titolo = modello_.headerData(colonna, Qt::Horizontal, Qt::DisplayRole).toString();
-    setColumnWidth(colonna, std::max({twip / kTwipPixel,
-                                      misura.horizontalAdvance(QStringLiteral("00:00.00")) + 24,
-                                      misura.horizontalAdvance(titolo) + 24}));
+    const int larghezza =
+        std::max({twip / kTwipPixel, misura.horizontalAdvance(QStringLiteral("00:00.00")) + 24,
+                  misura.horizontalAdvance(titolo) + 24});
+    if (colonna >= 0 && colonna < ModelloGiri::kColonne) {
+        larghezze_[static_cast<std::size_t>(colonna)] = larghezza;
+    }
+    setColumnWidth(colonna, larghezza);
 }
 
 void GrigliaGiri::CellaCorrente(int riga, int colonna) {
@@ -230,7 +234,10 @@ void GrigliaGiri::scrollTo(const QModelIndex& index, ScrollHint hint) {
 QSize GrigliaGiri::sizeHint() const {
     int larghezza = 2 * frameWidth() + verticalScrollBar()->sizeHint().width() + 4;
     for (int c = 0; c < ModelloGiri::kColonne; ++c) {
-        if (!isColumnHidden(c)) larghezza += columnWidth(c);
+        if (isColumnHidden(c)) continue;
+        // The last column in view is stretched to whatever room there is.
+        const int propria = larghezze_[static_cast<std::size_t>(c)];
+        larghezza += propria > 0 ? propria : columnWidth(c);
     }
     return {larghezza, 400};
 }

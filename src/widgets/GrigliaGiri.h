@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QTableView>
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -78,6 +79,7 @@ class GrigliaGiri : public QTableView {
     void AdattaRighe();
 
     ModelloGiri modello_;
+    std::array<int, ModelloGiri::kColonne> larghezze_{};  ///< as set, not stretched; 0: never set
 };
 
 }  // namespace lapvane

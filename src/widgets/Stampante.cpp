@@ -37,6 +37,7 @@ void StampaControllo(QtPrinter& stampante, const TestiStampaGrafico& testi,
     constexpr double kMargine = 1.0;
     constexpr double kRientro = 0.5;      // of texts inside the frame
     constexpr double kAltoCornice = 3.2;  // height of the frame
+    constexpr double kAltoTitolo = 0.6;
     constexpr double kAltoLegenda = 0.7;
     constexpr double kSpazio = 0.3;
     struct Posto {
@@ -66,7 +67,10 @@ void StampaControllo(QtPrinter& stampante, const TestiStampaGrafico& testi,
                        sinistra + posto.Fine * utile - kSpazio, testi.Righe[i]);
     }
 
-    const double altoGrafico = fineCornice + kSpazio;
+    stampante.FontSize(11.0);
+    stampante.Text(kMargine, fineCornice + kSpazio, destra, testi.Titolo);
+
+    const double altoGrafico = fineCornice + kSpazio + kAltoTitolo;
     const double bassoGrafico = basso - kAltoLegenda;
     QPainter& penna = stampante.Penna();
     penna.save();

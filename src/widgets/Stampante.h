@@ -21,9 +21,9 @@ std::unique_ptr<QtPrinter> ScegliStampante(
     QPageLayout::Orientation verso = QPageLayout::Portrait,
     const QPrinterInfo& predefinita = QPrinterInfo::defaultPrinter());
 
-/// Prints one page with a graph: the lines on top in a frame, below them the graph, which
-/// `disegna` paints into the rectangle that it is given (pixels of 1/96 inch, as on a screen), the
-/// legend at the bottom. Ends the document.
+/// Prints one page with a graph: the lines on top in a frame, below them the title and the graph,
+/// which `disegna` paints into the rectangle that it is given (pixels of 1/96 inch, as on a
+/// screen), the legend at the bottom. Ends the document.
 void StampaControllo(QtPrinter& stampante, const TestiStampaGrafico& testi,
                      const std::function<void(QPainter&, const QRectF&)>& disegna);
 

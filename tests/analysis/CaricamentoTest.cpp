@@ -121,7 +121,7 @@ TEST_F(CaricamentoAnalisi, KeepsTheTitleOfAColumnWithoutUnit) {
     EXPECT_EQ(vista.nomi[5], Testo(310));
     EXPECT_EQ(vista.nomi[6], "") << "a column that the file lacks has no title";
     analisi.RefreshLanguage();
-    EXPECT_EQ(vista.nomi[4], Testo(309));
+    EXPECT_EQ(vista.nomi[4], Testo(309)) << "no person gave that name";
     EXPECT_EQ(vista.nomi[6], Testo(311));
 }
 
@@ -277,6 +277,21 @@ TEST_F(CaricamentoAnalisi, RefreshLanguageFollowsTheLanguage) {
     EXPECT_NE(vista.nomi[8], inglese);
     EXPECT_EQ(vista.nomi[8], Testo(313));
     EXPECT_EQ(vista.nomi[16], Testo(320));
-    EXPECT_EQ(vista.schede[0], Testo(273));
+    EXPECT_EQ(vista.schede[0], Testo(273) + " " + Testo(110) + " 1") << "the chosen lap stays";
+    EXPECT_EQ(vista.schede[1], Testo(91) + " " + Testo(110) + " 1");
     EXPECT_EQ(vista.unita_[8], "[\xB0 C]");
+
+    // A name that a person gave stays; one that is the table's own follows the language.
+    analisi.RinominaCanale(8, "Acqua dx", "[F]");
+    analisi.RinominaCanale(7, "Gas", "[%]");
+    analisi.RinominaCanale(7, Testo(312), "[%]");
+    analisi.RinominaCanale(6, vista.nomi[6], "[psi]");
+    IndiceLingua = 1;
+    analisi.MSFlexGrid1_Click(3, 1);
+    analisi.RefreshLanguage();
+    EXPECT_EQ(vista.nomi[8], "Acqua dx");
+    EXPECT_EQ(analisi.GetNomeMisura(8), "Acqua dx [F]");
+    EXPECT_EQ(vista.nomi[7], Testo(312));
+    EXPECT_EQ(vista.nomi[6], Testo(311));
+    EXPECT_EQ(vista.schede[0], Testo(273) + " " + Testo(110) + " 3");
 }

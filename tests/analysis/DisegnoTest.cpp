@@ -93,8 +93,7 @@ TEST_F(DisegnoCanali, DrawsTheTickedChannelsOfTheLapOverlaid) {
     EXPECT_EQ(grafico.etichettaX, Testo(306) + " [sec]");
     EXPECT_EQ(grafico.cursori, 1);
     EXPECT_EQ(grafico.coloreCursore, Rgb(0, 0, 255));
-    EXPECT_TRUE(vista.segnati[3]);
-    EXPECT_FALSE(vista.segnati[4]);
+    for (int c = 3; c <= 20; ++c) EXPECT_EQ(vista.segnati[c], c == 3 || c == 5) << c;
 
     Giro(3);
     ASSERT_EQ(grafico.elementi.size(), 2u);
@@ -133,6 +132,13 @@ TEST_F(DisegnoCanali, ScaleOptionLabelsTheAxisAndFollowsTheTicks) {
     analisi.chkGrafico_Click(3, true);
     EXPECT_EQ(grafico.pulizie, prima + 1) << "the option that is on is not clicked again";
     analisi.chkGrafico_Click(3, false);
+    // The first one of several, counted from the top, and not the one beside it or the last.
+    for (const int c : {4, 5, 6, 9}) analisi.chkGrafico_Click(c, true);
+    analisi.chkGrafico_Click(9, false);
+    EXPECT_EQ(vista.scala, 4);
+    analisi.chkGrafico_Click(4, false);
+    EXPECT_EQ(vista.scala, 5);
+    for (const int c : {5, 6}) analisi.chkGrafico_Click(c, false);
 
     analisi.chkGrafico_Click(5, true);
     EXPECT_EQ(grafico.scalaY, 500.0);

@@ -1,8 +1,14 @@
 // The analysis over the spreadsheet-like table, and what it shares with the one over the array.
 #include "analysis/AnalisiDatiFoglio.h"
 
+#ifndef _WIN32
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 #include "analysis/AnalisiProva.h"
 #include "platform/Testo1252.h"
@@ -28,6 +34,28 @@ LogProva QuattroGiri() {
     log.Tim = "1.4\r\n01:02.30, 1\r\n01:01.90, 1\r\n01:03.10, 2\r\n01:02.00, 2\r\n\r\n";
     return log;
 }
+
+#ifndef _WIN32
+/// So many bytes more than the program has now, as long as it lives.
+class MemoriaFinita {
+ public:
+    explicit MemoriaFinita(rlim_t byte) {
+        std::ifstream usate("/proc/self/statm");
+        rlim_t pagine = 0;
+        usate >> pagine;
+        ::getrlimit(RLIMIT_AS, &limite_);
+        const rlimit stretto{pagine * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + byte,
+                             limite_.rlim_max};
+        ::setrlimit(RLIMIT_AS, &stretto);
+    }
+    ~MemoriaFinita() { ::setrlimit(RLIMIT_AS, &limite_); }
+    MemoriaFinita(const MemoriaFinita&) = delete;
+    MemoriaFinita& operator=(const MemoriaFinita&) = delete;
+
+ private:
+    rlimit limite_{};
+};
+#endif
 
 class Foglio : public AnalisiProva {
  protected:
@@ -144,6 +172,22 @@ TEST_F(Foglio, ColumnsAreThoseOfTheFile) {
     }
 }
 
+TEST_F(Foglio, SideFileHasItsColumnsWhateverItsHeadingNames) {
+    QuattroGiri().Scrivi(Stelo());
+    const std::string intero = QuattroGiri().Laterale();
+    const std::string righe = intero.substr(intero.find('\n'));
+    for (const char* titolo : {"Time [sec];Distance [m];a;b;c;d;e;f;g;h", "Time;Distance", ""}) {
+        SCOPED_TRACE(titolo);
+        Scrivi(ConFine(Stelo(), ".txt"), titolo + righe);
+        ASSERT_TRUE(ApriFoglioCsv());
+        EXPECT_EQ(vistaFoglio.Cella(3, 0), Testo(193) + "3");
+        EXPECT_EQ(foglio.FineGiro(2), 46);
+        foglio.SSTab1_Click(1);
+        EXPECT_EQ(panoramicaFoglio.elementi.at(7).Y.at(0), 15.0);
+        foglio.SSTab1_Click(0);
+    }
+}
+
 TEST_F(Foglio, DoesNotNoticeAMissingSideFile) {
     QuattroGiri().Scrivi(Stelo());
     std::filesystem::remove(ConFine(Stelo(), ".txt"));
@@ -218,3 +262,24 @@ TEST_F(Foglio, TellsItsProgressWithABlankBeforeTheNumber) {
     const auto& storia = finestra.Storia;
     EXPECT_NE(std::find(storia.begin(), storia.end(), "3:" + Testo(141) + " 50 %"), storia.end());
 }
+
+#if !defined(_WIN32) && !defined(__SANITIZE_ADDRESS__)  // which take their memory elsewhere
+TEST_F(Foglio, LogThatMemoryDoesNotHoldOpensWithoutCurves) {
+    LogProva log = QuattroGiri();
+    log.Colonne = 20;
+    log.Scrivi(Stelo());
+    // Lines of one character: twenty cells of eight bytes each, 480 MB.
+    Scrivi(ConFine(Stelo(), ".csv"),
+           "a" + std::string(19, ';') + std::string(3'000'000, '\n') + "1");
+    {
+        const MemoriaFinita poca(200'000'000);
+        EXPECT_TRUE(ApriFoglioCsv());
+    }
+    EXPECT_EQ(foglio.NumRighe, 0);
+    EXPECT_EQ(foglio.NumCampi, 0);
+    EXPECT_TRUE(foglio.Tabella().Colonna(1, Piano::Dati).empty()) << "nothing is left half read";
+    EXPECT_EQ(vistaFoglio.Cella(3, 1), "01:01.90") << "the lap times are there";
+    EXPECT_TRUE(ApriFoglio(log)) << "and with memory again the log";
+    EXPECT_EQ(foglio.NumRighe, 126);
+}
+#endif

@@ -152,10 +152,12 @@ TEST_F(TabellaGiri, LeggiSettoriTakesWhatATrackCanHave) {
     EXPECT_EQ(analisi.NumSettori, 1) << "no file, one sector";
     Scrivi(file, "1000\r\n250,5\r\n749.5\r\n0\r\n12\r\n");
     analisi.LeggiSettori();
-    EXPECT_EQ(analisi.NumSettori, 3) << "a length of 0 ends the list";
+    EXPECT_EQ(analisi.NumSettori, 5) << "each line is a sector, one of length 0 as well";
     EXPECT_EQ(analisi.DistanzeSettori[0], 250.5);
     EXPECT_EQ(analisi.DistanzeSettori[1], 749.5);
     EXPECT_EQ(analisi.DistanzeSettori[2], 0.0);
+    EXPECT_EQ(analisi.DistanzeSettori[3], 12.0);
+    EXPECT_EQ(analisi.DistanzeSettori[4], 0.0);
     std::string molti = "1000\r\n";
     for (int i = 0; i < 40; ++i) molti += "25\r\n";
     Scrivi(file, molti);
@@ -229,6 +231,13 @@ TEST_F(TabellaGiri, LogWithoutLapsShowsItsOneStretch) {
     ASSERT_EQ(grafico.elementi.size(), 1u);
     EXPECT_EQ(grafico.elementi[0].Y.size(), 10u);
     EXPECT_EQ(grafico.elementi[0].Y.back(), 900.0);
+    // The session dialog leaves it as it was.
+    analisi.RicompilaTabella();
+    EXPECT_EQ(analisi.GiroSelezionato, 1);
+    EXPECT_TRUE(vista.controlli);
+    EXPECT_EQ(grafico.intervallo.XMax, 0.9);
+    ASSERT_EQ(grafico.elementi.size(), 1u);
+    EXPECT_EQ(grafico.elementi[0].Y.size(), 10u);
 }
 
 TEST_F(TabellaGiri, FirstLineAloneGivesNoLapNumber) {
@@ -241,14 +250,45 @@ TEST_F(TabellaGiri, FirstLineAloneGivesNoLapNumber) {
     EXPECT_EQ(analisi.GiroSelezionato, 1);
 }
 
-TEST_F(TabellaGiri, MoreLapTimesThanTheTableHolds) {
-    LogProva log = TreGiri();
-    log.Tim = "1.4\r\n";
-    for (int i = 0; i < 1500; ++i) log.Tim += "01:00.00, 1\r\n";
-    ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(analisi.NumRigheTabella, 1000);
-    EXPECT_EQ(vista.Cella(998, 0), Testo(193) + "997");
-    EXPECT_EQ(vista.Cella(999, 0), "End");
+TEST_F(TabellaGiri, HoldsNineHundredAndNinetyEightLapsAndTellsOnceOfMore) {
+    for (const int giri : {997, 998, 999, 1500}) {
+        SCOPED_TRACE(giri);
+        LogProva log;
+        log.Tim = "1.4\r\n";
+        for (int giro = 1; giro <= giri + 2; ++giro) log.Tratto(giro, 2);
+        for (int giro = 1; giro <= giri; ++giro) {
+            log.Tim += "01:00." + TestoNumero(100 + giro % 90).substr(1) + ", " +
+                       TestoNumero(giro) + "\r\n";
+        }
+        log.Tim += "\r\n";
+        macchina.Mostrati.clear();
+        macchina.Risposte = {Answer::Ok};
+        ASSERT_TRUE(Apri(log));
+        const int tenuti = std::min(giri, 998);
+        EXPECT_EQ(analisi.NumGiri, tenuti);
+        EXPECT_EQ(analisi.NumRigheTabella, tenuti + 3);
+        EXPECT_EQ(vista.righe, tenuti + 3);
+        EXPECT_EQ(vista.Cella(tenuti + 1, 0), Testo(193) + TestoNumero(tenuti + 1));
+        EXPECT_EQ(vista.Cella(tenuti + 1, 1), analisi.GetTempoGiro(tenuti + 1));
+        EXPECT_EQ(analisi.GetSessioneTempo(tenuti + 1), TestoNumero(tenuti));
+        EXPECT_EQ(vista.Cella(tenuti + 2, 0), "End");
+        // The last lap and the stretch behind it can be chosen like any other; nothing lies past
+        // it.
+        for (const int riga : {tenuti + 1, tenuti + 2}) {
+            analisi.MSFlexGrid1_Click(riga, 1);
+            EXPECT_EQ(analisi.GiroSelezionato, riga);
+            EXPECT_EQ(analisi.RigheGiro, 1);
+            EXPECT_EQ(analisi.InizioGiro(riga), 2 * riga - 2);
+        }
+        analisi.MSFlexGrid1_Click(1001, 1);
+        EXPECT_EQ(analisi.GiroSelezionato, tenuti + 2);
+        EXPECT_EQ(analisi.InizioGiro(1001), 0);
+        ASSERT_EQ(macchina.Mostrati.size(), giri > 998 ? 1u : 0u);
+        if (giri > 998) {
+            EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::TroppiGiri));
+        }
+        macchina.Risposte.clear();
+    }
 }
 
 TEST_F(TabellaGiri, FirstStretchWithRowsIsTheOneThatOpens) {

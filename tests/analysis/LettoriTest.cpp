@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <random>
 #include <vector>
 
 #include "analysis/FileTim.h"
@@ -66,6 +68,28 @@ TEST(LettoreDati, TakesEveryShapeOfRowThatALogCanHave) {
     }
 }
 
+TEST(LettoreDati, ReadsNumbersOfManyDigitsAsTheStandardLibraryDoes) {
+    std::mt19937_64 caso(5);
+    std::string testo = "t\n";
+    std::vector<double> attesi;
+    for (const int cifre : {14, 15, 16, 17, 18, 19, 20}) {
+        for (int giro = 0; giro < 200; ++giro) {
+            std::string numero(1, static_cast<char>('1' + caso() % 9));
+            while (static_cast<int>(numero.size()) < cifre) {
+                numero += static_cast<char>('0' + caso() % 10);
+            }
+            // The point before, inside and behind the digits.
+            const std::size_t posto = caso() % (numero.size() + 1);
+            if (posto < numero.size()) numero.insert(posto, posto == 0 ? "0." : ".");
+            attesi.push_back(std::strtod(numero.c_str(), nullptr));
+            testo += numero + "\n";
+        }
+    }
+    const Tabella righe = Righe(testo);
+    ASSERT_EQ(righe.size(), attesi.size());
+    for (std::size_t r = 0; r < righe.size(); ++r) EXPECT_EQ(righe[r][0], attesi[r]) << r;
+}
+
 TEST(LettoreDati, TellsTheHeadingWithoutItsLineEnd) {
     EXPECT_EQ(LettoreDati("a [x];b\r\n1\r\n").Titolo(), "a [x];b");
     EXPECT_EQ(LettoreDati("a;b").Titolo(), "a;b");
@@ -115,7 +139,7 @@ TEST(FileTim, CountsLinesAndStopsAtTheTable) {
     std::string lungo = "1.4\n";
     for (int i = 0; i < 5000; ++i) lungo += "01:00.00, 1\n";
     const FileTim file = LeggiFileTim(lungo);
-    EXPECT_EQ(file.IndiceFine(), 1000);
+    EXPECT_EQ(file.IndiceFine(), 1001) << "one line past the last lap counts";
     EXPECT_EQ(file.Righe.size(), 998u) << "lines 2 to 999";
 }
 
@@ -138,9 +162,9 @@ TEST(CercaGiri, HasNoRunsWithoutRowsAndNoMoreThanTheTable) {
     std::vector<std::int32_t> molti(3000);
     for (std::size_t i = 0; i < molti.size(); ++i) molti[i] = static_cast<std::int32_t>(i);
     const RigheGiri dati = CercaGiri(molti, 0);
-    EXPECT_EQ(dati.Numero, 999);
-    EXPECT_EQ(dati.Inizio.size(), 1000u);
-    EXPECT_EQ(dati.Inizio[999], 998);
+    EXPECT_EQ(dati.Numero, 1000) << "998 laps between the start and the end";
+    EXPECT_EQ(dati.Inizio.size(), 1001u);
+    EXPECT_EQ(dati.Inizio[1000], 999);
 }
 
 TEST(Schema, NamesEveryColumnOfBothFiles) {

@@ -36,7 +36,7 @@ class Navigazione : public AnalisiProva {
 TEST_F(Navigazione, ZoomMovesTheRightEdgeOnly) {
     Apri10();
     EXPECT_EQ(Finestra(), (Coppia{0.0, 10.0}));
-    analisi.cmdZoom_Click(2.0);
+    analisi.cmdZoom_Click(0.5, true);
     EXPECT_EQ(Finestra(), (Coppia{0.0, 20.0})) << "the window may exceed the lap";
     EXPECT_EQ(panoramica.intervallo.XMax, 20.0);
     EXPECT_EQ(panoramica.intervallo.YMax, 18.0);
@@ -54,16 +54,22 @@ TEST_F(Navigazione, ZoomMovesTheRightEdgeOnly) {
     grafico.intervallo = {0.0, 1.2, 0.0, 1.0};
     analisi.cmdZoom_Click(0.5);
     EXPECT_FALSE(vista.zoomIn);
-    analisi.cmdZoom_Click(2.0);
+    analisi.cmdZoom_Click(0.5, true);
     EXPECT_TRUE(vista.zoomIn);
     analisi.SetZoom_Click();
     EXPECT_FALSE(vista.zoomIn);
     EXPECT_EQ(grafico.modoMouse, ModoMouse::Zoom);
-    analisi.cmdZoom_Click(2.0);
+    analisi.cmdZoom_Click(0.5, true);
     EXPECT_FALSE(vista.zoomIn) << "the mouse zooms now";
     analisi.SetZoom_Click();
     EXPECT_TRUE(vista.zoomIn);
     EXPECT_EQ(grafico.modoMouse, ModoMouse::Cursore);
+
+    // Divided, not multiplied by the reciprocal: the last bit is another.
+    grafico.intervallo = {0.0, 6.1, 0.0, 1.0};
+    analisi.cmdZoom_Click(0.9, true);
+    EXPECT_EQ(Finestra(), (Coppia{0.0, 6.1 / 0.9}));
+    EXPECT_NE(Finestra().second, 6.1 * (1.0 / 0.9));
 
     analisi.DimOriginali_Click();
     EXPECT_EQ(Finestra(), (Coppia{0.0, 10.0}));
@@ -124,6 +130,27 @@ TEST_F(Navigazione, CursorReadsAllChannelsAtTheRowOfTheLastDrawn) {
     EXPECT_EQ(valore(-100000), "66");
     analisi.chkGrafico_Click(3, false);
     EXPECT_EQ(valore(50), "0") << "nothing is drawn: the first row is read";
+}
+
+TEST_F(Navigazione, MarkerSpreadsTheLapOverTheLinesOfTheOutline) {
+    Apri10();  // a lap of 100 rows and one
+    const auto percorri = [&](int righe) {
+        std::string outline;
+        for (int i = 0; i < righe; ++i) outline += TestoNumero(i) + ",1\r\n";
+        Scrivi(macchina.Cartella / "tracks" / "Prova.trk", outline);
+        DatiSessione.Circuito = "Prova";
+        analisi.Circuito_Click();
+        std::vector<int> punti = {vista.marcatore};
+        for (const int i : {10, 33, 66, 67, 100}) {
+            analisi.EventoCursore(i);
+            punti.push_back(vista.marcatore);
+        }
+        analisi.Circuito_Click();
+        return punti;
+    };
+    EXPECT_EQ(percorri(201), (std::vector{0, 20, 66, 132, 134, 200}));
+    EXPECT_EQ(percorri(301), (std::vector{0, 30, 99, 198, 200, 200}))
+        << "all 301 lines count, and the marker stops at the last point";
 }
 
 TEST_F(Navigazione, ScrollRunsToTheEndOfTheLap) {
@@ -245,7 +272,11 @@ TEST_F(Navigazione, OverviewShowsTheSameWindow) {
     analisi.EventoCursoreAllarmi(11);
     EXPECT_FALSE(vista.lampade[1]);
     EXPECT_EQ(analisi.UltimoCanale, 10) << "the cursor reads with the filter of the last alarm";
+    // Back on the graph the boxes show what is under its own cursor again.
+    grafico.indice = 4;
     analisi.SSTab1_Click(0);
+    EXPECT_EQ(vista.valori[1], "1.4");
+    EXPECT_EQ(vista.valori[3], "14");
     EXPECT_EQ(grafico.elementi.size(), 1u);
     analisi.chkDistanza_Click(true);
     analisi.SSTab1_Click(1);
@@ -293,11 +324,20 @@ TEST_F(Navigazione, ViewsOfTheToolBar) {
     macchina.Risposte = {Answer::Ok};
     analisi.chkGrafico_Click(6, true);
     EXPECT_TRUE(vista.barra.SeparatiPremuto) << "until the user chooses again";
+    // Four panes there can't be: the message, and the axis stays whose it was.
+    grafico.scalaY = 7.0;
+    macchina.Risposte = {Answer::Ok};
+    analisi.Separati_Click();
+    EXPECT_EQ(macchina.Mostrati.size(), 2u);
+    EXPECT_EQ(grafico.scalaY, 7.0);
     analisi.Sovrapposti_Click();
     EXPECT_FALSE(vista.barra.SeparatiAcceso);
     EXPECT_TRUE(vista.barra.ZoomAcceso);
     EXPECT_EQ(grafico.elementi.size(), 4u);
     EXPECT_EQ(grafico.scalaY, analisi.FattoreScala[6]) << "the axis labels are channel 6's again";
+    analisi.chkGrafico_Click(6, false);
+    analisi.Sovrapposti_Click();
+    EXPECT_TRUE(vista.barra.SeparatiAcceso) << "three fit";
 }
 
 TEST_F(Navigazione, SettingsOfAChannelGoThroughTheExchangeFields) {
@@ -332,18 +372,50 @@ TEST_F(Navigazione, SettingsOfAChannelGoThroughTheExchangeFields) {
 }
 
 TEST_F(Navigazione, FiguresOfTheSession) {
+    struct Caso {
+        std::vector<std::string> Tempi;
+        std::string Totale, Medio, Velocita;
+        int Esclusi;
+    };
+    const std::vector<std::string> lunghi(25, "61:00.00");
+    const Caso casi[] = {
+        // 18050 hundredths: 4000 m / 24066.6 with the damaged line, 3000 m / 18050 without.
+        {{"01:00.00", "00:50.00", "boh", "01:10.50"}, "00:03:00.50", "01:00.16", "59.834", 1},
+        // No clock has 61 minutes or 75 seconds, a lap may: 366000 + 12000 + 7500.
+        {{"61:00.00", "02:00.00", "00:75.00"}, "01:04:15.00", "21:25.00", "2.802", 0},
+        {{"100:00.00", "99:00.00"}, "03:19:00.00", "99:30.00", ".603", 0},
+        {{"01:02:03.04", "01:02:03.05"}, "02:04:06.09", "62:03.04", ".967", 0},
+        {{"01:00.5", " 01:00.00 "}, "00:02:00.50", "01:00.25", "59.751", 0},
+        {{"", "0:59.00", "01:0x.00", "01:00", "-1:00.00", "01:00.000", "01:00,00", "+1:00.00"},
+         "00:00:00.00",
+         "",
+         "",
+         8},
+        {{"00:00.00", "00:00.00"}, "00:00:00.00", "00:00.00", "", 0},
+        {lunghi, "01:25:00.00", "61:00.00", ".984", 0},  // a day and an hour
+    };
+    for (const Caso& caso : casi) {
+        SCOPED_TRACE(caso.Tempi[0]);
+        LogProva log = LogLungo();
+        log.Tim = "1.4\r\n";
+        for (const std::string& tempo : caso.Tempi) log.Tim += tempo + "\r\n";
+        log.Tim += "\r\n";
+        ASSERT_TRUE(Apri(log));
+        DatiSessione.LunghTracciato = "1000";
+        analisi.CalcolaStatistiche();
+        EXPECT_EQ(analisi.TempoTotale, caso.Totale);
+        EXPECT_EQ(analisi.TempoMedio, caso.Medio);
+        EXPECT_EQ(analisi.VelocitaMedia, caso.Velocita);
+        EXPECT_EQ(analisi.GiriEsclusi, caso.Esclusi);
+    }
     LogProva log = LogLungo();
-    log.Tim = "1.4\r\n01:00.00, 1\r\n00:50.00, 2\r\nboh, 2\r\n01:10.50, 2\r\n\r\n";
+    log.Tim = "1.4\r\n01:00.00, 1\r\n00:50.00, 2\r\n\r\n";
     ASSERT_TRUE(Apri(log));
-    DatiSessione.LunghTracciato = "1000";
-    ASSERT_EQ(analisi.NumGiri, 4);
+    DatiSessione.LunghTracciato = "1000 m";
     analisi.CalcolaStatistiche();
-    EXPECT_EQ(analisi.TempoTotale, "00:03:00.50") << "what is no time adds none";
-    EXPECT_EQ(analisi.TempoMedio, "00:45.12");
     EXPECT_EQ(analisi.TempoMigliore, "00:50.00");
     EXPECT_EQ(analisi.VelocitaMigliore, "72.0") << "1000 m in 5000 hundredths, times 360";
     EXPECT_EQ(analisi.GetVelocitaGiro(2), "60.0");
     EXPECT_EQ(analisi.GetVelocitaGiro(1), "") << "the stretch before the first mark has no time";
     EXPECT_EQ(analisi.GetSessioneTempo(3), "2");
-    EXPECT_EQ(analisi.VelocitaMedia, "79.778") << "4 laps in 18050 hundredths";
 }

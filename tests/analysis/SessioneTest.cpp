@@ -21,10 +21,11 @@ LogProva Log() {
 class SessioneAnalisi : public AnalisiProva {
  protected:
     std::filesystem::path File() const { return ConFine(Stelo(), ".ses"); }
-    void AttesoMessaggio() {
+    void AttesoMessaggio(Voce motivo) {
         ASSERT_EQ(macchina.Mostrati.size(), 1u);
         EXPECT_EQ(macchina.Mostrati[0].Testo,
-                  Testo(328) + " " + TestoDaPercorso(File()) + " " + Testo(329));
+                  Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(File()) + "\r\n" +
+                      Testo(motivo) + "\r\n\r\n" + Testo(Voce::SessioneNonSalvata));
         EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
         EXPECT_EQ(macchina.Mostrati[0].Titolo, "lapvane");
     }
@@ -114,7 +115,7 @@ TEST_F(SessioneAnalisi, MediumThatCannotBeWrittenIsReportedAndNothingElse) {
     std::filesystem::create_directory(File());
     macchina.Risposte = {Answer::Ok};
     analisi.SalvaDatiSessione();
-    AttesoMessaggio();
+    AttesoMessaggio(Voce::MotivoNegato);
 }
 
 #ifndef _WIN32  // no limit on file sizes there
@@ -130,7 +131,7 @@ TEST_F(SessioneAnalisi, FullMediumLeavesTheOldFileWhole) {
         const SpazioFinito poco(430);
         analisi.SalvaDatiSessione();
     }
-    AttesoMessaggio();
+    AttesoMessaggio(Voce::MotivoPieno);
     EXPECT_TRUE(ApriCsv());
     EXPECT_EQ(DatiSessione.Sessione, "vecchia") << "the old file is whole";
     EXPECT_EQ(DatiSessione.NoteSessione, "");

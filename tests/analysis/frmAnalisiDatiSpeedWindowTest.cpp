@@ -2,12 +2,14 @@
 
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <filesystem>
 
 #include "analysis/AnalisiProva.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
 #include "shell/LoadStrings.h"
+#include "support/WindowPdf.h"
 
 using namespace lapvane;
 using namespace lapvane::prova;
@@ -207,7 +209,8 @@ TEST_F(FinestraAnalisi, LanguageFollowsAtTheNextActivation) {
     QApplication::sendEvent(&finestra, &attiva);
     EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 3)->text()), Testo(308));
     EXPECT_EQ(DaQt(Controllo<QRadioButton>("optScala", 3)->toolTip()), Testo(46));
-    EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)), Testo(273));
+    EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)),
+              Testo(273) + " " + Testo(110) + " 1");
 }
 
 TEST_F(FinestraAnalisi, EscapeClosesAndPutsTheStatusBarBack) {
@@ -274,6 +277,13 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 3.9);
     Controllo<QPushButton>("cmdZoomIn50")->click();
     EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 1.95);
+    // Out by a tenth divides, to the last bit.
+    Controllo<QPushButton>("cmdZoomOut10")->click();
+    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 1.95 / 0.9);
+    Controllo<QPushButton>("cmdZoomIn10")->click();
+    Controllo<QPushButton>("cmdZoomOut50")->click();
+    Controllo<QPushButton>("cmdZoomIn50")->click();
+    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 1.95);
     Controllo<QPushButton>("cmdSpostaDX10")->click();
     EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMin, 0.195);
     EXPECT_EQ(DaQt(Controllo<QLineEdit>("txtValore", 3)->text()), "2002");
@@ -295,6 +305,65 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     QTest::mouseRelease(grafico, Qt::LeftButton, {}, area.bottomRight() - QPoint(2, 5));
     EXPECT_NEAR(finestra.Analisi().XMin, 1.95, 0.1);
     EXPECT_GT(finestra.Analisi().RigaDa, 20);
+}
+
+TEST_F(FinestraAnalisi, LapTableKeepsItsWidthHoweverOftenTheWindowIsResized) {
+    Mostra();
+    const int larga = Griglia()->width();
+    const auto* grafico = Controllo<GraficoWidget>("NTGraph1");
+    for (const QSize& misura : {QSize(1200, 700), QSize(1366, 738), QSize(1280, 720),
+                                QSize(1366, 700), QSize(1900, 1000), QSize(1366, 738)}) {
+        finestra.resize(misura);
+        QTest::qWait(1);
+        EXPECT_EQ(Griglia()->width(), larga) << misura.width();
+    }
+    EXPECT_LE(larga, Griglia()->columnWidth(0) + 160) << "a label, a time and the scroll bar";
+    EXPECT_GT(grafico->width(), finestra.width() / 2);
+}
+
+TEST_F(FinestraAnalisi, PrintedGraphSaysWhichLapAndNamesEachAlarmAtItsLine) {
+    Mostra();
+    Clicca(3, 1);
+    Controllo<QCheckBox>("chkGrafico", 3)->click();
+    const auto stampa = [&](const char* nome) {
+        macchina.FileScelti = {macchina.Cartella / nome};
+        Controllo<QToolButton>("Toolbar1_Stampa")->click();
+        return LeggiPdf(macchina.Cartella / nome).at(0);
+    };
+    const auto quante = [](const PaginaPdf& pagina, const QString& testo) {
+        return std::count_if(pagina.Parole.begin(), pagina.Parole.end(),
+                             [&](const Parola& p) { return p.Testo == testo; });
+    };
+    const PaginaPdf canali = stampa("canali.pdf");
+    for (const char* parola : {"run.csv", "01:01.90"}) EXPECT_NE(canali.Trova(parola), nullptr);
+    EXPECT_EQ(quante(canali, InQt(Testo(110))), 1) << "the lap";
+    EXPECT_LT(canali.Trova("run.csv")->Y, canali.Trova("01:01.90")->Y + 0.01);
+    EXPECT_EQ(canali.Trova("Alternator"), nullptr);
+
+    Clicca(1, 1);
+    Controllo<QTabWidget>("SSTab1")->setCurrentIndex(1);
+    const PaginaPdf allarmi = stampa("allarmi.pdf");
+    EXPECT_NE(allarmi.Trova("run.csv"), nullptr);
+    EXPECT_EQ(allarmi.Trova("01:01.90"), nullptr) << "the stretch before the first mark";
+    // Each name once at its line and once in the legend; the highest line is the last alarm's.
+    EXPECT_EQ(quante(allarmi, QStringLiteral("Alternator")), 1);
+    const auto altezza = [&](const QString& testo, const QString& dopo) {
+        for (std::size_t i = 0; i + 1 < allarmi.Parole.size(); ++i) {
+            const Parola& p = allarmi.Parole[i];
+            if (p.Testo == testo && allarmi.Parole[i + 1].Testo == dopo && p.X < 4.0 &&
+                p.Y < 18.5) {
+                return p.Y;
+            }
+        }
+        ADD_FAILURE() << testo.toStdString();
+        return 0.0;
+    };
+    const double pompa = altezza(QStringLiteral("Oil"), QStringLiteral("pump"));
+    const double livello = altezza(QStringLiteral("Fuel"), QStringLiteral("level"));
+    const double alternatore = allarmi.Trova("Alternator")->Y;
+    EXPECT_LT(livello, alternatore);
+    EXPECT_LT(alternatore, pompa);
+    EXPECT_NEAR(pompa - livello, 7.0 * (pompa - alternatore), 0.1) << "as far apart as the lines";
 }
 
 TEST_F(FinestraAnalisi, ClosesInTheMiddleOfAScroll) {

@@ -74,6 +74,7 @@ class Corsa : public ::testing::Test {
         CurvaX.fill(0.0);
         CurvaY.fill(0.0);
         EXPECT_TRUE(LeggiProgetto(fs::path(LAPVANE_DATA_DIR) / "Esempio.pro"));
+        DatiProgetto.AbilCambio = true;
         ProgettoModificato = false;
     }
     /// Runs with OK to the question and to whatever is told.
@@ -190,6 +191,7 @@ TEST_F(Corsa, WhatWasWrittenIsReadBack) {
     EXPECT_EQ(DatiProgetto.SensoreLambda, "");
     EXPECT_EQ(DatiProgetto.TCampTO, "1 Hz");
     ASSERT_TRUE(LeggiProgetto(fs::path(LAPVANE_DATA_DIR) / "Esempio.pro"));
+    DatiProgetto.AbilCambio = true;
     ProgettoModificato = false;
     const RecordProgetto scritto = DatiProgetto;
     Clic(kVersi[0]);
@@ -421,9 +423,11 @@ TEST_F(Corsa, ChannelsThatAreOnNeedASensorAndARate) {
                             Canale{&R::AbilPT, nullptr, &R::TCampPT, 171},
                             Canale{&R::AbilSG, &R::SensoreG, &R::TCampSG, 172},
                             Canale{&R::AbilCambio, &R::Cambio, &R::TCampCambio, 173}}) {
-        EXPECT_EQ(prova([&](R& p) { (p.*c.TCamp).clear(); }), Testo(c.Testo));
+        EXPECT_EQ(prova([&](R& p) { (p.*c.TCamp).clear(); }),
+                  Testo(c.Testo) + "\r\n" + Testo(Voce::MancaFrequenza));
         if (c.Nome != nullptr) {
-            EXPECT_EQ(prova([&](R& p) { (p.*c.Nome).clear(); }), Testo(c.Testo));
+            EXPECT_EQ(prova([&](R& p) { (p.*c.Nome).clear(); }),
+                      Testo(c.Testo) + "\r\n" + Testo(Voce::MancaNome));
         }
         if (c.Abil != &R::AbilPB && c.Nome != nullptr) {
             EXPECT_EQ(prova([&](R& p) {
@@ -440,7 +444,7 @@ TEST_F(Corsa, ChannelsThatAreOnNeedASensorAndARate) {
                   p.TCampPB.clear();
                   p.TCampTA.clear();
               }),
-              Testo(168));
+              Testo(168) + "\r\n" + Testo(Voce::MancaFrequenza));
     EXPECT_EQ(prova([](R& p) {
                   p.SensoreLambda.clear();
                   p.TCampSensoreLambda.clear();
@@ -452,7 +456,35 @@ TEST_F(Corsa, ChannelsThatAreOnNeedASensorAndARate) {
                   p.AbilPB = false;
                   p.PressioneBenzina.clear();
               }),
-              Testo(171));
+              Testo(171) + "\r\n" + Testo(Voce::MancaNomeBenzina));
+}
+
+TEST_F(Corsa, ValuesThatDoNotFitAreAskedAboutAndWhatIsNoNumberStopsBeforeAnythingIsSent) {
+    DatiProgetto.LedGiallo = true;
+    DatiProgetto.TipoLedGiallo = " ";
+    Clic(kVersi[0]);
+    EXPECT_EQ(Detto(), std::vector<std::string>{Testo(Voce::ValoreNonInviabile) + "\r\n" +
+                                                Testo(87) + ": \" \"\r\n" +
+                                                Testo(Voce::NumeroNellIntervallo) + " 0 ... 255"});
+    DatiProgetto.TipoLedGiallo = "1";
+    DatiProgetto.mskStopRecSecondi = 255;
+    DatiProgetto.ImpulsiRuota = 257;
+    DatiProgetto.mskLB = 32768;
+    DatiProgetto.chkLB = true;
+    DatiProgetto.mskTB = 99990;  // off: it travels as 0
+    DatiProgetto.chkTB = false;
+    macchina.Risposte = {Answer::Ok, Answer::Cancel};
+    macchina.Mostrati.clear();
+    mnuProgramDevice_Click(vista);
+    ASSERT_EQ(macchina.Mostrati.size(), 2u);
+    EXPECT_EQ(macchina.Mostrati[1].Testo,
+              Testo(Voce::ValoriFuoriCampo) + "\r\n" + Testo(65) + ": 257 (0 ... 255), " +
+                  Testo(Voce::StrumentoRiceve) + " 1\r\n" + Testo(96) +
+                  ": 3276.8 (-3276.8 ... 3276.7), " + Testo(Voce::StrumentoRiceve) +
+                  " -3276.8\r\n" + Testo(Voce::InviareLoStesso));
+    EXPECT_EQ(porta.RichiesteDi(18), 0u);
+    EXPECT_EQ(FaseComunicazione, 0);
+    EXPECT_FALSE(vista.Aperta);
 }
 
 TEST_F(Corsa, WithoutAnInstrumentEveryStepIsSkippedAndTheProjectKept) {

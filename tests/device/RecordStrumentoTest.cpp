@@ -295,7 +295,7 @@ TEST_F(RecordStrumento, CurvesTravelAsWordsInBothDirections) {
 }
 
 TEST_F(RecordStrumento, WhatIsNoNumberIsShownAndNotSent) {
-    const auto rifiutato = [this](void (*invia)(), const std::string& valore) {
+    const auto rifiutato = [this](void (*invia)(), int campo, const std::string& valore) {
         SCOPED_TRACE(valore);
         macchina.Risposte = {Answer::Ok};
         ErroreComunicazione = false;
@@ -303,31 +303,33 @@ TEST_F(RecordStrumento, WhatIsNoNumberIsShownAndNotSent) {
         EXPECT_TRUE(ErroreComunicazione);
         EXPECT_TRUE(porta.Scritti.empty());
         EXPECT_EQ(FaseComunicazione, 18);
-        AttesoMessaggio(Testo(262) + "\r\n\"" + valore + "\"", Icon::Warning);
+        AttesoMessaggio(
+            Testo(Voce::ValoreNonInviabile) + "\r\n" + Testo(campo) + ": \"" + valore + "\"",
+            Icon::Warning);
     };
     DatiProgetto.LedGiallo = true;
     DatiProgetto.TipoLedGiallo = "giallo";
-    rifiutato(InviaDatiAllarmi, "giallo");
+    rifiutato(InviaDatiAllarmi, 87, "giallo");
 
     EditorProva sensori("frmSensori");
     ImpostaFormAttiva(&sensori);
     sensori.Imposta("txtNumAccRPM=12x");
-    rifiutato(InviaDatiSensori, "12x");
+    rifiutato(InviaDatiSensori, 56, "12x");
     sensori.Imposta("txtNumAccRPM=3000000000");
-    rifiutato(InviaDatiSensori, "3000000000");
+    rifiutato(InviaDatiSensori, 56, "3000000000");
 
     EditorProva allarmi("frmAllarmi");
     ImpostaFormAttiva(&allarmi);
     allarmi.Imposta("chkTO=1|txtTO=1E9");
-    rifiutato(InviaDatiAllarmi, "1E9");
+    rifiutato(InviaDatiAllarmi, 92, "1E9");
     allarmi.Imposta("txtTO=1E999");
-    rifiutato(InviaDatiAllarmi, "1E999");
+    rifiutato(InviaDatiAllarmi, 92, "1E999");
 
     ImpostaFormAttiva(nullptr);
     CurvaY[19] = 3e9;
-    rifiutato([] { InviaCurvaSensore(1); }, "3000000000");
+    rifiutato([] { InviaCurvaSensore(1); }, 135, "3000000000");
     CurvaY[19] = std::numeric_limits<double>::quiet_NaN();
-    rifiutato([] { InviaCurvaSensore(1); }, "");
+    rifiutato([] { InviaCurvaSensore(1); }, 135, "");
 }
 
 TEST_F(RecordStrumento, AnyOtherFormGetsAndGivesNoRecord) {

@@ -172,7 +172,7 @@ TEST_F(StrumentoFinestra, CheckThatFailsKeepsTheLinkAsLongAsItsWindow) {
     });
     Clic("ProgDev");
     EXPECT_EQ(viste, 1);
-    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(168));
+    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(168) + "\r\n" + Testo(Voce::MancaFrequenza));
     EXPECT_EQ(FaseComunicazione, 0);
     EXPECT_EQ(Pannello3(), QString());
 }

@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const std::string_view text(bytes.data(), bytes.size());
 
     const FileTim laps = LeggiFileTim(text);
-    if (laps.IndiceFine() < 2 || laps.IndiceFine() > kGiriMassimi + 1) std::abort();
+    if (laps.IndiceFine() < 2 || laps.IndiceFine() > kUltimaRiga + 1) std::abort();
     for (const RigaTim& lap : laps.Righe) {
         if (lap.Tempo.find_first_of(",\r\n") != std::string::npos) std::abort();
     }
@@ -38,6 +38,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         if (rows.Inizio[i] != next || rows.Fine[i] < next) std::abort();
         next = rows.Fine[i] + 1;
     }
-    if (rows.Numero < kGiriMassimi && next != row) std::abort();
+    if (rows.Numero < kUltimaRiga && next != row) std::abort();
     return 0;
 }

@@ -11,6 +11,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/Principale.h"
 #include "support/PlatformProva.h"
+#include "support/SpazioFinito.h"
 
 namespace lapvane {
 namespace {
@@ -131,7 +132,7 @@ TEST(Conversione, LogWithoutMarksIsWrittenByTheFinalFlush) {
 TEST(Conversione, LapMarkRestartsTimeAndTheBuffer) {
     Blocco prima, giro1, dentro, giro2;
     prima.Giro(0, false).Distanze(2000, 5);
-    giro1.Giro(1, true).Distanze(26, 3);    // 26, 29, 32 ...: over 30 metres is what is left of
+    giro1.Giro(1, true).Distanze(28, 1);    // 28, 29, 30, 31 ...: over 30 metres is what is left of
     dentro.Giro(1, false).Distanze(56, 3);  // the lap before
     giro2.Giro(2, true).Distanze(0, 3);
     const auto [csv, txt] = Converti({prima, giro1, dentro, giro2});
@@ -144,10 +145,10 @@ TEST(Conversione, LapMarkRestartsTimeAndTheBuffer) {
     EXPECT_EQ(Colonna(csv[30], 1), "0.0");
     EXPECT_EQ(Colonna(txt[39], 11), "3");  // the last rows: last lap number plus 1
     EXPECT_EQ(Colonna(csv[0], 2), "2000.0");
-    EXPECT_EQ(Colonna(csv[10], 2), "26.0");
-    EXPECT_EQ(Colonna(csv[11], 2), "29.0");
-    EXPECT_EQ(Colonna(csv[12], 2), "0");  // literally
-    EXPECT_EQ(Colonna(txt[12], 2), "0");
+    EXPECT_EQ(Colonna(csv[10], 2), "28.0");
+    EXPECT_EQ(Colonna(csv[12], 2), "30.0");
+    EXPECT_EQ(Colonna(csv[13], 2), "0");  // literally
+    EXPECT_EQ(Colonna(txt[13], 2), "0");
     EXPECT_EQ(Colonna(csv[20], 2), "56.0");  // only the block of the mark
 }
 
@@ -249,19 +250,71 @@ TEST_F(SalvaDati, AsksBeforeReplacingAndCancelWritesNothing) {
     EXPECT_FALSE(fs::exists(macchina.Cartella / "RUN.txt"));
 }
 
-TEST_F(SalvaDati, NameOfASideFileIsRefusedBeforeAnythingIsWritten) {
-    const fs::path txt = macchina.Cartella / "note.txt";
-    prova::Scrivi(txt, "vecchio");
-    PercorsoCsv = txt;
-    try {
-        ConvertiLog();
-        FAIL();
-    } catch (const ErroreRuntime& errore) {
-        EXPECT_EQ(errore.Numero(), NumeroErrore::FileAlreadyOpen);
+TEST_F(SalvaDati, TheSuggestedNameIsNewAndTellsThatADownloadWasStopped) {
+    const auto proposto = [&] {
+        macchina.FileScelti.push_back(std::nullopt);
+        mnuSaveData_Click();
+        return macchina.RichiesteFile.back().Name.string();
+    };
+    EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30.csv");
+    // Any of the three is enough to make a name somebody's.
+    prova::Scrivi(macchina.Cartella / "lapvane 2026-11-24 10-20-30.TIM", "x");
+    EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30 2.csv");
+    LogParziale = true;
+    EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30 parziale.csv");
+    IndiceLingua = 1;
+    EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30 partial.csv");
+}
+
+TEST_F(SalvaDati, WhatCantBeWrittenIsToldAndStaysInMemory) {
+    BlocchiLog.assign(120, std::string(128, '\1'));
+    NumBlocchi = 120;
+    LogDaSalvare = true;
+    const fs::path csv = macchina.Cartella / "run.csv";
+    const auto salva = [&](const fs::path& dove) {
+        macchina.FileScelti.push_back(dove);
+        macchina.Risposte.push_back(Answer::Ok);
+        mnuSaveData_Click();
+        return macchina.Mostrati.back().Testo;
+    };
+    for (const char* nome : {"run.txt", "run.tim"})
+        prova::Scrivi(macchina.Cartella / nome, "vecchio");
+    const auto atteso = [&](const fs::path& file, Voce motivo) {
+        return Testo(Voce::NonScritto) + "\r\n" + file.string() + "\r\n" + Testo(motivo) +
+               "\r\n\r\n" + Testo(Voce::LogNonSalvato);
+    };
+#ifndef _WIN32
+    {
+        const prova::SpazioFinito poco(60000);  // the data file is the longest
+        EXPECT_EQ(salva(csv), atteso(csv, Voce::MotivoPieno));
     }
-    EXPECT_EQ(prova::Leggi(txt), "vecchio");
-    PercorsoCsv = macchina.Cartella / "manca" / "x.csv";
-    EXPECT_THROW(ConvertiLog(), ErroreRuntime);
+    EXPECT_EQ(prova::Leggi(macchina.Cartella / "run.txt"), "vecchio");
+    EXPECT_EQ(prova::Leggi(macchina.Cartella / "run.tim"), "vecchio");
+    EXPECT_FALSE(fs::exists(csv));
+#endif
+    EXPECT_EQ(salva(macchina.Cartella / "manca" / "x.csv"),
+              atteso(macchina.Cartella / "manca" / "x.txt", Voce::MotivoSparito));
+    EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
+    EXPECT_TRUE(LogDaSalvare);
+    EXPECT_EQ(NumBlocchi, 120);
+    EXPECT_EQ(salva(csv), Testo(269));
+    EXPECT_FALSE(LogDaSalvare);
+}
+
+TEST_F(SalvaDati, NameOfASideFileIsRefusedBeforeAnythingIsWritten) {
+    for (const char* nome : {"note.txt", "note.tim"}) {
+        const fs::path file = macchina.Cartella / nome;
+        prova::Scrivi(file, "vecchio");
+        PercorsoCsv = file;
+        try {
+            ConvertiLog();
+            FAIL();
+        } catch (const ErroreRuntime& errore) {
+            EXPECT_EQ(errore.Numero(), NumeroErrore::FileAlreadyOpen);
+        }
+        EXPECT_EQ(prova::Leggi(file), "vecchio");
+        EXPECT_FALSE(fs::exists(macchina.Cartella / "note.csv"));
+    }
     // A unit that its list does not have leaves the brackets empty.
     DatiProgetto.UMVel = 7;
     EXPECT_NE(ComponiLog().Csv.find("Velocit\xE0 [];"), std::string::npos);

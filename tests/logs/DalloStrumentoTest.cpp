@@ -121,9 +121,15 @@ TEST_F(DalloStrumento, MisbehaviourCostsItsPageOrItsRetryAndNoMore) {
         std::int32_t Mancanti;
         std::size_t Box;
     };
-    for (const Caso caso :
-         {Caso{"badsum:3", 2, 0}, Caso{"blank:5", 2, 0}, Caso{"drop:14:9:2", 0, 2},
-          Caso{"cut:60:14:4:1", 0, 1}, Caso{"delay:4000:14:2:1", 0, 0}}) {
+    apparecchio.Difetti.Aggiungi(strumento::LeggiGuasto("badsum:3"));
+    macchina.Risposte = {Answer::Ok};
+    Scarica();
+    EXPECT_EQ(tutti - NumBlocchi, 2);
+    EXPECT_EQ(macchina.Mostrati.at(0).Testo,
+              Testo(Voce::ScaricoManca) + "\r\n\r\n" + Testo(Voce::ScaricoPagine) + " 1");
+    EXPECT_FALSE(LogParziale);
+    for (const Caso caso : {Caso{"blank:5", 2, 0}, Caso{"drop:14:9:2", 0, 2},
+                            Caso{"cut:60:14:4:1", 0, 1}, Caso{"delay:4000:14:2:1", 0, 0}}) {
         apparecchio.Difetti.Togli();
         apparecchio.Difetti.Aggiungi(strumento::LeggiGuasto(caso.Guasto));
         macchina.Mostrati.clear();

@@ -49,6 +49,13 @@ std::string Pagina(char segno) {
 }
 const std::string kVuota(256, '\xFF');
 
+/// The box at the end of a download that lost something.
+std::string Perso(const std::vector<std::string>& frasi) {
+    std::string testo = Testo(Voce::ScaricoManca);
+    for (const std::string& frase : frasi) testo += "\r\n\r\n" + frase;
+    return testo;
+}
+
 class Scaricamento : public ::testing::Test {
  protected:
     Scaricamento() {
@@ -132,6 +139,12 @@ TEST_F(Scaricamento, LapsPastTheTableAreLeftOutAndToldOnce) {
     ASSERT_EQ(macchina.Mostrati.size(), 1u);
     EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::TabellaGiriPiena));
     EXPECT_TRUE(vista.OK);
+    Giri = 999;  // fills it
+    Scarico(vista).Esegui();
+    Giri = 1000;  // one lap past it
+    macchina.Risposte = {Answer::Ok};
+    Scarico(vista).Esegui();
+    EXPECT_EQ(macchina.Mostrati.size(), 2u);
 }
 
 TEST_F(Scaricamento, WholeRunStoresGoodPagesUpToTheSecondEmptyOne) {
@@ -142,7 +155,10 @@ TEST_F(Scaricamento, WholeRunStoresGoodPagesUpToTheSecondEmptyOne) {
     Log = Pagina(1) + kVuota + Pagina(2) + guasta + kVuota + Pagina(4);
     Byte = static_cast<std::int32_t>(Log.size());
     FaseComunicazione = 0;
+    macchina.Risposte = {Answer::Ok};
     Scarico(vista).Esegui();
+    EXPECT_EQ(macchina.Mostrati[0].Testo, Perso({Testo(Voce::ScaricoFine) + " 1024 / 1536",
+                                                 Testo(Voce::ScaricoPagine) + " 1"}));
     EXPECT_EQ(NumBlocchi, 4);
     ASSERT_EQ(BlocchiLog.size(), 4u);
     EXPECT_EQ(BlocchiLog[0][0], 1);
@@ -165,8 +181,8 @@ TEST_F(Scaricamento, LoopReadsAsManyPagesAsItsConditionSays) {
     };
     // A page is read while the second address of the one before is below the size: 256 bytes
     // therefore read the page behind them too.
-    for (const Caso caso : {Caso{0, 0}, Caso{128, 2}, Caso{129, 4}, Caso{256, 4}, Caso{512, 6},
-                            Caso{-5, 0}}) {
+    for (const Caso caso :
+         {Caso{0, 0}, Caso{128, 2}, Caso{129, 4}, Caso{256, 4}, Caso{512, 6}, Caso{-5, 0}}) {
         Letti.clear();
         Scarico scarico(vista);
         scarico.BytesDati = caso.Byte;
@@ -240,19 +256,100 @@ TEST_F(Scaricamento, PortThatVanishesInTheMiddleEndsInAMessage) {
 
 TEST_F(Scaricamento, SilentSizesDownloadNothing) {
     Muto = [](int comando, const std::string&) { return comando == 37; };
-    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    macchina.Risposte.assign(9, Answer::Ok);
     Scarico(vista).Esegui();
+    EXPECT_EQ(macchina.Mostrati[7].Testo, Testo(242)) << "each of the two was asked four times";
+    EXPECT_EQ(macchina.Mostrati[8].Testo,
+              Perso({Testo(Voce::ScaricoDimensione), Testo(Voce::ScaricoNumeroGiri)}));
     EXPECT_EQ(NumBlocchi, 0);
     EXPECT_EQ(vista.Stati.back(), Testo(271));
     EXPECT_FALSE(finestra.Menu(Comando::SaveData));
     EXPECT_EQ(FaseComunicazione, 0);
 }
 
+TEST_F(Scaricamento, UndisturbedItSendsEachFrameOnce) {
+    Giri = 33;
+    MemoriaGiri.assign(256, '\x01');
+    Log = Pagina(1) + kVuota;
+    Byte = 256;
+    porta.Scritti.clear();
+    Scarico(vista).Esegui();
+    EXPECT_EQ(porta.Scritti,
+              (std::vector<std::string>{Frame(37), Frame(37), Frame(38, CodificaWord(0)),
+                                        Frame(38, CodificaWord(128)), Frame(14, CodificaLong(0)),
+                                        Frame(14, CodificaLong(128)), Frame(14, CodificaLong(256)),
+                                        Frame(14, CodificaLong(384))}));
+    EXPECT_TRUE(macchina.Mostrati.empty());
+    EXPECT_FALSE(LogParziale);
+    EXPECT_TRUE(LogDaSalvare);
+}
+
+TEST_F(Scaricamento, SizesAndLapBlocksAreAskedThreeTimesMoreBesideTheLogsOwnCount) {
+    Giri = 40;
+    for (int i = 1; i <= 64; ++i) MemoriaGiri += CodificaLong(8000 + i);
+    Log = Pagina(1) + Pagina(2);
+    Byte = 512;
+    // Each of the first frames stays unanswered three times: three sizes, laps, laps, log.
+    std::string ultimo;
+    int zitti = 0, chieste37 = 0;
+    Muto = [&](int comando, const std::string& frame) {
+        if (comando == 1) return false;
+        const std::string quale = comando == 37 ? frame + std::to_string(chieste37 / 4) : frame;
+        if (comando == 37) ++chieste37;
+        if (quale != ultimo) zitti = 0;
+        ultimo = quale;
+        return comando == 14 ? LongIn(frame, 3) == 0 && zitti++ < 3 : zitti++ < 3;
+    };
+    macchina.Risposte.assign(15, Answer::Ok);
+    Scarico(vista).Esegui();
+    for (const auto& box : macchina.Mostrati) EXPECT_EQ(box.Testo, Testo(242));
+    EXPECT_EQ(NumeroGiri, 40);
+    EXPECT_EQ(TabellaGiri[40], "01:20.40, 0");
+    EXPECT_EQ(NumBlocchi, 4);
+    EXPECT_TRUE(vista.Aperta);
+    EXPECT_EQ(std::count(porta.Scritti.begin(), porta.Scritti.end(), Frame(1)), 1 + 15)
+        << "the link is opened anew before each";
+}
+
+TEST_F(Scaricamento, WhatDidNotComeIsToldOnceAtTheEnd) {
+    Giri = 70;
+    for (int i = 1; i <= 96; ++i) MemoriaGiri += CodificaLong(8000 + i);
+    for (int i = 0; i < 4; ++i) Log += Pagina(1);
+    Log[255] = 0;
+    Byte = 1024;
+    // The second and the third lap block never come, and the log falls silent at its third page.
+    Muto = [](int comando, const std::string& frame) {
+        return (comando == 38 && WordIn(frame, 3) >= 128) ||
+               (comando == 14 && LongIn(frame, 3) >= 512);
+    };
+    macchina.Risposte.assign(4 + 4 + 4 + 1, Answer::Ok);
+    Scarico(vista).Esegui();
+    EXPECT_EQ(TabellaGiri[32], "01:20.32, 0");
+    EXPECT_EQ(TabellaGiri[33], "00:00.00");
+    EXPECT_EQ(NumBlocchi, 2);
+    EXPECT_EQ(macchina.Mostrati.back().Testo,
+              Perso({Testo(Voce::ScaricoFine) + " 512 / 1024", Testo(Voce::ScaricoPagine) + " 1",
+                     Testo(Voce::ScaricoGiri) + " 33-64, 65-70"}));
+    EXPECT_TRUE(LogParziale);
+    EXPECT_EQ(FaseComunicazione, 0);
+}
+
+TEST_F(Scaricamento, MoreThanTheMemoryHoldsIsNotStored) {
+    // A size that was garbled on the line, and every page of it there.
+    for (int i = 0; i < 8300; ++i) Log += Pagina(static_cast<char>(i % 100));
+    Byte = static_cast<std::int32_t>(Log.size());
+    macchina.Risposte = {Answer::Ok};
+    Scarico(vista).Esegui();
+    EXPECT_EQ(NumBlocchi, 16384);
+    EXPECT_EQ(BlocchiLog.size(), 16384u);
+    EXPECT_EQ(macchina.Mostrati[0].Testo, Perso({Testo(Voce::ScaricoFine) + " 2097152 / 2124800"}));
+}
+
 TEST_F(Scaricamento, PageChecksumCoversAllButItself) {
     const std::string buona = Pagina(9);
     EXPECT_TRUE(VerificaPagina(buona.substr(0, 128), buona.substr(128)));
-    for (const std::size_t i : {std::size_t{0}, std::size_t{127}, std::size_t{128}, std::size_t{254},
-                                std::size_t{255}}) {
+    for (const std::size_t i :
+         {std::size_t{0}, std::size_t{127}, std::size_t{128}, std::size_t{254}, std::size_t{255}}) {
         std::string guasta = buona;
         guasta[i] = static_cast<char>(guasta[i] + 1);
         EXPECT_FALSE(VerificaPagina(guasta.substr(0, 128), guasta.substr(128))) << i;

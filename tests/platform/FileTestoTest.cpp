@@ -87,6 +87,149 @@ TEST(FileTesto, WritingKeepsTheModeAndFollowsLinks) {
     EXPECT_EQ(prova::Leggi(file), "2");
     EXPECT_EQ(static_cast<unsigned>(fs::status(file).permissions()), 0640u);
 }
+
+std::size_t Voci(const fs::path& cartella) {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(cartella), fs::directory_iterator()));
+}
+
+TEST(FileTesto, AFileOfSeveralNamesKeepsThem) {
+    PlatformProva macchina;
+    const fs::path file = macchina.Cartella / "vero.txt", altro = macchina.Cartella / "altro.txt";
+    prova::Scrivi(file, "vecchio e lungo");
+    fs::create_hard_link(file, altro);
+    ScriviFile(file, "nuovo", "x");
+    EXPECT_EQ(prova::Leggi(altro), "nuovo");
+    EXPECT_EQ(fs::hard_link_count(file), 2u);
+    const auto scrivi = [&] {
+        const prova::SpazioFinito poco(4096);
+        // The copy fits not either: what is there stays.
+        ScriviFile(altro, std::string(5000, 'n'), "x");
+    };
+    EXPECT_EQ(ErroreDi(scrivi), NumeroErrore::DiskFull);
+    EXPECT_EQ(prova::Leggi(file), "nuovo");
+    EXPECT_EQ(Voci(macchina.Cartella), 2u) << "a copy or a mark was left behind";
+}
+
+TEST(FileTesto, AFileThatMayBeWrittenIsInAFolderThatMayNot) {
+    PlatformProva macchina;
+    const fs::path cartella = macchina.Cartella / "chiusa";
+    const fs::path file = cartella / "progetto.pro";
+    prova::Scrivi(file, "vecchio");
+    fs::permissions(file, fs::perms{0666});
+    fs::permissions(macchina.Cartella, fs::perms{0777});
+    fs::permissions(cartella, fs::perms{0555});
+    {
+        const prova::SenzaPrivilegi nessuno;
+        EXPECT_FALSE(CartellaScrivibile(cartella));
+        ScriviFile(file, "nuovo", "x");
+        EXPECT_EQ(ErroreDi([&] { ScriviFile(cartella / "altro.pro", "n", "x"); }),
+                  NumeroErrore::PathAccess);
+    }
+    EXPECT_EQ(prova::Leggi(file), "nuovo");
+    EXPECT_EQ(Voci(macchina.Cartella), 1u) << "a copy or a mark was left behind";
+    fs::permissions(cartella, fs::perms{0777});
+}
+
+TEST(FileTesto, AnInPlaceWriteThatWasCutIsReadFromItsCopy) {
+    PlatformProva macchina;
+    const fs::path cartella = macchina.Cartella / "a";
+    const fs::path file = cartella / "progetto.pro";
+    prova::Scrivi(file, "nuchio");  // cut behind its second byte
+    const std::string voce = "W\r\nprogetto.pro\r\n.lapvane-Copia1\r\nend\r\n";
+    prova::Scrivi(cartella / ".lapvane-Copia1", "nuovo");
+    // The mark of a name less its last three characters: FNV-1a of "progetto.".
+    const fs::path marca = cartella / ".lapvane+33f30f77e488aab9";
+    prova::Scrivi(marca, "Lapvane save 1\r\n" + voce);
+    EXPECT_EQ(LeggiFile(file, "x"), "nuovo");
+    EXPECT_EQ(prova::Leggi(file), "nuovo");
+    EXPECT_EQ(Voci(cartella), 1u);
+    // A mark that leads out of its folder, or is itself cut, is nobody's.
+    for (const std::string& falsa :
+         {std::string("Lapvane save 1\r\nW\r\n") + (macchina.Cartella / "b.txt").string() +
+              "\r\n.lapvane-Copia1\r\nend\r\n",
+          std::string("Lapvane save 1\r\nW\r\nprogetto.pro\r\nx\r\nend\r\n"),
+          "Lapvane save 1\r\n" + voce.substr(0, voce.size() - 5), "Lapvane save 2\r\n" + voce}) {
+        prova::Scrivi(macchina.Cartella / "b.txt", "altrui");
+        prova::Scrivi(cartella / ".lapvane-Copia1", "falso");
+        prova::Scrivi(cartella / "x", "falso");
+        prova::Scrivi(marca, falsa);
+        EXPECT_EQ(LeggiFile(file, "x"), "nuovo") << falsa;
+        EXPECT_EQ(prova::Leggi(macchina.Cartella / "b.txt"), "altrui");
+    }
+}
+
+TEST(FileTesto, ASetIsOfOneAgeWhereverItIsCut) {
+    const std::vector<std::string> nomi = {"run.txt", "run.tim", "run.csv"};
+    for (const bool conVecchi : {true, false}) {
+        for (std::size_t rinominati = 0; rinominati <= nomi.size(); ++rinominati) {
+            for (const std::string& letto : nomi) {
+                PlatformProva macchina;
+                std::string marca = "Lapvane save 1\r\n";
+                for (std::size_t i = 0; i < nomi.size(); ++i) {
+                    const std::string copia = ".lapvane-Nuovo" + std::to_string(i);
+                    marca += "R\r\n" + nomi[i] + "\r\n" + copia + "\r\n";
+                    if (i < rinominati) {
+                        prova::Scrivi(macchina.Cartella / nomi[i], "nuovo " + nomi[i]);
+                    } else {
+                        prova::Scrivi(macchina.Cartella / copia, "nuovo " + nomi[i]);
+                        fs::last_write_time(
+                            macchina.Cartella / copia,
+                            fs::file_time_type::clock::now() - std::chrono::hours(9));
+                        if (conVecchi) prova::Scrivi(macchina.Cartella / nomi[i], "vecchio");
+                    }
+                }
+                prova::Scrivi(macchina.Cartella / ".lapvane+bfee071f6f5897ec", marca + "end\r\n");
+                // A save of something else in the folder takes nothing away from the set.
+                ScriviFile(macchina.Cartella / "altro.pro", "x", "x");
+                fs::remove(macchina.Cartella / "altro.pro");
+                if (rinominati == 0 && !conVecchi) Ripara(macchina.Cartella / letto);
+                EXPECT_EQ(LeggiFile(macchina.Cartella / letto, "x"), "nuovo " + letto);
+                for (const std::string& nome : nomi) {
+                    EXPECT_EQ(prova::Leggi(macchina.Cartella / nome), "nuovo " + nome)
+                        << rinominati;
+                }
+                EXPECT_EQ(Voci(macchina.Cartella), 3u);
+            }
+        }
+    }
+}
+
+TEST(FileTesto, ASetThatCantBeWrittenLeavesTheOldOne) {
+    PlatformProva macchina;
+    const fs::path txt = macchina.Cartella / "run.txt", tim = macchina.Cartella / "run.tim",
+                   csv = macchina.Cartella / "run.csv";
+    for (const fs::path& file : {txt, csv}) prova::Scrivi(file, "vecchio");
+    const auto scrivi = [&](const fs::path& ultimo, std::size_t byte) {
+        return ErroreDi([&] {
+            const prova::SpazioFinito poco(4096);
+            const std::string grande(byte, 'n');
+            const std::vector<FileNuovo> insieme = {
+                {txt, "nuovo"}, {tim, "nuovo"}, {ultimo, grande}};
+            ScriviInsieme(insieme, "converting the log");
+        });
+    };
+    EXPECT_EQ(scrivi(csv, 100000), NumeroErrore::DiskFull);
+    // Two are renamed when the third turns out to have a name that the medium does not take.
+    EXPECT_EQ(scrivi(macchina.Cartella / std::string(300, 'x'), 1), NumeroErrore::PathAccess);
+    EXPECT_EQ(prova::Leggi(txt), "vecchio");
+    EXPECT_EQ(prova::Leggi(csv), "vecchio");
+    EXPECT_FALSE(fs::exists(tim));
+    EXPECT_EQ(Voci(macchina.Cartella), 2u) << "a copy or a mark was left behind";
+}
+
+TEST(FileTesto, OfAHugeFileOnlyTheStartIsWrittenAnew) {
+    PlatformProva macchina;
+    const fs::path file = macchina.Cartella / "run.ses";
+    prova::Scrivi(file, "0123456789");
+    fs::resize_file(file, std::uintmax_t{1} << 40);
+    const auto inizio = std::chrono::steady_clock::now();
+    RiscriviInizio(file, "abc", "x");
+    EXPECT_LT(std::chrono::steady_clock::now() - inizio, std::chrono::seconds(1));
+    EXPECT_EQ(LeggiFile(file, "x", 10), "abc3456789");
+    EXPECT_EQ(fs::file_size(file), std::uintmax_t{1} << 40);
+    EXPECT_EQ(Voci(macchina.Cartella), 1u);
+}
 #endif
 
 TEST(FileTesto, ListingIsSortedWithoutCaseAndHidesDotFiles) {

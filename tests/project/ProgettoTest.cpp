@@ -369,6 +369,30 @@ TEST_F(Progetto, StopQuestionInAllItsForms) {
     EXPECT_TRUE(ConfermaChiusura());
 }
 
+TEST_F(Progetto, AProjectWithoutAFileIsOfferedANameThatNothingHas) {
+    const fs::path vecchio = cartella / "Monza.pro";
+    prova::Scrivi(vecchio, Progetto0());
+    const auto proposto = [&] {
+        macchina.FileScelti.push_back(std::nullopt);
+        mnuSaveAs_Click();
+        const FileRequest& richiesta = macchina.RichiesteFile.back();
+        return richiesta.Folder / richiesta.Name;
+    };
+    Apri(vecchio);
+    EXPECT_EQ(proposto(), vecchio);
+    mnuNew_Click();
+    EXPECT_EQ(proposto(), cartella / "New project.pro");
+    prova::Scrivi(cartella / "new PROJECT.pro", "x");
+    EXPECT_EQ(proposto(), cartella / "New project 2.pro");
+    macchina.FileScelti.push_back(cartella / "mio.pro");
+    mnuSaveAs_Click();
+    EXPECT_EQ(proposto(), cartella / "mio.pro");
+    mnuNew_Click();
+    PercorsoProgetto.clear();
+    EXPECT_EQ(macchina.CartellaCorrente / proposto(),
+              macchina.CartellaCorrente / "New project 2.pro");
+}
+
 TEST_F(Progetto, WriteErrorsGoToTheDoorWithTheFile) {
     mnuNew_Click();
     PercorsoProgetto = macchina.Cartella / "manca" / "x.pro";
@@ -379,6 +403,11 @@ TEST_F(Progetto, WriteErrorsGoToTheDoorWithTheFile) {
         EXPECT_EQ(errore.Numero(), NumeroErrore::PathNotFound);
         EXPECT_EQ(errore.File(), PercorsoProgetto);
     }
+    EXPECT_TRUE(ProgettoModificato) << "it is not saved";
+    PercorsoProgetto = cartella / "prima.pro";
+    macchina.FileScelti.push_back(macchina.Cartella / "manca" / "y.pro");
+    EXPECT_THROW(mnuSaveAs_Click(), ErroreRuntime);
+    EXPECT_EQ(PercorsoProgetto, cartella / "prima.pro");
 }
 
 class Recenti : public Progetto {
@@ -440,6 +469,41 @@ TEST_F(Recenti, VanishedPathIsReportedAndTheListStays) {
     EXPECT_NE(UltimoBox().find("a.pro " + Testo(329)), std::string::npos);
     EXPECT_EQ(finestra.Recenti.size(), 2u);
     EXPECT_TRUE(FileRecenteScelto.empty()) << "an entry of the list clears the failed path";
+}
+
+TEST_F(Recenti, PathsThatThePageLacksComeBack) {
+    const fs::path lodz = cartella / "\u0141\u00F3d\u017A" / "\u041F\u0440\u043E.pro";
+    prova::Scrivi(lodz, Progetto0());
+    const fs::path a = Nuovo("a.pro");
+    Apri(lodz);
+    Apri(a);
+    EXPECT_EQ(Ini(), "1\r\n" + In1252({a}) + "\xEF\xBB\xBF" + lodz.string() + "\r\n");
+    EXPECT_EQ(finestra.Recenti, (std::vector<fs::path>{a, lodz}));
+    mnuRecentFiles_Click(1);
+    EXPECT_EQ(PercorsoProgetto, lodz);
+    EXPECT_EQ(finestra.Recenti, (std::vector<fs::path>{lodz, a}));
+}
+
+TEST_F(Recenti, AListThatCantBeWrittenIsToldAndShown) {
+    const fs::path a = Nuovo("a.pro"), b = Nuovo("b.pro");
+    Apri(a);
+    fs::remove(macchina.Cartella / "RecentFiles.ini");
+    fs::create_directory(macchina.Cartella / "RecentFiles.ini");  // whoever asks
+    macchina.Risposte = {Answer::Ok};
+    Apri(b);
+    EXPECT_EQ(UltimoBox(),
+              Testo(Voce::NonScritto) + "\r\n" + (macchina.Cartella / "RecentFiles.ini").string() +
+                  "\r\n" + Testo(Voce::MotivoNegato) + "\r\n\r\n" + Testo(Voce::RecentiNonSalvati));
+    EXPECT_EQ(PercorsoProgetto, b);
+    EXPECT_EQ(finestra.Recenti, (std::vector<fs::path>{b, a}));
+    EXPECT_TRUE(FileRecenteScelto.empty());
+}
+
+TEST_F(Recenti, ALineThatIsNoPathIsNoEntry) {
+    prova::Scrivi(macchina.Cartella / "RecentFiles.ini",
+                  "1\r\n" + std::string(10 << 20, 'x') + "\r\n/a\r\n");
+    LeggiFileRecenti();
+    EXPECT_EQ(finestra.Recenti, std::vector<fs::path>{"/a"});
 }
 
 TEST_F(Recenti, BrokenFilesEndTheProgram) {

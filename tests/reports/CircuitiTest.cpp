@@ -20,21 +20,29 @@ TEST(Tracciato, ReadsPointsAsTheyCome) {
     EXPECT_EQ(LeggiTracciato("\"8,58\"\r\n\"-3, 7\r\n4,5\"\n"), (Punti{{8, 58}, {-3, 7}, {4, 5}}));
     EXPECT_EQ(LeggiTracciato("1,2\r\nniente\r\n\r\nx,9\r\n9,x\r\n99999999999,1"),
               (Punti{{1, 2}, {0, 0}, {0, 0}, {0, 9}, {9, 0}, {0, 1}}));
+    // The number that each part begins with, rounded, ties to even.
+    EXPECT_EQ(LeggiTracciato("12x,34 m\r\n\"2.5,3.5\"\r\n 1e2,-7,8\r\n.9,+4\r\n"),
+              (Punti{{12, 34}, {2, 4}, {100, -7}, {1, 4}}));
     for (const std::size_t righe : {200u, 201u, 202u, 250u}) {
         std::string testo;
         for (std::size_t i = 0; i < righe; ++i) testo += std::to_string(i) + ",1\r\n";
-        const Punti punti = LeggiTracciato(testo);
+        int contate = 0;
+        const Punti punti = LeggiTracciato(testo, &contate);
+        EXPECT_EQ(contate, static_cast<int>(righe)) << "those without a place count as well";
         ASSERT_EQ(punti.size(), std::min<std::size_t>(righe, 201));
         EXPECT_EQ(punti.back().X, static_cast<int>(punti.size()) - 1);
     }
 }
 
-TEST(Settori, TextIsReadUpToAZeroAndWrittenByteForByte) {
+TEST(Settori, TextIsReadLineByLineAndWrittenByteForByte) {
     const FileSettori file = LeggiTestoSettori("1000\r\n250,5\r\n749.5\r\n0\r\n12\r\n", 21);
     EXPECT_EQ(file.Lunghezza, 1000.0);
-    EXPECT_EQ(file.Settori, (std::vector<double>{250.5, 749.5}));
-    EXPECT_EQ(LeggiTestoSettori("boh\r\n5\r\nx\r\n7", 21).Settori, std::vector<double>{5.0});
-    EXPECT_FALSE(LeggiTestoSettori("boh\r\n", 21).Lunghezza);
+    EXPECT_EQ(file.Settori, (std::vector<double>{250.5, 749.5, 0, 12}));
+    EXPECT_EQ(LeggiTestoSettori("boh\r\n5 m\r\nx\r\n7", 21).Settori,
+              (std::vector<double>{5, 0, 7}));
+    EXPECT_EQ(LeggiTestoSettori("abc\r\n", 21).Lunghezza, 0.0);
+    EXPECT_EQ(LeggiTestoSettori("3200 m\r\n", 21).Lunghezza, 3200.0);
+    EXPECT_FALSE(LeggiTestoSettori("", 21).Lunghezza);
     std::string molti = "1000\r\n";
     for (int i = 0; i < 40; ++i) molti += "25\r\n";
     EXPECT_EQ(LeggiTestoSettori(molti, 15).Settori.size(), 15u);
@@ -45,6 +53,9 @@ TEST(Settori, TextIsReadUpToAZeroAndWrittenByteForByte) {
     EXPECT_EQ(d.SettoriCircuito[15], 0);
     d.Prendi(std::vector<double>{2.5, 3.5, -20, 1e300, 8});
     EXPECT_EQ(d.SettoriCircuito, (std::array<std::int32_t, 16>{2, 4, -20}));
+    d.Prendi(file.Settori);
+    EXPECT_EQ(d.NumSettori, 2) << "a length of 0 ends the list of the dialog";
+    d.Prendi(std::vector<double>{2.5, 3.5, -20, 1e300, 8});
     EXPECT_EQ(ScriviTestoSettori("3480", d.SettoriCircuito), "3480\r\n2\r\n4\r\n-20\r\n");
     EXPECT_EQ(ScriviTestoSettori(" 7", std::vector<std::int32_t>{0, 5}), " 7\r\n");
 }
@@ -171,4 +182,27 @@ TEST_F(Cartella, IsNeverLeft) {
     }
     EXPECT_EQ(FileCircuito("..", "trk").parent_path(), tracks);
     EXPECT_FALSE(LeggiFileTracciato(std::string(5000, 'x')));
+}
+
+TEST(Circuiti, NamesThatThePageLacksAreFoundIfTheyAreAlone) {
+    PlatformProva macchina;
+    const fs::path tracks = macchina.Cartella / "tracks";
+    const fs::path lodz = tracks / "\u0141\u00F3d\u017A.trk";
+    Scrivi(lodz, "1,2\r\n");
+    ListaCircuiti.clear();
+    CaricaListaCircuiti();
+    ASSERT_EQ(ListaCircuiti, std::vector<std::string>{"?\xF3"
+                                                      "d?"});
+    const std::string nome = ListaCircuiti[0];
+    EXPECT_EQ(LeggiFileTracciato(nome), (Punti{{1, 2}}));
+    EXPECT_EQ(FileCircuito(nome, "sec"), tracks / "\u0141\u00F3d\u017A.sec") << "there is none yet";
+    Scrivi(FileCircuito(nome, "sec"), "100\r\n100\r\n");
+    EXPECT_TRUE(LeggiFileSettori(nome, 21).has_value());
+    // Two that become the same name: neither, rather than the wrong one.
+    Scrivi(tracks / "\u0143\u00F3d\u017B.trk", "3,4\r\n");
+    EXPECT_EQ(FileCircuito(nome, "trk"), fs::path());
+    EXPECT_FALSE(LeggiFileTracciato(nome).has_value());
+    // A name that really has the question marks comes first.
+    Scrivi(tracks / "?\u00F3d?.trk", "5,6\r\n");
+    EXPECT_EQ(LeggiFileTracciato(nome), (Punti{{5, 6}}));
 }

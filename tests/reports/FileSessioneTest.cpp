@@ -30,7 +30,7 @@ std::string RigheVuote(int da) {
 TEST(FileSessione, IsWrittenByteForByte) {
     CanaliSessione canali;
     canali[0] = {"Giri\r\nmotore", 2, 16711680, 4, -1.5, 12000};
-    canali[1] = {"a;b", 1, 255, 6, 0.00001, 1e20};
+    canali[1] = {"a;b", 1, 255, 6, 0.0000123456789012345678, 1e20};
     canali[2] = {"",
                  32767,
                  0xFFFFFF,
@@ -42,7 +42,7 @@ TEST(FileSessione, IsWrittenByteForByte) {
               "Circuito=Citt\xE0 di Bra\r\nLunghTracciato=3480\r\nVeicoloSessione= \r\n"
               "Piloti=Rossi Bianchi Verdi\r\nNoteSessione= \r\n"
               "Giri motore;2;16711680;4;-1.5;12000\r\n"
-              "a;b;1;255;6;0.00001;100000000000000000000\r\n"
+              "a;b;1;255;6;0.0000123456789012346;100000000000000000000\r\n"
               ";32767;16777215;1;0;0\r\n" +
                   RigheVuote(6));
 }

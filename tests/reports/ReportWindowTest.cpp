@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 
@@ -78,7 +79,17 @@ TEST_F(ReportWindow, SessionStatisticsShowTheFiguresAndEscCloses) {
 }
 
 TEST_F(ReportWindow, SessionStatisticsOfNoLapsAreEmpty) {
+    analisi.GiriEsclusi = 3;
+    dlgStatistiche esclusi(analisi);
+    esclusi.show();
+    auto* const riga = Controllo<QLabel>(esclusi, "lblGiriEsclusi");
+    EXPECT_EQ(DaQt(riga->text()), Testo(Voce::GiriSenzaTempo) + " 3");
+    EXPECT_GT(riga->y(), Griglia(esclusi)->geometry().bottom());
+    EXPECT_GE(riga->height(), riga->heightForWidth(riga->width()));
+    EXPECT_GE(Griglia(esclusi)->viewport()->height(), Griglia(esclusi)->rowHeight(0) * 10);
+    analisi.GiriEsclusi = 0;
     const dlgStatistiche dialogo(analisi);
+    EXPECT_EQ(dialogo.findChild<QLabel*>(QStringLiteral("lblGiriEsclusi")), nullptr);
     EXPECT_EQ(Colonna(*Griglia(dialogo), 1), (Testi{"0", "", "", "", "0", "", "", "0", "", ""}));
 }
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <QWheelEvent>
 #include <memory>
 
 #include "analysis/AnalisiProva.h"
@@ -149,9 +150,8 @@ TEST_F(DialogoSessione, NewDivisionIsWrittenWithTheSession) {
     EXPECT_EQ(DaQt(dialogo->windowTitle()), "Session details") << "no circuit yet";
     OKRifiutato(327);
     Batti(C<QComboBox>("cboCircuito"), "Quadrato", Qt::Key_Return);
-    Batti(C<QLineEdit>("txtLunghezzaTracciato"), "1.0a0,0", Qt::Key_Return);
+    Batti(C<QLineEdit>("txtLunghezzaTracciato"), "1000", Qt::Key_Return);
     EXPECT_TRUE(dialogo->isVisible());
-    EXPECT_EQ(DatiSessione.LunghTracciato, "1000") << "whole metres only";
     Settori(3);
     EXPECT_EQ(Caselle(), (V{"333", "333", "334"}));
     Batti(X(0), "4.0,0", Qt::Key_Return);
@@ -189,6 +189,61 @@ TEST_F(DialogoSessione, NewDivisionIsWrittenWithTheSession) {
     EXPECT_NE(ses.find("NoteSessione=a b\r\n"), std::string::npos);
     analisi.LeggiSettori();
     EXPECT_EQ(analisi.NumSettori, 4);
+}
+
+TEST_F(DialogoSessione, LengthStaysAsTypedAndOnlyAnotherOneLevelsTheSectors) {
+    DatiSessione.Circuito = "Valdoro";
+    Mostra();
+    auto* const lunghezza = C<QLineEdit>("txtLunghezzaTracciato");
+    const std::string file = Leggi(tracks / "Valdoro.sec");
+    // No whole metres: the sectors are, and their sum is another one.
+    for (const char* scritta : {"3480.5", "3480,5"}) {
+        Batti(lunghezza, scritta, Qt::Key_Tab);
+        EXPECT_EQ(DaQt(lunghezza->text()), scritta);
+        EXPECT_EQ(DatiSessione.LunghTracciato, scritta);
+        EXPECT_EQ(Caselle(), (V{"870", "870", "870", "870"}));
+        OKRifiutato(327);
+    }
+    for (const char* nessuna : {"", "abc", "."}) {
+        Batti(lunghezza, nessuna, Qt::Key_Tab);
+        OKRifiutato(327);
+        EXPECT_TRUE(lunghezza->hasFocus());
+    }
+    EXPECT_EQ(Leggi(tracks / "Valdoro.sec"), file);
+    // A unit behind the number is no matter, and passing through changes nothing.
+    Batti(lunghezza, " 3000 m", Qt::Key_Tab);
+    EXPECT_EQ(Caselle(), (V{"750", "750", "750", "750"}));
+    Batti(X(0), "700", Qt::Key_Tab);
+    EXPECT_EQ(Caselle(), (V{"700", "800", "750", "750"}));
+    lunghezza->setFocus();
+    X(1)->setFocus();
+    EXPECT_EQ(Caselle(), (V{"700", "800", "750", "750"}));
+    OK();
+    EXPECT_FALSE(dialogo->isVisible());
+    EXPECT_EQ(Leggi(tracks / "Valdoro.sec"), " 3000 m\r\n700\r\n800\r\n750\r\n750\r\n");
+}
+
+TEST_F(DialogoSessione, WheelChoosesFromAListOnlyWithTheFocus) {
+    DatiSessione.Circuito = "Valdoro";
+    Mostra();
+    for (const char* nome : {"cboNumSettori", "cboCircuito"}) {
+        auto* const lista = C<QComboBox>(nome);
+        const QString prima = lista->currentText();
+        const auto gira = [&](int quanto) {
+            const QPointF qui(5, 5);
+            QWheelEvent rotella(qui, lista->mapToGlobal(qui), {}, {0, quanto}, {}, {},
+                                Qt::NoScrollPhase, false);
+            QApplication::sendEvent(lista, &rotella);
+            return rotella.isAccepted();
+        };
+        C<QLineEdit>("txtSessione")->setFocus();
+        EXPECT_FALSE(gira(120)) << "what lies around may scroll";
+        EXPECT_FALSE(gira(-120));
+        EXPECT_EQ(lista->currentText(), prima) << nome;
+        lista->setFocus();
+        gira(120);
+        EXPECT_NE(lista->currentText(), prima) << nome;
+    }
 }
 
 TEST_F(DialogoSessione, NegativeNeighbourIsRefusedAtOK) {
@@ -235,7 +290,8 @@ TEST_F(DialogoSessione, TracksThatCannotBeHadOrWritten) {
     macchina.Risposte = {Answer::Ok};
     OK();
     EXPECT_EQ(macchina.Mostrati.back().Testo,
-              Testo(328) + " " + TestoDaPercorso(tracks / "Quadrato.sec") + " " + Testo(329));
+              Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(tracks / "Quadrato.sec") + "\r\n" +
+                  Testo(Voce::MotivoNegato) + "\r\n\r\n" + Testo(Voce::SettoriNonSalvati));
     EXPECT_FALSE(dialogo->isVisible());
     EXPECT_TRUE(fs::exists(ConFine(Stelo(), ".ses"))) << "the session is saved all the same";
 
@@ -269,7 +325,7 @@ TEST(DisegnoTracciato, FitsAndColoursTheOutline) {
         disegno.Settori(settori, 100);
         const QImage foto = disegno.grab().toImage();
         const auto a = [&](int n) { return foto.pixelColor(disegno.Posizione(n).toPoint()); };
-        EXPECT_GT(a(10).green(), 2 * a(10).red()) << "first sector green";
+        EXPECT_EQ(a(10), QColor(0, 255, 0)) << "first sector green";
         EXPECT_EQ(a(30), QColor(Qt::red)) << "second sector red";
         EXPECT_EQ(a(0), QColor(Qt::yellow)) << "the start";
         const QPointF chiusura = (disegno.Posizione(41) + disegno.Posizione(0)) / 2.0;

@@ -142,19 +142,30 @@ TEST_F(FinestraCalibrazione, CancelClearsAndTheCloseBoxLeavesThePoints) {
 
 TEST_F(FinestraCalibrazione, ALinkThatBreaksTellsItEachTimeAndTheWindowCloses) {
     Calibra([&] {
-        Misura(10, false, "");
+        const auto fase = [&] { return DaQt(D<QLabel>("lblDescrizioneFase")->text()); };
+        // Without a port nothing is asked, and no point is entered: the step is the first one
+        // still.
         porta.Sparisci();
-        // Without a port nothing is asked, and the last value counts.
-        Misura(20, false, "20");
-        EXPECT_EQ(Riga(1), "200/20.0");
+        const std::string prima = fase();
+        const QSize misura = dialogo->size();
+        Misura(10, false, "");
+        EXPECT_EQ(Riga(0), "-/");
+        EXPECT_EQ(fase(), lapvane::Testo(Voce::LetturaFallita) + "\n\n" + prima);
+        EXPECT_FALSE(D<QLineEdit>("txtLitri")->isVisible());
+        EXPECT_EQ(dialogo->size(), misura);
         EXPECT_EQ(Mostrati(), V{});
         porta.Riappari();
+        Misura(10, false, "");
+        EXPECT_EQ(Riga(0), "200/0.0");
+        const std::string poi = fase();
         apparecchio.Difetti.Aggiungi(strumento::LeggiGuasto("drop:9"));
-        for (int i = 2; i < 4; ++i) {
+        for (int i = 0; i < 2; ++i) {
             macchina.Risposte = {Answer::Ok};
             Misura(30, false, "30");
             EXPECT_EQ(Mostrati(), V{lapvane::Testo(242)});
-            EXPECT_EQ(Riga(i), "200/30.0");
+            EXPECT_EQ(Riga(1), "-/");
+            EXPECT_EQ(fase(), lapvane::Testo(Voce::LetturaFallita) + "\n\n" + poi);
+            EXPECT_EQ(D<QLineEdit>("txtLitri")->selectedText(), QStringLiteral("30"));
         }
         // Cancel in the middle of a read that nobody answers.
         int giri = 0;

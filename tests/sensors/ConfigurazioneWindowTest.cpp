@@ -166,6 +166,7 @@ TEST_F(Configurazione, RefusesWhatIsNoNumberOfABoxBeforeStoringAnything) {
     Clic("chkAbilRecLAP");
     C<QComboBox>("cboUMVelocita")->setCurrentIndex(1);
     EXPECT_EQ(DaQt(C<QLabel>("lblUnitaRecVel")->text()), "mph");
+    const std::set<std::string> byte = {"txtStopRecSecondi", "txtTempoMsgGiro", "txtTempoVisGiro"};
     for (const NumeroSetup& numero : kNumeriSetup) {
         const std::string casella(numero.Controllo);
         const bool settore = casella.starts_with("txtSettore");
@@ -176,26 +177,25 @@ TEST_F(Configurazione, RefusesWhatIsNoNumberOfABoxBeforeStoringAnything) {
             Tasto(Qt::Key_Tab);  // no check on leaving
             EXPECT_EQ(Testo(casella), testo);
             EXPECT_EQ(Mostrati(), V{});
-            for (const char* come : {"OKButton", "Enter", "cmdInviaDati"}) {
+            for (const bool invio : {false, true}) {
                 macchina.Risposte = {Answer::Ok};
-                if (std::string(come) == "Enter") {
+                if (invio) {
                     Tasto(Qt::Key_Return);
                 } else {
-                    Clic(come);
+                    Clic("OKButton");
                 }
                 ASSERT_EQ(macchina.Mostrati.size(), 1u) << casella << " " << testo;
                 EXPECT_EQ(macchina.Mostrati[0].Titolo, "Setup");
                 EXPECT_EQ(Mostrati(),
                           V{lapvane::Testo(numero.Didascalia) + "\r\n" +
                             lapvane::Testo(Voce::NumeroNellIntervallo) +
-                            (settore ? " -2147483648 ... 2147483647" : " -32768 ... 32767")});
+                            (byte.contains(casella) ? " 0 ... 255" : " -32768 ... 32767")});
                 EXPECT_TRUE(C<QLineEdit>(casella)->hasFocus());
                 EXPECT_TRUE(finestra->isVisible());
             }
         }
         Scrivi(casella, settore ? "-2147483648" : "32767");
     }
-    EXPECT_EQ(porta.RichiesteDi(18), 0u);
     EXPECT_FALSE(DatiProgetto.chkAbilRecLap) << "nothing of a refused OK is stored";
     EXPECT_EQ(DatiProgetto.UMVel, 0);
     EXPECT_FALSE(ProgettoModificato);
@@ -230,20 +230,42 @@ TEST_F(Configurazione, ExchangesWhatItShowsAndLeavesTheProject) {
     Collega();
     Apri();
     C<QComboBox>("cboUMTemperatura")->setCurrentIndex(1);
+    // What is no number is refused with the range of what travels; an empty box is sent as 0.
+    Scrivi("txtTempoVisGiro", "");
+    Scrivi("txtStopRecSecondi", "5 s");
+    macchina.Risposte = {Answer::Ok};
+    Clic("cmdInviaDati");
+    EXPECT_EQ(Mostrati(),
+              V{lapvane::Testo(Voce::ValoreNonInviabile) + "\r\n" + lapvane::Testo(266) +
+                ": \"5 s\"\r\n" + lapvane::Testo(Voce::NumeroNellIntervallo) + " 0 ... 255"});
+    EXPECT_TRUE(C<QLineEdit>("txtStopRecSecondi")->hasFocus());
+    // What does not fit is asked about, with what would arrive, and Cancel goes there.
     Scrivi("txtAbilRecVel", "300");
     Scrivi("txtStopRecSecondi", "300");
+    Scrivi("txtSettoreCrono0", "70000");
     Scrivi("txtSettoreCrono4", "905");
+    const std::string domanda =
+        lapvane::Testo(Voce::ValoriFuoriCampo) + "\r\n" + lapvane::Testo(266) +
+        ": 300 (0 ... 255), " + lapvane::Testo(Voce::StrumentoRiceve) + " 44\r\n" +
+        lapvane::Testo(295) + ": 70000 (-32768 ... 32767), " +
+        lapvane::Testo(Voce::StrumentoRiceve) + " 4464\r\n" + lapvane::Testo(Voce::InviareLoStesso);
+    macchina.Risposte = {Answer::Cancel};
+    Clic("cmdInviaDati");
+    EXPECT_EQ(Mostrati(), V{domanda});
+    EXPECT_TRUE(C<QLineEdit>("txtStopRecSecondi")->hasFocus());
+    EXPECT_EQ(porta.RichiesteDi(18), 0u);
     VaiA(9);
     Clic("chkAbilitaPagina");
-    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    macchina.Risposte = {Answer::Ok, Answer::Ok, Answer::Ok};
     principale.Storia.clear();
     Clic("cmdInviaDati");
-    EXPECT_EQ(macchina.Mostrati[0].Titolo, lapvane::Testo(226));
-    EXPECT_EQ(Mostrati(),
-              (V{lapvane::Testo(147) + "\r\n" + lapvane::Testo(148), lapvane::Testo(218)}));
+    EXPECT_EQ(macchina.Mostrati[1].Titolo, lapvane::Testo(226));
+    EXPECT_EQ(Mostrati(), (V{domanda, lapvane::Testo(147) + "\r\n" + lapvane::Testo(148),
+                             lapvane::Testo(218)}));
     EXPECT_EQ(principale.Storia, (V{"3:" + lapvane::Testo(146), "3:"}));
     EXPECT_EQ(apparecchio.Dati.Dati(Record::Setup1).substr(0, 10),
               std::string("\0\0\x01\0\0\x80\0\x2C\x01\x2C", 10));
+    EXPECT_EQ(apparecchio.Dati.Dati(Record::Setup2).substr(0, 4), std::string("\0\0\x11\x70", 4));
     EXPECT_EQ(apparecchio.Dati.Dati(Record::Setup2).substr(10, 2), "\x03\x89");
     EXPECT_EQ(DatiProgetto.UMTemp, 0);
     EXPECT_FALSE(ProgettoModificato);
@@ -286,6 +308,13 @@ TEST_F(Configurazione, AFailedExchangeIsNeverReportedAsDone) {
         porta.Riappari();
         Collega();
     }
+    // The first record is not acknowledged, the second is.
+    const std::size_t prima = porta.RichiesteDi(28);
+    apparecchio.Difetti.Aggiungi(strumento::LeggiGuasto("drop:18:1"));
+    macchina.Risposte = {Answer::Ok};
+    Clic("cmdInviaDati");
+    EXPECT_EQ(porta.RichiesteDi(28), prima + 1);
+    EXPECT_EQ(Mostrati().back(), lapvane::Testo(230));
 }
 
 TEST_F(Configurazione, ClosedBetweenTwoRecordsTheSecondStaysBehind) {

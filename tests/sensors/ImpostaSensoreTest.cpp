@@ -209,8 +209,11 @@ TEST_F(Salvataggio, NamesThatAreNoFileOfTheLibraryAreRefused) {
         macchina.Risposte = {Answer::Ok};
         EXPECT_FALSE(Salva(nome)) << nome;
         ASSERT_EQ(macchina.Mostrati.size(), 1u) << nome;
-        EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(328) + " " + (Cartella() / "").string() +
-                                                  Utf8In1252(nome) + ".sns " + Testo(329));
+        EXPECT_EQ(macchina.Mostrati[0].Testo,
+                  Testo(328) + " " + (Cartella() / "").string() + Utf8In1252(nome) + ".sns " +
+                      Testo(329) + "\r\n\r\n" +
+                      Testo(nome.size() == 300 ? Voce::MotivoNegato : Voce::MotivoNome) + "\r\n" +
+                      Testo(Voce::SensoreNonSalvato));
         EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
         EXPECT_EQ(macchina.Mostrati[0].Titolo, "Titolo");
         EXPECT_EQ(File(), prima) << nome;

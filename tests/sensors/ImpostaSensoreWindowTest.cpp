@@ -184,6 +184,41 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
     EXPECT_EQ(Testo("txtY0"), "1.5");
 }
 
+TEST_F(ImpostaSensore, TheCurveFollowsEachBoxWithItsPointsMarkedInsideTheFrame) {
+    Apri();
+    Opzione("optAltro");
+    Punto(0, "0", "0");
+    Punto(1, "100", "10");
+    auto* grafico = static_cast<GraficoWidget*>(C<QWidget>("GraficoSensore"));
+    Scrivi("txtX1", "200");
+    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 100.0);
+    Tasto(Qt::Key_Tab);
+    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 200.0);
+    Scrivi("txtY1", "40");
+    Tasto(Qt::Key_Tab);
+    EXPECT_EQ(grafico->LeggiIntervallo().YMax, 40.0);
+
+    const QImage foto = grafico->Fotografa(1.0);
+    const QRect area = grafico->AreaDisegno().toAlignedRect();
+    const auto rosso = [&](int x, int y) {
+        const QColor c = foto.pixelColor(x, y);
+        return c.red() > 150 && c.green() < 90 && c.blue() < 90;
+    };
+    QRect preso;
+    for (int y = 0; y < foto.height(); ++y) {
+        for (int x = 0; x < foto.width(); ++x) {
+            if (rosso(x, y)) preso |= QRect(x, y, 1, 1);
+        }
+    }
+    ASSERT_FALSE(preso.isEmpty());
+    EXPECT_TRUE(area.adjusted(4, 4, -4, -4).contains(preso));
+    // The mark of the first point, three pixels round its middle.
+    const int x0 = preso.left() + 3, y0 = preso.bottom() - 3;
+    for (const QPoint& d : {QPoint(-2, 0), QPoint(2, 0), QPoint(0, -2), QPoint(0, 2)}) {
+        EXPECT_TRUE(rosso(x0 + d.x(), y0 + d.y())) << d.x() << " " << d.y();
+    }
+}
+
 TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
     Apri();
     Opzione("optPressione");
@@ -195,7 +230,7 @@ TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
         macchina.Risposte = {Answer::Ok};
         Scrivi("txtX2", testo);
         Tasto(Qt::Key_Tab);
-        EXPECT_EQ(Mostrati(), V{lapvane::Testo(262)}) << testo;
+        EXPECT_EQ(Mostrati(), V{lapvane::Testo(262) + "\r\nBit 3"}) << testo;
         EXPECT_TRUE(C<QLineEdit>("txtX2")->hasFocus());
     }
     const V crescente = {"Il valore di bit deve essere crescente"};
@@ -208,8 +243,11 @@ TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
     EXPECT_FALSE(Spuntata(2));
     EXPECT_TRUE(Acceso("txtX2"));
     EXPECT_FALSE(Acceso("Check13"));
-    EXPECT_TRUE(C<QLineEdit>("txtY2")->hasFocus());
-    QTest::keyClicks(C<QLineEdit>("txtY2"), QStringLiteral("3"));
+    // The focus is not in a box that would not let go.
+    EXPECT_TRUE(C<QCheckBox>("Check12")->hasFocus());
+    Tasto(Qt::Key_Backtab);
+    EXPECT_EQ(Mostrati(), V{});
+    Scrivi("txtY2", "3");
 
     // A row in the middle keeps its tick. The click that left the box does nothing more.
     Scrivi("txtNomeNuovo", "Cala");

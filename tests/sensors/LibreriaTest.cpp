@@ -109,6 +109,16 @@ TEST_F(Libreria, DeliveredFilesLoadAndTheSampleProjectNamesThem) {
           DatiProgetto.PressioneBenzina, DatiProgetto.LivelloBenzina, DatiProgetto.SensoreLambda}) {
         EXPECT_TRUE(nomi.contains(nome)) << nome;
     }
+    // Two analogue inputs: no two of the sensors that are on share one.
+    const RecordProgetto& p = DatiProgetto;
+    std::multiset<int> ingressi;
+    for (const auto& [acceso, ingresso] : {std::pair{p.AbilSG, p.ChannSG},
+                                           {p.AbilCambio, p.ChannCambio},
+                                           {p.AbilPT, p.ChannPT},
+                                           {p.AbilSensoreLambda, p.ChannSensoreLambda}}) {
+        if (acceso) ingressi.insert(ingresso);
+    }
+    EXPECT_EQ(ingressi, (std::multiset<int>{0, 1}));
 }
 
 }  // namespace

@@ -187,8 +187,12 @@ TEST_F(SensoriEditor, OnlyTurboAccelerationAndLambdaFightForAnInput) {
                     controlli.Indice(chann[b], uguali ? 0 : 1);
                     controlli.Spunta(abil[a], true);
                     controlli.Spunta(abil[b], accesi);
-                    EXPECT_EQ(CanaleInConflitto(controlli).has_value(), accesi && uguali && b < 3)
+                    const auto coppia = CanaliInConflitto(controlli);
+                    EXPECT_EQ(coppia.has_value(), accesi && uguali && b < 3)
                         << chann[a] << " " << chann[b] << accesi << uguali;
+                    if (!coppia) continue;
+                    EXPECT_EQ(kCanaliEditor[coppia->first].Chann, chann[a]);
+                    EXPECT_EQ(kCanaliEditor[coppia->second].Chann, chann[b]);
                 }
             }
         }

@@ -18,6 +18,9 @@ namespace {
 using R = RecordProgetto;
 using strumento::Record;
 
+const std::string kDiametro = "\r\nCar speed: Wheel diameter [1 - 9999 mm]";
+const std::string kSenzaNome = "\r\nThe name of the sensor is missing.";
+
 class Sensori : public prova::EditorWindowProva<frmSensori> {
  protected:
     Sensori() {
@@ -86,13 +89,13 @@ TEST_F(Sensori, StoresAtOKWhatWasChosenAndTyped) {
     EXPECT_TRUE(Acceso("cboAltro0"));
     EXPECT_TRUE(Acceso("cboChannCambio"));
 
-    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(169));
+    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(169) + kSenzaNome);
     EXPECT_EQ(Schede()->currentIndex(), 0) << "where the missing name is";
     EXPECT_TRUE(C<QComboBox>("cboPressione1")->hasFocus());
     // What is typed stays as it is typed, though entries begin with it.
     Digita("cboPressione1", "Press");
     Digita("cboTCampPO", "2");
-    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(173));
+    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(173) + kSenzaNome);
     EXPECT_EQ(Schede()->currentIndex(), 1);
     QTest::keyClick(C<QComboBox>("cboAltro0"), Qt::Key_Down);
     EXPECT_EQ(Lista("cboAltro0"), "Cambio 6 marce");
@@ -129,10 +132,11 @@ TEST_F(Sensori, RefusedInputsLeaveTheRestStored) {
     Spunta("chkAbilSensoreLambda");
     Digita("cboSensoreLambda", "Lambda 0-5 V");
     Spunta("chkAbilSG");
-    EXPECT_EQ(Rifiuto("cmdInviaDati"), lapvane::Testo(305));
+    const std::string conflitto = lapvane::Testo(305) + "\r\nG sensor, Lambda sensor: AN 2";
+    EXPECT_EQ(Rifiuto("cmdInviaDati"), conflitto);
     EXPECT_EQ(porta.RichiesteDi(22), 0u);
     EXPECT_FALSE(DatiProgetto.AbilSG);
-    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(305));
+    EXPECT_EQ(Rifiuto("OKButton"), conflitto);
     EXPECT_TRUE(C<QComboBox>("cboChannSensoreLambda")->hasFocus());
     EXPECT_TRUE(DatiProgetto.AbilSG);
     EXPECT_EQ(DatiProgetto.SensoreLambda, "Lambda 0-5 V");
@@ -155,7 +159,7 @@ TEST_F(Sensori, NumberBoxesAreNotLeftByWayOfTheTabs) {
         macchina.Risposte = {Answer::Ok};
         uscita();
         QCoreApplication::processEvents();
-        EXPECT_EQ(Mostrati(), V{lapvane::Testo(262)}) << come;
+        EXPECT_EQ(Mostrati(), V{lapvane::Testo(262) + kDiametro}) << come;
         EXPECT_EQ(Schede()->currentIndex(), 0) << come;
         EXPECT_TRUE(casella->hasFocus()) << come;
         EXPECT_EQ(casella->text(), QString()) << come;
@@ -186,7 +190,7 @@ TEST_F(Sensori, NumberBoxesAreNotLeftByWayOfTheTabs) {
     C<QPushButton>("CancelButton")->setFocus();
     Schede()->setCurrentIndex(1);
     const R prima = DatiProgetto;
-    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(262));
+    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(262) + kDiametro);
     EXPECT_TRUE(casella->hasFocus());
     EXPECT_EQ(DatiProgetto.DiametroRuota, prima.DiametroRuota);
     EXPECT_EQ(Mostrati(), V{});
@@ -294,7 +298,7 @@ TEST_F(Sensori, ProgramsWhatItShowsAndReadsItBack) {
     Clic("cmdLeggiDati");
     Mostrati();
     EXPECT_EQ(Lista("cboTemperaturaOlio0"), "");
-    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(166));
+    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(166) + kSenzaNome);
     EXPECT_EQ(DatiProgetto.TemperaturaOlio, "NTC olio M10");
 }
 

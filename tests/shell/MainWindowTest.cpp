@@ -458,10 +458,15 @@ TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     };
     finestra->Abilita(Comando::DownData, true);
     macchina.FileScelti.push_back(std::nullopt);
+    macchina.Risposte = {Answer::Ok};
     QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
     EXPECT_NE(aperta, nullptr);
     EXPECT_EQ(allaChiusura, 38);
     EXPECT_EQ(FaseComunicazione, 0);
+    EXPECT_FALSE(TrasferimentoAbbandonato) << "every wait would give up from now on";
+    EXPECT_EQ(macchina.Mostrati.back().Testo,
+              Testo(Voce::ScaricoManca) + "\r\n\r\n" + Testo(Voce::ScaricoFine) + " 512 / 2560");
+    EXPECT_TRUE(macchina.RichiesteFile.back().Name.string().ends_with(" partial.csv"));
     EXPECT_TRUE(VoceMenu("mnuSaveData")->isEnabled());
     EXPECT_FALSE(Pulsante("SaveData")->isEnabled());
 }
@@ -476,6 +481,9 @@ TEST_F(Finestra, RunTimeErrorEndsThroughTheDoorWithItsFile) {
     EXPECT_NE(testo.find("76: Path not found"), std::string::npos) << testo;
     EXPECT_NE(testo.find("x.pro"), std::string::npos);
     EXPECT_NE(testo.find(Testo(Voce::ProgrammaChiude)), std::string::npos);
+    const fs::path soccorso = macchina.Cartella / "Lapvane 2026-11-24 10-20-30.rescue";
+    EXPECT_NE(testo.find(soccorso.string()), std::string::npos) << testo;
+    EXPECT_TRUE(fs::exists(soccorso));
 }
 
 TEST(Splash, WaitsThreeSecondsWhateverHappensToTheForm) {

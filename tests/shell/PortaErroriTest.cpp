@@ -44,18 +44,22 @@ TEST(PortaErrori, TellsNumberWorkFileAndLineInTheLanguageOfNow) {
 TEST(PortaErrori, EveryPhraseThatTheCodeRaisesHasAnItalianForm) {
     PlatformProva macchina;
     prova::CaricaTestiVeri(0);
+    // What an error is raised with, and every text that says what the program is doing, whatever
+    // the verb.
     const std::regex frase(
-        R"re("((?:reading|writing|printing|saving|opening|converting|listing|looking|encoding|computing|conversion|number to|text to) ?[a-z][^"]*)")re");
+        R"re(ErroreRuntime\(\s*(?:NumeroErrore::)?\w+,\s*"([^"]+)"|"([a-z]+ing [^"]*)")re");
     std::set<std::string> trovate;
     for (const auto& voce :
          std::filesystem::recursive_directory_iterator(std::string(LAPVANE_SOURCE_DIR) + "/src")) {
         if (!voce.is_regular_file() || voce.path().stem() == "FrasiErrore") continue;
         const std::string codice = prova::Leggi(voce.path());
         for (std::sregex_iterator i(codice.begin(), codice.end(), frase), fine; i != fine; ++i) {
-            trovate.insert((*i)[1]);
+            trovate.insert((*i)[1].matched ? (*i)[1] : (*i)[2]);
         }
     }
     EXPECT_GT(trovate.size(), 15u);
+    EXPECT_TRUE(trovate.contains("number to text")) << "raised with";
+    EXPECT_TRUE(trovate.contains("reading the sectors")) << "handed to the reader of a file";
     for (const std::string& inglese : trovate) EXPECT_NE(FraseErrore(inglese), inglese);
     for (const NumeroErrore numero :
          {NumeroErrore::Subscript, NumeroErrore::FileNotFound, NumeroErrore::DiskFull,

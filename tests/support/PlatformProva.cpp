@@ -22,6 +22,7 @@ PlatformProva::PlatformProva() {
     } while (!std::filesystem::create_directory(Cartella));
     CartellaCorrente = Cartella;
     SetPlatform(this);
+    ImpostaRiserva(Cartella);
     AzzeraTutto();
 }
 
@@ -30,6 +31,7 @@ PlatformProva::~PlatformProva() {
     EXPECT_TRUE(FileScelti.empty()) << "a scripted file dialog did not appear";
     AzzeraTutto();
     SetPlatform(nullptr);
+    ImpostaRiserva({});
     std::error_code ignorato;
     std::filesystem::remove_all(Cartella, ignorato);
 }

@@ -46,6 +46,8 @@ class PlatformProva : public Platform {
     std::filesystem::path CurDir() override { return CartellaCorrente; }
     std::string ExeName() override { return "lapvane"; }
     std::string Now() override { return Adesso; }
+    std::string Stamp() override { return "2026-11-24 10-20-30"; }
+    std::filesystem::path Documents() override { return Documenti; }
     char DecimalSeparator() override { return Separatore; }
     void MousePointer(Pointer pointer) override { Puntatori.push_back(pointer); }
     void Language(int index) override { Lingua = index; }
@@ -55,6 +57,7 @@ class PlatformProva : public Platform {
     std::int64_t Dormito = 0;
     std::filesystem::path Cartella;  ///< a fresh folder, removed at the end
     std::filesystem::path CartellaCorrente;
+    std::filesystem::path Documenti;
     std::string Adesso = "24/11/2026 10:20:30";
     char Separatore = '.';
     int Lingua = -1;

@@ -3,6 +3,7 @@
 #ifndef _WIN32
 #include <signal.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace lapvane::prova {
 
@@ -26,6 +27,24 @@ class SpazioFinito {
  private:
     rlimit limite_{};
     void (*prima_)(int) = nullptr;
+};
+
+/// As long as it lives nobody is almighty: folders and files forbid what their modes say.
+class SenzaPrivilegi {
+ public:
+    SenzaPrivilegi() : prima_(::geteuid()) {
+        constexpr uid_t kNessuno = 65534;
+        if (prima_ == 0) riuscito_ = ::seteuid(kNessuno) == 0;
+    }
+    ~SenzaPrivilegi() {
+        if (riuscito_) static_cast<void>(::seteuid(prima_) == 0);
+    }
+    SenzaPrivilegi(const SenzaPrivilegi&) = delete;
+    SenzaPrivilegi& operator=(const SenzaPrivilegi&) = delete;
+
+ private:
+    uid_t prima_;
+    bool riuscito_ = false;
 };
 
 }  // namespace lapvane::prova

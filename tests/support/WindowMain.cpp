@@ -3,10 +3,12 @@
 #include <QApplication>
 #include <QLocale>
 
+#include "tools/support/QuietQt.h"
 #include "widgets/TastoInvio.h"
 
 int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    lapvane::QuietOffscreen();
     QApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);

@@ -165,6 +165,36 @@ TEST_F(GraficoDisegnato, AStepColoursItsOwnPixelColumn) {
     EXPECT_EQ(Punto(doppia, 2 * (area.left() + colonna) - 2, 2 * y), kBianco);
 }
 
+TEST_F(GraficoDisegnato, PlotAreaLiesOnWholePixelsWhateverTheLetters) {
+    grafico.MostraGriglia(false);
+    grafico.EtichettaX("Time [sec]");
+    for (const double punti : {6.3, 7.7, 8.2, 9.0, 9.4, 10.6, 11.1, 13.9}) {
+        SCOPED_TRACE(punti);
+        QFont carattere = grafico.font();
+        carattere.setPointSizeF(punti);
+        grafico.setFont(carattere);
+        const QRectF area = grafico.AreaDisegno();
+        EXPECT_EQ(area, QRectF(area.toRect()));
+        for (const double scala : {1.0, 2.0, 3.0}) {
+            const QImage foto = grafico.Fotografa(scala);
+            const auto chiaro = [&](double x, double y) { return Punto(foto, x, y) == kBianco; };
+            // The frame is one row and one column of the picture, around the enlarged area.
+            const double x = scala * (area.left() + 7.0);
+            const double y = scala * (area.top() + 7.0);
+            EXPECT_TRUE(chiaro(x, scala * area.bottom() - 1.0));
+            EXPECT_FALSE(chiaro(x, scala * area.bottom()));
+            EXPECT_TRUE(chiaro(x, scala * area.bottom() + 1.0));
+            EXPECT_FALSE(chiaro(x, scala * area.top() - 1.0));
+            EXPECT_TRUE(chiaro(x, scala * area.top()));
+            EXPECT_TRUE(chiaro(scala * area.right() - 1.0, y));
+            EXPECT_FALSE(chiaro(scala * area.right(), y));
+            EXPECT_TRUE(chiaro(scala * area.right() + 1.0, y));
+            EXPECT_FALSE(chiaro(scala * area.left() - 1.0, y));
+            EXPECT_TRUE(chiaro(scala * area.left(), y));
+        }
+    }
+}
+
 TEST_F(GraficoDisegnato, NothingLeavesThePlotArea) {
     for (const int riquadri : {0, 3}) {
         // The same axes without and with a curve that is far out on all sides.
@@ -335,7 +365,7 @@ TEST_F(GraficoDisegnato, DrawsOnPaperAsLinesAndLetters) {
                     fuori += c != QColor(Qt::magenta) ? 1 : 0;
                     continue;
                 }
-                neri += c == QColor(Qt::black) ? 1 : 0;
+                neri += std::max({c.red(), c.green(), c.blue()}) < 80 ? 1 : 0;
                 blu += c == QColor(Qt::blue) ? 1 : 0;
                 if (x == foglio.center().x() && y > posto.top() + 60 * scala && c.red() > 200 &&
                     c.green() < 128) {
@@ -395,6 +425,57 @@ TEST_F(GraficoDisegnato, DrawsScaledAndThinnedCurvesAtTheirPlaces) {
     // Eight pixels above the edge the line would stand at 51.2, going on as it came in.
     const int sopra = static_cast<int>(area.top()) - 8;
     EXPECT_FALSE(Passa(QPoint(Dove(4.0 + 31.2 / 70.0, 0).x(), sopra), QColor(0, 128, 0)));
+}
+
+TEST_F(GraficoDisegnato, ACurveThatLeavesAndComesBackIsDrawnWhereItIsInside) {
+    // Far out to the top, back, far out to the bottom and back again.
+    Curva({0, 2, 2.5, 4, 4.5, 6, 6.5, 8, 8.5, 10}, {20, 20, 1e7, 1e7, 60, 60, -1e7, -1e7, 40, 40},
+          kRosso);
+    for (const auto& [x, y] : {std::pair{1.0, 20.0},
+                               {5.2, 60.0},
+                               {9.0, 40.0},
+                               {2.0, 90.0},
+                               {4.5, 90.0},
+                               {6.0, 10.0},
+                               {8.5, 10.0}}) {
+        EXPECT_TRUE(Passa(Dove(x, y), Qt::red)) << x << " " << y;
+    }
+    for (const auto& [x, y] : {std::pair{3.2, 98.0}, {3.2, 50.0}, {7.2, 2.0}, {7.2, 50.0}}) {
+        EXPECT_FALSE(Passa(Dove(x, y), Qt::red)) << x << " " << y;
+    }
+}
+
+TEST_F(GraficoDisegnato, GridIsFaintOnAnyGroundAndALongLegendLeavesRoom) {
+    for (const bool scuro : {false, true}) {
+        QPalette tavolozza;
+        tavolozza.setColor(QPalette::Base, scuro ? QColor(20, 20, 20) : QColor(Qt::white));
+        tavolozza.setColor(QPalette::Text, scuro ? QColor(Qt::white) : QColor(Qt::black));
+        grafico.setPalette(tavolozza);
+        const QImage foto = grafico.Fotografa(1.0);
+        const QRectF area = grafico.AreaDisegno();
+        const int fondo = qGray(Punto(foto, area.left() + 7, area.top() + 7));
+        // The grid lines of a pixel row of the area.
+        int righe = 0;
+        for (double x = area.left() + 7; x < area.right() - 7; ++x) {
+            const int tono = qGray(Punto(foto, x, area.top() + 7)) - fondo;
+            if (tono == 0) continue;
+            ++righe;
+            EXPECT_EQ(tono > 0, scuro) << "towards the letters";
+            EXPECT_GT(std::abs(tono), 20);
+            EXPECT_LT(std::abs(tono), 60);
+        }
+        EXPECT_GT(righe, 2);
+    }
+    // Three rows of names at most; the curves keep their room.
+    double alto = 0.0;
+    for (int n = 1; n <= 60; ++n) {
+        grafico.NomeElemento("A channel with a name of some length " + std::to_string(n));
+        Curva({0, 10}, {50, 50}, kRosso);
+        if (n == 12) alto = grafico.AreaDisegno().top();
+    }
+    EXPECT_EQ(grafico.AreaDisegno().top(), alto);
+    EXPECT_GT(grafico.AreaDisegno().height(), 200.0);
+    EXPECT_TRUE(Passa(Dove(5, 50), Qt::red));
 }
 
 TEST_F(GraficoDisegnato, SeparatePanesHaveTheirOwnRange) {

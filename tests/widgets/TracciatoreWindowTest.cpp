@@ -84,6 +84,23 @@ TEST(Tracciatore, CoversPixelsByTheirDistanceWhateverTheLine) {
     }
 }
 
+TEST(Tracciatore, FillsAFieldOfAnyWidthToItsLastColumn) {
+    Tracciatore tracciatore;
+    for (int largo = 1; largo <= 40; ++largo) {
+        for (const int sinistra : {0, 5, kLato - largo}) {
+            Foglio foglio;
+            tracciatore.Inizia(foglio.Tela(), {sinistra, 40, sinistra + largo, 50});
+            tracciatore.Linea(Tratto{{-9.0, 45.0}, {kLato + 9.0, 45.0}}, 30.0, kBianco);
+            tracciatore.Traccia();
+            for (int x = 0; x < kLato; ++x) {
+                const bool dentro = x >= sinistra && x < sinistra + largo;
+                ASSERT_EQ(foglio.Colore(x, 45), dentro ? kBianco : kNero) << largo << " " << x;
+                ASSERT_EQ(foglio.Colore(x, 39), kNero);
+            }
+        }
+    }
+}
+
 TEST(Tracciatore, MixesEachColourByItself) {
     Foglio foglio;
     std::fill(foglio.Pixel.begin(), foglio.Pixel.end(), 0xFFC86400U);

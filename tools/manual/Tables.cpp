@@ -5,6 +5,7 @@
 
 #include "analysis/Schema.h"
 #include "device/Diagnostica.h"
+#include "device/TabelleRecord.h"
 #include "instrument/Options.h"
 #include "logs/Conversione.h"
 #include "platform/ErroreRuntime.h"
@@ -99,7 +100,7 @@ std::string SetupNumbers(const Texts& texts) {
     std::string table =
         Heading({texts.Pick("Casella", "Box"), texts.Pick("Valori ammessi", "Range")});
     for (const NumeroSetup& number : kNumeriSetup) {
-        Row(table, {Escaped(texts.Of(number.Didascalia)), Ammessi(number)});
+        Row(table, {Escaped(texts.Of(number.Didascalia)), Ammessi(*CampoDi(number.Controllo))});
     }
     return table;
 }

@@ -34,8 +34,9 @@ struct Tally {
     int Inside = 0;
     int Old = 0, New = 0;
     int Mixed = 0;
-    int Sets = 0;   ///< sets of files of which some are old and some new
-    int Files = 0;  ///< temporary files that were left
+    int Sets = 0;    ///< sets of files of which some are old and some new, or saves cut in place
+    int Mended = 0;  ///< saves that the next opening completed
+    int Files = 0;   ///< temporary files that were left
 };
 
 /// A document that is there from its head to its end, with its table where its last lines say.
@@ -148,9 +149,13 @@ class KillSoak {
         tally.Files = static_cast<int>(left.size());
         std::printf("  %-20s %6d %14d %6d %6d %10d %6d\n", saver.Name, tally.Kills, tally.Inside,
                     tally.Old, tally.New, tally.Mixed, tally.Files);
+        if (tally.Mended != 0) {
+            std::printf("  %20s %d saves that were cut were completed by the next opening\n", "",
+                        tally.Mended);
+        }
         if (tally.Sets != 0) {
-            std::printf("  %20s %d sets of whole files of two ages: they are replaced one by one\n",
-                        "", tally.Sets);
+            faults_.Say(std::string(saver.Name) + ": " + std::to_string(tally.Sets) +
+                        " sets of files of two ages");
         }
         if (tally.Mixed != 0) {
             faults_.Say(std::string(saver.Name) + ": " + std::to_string(tally.Mixed) +
@@ -207,7 +212,11 @@ class KillSoak {
         }
         ++tally.Kills;
         tally.Inside += left_->Inside;
+        const auto cut = Contents(saver);
+        // What the next opening of the first file does.
+        Ripara(folder_.Path / saver.Files.front());
         const auto found = Contents(saver);
+        tally.Mended += found != cut ? 1 : 0;
         if (saver.How == Look::Whole && found != first && found != second) ++tally.Sets;
         for (std::size_t f = 0; f < found.size(); ++f) {
             const bool one = saver.How == Look::Pdf ? WholePdf(found[f]) : found[f] == first[f];

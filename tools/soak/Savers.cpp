@@ -146,6 +146,22 @@ std::vector<Saver> Savers(const fs::path& folder) {
                            SalvaProgetto();
                        };
                    }});
+    all.push_back({"project, two names",
+                   Look::Whole,
+                   false,
+                   {"linked.pro", "other.pro"},
+                   [=]() -> std::function<void(int)> {
+                       const auto program = std::make_shared<Program>(folder);
+                       PercorsoProgetto = folder / "linked.pro";
+                       if (!fs::exists(folder / "other.pro")) {
+                           SalvaProgetto();
+                           fs::create_hard_link(PercorsoProgetto, folder / "other.pro");
+                       }
+                       return [program](int which) {
+                           DatiProgetto.NoteProgetto = Long(which, 6000000);
+                           SalvaProgetto();
+                       };
+                   }});
     all.push_back({"recent files",
                    Look::Whole,
                    false,

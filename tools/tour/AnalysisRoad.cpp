@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <cmath>
 
 #include "Tour.h"
 #include "platform/qt/TestoQt.h"
@@ -126,9 +127,10 @@ void Tour::Analyse() {
         [] { return QApplication::activeModalWidget() == nullptr; },
         [this] {
             QFile session(out_ + QStringLiteral("/run.ses"));
-            robot_.Check(session.open(QIODevice::ReadOnly) &&
-                             session.readAll().contains("Circuito=Valdoro\r\n"),
-                         QStringLiteral("the session file"));
+            robot_.Check(
+                session.open(QIODevice::ReadOnly) &&
+                    session.readAll().contains(QByteArray("Circuito=") + kCircuit + "\r\n"),
+                QStringLiteral("the session file"));
         });
     OverTheDistance();
 }
@@ -205,11 +207,11 @@ void Tour::DescribeTheSession() {
         QTest::keyClicks(In<QPlainTextEdit>(dialog, "txtPiloti"), QStringLiteral("Rossi, Bianchi"));
         auto* circuits = In<QComboBox>(dialog, "cboCircuito");
         circuits->setFocus();
-        const int valdoro = circuits->findText(QStringLiteral("Valdoro"));
-        robot_.Check(valdoro >= 0, QStringLiteral("the circuit in the list"));
-        while (circuits->currentText() != QLatin1String("Valdoro")) {
+        const int driven = circuits->findText(QString::fromLatin1(kCircuit));
+        robot_.Check(driven >= 0, QStringLiteral("the circuit in the list"));
+        while (circuits->currentIndex() != driven) {
             QTest::keyClick(circuits,
-                            circuits->currentIndex() < valdoro ? Qt::Key_Down : Qt::Key_Up);
+                            circuits->currentIndex() < driven ? Qt::Key_Down : Qt::Key_Up);
         }
         auto* sectors = In<QComboBox>(dialog, "cboNumSettori");
         sectors->setFocus();
@@ -236,17 +238,36 @@ void Tour::DescribeTheSession() {
     });
 }
 
+void Tour::CompareSpeeds() {
+    OnAnalysis(QStringLiteral("speeds"), [this] {
+        robot_.Check(lapSpeed_ > 50.0 && std::fabs(meanSpeed_ / lapSpeed_ - 1.0) < 0.03,
+                     QStringLiteral("the speed of the best lap is %1, the mean of its speed "
+                                    "channel %2")
+                         .arg(lapSpeed_)
+                         .arg(meanSpeed_));
+    });
+}
+
 void Tour::Reports() {
-    const auto show = [this](const char* key, const char* dialog, const QString& picture) {
+    // `figure`, if there is one, takes the number of a cell of the dialog's grid.
+    const auto show = [this](const char* key, const char* dialog, const QString& picture,
+                             int row = -1, int column = -1, double* figure = nullptr) {
         OnAnalysis(QStringLiteral("open ") + picture, [this, key] { Press(key); });
-        robot_.Stop(picture, ModalIs(dialog), [this, dialog, picture] {
+        robot_.Stop(picture, ModalIs(dialog), [this, dialog, picture, row, column, figure] {
+            if (figure != nullptr) {
+                const auto* grid = In<QTableView>(Robot::Modal(dialog), "MSFlexGrid1");
+                QString text = grid->model()->index(row, column).data().toString();
+                *figure = text.replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
+            }
             robot_.Picture(Robot::Modal(dialog), picture);
             QTest::keyClick(Robot::Modal(dialog), Qt::Key_Escape);
         });
     };
-    show("Toolbar1_Statistiche", "lapvane::dlgStatistiche", QStringLiteral("statistics"));
+    show("Toolbar1_Statistiche", "lapvane::dlgStatistiche", QStringLiteral("statistics"), 6, 1,
+         &lapSpeed_);
     show("Toolbar1_StatisticheMisure", "lapvane::dlgStatisticheMisure",
-         QStringLiteral("channel-statistics"));
+         QStringLiteral("channel-statistics"), 1, 3, &meanSpeed_);
+    CompareSpeeds();
     show("Toolbar1_ReportGiri", "lapvane::dlgReportGiri", QStringLiteral("lap-report"));
     // Where the machine has a printer the pages would come out of it.
     if (!QPrinterInfo::defaultPrinter().isNull()) return;

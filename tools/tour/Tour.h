@@ -34,6 +34,9 @@ class TourPlatform : public QtPlatform {
     std::filesystem::path folder_;
 };
 
+/// Where the simulated car has driven, and under which circuit its log is studied.
+constexpr const char* kCircuit = "Valdoro";
+
 /// The roads of the tour. Each adds its stops; they are played in that order.
 class Tour {
  public:
@@ -117,6 +120,9 @@ class Tour {
     void TooManyPanes();
     void DescribeTheSession();
     void Reports();
+    /// The speed of the chosen lap by its time and the circuit's length, and the mean of its speed
+    /// channel: they are told apart only if the log is studied under another circuit.
+    void CompareSpeeds();
     void OverTheDistance();
 
     QString out_;
@@ -127,6 +133,8 @@ class Tour {
     QElapsedTimer answered_;   ///< since a question was answered
     QElapsedTimer poured_;     ///< since the tank was filled
     double timeBefore_ = 0.0;  ///< value of the time when a stop began
+    double lapSpeed_ = 0.0;    ///< of the best lap, km/h
+    double meanSpeed_ = 0.0;   ///< mean of its speed channel
     frmSplash* splash_ = nullptr;
     std::unique_ptr<frmMain> main_;
 };

@@ -12,6 +12,7 @@
 #include "Tour.h"
 #include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
+#include "tools/support/QuietQt.h"
 #include "widgets/PannelloStato.h"
 
 namespace lapvane::tour {
@@ -129,6 +130,7 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en [dark]]\n");
         return 2;
     }
+    lapvane::QuietOffscreen();
     QApplication application(argc, argv);
     if (dark) QApplication::setPalette(lapvane::tour::DarkPalette());
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
@@ -144,7 +146,8 @@ int main(int argc, char* argv[]) {
                      {QStringLiteral("--quiet"), QStringLiteral("--link"),
                       lapvane::PercorsoInQt(program / "ports" / "COM1"), QStringLiteral("--tank"),
                       QStringLiteral("30"), QStringLiteral("--tracks"),
-                      lapvane::PercorsoInQt(program / "tracks")});
+                      lapvane::PercorsoInQt(program / "tracks"), QStringLiteral("--track"),
+                      QString::fromLatin1(lapvane::tour::kCircuit)});
     if (!instrument.waitForStarted(5000)) {
         std::fprintf(stderr, "the simulated instrument does not start\n");
         return 1;

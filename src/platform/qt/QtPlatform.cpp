@@ -13,10 +13,12 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QThread>
 #include <QTimer>
 #include <cstdlib>
 
+#include "platform/CartellaProgramma.h"
 #include "platform/qt/TestoQt.h"
 
 namespace lapvane {
@@ -83,6 +85,31 @@ void PlaceAlone(QDialog& dialog) {
     dialog.adjustSize();
     dialog.move(dialog.screen()->availableGeometry().center() - dialog.rect().center());
 }
+
+/// A file dialog that takes no name in a folder that is not there.
+class FileDialog : public QFileDialog {
+ public:
+    using QFileDialog::QFileDialog;
+
+    /// Tells so if the folder of a file is not there.
+    bool Refuses(const QString& file) {
+        if (QFileInfo(QFileInfo(file).absolutePath()).isDir()) return false;
+        QMessageBox::warning(
+            this, windowTitle(),
+            QFileDialog::tr(
+                "%1\nDirectory not found.\nPlease verify the correct directory name was "
+                "given.")
+                .arg(QDir::toNativeSeparators(QFileInfo(file).absolutePath())));
+        return true;
+    }
+
+ protected:
+    void accept() override {
+        const QStringList files = selectedFiles();
+        if (acceptMode() == AcceptSave && files.size() == 1 && Refuses(files.constFirst())) return;
+        QFileDialog::accept();
+    }
+};
 
 }  // namespace
 
@@ -195,7 +222,7 @@ Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
 }
 
 std::optional<std::filesystem::path> QtPlatform::AskFile(const FileRequest& request, bool save) {
-    QFileDialog dialog(WindowBelow(), InQt(request.Title));
+    FileDialog dialog(WindowBelow(), InQt(request.Title));
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
@@ -204,8 +231,14 @@ std::optional<std::filesystem::path> QtPlatform::AskFile(const FileRequest& requ
     if (!request.Name.empty()) dialog.selectFile(PercorsoInQt(request.Name));
     // The program asks its own question before it replaces a file.
     dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    QString chosen = dialog.selectedFiles().constFirst();
+    QString chosen;
+    do {
+        if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+            return std::nullopt;
+        }
+        chosen = dialog.selectedFiles().constFirst();
+        // A dialog of the desktop's own has not asked.
+    } while (save && dialog.Refuses(chosen));
     const QString required = InQt(request.RequiredExtension);
     if (save && !required.isEmpty() && !chosen.endsWith(required, Qt::CaseInsensitive)) {
         chosen += required;
@@ -229,7 +262,17 @@ std::optional<Colore> QtPlatform::AskColor(Colore initial) {
 }
 
 std::filesystem::path QtPlatform::AppPath() {
-    return PercorsoDaQt(QCoreApplication::applicationDirPath());
+    if (appPath_.empty()) {
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        appPath_ = CartellaDelProgramma(
+            PercorsoDaQt(QCoreApplication::applicationDirPath()),
+            data.isEmpty() ? std::filesystem::path() : PercorsoDaQt(data) / "Lapvane");
+    }
+    return appPath_;
+}
+
+std::filesystem::path QtPlatform::Documents() {
+    return PercorsoDaQt(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
 }
 
 std::filesystem::path QtPlatform::CurDir() {

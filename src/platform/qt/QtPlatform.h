@@ -24,6 +24,7 @@ class QtPlatform : public Platform {
     std::optional<std::filesystem::path> AskSave(const FileRequest& request) override;
     std::optional<Colore> AskColor(Colore initial) override;
     std::filesystem::path AppPath() override;
+    std::filesystem::path Documents() override;
     std::filesystem::path CurDir() override;
     std::string ExeName() override;
     std::string Now() override;
@@ -37,6 +38,7 @@ class QtPlatform : public Platform {
 
     QElapsedTimer clock_;
     QTranslator italian_;
+    std::filesystem::path appPath_;
     bool busy_ = false;
     bool italianOn_ = false;
 };

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+// What each system does in its own way for `FileTesto`; nobody else includes it.
+namespace lapvane::sistema {
+
+/// The system's number of an error; 0: none.
+using Codice = unsigned long;
+
+/// Raises what the number means for that file.
+[[noreturn]] void Fallisci(Codice codice, std::string_view cosa,
+                           const std::filesystem::path& percorso);
+
+/// Whether the number says that somebody forbids it (and not that the medium is full or gone).
+bool Negato(Codice codice);
+
+/// 0, or why a file that is there may not be written.
+Codice Permesso(const std::filesystem::path& file);
+
+/// Writes a new file of a name that nothing has yet into `cartella`, flushed to the disk, with the
+/// mode of `modello` if that is there. After an error nothing is left.
+Codice Provvisorio(const std::filesystem::path& cartella, const std::filesystem::path& modello,
+                   std::string_view testo, std::filesystem::path& nome);
+
+/// Renames over a file that may be there.
+Codice Rinomina(const std::filesystem::path& da, const std::filesystem::path& a);
+
+/// Writes over the file from its first byte, flushed to the disk; `intero`: what stands behind the
+/// text goes. The room is taken first, so that on a full medium the file stays as it was.
+Codice SulPosto(const std::filesystem::path& file, std::string_view testo, bool intero);
+
+/// Flushes the names of a folder to the disk.
+void Fissa(const std::filesystem::path& cartella);
+
+/// At most the first `massimo` bytes of a file.
+std::string Leggi(const std::filesystem::path& percorso, std::string_view cosa,
+                  std::size_t massimo);
+
+}  // namespace lapvane::sistema
