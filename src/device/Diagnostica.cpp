@@ -79,6 +79,28 @@ int Leggi(const std::string& risposta, const Posto& posto) {
     return Int16In(risposta, posto.Byte);
 }
 
+/// Reads one of the two groups. What fails is shown in the window before it is told: the message
+/// stands until somebody comes.
+std::string LeggiGruppo(GruppoLive gruppo, int comando, std::size_t caratteri) {
+    const std::string risposta = Domanda(Frame(comando), caratteri);
+    if (DiagnosticaAperta != nullptr) DiagnosticaAperta->Letto(gruppo, !risposta.empty());
+    if (risposta.empty()) {
+        SegnalaErroreComunicazione();
+    } else {
+        ErroreComunicazione = false;
+    }
+    return risposta;
+}
+
+/// The same behind the check of the link.
+void Leggi(VistaDiagnostica& vista, GruppoLive gruppo, void (*lettura)()) {
+    if (LinkPronto()) {
+        lettura();
+    } else {
+        vista.Letto(gruppo, false);
+    }
+}
+
 /// A pause of the cycle, during which events run.
 void Pausa(const VistaDiagnostica& vista) {
     const std::int64_t fine = platform().GetTickCount() + kPausa;
@@ -92,7 +114,7 @@ void Pausa(const VistaDiagnostica& vista) {
 }  // namespace
 
 void LeggiValoriLive() {
-    const std::string risposta = ChiediStrumento(Frame(kComandoLive), kCaratteriLive);
+    const std::string risposta = LeggiGruppo(GruppoLive::Valori, kComandoLive, kCaratteriLive);
     // Events ran meanwhile, and the window may be gone.
     if (risposta.empty() || DiagnosticaAperta == nullptr) return;
     VistaDiagnostica& vista = *DiagnosticaAperta;
@@ -113,7 +135,8 @@ void LeggiValoriLive() {
 }
 
 void LeggiValoriAnalogici() {
-    const std::string risposta = ChiediStrumento(Frame(kComandoAnalogici), kCaratteriAnalogici);
+    const std::string risposta =
+        LeggiGruppo(GruppoLive::Analogici, kComandoAnalogici, kCaratteriAnalogici);
     if (risposta.empty()) return;
     for (int i = 0; i < kIngressiAnalogici; ++i) {
         const int valore = Int16In(risposta, 3 + 2 * static_cast<std::size_t>(i));
@@ -130,10 +153,10 @@ void EseguiDiagnostica(VistaDiagnostica& vista) {
     // the next transfer ends.
     FaseComunicazione = kComandoLive;
     while (vista.Visibile()) {
-        if (LinkPronto()) LeggiValoriLive();
+        Leggi(vista, GruppoLive::Valori, LeggiValoriLive);
         Pausa(vista);
         if (!vista.Visibile()) break;
-        if (LinkPronto()) LeggiValoriAnalogici();
+        Leggi(vista, GruppoLive::Analogici, LeggiValoriAnalogici);
         Pausa(vista);
     }
 }

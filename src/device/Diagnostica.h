@@ -10,6 +10,9 @@ constexpr int kCampiLive = 17;         ///< values of the live view, 0 to 16; 1 
 constexpr int kIngressiAnalogici = 8;  ///< analogue inputs of the instrument
 constexpr int kAllarmiLive = 8;
 
+/// What one of the two reads of the live view brings: fields and alarms, or analogue inputs.
+enum class GruppoLive { Valori, Analogici };
+
 /// The window of the live view, as the reads fill it.
 class VistaDiagnostica {
  public:
@@ -18,6 +21,8 @@ class VistaDiagnostica {
     virtual void Allarme(int n, bool acceso) = 0;                       ///< shpAllarme n + 2
     virtual void ValoreAnalogico(int ingresso,
                                  const std::string& testo) = 0;  ///< txtValoreAnalogico
+    /// A group was read, or could not be: what it shows is old then.
+    virtual void Letto(GruppoLive gruppo, bool riuscito) = 0;
     virtual bool Visibile() const = 0;
 };
 

@@ -27,9 +27,14 @@ constexpr std::size_t kRispostaIdentita = 13;
 
 enum class Eventi { Corrono, Fermi };
 
+// How long somebody waits for a port from which an instrument has answered before, and for a port
+// that is only tried: the next scan tries it again.
+constexpr int kPazienza = 250;  // ms
+constexpr int kImpazienza = 0;
+
 /// Whether nobody waits any more for what a wait waits for.
-bool Rinuncia() {
-    return TrasferimentoAbbandonato || principale().RinunciaAttesa();
+bool Rinuncia(int pazienza = kPazienza) {
+    return TrasferimentoAbbandonato || principale().RinunciaAttesa(pazienza);
 }
 
 void Cedi(Eventi eventi) {
@@ -42,7 +47,8 @@ void Cedi(Eventi eventi) {
 
 /// The wait behind a frame that was written. The port may be closed under it by what runs in
 /// `Cedi`, so its state is asked anew in each round.
-bool AttendiEsito(std::string_view attesa, int millisecondi, Eventi eventi) {
+bool AttendiEsito(std::string_view attesa, int millisecondi, Eventi eventi,
+                  int pazienza = kPazienza) {
     SerialControl& porta = principale().SerialComm();
     const std::int64_t scadenza = platform().GetTickCount() + millisecondi;
     do {
@@ -52,7 +58,7 @@ bool AttendiEsito(std::string_view attesa, int millisecondi, Eventi eventi) {
         } else if (porta.InBufferCount() >= attesa.size()) {
             if (porta.Input() == attesa) return true;
         }
-        if (Rinuncia()) return false;
+        if (Rinuncia(pazienza)) return false;
         Cedi(eventi);
     } while (scadenza > platform().GetTickCount());
     return false;
@@ -107,7 +113,7 @@ bool ProvaPorta(int numero) {
             Svuota(porta);
             porta.Output(Frame(kHandshake));
             if (AttendiEsito(Conferma(kHandshake), FaseComunicazione != 0 ? 10000 : 2000,
-                             Eventi::Corrono)) {
+                             Eventi::Corrono, kImpazienza)) {
                 return true;
             }
         } catch (const ErroreControllo&) {
@@ -144,8 +150,16 @@ bool LinkPronto() {
             porta.ClearInBuffer();
         } catch (const ErroreControllo&) {
         }
+        principale().ImmaginePannello(Pannello::Collegamento, 2);
+        principale().AbilitaPannello(Pannello::Identita, false);
         for (int numero = 1; numero <= kUltimaPorta; ++numero) {
-            if (ProvaPorta(numero) || Rinuncia()) break;
+            if (ProvaPorta(numero) || Rinuncia(kImpazienza)) break;
+        }
+        // Where the poll rests nothing else would ever say how the scan has ended.
+        if (porta.PortOpen()) {
+            MostraComunicazione();
+        } else {
+            MostraNessunaComunicazione();
         }
     }
     platform().MousePointer(Pointer::Normal);
@@ -200,18 +214,29 @@ void LampeggiaRX() {
 void MostraNessunaComunicazione() {
     principale().ImmaginePannello(Pannello::Collegamento, 2);
     principale().TestoPannello(Pannello::Collegamento, "NO COMMUNICATION");
+    principale().AbilitaPannello(Pannello::Identita, false);
+}
+
+void MostraComunicazione() {
+    principale().ImmaginePannello(Pannello::Collegamento, 1);
+    principale().TestoPannello(Pannello::Collegamento,
+                               "COM " + TestoNumero(principale().SerialComm().CommPort()));
+    principale().AbilitaPannello(Pannello::Identita, true);
 }
 
 void VerificaComunicazione() {
-    std::string risposta;
-    if (ScriviFrame(Frame(kIdentita))) risposta = RiceviRisposta(kRispostaIdentita);
-    if (risposta.empty()) {
+    constexpr int kMuto = 1000;  // ms
+    const std::int64_t inizio = platform().GetTickCount();
+    const std::string risposta = Domanda(Frame(kIdentita), kRispostaIdentita);
+    const bool interrotta = Rinuncia() && principale().SerialComm().PortOpen() &&
+                            platform().GetTickCount() - inizio < kMuto;
+    if (risposta.empty() && interrotta) {
+        // Somebody had no time for the reply: that says nothing of the instrument.
+    } else if (risposta.empty()) {
         MostraNessunaComunicazione();
         StrumentoPresente = false;
     } else {
-        principale().ImmaginePannello(Pannello::Collegamento, 1);
-        principale().TestoPannello(Pannello::Collegamento,
-                                   "COM " + TestoNumero(principale().SerialComm().CommPort()));
+        MostraComunicazione();
         principale().TestoPannello(Pannello::Identita, risposta.substr(2, 10));
         StrumentoPresente = true;
     }
@@ -225,9 +250,12 @@ void SegnalaErroreComunicazione() {
     platform().MsgBox(Testo(242), Buttons::Ok, Icon::None, platform().ExeName());
 }
 
+std::string Domanda(const std::string& frame, std::size_t numero) {
+    return ScriviFrame(frame) ? RiceviRisposta(numero) : std::string();
+}
+
 std::string ChiediStrumento(const std::string& frame, std::size_t numero) {
-    std::string risposta;
-    if (ScriviFrame(frame)) risposta = RiceviRisposta(numero);
+    std::string risposta = Domanda(frame, numero);
     if (risposta.empty()) {
         SegnalaErroreComunicazione();
     } else {
@@ -238,7 +266,8 @@ std::string ChiediStrumento(const std::string& frame, std::size_t numero) {
 
 void tmrComm_Timer() {
     constexpr int kPausa = 50;
-    if (AnalisiInCorso || FaseComunicazione != 0) return;
+    // A transfer whose window has closed may still be about to return from its wait.
+    if (AnalisiInCorso || FaseComunicazione != 0 || TrasferimentoAbbandonato) return;
     if (LinkPronto()) {
         TempoMassimo[0] = 3000;
         TempoMassimo[1] = 10000;

@@ -42,6 +42,9 @@ void LampeggiaRX();
 /// The identity query of the poll: shows the link's state and sets `StrumentoPresente`.
 void VerificaComunicazione();
 
+/// Sends the request and collects `numero` characters; the empty text on any failure.
+std::string Domanda(const std::string& frame, std::size_t numero);
+
 /// Reading half of the transfer pattern: sends the request and collects `numero` characters. On
 /// failure sets `ErroreComunicazione`, shows text 242 and returns the empty text.
 std::string ChiediStrumento(const std::string& frame, std::size_t numero);
@@ -49,8 +52,10 @@ std::string ChiediStrumento(const std::string& frame, std::size_t numero);
 /// What the transfer pattern does about a failed exchange.
 void SegnalaErroreComunicazione();
 
-/// Panel 4 while nothing answers.
+/// Panel 4 while nothing answers, and while the port is open and an instrument answers. The
+/// identity beside it is grey in the first case.
 void MostraNessunaComunicazione();
+void MostraComunicazione();
 
 /// One firing of `tmrComm`. The caller re-arms its timer when this has returned, so that the poll
 /// never runs inside itself.

@@ -27,6 +27,7 @@ constexpr int kLambda = 14;
 constexpr int kMemoriaLibera = 15;  // with all its decimals
 constexpr int kLambdaUnitaria = 16;
 constexpr int kMinimoValore = 60;  // pixels
+constexpr int kVecchio = 1000;     // ms from which a value is old
 constexpr int kPrimaLampada = 2;   // the lamps of the instrument come before
 
 QFont Ingrandito(QFont carattere, double volte, bool grassetto) {
@@ -73,8 +74,30 @@ dlgDiagnostica::dlgDiagnostica(QWidget* parent)
     auto* sotto = new QHBoxLayout;
     sotto->addWidget(CreaAllarmi(), 1);
     sotto->addWidget(CreaIngressi(), 1);
+    lblFermi_ = new QLabel(this);
+    lblFermi_->setObjectName(QStringLiteral("lblFermi"));
+    lblFermi_->setFont(Ingrandito(font(), kMedio, true));
+    lblFermi_->setAlignment(Qt::AlignCenter);
+    QPalette cartello = palette();
+    cartello.setColor(QPalette::Window, QColor(255, 191, 0));
+    cartello.setColor(QPalette::WindowText, Qt::black);
+    lblFermi_->setPalette(cartello);
+    // The values do not move when it comes and goes.
+    QSizePolicy regola = lblFermi_->sizePolicy();
+    regola.setRetainSizeWhenHidden(true);
+    lblFermi_->setSizePolicy(regola);
+    lblFermi_->setAutoFillBackground(true);
+    lblFermi_->hide();
+    for (const GruppoLive gruppo : {GruppoLive::Valori, GruppoLive::Analogici}) {
+        QTimer& eta = eta_[static_cast<std::size_t>(gruppo)];
+        eta.setSingleShot(true);
+        eta.setInterval(kVecchio);
+        connect(&eta, &QTimer::timeout, this,
+                [this, gruppo] { Protetto([&] { Letto(gruppo, false); }); });
+    }
     auto* colonna = new QVBoxLayout(this);
     colonna->setSpacing(10);
+    colonna->addWidget(lblFermi_);
     colonna->addLayout(campi, 1);
     colonna->addLayout(sotto);
     AggiornaTesti();
@@ -172,6 +195,7 @@ QWidget* dlgDiagnostica::CreaIngressi() {
 void dlgDiagnostica::AggiornaTesti() {
     CalcolaBaseTesti();
     setWindowTitle(InQt(Testo(18)));
+    lblFermi_->setText(InQt(Testo(Voce::ValoriFermi)));
     fraIngressiAnalogici_->setTitle(Mnemonica::Senza(InQt(Testo(300))));
     findChild<QGroupBox*>(QStringLiteral("fraAllarmi"))
         ->setTitle(Mnemonica::Senza(InQt(Testo(91))));
@@ -198,6 +222,7 @@ void dlgDiagnostica::showEvent(QShowEvent* evento) {
     QDialog::showEvent(evento);
     if (avviata_) return;
     avviata_ = true;
+    for (QTimer& eta : eta_) eta.start();
     QTimer::singleShot(0, this, [this] {
         inCorso_ = true;
         Protetto([this] { EseguiDiagnostica(*this); });
@@ -225,6 +250,30 @@ void dlgDiagnostica::Allarme(int n, bool acceso) {
 
 void dlgDiagnostica::ValoreAnalogico(int ingresso, const std::string& testo) {
     txtValoreAnalogico_.at(static_cast<std::size_t>(ingresso))->setText(InQt(testo));
+}
+
+/// Old values are grey and a line says so: the status bar is behind this window.
+void dlgDiagnostica::Letto(GruppoLive gruppo, bool riuscito) {
+    const auto i = static_cast<std::size_t>(gruppo);
+    if (riuscito) eta_[i].start();
+    const bool prima = letti_[i];
+    letti_[i] = riuscito;
+    lblFermi_->setVisible(!letti_[0] || !letti_[1]);
+    if (gruppo == GruppoLive::Valori) {
+        for (QLabel* valore : txtValoreCampo_) {
+            if (valore != nullptr) valore->setEnabled(riuscito);
+        }
+        for (LampadaAllarme* lampada : shpAllarme_) lampada->setEnabled(riuscito);
+    } else {
+        for (QLabel* valore : txtValoreAnalogico_) valore->setEnabled(riuscito);
+    }
+    if (prima == riuscito) return;
+    // The poll rests: nothing else says it in the status bar.
+    if (riuscito) {
+        MostraComunicazione();
+    } else {
+        MostraNessunaComunicazione();
+    }
 }
 
 }  // namespace lapvane

@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
+#include <QTimer>
 #include <array>
 
 #include "device/Diagnostica.h"
@@ -28,6 +29,7 @@ class dlgDiagnostica : public QDialog, private VistaDiagnostica {
     void ValoreCampo(int campo, const std::string& testo) override;
     void Allarme(int n, bool acceso) override;
     void ValoreAnalogico(int ingresso, const std::string& testo) override;
+    void Letto(GruppoLive gruppo, bool riuscito) override;
     bool Visibile() const override { return isVisible(); }
 
     QWidget* CreaCampo(const CampoLive& campo);
@@ -42,6 +44,9 @@ class dlgDiagnostica : public QDialog, private VistaDiagnostica {
     std::array<QLabel*, kAllarmiLive> lblNomeAllarme_{};
     std::array<QLabel*, kIngressiAnalogici> txtValoreAnalogico_{};
     QGroupBox* fraIngressiAnalogici_ = nullptr;
+    QLabel* lblFermi_ = nullptr;
+    std::array<QTimer, 2> eta_;  // of what each group shows
+    std::array<bool, 2> letti_{};
     bool avviata_ = false;
     bool inCorso_ = false;
 };

@@ -78,6 +78,17 @@ dlgNoteProgetto::dlgNoteProgetto(QWidget* parent) : QDialog(parent) {
     colonna->addLayout(pulsanti);
     AggiornaTesti();
     resize(560, 420);
+    allInizio_ = Scritto();
+}
+
+std::vector<QString> dlgNoteProgetto::Scritto() const {
+    std::vector<QString> testi{txtNoteProgetto_->toPlainText()};
+    for (const Riga& riga : righe_) testi.push_back(riga.Casella->text());
+    return testi;
+}
+
+bool dlgNoteProgetto::Cambiate() const {
+    return Scritto() != allInizio_;
 }
 
 void dlgNoteProgetto::AggiornaTesti() {

@@ -16,6 +16,11 @@ class dlgNoteProgetto : public QDialog {
  public:
     explicit dlgNoteProgetto(QWidget* parent = nullptr);
 
+    /// Whether a box shows something else than at the opening.
+    bool Cambiate() const;
+    /// What OK does: the boxes become the project's.
+    void OKButton_Click();
+
  protected:
     bool event(QEvent* evento) override;
 
@@ -29,9 +34,10 @@ class dlgNoteProgetto : public QDialog {
     };
 
     void AggiornaTesti();
-    void OKButton_Click();
+    std::vector<QString> Scritto() const;
 
     std::vector<Riga> righe_;
+    std::vector<QString> allInizio_;
     QPlainTextEdit* txtNoteProgetto_ = nullptr;
     QLabel* lblNoteProgetto_ = nullptr;
     QPushButton* CancelButton_ = nullptr;

@@ -86,7 +86,6 @@ dlgDatiSessione::dlgDatiSessione(AnalisiDati& analisi, QWidget* parent)
     OKButton_->setDefault(true);
     CancelButton_ = new QPushButton(this);
     CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    CancelButton_->setAutoDefault(false);
     auto* pulsanti = new QHBoxLayout;
     pulsanti->addStretch(1);
     pulsanti->addWidget(OKButton_);

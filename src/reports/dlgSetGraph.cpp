@@ -72,7 +72,6 @@ void dlgSetGraph::Disponi() {
     txtUM_ = new QLineEdit(this);
     txtFiltro_ = new QLineEdit(this);
     cmdColor_ = new PulsanteColore(this);
-    cmdColor_->setAutoDefault(false);
     cboWidth_ = new QComboBox(this);
     for (int i = 1; i <= kSpessoreMassimo; ++i) cboWidth_->addItem(InQt(TestoNumero(i)));
     auto* campi = new QGridLayout;

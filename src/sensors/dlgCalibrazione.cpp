@@ -144,7 +144,7 @@ void dlgCalibrazione::Disponi() {
 
     connect(OKButton_, &QPushButton::clicked, this, [this] {
         Protetto([this] {
-            principale().QuandoLibero([questo = QPointer<dlgCalibrazione>(this)] {
+            principale().QuandoLibero(OKButton_, [questo = QPointer<dlgCalibrazione>(this)] {
                 if (questo != nullptr && questo->isVisible() && !questo->inCorso_) {
                     questo->OKButton_Click();
                 }
@@ -176,7 +176,8 @@ void dlgCalibrazione::OKButton_Click() {
     MostraLitri(true);
     calibrazione_.StatoCalibrazione = 1;
     {
-        ScambioInCorso scambio(*this, {corpo_, OKButton_, cmdFineProcedura_}, kFase, 0, inCorso_);
+        ScambioInCorso scambio(*this, {corpo_, OKButton_, cmdFineProcedura_}, kFase, 0, nullptr,
+                               inCorso_);
         ErroreComunicazione = true;  // without a link nothing is read
         if (!scambio.Esegui([](std::int16_t) { LeggiValoriAnalogici(); }, 0)) return;
     }

@@ -178,7 +178,6 @@ QGroupBox* frmConfigurazione::CreaPagine() {
     const auto pulsante = [this](const char* nome, auto gestore) {
         auto* nuovo = new QPushButton(fraPagine_);
         nuovo->setObjectName(QString::fromLatin1(nome));
-        nuovo->setAutoDefault(false);
         connect(nuovo, &QPushButton::clicked, this, gestore);
         return nuovo;
     };
@@ -209,8 +208,9 @@ QGroupBox* frmConfigurazione::CreaPagine() {
     txtFilePagina_ = new QLineEdit(fraPagine_);
     txtFilePagina_->setObjectName(QStringLiteral("txtFilePagina"));
     txtFilePagina_->setReadOnly(true);
-    cmdScegliImmagine_ =
-        pulsante("cmdScegliImmagine", [this] { Comandato([this] { cmdScegliImmagine_Click(); }); });
+    cmdScegliImmagine_ = pulsante("cmdScegliImmagine", [this] {
+        Comandato(cmdScegliImmagine_, [this] { cmdScegliImmagine_Click(); });
+    });
     cmdScegliImmagine_->setText(QStringLiteral("..."));
     auto* file = new QHBoxLayout;
     file->addWidget(txtFilePagina_, 1);

@@ -11,6 +11,7 @@
 #include "device/SerialComm.h"
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
+#include "sensors/frmScambio.h"
 #include "shell/LoadStrings.h"
 #include "shell/Principale.h"
 #include "shell/Protetto.h"
@@ -42,7 +43,7 @@ class frmEditor::InCorso {
         editor_.OKButton_->setEnabled(false);
         editor_.setFocus();
         platform().MousePointer(Pointer::Busy);
-        principale().TestoPannello(Pannello::Progresso, Testo(scambio.TestoStato));
+        editor_.Progresso(scambio.TestoStato);
         FaseComunicazione = scambio.Fase;
     }
     ~InCorso() {
@@ -57,7 +58,7 @@ class frmEditor::InCorso {
     void Chiudi() {
         if (!editor_.inCorso_) return;
         editor_.inCorso_ = false;
-        principale().TestoPannello(Pannello::Progresso, "");
+        MostraProgresso(*editor_.lblProgresso_, "");
         platform().MousePointer(Pointer::Normal);
         editor_.corpo_->setEnabled(true);
         editor_.OKButton_->setEnabled(true);
@@ -90,10 +91,9 @@ QGroupBox* frmEditor::CreaStrumento() {
     const auto pulsante = [&](const char* nome, void (frmEditor::*gestore)()) {
         auto* nuovo = new QPushButton(fraStrumento_);
         nuovo->setObjectName(QString::fromLatin1(nome));
-        nuovo->setAutoDefault(false);
         riga->addWidget(nuovo, 1);
-        connect(nuovo, &QPushButton::clicked, this, [this, gestore] {
-            Comandato([this, gestore] {
+        connect(nuovo, &QPushButton::clicked, this, [this, nuovo, gestore] {
+            Comandato(nuovo, [this, gestore] {
                 if (CasellaNumerica::Lascia(*this)) (this->*gestore)();
             });
         });
@@ -111,15 +111,15 @@ void frmEditor::Completa(std::unique_ptr<ControlliEditor> controlli) {
     OKButton_->setDefault(true);
     CancelButton_ = new QPushButton(this);
     CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    CancelButton_->setAutoDefault(false);
     CasellaNumerica::SenzaControllo(CancelButton_);
     auto* riga = new QHBoxLayout;
-    riga->addStretch(1);
+    lblProgresso_ = CreaProgresso(this);
+    riga->addWidget(lblProgresso_, 1);
     riga->addWidget(OKButton_);
     riga->addWidget(CancelButton_);
     static_cast<QVBoxLayout*>(layout())->addLayout(riga);
     connect(OKButton_, &QPushButton::clicked, this, [this] {
-        Comandato([this] {
+        Comandato(OKButton_, [this] {
             if (CasellaNumerica::Lascia(*this)) OKButton_Click();
         });
     });
@@ -166,11 +166,12 @@ void frmEditor::done(int esito) {
     QDialog::done(esito);
 }
 
-void frmEditor::Comandato(std::function<void()> azione) {
+void frmEditor::Comandato(const QObject* chi, std::function<void()> azione) {
     Protetto([&] {
-        principale().QuandoLibero([questa = QPointer<frmEditor>(this), azione = std::move(azione)] {
-            if (questa != nullptr && questa->isVisible() && !questa->inCorso_) azione();
-        });
+        principale().QuandoLibero(
+            chi, [questa = QPointer<frmEditor>(this), azione = std::move(azione)] {
+                if (questa != nullptr && questa->isVisible() && !questa->inCorso_) azione();
+            });
     });
 }
 
@@ -201,6 +202,10 @@ bool frmEditor::Esegui(const ScambioEditor& scambio) {
     }
     ErroreComunicazione = !riuscito;
     return riuscito;
+}
+
+void frmEditor::Progresso(int testo) {
+    MostraProgresso(*lblProgresso_, Testo(testo));
 }
 
 void frmEditor::Scambia(const ScambioEditor& scambio, const std::function<void()>& corso,

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <cstdint>
 #include <functional>
@@ -58,14 +59,17 @@ class frmEditor : public QDialog, public Editor {
     virtual void cmdInviaDati_Click() = 0;
     virtual void cmdLeggiDati_Click() = 0;
 
-    /// Runs what a click asks for, behind the poll, unless the window has closed meanwhile.
-    void Comandato(std::function<void()> azione);
+    /// Runs what a click of `chi` asks for, behind the poll, unless the window has closed
+    /// meanwhile.
+    void Comandato(const QObject* chi, std::function<void()> azione);
     /// Asks before the instrument (`corpo` 147) or the window (232) is written over.
     static bool Conferma(int titolo, int corpo);
     /// An exchange that the window runs itself: the changes of state that all exchanges share stand
     /// around `corso`; `fine` tells how it went, before the poll gets the port back.
     void Scambia(const ScambioEditor& scambio, const std::function<void()>& corso,
                  const std::function<void()>& fine);
+    /// What an exchange is at, shown in the window and in the status bar.
+    void Progresso(int testo);
     /// Whether the records can be sent as they stand; if not, the focus goes where the reason is.
     bool PuoInviare(const ScambioEditor& scambio);
     /// Brings a control into view and gives it the focus.
@@ -90,6 +94,7 @@ class frmEditor : public QDialog, public Editor {
     QPushButton* cmdLeggiDati_ = nullptr;
     QPushButton* OKButton_ = nullptr;
     QPushButton* CancelButton_ = nullptr;
+    QLabel* lblProgresso_ = nullptr;
     bool inCorso_ = false;
 };
 

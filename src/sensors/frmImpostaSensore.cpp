@@ -76,7 +76,8 @@ frmImpostaSensore::frmImpostaSensore(QWidget* parent) : QDialog(parent) {
     auto* colonna = new QVBoxLayout(this);
     colonna->addWidget(corpo_, 1);
     auto* riga = new QHBoxLayout;
-    riga->addStretch(1);
+    lblProgresso_ = CreaProgresso(this);
+    riga->addWidget(lblProgresso_, 1);
     riga->addWidget(CancelButton_);
     colonna->addLayout(riga);
     cmdDisegnaCurva_->setDefault(true);
@@ -107,12 +108,13 @@ QPushButton* frmImpostaSensore::Pulsante(QWidget* dove, const char* nome,
                                          void (frmImpostaSensore::*gestore)()) {
     auto* pulsante = new QPushButton(dove);
     pulsante->setObjectName(QString::fromLatin1(nome));
-    connect(pulsante, &QPushButton::clicked, this, [this, gestore] {
-        Protetto([this, gestore] {
-            principale().QuandoLibero([questa = QPointer<frmImpostaSensore>(this), gestore] {
-                if (questa == nullptr || !questa->isVisible() || questa->inCorso_) return;
-                if (questa->Lascia()) (questa.data()->*gestore)();
-            });
+    connect(pulsante, &QPushButton::clicked, this, [this, pulsante, gestore] {
+        Protetto([this, pulsante, gestore] {
+            principale().QuandoLibero(
+                pulsante, [questa = QPointer<frmImpostaSensore>(this), gestore] {
+                    if (questa == nullptr || !questa->isVisible() || questa->inCorso_) return;
+                    if (questa->Lascia()) (questa.data()->*gestore)();
+                });
         });
     });
     return pulsante;
@@ -447,7 +449,7 @@ void frmImpostaSensore::AvvisaCrescente() {
     avviso_ = true;
     QTimer::singleShot(0, this, [this] {
         Protetto([this] {
-            principale().QuandoLibero([questa = QPointer<frmImpostaSensore>(this)] {
+            principale().QuandoLibero(this, [questa = QPointer<frmImpostaSensore>(this)] {
                 if (questa != nullptr) questa->MostraAvviso();
             });
         });
@@ -503,7 +505,8 @@ void frmImpostaSensore::cmdSalvaSensore_Click() {
 void frmImpostaSensore::cmdLeggiSensoreStrumento_Click() {
     const int canale = cboTipiSensore_->currentIndex();
     if (canale < 0) return;
-    const ScambioInCorso scambio(*this, {corpo_}, kFaseLettura, kTestoLettura, inCorso_);
+    const ScambioInCorso scambio(*this, {corpo_}, kFaseLettura, kTestoLettura, lblProgresso_,
+                                 inCorso_);
     Svuota();
     if (!scambio.Esegui(LeggiCurvaSensore, static_cast<std::int16_t>(canale))) return;
     // Kept: the channel is that of the list and the factor that of the option, which may disagree;

@@ -101,6 +101,7 @@ class frmImpostaSensore : public QDialog, public Editor {
     QLineEdit* txtNomeNuovo_ = nullptr;
     QPushButton* cmdSalvaSensore_ = nullptr;
     QPushButton* CancelButton_ = nullptr;
+    QLabel* lblProgresso_ = nullptr;
 };
 
 }  // namespace lapvane

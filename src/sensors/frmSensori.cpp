@@ -16,7 +16,6 @@
 #include "project/DatiProgetto.h"
 #include "sensors/CanaliSensore.h"
 #include "shell/LoadStrings.h"
-#include "shell/Principale.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
@@ -41,10 +40,6 @@ constexpr int kProgrammaInterrotta = 229, kLetturaInterrotta = 233;
 constexpr std::array<std::size_t, 4> kColonnaBase = {0, 1, 3, 2};
 constexpr std::size_t kLivelloBenzina = 4;
 constexpr std::array<std::size_t, 4> kOpzionali = {8, 5, 7, 6};
-
-void Stato(int testo) {
-    principale().TestoPannello(Pannello::Progresso, Testo(testo));
-}
 
 bool LasciaCasella(const QWidget& controllo) {
     bool lascia = false;
@@ -381,7 +376,7 @@ void frmSensori::cmdInviaDati_Click() {
         [&] {
             riuscito = Passo(InviaDatiSensori);
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
-                Stato(kCanaliSensore[i].TestoInvio);
+                Progresso(kCanaliSensore[i].TestoInvio);
                 PreparaCurva(i, *campi_);
                 riuscito = Passo([i] { InviaCurvaSensore(static_cast<std::int16_t>(i)); });
             }
@@ -399,12 +394,18 @@ void frmSensori::cmdLeggiDati_Click() {
         [&] {
             riuscito = Passo(LeggiDatiSensori);
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
-                Stato(kCanaliSensore[i].TestoLettura);
+                Progresso(kCanaliSensore[i].TestoLettura);
                 riuscito = Passo([i] { LeggiCurvaSensore(static_cast<std::int16_t>(i)); });
                 if (riuscito) NominaCurva(i, *campi_);
             }
         },
         [&] { Concludi(riuscito, kLeggi.TestoFine, DaQt(windowTitle()), kLetturaInterrotta); });
+}
+
+void frmSensori::done(int esito) {
+    // At once, also where no exchange ran: what the live view has left ends here.
+    FaseComunicazione = 0;
+    frmEditor::done(esito);
 }
 
 /// Tells how an exchange ended: the success under its own title, what stopped it under the

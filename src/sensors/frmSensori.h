@@ -23,6 +23,8 @@ class frmSensori : public frmEditor {
  public:
     explicit frmSensori(QWidget* parent = nullptr);
 
+    void done(int esito) override;
+
  private:
     struct Didascalia {
         QLabel* Etichetta = nullptr;

@@ -32,6 +32,8 @@ class Principale {
     virtual void TestoPannello(Pannello pannello, const std::string& testo) = 0;
     /// Picture 1 to 4 of `imgListIcon` in a panel.
     virtual void ImmaginePannello(Pannello pannello, int immagine) = 0;
+    /// A panel whose content does not hold at the moment is grey.
+    virtual void AbilitaPannello(Pannello pannello, bool acceso) = 0;
 
     /// Hides the four entries of the recent list; shows entry 0 to 3 with a path as its caption.
     virtual void NascondiFileRecenti() = 0;
@@ -40,13 +42,14 @@ class Principale {
     /// The serial control that the main window owns.
     virtual SerialControl& SerialComm() = 0;
 
-    /// True when the person asked for something while the poll waits for an instrument that stays
-    /// silent: the wait then gives up at once instead of holding the person up.
-    virtual bool RinunciaAttesa() = 0;
+    /// True when somebody has been waiting for `pazienza` ms for the poll to end: a person who
+    /// asked for something, or the routine behind a dialog that has closed. The wait then gives up.
+    virtual bool RinunciaAttesa(int pazienza) = 0;
 
     /// Runs what a click asks for: at once, or right behind the poll when the poll is inside one of
-    /// its waits, so that no handler ever runs there and no exchange starts inside another.
-    virtual void QuandoLibero(std::function<void()> azione) = 0;
+    /// its waits, so that no handler ever runs there and no exchange starts inside another. What
+    /// the same `chi` (a control, a window; null: nobody) asks for twice meanwhile runs once.
+    virtual void QuandoLibero(const void* chi, std::function<void()> azione) = 0;
 
     /// Runs an exchange that no transfer guards (`FaseComunicazione` is 0) as if it were the poll's
     /// own: the poll keeps off the port, and a click that comes meanwhile waits behind it.

@@ -6,6 +6,8 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolButton>
+#include <algorithm>
+#include <utility>
 
 #include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
@@ -41,13 +43,13 @@
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
 #include "widgets/Sfondo.h"
+#include "widgets/TastoInvio.h"
 
 namespace lapvane {
 
 namespace {
 
 constexpr int kPollMs = 200;
-constexpr int kPazienzaMs = 250;  // that a request waits for a silent instrument
 
 QKeySequence Scorciatoia(Comando comando) {
     switch (comando) {
@@ -84,7 +86,10 @@ frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
     setCentralWidget(new Sfondo(this));
     resize(1180, 720);
     tmrComm_.setSingleShot(true);
+    tmrComm_.setTimerType(Qt::PreciseTimer);
     connect(&tmrComm_, &QTimer::timeout, this, [this] { Protetto([this] { Sorveglia(); }); });
+    qApp->installEventFilter(this);
+    new TastoInvio(this);
 }
 
 frmMain::~frmMain() {
@@ -93,6 +98,7 @@ frmMain::~frmMain() {
 
 int frmMain::Avvia() {
     QApplication::setApplicationName(QStringLiteral("Lapvane"));
+    QApplication::setWindowIcon(Icona("lapvane"));
     QApplication::setQuitOnLastWindowClosed(false);
     std::unique_ptr<frmMain> finestra;
     frmSplash splash;
@@ -133,12 +139,8 @@ void frmMain::CostruisciMenu() {
                 recenti_[i]->setObjectName(QStringLiteral("mnuRecentFiles%1").arg(i));
                 connect(recenti_[i], &QAction::triggered, this, [this, i] {
                     Protetto([this, i] {
-                        QuandoLibero([this, i] {
-                            Comandato([this, i] {
-                                if (NoteAperte()) return;
-                                LasciaSoccorso(ProgettoModificato);
-                                mnuRecentFiles_Click(static_cast<int>(i));
-                            });
+                        Comandato(recenti_[i], [this, i] {
+                            Apri([i] { mnuRecentFiles_Click(static_cast<int>(i)); });
                         });
                     });
                 });
@@ -264,13 +266,17 @@ void frmMain::AvviaSorveglianza() {
 }
 
 void frmMain::Sorveglia() {
+    const std::int64_t inizio = platform().GetTickCount();
     // The timer may fire inside an exchange that keeps the poll off.
     if (!pollAttivo_) SenzaSorveglianza([] { tmrComm_Timer(); });
-    tmrComm_.start(kPollMs);
+    // From start to start; a poll that took longer, or that somebody waited for, has its rest.
+    const std::int64_t durata = platform().GetTickCount() - inizio;
+    tmrComm_.start(durata < kPollMs && !attesoDa_ ? static_cast<int>(kPollMs - durata) : kPollMs);
 }
 
 void frmMain::SenzaSorveglianza(const std::function<void()>& azione) {
     pollAttivo_ = true;
+    attesoDa_.reset();
     try {
         azione();
     } catch (...) {
@@ -278,64 +284,115 @@ void frmMain::SenzaSorveglianza(const std::function<void()>& azione) {
         throw;
     }
     pollAttivo_ = false;
+    RiprendiPresto();
+}
+
+/// A dialog or a box that closes: the routine behind it cannot go on before a poll that has begun
+/// inside it has ended, and none begins before the routine has gone on.
+bool frmMain::eventFilter(QObject* oggetto, QEvent* evento) {
+    if (evento->type() == QEvent::Hide && qobject_cast<QDialog*>(oggetto) != nullptr) {
+        if (pollAttivo_) {
+            if (!attesoDa_) attesoDa_ = platform().GetTickCount();
+        } else if (tmrComm_.isActive()) {
+            tmrComm_.start(kPollMs);
+        }
+    }
+    return QMainWindow::eventFilter(oggetto, evento);
+}
+
+bool frmMain::Libero(bool comando) const {
+    return !pollAttivo_ && !(comando && comandoInCorso_);
+}
+
+void frmMain::Accoda(Attesa attesa) {
+    if (pollAttivo_ && !attesoDa_) attesoDa_ = platform().GetTickCount();
+    // The second click of an impatient hand asks for the same thing.
+    for (const Attesa& altra : inAttesa_) {
+        if (attesa.Chi != nullptr && altra.Chi == attesa.Chi) return;
+    }
+    inAttesa_.push_back(std::move(attesa));
+}
+
+void frmMain::RiprendiPresto() {
     if (!inAttesa_.empty()) QTimer::singleShot(0, this, [this] { RiprendiAttese(); });
 }
 
+/// Runs the first of those that need not wait any longer; the next one has its own turn, so that
+/// what this one leaves for its end comes before it.
 void frmMain::RiprendiAttese() {
-    while (!inAttesa_.empty() && !pollAttivo_) {
-        const auto azione = std::move(inAttesa_.front());
-        inAttesa_.pop_front();
-        Protetto(azione);
-    }
+    const auto prima = std::find_if(inAttesa_.begin(), inAttesa_.end(),
+                                    [this](const Attesa& a) { return Libero(a.Comando); });
+    if (prima == inAttesa_.end()) return;
+    const auto azione = std::move(prima->Azione);
+    inAttesa_.erase(prima);
+    Protetto(azione);
+    RiprendiPresto();
 }
 
-void frmMain::QuandoLibero(std::function<void()> azione) {
-    if (!pollAttivo_) {
+void frmMain::QuandoLibero(const void* chi, std::function<void()> azione) {
+    if (Libero(false)) {
         azione();
-        return;
+    } else {
+        Accoda({chi, false, std::move(azione)});
     }
-    // One request at a time: a second click of an impatient hand asks for the same thing.
-    if (!inAttesa_.empty()) return;
-    momentoRichiesta_ = platform().GetTickCount();
-    inAttesa_.push_back(std::move(azione));
 }
 
-bool frmMain::RinunciaAttesa() {
-    return pollAttivo_ && !inAttesa_.empty() &&
-           platform().GetTickCount() - momentoRichiesta_ >= kPazienzaMs;
+bool frmMain::RinunciaAttesa(int pazienza) {
+    return pollAttivo_ && attesoDa_ && platform().GetTickCount() - *attesoDa_ >= pazienza;
 }
 
 void frmMain::Chiedi(Comando comando, std::function<bool()> acceso) {
     Protetto([&] {
-        QuandoLibero([this, comando, acceso = std::move(acceso)] {
-            // What was asked for during a poll may be off behind it.
-            if (acceso()) Comandato([this, comando] { Esegui(comando); });
+        Comandato(voci_[comando], [this, comando, acceso = std::move(acceso)] {
+            // What was asked for while something else ran may be off behind it.
+            if (acceso()) {
+                Esegui(comando);
+            } else {
+                Rifiuta(comando);
+            }
         });
     });
 }
 
-void frmMain::Comandato(const std::function<void()>& azione) {
-    // A command that lets events run does not start another one inside itself.
-    if (comandoInCorso_) return;
+/// A command that lets events run does not start another one inside itself: the other one comes
+/// behind its end.
+void frmMain::Comandato(const void* chi, std::function<void()> azione) {
+    const bool altre =
+        std::any_of(inAttesa_.begin(), inAttesa_.end(), [](const Attesa& a) { return a.Comando; });
+    if (Libero(true) && !altre) {
+        Corri(azione);
+    } else {
+        Accoda({chi, true, [this, azione = std::move(azione)] { Corri(azione); }});
+    }
+}
+
+void frmMain::Corri(const std::function<void()>& comando) {
     comandoInCorso_ = true;
     struct Fine {
-        bool& Valore;
-        ~Fine() { Valore = false; }
-    } const fine{comandoInCorso_};
-    azione();
+        frmMain& Finestra;
+        ~Fine() {
+            Finestra.comandoInCorso_ = false;
+            Finestra.RiprendiPresto();
+        }
+    } const fine{*this};
+    comando();
+}
+
+/// What was asked for while something else ran, and is off behind it.
+void frmMain::Rifiuta(Comando comando) {
+    std::string nome = DaQt(voci_[comando]->text().remove(QLatin1Char('&')));
+    if (comando == Comando::DownData) nome += "\r\n" + Testo(Voce::StrumentoMuto);
+    platform().MsgBox(Testo(Voce::ComandoImpossibile) + " " + nome, Buttons::Ok, Icon::Information,
+                      platform().ExeName());
 }
 
 void frmMain::Esegui(Comando comando) {
     switch (comando) {
         case Comando::New:
-            if (NoteAperte()) break;
-            LasciaSoccorso(ProgettoModificato);
-            mnuNew_Click();
+            Apri(mnuNew_Click);
             break;
         case Comando::Open:
-            if (NoteAperte()) break;
-            LasciaSoccorso(ProgettoModificato);
-            mnuOpen_Click();
+            Apri(mnuOpen_Click);
             break;
         case Comando::Save:
             mnuSave_Click();
@@ -395,18 +452,50 @@ void frmMain::Esegui(Comando comando) {
 }
 
 void frmMain::MostraNote() {
-    if (NoteAperte()) return;
-    note_ = new dlgNoteProgetto(this);
-    note_->setAttribute(Qt::WA_DeleteOnClose);
-    note_->show();
+    if (note_ == nullptr || !note_->isVisible()) {
+        note_ = new dlgNoteProgetto(this);
+        note_->setAttribute(Qt::WA_DeleteOnClose);
+        note_->show();
+    }
+    note_->raise();
+    note_->activateWindow();
 }
 
-bool frmMain::NoteAperte() {
-    // They belong to the project that is open: another one must not get them at their OK.
-    if (note_.isNull()) return false;
-    note_->activateWindow();
-    note_->raise();
-    return true;
+/// Closes the notes, which belong to the project that is open, and asks first whether what was
+/// typed is to be kept: it is the project's then.
+frmMain::Note frmMain::LasciaNote(Voce domanda) {
+    if (note_ == nullptr || !note_->isVisible()) return Note::Chiuse;
+    if (note_->Cambiate()) {
+        const Answer risposta = platform().MsgBox(Testo(domanda), Buttons::YesNoCancel,
+                                                  Icon::Question, platform().ExeName());
+        if (risposta == Answer::Cancel) {
+            MostraNote();
+            return Note::Restano;
+        }
+        if (risposta == Answer::Yes) {
+            note_->OKButton_Click();
+            return Note::Tenute;
+        }
+    }
+    note_->close();
+    return Note::Chiuse;
+}
+
+/// A command that puts another project in the place of this one. Notes that are to be kept are
+/// saved with their project, or the command does not come about.
+void frmMain::Apri(const std::function<void()>& comando) {
+    const Note note = LasciaNote(Voce::TenereNoteSalvare);
+    if (note == Note::Restano) return;
+    if (note == Note::Tenute) {
+        if (voci_[Comando::Save]->isEnabled()) {
+            mnuSave_Click();
+        } else {
+            mnuSaveAs_Click();
+        }
+        if (ProgettoModificato) return;
+    }
+    LasciaSoccorso(ProgettoModificato);
+    comando();
 }
 
 void frmMain::ScaricaDati() {
@@ -461,15 +550,16 @@ void frmMain::MostraInformazioni() {
 
 void frmMain::closeEvent(QCloseEvent* evento) {
     evento->ignore();
-    if (pollAttivo_) {
-        Protetto([this] { QuandoLibero([this] { close(); }); });
+    if (!Libero(true)) {
+        Accoda({voci_[Comando::Exit], true, [this] { close(); }});
         return;
     }
-    if (comandoInCorso_) return;
     Protetto([this, evento] {
         bool chiude = false;
-        Comandato([&chiude] { chiude = ConfermaChiusura(); });
+        Corri(
+            [&] { chiude = LasciaNote(Voce::TenereNote) != Note::Restano && ConfermaChiusura(); });
         if (!chiude) return;
+        inAttesa_.clear();
         tmrComm_.stop();
         try {
             ScriviFileRecenti();
@@ -506,6 +596,10 @@ void frmMain::ImmaginePannello(Pannello pannello, int immagine) {
         Icona("link" + std::to_string(immagine)));
 }
 
+void frmMain::AbilitaPannello(Pannello pannello, bool acceso) {
+    pannelli_[static_cast<std::size_t>(pannello)]->setEnabled(acceso);
+}
+
 void frmMain::NascondiFileRecenti() {
     for (QAction* voce : recenti_) voce->setVisible(false);
     separatoreRecenti_->setVisible(false);
@@ -513,8 +607,12 @@ void frmMain::NascondiFileRecenti() {
 
 void frmMain::MostraFileRecente(int indice, const std::filesystem::path& percorso) {
     QAction* voce = recenti_.at(static_cast<std::size_t>(indice));
-    voce->setText(QStringLiteral("&%1  ").arg(indice + 1) +
-                  Mnemonica::Senza(PercorsoInQt(percorso)));
+    // A long path keeps its two ends, and the menu on the screen.
+    constexpr int kCaratteri = 70;
+    const QFontMetrics metrica(menu_[Titolo::ProjectFile]->font());
+    const QString corto = metrica.elidedText(PercorsoInQt(percorso), Qt::ElideMiddle,
+                                             kCaratteri * metrica.averageCharWidth());
+    voce->setText(QStringLiteral("&%1  ").arg(indice + 1) + Mnemonica::Senza(corto));
     voce->setVisible(true);
     separatoreRecenti_->setVisible(true);
 }

@@ -11,13 +11,16 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 
+#include "shell/LoadStrings.h"
 #include "shell/Principale.h"
 
 namespace lapvane {
 
 class PannelloStato;
 class frmAnalisi;
+class dlgNoteProgetto;
 
 /// The one main window: menu, tool bar, status bar, serial control and poll timer. It routes every
 /// command to what carries it out.
@@ -44,33 +47,49 @@ class frmMain final : public QMainWindow, public Principale {
     void AbilitaTitolo(Titolo titolo, bool acceso) override;
     void TestoPannello(Pannello pannello, const std::string& testo) override;
     void ImmaginePannello(Pannello pannello, int immagine) override;
+    void AbilitaPannello(Pannello pannello, bool acceso) override;
     void NascondiFileRecenti() override;
     void MostraFileRecente(int indice, const std::filesystem::path& percorso) override;
     SerialControl& SerialComm() override { return *seriale_; }
-    bool RinunciaAttesa() override;
-    void QuandoLibero(std::function<void()> azione) override;
+    bool RinunciaAttesa(int pazienza) override;
+    void QuandoLibero(const void* chi, std::function<void()> azione) override;
     void SenzaSorveglianza(const std::function<void()>& azione) override;
 
  protected:
     bool event(QEvent* evento) override;
+    bool eventFilter(QObject* oggetto, QEvent* evento) override;
     void closeEvent(QCloseEvent* evento) override;
 
  private:
+    /// Something that was asked for and has to wait: for the poll, a command also for the one that
+    /// runs. `Chi` asked for it.
+    struct Attesa {
+        const void* Chi;
+        bool Comando;
+        std::function<void()> Azione;
+    };
+
     void CostruisciMenu();
     void CostruisciBarra();
     void CostruisciStato();
     void AggiornaTesti();
     void Sorveglia();
+    bool Libero(bool comando) const;
+    void Accoda(Attesa attesa);
+    void RiprendiPresto();
     void RiprendiAttese();
     void Chiedi(Comando comando, std::function<bool()> acceso);
-    void Comandato(const std::function<void()>& azione);
+    void Comandato(const void* chi, std::function<void()> azione);
+    void Corri(const std::function<void()>& comando);
+    void Rifiuta(Comando comando);
     void Analizza();
     void ScaricaDati();
     void CambiaLingua();
     void MostraInformazioni();
     void MostraNote();
-    /// Whether the notes of the project are open; they come to the front then.
-    bool NoteAperte();
+    void Apri(const std::function<void()>& comando);
+    enum class Note { Restano, Chiuse, Tenute };
+    Note LasciaNote(Voce domanda);
 
     std::unique_ptr<SerialControl> seriale_;
     std::map<Comando, QAction*> voci_;
@@ -82,10 +101,10 @@ class frmMain final : public QMainWindow, public Principale {
     std::array<PannelloStato*, 8> pannelli_{};
     QTimer tmrComm_;
     frmAnalisi* analisi_ = nullptr;
-    QPointer<QDialog> note_;
+    QPointer<dlgNoteProgetto> note_;
 
-    std::deque<std::function<void()>> inAttesa_;  // asked for while the poll waits
-    std::int64_t momentoRichiesta_ = 0;
+    std::deque<Attesa> inAttesa_;
+    std::optional<std::int64_t> attesoDa_;  // since when somebody waits for the poll to end
     bool pollAttivo_ = false;
     bool comandoInCorso_ = false;
     bool caricata_ = false;

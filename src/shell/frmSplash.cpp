@@ -15,9 +15,8 @@
 namespace lapvane {
 
 frmSplash::frmSplash(QWidget* parent)
-    : QWidget(parent,
-              (parent != nullptr ? Qt::Dialog : Qt::SplashScreen) | Qt::FramelessWindowHint),
-      disegno_(FileIcona("splash")) {
+    // Not a window of the kind of a splash screen: no window manager gives those the keyboard.
+    : QWidget(parent, Qt::Dialog | Qt::FramelessWindowHint), disegno_(FileIcona("splash")) {
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(QStringLiteral("Lapvane"));
     setFixedSize(520, 300);
@@ -42,6 +41,8 @@ frmSplash::frmSplash(QWidget* parent)
 
 void frmSplash::showEvent(QShowEvent* evento) {
     QWidget::showEvent(evento);
+    raise();
+    activateWindow();
     if (ModoInformazioni || attivata_) return;
     attivata_ = true;
     QTimer::singleShot(0, this, [this] { Protetto([this] { Attiva(); }); });

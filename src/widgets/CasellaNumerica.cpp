@@ -86,7 +86,7 @@ void CasellaNumerica::Rifiuta() {
     QTimer::singleShot(0, this, [this] {
         Protetto([this] {
             rifiutata_ = false;
-            principale().QuandoLibero([casella = QPointer<CasellaNumerica>(this)] {
+            principale().QuandoLibero(this, [casella = QPointer<CasellaNumerica>(this)] {
                 if (casella != nullptr && casella->isVisible()) casella->Avvisa();
             });
         });

@@ -24,7 +24,8 @@ void LampadaAllarme::paintEvent(QPaintEvent*) {
     QPainter penna(this);
     penna.setRenderHint(QPainter::Antialiasing);
     penna.setPen(QPen(palette().color(QPalette::WindowText), 1.0));
-    penna.setBrush(accesa_ ? QColor(255, 0, 0) : palette().color(QPalette::Window));
+    const QColor acceso = isEnabled() ? QColor(255, 0, 0) : palette().color(QPalette::WindowText);
+    penna.setBrush(accesa_ ? acceso : palette().color(QPalette::Window));
     penna.drawEllipse(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0));
 }
 

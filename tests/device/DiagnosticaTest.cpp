@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 
 #include "device/SerialComm.h"
@@ -21,9 +22,11 @@ class VistaProva : public VistaDiagnostica {
     void ValoreCampo(int campo, const std::string& testo) override { campi[campo] = testo; }
     void Allarme(int n, bool acceso) override { allarmi[n] = acceso; }
     void ValoreAnalogico(int i, const std::string& testo) override { analogici[i] = testo; }
+    void Letto(GruppoLive gruppo, bool riuscito) override { letti[gruppo].push_back(riuscito); }
     bool Visibile() const override { return visibile; }
     std::map<int, std::string> campi, analogici;
     std::map<int, bool> allarmi;
+    std::map<GruppoLive, std::vector<bool>> letti;
     bool visibile = true;
 };
 
@@ -117,6 +120,10 @@ TEST_F(Diagnostica, CycleRunsUntilTheWindowClosesAndLeavesThePollOff) {
     EXPECT_LE(richieste, 20);
     EXPECT_FALSE(vista.campi.empty());
     EXPECT_FALSE(vista.analogici.empty());
+    for (const auto& [gruppo, esiti] : vista.letti) {
+        EXPECT_EQ(std::count(esiti.begin(), esiti.end(), false), 0);
+    }
+    EXPECT_EQ(vista.letti.size(), 2u);
     EXPECT_EQ(FaseComunicazione, 37);
 }
 
@@ -124,6 +131,8 @@ TEST_F(Diagnostica, LostLinkIsToldReadByReadAndTheWindowStillCloses) {
     VistaProva vista;
     seriale.Risponde = {};
     macchina.Risposte = {Answer::Ok, Answer::Ok};
+    std::size_t dettiPrima = 0;  // what the window knew when the message came
+    macchina.AlBox = [&] { dettiPrima = vista.letti[GruppoLive::Valori].size(); };
     // The person closes the window while the third read waits.
     macchina.DuranteEventi = [&] {
         if (macchina.Mostrati.size() == 2 && macchina.ChiamateEventi % 7 == 0) {
@@ -135,4 +144,6 @@ TEST_F(Diagnostica, LostLinkIsToldReadByReadAndTheWindowStillCloses) {
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
     EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(242));
     EXPECT_TRUE(vista.campi.empty());
+    EXPECT_EQ(vista.letti[GruppoLive::Valori].front(), false);
+    EXPECT_GT(dettiPrima, 0u) << "the window knew it only behind the message";
 }

@@ -48,7 +48,8 @@ TEST_F(Collegamento, ScanFindsTheInstrumentAndAppliesTheSettingsInOrder) {
     EXPECT_EQ(porta.CommPort(), 3);
     EXPECT_EQ(finestra.Storia,
               (std::vector<std::string>{"4:Connecting COM1...", "4:Connecting COM2...",
-                                        "4:Connecting COM3..."}));
+                                        "4:Connecting COM3...", "4:COM 3"}));
+    EXPECT_EQ(finestra.Immagine(Pannello::Collegamento), 1);
     const std::vector<std::string> inizio = {"Settings=19200,N,8,1",
                                              "Handshaking=0",
                                              "OutBufferCount=0",
@@ -81,6 +82,10 @@ TEST_F(Collegamento, ScanStopsAtTwentyAndLeavesThePortClosed) {
     EXPECT_FALSE(porta.PortOpen());
     porta.GuastoScrittura = true;  // errors of the control are ignored: no box
     EXPECT_FALSE(LinkPronto());
+    // Where the poll rests nothing else would say it.
+    EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "NO COMMUNICATION");
+    EXPECT_EQ(finestra.Immagine(Pannello::Collegamento), 2);
+    EXPECT_FALSE(finestra.Acceso(Pannello::Identita));
 }
 
 TEST_F(Collegamento, HandshakeMustBeExact) {
@@ -145,6 +150,10 @@ TEST_F(Collegamento, SlowWriteWaitsTenSecondsWithoutEvents) {
     EXPECT_GT(porta.AtteseMute, 100);
     porta.Risponde = nullptr;
     EXPECT_EQ(Durata([] { EXPECT_FALSE(ScriviFrameLento(Frame(20), Conferma(20))); }), 10000);
+    // The wait that lets events run is shorter, but not inside a transfer.
+    EXPECT_EQ(Durata([] { EXPECT_FALSE(ScriviFrame(Frame(20), Conferma(20))); }), 2000);
+    FaseComunicazione = 18;
+    EXPECT_EQ(Durata([] { EXPECT_FALSE(ScriviFrame(Frame(20), Conferma(20))); }), 10000);
     porta.UscitaFerma = true;
     EXPECT_EQ(Durata([] { EXPECT_FALSE(ScriviFrame(Frame(20))); }), 3000);
 }
@@ -199,8 +208,11 @@ TEST_F(Collegamento, PollFollowsTheInstrumentAndTheEditorOnlyChanges) {
     EditorFinto editor;
     ImpostaFormAttiva(&editor);
     Strumento(2);
+    ErroreComunicazione = true;
     tmrComm_Timer();
+    EXPECT_FALSE(ErroreComunicazione) << "an identity query that was answered is an exchange";
     EXPECT_TRUE(StrumentoPresente);
+    EXPECT_TRUE(finestra.Acceso(Pannello::Identita));
     EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "COM 2");
     EXPECT_EQ(finestra.Immagine(Pannello::Collegamento), 1);
     EXPECT_EQ(finestra.Testo(Pannello::Identita), "LVX-4 1.08");
@@ -211,8 +223,11 @@ TEST_F(Collegamento, PollFollowsTheInstrumentAndTheEditorOnlyChanges) {
     EXPECT_EQ(editor.Chiamate, (std::vector<bool>{true}));
 
     porta.Risponde = nullptr;  // unplugged, the port still open
+    ErroreComunicazione = true;
     tmrComm_Timer();
+    EXPECT_FALSE(ErroreComunicazione) << "nor is silence under the poll a failed transfer";
     EXPECT_FALSE(StrumentoPresente);
+    EXPECT_FALSE(finestra.Acceso(Pannello::Identita));
     EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "NO COMMUNICATION");
     EXPECT_EQ(finestra.Immagine(Pannello::Collegamento), 2);
     EXPECT_FALSE(finestra.Menu(Comando::DownData));
@@ -240,9 +255,37 @@ TEST_F(Collegamento, PollKeepsOffThePortDuringTransferAndAnalysis) {
     AnalisiInCorso = false;
     FaseComunicazione = 38;
     tmrComm_Timer();
+    FaseComunicazione = 0;
+    TrasferimentoAbbandonato = true;  // its window has closed, its wait has not returned yet
+    tmrComm_Timer();
     EXPECT_TRUE(porta.Scritti.empty());
     EXPECT_TRUE(finestra.Storia.empty());
     EXPECT_TRUE(finestra.Menu(Comando::DownData));
+}
+
+TEST_F(Collegamento, SomebodyWithoutTimeForTheReplyKnowsNothingOfTheInstrument) {
+    Strumento(1);
+    tmrComm_Timer();
+    ASSERT_TRUE(StrumentoPresente);
+    porta.Risponde = nullptr;
+    std::int64_t da = macchina.Orologio;
+    finestra.Rinuncia = [&] { return macchina.Orologio - da > 300; };
+    EXPECT_LT(Durata([] { tmrComm_Timer(); }), 400);
+    EXPECT_TRUE(StrumentoPresente);
+    EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "COM 1");
+    EXPECT_TRUE(finestra.Menu(Comando::DownData));
+    // Long silence is an answer, whoever waits; so is a port that has gone.
+    da = macchina.Orologio + 1500;
+    tmrComm_Timer();
+    EXPECT_FALSE(StrumentoPresente);
+    Strumento(1);
+    finestra.Rinuncia = nullptr;
+    tmrComm_Timer();
+    ASSERT_TRUE(StrumentoPresente);
+    porta.Risponde = [this](const std::string&) { porta.PortOpen(false); };
+    finestra.Rinuncia = [] { return true; };
+    tmrComm_Timer();
+    EXPECT_FALSE(StrumentoPresente);
 }
 
 TEST_F(Collegamento, SomebodyWaitingEndsAScanOfSilentPorts) {

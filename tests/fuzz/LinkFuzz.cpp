@@ -179,6 +179,7 @@ class LiveView : public VistaDiagnostica {
     void ValoreAnalogico(int input, const std::string& text) override {
         if (input < 0 || input >= kIngressiAnalogici || text.empty()) std::abort();
     }
+    void Letto(GruppoLive, bool) override {}
     bool Visibile() const override { return true; }
 };
 

@@ -278,6 +278,9 @@ TEST(Testo1252, EveryByteComesBack) {
     EXPECT_EQ(Utf8In1252(Utf8Da1252(tutti)), tutti);
     EXPECT_EQ(Utf8Da1252("\x80 Velocit\xE0 \xB0"), "\u20AC Velocit\u00E0 \u00B0");
     EXPECT_EQ(Utf8In1252("\u65E5\U0001F3CE x \xC3"), "?? x ?");
+    // Cut in the middle, and what is there would be a letter.
+    EXPECT_EQ(Utf8In1252("\xE3\xA9"), "?");
+    EXPECT_EQ(Utf8In1252("\xE3\xA9z\xC3z"), "?z?z");
     EXPECT_EQ(PercorsoDaTesto("/a/Perch\xE9 & gi\xF9.pro").string(),
               "/a/Perch\u00E9 & gi\u00F9.pro");
 }

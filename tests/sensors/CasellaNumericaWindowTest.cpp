@@ -1,6 +1,9 @@
 // The rule of the number boxes in a real editor, under real keys and clicks.
 #include "widgets/CasellaNumerica.h"
 
+#include <QContextMenuEvent>
+#include <QTimer>
+
 #include "sensors/EditorWindowProva.h"
 #include "sensors/frmAllarmi.h"
 
@@ -104,6 +107,28 @@ TEST_F(CaselleNumeriche, CancelAlwaysGetsOut) {
     EXPECT_EQ(Mostrati(), V{lapvane::Testo(262) + "\r\n" + lapvane::Testo(92)});
     EXPECT_TRUE(finestra->isVisible());
     EXPECT_TRUE(C<QLineEdit>("txtTO")->hasFocus());
+}
+
+TEST_F(CaselleNumeriche, APopupOfTheBoxIsNoWayOut) {
+    Scrivi("txtTO", "abc");
+    auto* casella = C<QLineEdit>("txtTO");
+    QTimer::singleShot(50, [] {
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    });
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, casella->rect().center(),
+                           casella->mapToGlobal(casella->rect().center()));
+    QApplication::sendEvent(casella, &menu);
+    QTest::qWait(100);
+    // The same as the focus sees it, for a list that unfolds over it.
+    QFocusEvent fuori(QEvent::FocusOut, Qt::PopupFocusReason);
+    QApplication::sendEvent(casella, &fuori);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Mostrati(), V{});
+    EXPECT_EQ(Testo("txtTO"), "abc") << "the text was taken away under the menu";
+    QFocusEvent dentro(QEvent::FocusIn, Qt::PopupFocusReason);
+    QApplication::sendEvent(casella, &dentro);
+    Rifiutato("Tab", "abc", [&] { Tasto(Qt::Key_Tab); });
 }
 
 TEST_F(CaselleNumeriche, AnotherWindowIsNoWayOut) {

@@ -214,6 +214,8 @@ TEST_F(Sensori, ProgramsWhatItShowsAndReadsItBack) {
     bool passati = false;
     macchina.DuranteEventi = [&] {
         fasi.insert(FaseComunicazione);
+        // On a small screen the window covers the status bar.
+        EXPECT_EQ(DaQt(C<QLabel>("lblProgresso")->text()), principale.Testo(Pannello::Progresso));
         passati = passati || Acceso("OKButton") || Acceso("cmdLeggiDati") || Acceso("cboSG");
     };
     macchina.Risposte = {Answer::Ok, Answer::Ok};
@@ -320,7 +322,12 @@ TEST_F(Sensori, AnExchangeThatStopsSaysWhy) {
             macchina.Risposte = {Answer::Ok, Answer::Ok};
             macchina.DuranteEventi = [&, comando = comando] {
                 if (FaseComunicazione == 0 || porta.RichiesteDi(comando) - prima < curve) return;
-                if (finestra->isVisible()) finestra->close();
+                if (!finestra->isVisible()) return;
+                finestra->close();
+                EXPECT_EQ(FaseComunicazione, 0) << "at once";
+                const std::size_t richieste = porta.Richieste().size();
+                tmrComm_Timer();  // but no poll inside the wait that has not returned yet
+                EXPECT_EQ(porta.Richieste().size(), richieste);
             };
             Clic(pulsante);
             macchina.DuranteEventi = nullptr;
@@ -362,6 +369,32 @@ TEST_F(Sensori, AnExchangeThatStopsSaysWhy) {
         finestra->close();
         Collega();
     }
+}
+
+TEST_F(Sensori, TheWindowGivesThePollThePortBackHoweverItCloses) {
+    for (const Qt::Key tasto : {Qt::Key_Escape, Qt::Key_Return}) {
+        DatiProgetto.AbilPT = DatiProgetto.AbilPO = false;
+        Apri();
+        FaseComunicazione = 37;  // as the live view leaves it
+        Tasto(tasto);
+        EXPECT_FALSE(finestra->isVisible());
+        EXPECT_EQ(FaseComunicazione, 0);
+    }
+}
+
+TEST_F(Sensori, WhatIsAskedForDuringAPollComesBehindItAndOnce) {
+    Collega();
+    Apri();
+    principale.PollAttivo = true;
+    Clic("cmdLeggiDati");
+    Clic("OKButton");
+    Clic("cmdLeggiDati");
+    EXPECT_TRUE(macchina.Mostrati.empty()) << "a handler ran inside the wait";
+    EXPECT_TRUE(finestra->isVisible());
+    macchina.Risposte = {Answer::Cancel};
+    principale.FinePoll();
+    EXPECT_EQ(Mostrati().size(), 1u) << "the second click asked for the same";
+    EXPECT_FALSE(finestra->isVisible()) << "OK was lost";
 }
 
 TEST_F(Sensori, DamagedProjectsOpenAndGoOutAsOKWouldStoreThem) {

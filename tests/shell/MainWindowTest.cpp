@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <utility>
 
 #include "device/Codec.h"
 #include "device/SerialComm.h"
@@ -18,6 +19,7 @@
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
+#include "project/dlgNoteProgetto.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/dlgLanguages.h"
@@ -56,7 +58,7 @@ class Finestra : public ::testing::Test {
     QToolButton* Pulsante(const char* chiave) {
         return Controllo<QToolButton>(*finestra, (std::string("Toolbar1_") + chiave).c_str());
     }
-    QAction* Voce(const char* nome) { return Controllo<QAction>(*finestra, nome); }
+    QAction* VoceMenu(const char* nome) { return Controllo<QAction>(*finestra, nome); }
     std::string Pannello(int n) {
         return Controllo<PannelloStato>(*finestra, ("sbStatusBar_" + std::to_string(n)).c_str())
             ->Testo()
@@ -97,17 +99,17 @@ TEST_F(Finestra, StartsWithTheCommandsAsDesigned) {
         {"mnuLanguage", "Language", true, true},
     };
     for (const Caso& caso : casi) {
-        EXPECT_EQ(Voce(caso.Menu)->isEnabled(), caso.MenuAcceso) << caso.Menu;
+        EXPECT_EQ(VoceMenu(caso.Menu)->isEnabled(), caso.MenuAcceso) << caso.Menu;
         EXPECT_EQ(Pulsante(caso.Chiave)->isEnabled(), caso.PulsanteAcceso) << caso.Chiave;
         EXPECT_TRUE(Pulsante(caso.Chiave)->isVisible()) << caso.Chiave;
         EXPECT_FALSE(Pulsante(caso.Chiave)->icon().pixmap(30, 30).isNull()) << caso.Chiave;
-        EXPECT_EQ(Voce(caso.Menu)->icon().isNull(), caso.Chiave == std::string("Language"));
+        EXPECT_EQ(VoceMenu(caso.Menu)->icon().isNull(), caso.Chiave == std::string("Language"));
     }
-    EXPECT_TRUE(Voce("mnuInfo")->isEnabled());
+    EXPECT_TRUE(VoceMenu("mnuInfo")->isEnabled());
     EXPECT_FALSE(Controllo<QMenu>(*finestra, "mnuConfigure")->menuAction()->isEnabled());
     EXPECT_TRUE(Controllo<QMenu>(*finestra, "mnuDevice")->menuAction()->isEnabled());
     for (int i = 0; i < 4; ++i) {
-        EXPECT_FALSE(Voce(("mnuRecentFiles" + std::to_string(i)).c_str())->isVisible());
+        EXPECT_FALSE(VoceMenu(("mnuRecentFiles" + std::to_string(i)).c_str())->isVisible());
     }
     EXPECT_EQ(Pannello(5), "RX");
     EXPECT_EQ(Pannello(6), "TX");
@@ -119,7 +121,7 @@ TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
     QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
     EXPECT_TRUE(Pulsante("Setup")->isEnabled());
     EXPECT_TRUE(Controllo<QMenu>(*finestra, "mnuConfigure")->menuAction()->isEnabled());
-    EXPECT_TRUE(Voce("mnuNote")->isEnabled());
+    EXPECT_TRUE(VoceMenu("mnuNote")->isEnabled());
     EXPECT_EQ(Pannello(1), Utf8Da1252(Testo(131)));
     const QString italiano = Pulsante("Analize")->toolTip();
 
@@ -165,9 +167,18 @@ TEST_F(Finestra, RecentEntriesShowAmpersandsAndOpenWithoutADialog) {
     QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
     EXPECT_EQ(Pannello(1), "Tizio & Caio");
     EXPECT_EQ(Pannello(2), file.string());
-    QAction* voce = Voce("mnuRecentFiles0");
+    QAction* voce = VoceMenu("mnuRecentFiles0");
     EXPECT_TRUE(voce->isVisible());
     EXPECT_TRUE(voce->text().contains(QStringLiteral("Tizio && Caio")));
+    // However long a path is, the menu stays on the screen and shows both ends.
+    fs::path lungo = macchina.Cartella;
+    for (int i = 0; i < 12; ++i) lungo /= "una cartella lunga come poche";
+    finestra->MostraFileRecente(1, lungo / "fine & lungo.pro");
+    const QString mostrato = VoceMenu("mnuRecentFiles1")->text();
+    EXPECT_LT(mostrato.size(), 90);
+    EXPECT_TRUE(mostrato.endsWith(QStringLiteral("fine && lungo.pro")));
+    EXPECT_TRUE(mostrato.startsWith(QStringLiteral("&2  /")));
+    EXPECT_LT(Controllo<QMenu>(*finestra, "mnuProjectFile")->sizeHint().width(), 800);
     DatiProgetto.NomeProgetto = "altro";
     voce->trigger();
     EXPECT_EQ(DatiProgetto.NomeProgetto, "Tizio & Caio");
@@ -191,6 +202,169 @@ TEST_F(Finestra, ClickInsideAPollWaitsForItsEndAndASilentPortIsLeft) {
     EXPECT_TRUE(Pulsante("Setup")->isEnabled()) << "the click was lost";
     EXPECT_LT(macchina.Orologio - inizio, 2000) << "the click waited for the whole scan";
     macchina.DuranteEventi = nullptr;
+}
+
+TEST_F(Finestra, DialogThatClosesInsideAScanIsNotHeldAndCommandsBehindItAllCome) {
+    Apri();
+    porta->Porte = {{1, true}, {2, true}, {3, true}, {4, true}};  // nobody answers
+    macchina.FileScelti = {std::nullopt};
+    ProgettoModificato = false;
+    int giri = 0;
+    std::int64_t chiusa = 0;
+    bool solo = true;
+    macchina.DuranteEventi = [&] {
+        auto* dialogo = qobject_cast<dlgLanguages*>(QApplication::activeModalWidget());
+        if (dialogo == nullptr || ++giri != 5) return;
+        dialogo->reject();
+        chiusa = macchina.Orologio;
+        if (solo) return;
+        // The routine behind the dialog still runs, and the poll: all of this comes behind both.
+        QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+        QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
+        QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+        QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
+        ProgettoModificato = true;  // for the question of the close box; New takes it back
+        finestra->close();
+        EXPECT_FALSE(Pulsante("SaveAs")->isEnabled()) << "New ran inside the wait";
+        EXPECT_TRUE(macchina.RichiesteFile.empty());
+    };
+    finestra->AvviaSorveglianza();
+    QTest::mouseClick(Pulsante("Language"), Qt::LeftButton);
+    ASSERT_GT(chiusa, 0);
+    EXPECT_LE(macchina.Orologio - chiusa, 10) << "the routine behind the dialog waited";
+    giri = 0;
+    chiusa = 0;
+    solo = false;
+    QTest::mouseClick(Pulsante("Language"), Qt::LeftButton);
+    ASSERT_GT(chiusa, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra->isVisible(); }, 5000));
+    EXPECT_TRUE(Pulsante("SaveAs")->isEnabled()) << "New was lost";
+    EXPECT_EQ(macchina.RichiesteFile.size(), 1u) << "Open was lost, or the second click counted";
+    EXPECT_TRUE(macchina.Mostrati.empty()) << "New came behind the close box";
+}
+
+TEST_F(Finestra, CommandThatIsOffBehindThePollIsRefusedInWords) {
+    Apri();
+    porta->PortOpen(true);
+    porta->Risponde = [&](const std::string& frame) {
+        porta->Fra(1, frame == Frame(1) ? Conferma(1) : "R\x02LVX-4 1.08\x7F");
+    };
+    finestra->AvviaSorveglianza();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Pulsante("DownData")->isEnabled(); }, 5000));
+    porta->Risponde = [&](const std::string&) {
+        QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
+        porta->PortOpen(false);
+        porta->Porte.clear();
+    };
+    macchina.Risposte = {Answer::Ok};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !macchina.Mostrati.empty(); }, 5000));
+    EXPECT_NE(macchina.Mostrati[0].Testo.find(Testo(20)), std::string::npos);
+    EXPECT_NE(macchina.Mostrati[0].Testo.find(Testo(Voce::StrumentoMuto)), std::string::npos);
+}
+
+TEST_F(Finestra, AnotherProjectComesWithTheNotesOpenOnceTheyHaveAsked) {
+    Apri();
+    const fs::path mio = macchina.Cartella / "mio.pro", altro = macchina.Cartella / "altro.pro";
+    const auto salva = [](const fs::path& file, const char* nome) {
+        PercorsoProgetto = file;
+        DatiProgetto.NomeProgetto = nome;
+        SalvaProgetto();
+    };
+    mnuNew_Click();
+    salva(altro, "altro");
+    salva(mio, "mio");
+    const auto note = [&]() -> dlgNoteProgetto* {
+        for (auto* aperte : finestra->findChildren<dlgNoteProgetto*>()) {
+            if (aperte->isVisible()) return aperte;
+        }
+        return nullptr;
+    };
+    const auto scrivi = [&](const char* autore) {
+        QTest::mouseClick(Pulsante("Note"), Qt::LeftButton);
+        Controllo<QLineEdit>(*note(), "txtAutoreProgetto")->setText(QString::fromLatin1(autore));
+    };
+    // Nothing typed: nothing to ask.
+    QTest::mouseClick(Pulsante("Note"), Qt::LeftButton);
+    macchina.FileScelti = {mio};
+    QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
+    EXPECT_EQ(Pannello(1), "mio");
+    EXPECT_EQ(note(), nullptr);
+    EXPECT_TRUE(macchina.Mostrati.empty());
+    // Cancel goes on with the notes.
+    scrivi("Rossi");
+    macchina.Risposte = {Answer::Cancel};
+    QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+    EXPECT_EQ(macchina.Mostrati.at(0).Testo, Testo(lapvane::Voce::TenereNoteSalvare));
+    EXPECT_EQ(Pannello(1), "mio");
+    EXPECT_NE(note(), nullptr);
+    // Yes: they are in the file, and the other project is open.
+    macchina.Risposte = {Answer::Yes};
+    macchina.FileScelti = {altro};
+    QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
+    EXPECT_EQ(Pannello(1), "altro");
+    EXPECT_NE(prova::Leggi(mio).find("Rossi"), std::string::npos);
+    EXPECT_EQ(DatiProgetto.AutoreProgetto.find("Rossi"), std::string::npos);
+    // No, by way of the recent list: they go with their project.
+    scrivi("Bianchi");
+    macchina.Risposte = {Answer::No};
+    VoceMenu("mnuRecentFiles1")->trigger();
+    EXPECT_EQ(Pannello(1), "mio");
+    EXPECT_EQ(prova::Leggi(altro).find("Bianchi"), std::string::npos);
+    // A project that was never saved needs a name; without one nothing happens, nothing is lost.
+    QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+    scrivi("Verdi");
+    macchina.Risposte = {Answer::Yes};
+    macchina.FileScelti = {std::nullopt};
+    QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+    EXPECT_EQ(DatiProgetto.AutoreProgetto, "Verdi");
+    EXPECT_TRUE(ProgettoModificato);
+    // The end of the program asks as well.
+    scrivi("Neri");
+    macchina.Risposte = {Answer::Yes, Answer::Cancel};
+    finestra->close();
+    EXPECT_TRUE(finestra->isVisible());
+    EXPECT_EQ(DatiProgetto.AutoreProgetto, "Neri");
+}
+
+TEST_F(Finestra, OpensTheAnalysisThatTheRecentListChoosesAndCommandsInsideItComeBehindIt) {
+    fs::copy(fs::path(LAPVANE_BIN_DIR) / "sample", macchina.Cartella / "sample");
+    for (const bool veloce : {true, false}) {
+        prova::Scrivi(macchina.Cartella / "RecentFiles.ini", veloce ? "1\r\n" : "0\r\n");
+        macchina.Lingua = -1;
+        std::string tabella = prova::Leggi(macchina.Cartella / "LANGUAGES.DAT");
+        tabella[0] = veloce ? '0' : '1';
+        prova::Scrivi(macchina.Cartella / "LANGUAGES.DAT", tabella);
+        Apri(veloce ? 0 : 1);
+        EXPECT_EQ(macchina.Lingua, veloce ? 0 : 1);
+        macchina.FileScelti = {macchina.Cartella / "sample" / "Esempio.csv"};
+        std::string aperta;
+        QTimer guardia;
+        QObject::connect(&guardia, &QTimer::timeout, [&] {
+            auto* dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialogo == nullptr) return;
+            aperta = dialogo->metaObject()->className();
+            dialogo->close();
+        });
+        guardia.start(10);
+        // Asked for inside the command, before its window stands in front of the main one.
+        bool chiesto = false;
+        macchina.DuranteEventi = [&] {
+            if (!AnalisiInCorso || std::exchange(chiesto, true)) return;
+            if (veloce) {
+                QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
+            } else {
+                finestra->close();
+            }
+            EXPECT_FALSE(Pulsante("SaveAs")->isEnabled());
+            EXPECT_TRUE(finestra->isVisible());
+        };
+        QTest::mouseClick(Pulsante("Analize"), Qt::LeftButton);
+        EXPECT_TRUE(chiesto);
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return veloce ? Pulsante("SaveAs")->isEnabled() : !finestra->isVisible();
+        })) << "what was asked for inside the command was lost";
+        EXPECT_EQ(aperta, veloce ? "lapvane::frmAnalisiDatiSpeed" : "lapvane::frmAnalisiDati");
+    }
 }
 
 TEST_F(Finestra, ClosingInsideAScanStopsInOrderBehindIt) {
@@ -260,7 +434,7 @@ TEST_F(Finestra, DownloadByMouseEndsInTheSaveDialog) {
     QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
     EXPECT_EQ(viste, 1);
     EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
-    EXPECT_FALSE(Voce("mnuSaveData")->isEnabled());
+    EXPECT_FALSE(VoceMenu("mnuSaveData")->isEnabled());
 }
 
 TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
@@ -293,7 +467,7 @@ TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     EXPECT_EQ(macchina.Mostrati.back().Testo,
               Testo(Voce::ScaricoManca) + "\r\n\r\n" + Testo(Voce::ScaricoFine) + " 512 / 2560");
     EXPECT_TRUE(macchina.RichiesteFile.back().Name.string().ends_with(" partial.csv"));
-    EXPECT_TRUE(Voce("mnuSaveData")->isEnabled());
+    EXPECT_TRUE(VoceMenu("mnuSaveData")->isEnabled());
     EXPECT_FALSE(Pulsante("SaveData")->isEnabled());
 }
 

@@ -45,6 +45,7 @@ void PlatformProva::DoEvents(int waitMs) {
 Answer PlatformProva::MsgBox(const std::string& text, Buttons buttons, Icon icon,
                              const std::string& title) {
     Mostrati.push_back({text, buttons, icon, title});
+    if (AlBox) AlBox();
     if (Risposte.empty()) {
         if (!BoxLiberi) ADD_FAILURE() << "unexpected message box: " << text;
         return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
@@ -126,6 +127,19 @@ void PrincipaleProva::ImmaginePannello(Pannello pannello, int immagine) {
 void PrincipaleProva::MostraFileRecente(int indice, const std::filesystem::path& percorso) {
     ASSERT_EQ(static_cast<std::size_t>(indice), Recenti.size());
     Recenti.push_back(percorso);
+}
+void PrincipaleProva::QuandoLibero(const void* chi, std::function<void()> azione) {
+    if (!PollAttivo) return azione();
+    for (const auto& attesa : inAttesa_) {
+        if (chi != nullptr && attesa.first == chi) return;
+    }
+    inAttesa_.emplace_back(chi, std::move(azione));
+}
+void PrincipaleProva::FinePoll() {
+    PollAttivo = false;
+    for (auto attese = std::exchange(inAttesa_, {}); !attese.empty(); attese.pop_front()) {
+        attese.front().second();
+    }
 }
 SerialControl& PrincipaleProva::SerialComm() {
     if (Seriale == nullptr) throw std::logic_error("no serial control in this test");

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Platform.h"
@@ -69,6 +71,8 @@ class PlatformProva : public Platform {
     /// Runs inside each DoEvents: the handler of a click, a port that vanishes ...
     std::function<void()> DuranteEventi;
     int ChiamateEventi = 0;
+    /// Runs while a message box is shown.
+    std::function<void()> AlBox;
 };
 
 /// A main window that writes down what it is told.
@@ -82,11 +86,14 @@ class PrincipaleProva : public Principale {
     void AbilitaTitolo(Titolo titolo, bool acceso) override;
     void TestoPannello(Pannello pannello, const std::string& testo) override;
     void ImmaginePannello(Pannello pannello, int immagine) override;
+    void AbilitaPannello(Pannello pannello, bool acceso) override {
+        Accesi_[static_cast<std::size_t>(pannello)] = acceso;
+    }
     void NascondiFileRecenti() override { Recenti.clear(); }
     void MostraFileRecente(int indice, const std::filesystem::path& percorso) override;
     SerialControl& SerialComm() override;
-    bool RinunciaAttesa() override { return Rinuncia && Rinuncia(); }
-    void QuandoLibero(std::function<void()> azione) override { azione(); }
+    bool RinunciaAttesa(int) override { return Rinuncia && Rinuncia(); }
+    void QuandoLibero(const void* chi, std::function<void()> azione) override;
 
     bool Menu(Comando comando) const { return Menu_[static_cast<std::size_t>(comando)]; }
     bool Pulsante(Comando comando) const { return Pulsanti_[static_cast<std::size_t>(comando)]; }
@@ -94,12 +101,17 @@ class PrincipaleProva : public Principale {
     std::string Testo(Pannello pannello) const {
         return Testi_[static_cast<std::size_t>(pannello)];
     }
+    bool Acceso(Pannello pannello) const { return Accesi_[static_cast<std::size_t>(pannello)]; }
     int Immagine(Pannello pannello) const { return Immagini_[static_cast<std::size_t>(pannello)]; }
 
     std::vector<std::filesystem::path> Recenti;
     /// Every text that a panel showed, in order ("4:Connecting COM1...").
     std::vector<std::string> Storia;
     std::function<bool()> Rinuncia;
+    /// While the poll waits what is asked for waits too, as in the real main window; the end of the
+    /// poll runs it.
+    bool PollAttivo = false;
+    void FinePoll();
     SerialControl* Seriale = nullptr;
 
  private:
@@ -108,6 +120,8 @@ class PrincipaleProva : public Principale {
     bool Titoli_[8] = {};
     std::string Testi_[8];
     int Immagini_[8] = {};
+    std::array<bool, 8> Accesi_ = {true, true, true, true, true, true, true, true};
+    std::deque<std::pair<const void*, std::function<void()>>> inAttesa_;
 };
 
 /// Puts every process-wide record and flag back to that of a fresh process.

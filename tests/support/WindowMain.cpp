@@ -4,6 +4,7 @@
 #include <QLocale>
 
 #include "tools/support/QuietQt.h"
+#include "widgets/TastoInvio.h"
 
 int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -11,6 +12,7 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
+    const lapvane::TastoInvio invio;  // as the main window has it
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -33,6 +33,7 @@ class CountingView : public VistaDiagnostica {
     void ValoreCampo(int, const std::string& text) override { Fields += text.empty() ? 0 : 1; }
     void Allarme(int, bool) override { ++Lamps; }
     void ValoreAnalogico(int, const std::string& text) override { Inputs += text.empty() ? 0 : 1; }
+    void Letto(GruppoLive, bool) override {}
     bool Visibile() const override { return true; }
     int Fields = 0, Lamps = 0, Inputs = 0;
 };

@@ -14,6 +14,7 @@ struct Options {
     int Count = 2000;           ///< exchanges of each kind
     int RealSeconds = 30;       ///< exchanges on real time
     int Kills = 200;            ///< of each kind of save
+    int Silent = 10;            ///< rounds beside ports that never answer
     int Laps = 14;              ///< of the session whose download is pulled
     std::filesystem::path Bin;  ///< the built program's folder: language table, sensors, tracks
 };
@@ -62,6 +63,7 @@ int OpenFiles();
 /// The parts of the soak; each prints its table. Faults are counted.
 void SoakLink(const Options& options, Faults& faults);
 void SoakPull(const Options& options, Faults& faults);
+void SoakSilent(const Options& options, Faults& faults);
 void SoakKill(const Options& options, Faults& faults, int argc, char** argv);
 
 }  // namespace lapvane::soak

@@ -65,26 +65,32 @@ namespace {
 
 int Usage() {
     std::fprintf(stderr,
-                 "usage: soak [link] [pull] [kill] [option ...]\n"
+                 "usage: soak [link] [pull] [silent] [kill] [option ...]\n"
                  "  link             exchanges with an instrument that misbehaves\n"
                  "  pull             downloads that break off\n"
+                 "  silent           the program beside ports that never answer\n"
                  "  kill             saves that are killed\n"
-                 "                   without any of them: all three\n"
+                 "                   without any of them: all of them\n"
                  "  --first N        numbers by chance begin with N (1)\n"
                  "  --count N        exchanges of each kind (2000)\n"
                  "  --real SECONDS   exchanges on real time (30)\n"
                  "  --laps N         laps of the session that is downloaded (14)\n"
+                 "  --silent N       rounds beside such ports (10)\n"
                  "  --kills N        kills of each kind of save (200)\n");
     return 2;
 }
 
 int Main(int argc, char** argv) {
     Options options;
-    bool link = false, pull = false, kill = false;
+    bool link = false, pull = false, silent = false, kill = false;
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
-        if (argument == "link" || argument == "pull" || argument == "kill") {
-            (argument == "link" ? link : argument == "pull" ? pull : kill) = true;
+        if (argument == "link" || argument == "pull" || argument == "silent" ||
+            argument == "kill") {
+            (argument == "link"     ? link
+             : argument == "pull"   ? pull
+             : argument == "silent" ? silent
+                                    : kill) = true;
             continue;
         }
         const auto number = i + 1 < argc ? LeggiIntero(argv[i + 1]) : std::nullopt;
@@ -98,13 +104,15 @@ int Main(int argc, char** argv) {
             options.RealSeconds = *number;
         } else if (argument == "--laps") {
             options.Laps = *number;
+        } else if (argument == "--silent") {
+            options.Silent = *number;
         } else if (argument == "--kills") {
             options.Kills = *number;
         } else {
             return Usage();
         }
     }
-    if (!link && !pull && !kill) link = pull = kill = true;
+    if (!link && !pull && !silent && !kill) link = pull = silent = kill = true;
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
     // Without a login Qt complains in each process about folders that are of no use here.
     ::setenv("QT_LOGGING_RULES", "default.warning=false", 0);
@@ -115,6 +123,7 @@ int Main(int argc, char** argv) {
     QApplication application(argc, argv);
     if (link) SoakLink(options, faults);
     if (pull) SoakPull(options, faults);
+    if (silent) SoakSilent(options, faults);
     if (faults.Number() != 0) {
         std::printf("\n%d faults\n", faults.Number());
         return 1;

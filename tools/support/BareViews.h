@@ -66,14 +66,15 @@ class BareMainWindow : public Principale {
     void AbilitaTitolo(lapvane::Titolo, bool) override {}
     void TestoPannello(Pannello, const std::string&) override {}
     void ImmaginePannello(Pannello, int) override {}
+    void AbilitaPannello(Pannello, bool) override {}
     void NascondiFileRecenti() override {}
     void MostraFileRecente(int, const std::filesystem::path&) override {}
     SerialControl& SerialComm() override {
         if (port_ == nullptr) throw std::logic_error("no serial control here");
         return *port_;
     }
-    bool RinunciaAttesa() override { return false; }
-    void QuandoLibero(std::function<void()> action) override { action(); }
+    bool RinunciaAttesa(int) override { return false; }
+    void QuandoLibero(const void*, std::function<void()> action) override { action(); }
 
  private:
     SerialControl* port_;

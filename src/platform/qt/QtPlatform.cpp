@@ -12,6 +12,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QThread>
 #include <QTimer>
@@ -62,6 +63,29 @@ QString Breakable(const QString& text) {
     return broken;
 }
 
+/// The window over which a box or a dialog of the program stands; null at the start.
+QWidget* WindowBelow() {
+    // The splash goes as soon as something else has the keyboard: nothing stands over it.
+    const auto stays = [](const QWidget* window) {
+        return window != nullptr && window->isVisible() &&
+               !window->windowFlags().testFlag(Qt::FramelessWindowHint);
+    };
+    if (stays(QApplication::activeWindow())) return QApplication::activeWindow();
+    // Another program may be in front.
+    if (stays(QApplication::activeModalWidget())) return QApplication::activeModalWidget();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (stays(window) && window->windowType() == Qt::Window) return window;
+    }
+    return nullptr;
+}
+
+/// Without a window below it stands in the middle of the screen.
+void PlaceAlone(QDialog& dialog) {
+    if (dialog.parentWidget() != nullptr || dialog.screen() == nullptr) return;
+    dialog.adjustSize();
+    dialog.move(dialog.screen()->availableGeometry().center() - dialog.rect().center());
+}
+
 /// A file dialog that takes no name in a folder that is not there.
 class FileDialog : public QFileDialog {
  public:
@@ -88,6 +112,20 @@ class FileDialog : public QFileDialog {
 };
 
 }  // namespace
+
+QString FormatoGenerale(const QDateTime& quando, const QLocale& paese) {
+    QString data = paese.dateFormat(QLocale::ShortFormat);
+    if (!data.contains(QLatin1String("yyyy"))) {
+        data.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+    }
+    // The long format of the time is the one with seconds; the zone is none of the general format.
+    QString ora = paese.timeFormat(QLocale::LongFormat).remove(QLatin1Char('t'));
+    QString testo = paese.toString(quando.date(), data) + QLatin1Char(' ') +
+                    paese.toString(quando.time(), ora.trimmed());
+    // Some locales set a blank that no code page has before AM and PM.
+    for (const char16_t blank : {u'\u00A0', u'\u202F'}) testo.replace(QChar(blank), u' ');
+    return testo.simplified();
+}
 
 QString PercorsoInQt(const std::filesystem::path& path) {
 #ifdef Q_OS_WIN
@@ -147,7 +185,7 @@ void QtPlatform::DoEvents(int waitMs) {
 
 Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
                           const std::string& title) {
-    QMessageBox box(QApplication::activeWindow());
+    QMessageBox box(WindowBelow());
     box.setIcon(BoxIcon(icon));
     box.setWindowTitle(InQt(title));
     box.setTextFormat(Qt::PlainText);
@@ -166,6 +204,7 @@ Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
             break;
     }
     // A box that reports the end of long work must not sit under the busy pointer.
+    PlaceAlone(box);
     const bool wasBusy = busy_;
     MousePointer(Pointer::Normal);
     const int answer = box.exec();
@@ -183,7 +222,7 @@ Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
 }
 
 std::optional<std::filesystem::path> QtPlatform::AskFile(const FileRequest& request, bool save) {
-    FileDialog dialog(QApplication::activeWindow(), InQt(request.Title));
+    FileDialog dialog(WindowBelow(), InQt(request.Title));
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
@@ -217,7 +256,7 @@ std::optional<std::filesystem::path> QtPlatform::AskSave(const FileRequest& requ
 }
 
 std::optional<Colore> QtPlatform::AskColor(Colore initial) {
-    const QColor chosen = QColorDialog::getColor(InQColor(initial), QApplication::activeWindow());
+    const QColor chosen = QColorDialog::getColor(InQColor(initial), WindowBelow());
     if (!chosen.isValid()) return std::nullopt;
     return DaQColor(chosen);
 }
@@ -245,9 +284,7 @@ std::string QtPlatform::ExeName() {
 }
 
 std::string QtPlatform::Now() {
-    const QDateTime now = QDateTime::currentDateTime();
-    return DaQt(QLocale::system().toString(now.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
-                now.time().toString(QStringLiteral("HH:mm:ss")));
+    return DaQt(FormatoGenerale(QDateTime::currentDateTime(), QLocale::system()));
 }
 
 char QtPlatform::DecimalSeparator() {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QDateTime>
 #include <QElapsedTimer>
+#include <QLocale>
 #include <QTranslator>
 #include <QWidget>
 
@@ -40,6 +42,9 @@ class QtPlatform : public Platform {
     bool busy_ = false;
     bool italianOn_ = false;
 };
+
+/// Date and time in the general format of a locale, the year with four digits.
+QString FormatoGenerale(const QDateTime& quando, const QLocale& paese);
 
 /// Conversions of paths and colours at the border of the windows.
 QString PercorsoInQt(const std::filesystem::path& path);
