@@ -251,6 +251,10 @@ class LinkSoak {
             Fail("download", how, std::string("a run-time error: ") + error.what());
         }
         const int asked = machine_.TheLine.Requests(14) - requests;
+        // What was lost is summed up once, at the end.
+        const bool lost = !machine_.Boxes.empty() &&
+                          machine_.Boxes.back().rfind(Testo(Voce::ScaricoManca), 0) == 0;
+        if (lost) machine_.Boxes.pop_back();
         const int boxes = static_cast<int>(machine_.Boxes.size());
         downloads_.Exchanges += asked;
         const int hit = machine_.TheLine.Hits() - hits;
@@ -281,6 +285,10 @@ class LinkSoak {
         }
         if (all.empty() && (NumBlocchi != kBlocks || undetected != 0)) {
             Fail("download", how, "a clean download is not whole");
+        }
+        if (all.empty() ? lost : !view.Open && !lost) {
+            Fail("download", how,
+                 lost ? "a clean download tells of a loss" : "a loss was not told");
         }
         for (int lap = 1; lap <= 100; ++lap) {
             const RecordGiro real = DecodificaRecordGiro(
