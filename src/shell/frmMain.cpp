@@ -84,6 +84,9 @@ frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
     CostruisciBarra();
     CostruisciStato();
     setCentralWidget(new Sfondo(this));
+    // Else the first button of the bar would have it, and an Enter too many behind a dialog would
+    // be New. A button gets it by Tab alone.
+    centralWidget()->setFocus();
     resize(1180, 720);
     tmrComm_.setSingleShot(true);
     tmrComm_.setTimerType(Qt::PreciseTimer);

@@ -150,8 +150,12 @@ TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
     EXPECT_EQ(prova::Leggi(macchina.Cartella / "LANGUAGES.DAT").substr(0, 3), "0\r\n");
 }
 
-TEST_F(Finestra, PrintDoesNothing) {
+TEST_F(Finestra, PrintAndAnEnterTooManyDoNothing) {
     Apri();
+    // Nor does an Enter too many behind a dialog.
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(Pulsante("SaveAs")->isEnabled()) << "it was New";
     QTest::mouseClick(Pulsante("Print"), Qt::LeftButton);
     EXPECT_EQ(Pannello(3), "");
 }
