@@ -142,8 +142,9 @@ void frmMain::CostruisciMenu() {
                 recenti_[i]->setObjectName(QStringLiteral("mnuRecentFiles%1").arg(i));
                 connect(recenti_[i], &QAction::triggered, this, [this, i] {
                     Protetto([this, i] {
-                        Comandato(recenti_[i], [this, i] {
-                            Apri([i] { mnuRecentFiles_Click(static_cast<int>(i)); });
+                        // The list may have another order when its turn comes.
+                        Comandato(recenti_[i], [this, scelto = ListaRecenti[i]] {
+                            Apri([&scelto] { ApriRecente(scelto); });
                         });
                     });
                 });

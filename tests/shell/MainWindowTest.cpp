@@ -247,6 +247,27 @@ TEST_F(Finestra, DialogThatClosesInsideAScanIsNotHeldAndCommandsBehindItAllCome)
     EXPECT_TRUE(macchina.Mostrati.empty()) << "New came behind the close box";
 }
 
+TEST_F(Finestra, RecentEntryAskedForDuringAPollOpensWhatItShowed) {
+    Apri();
+    porta->Porte = {{1, true}};
+    mnuNew_Click();
+    for (const char* nome : {"c", "b", "a"}) {
+        PercorsoProgetto = macchina.Cartella / (std::string(nome) + ".pro");
+        DatiProgetto.NomeProgetto = nome;
+        SalvaProgetto();
+        FileRecenteScelto = PercorsoProgetto;
+        mnuOpen_Click();
+    }
+    bool chiesto = false;
+    macchina.DuranteEventi = [&] {
+        if (std::exchange(chiesto, true)) return;
+        VoceMenu("mnuRecentFiles2")->trigger();  // c, which moves the others down
+        VoceMenu("mnuRecentFiles1")->trigger();  // b
+    };
+    finestra->AvviaSorveglianza();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Pannello(1) == "b"; })) << Pannello(1);
+}
+
 TEST_F(Finestra, CommandThatIsOffBehindThePollIsRefusedInWords) {
     Apri();
     porta->PortOpen(true);
