@@ -58,6 +58,9 @@ apt_get() {
     rm -f "$errors"
 }
 
+# Pictures look the same whatever fonts the machine has.
+use_picture_font() { export FONTCONFIG_FILE=$PWD/tests/fonts/dejavu.conf; }
+
 # build PRESET [TARGET ...]
 build() {
     local preset=$1

@@ -6,5 +6,6 @@ preset=${1:-release}
 install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_RUN[@]}" "${PACKAGES_MANUAL[@]}"
 rm -f build/"$preset"/tours/*.stamp
 build "$preset" tour lapvane-instrument lapvane_data makemanual
+use_picture_font
 timeout 400 cmake --build --preset "$preset" --target manual
 echo "The manual: $PWD/build/$preset/manual/index.html"

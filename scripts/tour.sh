@@ -5,6 +5,7 @@ source "$(dirname "$0")/common.sh"
 preset=${1:-release}
 rm -rf out
 mkdir -p out
+use_picture_font
 QT_QPA_PLATFORM=offscreen timeout 300 "build/$preset/bin/tour" out
 echo "The tour left in out/:"
 ls out

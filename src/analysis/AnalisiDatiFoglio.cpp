@@ -15,6 +15,7 @@ namespace lapvane {
 namespace fs = std::filesystem;
 
 bool AnalisiDatiFoglio::Carica() {
+    Ripara(NomeFileDati);
     const PuntatoreOccupato occupato;
     IniziaCaricamento();
     CaricaFoglio(Piano::Dati, NomeFileDati);

@@ -21,7 +21,6 @@ namespace {
 constexpr std::string_view kVersione16Campi = "1.4";
 constexpr int kCampiLaterali = 10;
 constexpr std::int32_t kRigheSenzaProgresso = 1000;
-constexpr std::size_t kTitoloMassimo = 255;  // characters; no heading of a log comes near
 
 int Percento(std::int32_t riga, std::int32_t totale) {
     return ConvertiInt16(static_cast<double>(riga) / static_cast<double>(totale) * 100.0);
@@ -30,6 +29,7 @@ int Percento(std::int32_t riga, std::int32_t totale) {
 }  // namespace
 
 bool AnalisiDatiSpeed::Carica() {
+    Ripara(NomeFileDati);
     Cartella = NomeFileDati.parent_path();
     NomeCsv = NomeFileDati.filename();
     if (!CercaFileLaterale()) return false;

@@ -7,6 +7,9 @@
 
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
+#include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {
@@ -85,7 +88,22 @@ bool LettoreDati::LeggiRiga(std::span<double* const> colonne, std::int32_t riga)
 }
 
 std::string LeggiLog(const std::filesystem::path& percorso) {
+    constexpr std::size_t kInizio = std::size_t{1} << 16;
+    constexpr std::uintmax_t kGrande = std::uintmax_t{16} << 20;
     try {
+        // A huge file without a line in all its beginning is no log: nobody waits for it to be
+        // read.
+        std::error_code ignorato;
+        const std::uintmax_t byte = std::filesystem::file_size(percorso, ignorato);
+        if (!ignorato && byte > kGrande) {
+            const std::string inizio = LeggiFile(percorso, "reading the log", kInizio);
+            if (inizio.find_first_of("\r\n") == std::string::npos ||
+                inizio.find('\0') != std::string::npos) {
+                platform().MsgBox(TestoDaPercorso(percorso) + "\r\n" + Testo(Voce::NonUnLog),
+                                  Buttons::Ok, Icon::Critical, platform().ExeName());
+                return {};
+            }
+        }
         return LeggiFile(percorso, "reading the log");
     } catch (const ErroreRuntime&) {
         return {};

@@ -8,6 +8,8 @@
 
 namespace lapvane {
 
+constexpr std::size_t kTitoloMassimo = 255;  ///< characters; no heading of a log comes near
+
 /// Reads a file of numbers with a heading line and fields delimited by ";", straight from its
 /// bytes. Lines end with LF or CR LF (or CR alone, where the file has no LF). A decimal point and a
 /// decimal comma are both understood. The text must outlive the reader.
@@ -33,7 +35,8 @@ class LettoreDati {
     char aCapo_ = '\n';
 };
 
-/// The file's bytes; empty if it cannot be read, which shows as a log without rows.
+/// The file's bytes; empty if it cannot be read, which shows as a log without rows. A huge file
+/// that has no lines is not read, with a message.
 std::string LeggiLog(const std::filesystem::path& percorso);
 
 }  // namespace lapvane

@@ -30,7 +30,7 @@ void TabellaFoglio::CaricaFile(Piano piano, std::string_view testo,
         std::max<int>(foglio.NumeroColonne, piano == Piano::Laterale ? kColonnaGiro : 0);
     for (int c = 1; c <= std::min(numero, kUltimoCanale); ++c) {
         const std::size_t fine = std::min(titolo.find(';'), titolo.size());
-        foglio.Titoli.emplace_back(titolo.substr(0, fine));
+        foglio.Titoli.emplace_back(titolo.substr(0, std::min(fine, kTitoloMassimo)));
         titolo.remove_prefix(std::min(fine + 1, titolo.size()));
         foglio.Colonne.emplace_back(static_cast<std::size_t>(record), 0.0);
         destinazioni.push_back(foglio.Colonne.back().data());

@@ -135,6 +135,7 @@ void frmAnalisi::StampaGrafico() {
     if (panoramica) {
         // Each line has its name beside it; the frame with the legend is not on the paper.
         std::vector<LivelloGrafico> livelli;
+        livelli.reserve(kNumAllarmi);
         for (int k = 0; k < kNumAllarmi; ++k) {
             livelli.push_back({2.0 * k + 1.5, kColoriAllarmi[static_cast<std::size_t>(k)],
                                Testo(kPrimoTestoAllarme + k)});

@@ -180,6 +180,7 @@ void Scarico::ScaricaLog() {
     NumBlocchi = 0;
     BlocchiLog.clear();
     LogDaSalvare = false;
+    LogParziale = true;  // until the end is reached
     falliti_ = 0;
     letti_ = 0;
     pagineScartate_ = 0;

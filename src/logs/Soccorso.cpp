@@ -158,7 +158,9 @@ void RiprendiProgetto(const Parti& parti) {
     principale().Abilita(Comando::SaveAs, true);
     principale().Abilita(Comando::ReadDev, true);
     principale().Abilita(Comando::ProgDev, conFile);
-    principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto);
+    principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto.empty()
+                                                       ? Testo(131)
+                                                       : DatiProgetto.NomeProgetto);
     principale().TestoPannello(Pannello::Percorso,
                                conFile ? TestoDaPercorso(PercorsoProgetto) : std::string());
 }
@@ -261,6 +263,7 @@ std::optional<ContenutoSoccorso> GuardaSoccorso(std::string_view testo) {
     if (contenuto.NomeProgetto.empty()) {
         contenuto.NomeProgetto = TestoDaPercorso(PercorsoDaRiga(Scoperto(parti->Di("path"))));
     }
+    if (contenuto.NomeProgetto.empty()) contenuto.NomeProgetto = Testo(131);
     if (!contenuto.Progetto && contenuto.Blocchi == 0) return std::nullopt;
     return contenuto;
 }
@@ -319,6 +322,10 @@ void OffriSoccorso() {
 
 void ConcludiSoccorso() {
     if (!ProgettoModificato) FineSoccorso();
+}
+
+void LasciaSoccorso(bool nonSalvato) {
+    if (nonSalvato) fileRipreso.clear();
 }
 
 void FineSoccorso() {

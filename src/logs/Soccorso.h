@@ -27,8 +27,12 @@ void OffriSoccorso();
 /// Behind each save: the file that was taken back goes when nothing is unsaved any more.
 void ConcludiSoccorso();
 
-/// At the program's orderly end, when the person has been asked about the project: it goes unless its
-/// log is not saved.
+/// Before another project, or another download, takes the place of what is not saved: the file that
+/// was taken back stays and is offered again at the next start.
+void LasciaSoccorso(bool nonSalvato);
+
+/// At the program's orderly end, when the person has been asked about the project: it goes unless
+/// its log is not saved.
 void FineSoccorso();
 
 /// The text of such a file, made from the project and the download buffers of this moment;

@@ -22,6 +22,7 @@ constexpr std::string_view kScrittura = "writing the list of recent files";
 
 // No system has longer paths: a line that is longer is none.
 constexpr std::size_t kRigaMassima = 32767;
+constexpr std::size_t kByteMassimi = std::size_t{16} << 20;
 
 std::filesystem::path File() {
     return platform().AppPath() / "RecentFiles.ini";
@@ -73,7 +74,7 @@ std::string Componi() {
 }  // namespace
 
 void LeggiFileRecenti() {
-    Leggi(LeggiFile(File(), kLettura));
+    Leggi(LeggiFile(File(), kLettura, kByteMassimi));
 }
 
 void ScriviFileRecenti() {

@@ -42,23 +42,10 @@ std::optional<fs::path> FileUguale(const fs::path& file) {
     return trovato;
 }
 
-/// The lines of a sensor file that come before its points.
-std::string Testata(std::string_view tipo, const std::string& nome) {
-    constexpr int kRigheTestata = 4;
-    const std::string intero = TestoSensore(tipo, nome, {}, {});
-    std::size_t fine = 0;
-    for (int i = 0; i < kRigheTestata; ++i) fine = intero.find('\n', fine) + 1;
-    return intero.substr(0, fine);
-}
-
 enum class Esito { Salvato, Annullato, Fallito };
 
 Esito Scrivi(std::string_view tipo, const std::string& utf8, const TabellaPunti& tabella,
              const std::string& percorso, std::string& motivo) {
-    if (!NomeAmmesso(utf8)) {
-        motivo = Testo(Voce::MotivoNome);
-        return Esito::Fallito;
-    }
     const std::string nome = Utf8In1252(utf8);
     const fs::path file = PercorsoDaTesto(nome + std::string(kEstensione));
     try {
@@ -70,13 +57,6 @@ Esito Scrivi(std::string_view tipo, const std::string& utf8, const TabellaPunti&
         }
         // The file that the question was about is the one that is replaced.
         const fs::path dove = vecchio.value_or(CartellaSensori() / file);
-        if (tabella.NumPuntiTabella() <= 0) {
-            // Kept: without a row in use the file stops behind its heading. A sensor that was there
-            // stays whole.
-            motivo = Testo(Voce::MotivoSenzaPunti);
-            if (!vecchio) ScriviFile(dove, Testata(tipo, nome), "writing a sensor file");
-            return Esito::Fallito;
-        }
         ScriviSensore(dove, tipo, nome, tabella.AsseX(), tabella.AsseY());
         return Esito::Salvato;
     } catch (const ErroreRuntime& errore) {
@@ -117,6 +97,15 @@ bool SalvaSensore(std::string_view tipo, const std::string& nome, const TabellaP
     }
     const std::string percorso =
         TestoDaPercorso(CartellaSensori() / "") + Utf8In1252(nome) + std::string(kEstensione);
+    // Nothing is written of what could not be read again: no empty sensor, none outside the
+    // library.
+    const bool ammesso = NomeAmmesso(nome);
+    if (!ammesso || tabella.NumPuntiTabella() <= 0) {
+        platform().MsgBox(Testo(ammesso ? Voce::MotivoSenzaPunti : Voce::MotivoNome) + "\r\n\"" +
+                              Utf8In1252(nome) + "\"\r\n\r\n" + Testo(Voce::SensoreNonSalvato),
+                          Buttons::Ok, Icon::Critical, titolo);
+        return false;
+    }
     std::string motivo;
     const Esito esito = Scrivi(tipo, nome, tabella, percorso, motivo);
     if (esito == Esito::Fallito) {

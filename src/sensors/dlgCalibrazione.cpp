@@ -10,6 +10,7 @@
 #include "platform/qt/TestoQt.h"
 #include "sensors/frmScambio.h"
 #include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
 #include "shell/Principale.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -56,8 +57,10 @@ dlgCalibrazione::dlgCalibrazione(TabellaPunti& tabella, std::function<void()> mo
     setWindowTitle(InQt(Testo(252)));
     Disponi();
     Descrivi(FaseIniziale());
-    TieniPosto(Label1_);
-    TieniPosto(txtLitri_);
+    for (QWidget* parte : {static_cast<QWidget*>(Label1_), static_cast<QWidget*>(txtLitri_),
+                           static_cast<QWidget*>(lblLitri_)}) {
+        TieniPosto(parte);
+    }
     OKButton_->setFocus();
 }
 
@@ -111,10 +114,19 @@ void dlgCalibrazione::Disponi() {
     parti->setSpacing(12);
     parti->addWidget(lblTitolo);
     parti->addWidget(lblDescrizioneFase_, 1);
+    lblLitri_ = new QLabel(QStringLiteral("l"), corpo_);
+    lblLitri_->setObjectName(QStringLiteral("lblLitri"));
+    lblValore_ = new QLabel(corpo_);
+    lblValore_->setObjectName(QStringLiteral("lblValore"));
+    QFont evidente = lblValore_->font();
+    evidente.setBold(true);
+    lblValore_->setFont(evidente);
     auto* litri = new QHBoxLayout;
     litri->addWidget(Label1_);
     litri->addWidget(txtLitri_);
+    litri->addWidget(lblLitri_);
     litri->addStretch(1);
+    litri->addWidget(lblValore_);
     parti->addLayout(litri);
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(24, 20, 24, 16);
@@ -148,6 +160,12 @@ void dlgCalibrazione::Descrivi(const std::string& fase) {
     lblDescrizioneFase_->setText(InQt(fase));
 }
 
+void dlgCalibrazione::MostraLitri(bool mostra) {
+    txtLitri_->setVisible(mostra);
+    Label1_->setVisible(mostra);
+    lblLitri_->setVisible(mostra);
+}
+
 void dlgCalibrazione::AbilitaStrumento(bool presente) {
     OKButton_->setEnabled(presente && !calibrazione_.Piena());
 }
@@ -155,8 +173,7 @@ void dlgCalibrazione::AbilitaStrumento(bool presente) {
 void dlgCalibrazione::OKButton_Click() {
     const bool primo = calibrazione_.NumeroPunto() == 0;
     Descrivi(FaseSeguente());
-    txtLitri_->show();
-    Label1_->show();
+    MostraLitri(true);
     calibrazione_.StatoCalibrazione = 1;
     {
         ScambioInCorso scambio(*this, {corpo_, OKButton_, cmdFineProcedura_}, kFase, 0, nullptr,
@@ -167,8 +184,7 @@ void dlgCalibrazione::OKButton_Click() {
     if (ErroreComunicazione) {
         // The value of the step before would be a point that nobody measured.
         Descrivi(FaseFallita(primo ? FaseIniziale() : FaseSeguente()));
-        txtLitri_->setVisible(!primo);
-        Label1_->setVisible(!primo);
+        MostraLitri(!primo);
         if (primo) {
             OKButton_->setFocus();
         } else {
@@ -181,6 +197,10 @@ void dlgCalibrazione::OKButton_Click() {
     const std::string litri = Calibrazione::SistemaLitri(DaQt(txtLitri_->text()));
     txtLitri_->setText(InQt(litri));
     calibrazione_.Misura(litri);
+    // Beside the box where the next litres are typed: what this reading was.
+    lblValore_->setText(InQt(Testo(Voce::UltimaMisura) + " " +
+                             TestoNumero(int{calibrazione_.ValoreBenzina}) + " bit = " + litri +
+                             " l"));
     mostra_();
     if (calibrazione_.Piena()) {
         OKButton_->setEnabled(false);

@@ -38,6 +38,7 @@ class dlgCalibrazione : public QDialog, public Editor {
 
  private:
     void Disponi();
+    void MostraLitri(bool mostra);
     void OKButton_Click();
     void cmdFineProcedura_Click();
     void Descrivi(const std::string& fase);
@@ -46,6 +47,8 @@ class dlgCalibrazione : public QDialog, public Editor {
     std::function<void()> mostra_;
     QWidget* corpo_ = nullptr;
     QLabel* lblDescrizioneFase_ = nullptr;
+    QLabel* lblLitri_ = nullptr;   ///< unit of the litres
+    QLabel* lblValore_ = nullptr;  ///< the last reading
     QLabel* Label1_ = nullptr;
     QLineEdit* txtLitri_ = nullptr;
     QPushButton* OKButton_ = nullptr;

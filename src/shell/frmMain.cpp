@@ -498,16 +498,19 @@ void frmMain::Apri(const std::function<void()>& comando) {
         }
         if (ProgettoModificato) return;
     }
+    LasciaSoccorso(ProgettoModificato);
     comando();
 }
 
 void frmMain::ScaricaDati() {
+    LasciaSoccorso(LogDaSalvare);
     AzzeraBufferLog();
     {
         frmDownload finestra(this);
         finestra.exec();
     }
     mnuSaveData_Click();
+    ConcludiSoccorso();
 }
 
 void frmMain::Analizza() {
@@ -515,7 +518,6 @@ void frmMain::Analizza() {
     const auto scelto = platform().AskOpen(
         {Testo(22), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
     if (!scelto) return;
-    Ripara(*scelto);
     AnalisiInCorso = true;
     platform().DoEvents();
     std::unique_ptr<frmAnalisi> finestra;

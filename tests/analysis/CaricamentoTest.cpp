@@ -23,6 +23,27 @@ LogProva TreGiri() {
 
 using CaricamentoAnalisi = AnalisiProva;
 
+TEST_F(CaricamentoAnalisi, ASaveThatWasCutIsCompletedFirst) {
+    LogProva log;
+    log.Tratto(1, 3).Tratto(2, 11).Tratto(3, 3);
+    log.Tim = "1.4\r\n01:02.30, 1\r\n\r\n";
+    log.Scrivi(Stelo());
+    // Killed between the renames of the first and the second of three new files.
+    std::string marca = "Lapvane save 1\r\n";
+    for (const char* fine : {".txt", ".tim", ".csv"}) {
+        const std::string copia = std::string(".lapvane-copia") + fine;
+        marca += "R\r\nrun" + std::string(fine) + "\r\n" + copia + "\r\n";
+        if (fine != std::string(".csv")) {
+            std::filesystem::rename(ConFine(Stelo(), fine), macchina.Cartella / copia);
+        }
+    }
+    Scrivi(macchina.Cartella / ".lapvane+bfee071f6f5897ec", marca + "end\r\n");
+    ASSERT_TRUE(ApriCsv());
+    EXPECT_TRUE(macchina.Mostrati.empty());
+    EXPECT_EQ(analisi.NumRighe, 17);
+    EXPECT_FALSE(std::filesystem::exists(macchina.Cartella / ".lapvane-copia.txt"));
+}
+
 TEST_F(CaricamentoAnalisi, FillsTableAndNamesAndShowsTheFirstStretch) {
     LogProva log = TreGiri();
     log.Righe[26].Celle[16] = "0,98";

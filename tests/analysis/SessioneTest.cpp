@@ -66,22 +66,6 @@ TEST_F(SessioneAnalisi, MissingFileEmptiesTheSession) {
     EXPECT_TRUE(macchina.Mostrati.empty());
 }
 
-TEST_F(SessioneAnalisi, FileThatIsCutShortKeepsWhatItHas) {
-    const std::string intera = Sessione("x;3;255;2;0;0", "x;5;255;1;0;0");
-    for (const std::size_t righe : {0u, 5u, 9u, 25u}) {
-        SCOPED_TRACE(righe);
-        std::size_t fine = 0;
-        for (std::size_t i = 0; i < righe; ++i) fine = intera.find('\n', fine) + 1;
-        Scrivi(File(), intera.substr(0, fine));
-        ASSERT_TRUE(Apri(Log()));
-        EXPECT_EQ(DatiSessione.Sessione, righe > 0 ? "Prove libere" : "");
-        EXPECT_EQ(DatiProgetto.Veicolo, righe > 5 ? "Alfa 8" : "");
-        EXPECT_EQ(analisi.FiltroCanale[3], righe > 8 ? 3 : 1);
-        EXPECT_EQ(analisi.FiltroCanale[4], righe > 9 ? 5 : 1);
-        EXPECT_EQ(analisi.FiltroCanale[20], 1);
-    }
-}
-
 TEST_F(SessioneAnalisi, IsWrittenOverTheBeginningOfTheOldFile) {
     ASSERT_TRUE(Apri(Log()));
     DatiSessione.Sessione = "Gara";

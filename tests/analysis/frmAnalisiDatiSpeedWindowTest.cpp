@@ -230,15 +230,6 @@ TEST_F(FinestraAnalisi, EscapeClosesAndPutsTheStatusBarBack) {
     EXPECT_EQ(Controllo<GraficoWidget>("NTGraph1")->ElementoCorrente(), 1);
 }
 
-TEST_F(FinestraAnalisi, CloseBoxTakesTheSameRoad) {
-    Mostra();
-    principale.Storia.clear();
-    finestra.close();
-    EXPECT_FALSE(finestra.isVisible());
-    EXPECT_FALSE(AnalisiInCorso);
-    EXPECT_EQ(principale.Storia.size(), 3u);
-}
-
 TEST_F(FinestraAnalisi, MissingSideFileNeverShowsTheWindow) {
     std::filesystem::remove(macchina.Cartella / "run.txt");
     macchina.Risposte = {Answer::Ok, Answer::Ok};
@@ -379,6 +370,8 @@ TEST_F(FinestraAnalisi, ClosesInTheMiddleOfAScroll) {
     Controllo<QPushButton>("cmdScorriDX")->click();
     EXPECT_FALSE(finestra.isVisible());
     EXPECT_FALSE(finestra.Analisi().ScorrimentoAttivo);
+    EXPECT_FALSE(AnalisiInCorso);
+    EXPECT_EQ(principale.Testo(Pannello::Percorso), "") << "the status bar is the project's again";
     EXPECT_TRUE(std::filesystem::exists(macchina.Cartella / "run.ses"));
 }
 

@@ -258,6 +258,7 @@ TEST_F(Scaricamento, SilentSizesDownloadNothing) {
     Muto = [](int comando, const std::string&) { return comando == 37; };
     macchina.Risposte.assign(9, Answer::Ok);
     Scarico(vista).Esegui();
+    ASSERT_EQ(macchina.Mostrati.size(), 9u);
     EXPECT_EQ(macchina.Mostrati[7].Testo, Testo(242)) << "each of the two was asked four times";
     EXPECT_EQ(macchina.Mostrati[8].Testo,
               Perso({Testo(Voce::ScaricoDimensione), Testo(Voce::ScaricoNumeroGiri)}));

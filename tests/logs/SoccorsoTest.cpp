@@ -134,6 +134,19 @@ TEST_F(Soccorso, DeclinedItStaysAndIsNotOfferedAgain) {
     EXPECT_FALSE(ProgettoModificato);
 }
 
+TEST_F(Soccorso, WhatIsReplacedUnsavedIsOfferedAgain) {
+    Lavora();
+    MettiDaParte();
+    Riparti();
+    macchina.Risposte = {Answer::Yes};
+    OffriSoccorso();
+    LasciaSoccorso(LogDaSalvare);  // another download begins ...
+    AzzeraBufferLog();
+    ProgettoModificato = false;  // ... and the project is saved
+    FineSoccorso();
+    EXPECT_EQ(Rimasti().size(), 1u);
+}
+
 TEST_F(Soccorso, CutOrForeignFilesAreNoOffer) {
     Lavora();
     const std::string intero = ScriviSoccorso(true, true);

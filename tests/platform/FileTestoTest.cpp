@@ -195,6 +195,25 @@ TEST(FileTesto, ASetIsOfOneAgeWhereverItIsCut) {
     }
 }
 
+TEST(FileTesto, WhereNothingCanBeMendedTheCopiesAreRead) {
+    PlatformProva macchina;
+    const fs::path cartella = macchina.Cartella / "chiavetta";
+    prova::Scrivi(cartella / "run.txt", "nuovo");  // renamed before the kill
+    prova::Scrivi(cartella / "run.csv", "vecchio");
+    prova::Scrivi(cartella / ".lapvane-c", "nuovo");
+    prova::Scrivi(cartella / ".lapvane+bfee071f6f5897ec",
+                  "Lapvane save 1\r\nR\r\nrun.txt\r\n.lapvane-t\r\nR\r\nrun.csv\r\n.lapvane-c"
+                  "\r\nend\r\n");
+    fs::permissions(cartella, fs::perms{0555});
+    {
+        const prova::SenzaPrivilegi nessuno;
+        EXPECT_EQ(LeggiFile(cartella / "run.csv", "x"), "nuovo");
+        EXPECT_EQ(LeggiFile(cartella / "run.txt", "x"), "nuovo");
+    }
+    fs::permissions(cartella, fs::perms{0777});
+    EXPECT_EQ(prova::Leggi(cartella / "run.csv"), "vecchio");
+}
+
 TEST(FileTesto, ASetThatCantBeWrittenLeavesTheOldOne) {
     PlatformProva macchina;
     const fs::path txt = macchina.Cartella / "run.txt", tim = macchina.Cartella / "run.tim",

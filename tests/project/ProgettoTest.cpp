@@ -418,6 +418,10 @@ class Recenti : public Progetto {
         return file;
     }
     std::string Ini() { return prova::Leggi(macchina.Cartella / "RecentFiles.ini"); }
+    static std::string Utf8(const fs::path& percorso) {
+        const std::u8string utf8 = percorso.u8string();
+        return {reinterpret_cast<const char*>(utf8.data()), utf8.size()};
+    }
     static std::string In1252(const std::vector<fs::path>& percorsi) {
         std::string testo;
         for (const fs::path& p : percorsi) {
@@ -477,7 +481,7 @@ TEST_F(Recenti, PathsThatThePageLacksComeBack) {
     const fs::path a = Nuovo("a.pro");
     Apri(lodz);
     Apri(a);
-    EXPECT_EQ(Ini(), "1\r\n" + In1252({a}) + "\xEF\xBB\xBF" + lodz.string() + "\r\n");
+    EXPECT_EQ(Ini(), "1\r\n" + In1252({a}) + "\xEF\xBB\xBF" + Utf8(lodz) + "\r\n");
     EXPECT_EQ(finestra.Recenti, (std::vector<fs::path>{a, lodz}));
     mnuRecentFiles_Click(1);
     EXPECT_EQ(PercorsoProgetto, lodz);

@@ -202,7 +202,9 @@ TEST(Circuiti, NamesThatThePageLacksAreFoundIfTheyAreAlone) {
     Scrivi(tracks / "\u0143\u00F3d\u017B.trk", "3,4\r\n");
     EXPECT_EQ(FileCircuito(nome, "trk"), fs::path());
     EXPECT_FALSE(LeggiFileTracciato(nome).has_value());
+#ifndef _WIN32
     // A name that really has the question marks comes first.
     Scrivi(tracks / "?\u00F3d?.trk", "5,6\r\n");
     EXPECT_EQ(LeggiFileTracciato(nome), (Punti{{5, 6}}));
+#endif
 }

@@ -210,6 +210,16 @@ TEST_F(DialogoSessione, LengthStaysAsTypedAndOnlyAnotherOneLevelsTheSectors) {
         EXPECT_TRUE(lunghezza->hasFocus());
     }
     EXPECT_EQ(Leggi(tracks / "Valdoro.sec"), file);
+    // Nor does a file's first line that begins with no number leave the length of another circuit.
+    for (const auto& [riga, letta] : {std::pair{"3200 m", "3200"}, {"abc", "0"}}) {
+        Scrivi(tracks / "Quadrato.sec", std::string(riga) + "\r\n3200\r\n");
+        for (const char* circuito : {"Fontebruna", "Quadrato"}) {
+            Batti(C<QComboBox>("cboCircuito"), circuito, Qt::Key_Return);
+        }
+        EXPECT_EQ(DatiSessione.LunghTracciato, letta);
+        EXPECT_EQ(DaQt(lunghezza->text()), letta);
+    }
+    Batti(C<QComboBox>("cboCircuito"), "Valdoro", Qt::Key_Return);
     // A unit behind the number is no matter, and passing through changes nothing.
     Batti(lunghezza, " 3000 m", Qt::Key_Tab);
     EXPECT_EQ(Caselle(), (V{"750", "750", "750", "750"}));

@@ -75,6 +75,8 @@ TEST_F(FinestraCalibrazione, MeasuresATankByKeys) {
         Misura(25.5, false, "25,5");
         EXPECT_EQ(dialogo->StatoCalibrazione(), 1);
         EXPECT_EQ(dialogo->ValoreBenzina(), 448);
+        EXPECT_EQ(DaQt(D<QLabel>("lblValore")->text()),
+                  Testo(Voce::UltimaMisura) + " 448 bit = 25.5 l");
         EXPECT_EQ(dialogo->size(), misura);
         EXPECT_EQ(Riga(2), "448/25.5") << "the table behind it follows";
         EXPECT_EQ(Riga(3), "-/");

@@ -210,10 +210,12 @@ TEST_F(Salvataggio, NamesThatAreNoFileOfTheLibraryAreRefused) {
         EXPECT_FALSE(Salva(nome)) << nome;
         ASSERT_EQ(macchina.Mostrati.size(), 1u) << nome;
         EXPECT_EQ(macchina.Mostrati[0].Testo,
-                  Testo(328) + " " + (Cartella() / "").string() + Utf8In1252(nome) + ".sns " +
-                      Testo(329) + "\r\n\r\n" +
-                      Testo(nome.size() == 300 ? Voce::MotivoNegato : Voce::MotivoNome) + "\r\n" +
-                      Testo(Voce::SensoreNonSalvato));
+                  nome.size() == 300
+                      ? Testo(328) + " " + (Cartella() / "").string() + nome + ".sns " +
+                            Testo(329) + "\r\n\r\n" + Testo(Voce::MotivoNegato) + "\r\n" +
+                            Testo(Voce::SensoreNonSalvato)
+                      : Testo(Voce::MotivoNome) + "\r\n\"" + Utf8In1252(nome) + "\"\r\n\r\n" +
+                            Testo(Voce::SensoreNonSalvato));
         EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
         EXPECT_EQ(macchina.Mostrati[0].Titolo, "Titolo");
         EXPECT_EQ(File(), prima) << nome;
@@ -232,17 +234,19 @@ TEST_F(Salvataggio, NamesThatAreNoFileOfTheLibraryAreRefused) {
     EXPECT_EQ(LibreriaSensori.size(), 1u);
 }
 
-TEST_F(Salvataggio, WithoutARowOnlyTheHeadingOfANewFileRemains) {
+TEST_F(Salvataggio, WithoutARowNothingIsWrittenOrAsked) {
     EXPECT_TRUE(Salva("Buono"));
     const std::string buono = prova::Leggi(Cartella() / "Buono.sns");
+    const auto prima = File();
     tabella.SvuotaTabella();
-    macchina.Risposte = {Answer::Ok};
-    EXPECT_FALSE(Salva("Vuoto"));
-    EXPECT_EQ(macchina.Mostrati[0].Testo.substr(0, Testo(328).size()), Testo(328));
-    EXPECT_EQ(prova::Leggi(Cartella() / "Vuoto.sns"), "ZEVSensor\r\nPressione\r\nVuoto\r\n20\r\n");
-    macchina.Risposte = {Answer::Ok, Answer::Ok};
-    EXPECT_FALSE(Salva("Buono"));
-    EXPECT_EQ(macchina.Mostrati.size(), 2u);
+    for (const std::string nome : {"Vuoto", "Buono"}) {
+        macchina.Risposte = {Answer::Ok};
+        EXPECT_FALSE(Salva(nome));
+        ASSERT_EQ(macchina.Mostrati.size(), 1u);
+        EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::MotivoSenzaPunti) + "\r\n\"" + nome +
+                                                  "\"\r\n\r\n" + Testo(Voce::SensoreNonSalvato));
+    }
+    EXPECT_EQ(File(), prima);
     EXPECT_EQ(prova::Leggi(Cartella() / "Buono.sns"), buono);
 }
 

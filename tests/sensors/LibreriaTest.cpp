@@ -48,6 +48,13 @@ TEST_F(Libreria, OrderIsThatOfTheFileNamesAndTheNameThatOfLineThree) {
     EXPECT_THROW(LibreriaSensori[1].Y(-1), ErroreRuntime);
 }
 
+TEST_F(Libreria, AFileOfAnyNameLoadsUnderItsLineThree) {
+    File("\u0414\u0430\u0442\u0447\u0438\u043A.sns", Curva("Pressione", "Lodz", 2));
+    CaricaLibreriaSensori();
+    ASSERT_EQ(LibreriaSensori.size(), 1u);
+    EXPECT_EQ(LibreriaSensori[0].Nome(), "Lodz");
+}
+
 TEST_F(Libreria, FuelLevelIsFilledUpWithItsLastPoint) {
     File("a.sns", Curva("LivelloBenzina", "Serbatoio", 5));
     CaricaLibreriaSensori();

@@ -456,7 +456,7 @@ TEST_F(GraficoDisegnato, GridIsFaintOnAnyGroundAndALongLegendLeavesRoom) {
         const int fondo = qGray(Punto(foto, area.left() + 7, area.top() + 7));
         // The grid lines of a pixel row of the area.
         int righe = 0;
-        for (double x = area.left() + 7; x < area.right() - 7; ++x) {
+        for (int x = static_cast<int>(area.left()) + 7; x < area.right() - 7; ++x) {
             const int tono = qGray(Punto(foto, x, area.top() + 7)) - fondo;
             if (tono == 0) continue;
             ++righe;

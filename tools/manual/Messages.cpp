@@ -34,6 +34,17 @@ constexpr const char* kEnd = R"(ScambioEditor k\w+ = \{\d+, \d+, \d+, (\d+),)";
 
 const std::vector<Rule> kRules = {
     {"shell/Protetto", "descrizione", What::Data},
+    {"shell/Protetto", "soccorso", What::Caption, "shell/Protetto",
+     R"(Testo\((Voce::Soccorso\w+)\))"},
+    {"shell/FrasiErrore", "Motivo(errore)", What::Caption, "shell/FrasiErrore",
+     R"(return Testo\((Voce::\w+)\))"},
+    {"shell/FrasiErrore", "Testo(perduto)", What::Caption, "", R"((Voce::\w+NonSalvat\w)\);)"},
+    {"logs/Soccorso", "cosa", What::Caption, "logs/Soccorso",
+     R"(cosa \+= "\\r\\n" \+ Testo\((Voce::\w+)\))"},
+    {"logs/Scarico", "mancanze", What::Caption, "logs/Scarico",
+     R"((Voce::(?:Scarico|TabellaGiri)\w+))"},
+    {"sensors/ImpostaSensore", "motivo", What::Caption, "sensors/ImpostaSensore",
+     R"(motivo = Testo\((Voce::\w+)\))"},
     {"sensors/ImpostaSensore", "percorso", What::Data},
     {"sensors/CSensore", "nome", What::Data},
     {"shell/Domande", "scelto", What::Data},
@@ -286,6 +297,9 @@ class Scanner {
                      m != std::sregex_iterator(); ++m) {
                     found = true;
                     Found(name, (*m)[1]);
+                    if (rule.Kind != What::Caption) continue;
+                    // A part of a message that has its place under the heading of the whole.
+                    if (const auto number = Value(name, (*m)[1])) found_.Captions.insert(*number);
                 }
             }
             if (!found) Fault(std::string("the rule for ") + rule.Part + " finds nothing");
