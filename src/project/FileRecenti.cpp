@@ -94,7 +94,11 @@ void AggiornaFileRecenti() {
 }
 
 void mnuRecentFiles_Click(int indice) {
-    FileRecenteScelto = PercorsoDaRiga(ListaRecenti.at(static_cast<std::size_t>(indice)));
+    ApriRecente(ListaRecenti.at(static_cast<std::size_t>(indice)));
+}
+
+void ApriRecente(const std::string& riga) {
+    FileRecenteScelto = PercorsoDaRiga(riga);
     mnuOpen_Click();
     FileRecenteScelto.clear();
 }

@@ -26,6 +26,8 @@ void AggiornaFileRecenti();
 
 /// Click of entry 0 to 3 of the list.
 void mnuRecentFiles_Click(int indice);
+/// The same for a line that the list had when it was asked for, whatever place it has now.
+void ApriRecente(const std::string& riga);
 
 /// Puts the list back to that of a fresh process.
 void AzzeraFileRecenti();

@@ -84,6 +84,9 @@ frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
     CostruisciBarra();
     CostruisciStato();
     setCentralWidget(new Sfondo(this));
+    // Else the first button of the bar would have it, and an Enter too many behind a dialog would
+    // be New. A button gets it by Tab alone.
+    centralWidget()->setFocus();
     resize(1180, 720);
     tmrComm_.setSingleShot(true);
     tmrComm_.setTimerType(Qt::PreciseTimer);
@@ -139,8 +142,9 @@ void frmMain::CostruisciMenu() {
                 recenti_[i]->setObjectName(QStringLiteral("mnuRecentFiles%1").arg(i));
                 connect(recenti_[i], &QAction::triggered, this, [this, i] {
                     Protetto([this, i] {
-                        Comandato(recenti_[i], [this, i] {
-                            Apri([i] { mnuRecentFiles_Click(static_cast<int>(i)); });
+                        // The list may have another order when its turn comes.
+                        Comandato(recenti_[i], [this, scelto = ListaRecenti[i]] {
+                            Apri([&scelto] { ApriRecente(scelto); });
                         });
                     });
                 });

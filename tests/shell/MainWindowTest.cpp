@@ -150,8 +150,12 @@ TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
     EXPECT_EQ(prova::Leggi(macchina.Cartella / "LANGUAGES.DAT").substr(0, 3), "0\r\n");
 }
 
-TEST_F(Finestra, PrintDoesNothing) {
+TEST_F(Finestra, PrintAndAnEnterTooManyDoNothing) {
     Apri();
+    // Nor does an Enter too many behind a dialog.
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(Pulsante("SaveAs")->isEnabled()) << "it was New";
     QTest::mouseClick(Pulsante("Print"), Qt::LeftButton);
     EXPECT_EQ(Pannello(3), "");
 }
@@ -241,6 +245,27 @@ TEST_F(Finestra, DialogThatClosesInsideAScanIsNotHeldAndCommandsBehindItAllCome)
     EXPECT_TRUE(Pulsante("SaveAs")->isEnabled()) << "New was lost";
     EXPECT_EQ(macchina.RichiesteFile.size(), 1u) << "Open was lost, or the second click counted";
     EXPECT_TRUE(macchina.Mostrati.empty()) << "New came behind the close box";
+}
+
+TEST_F(Finestra, RecentEntryAskedForDuringAPollOpensWhatItShowed) {
+    Apri();
+    porta->Porte = {{1, true}};
+    mnuNew_Click();
+    for (const char* nome : {"c", "b", "a"}) {
+        PercorsoProgetto = macchina.Cartella / (std::string(nome) + ".pro");
+        DatiProgetto.NomeProgetto = nome;
+        SalvaProgetto();
+        FileRecenteScelto = PercorsoProgetto;
+        mnuOpen_Click();
+    }
+    bool chiesto = false;
+    macchina.DuranteEventi = [&] {
+        if (std::exchange(chiesto, true)) return;
+        VoceMenu("mnuRecentFiles2")->trigger();  // c, which moves the others down
+        VoceMenu("mnuRecentFiles1")->trigger();  // b
+    };
+    finestra->AvviaSorveglianza();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Pannello(1) == "b"; })) << Pannello(1);
 }
 
 TEST_F(Finestra, CommandThatIsOffBehindThePollIsRefusedInWords) {
