@@ -43,8 +43,8 @@ void AnalisiDati::IniziaCaricamento() {
     vista_.SelezionaScheda(0);
     TracciatoVisibile = false;
     Decimazione = 1;
-    principale().TestoPannello(Pannello::Percorso, Testo(140));
-    principale().TestoPannello(Pannello::Progresso, Testo(141));
+    principale().TestoPannello(Pannello::Percorso, Testo(Voce::LetturaFileDati));
+    principale().TestoPannello(Pannello::Progresso, Testo(Voce::CaricamentoDati));
 }
 
 void AnalisiDati::MostraCanali() {
@@ -54,7 +54,7 @@ void AnalisiDati::MostraCanali() {
         vista_.SegnaCanale(c, chkGrafico[static_cast<std::size_t>(c)]);
     }
     principale().TestoPannello(Pannello::Percorso, {});
-    principale().TestoPannello(Pannello::Progresso, Testo(142));
+    principale().TestoPannello(Pannello::Progresso, Testo(Voce::DatiCaricati));
     MostraNomiSchede();
 }
 
@@ -76,17 +76,17 @@ void AnalisiDati::SelezionaPrimoGiro() {
 }
 
 void AnalisiDati::MostraAvanzamento(const std::string& percento) {
-    principale().TestoPannello(Pannello::Progresso, Testo(141) + percento + " %");
+    principale().TestoPannello(Pannello::Progresso, Testo(Voce::CaricamentoDati) + percento + " %");
 }
 
 void AnalisiDati::FileMancante(const std::string& nome) {
-    platform().MsgBox(Testo(328) + " " + nome + " " + Testo(329), Buttons::Ok, Icon::Critical,
-                      platform().ExeName());
+    platform().MsgBox(Testo(Voce::IlFile) + " " + nome + " " + Testo(Voce::NonTrovato), Buttons::Ok,
+                      Icon::Critical, platform().ExeName());
 }
 
 std::string AnalisiDati::NomeDaTabella(int c) const {
     // The lambda in its two units, columns 15 and 16, has one name.
-    return Testo(c == kUltimoNomeInTabella ? 320 : 306 + c - 1);
+    return Testo(c == kUltimoNomeInTabella ? Voce::CanaleLambda : Dopo(Voce::CanaleTempo, c - 1));
 }
 
 void AnalisiDati::ImpostaCanali(GraphControl& grafico) {
@@ -139,8 +139,8 @@ void AnalisiDati::RefreshLanguage() {
 
 void AnalisiDati::MostraNomiSchede() {
     const std::string giro = giroScelto_ ? EtichettaGiro(GiroSelezionato) : std::string();
-    vista_.TestoScheda(0, Testo(273) + giro);
-    vista_.TestoScheda(1, Testo(91) + giro);
+    vista_.TestoScheda(0, Testo(Voce::Grafici) + giro);
+    vista_.TestoScheda(1, Testo(Voce::Allarmi) + giro);
 }
 
 void AnalisiDati::ChiudiAnalisi() {

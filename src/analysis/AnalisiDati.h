@@ -23,8 +23,6 @@ using PerCanale = std::array<T, kNumCanali>;
 constexpr int kRiquadriMassimi = 3;       ///< separate panes of a graph
 constexpr int kUltimoNomeInTabella = 16;  ///< last channel that the table of texts has a name for
 
-constexpr int kPrimoTestoAllarme = 274;  ///< text of the first of the eight alarms
-
 /// Line colours of the eight alarms in the overview.
 constexpr std::array<Colore, kNumAllarmi> kColoriAllarmi = {
     Rgb(192, 0, 0),   Rgb(128, 0, 0), Rgb(192, 0, 192), Rgb(128, 0, 128),

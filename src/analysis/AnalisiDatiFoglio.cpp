@@ -24,8 +24,8 @@ bool AnalisiDatiFoglio::Carica() {
     NumCampi = tabella_.NumeroColonne(Piano::Dati);
     MostraCanali();
     if (!CercaFileLaterale()) return false;
-    principale().TestoPannello(Pannello::Percorso, Testo(301));
-    principale().TestoPannello(Pannello::Progresso, Testo(141));
+    principale().TestoPannello(Pannello::Percorso, Testo(Voce::LetturaFileAllarmi));
+    principale().TestoPannello(Pannello::Progresso, Testo(Voce::CaricamentoDati));
     CaricaFoglio(Piano::Laterale, SenzaFine(NomeFileDati, 4, ".txt"));
     NumSettori = 1;
     LeggiTempi();

@@ -101,8 +101,8 @@ void AnalisiDatiSpeed::LeggiDati() {
         tabella_.Alloca(0, 0, 0);
     }
     LeggiPiano(lettore, Piano::Dati);
-    principale().TestoPannello(Pannello::Percorso, Testo(301));
-    principale().TestoPannello(Pannello::Progresso, Testo(141));
+    principale().TestoPannello(Pannello::Percorso, Testo(Voce::LetturaFileAllarmi));
+    principale().TestoPannello(Pannello::Progresso, Testo(Voce::CaricamentoDati));
     const std::string laterale = LeggiLog(Cartella / NomeLaterale);
     LettoreDati lettoreLaterale(laterale);
     LeggiPiano(lettoreLaterale, Piano::Laterale);

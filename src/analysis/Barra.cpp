@@ -51,7 +51,8 @@ void AnalisiDati::VistaSeparati() {
 }
 
 void AnalisiDati::TroppiRiquadri() {
-    platform().MsgBox(Testo(145), Buttons::Ok, Icon::Information, platform().ExeName());
+    platform().MsgBox(Testo(Voce::TreCanaliAlMassimo), Buttons::Ok, Icon::Information,
+                      platform().ExeName());
 }
 
 void AnalisiDati::SetZoom_Click() {
@@ -74,7 +75,8 @@ void AnalisiDati::Circuito_Click() {
         return;
     }
     if (!CaricaMappa()) {
-        platform().MsgBox(Testo(216), Buttons::Ok, Icon::Critical, platform().ExeName());
+        platform().MsgBox(Testo(Voce::TracciatoNonTrovato), Buttons::Ok, Icon::Critical,
+                          platform().ExeName());
     }
 }
 
@@ -93,7 +95,8 @@ bool AnalisiDati::CaricaMappa() {
 
 bool AnalisiDati::CiSonoGiri() const {
     if (NumGiri >= 1) return true;
-    platform().MsgBox(Testo(302), Buttons::Ok, Icon::Information, platform().ExeName());
+    platform().MsgBox(Testo(Voce::NessunGiroCompleto), Buttons::Ok, Icon::Information,
+                      platform().ExeName());
     return false;
 }
 

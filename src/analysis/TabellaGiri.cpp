@@ -47,10 +47,11 @@ void AnalisiDati::CompilaTabellaGiri() {
     }
     vista_.MostraGriglia(true);
     vista_.RigheGriglia(NumRigheTabella);
-    vista_.Cella(0, 1, Testo(143));
+    vista_.Cella(0, 1, Testo(Voce::ColonnaTempoGiro));
     vista_.LarghezzaColonna(1, 1100);
     const int ultimoSettore = std::min(NumSettori, kUltimaColonna);
-    for (int c = 2; c <= ultimoSettore; ++c) vista_.Cella(0, c, Testo(144) + TestoNumero(c - 1));
+    for (int c = 2; c <= ultimoSettore; ++c)
+        vista_.Cella(0, c, Testo(Voce::ColonnaSettore) + TestoNumero(c - 1));
     for (int c = 2; c <= kUltimaColonna; ++c) vista_.LarghezzaColonna(c, 850);
     vista_.Cella(1, 0, "Start");
     int r = 2;
@@ -58,14 +59,14 @@ void AnalisiDati::CompilaTabellaGiri() {
         const auto& tempi = TempiGiro[static_cast<std::size_t>(r)];
         if (InizioGiro(r) == FineGiro(r)) {
             // The instrument timed the lap, and the log has no rows of it.
-            vista_.Cella(r, 0, Testo(193) + TestoNumero(r - 1));
+            vista_.Cella(r, 0, Testo(Voce::RigaGiro) + TestoNumero(r - 1));
             vista_.Cella(r, 1, tempi[1]);
             continue;
         }
         CalcolaSettoriGiro(r);
         vista_.Cella(r, 0,
-                     Testo(193) + TestoNumero(Tabella().Valore(kColonnaGiro, Piano::Laterale,
-                                                               InizioGiro(r))));
+                     Testo(Voce::RigaGiro) + TestoNumero(Tabella().Valore(
+                                                 kColonnaGiro, Piano::Laterale, InizioGiro(r))));
         for (int c = 1; c <= ultimoSettore; ++c)
             vista_.Cella(r, c, tempi[static_cast<std::size_t>(c)]);
     }
@@ -143,7 +144,7 @@ std::string AnalisiDati::EtichettaGiro(int giro) const {
     const double numero = RigheDeiGiri.Esiste(giro)
                               ? Tabella().Valore(kColonnaGiro, Piano::Laterale, InizioGiro(giro))
                               : giro - 1;
-    return " " + Testo(110) + " " + TestoNumero(numero);
+    return " " + Testo(Voce::Giro) + " " + TestoNumero(numero);
 }
 
 std::string AnalisiDati::NomeGiro() const {

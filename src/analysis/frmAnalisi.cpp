@@ -19,10 +19,10 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kTestoScala = 46;  // "graph scale"
-constexpr int kTestoLegenda = 282;
-constexpr int kTestoCircuito = 120;
-constexpr int kTestoPiloti = 124;
+constexpr Voce kTestoScala = Voce::ScalaDisegno;  // "graph scale"
+constexpr Voce kTestoLegenda = Voce::LegendaAllarmi;
+constexpr Voce kTestoCircuito = Voce::Circuito;
+constexpr Voce kTestoPiloti = Voce::Piloti;
 constexpr int kMargine = 8;
 
 /// A place of the splitter whose content keeps its room while it is hidden.
@@ -261,15 +261,15 @@ void frmAnalisi::RefreshLanguage() {
     navigazione_->Nomi(InQt(Testo(Voce::SpostaNelGiro)), InQt(Testo(Voce::ScorrimentoAutomatico)));
     fraLegendaAllarmi_->setTitle(InQt(Testo(kTestoLegenda)));
     for (int k = 0; k < kNumAllarmi; ++k) {
-        fraLegendaAllarmi_->Nome(k, InQt(Testo(kPrimoTestoAllarme + k)));
+        fraLegendaAllarmi_->Nome(k, InQt(Testo(Dopo(Voce::AllarmePompaOlio, k))));
     }
     lblCircuito_->setText(InQt(Testo(kTestoCircuito)));
     lblPiloti_->setText(InQt(Testo(kTestoPiloti)));
     Picture1_->setAccessibleName(lblCircuito_->text());
-    SSTab1_->setAccessibleName(InQt(Testo(273) + ", " + Testo(91)));
-    MSFlexGrid1_->setAccessibleName(InQt(Testo(143)));
-    NTGraph1_->setAccessibleName(InQt(Testo(273)));
-    NTGraphAll_->setAccessibleName(InQt(Testo(91)));
+    SSTab1_->setAccessibleName(InQt(Testo(Voce::Grafici) + ", " + Testo(Voce::Allarmi)));
+    MSFlexGrid1_->setAccessibleName(InQt(Testo(Voce::ColonnaTempoGiro)));
+    NTGraph1_->setAccessibleName(InQt(Testo(Voce::Grafici)));
+    NTGraphAll_->setAccessibleName(InQt(Testo(Voce::Allarmi)));
     NomiBarra();
     AdattaMisure();
 }

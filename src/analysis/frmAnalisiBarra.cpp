@@ -21,22 +21,23 @@ namespace {
 /// One key of the tool bar.
 struct Chiave {
     const char* Nome;
-    int Testo;          ///< of its tool tip
+    Voce Testo;         ///< of its tool tip
     bool Interruttore;  ///< it stays pressed
     bool Gruppo;        ///< a space stands before it
 };
 
-constexpr std::array<Chiave, 11> kChiavi = {{{"ChiudiGrafico", 40, false, false},
-                                             {"Statistiche", 116, false, true},
-                                             {"StatisticheMisure", 186, false, false},
-                                             {"ReportGiri", 115, false, false},
-                                             {"Sovrapposti", 38, true, true},
-                                             {"Separati", 39, true, false},
-                                             {"SetZoom", 192, true, false},
-                                             {"DimOriginali", 325, false, false},
-                                             {"Stampa", 191, false, true},
-                                             {"Circuito", 214, true, false},
-                                             {"DatiSessione", 215, false, false}}};
+constexpr std::array<Chiave, 11> kChiavi = {
+    {{"ChiudiGrafico", Voce::ChiudiAnalisi, false, false},
+     {"Statistiche", Voce::StatisticheSessione, false, true},
+     {"StatisticheMisure", Voce::StatisticheCanali, false, false},
+     {"ReportGiri", Voce::ReportGiri, false, false},
+     {"Sovrapposti", Voce::GraficiSovrapposti, true, true},
+     {"Separati", Voce::GraficiSeparati, true, false},
+     {"SetZoom", Voce::ZoomConIlMouse, true, false},
+     {"DimOriginali", Voce::GiroIntero, false, false},
+     {"Stampa", Voce::StampaGrafico, false, true},
+     {"Circuito", Voce::MappaCircuito, true, false},
+     {"DatiSessione", Voce::DatiDellaSessione, false, false}}};
 
 constexpr int kLatoIcona = 24;
 
@@ -127,8 +128,8 @@ void frmAnalisi::MostraSessione() {
 
 void frmAnalisi::StampaGrafico() {
     const bool panoramica = SSTab1_->currentIndex() == 1;
-    const auto stampante =
-        ScegliStampante(Testo(191), NomeFileDati.stem().concat(".pdf"), QPageLayout::Landscape);
+    const auto stampante = ScegliStampante(
+        Testo(Voce::StampaGrafico), NomeFileDati.stem().concat(".pdf"), QPageLayout::Landscape);
     if (!stampante) return;
     TestiStampaGrafico testi = panoramica ? TestiGraficoAllarmi() : TestiGraficoCanali();
     testi.Titolo = TestoDaPercorso(NomeFileDati.filename()) + " - " + analisi_->NomeGiro();
@@ -138,7 +139,7 @@ void frmAnalisi::StampaGrafico() {
         livelli.reserve(kNumAllarmi);
         for (int k = 0; k < kNumAllarmi; ++k) {
             livelli.push_back({2.0 * k + 1.5, kColoriAllarmi[static_cast<std::size_t>(k)],
-                               Testo(kPrimoTestoAllarme + k)});
+                               Testo(Dopo(Voce::AllarmePompaOlio, k))});
         }
         NTGraphAll_->Livelli(std::move(livelli));
     }

@@ -11,24 +11,24 @@ namespace lapvane {
 VistaDiagnostica* DiagnosticaAperta = nullptr;
 std::array<std::int16_t, kIngressiAnalogici> ValoriAnalogici{};
 
-const std::array<CampoLive, 16> CampiLive = {{{0, 284, ' '},
-                                              {2, 112, 'V'},
-                                              {3, 61, 'T'},
-                                              {4, 63, 'T'},
-                                              {5, 62, 'P'},
-                                              {6, 286, 'P'},
-                                              {7, 287, ' '},
-                                              {8, 288, ' '},
+const std::array<CampoLive, 16> CampiLive = {{{0, Voce::VivoGiriMotore, ' '},
+                                              {2, Voce::Velocita, 'V'},
+                                              {3, Voce::TemperaturaOlio, 'T'},
+                                              {4, Voce::TemperaturaAcqua, 'T'},
+                                              {5, Voce::PressioneOlio, 'P'},
+                                              {6, Voce::VivoPressioneBenzina, 'P'},
+                                              {7, Voce::VivoTensioneBatteria, ' '},
+                                              {8, Voce::VivoGiriCompletati, ' '},
                                               // The text of the fuel level; the table's other
                                               // number for this field says battery voltage.
-                                              {9, 60, ' '},
-                                              {10, 70, ' '},
-                                              {11, 231, 'P'},
-                                              {12, 289, ' '},
-                                              {13, 69, ' '},
-                                              {14, 290, ' '},
-                                              {15, 291, ' '},
-                                              {16, 0, ' '}}};
+                                              {9, Voce::LivelloBenzina, ' '},
+                                              {10, Voce::Marcia, ' '},
+                                              {11, Voce::PressioneTurbo, 'P'},
+                                              {12, Voce::VivoFarfalla, ' '},
+                                              {13, Voce::SensoreG, ' '},
+                                              {14, Voce::SondaLambda, ' '},
+                                              {15, Voce::VivoMemoriaLibera, ' '},
+                                              {16, Voce::Nessuna, ' '}}};
 
 namespace {
 

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "shell/LoadStrings.h"
+
 namespace lapvane {
 
 constexpr int kCampiLive = 17;         ///< values of the live view, 0 to 16; 1 is not used
@@ -35,14 +37,14 @@ extern std::array<std::int16_t, kIngressiAnalogici> ValoriAnalogici;
 /// One value of the live view.
 struct CampoLive {
     int Campo;    ///< index of txtValoreCampo
-    int Testo;    ///< its caption; 0: none of its own
+    Voce Testo;   ///< its caption; `Nessuna`: none of its own
     char Misura;  ///< 'V' speed, 'T' temperature, 'P' pressure unit; ' ': none
 };
 extern const std::array<CampoLive, 16> CampiLive;
 
 /// Caption of alarm lamp `n`, 0 to 7.
-constexpr int TestoAllarmeLive(int n) {
-    return 274 + n;
+constexpr Voce TestoAllarmeLive(int n) {
+    return Dopo(Voce::AllarmePompaOlio, n);
 }
 
 /// Sends frame 37 and fills the open window; nothing without one.

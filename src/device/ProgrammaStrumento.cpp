@@ -21,34 +21,36 @@ namespace {
 
 constexpr int kPausaSetup = 50;  // ms between the two records of the setup
 
-/// What is said of one direction, by text number.
+/// What is said of one direction, by text.
 struct Verso {
-    int Domanda;
-    int Titolo;
-    int Interrotta;
+    Voce Domanda;
+    Voce Titolo;
+    Voce Interrotta;
     std::int16_t Fase;
 };
-constexpr Verso kProgramma = {147, 238, 229, 18};
-constexpr Verso kLettura = {232, 239, 233, 19};
+constexpr Verso kProgramma = {Voce::StrumentoSovrascritto, Voce::ProgrammazioneStrumento,
+                              Voce::ProgrammazioneInterrotta, 18};
+constexpr Verso kLettura = {Voce::DatiSostituiti, Voce::LetturaStrumento, Voce::LetturaInterrotta,
+                            19};
 
 /// One channel's say in the check before the sensors are written.
 struct Controllo {
     bool RecordProgetto::*Abil;
     std::string RecordProgetto::*Nome;
     std::string RecordProgetto::*TCamp;
-    int Testo;
+    Voce Testo;
 };
 using R = RecordProgetto;
 constexpr std::array<Controllo, 8> kControlli = {{
-    {&R::AbilTO, &R::TemperaturaOlio, &R::TCampTO, 166},
-    {&R::AbilPO, &R::PressioneOlio, &R::TCampPO, 167},
-    {&R::AbilTA, &R::TemperaturaAcqua, &R::TCampTA, 168},
-    {&R::AbilPB, &R::PressioneBenzina, &R::TCampPB, 169},
-    {&R::AbilLB, &R::LivelloBenzina, &R::TCampLB, 170},
+    {&R::AbilTO, &R::TemperaturaOlio, &R::TCampTO, Voce::IncompletoTemperaturaOlio},
+    {&R::AbilPO, &R::PressioneOlio, &R::TCampPO, Voce::IncompletoPressioneOlio},
+    {&R::AbilTA, &R::TemperaturaAcqua, &R::TCampTA, Voce::IncompletoTemperaturaAcqua},
+    {&R::AbilPB, &R::PressioneBenzina, &R::TCampPB, Voce::IncompletoPressioneBenzina},
+    {&R::AbilLB, &R::LivelloBenzina, &R::TCampLB, Voce::IncompletoLivelloBenzina},
     // Kept: the turbo channel is checked by the fuel pressure's name, not by its own.
-    {&R::AbilPT, &R::PressioneBenzina, &R::TCampPT, 171},
-    {&R::AbilSG, &R::SensoreG, &R::TCampSG, 172},
-    {&R::AbilCambio, &R::Cambio, &R::TCampCambio, 173},
+    {&R::AbilPT, &R::PressioneBenzina, &R::TCampPT, Voce::IncompletoPressioneTurbo},
+    {&R::AbilSG, &R::SensoreG, &R::TCampSG, Voce::IncompletoSensoreG},
+    {&R::AbilCambio, &R::Cambio, &R::TCampCambio, Voce::IncompletoMarcia},
     // Kept: lambda is not checked.
 }};
 
@@ -63,7 +65,7 @@ bool ControllaSensori() {
                            : altrui   ? Voce::MancaNomeBenzina
                                       : Voce::MancaNome;
         platform().MsgBox(Testo(c.Testo) + "\r\n" + Testo(manca), Buttons::Ok, Icon::Warning,
-                          Testo(49));
+                          Testo(Voce::TitoloSensori));
         return false;
     }
     return true;
@@ -76,8 +78,9 @@ class Corsa {
 
     /// False: cancelled.
     bool Chiedi() const {
-        return platform().MsgBox(Testo(verso_.Domanda) + "\r\n" + Testo(148), Buttons::OkCancel,
-                                 Icon::Question, platform().ExeName()) == Answer::Ok;
+        return platform().MsgBox(Testo(verso_.Domanda) + "\r\n" + Testo(Voce::Continuare),
+                                 Buttons::OkCancel, Icon::Question,
+                                 platform().ExeName()) == Answer::Ok;
     }
 
     /// Opens the window.
@@ -114,13 +117,13 @@ class Corsa {
             Interrompi(chiusa);
             return false;
         }
-        vista_.Aggiungi("   " + Testo(237) + "\r\n");
+        vista_.Aggiungi("   " + Testo(Voce::Riuscito) + "\r\n");
         return true;
     }
 
     void Riuscita() {
         Libera();
-        vista_.Chiusura(Testo(verso_.Titolo) + " " + Testo(237));
+        vista_.Chiusura(Testo(verso_.Titolo) + " " + Testo(Voce::Riuscito));
     }
 
  private:
@@ -140,7 +143,8 @@ class Corsa {
                               platform().ExeName());
         }
         if (errore) {
-            platform().MsgBox(Testo(230), Buttons::Ok, Icon::Information, platform().ExeName());
+            platform().MsgBox(Testo(Voce::ErroreDiComunicazione), Buttons::Ok, Icon::Information,
+                              platform().ExeName());
         }
         vista_.Scarica();
         principale().SenzaSorveglianza([] {
@@ -181,16 +185,19 @@ void mnuProgramDevice_Click(VistaStrumento& vista) {
                                                              &kRecordSensori, &kRecordAllarmi};
     if (ConfermaInvio(kRecord)) return;
     corsa.Inizia();
-    if (!corsa.Passo(Testo(146), {InviaDatiSetup1, InviaDatiSetup2})) return;
+    if (!corsa.Passo(Testo(Voce::ProgrammazioneImpostazioni), {InviaDatiSetup1, InviaDatiSetup2}))
+        return;
     // Kept: a check that fails leaves the window open and `FaseComunicazione` as it is.
     if (!ControllaSensori()) return;
-    if (!corsa.Passo(Testo(11) + " " + Testo(12), {InviaDatiSensori})) return;
+    if (!corsa.Passo(Testo(Voce::VoceImpostazioni) + " " + Testo(Voce::VoceSensori),
+                     {InviaDatiSensori}))
+        return;
     for (std::int16_t n = 0; n < static_cast<std::int16_t>(kCanaliSensore.size()); ++n) {
         const CanaleSensore& canale = kCanaliSensore[static_cast<std::size_t>(n)];
         PreparaCurva(canale);
         if (!corsa.Passo(Testo(canale.TestoInvio), {[n] { InviaCurvaSensore(n); }})) return;
     }
-    if (!corsa.Passo(Testo(227), {InviaDatiAllarmi})) return;
+    if (!corsa.Passo(Testo(Voce::PassoAllarmi), {InviaDatiAllarmi})) return;
     corsa.Riuscita();
 }
 
@@ -198,13 +205,13 @@ void mnuReadDevice_Click(VistaStrumento& vista) {
     Corsa corsa(vista, kLettura);
     if (!corsa.Chiedi()) return;
     corsa.Inizia();
-    if (!corsa.Passo(Testo(206), {LeggiDatiSetup1, LeggiDatiSetup2})) return;
-    if (!corsa.Passo(Testo(158), {LeggiDatiSensori})) return;
+    if (!corsa.Passo(Testo(Voce::LetturaImpostazioni), {LeggiDatiSetup1, LeggiDatiSetup2})) return;
+    if (!corsa.Passo(Testo(Voce::LetturaIngressiSensori), {LeggiDatiSensori})) return;
     for (std::int16_t n = 0; n < static_cast<std::int16_t>(kCanaliSensore.size()); ++n) {
         const CanaleSensore& canale = kCanaliSensore[static_cast<std::size_t>(n)];
         if (!corsa.Passo(Testo(canale.TestoLettura), {[n] { LeggiCurva(n); }})) return;
     }
-    if (!corsa.Passo(Testo(227), {LeggiDatiAllarmi})) return;
+    if (!corsa.Passo(Testo(Voce::PassoAllarmi), {LeggiDatiAllarmi})) return;
     ProgettoModificato = true;
     corsa.Riuscita();
 }

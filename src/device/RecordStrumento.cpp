@@ -22,8 +22,11 @@ constexpr int kScriviCurva = 24;
 constexpr int kLeggiCurva = 25;
 constexpr std::size_t kRispostaCurva = 99;
 constexpr std::size_t kPunti = 20;
-constexpr int kTipoDiSensore = 185;
-constexpr std::array<int, 9> kNomiCurve = {134, 135, 136, 137, 138, 139, 290, 319, 314};
+constexpr Voce kTipoDiSensore = Voce::TipoDiSensore;
+constexpr std::array<Voce, 9> kNomiCurve = {
+    Voce::TipoTemperaturaOlio,  Voce::TipoPressioneOlio,    Voce::TipoPressioneBenzina,
+    Voce::TipoTemperaturaAcqua, Voce::TipoLivelloBenzina,   Voce::TipoMarcia,
+    Voce::SondaLambda,          Voce::CanalePressioneTurbo, Voce::CanaleSensoreG};
 constexpr std::size_t kByteAsse = 2 * kPunti;
 constexpr std::size_t kAsseX = 17;  // in the reply, from 1
 constexpr std::size_t kAsseY = kAsseX + kByteAsse + 2;
@@ -45,7 +48,7 @@ Lato ScegliLato(const TabellaRecord& tabella) {
 }
 
 /// A field's name and its text, as a message shows them.
-std::string Campo(int didascalia, const std::string& testo) {
+std::string Campo(Voce didascalia, const std::string& testo) {
     constexpr std::size_t kMostrati = 40;
     return Testo(didascalia) + ": \"" + testo.substr(0, kMostrati) + "\"";
 }
@@ -112,7 +115,7 @@ void Leggi(const TabellaRecord& tabella) {
     RiempiRecord(tabella, risposta, lato.Controlli);
 }
 
-std::string Asse(const std::array<double, 21>& curva, int didascalia) {
+std::string Asse(const std::array<double, 21>& curva, Voce didascalia) {
     std::string byte;
     for (std::size_t i = 0; i < kPunti; ++i) {
         // By way of the decimal text: a product such as 1001.4999999999999 is 1001.5 there.
@@ -135,7 +138,7 @@ std::string ComponiCurva(std::int16_t canale) {
         dati += CodificaWord(parola);
     }
     const auto posto = static_cast<std::size_t>(canale);
-    const int didascalia = posto < kNomiCurve.size() ? kNomiCurve[posto] : kTipoDiSensore;
+    const Voce didascalia = posto < kNomiCurve.size() ? kNomiCurve[posto] : kTipoDiSensore;
     dati += Asse(CurvaX, didascalia) + CodificaWord(0) + Asse(CurvaY, didascalia);
     return Frame(kScriviCurva, dati);
 }

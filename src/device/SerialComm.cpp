@@ -247,7 +247,8 @@ void SegnalaErroreComunicazione() {
     ErroreComunicazione = true;
     platform().MousePointer(Pointer::Normal);
     if (TrasferimentoAbbandonato) return;
-    platform().MsgBox(Testo(242), Buttons::Ok, Icon::None, platform().ExeName());
+    platform().MsgBox(Testo(Voce::StrumentoNonRisponde), Buttons::Ok, Icon::None,
+                      platform().ExeName());
 }
 
 std::string Domanda(const std::string& frame, std::size_t numero) {

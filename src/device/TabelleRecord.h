@@ -9,6 +9,7 @@
 
 #include "project/DatiProgetto.h"
 #include "shell/Editor.h"
+#include "shell/Voci.h"
 
 namespace lapvane {
 
@@ -32,8 +33,8 @@ struct CampoRecord {
     int Larghezza = 1;     ///< bytes, 1 or 2
     Natura Come = Natura::Numero;
     CampoProgetto Progetto;
-    std::string_view Controllo;  ///< in the record's editor
-    int Didascalia = 0;          ///< the number of the text that names it to a person
+    std::string_view Controllo;       ///< in the record's editor
+    Voce Didascalia = Voce::Nessuna;  ///< its name to a person
     int Dettaglio = 0;
     bool RecordProgetto::*Attivo = nullptr;  ///< the flag of `Soglia`, `Tipo` and `TipoLetto`
     std::string_view Spunta = {};            ///< its check box
@@ -66,7 +67,7 @@ extern const TabellaRecord kRecordAllarmi;
 /// A value that cannot be a number of the instrument, and the text that names its field.
 struct NonCodificabile {
     std::string Testo;
-    int Didascalia = 0;
+    Voce Didascalia = Voce::Nessuna;
 };
 
 /// What a field of a record would not bring to the instrument as it stands: a value that cannot be

@@ -194,11 +194,11 @@ QWidget* dlgDiagnostica::CreaIngressi() {
 
 void dlgDiagnostica::AggiornaTesti() {
     CalcolaBaseTesti();
-    setWindowTitle(InQt(Testo(18)));
+    setWindowTitle(InQt(Testo(Voce::ValoriInTempoReale)));
     lblFermi_->setText(InQt(Testo(Voce::ValoriFermi)));
-    fraIngressiAnalogici_->setTitle(Mnemonica::Senza(InQt(Testo(300))));
+    fraIngressiAnalogici_->setTitle(Mnemonica::Senza(InQt(Testo(Voce::IngressiAnalogici))));
     findChild<QGroupBox*>(QStringLiteral("fraAllarmi"))
-        ->setTitle(Mnemonica::Senza(InQt(Testo(91))));
+        ->setTitle(Mnemonica::Senza(InQt(Testo(Voce::Allarmi))));
     for (const CampoLive& campo : CampiLive) {
         const auto i = static_cast<std::size_t>(campo.Campo);
         if (nomi_[i] == nullptr) continue;

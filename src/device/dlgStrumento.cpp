@@ -34,11 +34,13 @@ QLabel* Etichetta(const char* nome, QWidget* padre) {
 int LarghezzaPassi(const QFontMetrics& metrica) {
     int larghezza = 0;
     const auto conta = [&](const std::string& testo) {
-        const QString riga = InQt(testo + " ...   " + Testo(237));
+        const QString riga = InQt(testo + " ...   " + Testo(Voce::Riuscito));
         larghezza = std::max(larghezza, metrica.horizontalAdvance(riga));
     };
-    for (const int testo : {146, 158, 206, 227}) conta(Testo(testo));
-    conta(Testo(11) + " " + Testo(12));
+    for (const Voce testo : {Voce::ProgrammazioneImpostazioni, Voce::LetturaIngressiSensori,
+                             Voce::LetturaImpostazioni, Voce::PassoAllarmi})
+        conta(Testo(testo));
+    conta(Testo(Voce::VoceImpostazioni) + " " + Testo(Voce::VoceSensori));
     for (const CanaleSensore& canale : kCanaliSensore) {
         conta(Testo(canale.TestoInvio));
         conta(Testo(canale.TestoLettura));
@@ -72,9 +74,11 @@ dlgStrumento::dlgStrumento(QWidget* parent) : QDialog(parent) {
     QFont grassetto = font();
     grassetto.setBold(true);
     Label3_->setFont(grassetto);
-    const QString piuLunga = InQt(std::max(Testo(238), Testo(239), PiuCorto) + " " + Testo(237));
+    const QString piuLunga = InQt(
+        std::max(Testo(Voce::ProgrammazioneStrumento), Testo(Voce::LetturaStrumento), PiuCorto) +
+        " " + Testo(Voce::Riuscito));
     Label3_->setMinimumWidth(QFontMetrics(grassetto).horizontalAdvance(piuLunga) + 8);
-    CancelButton_ = new QPushButton(Mnemonica().Con(InQt(Testo(35))), this);
+    CancelButton_ = new QPushButton(Mnemonica().Con(InQt(Testo(Voce::Annulla))), this);
     CancelButton_->setObjectName(QStringLiteral("CancelButton"));
     // An Enter too many behind the question must not stop the run; Esc and the letter do.
     CancelButton_->setAutoDefault(false);
@@ -99,7 +103,7 @@ void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
     TrasferimentoAbbandonato = false;
     if (!isVisible()) return;
     unsetCursor();
-    CancelButton_->setText(Mnemonica().Con(InQt(Testo(237))));
+    CancelButton_->setText(Mnemonica().Con(InQt(Testo(Voce::Riuscito))));
     CancelButton_->setFocusPolicy(Qt::StrongFocus);
     CancelButton_->setDefault(true);
     CancelButton_->setFocus();

@@ -331,7 +331,8 @@ void ConvertiLog() {
         {{txt, file.Txt}, {tim, file.Tim}, {PercorsoCsv, file.Csv}}};
     ScriviInsieme(insieme, kCosa);
     LogDaSalvare = false;
-    platform().MsgBox(Testo(269), Buttons::Ok, Icon::Information, platform().ExeName());
+    platform().MsgBox(Testo(Voce::ConversioneCompletata), Buttons::Ok, Icon::Information,
+                      platform().ExeName());
 }
 
 void mnuSaveData_Click() {
@@ -343,7 +344,7 @@ void mnuSaveData_Click() {
     std::string stelo = "Lapvane " + platform().Stamp();
     if (LogParziale) stelo += " " + Testo(Voce::Parziale);
     const auto scelto =
-        platform().AskSave({Testo(21), cartella, "Data File (*.csv)|*.csv",
+        platform().AskSave({Testo(Voce::SalvaDatiScaricati), cartella, "Data File (*.csv)|*.csv",
                             PercorsoDaTesto(NomeLibero(cartella, stelo, kFini) + ".csv"), ".csv"});
     if (!scelto) return;
     PercorsoCsv = *scelto;

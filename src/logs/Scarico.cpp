@@ -66,7 +66,7 @@ bool VerificaPagina(std::string_view blocco1, std::string_view blocco2) {
 void Scarico::Esegui() {
     constexpr int kPausa = 1000;
     FaseComunicazione = 38;
-    vista_.Stato(Testo(270));
+    vista_.Stato(Testo(Voce::ScaricamentoInCorso));
     platform().MousePointer(Pointer::Busy);
     platform().DoEvents();
     senzaDimensione_ = !Insisti([this] { BytesDati = LeggiDimensioneDati(); });
@@ -176,7 +176,7 @@ bool Scarico::LeggiConRiprova(std::string& blocco, std::int32_t indirizzo) {
 }
 
 void Scarico::ScaricaLog() {
-    vista_.Stato(Testo(270));
+    vista_.Stato(Testo(Voce::ScaricamentoInCorso));
     NumBlocchi = 0;
     BlocchiLog.clear();
     LogDaSalvare = false;
@@ -225,7 +225,7 @@ void Scarico::ScaricaLog() {
     vista_.AbilitaOK(true);
     platform().MousePointer(Pointer::Normal);
     const bool qualcosa = NumBlocchi != 0;
-    vista_.Stato(Testo(qualcosa ? 268 : 271));
+    vista_.Stato(Testo(qualcosa ? Voce::ScaricamentoCompletato : Voce::NessunDatoScaricato));
     // Kept: the menu entry alone; the tool button stays off.
     principale().AbilitaMenu(Comando::SaveData, qualcosa);
     if (qualcosa && vista_.Visibile()) vista_.Percento(100);

@@ -159,7 +159,7 @@ void RiprendiProgetto(const Parti& parti) {
     principale().Abilita(Comando::ReadDev, true);
     principale().Abilita(Comando::ProgDev, conFile);
     principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto.empty()
-                                                       ? Testo(131)
+                                                       ? Testo(Voce::ProgettoSenzaNome)
                                                        : DatiProgetto.NomeProgetto);
     principale().TestoPannello(Pannello::Percorso,
                                conFile ? TestoDaPercorso(PercorsoProgetto) : std::string());
@@ -263,7 +263,7 @@ std::optional<ContenutoSoccorso> GuardaSoccorso(std::string_view testo) {
     if (contenuto.NomeProgetto.empty()) {
         contenuto.NomeProgetto = TestoDaPercorso(PercorsoDaRiga(Scoperto(parti->Di("path"))));
     }
-    if (contenuto.NomeProgetto.empty()) contenuto.NomeProgetto = Testo(131);
+    if (contenuto.NomeProgetto.empty()) contenuto.NomeProgetto = Testo(Voce::ProgettoSenzaNome);
     if (!contenuto.Progetto && contenuto.Blocchi == 0) return std::nullopt;
     return contenuto;
 }

@@ -16,7 +16,7 @@ namespace lapvane {
 frmDownload::frmDownload(QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("frmDownload"));
     CalcolaBaseTesti();
-    setWindowTitle(InQt(Testo(20)));
+    setWindowTitle(InQt(Testo(Voce::ScaricaDati)));
     lblStatoDownload_ = new QLabel(this);
     lblStatoDownload_->setObjectName(QStringLiteral("lblStatoDownload"));
     lblStatoDownload_->setWordWrap(true);

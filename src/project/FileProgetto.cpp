@@ -131,14 +131,16 @@ bool LeggiProgetto(const fs::path& scelto) {
         return false;
     };
     if (!FileEsiste(percorso)) {
-        return rifiuta(Testo(328) + " " + TestoDaPercorso(percorso) + " " + Testo(329));
+        return rifiuta(Testo(Voce::IlFile) + " " + TestoDaPercorso(percorso) + " " +
+                       Testo(Voce::NonTrovato));
     }
     std::string contenuto;
     try {
         // The reading ends at the 202nd value at the latest: no more of a huge file is of use.
         contenuto = LeggiFile(percorso, "opening the project", kMassimoProgetto);
     } catch (const ErroreRuntime&) {
-        return rifiuta(Testo(328) + " " + TestoDaPercorso(percorso) + " " + Testo(329));
+        return rifiuta(Testo(Voce::IlFile) + " " + TestoDaPercorso(percorso) + " " +
+                       Testo(Voce::NonTrovato));
     }
     LettoreRighe righe(contenuto);
     if (righe.Fine()) {
@@ -147,7 +149,7 @@ bool LeggiProgetto(const fs::path& scelto) {
                        " is missing critical information.");
     }
     const std::string_view prima = righe.Prossima();
-    if (prima != kMagia) return rifiuta(Testo(174));
+    if (prima != kMagia) return rifiuta(Testo(Voce::NonEUnProgetto));
     const std::size_t letti = std::min(
         contenuto.size(), static_cast<std::size_t>(prima.data() - contenuto.data()) + prima.size());
     LeggiValoriProgetto(std::string_view(contenuto).substr(letti));
@@ -164,7 +166,7 @@ void ApplicaValoriProgetto() {
 
 void mnuNew_Click() {
     ValoriInizialiProgetto();
-    principale().TestoPannello(Pannello::Progetto, Testo(131));
+    principale().TestoPannello(Pannello::Progetto, Testo(Voce::ProgettoSenzaNome));
     principale().TestoPannello(Pannello::Percorso, "");
     ProgettoModificato = false;
     ProgettoSenzaFile = true;
@@ -182,8 +184,8 @@ void mnuOpen_Click() {
         AzzeraCampo(kCampiProgetto[i]);
     }
     if (FileRecenteScelto.empty()) {
-        const auto scelto =
-            platform().AskOpen({Testo(3), platform().AppPath(), std::string(kFiltro), {}, {}});
+        const auto scelto = platform().AskOpen(
+            {Testo(Voce::ApriProgetto), platform().AppPath(), std::string(kFiltro), {}, {}});
         if (!scelto) return;
         FileRecenteScelto = *scelto;
     }
@@ -215,11 +217,12 @@ void mnuSaveAs_Click() {
     fs::path nome = PercorsoProgetto.filename();
     if (PercorsoProgetto.empty() || ProgettoSenzaFile) {
         constexpr std::array<std::string_view, 1> kFine = {".pro"};
-        nome = PercorsoDaTesto(
-            NomeLibero(cartella.empty() ? platform().CurDir() : cartella, Testo(2), kFine) +
-            ".pro");
+        nome = PercorsoDaTesto(NomeLibero(cartella.empty() ? platform().CurDir() : cartella,
+                                          Testo(Voce::NuovoProgetto), kFine) +
+                               ".pro");
     }
-    const auto scelto = platform().AskSave({Testo(6), cartella, std::string(kFiltro), nome, {}});
+    const auto scelto = platform().AskSave(
+        {Testo(Voce::SalvaProgettoConNome), cartella, std::string(kFiltro), nome, {}});
     if (!scelto) return;
     if (!ConfermaSostituzione(*scelto)) return;
     const fs::path prima = std::exchange(PercorsoProgetto, *scelto);
@@ -237,10 +240,13 @@ void mnuSaveAs_Click() {
 bool ConfermaChiusura() {
     if (!ProgettoModificato) return true;
     const bool conNome = !DatiProgetto.NomeProgetto.empty();
-    const std::string inizio = conNome ? Testo(127) + DatiProgetto.NomeProgetto + " " + Testo(128)
-                                       : Testo(130) + Testo(128);
-    const Answer risposta = platform().MsgBox(inizio + "\r\n" + Testo(129), Buttons::YesNoCancel,
-                                              Icon::Question, platform().ExeName());
+    const std::string inizio =
+        conNome ? Testo(Voce::IlProgetto) + DatiProgetto.NomeProgetto + " " +
+                      Testo(Voce::EStatoModificato)
+                : Testo(Voce::IlProgettoSenzaNome) + Testo(Voce::EStatoModificato);
+    const Answer risposta =
+        platform().MsgBox(inizio + "\r\n" + Testo(Voce::SalvareLeModifiche), Buttons::YesNoCancel,
+                          Icon::Question, platform().ExeName());
     if (risposta == Answer::Cancel) return false;
     if (risposta == Answer::Yes) {
         // Kept: a Save As that is cancelled here does not stop the program from ending, and the

@@ -20,15 +20,15 @@ dlgNoteProgetto::dlgNoteProgetto(QWidget* parent) : QDialog(parent) {
     struct Campo {
         const char* Nome;
         std::string RecordProgetto::*Membro;
-        int Testo;
+        Voce Testo;
     };
     constexpr Campo kCampi[] = {
-        {"NomeProgetto", &RecordProgetto::NomeProgetto, 126},
-        {"DataCreazione", &RecordProgetto::DataCreazione, 208},
-        {"DataUltimaModifica", &RecordProgetto::DataUltimaModifica, 209},
-        {"AutoreProgetto", &RecordProgetto::AutoreProgetto, 210},
-        {"Strumento", &RecordProgetto::Strumento, 211},
-        {"Veicolo", &RecordProgetto::Veicolo, 212},
+        {"NomeProgetto", &RecordProgetto::NomeProgetto, Voce::NomeProgetto},
+        {"DataCreazione", &RecordProgetto::DataCreazione, Voce::DataCreazione},
+        {"DataUltimaModifica", &RecordProgetto::DataUltimaModifica, Voce::DataUltimaModifica},
+        {"AutoreProgetto", &RecordProgetto::AutoreProgetto, Voce::Autore},
+        {"Strumento", &RecordProgetto::Strumento, Voce::NoteStrumento},
+        {"Veicolo", &RecordProgetto::Veicolo, Voce::NoteVettura},
     };
     auto* griglia = new QGridLayout;
     griglia->setHorizontalSpacing(10);
@@ -94,10 +94,10 @@ bool dlgNoteProgetto::Cambiate() const {
 void dlgNoteProgetto::AggiornaTesti() {
     CalcolaBaseTesti();
     Mnemonica lettere;
-    setWindowTitle(InQt(Testo(207)));
+    setWindowTitle(InQt(Testo(Voce::TitoloNoteProgetto)));
     for (const Riga& riga : righe_) riga.Etichetta->setText(lettere.Con(InQt(Testo(riga.Testo))));
-    lblNoteProgetto_->setText(lettere.Con(InQt(Testo(213))));
-    CancelButton_->setText(lettere.Con(InQt(Testo(35))));
+    lblNoteProgetto_->setText(lettere.Con(InQt(Testo(Voce::NoteNote))));
+    CancelButton_->setText(lettere.Con(InQt(Testo(Voce::Annulla))));
 }
 
 bool dlgNoteProgetto::event(QEvent* evento) {

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "shell/Voci.h"
+
 namespace lapvane {
 
 /// The descriptive head of the project.
@@ -30,7 +32,7 @@ class dlgNoteProgetto : public QDialog {
         QLineEdit* Casella;
         std::string* Campo;
         QLabel* Etichetta;
-        int Testo;
+        Voce Testo;
     };
 
     void AggiornaTesti();

@@ -24,7 +24,7 @@ namespace {
 constexpr double kLarghezzaA4 = 793.7;  // pixels of 1/96 inch
 constexpr double kAltezzaA4 = 1122.5;
 constexpr double kMargineFoglio = 75.6;  // 2 cm
-constexpr int kTestoStampa = 7;
+constexpr Voce kTestoStampa = Voce::Stampa;
 constexpr int kBordo = 16;
 
 std::string VoceDi(const std::vector<std::string>& lista, int indice) {
@@ -65,28 +65,33 @@ frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent) : QDialog(parent) 
     griglia_->setColumnStretch(1, 1);
 
     const RecordProgetto& p = DatiProgetto;
-    Titolo("lblProgetto", Testo(1), true);
+    Titolo("lblProgetto", Testo(Voce::MenuProgetto), true);
     Titolo("lblNomeProgetto", p.NomeProgetto, false);
     Linea();
-    Titolo("lblConfigurazione", Testo(10), true);
-    Riga("lblLinguaDisplay", 25, "lblValLinguaDisplay", VoceDi(ListaLingue, p.Lingua));
-    Riga("lblUMVelocita", 27, "lblValUMVel", VoceDi(ListaUMVelocita, p.UMVel));
-    Riga("lblUMPressione", 28, "lblValUMPress", VoceDi(ListaUMPressione, p.UMPress));
-    Riga("lblUMTemperatura", 29, "lblValUMTemp", VoceDi(ListaUMTemperatura, p.UMTemp));
-    Riga("lblPagineAbilitate", 30, "lblValPagineAbilitate", PagineAbilitate());
+    Titolo("lblConfigurazione", Testo(Voce::MenuConfigurazione), true);
+    Riga("lblLinguaDisplay", Voce::LinguaDisplay, "lblValLinguaDisplay",
+         VoceDi(ListaLingue, p.Lingua));
+    Riga("lblUMVelocita", Voce::UnitaVelocita, "lblValUMVel", VoceDi(ListaUMVelocita, p.UMVel));
+    Riga("lblUMPressione", Voce::UnitaPressione, "lblValUMPress",
+         VoceDi(ListaUMPressione, p.UMPress));
+    Riga("lblUMTemperatura", Voce::UnitaTemperatura, "lblValUMTemp",
+         VoceDi(ListaUMTemperatura, p.UMTemp));
+    Riga("lblPagineAbilitate", Voce::AbilitazionePagine, "lblValPagineAbilitate",
+         PagineAbilitate());
     Linea();
-    Titolo("lblSensori", Testo(12), true);
-    Titolo("lblVelocitaVettura", Testo(59), true);
-    Riga("lblNumImpulsi", 65, "lblValNumImpulsi", TestoNumero(int{p.ImpulsiRuota}));
-    Riga("lblDiametroRuota", 66, "lblValDiametroRuota", TestoNumero(int{p.DiametroRuota}));
-    Riga("lblTCVV", 57, "lblValTCVV", p.TCampVV);
-    Titolo("lblRPM", Testo(53), true);
-    Riga("lblNumAcc", 56, "lblValNumAcc", TestoNumero(int{p.NumAccRPM}));
-    Riga("lblTCRPM", 57, "lblValTCRPM", p.TCampRPM);
-    Titolo("lblTemperOlio", Testo(61), true);
-    Riga("lblNomeTO", 67, "lblValNomeTO", p.TemperaturaOlio);
-    Titolo("lblPressOlio", Testo(62), true);
-    Riga("lblNomePO", 67, "lblValNomePO", p.PressioneOlio);
+    Titolo("lblSensori", Testo(Voce::VoceSensori), true);
+    Titolo("lblVelocitaVettura", Testo(Voce::CorniceVelocitaVettura), true);
+    Riga("lblNumImpulsi", Voce::ImpulsiRuota, "lblValNumImpulsi", TestoNumero(int{p.ImpulsiRuota}));
+    Riga("lblDiametroRuota", Voce::DiametroRuota, "lblValDiametroRuota",
+         TestoNumero(int{p.DiametroRuota}));
+    Riga("lblTCVV", Voce::FrequenzaCampionamento, "lblValTCVV", p.TCampVV);
+    Titolo("lblRPM", Testo(Voce::CorniceGiriMotore), true);
+    Riga("lblNumAcc", Voce::AccensioniPerGiro, "lblValNumAcc", TestoNumero(int{p.NumAccRPM}));
+    Riga("lblTCRPM", Voce::FrequenzaCampionamento, "lblValTCRPM", p.TCampRPM);
+    Titolo("lblTemperOlio", Testo(Voce::TemperaturaOlio), true);
+    Riga("lblNomeTO", Voce::NomeSensore, "lblValNomeTO", p.TemperaturaOlio);
+    Titolo("lblPressOlio", Testo(Voce::PressioneOlio), true);
+    Riga("lblNomePO", Voce::NomeSensore, "lblValNomePO", p.PressioneOlio);
     griglia_->setRowStretch(riga_, 1);
 
     Mnemonica lettere;
@@ -119,7 +124,7 @@ void frmStampaDatiProgetto::Titolo(const char* nome, const std::string& testo, b
     griglia_->addWidget(etichetta, riga_++, 0, 1, 2);
 }
 
-void frmStampaDatiProgetto::Riga(const char* etichetta, int testo, const char* valore,
+void frmStampaDatiProgetto::Riga(const char* etichetta, Voce testo, const char* valore,
                                  const std::string& contenuto) {
     auto* nome = new QLabel(InQt(Testo(testo) + " :"), foglio_);
     nome->setObjectName(QString::fromLatin1(etichetta));

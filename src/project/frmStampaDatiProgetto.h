@@ -8,6 +8,8 @@
 #include <functional>
 #include <memory>
 
+#include "shell/Voci.h"
+
 #include "platform/qt/QtPrinter.h"
 
 namespace lapvane {
@@ -29,7 +31,7 @@ class frmStampaDatiProgetto : public QDialog {
 
  private:
     void Titolo(const char* nome, const std::string& testo, bool grassetto);
-    void Riga(const char* etichetta, int testo, const char* valore, const std::string& contenuto);
+    void Riga(const char* etichetta, Voce testo, const char* valore, const std::string& contenuto);
     void Linea();
     void cmdPreview_Click();
     void cmdPrint_Click();

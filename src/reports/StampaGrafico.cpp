@@ -10,7 +10,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kPrimoAllarme = 274;
+constexpr Voce kPrimoAllarme = Voce::AllarmePompaOlio;
 constexpr int kAllarmi = 8;
 
 std::string SenzaRitorni(std::string testo) {
@@ -21,13 +21,13 @@ std::string SenzaRitorni(std::string testo) {
 
 TestiStampaGrafico Righe() {
     TestiStampaGrafico testi;
-    testi.Righe = {Testo(195) + DatiSessione.Sessione,
-                   Testo(196) + DatiSessione.DataSessione,
-                   Testo(197) + DatiSessione.OraSessione,
-                   Testo(198) + DatiSessione.Circuito,
-                   Testo(199) + DatiProgetto.Veicolo,
-                   Testo(200) + SenzaRitorni(DatiSessione.Piloti),
-                   Testo(201) + SenzaRitorni(DatiSessione.NoteSessione)};
+    testi.Righe = {Testo(Voce::StampaSessione) + DatiSessione.Sessione,
+                   Testo(Voce::StampaData) + DatiSessione.DataSessione,
+                   Testo(Voce::StampaOra) + DatiSessione.OraSessione,
+                   Testo(Voce::StampaCircuito) + DatiSessione.Circuito,
+                   Testo(Voce::StampaVettura) + DatiProgetto.Veicolo,
+                   Testo(Voce::StampaPiloti) + SenzaRitorni(DatiSessione.Piloti),
+                   Testo(Voce::StampaNote) + SenzaRitorni(DatiSessione.NoteSessione)};
     return testi;
 }
 
@@ -35,13 +35,13 @@ TestiStampaGrafico Righe() {
 
 TestiStampaGrafico TestiGraficoCanali() {
     TestiStampaGrafico testi = Righe();
-    testi.Legenda = Testo(202);
+    testi.Legenda = Testo(Voce::CanaliDelGiro);
     return testi;
 }
 
 TestiStampaGrafico TestiGraficoAllarmi() {
     TestiStampaGrafico testi = Righe();
-    for (int k = 0; k < kAllarmi; ++k) testi.Legenda += Testo(kPrimoAllarme + k) + ";";
+    for (int k = 0; k < kAllarmi; ++k) testi.Legenda += Testo(Dopo(kPrimoAllarme, k)) + ";";
     return testi;
 }
 

@@ -48,16 +48,16 @@ std::string InUnaRiga(const std::string& testo, const char* invece) {
 
 void StampaSessione(Printer& stampante) {
     constexpr double kMeta = 9.0;
-    const auto riga = [&](double x, double y, double fine, int testo, const std::string& valore) {
+    const auto riga = [&](double x, double y, double fine, Voce testo, const std::string& valore) {
         stampante.Text(x, y, fine - kDistacco, Testo(testo) + valore);
     };
-    riga(1.5, 1.5, kDestra, 195, DatiSessione.Sessione);
-    riga(1.5, 2.0, kMeta, 196, DatiSessione.DataSessione);
-    riga(kMeta, 2.0, kDestra, 197, DatiSessione.OraSessione);
-    riga(1.5, 2.5, kMeta, 198, DatiSessione.Circuito);
-    riga(kMeta, 2.5, kDestra, 199, DatiProgetto.Veicolo);
-    riga(1.5, 3.0, kDestra, 200, InUnaRiga(DatiSessione.Piloti, ", "));
-    riga(1.5, 3.5, kDestra, 201, InUnaRiga(DatiSessione.NoteSessione, " "));
+    riga(1.5, 1.5, kDestra, Voce::StampaSessione, DatiSessione.Sessione);
+    riga(1.5, 2.0, kMeta, Voce::StampaData, DatiSessione.DataSessione);
+    riga(kMeta, 2.0, kDestra, Voce::StampaOra, DatiSessione.OraSessione);
+    riga(1.5, 2.5, kMeta, Voce::StampaCircuito, DatiSessione.Circuito);
+    riga(kMeta, 2.5, kDestra, Voce::StampaVettura, DatiProgetto.Veicolo);
+    riga(1.5, 3.0, kDestra, Voce::StampaPiloti, InUnaRiga(DatiSessione.Piloti, ", "));
+    riga(1.5, 3.5, kDestra, Voce::StampaNote, InUnaRiga(DatiSessione.NoteSessione, " "));
 }
 
 void StampaRiga(Printer& stampante, const Gruppo& gruppo, double y, const RigaReport& riga) {
@@ -73,11 +73,12 @@ void StampaRiga(Printer& stampante, const Gruppo& gruppo, double y, const RigaRe
 
 std::string TitoloVelocita() {
     // Kept: the unit is part of the report, whatever unit the project uses.
-    return Testo(112) + " (Km/h)";
+    return Testo(Voce::Velocita) + " (Km/h)";
 }
 
 void StampaReport(Printer& stampante, const std::vector<RigaReport>& giri) {
-    const RigaReport titoli{Testo(194), Testo(110), Testo(111), TitoloVelocita()};
+    const RigaReport titoli{Testo(Voce::Sessione), Testo(Voce::Giro), Testo(Voce::Tempo),
+                            TitoloVelocita()};
     const int numGiri = static_cast<int>(giri.size());
     int pagine = 0;
     int giriPagina = std::min(numGiri, kGiriPagina);

@@ -27,8 +27,8 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kTestoNegativo = 326;
-constexpr int kTestoSomma = 327;
+constexpr Voce kTestoNegativo = Voce::SettoreNegativo;
+constexpr Voce kTestoSomma = Voce::SommaSettori;
 
 QString Rifilato(const std::string& testo) {
     return InQt(Rifila(testo));
@@ -41,7 +41,7 @@ std::optional<double> Metri(const std::string& testo) {
     return inizio == 0.0 ? std::nullopt : std::optional(inizio);
 }
 
-void Avvisa(int testo) {
+void Avvisa(Voce testo) {
     platform().MsgBox(Testo(testo), Buttons::Ok, Icon::Information, platform().ExeName());
 }
 
@@ -234,23 +234,23 @@ QWidget* dlgDatiSessione::CreaSettori() {
 void dlgDatiSessione::AggiornaTesti() {
     CalcolaBaseTesti();
     Mnemonica lettere;
-    fraSessione_->setTitle(Mnemonica::Senza(InQt(Testo(117))));
-    fraCircuito_->setTitle(Mnemonica::Senza(InQt(Testo(120))));
-    lblSessione_->setText(lettere.Con(InQt(Testo(194))));
-    lblData_->setText(lettere.Con(InQt(Testo(118))));
-    lblOra_->setText(lettere.Con(InQt(Testo(119))));
-    lblCircuito_->setText(lettere.Con(InQt(Testo(120))));
-    lblLunghTracciato_->setText(lettere.Con(InQt(Testo(121))));
-    lblMetri_->setText(Mnemonica::Senza(InQt(Testo(122))));
-    lblVeicolo_->setText(lettere.Con(InQt(Testo(123))));
-    lblPiloti_->setText(lettere.Con(InQt(Testo(124))));
-    lblNote_->setText(lettere.Con(InQt(Testo(125))));
-    lblNSettori_->setText(lettere.Con(InQt(Testo(324))));
-    lblSettori_->setText(Mnemonica::Senza(InQt(Testo(321))));
-    CancelButton_->setText(lettere.Con(InQt(Testo(35))));
-    Picture1_->setAccessibleName(InQt(Testo(120)));
+    fraSessione_->setTitle(Mnemonica::Senza(InQt(Testo(Voce::TitoloDatiSessione))));
+    fraCircuito_->setTitle(Mnemonica::Senza(InQt(Testo(Voce::Circuito))));
+    lblSessione_->setText(lettere.Con(InQt(Testo(Voce::Sessione))));
+    lblData_->setText(lettere.Con(InQt(Testo(Voce::Data))));
+    lblOra_->setText(lettere.Con(InQt(Testo(Voce::Ora))));
+    lblCircuito_->setText(lettere.Con(InQt(Testo(Voce::Circuito))));
+    lblLunghTracciato_->setText(lettere.Con(InQt(Testo(Voce::LunghezzaTracciato))));
+    lblMetri_->setText(Mnemonica::Senza(InQt(Testo(Voce::Metri))));
+    lblVeicolo_->setText(lettere.Con(InQt(Testo(Voce::Vettura))));
+    lblPiloti_->setText(lettere.Con(InQt(Testo(Voce::Piloti))));
+    lblNote_->setText(lettere.Con(InQt(Testo(Voce::Note))));
+    lblNSettori_->setText(lettere.Con(InQt(Testo(Voce::NumeroSettori))));
+    lblSettori_->setText(Mnemonica::Senza(InQt(Testo(Voce::Settori))));
+    CancelButton_->setText(lettere.Con(InQt(Testo(Voce::Annulla))));
+    Picture1_->setAccessibleName(InQt(Testo(Voce::Circuito)));
     for (int i = 0; i < kSettoriMassimi; ++i) {
-        txtX_[static_cast<std::size_t>(i)]->setAccessibleName(InQt(Testo(144)) +
+        txtX_[static_cast<std::size_t>(i)]->setAccessibleName(InQt(Testo(Voce::ColonnaSettore)) +
                                                               QString::number(i + 1));
     }
     AggiornaTitolo();
@@ -260,7 +260,7 @@ void dlgDatiSessione::AggiornaTitolo() {
     QString titolo = cboCircuito_->currentText();
     const QString lunghezza = Rifilato(DatiSessione.LunghTracciato);
     if (titolo.isEmpty()) {
-        titolo = InQt(Testo(117));
+        titolo = InQt(Testo(Voce::TitoloDatiSessione));
     } else if (!lunghezza.isEmpty()) {
         titolo += QStringLiteral(" - ") + lunghezza + QStringLiteral(" m.");
     }

@@ -25,13 +25,13 @@ constexpr int kRigheVisibili = 16;
 dlgReportGiri::dlgReportGiri(const AnalisiDati& analisi, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("dlgReportGiri"));
     CalcolaBaseTesti();
-    setWindowTitle(InQt(Testo(115)));
+    setWindowTitle(InQt(Testo(Voce::ReportGiri)));
     MSFlexGrid1_ = new Tabella(this);
     MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1_->setAccessibleName(windowTitle());
     MSFlexGrid1_->Quote({0.2, 0.2, 0.28, 0.28});
-    MSFlexGrid1_->Titoli(
-        {InQt(Testo(194)), InQt(Testo(110)), InQt(Testo(111)), InQt(TitoloVelocita())});
+    MSFlexGrid1_->Titoli({InQt(Testo(Voce::Sessione)), InQt(Testo(Voce::Giro)),
+                          InQt(Testo(Voce::Tempo)), InQt(TitoloVelocita())});
     std::vector<QStringList> celle;
     for (int giro = 1; giro <= analisi.NumGiri; ++giro) {
         // Index 1 of the analysis is the stretch before the first mark.
@@ -45,14 +45,14 @@ dlgReportGiri::dlgReportGiri(const AnalisiDati& analisi, QWidget* parent) : QDia
     MSFlexGrid1_->Riempi(celle);
 
     Mnemonica lettere;
-    const auto pulsante = [&](const char* nome, int testo) {
+    const auto pulsante = [&](const char* nome, Voce testo) {
         auto* const nuovo = new QPushButton(lettere.Con(InQt(Testo(testo))), this);
         nuovo->setObjectName(QString::fromLatin1(nome));
         return nuovo;
     };
-    auto* cmdGiri = pulsante("cmdGiri", 113);
-    auto* cmdTempi = pulsante("cmdTempi", 114);
-    auto* cmdStampa = pulsante("cmdStampa", 7);
+    auto* cmdGiri = pulsante("cmdGiri", Voce::OrdinaPerGiro);
+    auto* cmdTempi = pulsante("cmdTempi", Voce::OrdinaPerTempo);
+    auto* cmdStampa = pulsante("cmdStampa", Voce::Stampa);
     connect(cmdGiri, &QPushButton::clicked, this,
             [this] { Protetto([this] { MSFlexGrid1_->Ordina(kOrdinePerGiro); }); });
     connect(cmdTempi, &QPushButton::clicked, this,
@@ -61,7 +61,9 @@ dlgReportGiri::dlgReportGiri(const AnalisiDati& analisi, QWidget* parent) : QDia
 
     std::filesystem::path file = analisi.NomeFileDati;
     file.replace_extension(".pdf");
-    ApriStampante = [titolo = Testo(115), file] { return ScegliStampante(titolo, file); };
+    ApriStampante = [titolo = Testo(Voce::ReportGiri), file] {
+        return ScegliStampante(titolo, file);
+    };
 
     auto* colonna = new QVBoxLayout(this);
     colonna->addWidget(MSFlexGrid1_, 1);

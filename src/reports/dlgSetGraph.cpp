@@ -21,7 +21,7 @@ namespace lapvane {
 namespace {
 
 constexpr int kSpessoreMassimo = 6;
-constexpr int kTestoNumeroErrato = 262;
+constexpr Voce kTestoNumeroErrato = Voce::NumeroNonValido;
 
 /// The leading number of a text, with a point or a comma as separator.
 double NumeroIniziale(const QString& testo) {
@@ -153,17 +153,17 @@ void dlgSetGraph::Carica() {
 void dlgSetGraph::AggiornaTesti() {
     CalcolaBaseTesti();
     Mnemonica lettere;
-    const auto testo = [&](int n) { return lettere.Con(InQt(Testo(n))); };
-    lblNomeCampo_->setText(testo(41));
-    lblUM_->setText(testo(42));
-    lblFiltro_->setText(testo(43));
-    lblColoreGrafico_->setText(testo(44));
-    lblSpessoreLinea_->setText(testo(45));
-    fraScalaDisegno_->setTitle(Mnemonica::Senza(InQt(Testo(46))));
-    lblMinValDisegno_->setText(testo(47));
-    lblMaxValDisegno_->setText(testo(48));
-    CancelButton_->setText(testo(35));
-    cmdColor_->setAccessibleName(InQt(Testo(44)));
+    const auto testo = [&](Voce n) { return lettere.Con(InQt(Testo(n))); };
+    lblNomeCampo_->setText(testo(Voce::NomeCanale));
+    lblUM_->setText(testo(Voce::UnitaCanale));
+    lblFiltro_->setText(testo(Voce::FiltroUnPuntoOgni));
+    lblColoreGrafico_->setText(testo(Voce::ColoreGrafico));
+    lblSpessoreLinea_->setText(testo(Voce::SpessoreLinea));
+    fraScalaDisegno_->setTitle(Mnemonica::Senza(InQt(Testo(Voce::ScalaDisegno))));
+    lblMinValDisegno_->setText(testo(Voce::MinimoDisegno));
+    lblMaxValDisegno_->setText(testo(Voce::MassimoDisegno));
+    CancelButton_->setText(testo(Voce::Annulla));
+    cmdColor_->setAccessibleName(InQt(Testo(Voce::ColoreGrafico)));
     // One column of labels in both frames.
     int larghezza = 0;
     for (const QLabel* etichetta : {lblNomeCampo_, lblUM_, lblFiltro_, lblColoreGrafico_,
@@ -187,8 +187,9 @@ void dlgSetGraph::ScegliColore() {
 }
 
 void dlgSetGraph::NumeroErrato(QWidget* casella) {
-    const auto& [didascalia, ammessi] =
-        casella == txtFiltro_ ? std::pair{43, " (1 ... 32767)"} : std::pair{45, " (1 ... 6)"};
+    const auto& [didascalia, ammessi] = casella == txtFiltro_
+                                            ? std::pair{Voce::FiltroUnPuntoOgni, " (1 ... 32767)"}
+                                            : std::pair{Voce::SpessoreLinea, " (1 ... 6)"};
     platform().MsgBox(Testo(kTestoNumeroErrato) + "\r\n" + Testo(didascalia) + ammessi, Buttons::Ok,
                       Icon::Information, platform().ExeName());
     casella->setFocus();

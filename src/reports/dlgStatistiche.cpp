@@ -21,24 +21,24 @@ constexpr int kLarghezza = 380;
 dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("dlgStatistiche"));
     CalcolaBaseTesti();
-    setWindowTitle(InQt(Testo(116)));
+    setWindowTitle(InQt(Testo(Voce::StatisticheSessione)));
     auto* MSFlexGrid1 = new Tabella(this);
     MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1->setAccessibleName(windowTitle());
     MSFlexGrid1->Quote({3.0 / 5.0, 1.88 / 5.0});
 
     // The labels of the worst lap are those of the best one.
-    const std::array<std::pair<int, std::string>, 10> righe = {
-        {{102, TestoNumero(analisi.NumGiri)},
-         {103, analisi.TempoTotale},
-         {104, analisi.TempoMedio},
-         {105, analisi.VelocitaMedia},
-         {106, TestoNumero(analisi.GiroMigliore)},
-         {107, analisi.TempoMigliore},
-         {108, analisi.VelocitaMigliore},
-         {109, TestoNumero(analisi.GiroPeggiore)},
-         {107, analisi.TempoPeggiore},
-         {108, analisi.VelocitaPeggiore}}};
+    const std::array<std::pair<Voce, std::string>, 10> righe = {
+        {{Voce::StatisticaGiriCompletati, TestoNumero(analisi.NumGiri)},
+         {Voce::TempoTotale, analisi.TempoTotale},
+         {Voce::TempoMedio, analisi.TempoMedio},
+         {Voce::VelocitaMedia, analisi.VelocitaMedia},
+         {Voce::GiroMigliore, TestoNumero(analisi.GiroMigliore)},
+         {Voce::TempoSulGiro, analisi.TempoMigliore},
+         {Voce::VelocitaSulGiro, analisi.VelocitaMigliore},
+         {Voce::GiroPeggiore, TestoNumero(analisi.GiroPeggiore)},
+         {Voce::TempoSulGiro, analisi.TempoPeggiore},
+         {Voce::VelocitaSulGiro, analisi.VelocitaPeggiore}}};
     std::vector<QStringList> celle;
     celle.reserve(righe.size());
     for (const auto& [testo, valore] : righe) celle.push_back({InQt(Testo(testo)), InQt(valore)});

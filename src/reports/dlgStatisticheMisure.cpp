@@ -27,12 +27,13 @@ dlgStatisticheMisure::dlgStatisticheMisure(const AnalisiDati& analisi, QWidget* 
     : QDialog(parent) {
     setObjectName(QStringLiteral("dlgStatisticheMisure"));
     CalcolaBaseTesti();
-    setWindowTitle(InQt(Testo(186)));
+    setWindowTitle(InQt(Testo(Voce::StatisticheCanali)));
     auto* MSFlexGrid1 = new Tabella(this);
     MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1->setAccessibleName(windowTitle());
     MSFlexGrid1->Quote({8.0 / 19.0, 3.0 / 19.0, 3.0 / 19.0, 4.0 / 19.0});
-    MSFlexGrid1->Titoli({InQt(Testo(190)), InQt(Testo(187)), InQt(Testo(188)), InQt(Testo(189))});
+    MSFlexGrid1->Titoli({InQt(Testo(Voce::Canale)), InQt(Testo(Voce::Minimo)),
+                         InQt(Testo(Voce::Massimo)), InQt(Testo(Voce::Media))});
     std::vector<QStringList> celle;
     for (int c = kPrimoCanale; c <= std::min(analisi.NumCampi, kUltimoCanale); ++c) {
         celle.push_back({InQt(analisi.GetNomeMisura(c)), DueDecimali(analisi.GetMinVal(c)),

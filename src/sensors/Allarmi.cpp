@@ -18,12 +18,14 @@ double Valore(std::string_view testo) {
 }  // namespace
 
 const std::array<SogliaAllarme, 6> kSoglie = {{
-    {"chkTO", "txtTO", 92, &R::chkTO, &R::mskTO, 10, "999.9", Temperatura},
-    {"chkPO", "txtPO", 93, &R::chkPO, &R::mskPO, 1000, "9.999", Pressione},
-    {"chkPB", "txtPB", 94, &R::chkPB, &R::mskPB, 1000, "9.999", Pressione},
-    {"chkTA", "txtTA", 95, &R::chkTA, &R::mskTA, 10, "999.9", Temperatura},
-    {"chkLB", "txtLB", 96, &R::chkLB, &R::mskLB, 10, "9999", Nessuna},
-    {"chkTB", "txtTB", 97, &R::chkTB, &R::mskTB, 10, "999.9", Volt},
+    {"chkTO", "txtTO", Voce::SogliaTemperaturaOlio, &R::chkTO, &R::mskTO, 10, "999.9", Temperatura},
+    {"chkPO", "txtPO", Voce::SogliaPressioneOlio, &R::chkPO, &R::mskPO, 1000, "9.999", Pressione},
+    {"chkPB", "txtPB", Voce::SogliaPressioneBenzina, &R::chkPB, &R::mskPB, 1000, "9.999",
+     Pressione},
+    {"chkTA", "txtTA", Voce::SogliaTemperaturaAcqua, &R::chkTA, &R::mskTA, 10, "999.9",
+     Temperatura},
+    {"chkLB", "txtLB", Voce::SogliaLivelloBenzina, &R::chkLB, &R::mskLB, 10, "9999", Nessuna},
+    {"chkTB", "txtTB", Voce::SogliaTensioneBatteria, &R::chkTB, &R::mskTB, 10, "999.9", Volt},
 }};
 
 const std::array<std::int16_t R::*, 5> kShiftLight = {&R::Led0, &R::Led1, &R::Led2, &R::Led3,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "project/DatiProgetto.h"
+#include "shell/Voci.h"
 
 namespace lapvane {
 
@@ -20,7 +21,7 @@ enum class UnitaSoglia { Nessuna, Temperatura, Pressione, Volt };
 struct SogliaAllarme {
     std::string_view Spunta;
     std::string_view Casella;
-    int Didascalia;
+    Voce Didascalia;
     bool RecordProgetto::*Attiva;
     std::int32_t RecordProgetto::*Valore;
     int Fattore;

@@ -29,8 +29,8 @@ constexpr int kPunti = static_cast<int>(CSensore::kPunti);
 constexpr std::size_t kMassimoFile = std::size_t{1} << 20;
 
 void Rifiuta(const std::string& nome) {
-    platform().MsgBox(Testo(175) + nome + " " + Testo(176), Buttons::Ok, Icon::Critical,
-                      platform().ExeName());
+    platform().MsgBox(Testo(Voce::IlFileConSpazio) + nome + " " + Testo(Voce::NonEUnSensore),
+                      Buttons::Ok, Icon::Critical, platform().ExeName());
 }
 
 std::vector<fs::path> FileDellaLibreria() {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "project/DatiProgetto.h"
+#include "shell/Voci.h"
 
 namespace lapvane {
 
@@ -14,21 +15,30 @@ struct CanaleSensore {
     std::string_view Tipo;
     std::string RecordProgetto::*Nome;
     bool RecordProgetto::*Abil;
-    int TestoInvio;
-    int TestoLettura;
+    Voce TestoInvio;
+    Voce TestoLettura;
 };
 
 /// The nine channels; the position is the number that the transfer routines take.
 inline constexpr std::array<CanaleSensore, 9> kCanaliSensore = {{
-    {"TemperaturaOlio", &RecordProgetto::TemperaturaOlio, &RecordProgetto::AbilTO, 151, 159},
-    {"Pressione", &RecordProgetto::PressioneOlio, &RecordProgetto::AbilPO, 152, 160},
-    {"Pressione", &RecordProgetto::PressioneBenzina, &RecordProgetto::AbilPB, 153, 161},
-    {"TemperaturaAcqua", &RecordProgetto::TemperaturaAcqua, &RecordProgetto::AbilTA, 154, 162},
-    {"LivelloBenzina", &RecordProgetto::LivelloBenzina, &RecordProgetto::AbilLB, 155, 163},
-    {"Altro", &RecordProgetto::Cambio, &RecordProgetto::AbilCambio, 156, 164},
-    {"SensoreLambda", &RecordProgetto::SensoreLambda, &RecordProgetto::AbilSensoreLambda, 322, 323},
-    {"PressioneTurbo", &RecordProgetto::PressioneTurbo, &RecordProgetto::AbilPT, 331, 333},
-    {"SensoreG", &RecordProgetto::SensoreG, &RecordProgetto::AbilSG, 332, 334},
+    {"TemperaturaOlio", &RecordProgetto::TemperaturaOlio, &RecordProgetto::AbilTO,
+     Voce::InvioCurvaTemperaturaOlio, Voce::LetturaCurvaTemperaturaOlio},
+    {"Pressione", &RecordProgetto::PressioneOlio, &RecordProgetto::AbilPO,
+     Voce::InvioCurvaPressioneOlio, Voce::LetturaCurvaPressioneOlio},
+    {"Pressione", &RecordProgetto::PressioneBenzina, &RecordProgetto::AbilPB,
+     Voce::InvioCurvaPressioneBenzina, Voce::LetturaCurvaPressioneBenzina},
+    {"TemperaturaAcqua", &RecordProgetto::TemperaturaAcqua, &RecordProgetto::AbilTA,
+     Voce::InvioCurvaTemperaturaAcqua, Voce::LetturaCurvaTemperaturaAcqua},
+    {"LivelloBenzina", &RecordProgetto::LivelloBenzina, &RecordProgetto::AbilLB,
+     Voce::InvioCurvaLivelloBenzina, Voce::LetturaCurvaLivelloBenzina},
+    {"Altro", &RecordProgetto::Cambio, &RecordProgetto::AbilCambio, Voce::InvioCurvaMarcia,
+     Voce::LetturaCurvaMarcia},
+    {"SensoreLambda", &RecordProgetto::SensoreLambda, &RecordProgetto::AbilSensoreLambda,
+     Voce::InvioCurvaLambda, Voce::LetturaCurvaLambda},
+    {"PressioneTurbo", &RecordProgetto::PressioneTurbo, &RecordProgetto::AbilPT,
+     Voce::InvioCurvaPressioneTurbo, Voce::LetturaCurvaPressioneTurbo},
+    {"SensoreG", &RecordProgetto::SensoreG, &RecordProgetto::AbilSG, Voce::InvioCurvaSensoreG,
+     Voce::LetturaCurvaSensoreG},
 }};
 
 }  // namespace lapvane

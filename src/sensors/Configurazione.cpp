@@ -19,22 +19,22 @@ constexpr std::array<bool R::*, PagineSetup::kFlag> kAbilitate = {
 }  // namespace
 
 const std::array<ListaSetup, 4> kListeSetup = {{
-    {"cboLingua", &R::Lingua, &ListaLingue, 25},
-    {"cboUMVelocita", &R::UMVel, &ListaUMVelocita, 27},
-    {"cboUMTemperatura", &R::UMTemp, &ListaUMTemperatura, 29},
-    {"cboUMPressione", &R::UMPress, &ListaUMPressione, 28},
+    {"cboLingua", &R::Lingua, &ListaLingue, Voce::LinguaDisplay},
+    {"cboUMVelocita", &R::UMVel, &ListaUMVelocita, Voce::UnitaVelocita},
+    {"cboUMTemperatura", &R::UMTemp, &ListaUMTemperatura, Voce::UnitaTemperatura},
+    {"cboUMPressione", &R::UMPress, &ListaUMPressione, Voce::UnitaPressione},
 }};
 
 const std::array<NumeroSetup, 9> kNumeriSetup = {{
-    {"txtAbilRecVel", &R::mskAbilRecVel, 265},
-    {"txtStopRecSecondi", &R::mskStopRecSecondi, 266},
-    {"txtTempoMsgGiro", &R::TempoMsgGiro, 293},
-    {"txtTempoVisGiro", &R::TempoVisGiro, 294},
-    {"txtSettoreCrono0", &R::Settore1, 295, true},
-    {"txtSettoreCrono1", &R::Settore2, 296, true},
-    {"txtSettoreCrono2", &R::Settore3, 297, true},
-    {"txtSettoreCrono3", &R::Settore4, 298, true},
-    {"txtSettoreCrono4", &R::Settore5, 299, true},
+    {"txtAbilRecVel", &R::mskAbilRecVel, Voce::AvvioOltreLaVelocita},
+    {"txtStopRecSecondi", &R::mskStopRecSecondi, Voce::ArrestoDopo},
+    {"txtTempoMsgGiro", &R::TempoMsgGiro, Voce::MessaggioGiro},
+    {"txtTempoVisGiro", &R::TempoVisGiro, Voce::VisualizzazioneTempoGiro},
+    {"txtSettoreCrono0", &R::Settore1, Voce::Settore1, true},
+    {"txtSettoreCrono1", &R::Settore2, Voce::Settore2, true},
+    {"txtSettoreCrono2", &R::Settore3, Voce::Settore3, true},
+    {"txtSettoreCrono3", &R::Settore4, Voce::Settore4, true},
+    {"txtSettoreCrono4", &R::Settore5, Voce::Settore5, true},
 }};
 
 std::string MostraNumero(const NumeroSetup& numero, const RecordProgetto& record) {

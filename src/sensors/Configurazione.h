@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "project/DatiProgetto.h"
+#include "shell/Voci.h"
 
 namespace lapvane {
 
@@ -18,7 +19,7 @@ struct ListaSetup {
     std::string_view Controllo;
     std::int16_t RecordProgetto::*Campo;
     const std::vector<std::string>* Voci;
-    int Didascalia;
+    Voce Didascalia;
 };
 extern const std::array<ListaSetup, 4> kListeSetup;
 
@@ -27,7 +28,7 @@ extern const std::array<ListaSetup, 4> kListeSetup;
 struct NumeroSetup {
     std::string_view Controllo;
     CampoProgetto Campo;
-    int Didascalia;
+    Voce Didascalia;
     bool Lungo = false;
 };
 extern const std::array<NumeroSetup, 9> kNumeriSetup;

@@ -51,8 +51,9 @@ Esito Scrivi(std::string_view tipo, const std::string& utf8, const TabellaPunti&
     try {
         const auto vecchio = FileUguale(file);
         if (vecchio &&
-            platform().MsgBox(Testo(175) + percorso + " " + Testo(132), Buttons::OkCancel,
-                              Icon::Question, Testo(133)) != Answer::Ok) {
+            platform().MsgBox(
+                Testo(Voce::IlFileConSpazio) + percorso + " " + Testo(Voce::EsisteGia),
+                Buttons::OkCancel, Icon::Question, Testo(Voce::SostituzioneFile)) != Answer::Ok) {
             return Esito::Annullato;
         }
         // The file that the question was about is the one that is replaced.
@@ -92,7 +93,7 @@ const CSensore* CercaSensore(std::string_view nome) {
 bool SalvaSensore(std::string_view tipo, const std::string& nome, const TabellaPunti& tabella,
                   const std::string& titolo) {
     if (nome.empty()) {
-        platform().MsgBox(Testo(179), Buttons::Ok, Icon::Critical, titolo);
+        platform().MsgBox(Testo(Voce::InserireNomeSensore), Buttons::Ok, Icon::Critical, titolo);
         return false;
     }
     const std::string percorso =
@@ -101,16 +102,17 @@ bool SalvaSensore(std::string_view tipo, const std::string& nome, const TabellaP
     // library.
     const bool ammesso = NomeAmmesso(nome);
     if (!ammesso || tabella.NumPuntiTabella() <= 0) {
-        platform().MsgBox(Testo(ammesso ? Voce::MotivoSenzaPunti : Voce::MotivoNome) + "\r\n\"" +
-                              Utf8In1252(nome) + "\"\r\n\r\n" + Testo(Voce::SensoreNonSalvato),
+        const Voce rifiuto = ammesso ? Voce::MotivoSenzaPunti : Voce::MotivoNome;
+        platform().MsgBox(Testo(rifiuto) + "\r\n\"" + Utf8In1252(nome) + "\"\r\n\r\n" +
+                              Testo(Voce::SensoreNonSalvato),
                           Buttons::Ok, Icon::Critical, titolo);
         return false;
     }
     std::string motivo;
     const Esito esito = Scrivi(tipo, nome, tabella, percorso, motivo);
     if (esito == Esito::Fallito) {
-        platform().MsgBox(Testo(328) + " " + percorso + " " + Testo(329) + "\r\n\r\n" + motivo +
-                              "\r\n" + Testo(Voce::SensoreNonSalvato),
+        platform().MsgBox(Testo(Voce::IlFile) + " " + percorso + " " + Testo(Voce::NonTrovato) +
+                              "\r\n\r\n" + motivo + "\r\n" + Testo(Voce::SensoreNonSalvato),
                           Buttons::Ok, Icon::Critical, titolo);
     }
     if (esito != Esito::Salvato) return false;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "sensors/TabellaPunti.h"
+#include "shell/Voci.h"
 
 namespace lapvane {
 
@@ -15,25 +16,25 @@ namespace lapvane {
 struct TipoSensore {
     std::string_view Tipo;
     std::string_view Opzione;
-    int Testo;
+    Voce Testo;
     std::string_view EtichettaX;
     std::string_view EtichettaY;  ///< Windows-1252
 };
 
 /// The eight types, in the order of the option buttons.
 inline constexpr std::array<TipoSensore, 8> kTipiSensore = {{
-    {"TemperaturaOlio", "optTemperaturaOlio", 74, "Bit",
+    {"TemperaturaOlio", "optTemperaturaOlio", Voce::OpzioneTemperaturaOlio, "Bit",
      "Y (\xB0"
      "C)"},
-    {"TemperaturaAcqua", "optTemperaturaAcqua", 228, "Bit",
+    {"TemperaturaAcqua", "optTemperaturaAcqua", Voce::OpzioneTemperaturaAcqua, "Bit",
      "Y (\xB0"
      "C)"},
-    {"Pressione", "optPressione", 330, "Bit", "Y (bar)"},
-    {"PressioneTurbo", "optPressioneTurbo", 319, "mV", "Y (bar)"},
-    {"LivelloBenzina", "optLivelloBenzina", 60, "Bit", "Y"},
-    {"Altro", "optAltro", 76, "Bit", "Y ( )"},
-    {"SensoreG", "optSensoreG", 69, "mV", "G"},
-    {"SensoreLambda", "optSensoreLambda", 290, "mV", "A/F"},
+    {"Pressione", "optPressione", Voce::OpzionePressione, "Bit", "Y (bar)"},
+    {"PressioneTurbo", "optPressioneTurbo", Voce::CanalePressioneTurbo, "mV", "Y (bar)"},
+    {"LivelloBenzina", "optLivelloBenzina", Voce::LivelloBenzina, "Bit", "Y"},
+    {"Altro", "optAltro", Voce::OpzioneAltro, "Bit", "Y ( )"},
+    {"SensoreG", "optSensoreG", Voce::SensoreG, "mV", "G"},
+    {"SensoreLambda", "optSensoreLambda", Voce::SondaLambda, "mV", "A/F"},
 }};
 
 /// Position in `kTipiSensore` of the type that a curve channel (0 to 8) takes.

@@ -35,34 +35,36 @@ std::int16_t Scelta(const ControlliEditor& controlli, std::string_view lista) {
 }  // namespace
 
 const std::array<CanaleEditor, 9> kCanaliEditor = {{
-    {"fraTempOlio", 61, "chkAbilTO", "lblNomeTO", "cboTemperaturaOlio0", "lblTCTO", "cboTCampTO",
-     &R::TCampTO, 166, "chkAbilTO"},
-    {"fraPressOlio", 62, "chkAbilPO", "lblNomePO", "cboPressione0", "lblTCPO", "cboTCampPO",
-     &R::TCampPO, 167, "chkAbilPO"},
-    {"fraPressBenzina", 64, "chkAbilPB", "lblNomePB", "cboPressione1", "lblTCPB", "cboTCampPB",
-     &R::TCampPB, 169, "chkAbilPB"},
-    {"fraTempAcqua", 63, "chkAbilTA", "lblNomeTA", "cboTemperaturaAcqua0", "lblTCTA", "cboTCampTA",
-     &R::TCampTA, 168, "chkAbilTA"},
-    {"fraLivBenzina", 60, "chkAbilLB", "lblNomeLB", "cboLivelloBenzina0", "lblTCLB", "cboTCampLB",
-     &R::TCampLB, 170, "chkAbilLB"},
-    {"fraCambio", 70, "chkAbilCambio", "lblNomeCambio", "cboAltro0", "lblTCCambio",
-     "cboTCampCambio", &R::TCampCambio, 173, "chkAbilCambio", "lblCanaleCambio", "cboChannCambio",
-     &R::ChannCambio},
-    {"fraSensoreLambda", 290, "chkAbilSensoreLambda", "lblNomeLambda", "cboSensoreLambda",
-     "lblTCLambda", "cboTCampSensoreLambda", &R::TCampSensoreLambda, 304, "chkAbilSensoreLambda",
-     "lblCanaleLambda", "cboChannSensoreLambda", &R::ChannSensoreLambda},
-    {"fraPressioneTurbo", 231, "chkAbilPT", "lblNomePT", "cboPressioneTurbo", "lblTCPT",
-     "cboTCampPT", &R::TCampPT, 171, "chkAbilPT", "lblCanalePT", "cboChannPT", &R::ChannPT},
+    {"fraTempOlio", Voce::TemperaturaOlio, "chkAbilTO", "lblNomeTO", "cboTemperaturaOlio0",
+     "lblTCTO", "cboTCampTO", &R::TCampTO, Voce::IncompletoTemperaturaOlio, "chkAbilTO"},
+    {"fraPressOlio", Voce::PressioneOlio, "chkAbilPO", "lblNomePO", "cboPressione0", "lblTCPO",
+     "cboTCampPO", &R::TCampPO, Voce::IncompletoPressioneOlio, "chkAbilPO"},
+    {"fraPressBenzina", Voce::PressioneBenzina, "chkAbilPB", "lblNomePB", "cboPressione1",
+     "lblTCPB", "cboTCampPB", &R::TCampPB, Voce::IncompletoPressioneBenzina, "chkAbilPB"},
+    {"fraTempAcqua", Voce::TemperaturaAcqua, "chkAbilTA", "lblNomeTA", "cboTemperaturaAcqua0",
+     "lblTCTA", "cboTCampTA", &R::TCampTA, Voce::IncompletoTemperaturaAcqua, "chkAbilTA"},
+    {"fraLivBenzina", Voce::LivelloBenzina, "chkAbilLB", "lblNomeLB", "cboLivelloBenzina0",
+     "lblTCLB", "cboTCampLB", &R::TCampLB, Voce::IncompletoLivelloBenzina, "chkAbilLB"},
+    {"fraCambio", Voce::Marcia, "chkAbilCambio", "lblNomeCambio", "cboAltro0", "lblTCCambio",
+     "cboTCampCambio", &R::TCampCambio, Voce::IncompletoMarcia, "chkAbilCambio", "lblCanaleCambio",
+     "cboChannCambio", &R::ChannCambio},
+    {"fraSensoreLambda", Voce::SondaLambda, "chkAbilSensoreLambda", "lblNomeLambda",
+     "cboSensoreLambda", "lblTCLambda", "cboTCampSensoreLambda", &R::TCampSensoreLambda,
+     Voce::IncompletoLambda, "chkAbilSensoreLambda", "lblCanaleLambda", "cboChannSensoreLambda",
+     &R::ChannSensoreLambda},
+    {"fraPressioneTurbo", Voce::PressioneTurbo, "chkAbilPT", "lblNomePT", "cboPressioneTurbo",
+     "lblTCPT", "cboTCampPT", &R::TCampPT, Voce::IncompletoPressioneTurbo, "chkAbilPT",
+     "lblCanalePT", "cboChannPT", &R::ChannPT},
     // Kept: the acceleration curve goes out when the turbo channel is on, and zeros when that is
     // off, whatever the acceleration's own box says.
-    {"fraSensoreG", 69, "chkAbilSG", "lblNomeG", "cboSG", "lblTCG", "cboTCampSG", &R::TCampSG, 172,
-     "chkAbilPT", "lblCanaleSG", "cboChannSG", &R::ChannSG},
+    {"fraSensoreG", Voce::SensoreG, "chkAbilSG", "lblNomeG", "cboSG", "lblTCG", "cboTCampSG",
+     &R::TCampSG, Voce::IncompletoSensoreG, "chkAbilPT", "lblCanaleSG", "cboChannSG", &R::ChannSG},
 }};
 
 const std::array<NumeroSensori, 3> kNumeriSensori = {{
-    {"txtNumAccRPM", "lblNumAcc", 56, &R::NumAccRPM},
-    {"txtImpulsiRuota", "lblNumImpulsi", 65, &R::ImpulsiRuota, true},
-    {"txtDiametroRuota", "lblDiametroRuota", 66, &R::DiametroRuota, true},
+    {"txtNumAccRPM", "lblNumAcc", Voce::AccensioniPerGiro, &R::NumAccRPM},
+    {"txtImpulsiRuota", "lblNumImpulsi", Voce::ImpulsiRuota, &R::ImpulsiRuota, true},
+    {"txtDiametroRuota", "lblDiametroRuota", Voce::DiametroRuota, &R::DiametroRuota, true},
 }};
 
 const std::array<FrequenzaSensori, 2> kFrequenzeSensori = {{
@@ -71,8 +73,8 @@ const std::array<FrequenzaSensori, 2> kFrequenzeSensori = {{
 }};
 
 const std::array<LivelloSensori, 2> kLivelliSensori = {{
-    {"fraPompaOlio", 55, "cboLAPO", "lblLAPO", &R::LAPO, &ListaCanaliA},
-    {"fraAlternatore", 54, "cboLAAL", "lblLAAL", &R::LAAL, &ListaCanaliB},
+    {"fraPompaOlio", Voce::CornicePompaOlio, "cboLAPO", "lblLAPO", &R::LAPO, &ListaCanaliA},
+    {"fraAlternatore", Voce::CorniceAlternatore, "cboLAAL", "lblLAAL", &R::LAAL, &ListaCanaliB},
 }};
 
 std::vector<std::string> NomiSensori(std::size_t canale) {

@@ -11,6 +11,7 @@
 
 #include "project/DatiProgetto.h"
 #include "shell/Editor.h"
+#include "shell/Voci.h"
 
 namespace lapvane {
 
@@ -21,14 +22,14 @@ namespace lapvane {
 /// without a choice of input leave the input's names empty.
 struct CanaleEditor {
     std::string_view Cornice;
-    int Titolo = 0;
+    Voce Titolo = Voce::Nessuna;
     std::string_view Abil;
     std::string_view EtichettaNome;
     std::string_view Nome;
     std::string_view EtichettaTCamp;
     std::string_view TCamp;
     std::string RecordProgetto::*CampoTCamp = nullptr;
-    int TestoManca = 0;
+    Voce TestoManca = Voce::Nessuna;
     /// The check box that decides whether the curve goes to the instrument, or zeros.
     std::string_view AbilCurva;
     std::string_view EtichettaChann = {};
@@ -42,7 +43,7 @@ extern const std::array<CanaleEditor, 9> kCanaliEditor;
 struct NumeroSensori {
     std::string_view Casella;
     std::string_view Etichetta;
-    int Didascalia = 0;
+    Voce Didascalia = Voce::Nessuna;
     std::int16_t RecordProgetto::*Campo = nullptr;
     bool VuotoZero = false;
 };
@@ -61,7 +62,7 @@ extern const std::array<FrequenzaSensori, 2> kFrequenzeSensori;
 /// A line that raises an alarm by its level.
 struct LivelloSensori {
     std::string_view Cornice;
-    int Titolo = 0;
+    Voce Titolo = Voce::Nessuna;
     std::string_view Lista;
     std::string_view Etichetta;
     std::int16_t RecordProgetto::*Campo = nullptr;

@@ -23,7 +23,7 @@ namespace {
 constexpr std::int16_t kFase = 9;
 
 std::string Coda() {
-    return "\n\n" + Testo(247) + "\n\n" + Testo(248);
+    return "\n\n" + Testo(Voce::PremereOK) + "\n\n" + Testo(Voce::PremereAnnulla);
 }
 
 /// The same step again, told that nothing was entered.
@@ -32,11 +32,11 @@ std::string FaseFallita(const std::string& fase) {
 }
 
 std::string FaseIniziale() {
-    return Testo(244) + Testo(245) + Coda();
+    return Testo(Voce::SvuotareIlSerbatoio) + Testo(Voce::AttendereIlLivello) + Coda();
 }
 
 std::string FaseSeguente() {
-    return Testo(249) + "\n" + Testo(250) + Coda();
+    return Testo(Voce::ImmettereCarburante) + "\n" + Testo(Voce::ScrivereILitri) + Coda();
 }
 
 void TieniPosto(QWidget* widget) {
@@ -54,7 +54,7 @@ dlgCalibrazione::dlgCalibrazione(TabellaPunti& tabella, std::function<void()> mo
     setObjectName(QStringLiteral("dlgCalibrazione"));
     ImpostaFormAttiva(this);
     CalcolaBaseTesti();
-    setWindowTitle(InQt(Testo(252)));
+    setWindowTitle(InQt(Testo(Voce::TitoloCalibrazione)));
     Disponi();
     Descrivi(FaseIniziale());
     for (QWidget* parte : {static_cast<QWidget*>(Label1_), static_cast<QWidget*>(txtLitri_),
@@ -101,10 +101,10 @@ void dlgCalibrazione::Disponi() {
     OKButton_ = new QPushButton(QStringLiteral("OK"), this);
     OKButton_->setObjectName(QStringLiteral("OKButton"));
     OKButton_->setDefault(true);
-    cmdFineProcedura_ = new QPushButton(lettere.Con(InQt(Testo(251))), this);
+    cmdFineProcedura_ = new QPushButton(lettere.Con(InQt(Testo(Voce::FineProcedura))), this);
     cmdFineProcedura_->setObjectName(QStringLiteral("cmdFineProcedura"));
     cmdFineProcedura_->setMinimumWidth(cmdFineProcedura_->sizeHint().width() + 16);
-    CancelButton_ = new QPushButton(lettere.Con(InQt(Testo(35))), this);
+    CancelButton_ = new QPushButton(lettere.Con(InQt(Testo(Voce::Annulla))), this);
     CancelButton_->setObjectName(QStringLiteral("CancelButton"));
     // Kept: the caption of the design, in one language.
     Label1_->setText(lettere.Con(QStringLiteral("Carburante immesso")));
@@ -176,8 +176,8 @@ void dlgCalibrazione::OKButton_Click() {
     MostraLitri(true);
     calibrazione_.StatoCalibrazione = 1;
     {
-        ScambioInCorso scambio(*this, {corpo_, OKButton_, cmdFineProcedura_}, kFase, 0, nullptr,
-                               inCorso_);
+        ScambioInCorso scambio(*this, {corpo_, OKButton_, cmdFineProcedura_}, kFase, Voce::Nessuna,
+                               nullptr, inCorso_);
         ErroreComunicazione = true;  // without a link nothing is read
         if (!scambio.Esegui([](std::int16_t) { LeggiValoriAnalogici(); }, 0)) return;
     }

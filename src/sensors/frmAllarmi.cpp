@@ -21,8 +21,14 @@ namespace lapvane {
 
 namespace {
 
-const ScambioEditor kProgramma = {20, 227, 219, 220, {InviaDatiAllarmi}, {&kRecordAllarmi}};
-const ScambioEditor kLeggi = {21, 236, 203, 0, {LeggiDatiAllarmi}};
+const ScambioEditor kProgramma = {20,
+                                  Voce::PassoAllarmi,
+                                  Voce::ProgrammazioneAllarmi,
+                                  Voce::AllarmiTrasmessi,
+                                  {InviaDatiAllarmi},
+                                  {&kRecordAllarmi}};
+const ScambioEditor kLeggi = {
+    21, Voce::DomandaLeggiAllarmi, Voce::LetturaAllarmi, Voce::Nessuna, {LeggiDatiAllarmi}};
 
 /// A lamp as the driver sees it.
 class Lampada : public QWidget {
@@ -140,7 +146,7 @@ QGroupBox* frmAllarmi::CreaAllarmi() {
 }
 
 frmAllarmi::Funzione frmAllarmi::CreaFunzione(QWidget* dove, const char* spunta, const char* lista,
-                                              int didascalia,
+                                              Voce didascalia,
                                               const std::vector<std::string>* voci) {
     Funzione funzione;
     funzione.Didascalia = didascalia;
@@ -167,9 +173,10 @@ QGroupBox* frmAllarmi::CreaLed() {
     fraLed_ = Cornice("fraLed");
     lblLed_ = new QLabel(fraLed_);
     lblLed_->setObjectName(QStringLiteral("lblLed"));
-    giallo_ = CreaFunzione(fraLed_, "chkLedGiallo", "cboLedGiallo", 87, &ListaAllarmeExtra);
-    verde_ = CreaFunzione(fraLed_, "chkLedVerde", "cboLedVerde", 88, nullptr);
-    blu_ = CreaFunzione(fraLed_, "chkLedBlu", "cboLedBlu", 89, nullptr);
+    giallo_ =
+        CreaFunzione(fraLed_, "chkLedGiallo", "cboLedGiallo", Voce::LedGiallo, &ListaAllarmeExtra);
+    verde_ = CreaFunzione(fraLed_, "chkLedVerde", "cboLedVerde", Voce::LedVerde, nullptr);
+    blu_ = CreaFunzione(fraLed_, "chkLedBlu", "cboLedBlu", Voce::LedBlu, nullptr);
     auto* griglia = new QGridLayout(fraLed_);
     griglia->setColumnStretch(1, 1);
     griglia->addWidget(lblLed_, 0, 2);
@@ -187,8 +194,9 @@ QGroupBox* frmAllarmi::CreaLed() {
 
 QGroupBox* frmAllarmi::CreaLinee() {
     QGroupBox* cornice = Cornice("fraLinee");
-    ingresso_ = CreaFunzione(cornice, "chkIngresso", "cboIngresso", 98, &ListaAllarmeBase);
-    uscita_ = CreaFunzione(cornice, "chkUscita", "cboUscita", 99, &ListaAllarmi);
+    ingresso_ = CreaFunzione(cornice, "chkIngresso", "cboIngresso", Voce::IngressoDigitale,
+                             &ListaAllarmeBase);
+    uscita_ = CreaFunzione(cornice, "chkUscita", "cboUscita", Voce::UscitaDigitale, &ListaAllarmi);
     auto* griglia = new QGridLayout(cornice);
     griglia->setColumnStretch(0, 1);
     int riga = 0;
@@ -223,23 +231,23 @@ QGroupBox* frmAllarmi::CreaShiftLight() {
 }
 
 void frmAllarmi::AggiornaTesti(Mnemonica& lettere) {
-    const auto testo = [&](int n) { return lettere.Con(InQt(Testo(n))); };
-    const auto senza = [](int n) { return Mnemonica::Senza(InQt(Testo(n))); };
-    setWindowTitle(InQt(Testo(79)));
-    fraAllarmi_->setTitle(senza(91));
+    const auto testo = [&](Voce n) { return lettere.Con(InQt(Testo(n))); };
+    const auto senza = [](Voce n) { return Mnemonica::Senza(InQt(Testo(n))); };
+    setWindowTitle(InQt(Testo(Voce::TitoloAllarmi)));
+    fraAllarmi_->setTitle(senza(Voce::Allarmi));
     for (std::size_t i = 0; i < kSoglie.size(); ++i) {
         spunte_[i]->setText(testo(kSoglie[i].Didascalia));
         soglie_[i]->setAccessibleName(InQt(Testo(kSoglie[i].Didascalia)));
     }
-    fraLed_->setTitle(senza(86));
-    lblLed_->setText(senza(90));
+    fraLed_->setTitle(senza(Voce::LedSegnalazione));
+    lblLed_->setText(senza(Voce::Funzione));
     for (const Funzione* funzione : {&giallo_, &verde_, &blu_, &ingresso_, &uscita_}) {
         funzione->Spunta->setText(testo(funzione->Didascalia));
         funzione->Lista->setAccessibleName(InQt(Testo(funzione->Didascalia)));
     }
-    fraShiftLight_->setTitle(senza(80));
+    fraShiftLight_->setTitle(senza(Voce::ShiftLight));
     for (std::size_t i = 0; i < lblLedShift_.size(); ++i) {
-        lblLedShift_[i]->setText(testo(81 + static_cast<int>(i)));
+        lblLedShift_[i]->setText(testo(Dopo(Voce::Led1, static_cast<int>(i))));
     }
     for (QLabel* unita : lblTemp_) {
         unita->setText(InQt(NomeUnita(ListaUMTemperatura, DatiProgetto.UMTemp)));

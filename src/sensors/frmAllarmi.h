@@ -23,7 +23,7 @@ class frmAllarmi : public frmEditor {
     struct Funzione {
         QCheckBox* Spunta = nullptr;
         QComboBox* Lista = nullptr;
-        int Didascalia = 0;
+        Voce Didascalia = Voce::Nessuna;
     };
 
     void AggiornaTesti(Mnemonica& lettere) override;
@@ -34,7 +34,7 @@ class frmAllarmi : public frmEditor {
     QGroupBox* Cornice(const char* nome);
     static QCheckBox* Spunta(QWidget* dove, std::string_view nome);
     static void Lega(QCheckBox* spunta, QWidget* campo);
-    Funzione CreaFunzione(QWidget* dove, const char* spunta, const char* lista, int didascalia,
+    Funzione CreaFunzione(QWidget* dove, const char* spunta, const char* lista, Voce didascalia,
                           const std::vector<std::string>* voci);
     QGroupBox* CreaAllarmi();
     QGroupBox* CreaLed();

@@ -23,9 +23,17 @@ namespace {
 constexpr std::size_t kLingua = 0, kVelocita = 1, kTemperatura = 2, kPressione = 3;
 constexpr std::size_t kRecVel = 0, kStopRec = 1, kMsgGiro = 2, kVisGiro = 3, kSettore = 4;
 
-const ScambioEditor kProgramma = {
-    18, 226, 146, 218, {InviaDatiSetup1, InviaDatiSetup2}, {&kRecordSetup1, &kRecordSetup2}};
-const ScambioEditor kLeggi = {19, 234, 206, 0, {LeggiDatiSetup1, LeggiDatiSetup2}};
+const ScambioEditor kProgramma = {18,
+                                  Voce::DomandaProgrammaImpostazioni,
+                                  Voce::ProgrammazioneImpostazioni,
+                                  Voce::ImpostazioniTrasmesse,
+                                  {InviaDatiSetup1, InviaDatiSetup2},
+                                  {&kRecordSetup1, &kRecordSetup2}};
+const ScambioEditor kLeggi = {19,
+                              Voce::DomandaLeggiImpostazioni,
+                              Voce::LetturaImpostazioni,
+                              Voce::Nessuna,
+                              {LeggiDatiSetup1, LeggiDatiSetup2}};
 
 constexpr std::string_view kFlagPagina = "PagineAbilitateTemp";
 
@@ -263,26 +271,26 @@ QGroupBox* frmConfigurazione::CreaCronometro() {
 }
 
 void frmConfigurazione::AggiornaTesti(Mnemonica& lettere) {
-    const auto testo = [&](int n) { return lettere.Con(InQt(Testo(n))); };
-    const auto senza = [](int n) { return Mnemonica::Senza(InQt(Testo(n))); };
-    setWindowTitle(InQt(Testo(24)));
+    const auto testo = [&](Voce n) { return lettere.Con(InQt(Testo(n))); };
+    const auto senza = [](Voce n) { return Mnemonica::Senza(InQt(Testo(n))); };
+    setWindowTitle(InQt(Testo(Voce::TitoloConfigurazione)));
     for (std::size_t i = 0; i < liste_.size(); ++i) {
         etichetteListe_[i]->setText(testo(kListeSetup[i].Didascalia));
     }
     for (std::size_t i = 0; i < caselle_.size(); ++i) {
         etichetteCaselle_[i]->setText(testo(kNumeriSetup[i].Didascalia));
     }
-    fraUnitaMisura_->setTitle(senza(26));
-    fraPagine_->setTitle(senza(30));
-    chkAbilitaPagina_->setText(testo(31));
-    lblPagina_->setText(senza(32));
-    cmdPrevPage_->setText(testo(33));
-    cmdNextPage_->setText(testo(34));
-    fraRegistrazione_->setTitle(senza(267));
-    chkAbilRecLAP_->setText(testo(264));
-    fraCronometro_->setTitle(senza(283));
-    txtFilePagina_->setAccessibleName(InQt(Testo(32)));
-    cmdScegliImmagine_->setAccessibleName(InQt(Testo(32)) + QStringLiteral(" ..."));
+    fraUnitaMisura_->setTitle(senza(Voce::UnitaDiMisura));
+    fraPagine_->setTitle(senza(Voce::AbilitazionePagine));
+    chkAbilitaPagina_->setText(testo(Voce::AbilitaPagina));
+    lblPagina_->setText(senza(Voce::Pagina));
+    cmdPrevPage_->setText(testo(Voce::PaginaPrecedente));
+    cmdNextPage_->setText(testo(Voce::PaginaSuccessiva));
+    fraRegistrazione_->setTitle(senza(Voce::Registrazione));
+    chkAbilRecLAP_->setText(testo(Voce::AvvioAlGiro));
+    fraCronometro_->setTitle(senza(Voce::Cronometro));
+    txtFilePagina_->setAccessibleName(InQt(Testo(Voce::Pagina)));
+    cmdScegliImmagine_->setAccessibleName(InQt(Testo(Voce::Pagina)) + QStringLiteral(" ..."));
     MostraImmagine();
 }
 
@@ -362,11 +370,12 @@ void frmConfigurazione::chkAbilitaPagina_Click() {
 }
 
 void frmConfigurazione::cmdScegliImmagine_Click() {
-    const auto scelto = platform().AskOpen({Testo(32) + " " + TestoNumero(pagine_.Corrente()),
-                                            platform().AppPath(),
-                                            "Display Page File (*.bmp)|*.bmp",
-                                            {},
-                                            {}});
+    const auto scelto =
+        platform().AskOpen({Testo(Voce::Pagina) + " " + TestoNumero(pagine_.Corrente()),
+                            platform().AppPath(),
+                            "Display Page File (*.bmp)|*.bmp",
+                            {},
+                            {}});
     if (!scelto) return;
     const QImage immagine = ImmaginePagina::Carica(*scelto);
     const auto posto = static_cast<std::size_t>(pagine_.Corrente() - 1);

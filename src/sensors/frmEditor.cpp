@@ -24,10 +24,10 @@ namespace lapvane {
 namespace {
 
 constexpr int kPausa = 50;  // ms between two records
-constexpr int kTestoErrore = 230;
-constexpr int kTestoContinuare = 148;
-constexpr int kTestoSovrascrive = 147;
-constexpr int kTestoSostituisce = 232;
+constexpr Voce kTestoErrore = Voce::ErroreDiComunicazione;
+constexpr Voce kTestoContinuare = Voce::Continuare;
+constexpr Voce kTestoSovrascrive = Voce::StrumentoSovrascritto;
+constexpr Voce kTestoSostituisce = Voce::DatiSostituiti;
 
 }  // namespace
 
@@ -143,11 +143,11 @@ void frmEditor::Testi() {
     Mnemonica lettere;
     AggiornaTesti(lettere);
     if (fraStrumento_ != nullptr) {
-        fraStrumento_->setTitle(Mnemonica::Senza(InQt(Testo(181))));
-        cmdInviaDati_->setText(lettere.Con(InQt(Testo(182))));
-        cmdLeggiDati_->setText(lettere.Con(InQt(Testo(183))));
+        fraStrumento_->setTitle(Mnemonica::Senza(InQt(Testo(Voce::Strumento))));
+        cmdInviaDati_->setText(lettere.Con(InQt(Testo(Voce::ProgrammaDaFinestra))));
+        cmdLeggiDati_->setText(lettere.Con(InQt(Testo(Voce::LeggiDaFinestra))));
     }
-    CancelButton_->setText(lettere.Con(InQt(Testo(35))));
+    CancelButton_->setText(lettere.Con(InQt(Testo(Voce::Annulla))));
 }
 
 bool frmEditor::event(QEvent* evento) {
@@ -175,7 +175,7 @@ void frmEditor::Comandato(const QObject* chi, std::function<void()> azione) {
     });
 }
 
-bool frmEditor::Conferma(int titolo, int corpo) {
+bool frmEditor::Conferma(Voce titolo, Voce corpo) {
     return platform().MsgBox(Testo(corpo) + "\r\n" + Testo(kTestoContinuare), Buttons::OkCancel,
                              Icon::Question, Testo(titolo)) == Answer::Ok;
 }
@@ -204,7 +204,7 @@ bool frmEditor::Esegui(const ScambioEditor& scambio) {
     return riuscito;
 }
 
-void frmEditor::Progresso(int testo) {
+void frmEditor::Progresso(Voce testo) {
     MostraProgresso(*lblProgresso_, Testo(testo));
 }
 

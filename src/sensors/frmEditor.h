@@ -13,6 +13,7 @@
 
 #include "device/TabelleRecord.h"
 #include "shell/Editor.h"
+#include "shell/Voci.h"
 #include "widgets/Mnemonica.h"
 
 namespace lapvane {
@@ -22,9 +23,9 @@ namespace lapvane {
 /// the number of the closing message (0: none).
 struct ScambioEditor {
     std::int16_t Fase = 0;
-    int TitoloDomanda = 0;
-    int TestoStato = 0;
-    int TestoFine = 0;
+    Voce TitoloDomanda = Voce::Nessuna;
+    Voce TestoStato = Voce::Nessuna;
+    Voce TestoFine = Voce::Nessuna;
     std::vector<void (*)()> Routine;
     std::vector<const TabellaRecord*> Record = {};  ///< what is sent
 };
@@ -63,13 +64,13 @@ class frmEditor : public QDialog, public Editor {
     /// meanwhile.
     void Comandato(const QObject* chi, std::function<void()> azione);
     /// Asks before the instrument (`corpo` 147) or the window (232) is written over.
-    static bool Conferma(int titolo, int corpo);
+    static bool Conferma(Voce titolo, Voce corpo);
     /// An exchange that the window runs itself: the changes of state that all exchanges share stand
     /// around `corso`; `fine` tells how it went, before the poll gets the port back.
     void Scambia(const ScambioEditor& scambio, const std::function<void()>& corso,
                  const std::function<void()>& fine);
     /// What an exchange is at, shown in the window and in the status bar.
-    void Progresso(int testo);
+    void Progresso(Voce testo);
     /// Whether the records can be sent as they stand; if not, the focus goes where the reason is.
     bool PuoInviare(const ScambioEditor& scambio);
     /// Brings a control into view and gives it the focus.

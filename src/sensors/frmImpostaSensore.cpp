@@ -30,8 +30,8 @@ namespace lapvane {
 namespace {
 
 constexpr std::int16_t kFaseLettura = 25;
-constexpr int kTestoLettura = 205;
-constexpr int kTestoCalibrazione = 243;
+constexpr Voce kTestoLettura = Voce::LetturaCurvaSensore;
+constexpr Voce kTestoCalibrazione = Voce::CalibrazioneLivelloBenzina;
 constexpr std::int16_t kRinuncia = 3;
 constexpr std::string_view kBenzina = "LivelloBenzina";
 constexpr Colore kBianco = Rgb(255, 255, 255);
@@ -260,21 +260,21 @@ QLayout* frmImpostaSensore::CreaSalvataggio() {
 void frmImpostaSensore::AggiornaTesti() {
     CalcolaBaseTesti();
     Mnemonica lettere;
-    const auto con = [&lettere](int n) { return lettere.Con(InQt(Testo(n))); };
-    const auto senza = [](int n) { return Mnemonica::Senza(InQt(Testo(n))); };
-    setWindowTitle(InQt(titolo_.empty() ? Testo(78) : titolo_));
-    fraLibreriaSensori_->setTitle(senza(73));
-    fraTabella_->setTitle(senza(71));
-    fraStrumento_->setTitle(senza(181));
-    cmdSalvaSensore_->setText(con(77));
-    cmdNuovoSensore_->setText(con(101));
-    cmdDisegnaCurva_->setText(con(72));
-    cmdLeggiSensoreStrumento_->setText(con(184));
-    cmdCalibrazione_->setText(con(241));
-    CancelButton_->setText(con(35));
-    lblNomeNuovo_->setText(con(67));
-    lblSelezionaSensore_->setText(con(100));
-    lblTipoSensore_->setText(con(185));
+    const auto con = [&lettere](Voce n) { return lettere.Con(InQt(Testo(n))); };
+    const auto senza = [](Voce n) { return Mnemonica::Senza(InQt(Testo(n))); };
+    setWindowTitle(InQt(titolo_.empty() ? Testo(Voce::TitoloLibreriaSensori) : titolo_));
+    fraLibreriaSensori_->setTitle(senza(Voce::CorniceLibreria));
+    fraTabella_->setTitle(senza(Voce::TabellaPunti));
+    fraStrumento_->setTitle(senza(Voce::Strumento));
+    cmdSalvaSensore_->setText(con(Voce::SalvaSensore));
+    cmdNuovoSensore_->setText(con(Voce::NuovoSensore));
+    cmdDisegnaCurva_->setText(con(Voce::DisegnaCurva));
+    cmdLeggiSensoreStrumento_->setText(con(Voce::LeggiCurva));
+    cmdCalibrazione_->setText(con(Voce::CalibraLivelloBenzina));
+    CancelButton_->setText(con(Voce::Annulla));
+    lblNomeNuovo_->setText(con(Voce::NomeSensore));
+    lblSelezionaSensore_->setText(con(Voce::SelezionaSensore));
+    lblTipoSensore_->setText(con(Voce::TipoDiSensore));
     cmdSalvaSensore_->setMinimumWidth(cmdSalvaSensore_->sizeHint().width() + 16);
     for (std::size_t i = 0; i < opzioni_.size(); ++i) {
         opzioni_[i]->setText(con(kTipiSensore[i].Testo));
@@ -329,8 +329,8 @@ const TipoSensore& frmImpostaSensore::Tipo() const {
 
 /// The window's title with a sensor's name, or its own again.
 void frmImpostaSensore::Titolo(const std::string& sensore) {
-    titolo_ = sensore.empty() ? std::string() : Testo(177) + sensore;
-    setWindowTitle(InQt(titolo_.empty() ? Testo(78) : titolo_));
+    titolo_ = sensore.empty() ? std::string() : Testo(Voce::TitoloSensore) + sensore;
+    setWindowTitle(InQt(titolo_.empty() ? Testo(Voce::TitoloLibreriaSensori) : titolo_));
 }
 
 /// Brings the controls in line with the table.
@@ -409,7 +409,7 @@ void frmImpostaSensore::cboTipiSensore_Click() {
 void frmImpostaSensore::cmdNuovoSensore_Click() {
     tabella_.NuovoSensore();
     Mostra();
-    Titolo(Testo(178));
+    Titolo(Testo(Voce::Nuovo));
     const QSignalBlocker muta(cboListaSensori_);
     cboListaSensori_->setCurrentIndex(-1);
     cboListaSensori_->clearEditText();

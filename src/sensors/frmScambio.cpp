@@ -25,7 +25,7 @@ void MostraProgresso(QLabel& riga, const std::string& testo) {
 }
 
 ScambioInCorso::ScambioInCorso(QWidget& finestra, std::vector<QWidget*> spenti, std::int16_t fase,
-                               int stato, QLabel* progresso, bool& inCorso)
+                               Voce stato, QLabel* progresso, bool& inCorso)
     : finestra_(finestra),
       spenti_(std::move(spenti)),
       fuoco_(finestra.focusWidget()),

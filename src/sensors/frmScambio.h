@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "shell/Voci.h"
+
 namespace lapvane {
 
 /// The line of a sensor window that says how its exchange goes: on a small screen the window covers
@@ -22,7 +24,7 @@ void MostraProgresso(QLabel& riga, const std::string& testo);
 class ScambioInCorso {
  public:
     /// `spenti` are off meanwhile; `stato` is the number of the text that `progresso` shows.
-    ScambioInCorso(QWidget& finestra, std::vector<QWidget*> spenti, std::int16_t fase, int stato,
+    ScambioInCorso(QWidget& finestra, std::vector<QWidget*> spenti, std::int16_t fase, Voce stato,
                    QLabel* progresso, bool& inCorso);
     ~ScambioInCorso();
     ScambioInCorso(const ScambioInCorso&) = delete;

@@ -25,16 +25,26 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kTestoFrequenza = 57, kTestoLivello = 58, kTestoNome = 67, kTestoAbilita = 68;
-constexpr int kTestoIngresso = 303;
-constexpr int kTestoErrore = 230;
-constexpr int kTestoConflitto = 305;
+constexpr Voce kTestoFrequenza = Voce::FrequenzaCampionamento,
+               kTestoLivello = Voce::LivelloAttivazione, kTestoNome = Voce::NomeSensore,
+               kTestoAbilita = Voce::Abilita;
+constexpr Voce kTestoIngresso = Voce::IngressoAnalogico;
+constexpr Voce kTestoErrore = Voce::ErroreDiComunicazione;
+constexpr Voce kTestoConflitto = Voce::StessoIngresso;
 constexpr int kCaratteriNome = 20;
-constexpr std::array<int, 3> kTestiPulsanti = {182, 183, 35};  // in the order of the base
+constexpr std::array<Voce, 3> kTestiPulsanti = {Voce::ProgrammaDaFinestra, Voce::LeggiDaFinestra,
+                                                Voce::Annulla};  // in the order of the base
 
-const ScambioEditor kProgramma = {22, 149, 150, 157, {}, {&kRecordSensori}};
-const ScambioEditor kLeggi = {23, 235, 158, 165, {}};
-constexpr int kProgrammaInterrotta = 229, kLetturaInterrotta = 233;
+const ScambioEditor kProgramma = {22,
+                                  Voce::DomandaProgrammaSensori,
+                                  Voce::ProgrammazioneSensori,
+                                  Voce::SensoriTrasmessi,
+                                  {},
+                                  {&kRecordSensori}};
+const ScambioEditor kLeggi = {
+    23, Voce::DomandaLeggiSensori, Voce::LetturaIngressiSensori, Voce::SensoriLetti, {}};
+constexpr Voce kProgrammaInterrotta = Voce::ProgrammazioneInterrotta,
+               kLetturaInterrotta = Voce::LetturaInterrotta;
 
 /// Channels by their place on the tabs.
 constexpr std::array<std::size_t, 4> kColonnaBase = {0, 1, 3, 2};
@@ -121,7 +131,7 @@ frmSensori::frmSensori(QWidget* parent) : frmEditor("frmSensori", parent) {
     caselle_[kNumAccRPM]->setFocus();
 }
 
-QGridLayout* frmSensori::CreaCornice(QWidget* dove, std::string_view nome, int titolo) {
+QGridLayout* frmSensori::CreaCornice(QWidget* dove, std::string_view nome, Voce titolo) {
     auto* riquadro = new QGroupBox(dove);
     riquadro->setObjectName(InQt(nome));
     cornici_.push_back({riquadro, titolo});
@@ -140,7 +150,7 @@ QComboBox* frmSensori::CreaLista(QWidget* dove, std::string_view nome) {
 }
 
 void frmSensori::AggiungiRiga(QGridLayout* griglia, int riga, std::string_view etichetta,
-                              int didascalia, QWidget* campo) {
+                              Voce didascalia, QWidget* campo) {
     auto* davanti = new QLabel(campo->parentWidget());
     davanti->setObjectName(InQt(etichetta));
     davanti->setBuddy(campo);
@@ -172,7 +182,7 @@ void frmSensori::AggiungiFrequenza(QGridLayout* griglia, int riga, std::string_v
 }
 
 QWidget* frmSensori::CreaGiri(QWidget* dove) {
-    QGridLayout* griglia = CreaCornice(dove, "fraRPM", 53);
+    QGridLayout* griglia = CreaCornice(dove, "fraRPM", Voce::CorniceGiriMotore);
     griglia->setColumnStretch(1, 1);
     AggiungiNumero(griglia, 0, kNumAccRPM);
     const FrequenzaSensori& frequenza = kFrequenzeSensori[kFrequenzaRPM];
@@ -181,7 +191,7 @@ QWidget* frmSensori::CreaGiri(QWidget* dove) {
 }
 
 QWidget* frmSensori::CreaVelocita(QWidget* dove) {
-    QGridLayout* griglia = CreaCornice(dove, "fraVelocitaVettura", 59);
+    QGridLayout* griglia = CreaCornice(dove, "fraVelocitaVettura", Voce::CorniceVelocitaVettura);
     griglia->setColumnStretch(1, 1);
     AggiungiNumero(griglia, 0, kImpulsiRuota);
     AggiungiNumero(griglia, 1, kDiametroRuota);
@@ -268,15 +278,15 @@ QWidget* frmSensori::CreaOpzionali() {
 }
 
 void frmSensori::AggiornaTesti(Mnemonica& lettere) {
-    setWindowTitle(InQt(Testo(49)));
-    SSTab1_->setAccessibleName(InQt(Testo(49)));
-    SSTab1_->setTabText(0, lettere.Con(InQt(Testo(51))));
-    SSTab1_->setTabText(1, lettere.Con(InQt(Testo(52))));
+    setWindowTitle(InQt(Testo(Voce::TitoloSensori)));
+    SSTab1_->setAccessibleName(InQt(Testo(Voce::TitoloSensori)));
+    SSTab1_->setTabText(0, lettere.Con(InQt(Testo(Voce::SchedaBase))));
+    SSTab1_->setTabText(1, lettere.Con(InQt(Testo(Voce::SchedaOpzionali))));
     // The captions inside the frames repeat: a frame's letter leads to its first control. The
     // letters of the buttons, which come last, stay theirs. Of the two tabs one shows at a time, so
     // each has all the others; they suffice when the sensors choose first.
     Mnemonica libere = lettere;
-    for (const int pulsante : kTestiPulsanti) libere.Con(InQt(Testo(pulsante)));
+    for (const Voce pulsante : kTestiPulsanti) libere.Con(InQt(Testo(pulsante)));
     std::array<Mnemonica, 2> schede = {libere, libere};
     for (const bool conSpunta : {true, false}) {
         for (const Cornice& cornice : cornici_) {
@@ -369,7 +379,7 @@ bool frmSensori::Passo(const std::function<void()>& scambio) {
 void frmSensori::cmdInviaDati_Click() {
     if (!ValidaSensori() || !ValidaCanali() || !NumeriValidi(false)) return;
     if (!PuoInviare(kProgramma)) return;
-    if (!Conferma(kProgramma.TitoloDomanda, 147)) return;
+    if (!Conferma(kProgramma.TitoloDomanda, Voce::StrumentoSovrascritto)) return;
     bool riuscito = false;
     Scambia(
         kProgramma,
@@ -387,7 +397,7 @@ void frmSensori::cmdInviaDati_Click() {
 }
 
 void frmSensori::cmdLeggiDati_Click() {
-    if (!Conferma(kLeggi.TitoloDomanda, 232)) return;
+    if (!Conferma(kLeggi.TitoloDomanda, Voce::DatiSostituiti)) return;
     bool riuscito = false;
     Scambia(
         kLeggi,
@@ -410,8 +420,8 @@ void frmSensori::done(int esito) {
 
 /// Tells how an exchange ended: the success under its own title, what stopped it under the
 /// program's.
-void frmSensori::Concludi(bool riuscito, int fine, const std::string& titolo, int interrotta) {
-    const auto informa = [](int testo, const std::string& intestazione) {
+void frmSensori::Concludi(bool riuscito, Voce fine, const std::string& titolo, Voce interrotta) {
+    const auto informa = [](Voce testo, const std::string& intestazione) {
         platform().MsgBox(Testo(testo), Buttons::Ok, Icon::Information, intestazione);
     };
     if (riuscito) return informa(fine, titolo);

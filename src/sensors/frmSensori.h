@@ -28,11 +28,11 @@ class frmSensori : public frmEditor {
  private:
     struct Didascalia {
         QLabel* Etichetta = nullptr;
-        int Numero = 0;
+        Voce Numero = Voce::Nessuna;
     };
     struct Cornice {
         QGroupBox* Riquadro = nullptr;
-        int Titolo = 0;
+        Voce Titolo = Voce::Nessuna;
     };
 
     void AggiornaTesti(Mnemonica& lettere) override;
@@ -42,9 +42,9 @@ class frmSensori : public frmEditor {
 
     QWidget* CreaBase();
     QWidget* CreaOpzionali();
-    QGridLayout* CreaCornice(QWidget* dove, std::string_view nome, int titolo);
+    QGridLayout* CreaCornice(QWidget* dove, std::string_view nome, Voce titolo);
     QComboBox* CreaLista(QWidget* dove, std::string_view nome);
-    void AggiungiRiga(QGridLayout* griglia, int riga, std::string_view etichetta, int didascalia,
+    void AggiungiRiga(QGridLayout* griglia, int riga, std::string_view etichetta, Voce didascalia,
                       QWidget* campo);
     void AggiungiNumero(QGridLayout* griglia, int riga, std::size_t numero);
     void AggiungiFrequenza(QGridLayout* griglia, int riga, std::string_view etichetta,
@@ -59,7 +59,7 @@ class frmSensori : public frmEditor {
     bool ValidaCanali();
     bool NumeriValidi(bool ancheVuoti);
     bool Passo(const std::function<void()>& scambio);
-    void Concludi(bool riuscito, int fine, const std::string& titolo, int interrotta);
+    void Concludi(bool riuscito, Voce fine, const std::string& titolo, Voce interrotta);
 
     ControlliEditor* campi_ = nullptr;  // owned by the base
     QTabWidget* SSTab1_ = nullptr;

@@ -21,8 +21,8 @@ bool ConfermaSostituzione(const std::filesystem::path& percorso) {
     }
     for (const std::filesystem::path& file : presenti) {
         if (!StessoNome(file, percorso)) continue;
-        return platform().MsgBox(scelto + " " + Testo(132), Buttons::OkCancel, Icon::Question,
-                                 Testo(133)) == Answer::Ok;
+        return platform().MsgBox(scelto + " " + Testo(Voce::EsisteGia), Buttons::OkCancel,
+                                 Icon::Question, Testo(Voce::SostituzioneFile)) == Answer::Ok;
     }
     return true;
 }

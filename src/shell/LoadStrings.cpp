@@ -90,7 +90,9 @@ void CalcolaBaseTesti() {
     BaseTesti = ConvertiInt16(static_cast<double>(MetaTesti) * static_cast<double>(IndiceLingua));
 }
 
-const std::string& Testo(int n) {
+namespace {
+
+const std::string& DelFile(int n) {
     const std::int64_t posizione = std::int64_t{BaseTesti} + n;
     if (posizione < 0 || posizione >= static_cast<std::int64_t>(Testi.size())) {
         throw ErroreRuntime(NumeroErrore::Subscript, "looking for a text of the language table",
@@ -99,10 +101,12 @@ const std::string& Testo(int n) {
     return Testi[static_cast<std::size_t>(posizione)];
 }
 
+}  // namespace
+
 const std::string& Testo(Voce voce) {
     constexpr int kPrimoInterno = 335;
     const int n = static_cast<int>(voce);
-    if (n < kPrimoInterno) return Testo(n);
+    if (n < kPrimoInterno) return DelFile(n);
     const TestoInterno& testo = TestiInterni()[static_cast<std::size_t>(n - kPrimoInterno)];
     return !Testi.empty() && IndiceLingua == 0 ? testo.Italiano : testo.Inglese;
 }

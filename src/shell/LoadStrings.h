@@ -23,12 +23,15 @@ void CaricaTesti();
 /// Computes `BaseTesti`; every form does so before it sets its captions.
 void CalcolaBaseTesti();
 
-/// Text n in the current language. Raises error 9 for a number outside the table.
-const std::string& Testo(int n);
-
-/// A text by its name. Those of the program's own are built in and never missing: in Italian when
+/// A text in the current language. One of LANGUAGES.DAT raises error 9 when the table ends before
+/// it. Those of the program's own are built in and never missing: in Italian when
 /// Italian is chosen, otherwise, and while LANGUAGES.DAT has not been read, in English.
 const std::string& Testo(Voce voce);
+
+/// The text `k` places behind another, where texts follow each other in the table.
+constexpr Voce Dopo(Voce prima, int k) {
+    return static_cast<Voce>(static_cast<int>(prima) + k);
+}
 
 /// What the OK of the language dialog writes: the index over line 1 of the LANGUAGES.DAT of the
 /// current folder. Kept: not the program's folder, so that a program started elsewhere makes a new

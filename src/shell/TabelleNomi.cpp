@@ -20,9 +20,9 @@ std::vector<std::string> ListaAllarmeExtra;
 
 namespace {
 
-std::vector<std::string> DaTesti(std::initializer_list<int> numeri) {
+std::vector<std::string> DaTesti(std::initializer_list<Voce> voci) {
     std::vector<std::string> lista;
-    for (const int n : numeri) lista.push_back(Testo(n));
+    for (const Voce voce : voci) lista.push_back(Testo(voce));
     return lista;
 }
 
@@ -34,12 +34,18 @@ void CaricaTabelleNomi() {
     ListaUMTemperatura = {"\xB0 C", "\xB0 F"};
     ListaUMPressione = {"bar", "psi"};
     ListaIngressiAN = {"AN 1", "AN 2"};
-    ListaCanaliA = DaTesti({221, 222, 223});
+    ListaCanaliA = DaTesti({Voce::LivelloNonUsato, Voce::AttivoBasso, Voce::AttivoAlto});
     ListaCanaliB = ListaCanaliA;
-    ListaTipiSensore = DaTesti({134, 135, 136, 137, 138, 139, 290, 319, 314});
-    ListaAllarmeBase = DaTesti({253});
-    ListaAllarmi = DaTesti({255, 256, 257, 258, 259, 260, 261});
-    ListaAllarmeExtra = DaTesti({263});
+    ListaTipiSensore =
+        DaTesti({Voce::TipoTemperaturaOlio, Voce::TipoPressioneOlio, Voce::TipoPressioneBenzina,
+                 Voce::TipoTemperaturaAcqua, Voce::TipoLivelloBenzina, Voce::TipoMarcia,
+                 Voce::SondaLambda, Voce::CanalePressioneTurbo, Voce::CanaleSensoreG});
+    ListaAllarmeBase = DaTesti({Voce::AllarmeEsterno});
+    ListaAllarmi = DaTesti({Voce::UscitaTemperaturaOlio, Voce::UscitaPressioneOlio,
+                            Voce::UscitaPressioneBenzina, Voce::UscitaTemperaturaAcqua,
+                            Voce::UscitaLivelloBenzina, Voce::UscitaTensioneBatteria,
+                            Voce::UscitaQualsiasiAllarme});
+    ListaAllarmeExtra = DaTesti({Voce::LedQualsiasiAllarme});
 }
 
 }  // namespace lapvane

@@ -60,8 +60,8 @@ dlgLanguages::dlgLanguages(QWidget* parent) : QDialog(parent) {
 
 void dlgLanguages::AggiornaTesti() {
     CalcolaBaseTesti();
-    setWindowTitle(InQt(Testo(23)));
-    CancelButton_->setText(InQt(Testo(35)));
+    setWindowTitle(InQt(Testo(Voce::Lingua)));
+    CancelButton_->setText(InQt(Testo(Voce::Annulla)));
 }
 
 bool dlgLanguages::event(QEvent* evento) {

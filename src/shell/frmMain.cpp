@@ -516,7 +516,7 @@ void frmMain::ScaricaDati() {
 void frmMain::Analizza() {
     RiparaCartella(platform().AppPath());
     const auto scelto = platform().AskOpen(
-        {Testo(22), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
+        {Testo(Voce::AnalizzaDati), platform().AppPath(), "Analysis File (*.csv)|*.csv", {}, {}});
     if (!scelto) return;
     AnalisiInCorso = true;
     platform().DoEvents();

@@ -19,7 +19,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kTestoNumeroErrato = 262;
+constexpr Voce kTestoNumeroErrato = Voce::NumeroNonValido;
 constexpr char kSenzaControllo[] = "lapvaneSenzaControllo";
 
 bool ChiedeControllo(const QObject* controllo) {

@@ -22,8 +22,9 @@ std::unique_ptr<QtPrinter> ScegliStampante(const std::string& titolo,
             {titolo, nome.parent_path(), "PDF (*.pdf)|*.pdf", nome.filename(), ".pdf"});
         if (!scelto) return nullptr;
         if (FileEsiste(*scelto) &&
-            platform().MsgBox(TestoDaPercorso(*scelto) + " " + Testo(132), Buttons::OkCancel,
-                              Icon::Question, Testo(133)) != Answer::Ok) {
+            platform().MsgBox(TestoDaPercorso(*scelto) + " " + Testo(Voce::EsisteGia),
+                              Buttons::OkCancel, Icon::Question,
+                              Testo(Voce::SostituzioneFile)) != Answer::Ok) {
             return nullptr;
         }
         stampante = std::make_unique<QtPrinter>(*scelto, verso);

@@ -59,10 +59,11 @@ TEST_F(CaricamentoAnalisi, FillsTableAndNamesAndShowsTheFirstStretch) {
     EXPECT_EQ(analisi.Tabella().Valore(11, Piano::Laterale, 26), 5.0);
     EXPECT_EQ(analisi.Tabella().Valore(10, Piano::Laterale, 26), 15.0);
 
-    EXPECT_EQ(vista.nomi[1], Testo(306));
-    EXPECT_EQ(vista.nomi[4], Testo(309));
-    EXPECT_EQ(vista.nomi[15], Testo(320));
-    EXPECT_EQ(vista.nomi[16], Testo(320)) << "the lambda in its two units has one name";
+    EXPECT_EQ(vista.nomi[1], Testo(Voce::CanaleTempo));
+    EXPECT_EQ(vista.nomi[4], Testo(Voce::CanaleVelocita));
+    EXPECT_EQ(vista.nomi[15], Testo(Voce::CanaleLambda));
+    EXPECT_EQ(vista.nomi[16], Testo(Voce::CanaleLambda))
+        << "the lambda in its two units has one name";
     EXPECT_EQ(vista.unita_[1], "[sec]");
     EXPECT_EQ(vista.unita_[8], "[\xB0 C]");
     EXPECT_EQ(vista.unita_[12], "[]");
@@ -77,8 +78,8 @@ TEST_F(CaricamentoAnalisi, FillsTableAndNamesAndShowsTheFirstStretch) {
     EXPECT_EQ(vista.scheda, 0);
     EXPECT_EQ(analisi.GiroSelezionato, 1);
     EXPECT_EQ(vista.corrente, (VistaProva::Posto{1, 1}));
-    EXPECT_EQ(vista.schede[0], Testo(273) + " " + Testo(110) + " 1");
-    EXPECT_EQ(vista.schede[1], Testo(91) + " " + Testo(110) + " 1");
+    EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 1");
+    EXPECT_EQ(vista.schede[1], Testo(Voce::Allarmi) + " " + Testo(Voce::Giro) + " 1");
     EXPECT_TRUE(AnalisiCaricata);
     EXPECT_EQ(macchina.Puntatori, (std::vector{Pointer::Busy, Pointer::Normal}));
     EXPECT_EQ(Leggi(macchina.Cartella / "schema.ini").substr(0, 31),
@@ -89,9 +90,10 @@ TEST_F(CaricamentoAnalisi, TellsItsSteppingStonesInTheStatusBar) {
     ASSERT_TRUE(Apri(TreGiri()));
     const std::string percorso = ConFine(Stelo(), ".csv").string();
     EXPECT_EQ(finestra.Storia,
-              (std::vector<std::string>{"2:" + Testo(140), "3:" + Testo(141), "2:" + Testo(301),
-                                        "3:" + Testo(141), "2:", "3:" + Testo(142),
-                                        "1:", "2:" + percorso, "3:"}));
+              (std::vector<std::string>{
+                  "2:" + Testo(Voce::LetturaFileDati), "3:" + Testo(Voce::CaricamentoDati),
+                  "2:" + Testo(Voce::LetturaFileAllarmi), "3:" + Testo(Voce::CaricamentoDati),
+                  "2:", "3:" + Testo(Voce::DatiCaricati), "1:", "2:" + percorso, "3:"}));
 }
 
 TEST_F(CaricamentoAnalisi, ShowsThePercentagePastAThousandRowsAndOnlyWhenItChanges) {
@@ -105,10 +107,10 @@ TEST_F(CaricamentoAnalisi, ShowsThePercentagePastAThousandRowsAndOnlyWhenItChang
     // Row 1001 of 2000 is 50.05 per cent; row 1010 is 50.5 and row 1030 is 51.5, ties to even: 50
     // ends with row 1010, 51 with row 1029. From 50 to 100, once for each of the two files.
     ASSERT_EQ(mostrati.size(), 102u);
-    EXPECT_EQ(mostrati[0], "3:" + Testo(141) + "50 %");
-    EXPECT_EQ(mostrati[1], "3:" + Testo(141) + "51 %");
-    EXPECT_EQ(mostrati[50], "3:" + Testo(141) + "100 %");
-    EXPECT_EQ(mostrati[51], "3:" + Testo(141) + "50 %");
+    EXPECT_EQ(mostrati[0], "3:" + Testo(Voce::CaricamentoDati) + "50 %");
+    EXPECT_EQ(mostrati[1], "3:" + Testo(Voce::CaricamentoDati) + "51 %");
+    EXPECT_EQ(mostrati[50], "3:" + Testo(Voce::CaricamentoDati) + "100 %");
+    EXPECT_EQ(mostrati[51], "3:" + Testo(Voce::CaricamentoDati) + "50 %");
 
     finestra.Storia.clear();
     LogProva corto;
@@ -139,11 +141,11 @@ TEST_F(CaricamentoAnalisi, KeepsTheTitleOfAColumnWithoutUnit) {
     ASSERT_TRUE(Apri(log));
     EXPECT_EQ(vista.nomi[4], "Whatever");
     EXPECT_EQ(vista.unita_[4], "[RPM]") << "the unit of the channel before";
-    EXPECT_EQ(vista.nomi[5], Testo(310));
+    EXPECT_EQ(vista.nomi[5], Testo(Voce::CanalePressioneBenzina));
     EXPECT_EQ(vista.nomi[6], "") << "a column that the file lacks has no title";
     analisi.RefreshLanguage();
-    EXPECT_EQ(vista.nomi[4], Testo(309)) << "no person gave that name";
-    EXPECT_EQ(vista.nomi[6], Testo(311));
+    EXPECT_EQ(vista.nomi[4], Testo(Voce::CanaleVelocita)) << "no person gave that name";
+    EXPECT_EQ(vista.nomi[6], Testo(Voce::CanalePressioneOlio));
 }
 
 TEST_F(CaricamentoAnalisi, TakesTheAlmFileAfterAMessage) {
@@ -153,7 +155,8 @@ TEST_F(CaricamentoAnalisi, TakesTheAlmFileAfterAMessage) {
     macchina.Risposte = {Answer::Ok};
     ASSERT_TRUE(ApriCsv());
     ASSERT_EQ(macchina.Mostrati.size(), 1u);
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(328) + " run.txt " + Testo(329));
+    EXPECT_EQ(macchina.Mostrati[0].Testo,
+              Testo(Voce::IlFile) + " run.txt " + Testo(Voce::NonTrovato));
     EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
     EXPECT_EQ(macchina.Mostrati[0].Titolo, "lapvane");
     EXPECT_TRUE(analisi.FileLatiTrovati);
@@ -169,7 +172,8 @@ TEST_F(CaricamentoAnalisi, ClosesWithoutAnySideFile) {
     macchina.Risposte = {Answer::Ok, Answer::Ok};
     EXPECT_FALSE(ApriCsv());
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
-    EXPECT_EQ(macchina.Mostrati[1].Testo, Testo(328) + " run.alm " + Testo(329));
+    EXPECT_EQ(macchina.Mostrati[1].Testo,
+              Testo(Voce::IlFile) + " run.alm " + Testo(Voce::NonTrovato));
     EXPECT_FALSE(analisi.FileLatiTrovati);
     EXPECT_TRUE(vista.scaricata);
     EXPECT_FALSE(AnalisiCaricata);
@@ -201,8 +205,8 @@ TEST_F(CaricamentoAnalisi, SideFilesThatCannotBeReadAreReportedAndTheLogOpens) {
     ASSERT_TRUE(ApriCsv());
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
     std::string detti = macchina.Mostrati[0].Testo + macchina.Mostrati[1].Testo;
-    EXPECT_NE(detti.find("run.tim " + Testo(329)), std::string::npos);
-    EXPECT_NE(detti.find("run.ses " + Testo(329)), std::string::npos);
+    EXPECT_NE(detti.find("run.tim " + Testo(Voce::NonTrovato)), std::string::npos);
+    EXPECT_NE(detti.find("run.ses " + Testo(Voce::NonTrovato)), std::string::npos);
     EXPECT_EQ(analisi.NumGiri, 0);
     EXPECT_EQ(analisi.NumRighe, 27);
 }
@@ -223,7 +227,7 @@ TEST_F(CaricamentoAnalisi, WithoutLapTimesNoChannelShows) {
     macchina.Risposte = {Answer::Ok};
     EXPECT_TRUE(ApriCsv());
     EXPECT_EQ(macchina.Mostrati[0].Testo,
-              Testo(328) + " " + Stelo().string() + ".tim " + Testo(329));
+              Testo(Voce::IlFile) + " " + Stelo().string() + ".tim " + Testo(Voce::NonTrovato));
     EXPECT_EQ(analisi.NumCampi, 0);
     EXPECT_EQ(analisi.NumRighe, 27);
     for (int c = 3; c <= 20; ++c) EXPECT_FALSE(vista.visibili[c]) << c;
@@ -296,23 +300,24 @@ TEST_F(CaricamentoAnalisi, RefreshLanguageFollowsTheLanguage) {
     IndiceLingua = 0;
     analisi.RefreshLanguage();
     EXPECT_NE(vista.nomi[8], inglese);
-    EXPECT_EQ(vista.nomi[8], Testo(313));
-    EXPECT_EQ(vista.nomi[16], Testo(320));
-    EXPECT_EQ(vista.schede[0], Testo(273) + " " + Testo(110) + " 1") << "the chosen lap stays";
-    EXPECT_EQ(vista.schede[1], Testo(91) + " " + Testo(110) + " 1");
+    EXPECT_EQ(vista.nomi[8], Testo(Voce::CanaleTemperaturaAcqua));
+    EXPECT_EQ(vista.nomi[16], Testo(Voce::CanaleLambda));
+    EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 1")
+        << "the chosen lap stays";
+    EXPECT_EQ(vista.schede[1], Testo(Voce::Allarmi) + " " + Testo(Voce::Giro) + " 1");
     EXPECT_EQ(vista.unita_[8], "[\xB0 C]");
 
     // A name that a person gave stays; one that is the table's own follows the language.
     analisi.RinominaCanale(8, "Acqua dx", "[F]");
     analisi.RinominaCanale(7, "Gas", "[%]");
-    analisi.RinominaCanale(7, Testo(312), "[%]");
+    analisi.RinominaCanale(7, Testo(Voce::CanaleFarfalla), "[%]");
     analisi.RinominaCanale(6, vista.nomi[6], "[psi]");
     IndiceLingua = 1;
     analisi.MSFlexGrid1_Click(3, 1);
     analisi.RefreshLanguage();
     EXPECT_EQ(vista.nomi[8], "Acqua dx");
     EXPECT_EQ(analisi.GetNomeMisura(8), "Acqua dx [F]");
-    EXPECT_EQ(vista.nomi[7], Testo(312));
-    EXPECT_EQ(vista.nomi[6], Testo(311));
-    EXPECT_EQ(vista.schede[0], Testo(273) + " " + Testo(110) + " 3");
+    EXPECT_EQ(vista.nomi[7], Testo(Voce::CanaleFarfalla));
+    EXPECT_EQ(vista.nomi[6], Testo(Voce::CanalePressioneOlio));
+    EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
 }

@@ -49,7 +49,7 @@ TEST_F(DisegnoCanali, ScalesStretchEveryChannelToTheHighestMaximum) {
     EXPECT_DOUBLE_EQ(analisi.PassoSposta, 0.01);
     analisi.chkDistanza_Click(true);
     EXPECT_EQ(grafico.intervallo.XMax, 100.0) << "10 m a row";
-    EXPECT_EQ(grafico.etichettaX, Testo(307) + " [m]");
+    EXPECT_EQ(grafico.etichettaX, Testo(Voce::CanaleDistanza) + " [m]");
     EXPECT_DOUBLE_EQ(analisi.PassoSposta, 10.0);
 }
 
@@ -75,7 +75,7 @@ TEST_F(DisegnoCanali, DrawsTheTickedChannelsOfTheLapOverlaid) {
     EXPECT_EQ(analisi.NumCanaliAttivi, 2);
     ASSERT_EQ(grafico.elementi.size(), 2u);
     const ElementoProva& giri = grafico.elementi[0];
-    EXPECT_EQ(giri.Nome, Testo(308));
+    EXPECT_EQ(giri.Nome, Testo(Voce::CanaleGiriMotore));
     EXPECT_EQ(giri.Tinta, 255u);
     EXPECT_EQ(giri.Spessore, 2);
     EXPECT_EQ(giri.Numero, analisi.ElementoCanale[3][0]);
@@ -91,7 +91,7 @@ TEST_F(DisegnoCanali, DrawsTheTickedChannelsOfTheLapOverlaid) {
     EXPECT_EQ(grafico.elementi[1].Tinta, 12u);
     EXPECT_NE(grafico.elementi[1].Numero, giri.Numero);
     EXPECT_EQ(analisi.UltimoCanale, 5);
-    EXPECT_EQ(grafico.etichettaX, Testo(306) + " [sec]");
+    EXPECT_EQ(grafico.etichettaX, Testo(Voce::CanaleTempo) + " [sec]");
     EXPECT_EQ(grafico.cursori, 1);
     EXPECT_EQ(grafico.coloreCursore, Rgb(0, 0, 255));
     for (int c = 3; c <= 20; ++c) EXPECT_EQ(vista.segnati[c], c == 3 || c == 5) << c;
@@ -113,7 +113,7 @@ TEST_F(DisegnoCanali, ScaleOptionLabelsTheAxisAndFollowsTheTicks) {
     analisi.chkGrafico_Click(5, true);
     EXPECT_EQ(vista.scala, 5);
     EXPECT_EQ(grafico.scalaY, 500.0);
-    EXPECT_EQ(grafico.etichettaY, Testo(310) + " [bar]");
+    EXPECT_EQ(grafico.etichettaY, Testo(Voce::CanalePressioneBenzina) + " [bar]");
     EXPECT_EQ(grafico.coloreAsse, Rgb(192, 64, 0));
     analisi.chkGrafico_Click(3, true);
     EXPECT_EQ(vista.scala, 3);
@@ -183,11 +183,11 @@ TEST_F(DisegnoCanali, SeparatePanesTakeTheirOwnScaleAndAreThreeAtMost) {
     EXPECT_EQ(grafico.elementi[1].Riquadro, 2);
     EXPECT_EQ(grafico.elementi[1].Scala, 1.0);
     EXPECT_EQ(grafico.intervallo.YMax, 2.2);
-    EXPECT_EQ(grafico.etichettaY, Testo(310) + " [bar]");
+    EXPECT_EQ(grafico.etichettaY, Testo(Voce::CanalePressioneBenzina) + " [bar]");
     macchina.Risposte = {Answer::Ok};
     const int prima = grafico.pulizie;
     analisi.chkGrafico_Click(6, true);
-    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(145));
+    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::TreCanaliAlMassimo));
     EXPECT_EQ(macchina.Mostrati.back().Icona, Icon::Information);
     EXPECT_EQ(grafico.pulizie, prima) << "the graph keeps its last picture";
 }

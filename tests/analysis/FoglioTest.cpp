@@ -180,7 +180,7 @@ TEST_F(Foglio, SideFileHasItsColumnsWhateverItsHeadingNames) {
         SCOPED_TRACE(titolo);
         Scrivi(ConFine(Stelo(), ".txt"), titolo + righe);
         ASSERT_TRUE(ApriFoglioCsv());
-        EXPECT_EQ(vistaFoglio.Cella(3, 0), Testo(193) + "3");
+        EXPECT_EQ(vistaFoglio.Cella(3, 0), Testo(Voce::RigaGiro) + "3");
         EXPECT_EQ(foglio.FineGiro(2), 46);
         foglio.SSTab1_Click(1);
         EXPECT_EQ(panoramicaFoglio.elementi.at(7).Y.at(0), 15.0);
@@ -213,8 +213,8 @@ TEST_F(Foglio, DoesNotNoticeAMissingSideFile) {
     chiusa.NomeFileDati = ConFine(Stelo(), ".csv");
     EXPECT_FALSE(chiusa.Carica());
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(328) + "  " + Testo(329));
-    EXPECT_EQ(macchina.Mostrati[1].Testo, Testo(328) + " .alm " + Testo(329));
+    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::IlFile) + "  " + Testo(Voce::NonTrovato));
+    EXPECT_EQ(macchina.Mostrati[1].Testo, Testo(Voce::IlFile) + " .alm " + Testo(Voce::NonTrovato));
     EXPECT_TRUE(altra.scaricata);
     EXPECT_FALSE(chiusa.FileLatiTrovati);
 }
@@ -249,7 +249,7 @@ TEST_F(Foglio, LogsOfFewRowsAndOfMany) {
     macchina.BoxLiberi = true;
     ASSERT_TRUE(apri(molti));
     EXPECT_EQ(foglio.FineGiro(999), 2 + 999 * 3 - 1);
-    EXPECT_EQ(vistaFoglio.Cella(998, 0), Testo(193) + "998");
+    EXPECT_EQ(vistaFoglio.Cella(998, 0), Testo(Voce::RigaGiro) + "998");
     foglio.MSFlexGrid1_Click(999, 1);
     EXPECT_EQ(foglio.GiroSelezionato, 999);
 }
@@ -260,7 +260,9 @@ TEST_F(Foglio, TellsItsProgressWithABlankBeforeTheNumber) {
     log.Tim = "1.4\r\n01:00.00, 1\r\n\r\n";
     ASSERT_TRUE(ApriFoglio(log));
     const auto& storia = finestra.Storia;
-    EXPECT_NE(std::find(storia.begin(), storia.end(), "3:" + Testo(141) + " 50 %"), storia.end());
+    EXPECT_NE(
+        std::find(storia.begin(), storia.end(), "3:" + Testo(Voce::CaricamentoDati) + " 50 %"),
+        storia.end());
 }
 
 #if !defined(_WIN32) && !defined(__SANITIZE_ADDRESS__)  // which take their memory elsewhere

@@ -35,12 +35,12 @@ TEST_F(TabellaGiri, ListsLapsBetweenStartAndEnd) {
     EXPECT_EQ(analisi.NumGiri, 3);
     EXPECT_EQ(vista.righe, 6);
     EXPECT_TRUE(vista.griglia);
-    EXPECT_EQ(vista.Cella(0, 1), Testo(143));
+    EXPECT_EQ(vista.Cella(0, 1), Testo(Voce::ColonnaTempoGiro));
     EXPECT_EQ(vista.Cella(0, 2), "") << "no circuit, no sector";
     EXPECT_EQ(vista.Cella(1, 0), "Start");
-    EXPECT_EQ(vista.Cella(2, 0), Testo(193) + "2") << "the lap number of the data";
+    EXPECT_EQ(vista.Cella(2, 0), Testo(Voce::RigaGiro) + "2") << "the lap number of the data";
     EXPECT_EQ(vista.Cella(2, 1), "01:02.30");
-    EXPECT_EQ(vista.Cella(4, 0), Testo(193) + "4");
+    EXPECT_EQ(vista.Cella(4, 0), Testo(Voce::RigaGiro) + "4");
     EXPECT_EQ(vista.Cella(4, 1), "01:03.10");
     EXPECT_EQ(vista.Cella(5, 0), "End");
     EXPECT_EQ(vista.Cella(5, 1), "");
@@ -86,8 +86,8 @@ TEST_F(TabellaGiri, CutsLapsAtTheSectorsOfTheTrack) {
     Scrivi(ConFine(Stelo(), ".ses"), ses);
     ASSERT_TRUE(Apri(TreGiri()));
     EXPECT_EQ(analisi.NumSettori, 4);
-    EXPECT_EQ(vista.Cella(0, 2), Testo(144) + "1");
-    EXPECT_EQ(vista.Cella(0, 4), Testo(144) + "3");
+    EXPECT_EQ(vista.Cella(0, 2), Testo(Voce::ColonnaSettore) + "1");
+    EXPECT_EQ(vista.Cella(0, 4), Testo(Voce::ColonnaSettore) + "3");
     EXPECT_EQ(vista.Cella(0, 5), "");
     // 13 rows, 0 to 120 m: 30 m at row 3, 60 m at row 6, 100 m at row 10.
     EXPECT_EQ(vista.Cella(2, 2), "00:00.30");
@@ -127,7 +127,7 @@ TEST_F(TabellaGiri, AnotherCircuitCutsTheLapsAnewAndKeepsTheChosenOne) {
     DatiSessione.Circuito = "Prova";
     DatiSessione.LunghTracciato = "100";
     analisi.RicompilaTabella();
-    EXPECT_EQ(vista.Cella(0, 4), Testo(144) + "3");
+    EXPECT_EQ(vista.Cella(0, 4), Testo(Voce::ColonnaSettore) + "3");
     EXPECT_EQ(vista.Cella(2, 4), "00:00.40");
     EXPECT_EQ(vista.Cella(3, 1), "01:01.90");
     EXPECT_EQ((vista.sfondi[{2, 5}]), kBlu) << "the lap that is drawn stays the chosen one";
@@ -166,7 +166,7 @@ TEST_F(TabellaGiri, LeggiSettoriTakesWhatATrackCanHave) {
     analisi.LeggiSettori();
     EXPECT_EQ(analisi.NumSettori, 22) << "21 lengths are kept";
     analisi.CompilaTabellaGiri();
-    EXPECT_EQ(vista.Cella(0, 20), Testo(144) + "19");
+    EXPECT_EQ(vista.Cella(0, 20), Testo(Voce::ColonnaSettore) + "19");
     EXPECT_EQ(vista.Cella(0, 21), "");
 }
 
@@ -177,8 +177,8 @@ TEST_F(TabellaGiri, ClickOnALapTimeSelectsAndDrawsTheLap) {
     EXPECT_EQ(analisi.GiroSelezionato, 3);
     EXPECT_EQ(analisi.RigheGiro, 8);
     EXPECT_EQ(vista.giro, 3);
-    EXPECT_EQ(vista.schede[0], Testo(273) + " " + Testo(110) + " 3");
-    EXPECT_EQ(vista.schede[1], Testo(91) + " " + Testo(110) + " 3");
+    EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
+    EXPECT_EQ(vista.schede[1], Testo(Voce::Allarmi) + " " + Testo(Voce::Giro) + " 3");
     EXPECT_EQ((vista.sfondi[{3, 2}]), kBlu);
     EXPECT_EQ((vista.sfondi[{3, 20}]), kBlu);
     EXPECT_EQ((vista.caratteri[{3, 2}]), kBianco);
@@ -205,15 +205,16 @@ TEST_F(TabellaGiri, LapThatTheLogHasNoRowsOf) {
     log.Tratto(1, 5).Tratto(2, 13);
     log.Tim = TempiDi({"01:02.30", "01:01.90", "01:03.10"});
     ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(vista.Cella(2, 0), Testo(193) + "2");
-    EXPECT_EQ(vista.Cella(3, 0), Testo(193) + "2") << "row 3 is lap 2 when the data do not tell";
-    EXPECT_EQ(vista.Cella(4, 0), Testo(193) + "3");
+    EXPECT_EQ(vista.Cella(2, 0), Testo(Voce::RigaGiro) + "2");
+    EXPECT_EQ(vista.Cella(3, 0), Testo(Voce::RigaGiro) + "2")
+        << "row 3 is lap 2 when the data do not tell";
+    EXPECT_EQ(vista.Cella(4, 0), Testo(Voce::RigaGiro) + "3");
     EXPECT_EQ(vista.Cella(4, 1), "01:03.10");
     EXPECT_TRUE(vista.controlli);
     analisi.MSFlexGrid1_Click(4, 1);
     EXPECT_FALSE(vista.controlli);
     EXPECT_EQ(analisi.RigheGiro, 0);
-    EXPECT_EQ(vista.schede[0], Testo(273) + " " + Testo(110) + " 3");
+    EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
     analisi.MSFlexGrid1_Click(2, 1);
     EXPECT_TRUE(vista.controlli);
 }
@@ -268,7 +269,7 @@ TEST_F(TabellaGiri, HoldsNineHundredAndNinetyEightLapsAndTellsOnceOfMore) {
         EXPECT_EQ(analisi.NumGiri, tenuti);
         EXPECT_EQ(analisi.NumRigheTabella, tenuti + 3);
         EXPECT_EQ(vista.righe, tenuti + 3);
-        EXPECT_EQ(vista.Cella(tenuti + 1, 0), Testo(193) + TestoNumero(tenuti + 1));
+        EXPECT_EQ(vista.Cella(tenuti + 1, 0), Testo(Voce::RigaGiro) + TestoNumero(tenuti + 1));
         EXPECT_EQ(vista.Cella(tenuti + 1, 1), analisi.GetTempoGiro(tenuti + 1));
         EXPECT_EQ(analisi.GetSessioneTempo(tenuti + 1), TestoNumero(tenuti));
         EXPECT_EQ(vista.Cella(tenuti + 2, 0), "End");
@@ -299,7 +300,7 @@ TEST_F(TabellaGiri, FirstStretchWithRowsIsTheOneThatOpens) {
     ASSERT_TRUE(Apri(log));
     EXPECT_EQ(analisi.PrimoGiroValido(), 3);
     EXPECT_EQ(vista.corrente, (VistaProva::Posto{3, 1}));
-    EXPECT_EQ(vista.schede[0], Testo(273) + " " + Testo(110) + " 3");
+    EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
     analisi.RigheDeiGiri = CercaGiri({}, 0);
     EXPECT_EQ(analisi.PrimoGiroValido(), 1000);
 }

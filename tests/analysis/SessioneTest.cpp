@@ -23,9 +23,9 @@ class SessioneAnalisi : public AnalisiProva {
     std::filesystem::path File() const { return ConFine(Stelo(), ".ses"); }
     void AttesoMessaggio(Voce motivo) {
         ASSERT_EQ(macchina.Mostrati.size(), 1u);
-        EXPECT_EQ(macchina.Mostrati[0].Testo,
-                  Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(File()) + "\r\n" +
-                      Testo(motivo) + "\r\n\r\n" + Testo(Voce::SessioneNonSalvata));
+        EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::NonScritto) + "\r\n" +
+                                                  TestoDaPercorso(File()) + "\r\n" + Testo(motivo) +
+                                                  "\r\n\r\n" + Testo(Voce::SessioneNonSalvata));
         EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
         EXPECT_EQ(macchina.Mostrati[0].Titolo, "lapvane");
     }
@@ -46,7 +46,7 @@ TEST_F(SessioneAnalisi, AreReadByPosition) {
     EXPECT_EQ(analisi.ColoreCanale[3], 16711680u);
     EXPECT_EQ(vista.colori[3], 16711680u);
     EXPECT_EQ(analisi.SpessoreCanale[3], 4);
-    EXPECT_EQ(vista.nomi[3], Testo(308)) << "the caption of the file is dropped";
+    EXPECT_EQ(vista.nomi[3], Testo(Voce::CanaleGiriMotore)) << "the caption of the file is dropped";
     EXPECT_EQ(analisi.FiltroCanale[4], 1) << "a step of 0 rows cannot be drawn";
     EXPECT_EQ(analisi.ColoreCanale[4], Rgb(255, 0, 0)) << "what is no number changes nothing";
     EXPECT_EQ(analisi.SpessoreCanale[4], 1);
@@ -83,7 +83,7 @@ TEST_F(SessioneAnalisi, IsWrittenOverTheBeginningOfTheOldFile) {
     const std::string testa =
         "Sessione=Gara\r\nDataSessione= \r\nOraSessione= \r\nCircuito= \r\nLunghTracciato= \r\n"
         "VeicoloSessione= \r\nPiloti= \r\nNoteSessione= \r\n" +
-        Testo(308) + ";2;1;1;-0.5;25\r\n";
+        Testo(Voce::CanaleGiriMotore) + ";2;1;1;-0.5;25\r\n";
     EXPECT_EQ(scritto.substr(0, testa.size()), testa);
     EXPECT_EQ(std::count(scritto.begin(), scritto.end(), '\n'), 26);
 

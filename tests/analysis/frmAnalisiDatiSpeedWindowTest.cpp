@@ -82,14 +82,15 @@ TEST_F(FinestraAnalisi, ShowsTheChannelsOfTheLogAndItsLaps) {
         EXPECT_EQ(Controllo<QLabel>("lblNomeCampo", c)->isVisible(), c <= 16) << c;
         EXPECT_FALSE(Controllo<QRadioButton>("optScala", c)->isEnabled()) << c;
     }
-    EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 4)->text()), Testo(309));
+    EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 4)->text()), Testo(Voce::CanaleVelocita));
     EXPECT_EQ(DaQt(Controllo<QLabel>("lblUM", 4)->text()), "[Km/h]");
     EXPECT_EQ(DaQt(Controllo<QLabel>("lblUM", 8)->text()), "[\xB0 C]");
     EXPECT_EQ(Griglia()->model()->rowCount(), 7) << "Start, five laps, End";
     EXPECT_EQ(Cella(1, 0), "Start");
     EXPECT_EQ(Cella(3, 1), "01:01.90");
     EXPECT_EQ(Cella(7, 0), "End");
-    EXPECT_EQ(DaQt(Griglia()->model()->headerData(1, Qt::Horizontal).toString()), Testo(143));
+    EXPECT_EQ(DaQt(Griglia()->model()->headerData(1, Qt::Horizontal).toString()),
+              Testo(Voce::ColonnaTempoGiro));
     EXPECT_FALSE(Griglia()->isColumnHidden(1));
     EXPECT_TRUE(Griglia()->isColumnHidden(2)) << "no sectors, no column";
     EXPECT_EQ(Griglia()->currentIndex(), Griglia()->model()->index(0, 1));
@@ -139,7 +140,7 @@ TEST_F(FinestraAnalisi, MarksBestWorstAndSelectedLapReadably) {
     EXPECT_TRUE(Griglia()->model()->index(2, 0).data(ModelloGiri::kRuoloGiro).toBool());
     EXPECT_FALSE(Griglia()->model()->index(0, 0).data(ModelloGiri::kRuoloGiro).toBool());
     EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)),
-              Testo(273) + " " + Testo(110) + " 3");
+              Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
     // On the screen: the label of the selected lap is blue, the best time green.
     const QImage foto = Griglia()->viewport()->grab().toImage();
     const auto angolo = [&](int riga, int colonna) {
@@ -207,10 +208,10 @@ TEST_F(FinestraAnalisi, LanguageFollowsAtTheNextActivation) {
     IndiceLingua = 0;
     QEvent attiva(QEvent::WindowActivate);
     QApplication::sendEvent(&finestra, &attiva);
-    EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 3)->text()), Testo(308));
-    EXPECT_EQ(DaQt(Controllo<QRadioButton>("optScala", 3)->toolTip()), Testo(46));
+    EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 3)->text()), Testo(Voce::CanaleGiriMotore));
+    EXPECT_EQ(DaQt(Controllo<QRadioButton>("optScala", 3)->toolTip()), Testo(Voce::ScalaDisegno));
     EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)),
-              Testo(273) + " " + Testo(110) + " 1");
+              Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 1");
 }
 
 TEST_F(FinestraAnalisi, EscapeClosesAndPutsTheStatusBarBack) {
@@ -327,7 +328,7 @@ TEST_F(FinestraAnalisi, PrintedGraphSaysWhichLapAndNamesEachAlarmAtItsLine) {
     };
     const PaginaPdf canali = stampa("canali.pdf");
     for (const char* parola : {"run.csv", "01:01.90"}) EXPECT_NE(canali.Trova(parola), nullptr);
-    EXPECT_EQ(quante(canali, InQt(Testo(110))), 1) << "the lap";
+    EXPECT_EQ(quante(canali, InQt(Testo(Voce::Giro))), 1) << "the lap";
     EXPECT_LT(canali.Trova("run.csv")->Y, canali.Trova("01:01.90")->Y + 0.01);
     EXPECT_EQ(canali.Trova("Alternator"), nullptr);
 
@@ -381,11 +382,11 @@ TEST_F(FinestraAnalisi, CommandsWithoutLapsAndWithoutATrack) {
     macchina.Risposte = {Answer::Ok, Answer::Ok, Answer::Ok, Answer::Ok};
     for (const char* chiave : {"Statistiche", "StatisticheMisure", "ReportGiri"}) {
         Controllo<QToolButton>((std::string("Toolbar1_") + chiave).c_str())->click();
-        EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(302)) << chiave;
+        EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::NessunGiroCompleto)) << chiave;
     }
     auto* const circuito = Controllo<QToolButton>("Toolbar1_Circuito");
     circuito->click();
-    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(216));
+    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::TracciatoNonTrovato));
     EXPECT_FALSE(circuito->isChecked());
     std::filesystem::create_directory(macchina.Cartella / "Tracks");
     prova::Scrivi(macchina.Cartella / "Tracks" / "Corto.trk", "0,0\r\n10,0\r\n10,10\r\n");

@@ -142,7 +142,7 @@ TEST_F(Diagnostica, LostLinkIsToldReadByReadAndTheWindowStillCloses) {
     };
     EseguiDiagnostica(vista);
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(242));
+    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::StrumentoNonRisponde));
     EXPECT_TRUE(vista.campi.empty());
     EXPECT_EQ(vista.letti[GruppoLive::Valori].front(), false);
     EXPECT_GT(dettiPrima, 0u) << "the window knew it only behind the message";

@@ -51,17 +51,22 @@ class VistaProva : public VistaStrumento {
 struct Verso {
     void (*Clic)(VistaStrumento&);
     std::int16_t Fase;
-    int Domanda, Titolo, Interrotta;
+    Voce Domanda, Titolo, Interrotta;
     std::vector<int> Comandi;
 };
 const Verso kVersi[] = {
     {mnuProgramDevice_Click,
      18,
-     147,
-     238,
-     229,
+     Voce::StrumentoSovrascritto,
+     Voce::ProgrammazioneStrumento,
+     Voce::ProgrammazioneInterrotta,
      {18, 28, 22, 24, 24, 24, 24, 24, 24, 24, 24, 24, 20}},
-    {mnuReadDevice_Click, 19, 232, 239, 233, {19, 29, 23, 25, 25, 25, 25, 25, 25, 25, 25, 25, 21}},
+    {mnuReadDevice_Click,
+     19,
+     Voce::DatiSostituiti,
+     Voce::LetturaStrumento,
+     Voce::LetturaInterrotta,
+     {19, 29, 23, 25, 25, 25, 25, 25, 25, 25, 25, 25, 21}},
 };
 
 class Corsa : public ::testing::Test {
@@ -133,7 +138,8 @@ TEST_F(Corsa, WritesEverythingInOrderAndSaysSo) {
     Clic(kVersi[0]);
     EXPECT_TRUE(fase);
     ASSERT_EQ(macchina.Mostrati.size(), 1u);
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(147) + "\r\n" + Testo(148));
+    EXPECT_EQ(macchina.Mostrati[0].Testo,
+              Testo(Voce::StrumentoSovrascritto) + "\r\n" + Testo(Voce::Continuare));
     EXPECT_EQ(macchina.Mostrati[0].Pulsanti, Buttons::OkCancel);
     std::vector<int> attesi = kVersi[0].Comandi;
     attesi.insert(attesi.begin(), 1);
@@ -164,8 +170,8 @@ TEST_F(Corsa, WritesEverythingInOrderAndSaysSo) {
     EXPECT_EQ(vista.Registro, registro);
     std::erase_if(finestra.Storia, [](const std::string& s) { return s[0] != '3'; });
     EXPECT_EQ(finestra.Storia, pannello);
-    EXPECT_EQ(vista.Titolo, Testo(238));
-    EXPECT_EQ(vista.Fine, Testo(238) + " OK");
+    EXPECT_EQ(vista.Titolo, Testo(Voce::ProgrammazioneStrumento));
+    EXPECT_EQ(vista.Fine, Testo(Voce::ProgrammazioneStrumento) + " OK");
     EXPECT_TRUE(vista.Aperta);
     EXPECT_FALSE(vista.Clessidra);
     EXPECT_EQ(FaseComunicazione, 0);
@@ -204,12 +210,14 @@ TEST_F(Corsa, WhatWasWrittenIsReadBack) {
     Clic(kVersi[1]);
     EXPECT_TRUE(fase);
     EXPECT_EQ(Comandi(prima), kVersi[1].Comandi);
-    EXPECT_EQ(macchina.Mostrati.at(0).Testo, Testo(232) + "\r\n" + Testo(148));
-    EXPECT_EQ(vista.Fine, Testo(239) + " OK");
+    EXPECT_EQ(macchina.Mostrati.at(0).Testo,
+              Testo(Voce::DatiSostituiti) + "\r\n" + Testo(Voce::Continuare));
+    EXPECT_EQ(vista.Fine, Testo(Voce::LetturaStrumento) + " OK");
     EXPECT_EQ(Riusciti(), 12);
-    EXPECT_TRUE(vista.Registro.starts_with(Testo(206) + " ...   OK\r\n" + Testo(158) + " ..."));
-    EXPECT_TRUE(
-        vista.Registro.ends_with(Testo(334) + " ...   OK\r\n" + Testo(227) + " ...   OK\r\n"));
+    EXPECT_TRUE(vista.Registro.starts_with(Testo(Voce::LetturaImpostazioni) + " ...   OK\r\n" +
+                                           Testo(Voce::LetturaIngressiSensori) + " ..."));
+    EXPECT_TRUE(vista.Registro.ends_with(Testo(Voce::LetturaCurvaSensoreG) + " ...   OK\r\n" +
+                                         Testo(Voce::PassoAllarmi) + " ...   OK\r\n"));
     EXPECT_EQ(FaseComunicazione, 0);
     EXPECT_TRUE(ProgettoModificato);
     // All that travels, and nothing else. The zero curve of the channel that is off has no name.
@@ -254,8 +262,8 @@ TEST_F(Corsa, InstrumentThatFallsSilentEndsTheRunAtItsStep) {
             Clic(verso);
             const std::string dove = Testo(verso.Titolo) + " " + std::to_string(k);
             // The first half of the setup does not keep the second one back.
-            std::vector<std::string> detto(k == 0 ? 2 : 1, Testo(242));
-            detto.push_back(Testo(230));
+            std::vector<std::string> detto(k == 0 ? 2 : 1, Testo(Voce::StrumentoNonRisponde));
+            detto.push_back(Testo(Voce::ErroreDiComunicazione));
             EXPECT_EQ(Detto(), detto) << dove;
             EXPECT_EQ(macchina.Mostrati.back().Icona, Icon::Information);
             EXPECT_EQ(macchina.Mostrati.back().Titolo, "lapvane");
@@ -294,7 +302,9 @@ TEST_F(Corsa, FailureThatPassesOpensTheLinkAnewAndIsNotCoveredUp) {
         ASSERT_TRUE(LinkPronto());
         const std::size_t prima = porta.Richieste().size();
         Clic(kVersi[0]);
-        EXPECT_EQ(Detto(), (std::vector<std::string>{Testo(242), Testo(230)})) << caso.Guasto;
+        EXPECT_EQ(Detto(), (std::vector<std::string>{Testo(Voce::StrumentoNonRisponde),
+                                                     Testo(Voce::ErroreDiComunicazione)}))
+            << caso.Guasto;
         std::vector<int> attesi = caso.Comandi;
         attesi.push_back(1);
         EXPECT_EQ(Comandi(prima), attesi) << caso.Guasto;
@@ -308,13 +318,14 @@ TEST_F(Corsa, FailureThatPassesOpensTheLinkAnewAndIsNotCoveredUp) {
     // Within the time-out: accepted.
     Guasta("delay:9900:20:1:1");
     Clic(kVersi[0]);
-    EXPECT_EQ(vista.Fine, Testo(238) + " OK");
+    EXPECT_EQ(vista.Fine, Testo(Voce::ProgrammazioneStrumento) + " OK");
 }
 
 TEST_F(Corsa, FailedReadLeavesTheNamesOfWhatDidNotCome) {
     Guasta("drop:25:2:1");
     Clic(kVersi[1]);
-    EXPECT_EQ(Detto(), (std::vector<std::string>{Testo(242), Testo(230)}));
+    EXPECT_EQ(Detto(), (std::vector<std::string>{Testo(Voce::StrumentoNonRisponde),
+                                                 Testo(Voce::ErroreDiComunicazione)}));
     EXPECT_EQ(DatiProgetto.TemperaturaOlio, "");  // the factory's curve: read, not in the library
     EXPECT_EQ(DatiProgetto.PressioneOlio, "Pressione 0-10 bar");
     EXPECT_EQ(DatiProgetto.Cambio, "Cambio 6 marce");
@@ -366,7 +377,7 @@ TEST_F(Corsa, ClosedWindowCutsOffAWaitAndIsNotCalledAFailure) {
         apparecchio.Difetti.Togli();
     };
     Clic(kVersi[1]);
-    EXPECT_EQ(Detto(), std::vector<std::string>{Testo(233)});
+    EXPECT_EQ(Detto(), std::vector<std::string>{Testo(Voce::LetturaInterrotta)});
     EXPECT_GT(chiusa, inizio);
     EXPECT_LT(macchina.Orologio - chiusa, 100);
     EXPECT_TRUE(porta.PortOpen());
@@ -377,7 +388,9 @@ TEST_F(Corsa, ClosedWindowCutsOffAWaitAndIsNotCalledAFailure) {
         if (porta.RichiesteDi(18) == 1) vista.Aperta = false;
     };
     Clic(kVersi[0]);
-    EXPECT_EQ(Detto(), (std::vector<std::string>{Testo(242), Testo(229), Testo(230)}));
+    EXPECT_EQ(Detto(), (std::vector<std::string>{Testo(Voce::StrumentoNonRisponde),
+                                                 Testo(Voce::ProgrammazioneInterrotta),
+                                                 Testo(Voce::ErroreDiComunicazione)}));
 }
 
 TEST_F(Corsa, ChannelsThatAreOnNeedASensorAndARate) {
@@ -393,16 +406,16 @@ TEST_F(Corsa, ChannelsThatAreOnNeedASensorAndARate) {
         const auto detto = Detto();
         if (detto.empty()) {
             EXPECT_EQ(FaseComunicazione, 0);
-            EXPECT_EQ(vista.Fine, Testo(238) + " OK");
+            EXPECT_EQ(vista.Fine, Testo(Voce::ProgrammazioneStrumento) + " OK");
             return std::string();
         }
-        EXPECT_EQ(macchina.Mostrati[1].Titolo, Testo(49));
+        EXPECT_EQ(macchina.Mostrati[1].Titolo, Testo(Voce::TitoloSensori));
         EXPECT_EQ(macchina.Mostrati[1].Icona, Icon::Warning);
         // The setup is written, nothing behind it; window, panel and link stay as they are.
         auto comandi = Comandi(prima);
         std::erase(comandi, 1);
         EXPECT_EQ(comandi, (std::vector<int>{18, 28}));
-        EXPECT_EQ(vista.Registro, Testo(146) + " ...   OK\r\n");
+        EXPECT_EQ(vista.Registro, Testo(Voce::ProgrammazioneImpostazioni) + " ...   OK\r\n");
         EXPECT_TRUE(vista.Aperta);
         EXPECT_EQ(vista.Fine, "");
         EXPECT_EQ(FaseComunicazione, 18);
@@ -413,16 +426,17 @@ TEST_F(Corsa, ChannelsThatAreOnNeedASensorAndARate) {
         bool R::*Abil;
         std::string R::*Nome;
         std::string R::*TCamp;
-        int Testo;
+        Voce Testo;
     };
-    for (const Canale& c : {Canale{&R::AbilTO, &R::TemperaturaOlio, &R::TCampTO, 166},
-                            Canale{&R::AbilPO, &R::PressioneOlio, &R::TCampPO, 167},
-                            Canale{&R::AbilTA, &R::TemperaturaAcqua, &R::TCampTA, 168},
-                            Canale{&R::AbilPB, &R::PressioneBenzina, &R::TCampPB, 169},
-                            Canale{&R::AbilLB, &R::LivelloBenzina, &R::TCampLB, 170},
-                            Canale{&R::AbilPT, nullptr, &R::TCampPT, 171},
-                            Canale{&R::AbilSG, &R::SensoreG, &R::TCampSG, 172},
-                            Canale{&R::AbilCambio, &R::Cambio, &R::TCampCambio, 173}}) {
+    for (const Canale& c :
+         {Canale{&R::AbilTO, &R::TemperaturaOlio, &R::TCampTO, Voce::IncompletoTemperaturaOlio},
+          Canale{&R::AbilPO, &R::PressioneOlio, &R::TCampPO, Voce::IncompletoPressioneOlio},
+          Canale{&R::AbilTA, &R::TemperaturaAcqua, &R::TCampTA, Voce::IncompletoTemperaturaAcqua},
+          Canale{&R::AbilPB, &R::PressioneBenzina, &R::TCampPB, Voce::IncompletoPressioneBenzina},
+          Canale{&R::AbilLB, &R::LivelloBenzina, &R::TCampLB, Voce::IncompletoLivelloBenzina},
+          Canale{&R::AbilPT, nullptr, &R::TCampPT, Voce::IncompletoPressioneTurbo},
+          Canale{&R::AbilSG, &R::SensoreG, &R::TCampSG, Voce::IncompletoSensoreG},
+          Canale{&R::AbilCambio, &R::Cambio, &R::TCampCambio, Voce::IncompletoMarcia}}) {
         EXPECT_EQ(prova([&](R& p) { (p.*c.TCamp).clear(); }),
                   Testo(c.Testo) + "\r\n" + Testo(Voce::MancaFrequenza));
         if (c.Nome != nullptr) {
@@ -444,7 +458,7 @@ TEST_F(Corsa, ChannelsThatAreOnNeedASensorAndARate) {
                   p.TCampPB.clear();
                   p.TCampTA.clear();
               }),
-              Testo(168) + "\r\n" + Testo(Voce::MancaFrequenza));
+              Testo(Voce::IncompletoTemperaturaAcqua) + "\r\n" + Testo(Voce::MancaFrequenza));
     EXPECT_EQ(prova([](R& p) {
                   p.SensoreLambda.clear();
                   p.TCampSensoreLambda.clear();
@@ -456,7 +470,7 @@ TEST_F(Corsa, ChannelsThatAreOnNeedASensorAndARate) {
                   p.AbilPB = false;
                   p.PressioneBenzina.clear();
               }),
-              Testo(171) + "\r\n" + Testo(Voce::MancaNomeBenzina));
+              Testo(Voce::IncompletoPressioneTurbo) + "\r\n" + Testo(Voce::MancaNomeBenzina));
 }
 
 TEST_F(Corsa, ValuesThatDoNotFitAreAskedAboutAndWhatIsNoNumberStopsBeforeAnythingIsSent) {
@@ -464,7 +478,7 @@ TEST_F(Corsa, ValuesThatDoNotFitAreAskedAboutAndWhatIsNoNumberStopsBeforeAnythin
     DatiProgetto.TipoLedGiallo = " ";
     Clic(kVersi[0]);
     EXPECT_EQ(Detto(), std::vector<std::string>{Testo(Voce::ValoreNonInviabile) + "\r\n" +
-                                                Testo(87) + ": \" \"\r\n" +
+                                                Testo(Voce::LedGiallo) + ": \" \"\r\n" +
                                                 Testo(Voce::NumeroNellIntervallo) + " 0 ... 255"});
     DatiProgetto.TipoLedGiallo = "1";
     DatiProgetto.mskStopRecSecondi = 255;
@@ -478,10 +492,10 @@ TEST_F(Corsa, ValuesThatDoNotFitAreAskedAboutAndWhatIsNoNumberStopsBeforeAnythin
     mnuProgramDevice_Click(vista);
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
     EXPECT_EQ(macchina.Mostrati[1].Testo,
-              Testo(Voce::ValoriFuoriCampo) + "\r\n" + Testo(65) + ": 257 (0 ... 255), " +
-                  Testo(Voce::StrumentoRiceve) + " 1\r\n" + Testo(96) +
-                  ": 3276.8 (-3276.8 ... 3276.7), " + Testo(Voce::StrumentoRiceve) +
-                  " -3276.8\r\n" + Testo(Voce::InviareLoStesso));
+              Testo(Voce::ValoriFuoriCampo) + "\r\n" + Testo(Voce::ImpulsiRuota) +
+                  ": 257 (0 ... 255), " + Testo(Voce::StrumentoRiceve) + " 1\r\n" +
+                  Testo(Voce::SogliaLivelloBenzina) + ": 3276.8 (-3276.8 ... 3276.7), " +
+                  Testo(Voce::StrumentoRiceve) + " -3276.8\r\n" + Testo(Voce::InviareLoStesso));
     EXPECT_EQ(porta.RichiesteDi(18), 0u);
     EXPECT_EQ(FaseComunicazione, 0);
     EXPECT_FALSE(vista.Aperta);
@@ -501,7 +515,7 @@ TEST_F(Corsa, WithoutAnInstrumentEveryStepIsSkippedAndTheProjectKept) {
     // A failure that nothing has cleared ends the run at its first step.
     ErroreComunicazione = true;
     Clic(kVersi[0]);
-    EXPECT_EQ(Detto(), std::vector<std::string>{Testo(230)});
+    EXPECT_EQ(Detto(), std::vector<std::string>{Testo(Voce::ErroreDiComunicazione)});
     EXPECT_FALSE(vista.Aperta);
     EXPECT_TRUE(porta.Richieste().empty());
 }
@@ -520,7 +534,7 @@ TEST_F(Corsa, CancelledQuestionChangesNothing) {
 TEST_F(Corsa, NameThatTheLibraryLacksSendsTheCurveOfTheChannelBefore) {
     DatiProgetto.PressioneOlio = "gone";
     Clic(kVersi[0]);
-    EXPECT_EQ(vista.Fine, Testo(238) + " OK");
+    EXPECT_EQ(vista.Fine, Testo(Voce::ProgrammazioneStrumento) + " OK");
     EXPECT_EQ(Curva(1), Curva(0));
     EXPECT_EQ(PuntoY(1, 0), 1710);
     Clic(kVersi[1]);

@@ -38,7 +38,7 @@ class ConLoStrumento : public Base {
         EXPECT_TRUE(ErroreComunicazione);
         EXPECT_EQ(porta.Richieste().size(), prima + tentativi);
         EXPECT_EQ(macchina.Puntatori, std::vector<Pointer>{Pointer::Normal});
-        AttesoMessaggio(Testo(242));
+        AttesoMessaggio(Testo(Voce::StrumentoNonRisponde));
     }
     void Riesce(const std::function<void()>& transfer) {
         ErroreComunicazione = true;

@@ -295,7 +295,7 @@ TEST_F(RecordStrumento, CurvesTravelAsWordsInBothDirections) {
 }
 
 TEST_F(RecordStrumento, WhatIsNoNumberIsShownAndNotSent) {
-    const auto rifiutato = [this](void (*invia)(), int campo, const std::string& valore) {
+    const auto rifiutato = [this](void (*invia)(), Voce campo, const std::string& valore) {
         SCOPED_TRACE(valore);
         macchina.Risposte = {Answer::Ok};
         ErroreComunicazione = false;
@@ -309,27 +309,27 @@ TEST_F(RecordStrumento, WhatIsNoNumberIsShownAndNotSent) {
     };
     DatiProgetto.LedGiallo = true;
     DatiProgetto.TipoLedGiallo = "giallo";
-    rifiutato(InviaDatiAllarmi, 87, "giallo");
+    rifiutato(InviaDatiAllarmi, Voce::LedGiallo, "giallo");
 
     EditorProva sensori("frmSensori");
     ImpostaFormAttiva(&sensori);
     sensori.Imposta("txtNumAccRPM=12x");
-    rifiutato(InviaDatiSensori, 56, "12x");
+    rifiutato(InviaDatiSensori, Voce::AccensioniPerGiro, "12x");
     sensori.Imposta("txtNumAccRPM=3000000000");
-    rifiutato(InviaDatiSensori, 56, "3000000000");
+    rifiutato(InviaDatiSensori, Voce::AccensioniPerGiro, "3000000000");
 
     EditorProva allarmi("frmAllarmi");
     ImpostaFormAttiva(&allarmi);
     allarmi.Imposta("chkTO=1|txtTO=1E9");
-    rifiutato(InviaDatiAllarmi, 92, "1E9");
+    rifiutato(InviaDatiAllarmi, Voce::SogliaTemperaturaOlio, "1E9");
     allarmi.Imposta("txtTO=1E999");
-    rifiutato(InviaDatiAllarmi, 92, "1E999");
+    rifiutato(InviaDatiAllarmi, Voce::SogliaTemperaturaOlio, "1E999");
 
     ImpostaFormAttiva(nullptr);
     CurvaY[19] = 3e9;
-    rifiutato([] { InviaCurvaSensore(1); }, 135, "3000000000");
+    rifiutato([] { InviaCurvaSensore(1); }, Voce::TipoPressioneOlio, "3000000000");
     CurvaY[19] = std::numeric_limits<double>::quiet_NaN();
-    rifiutato([] { InviaCurvaSensore(1); }, 135, "");
+    rifiutato([] { InviaCurvaSensore(1); }, Voce::TipoPressioneOlio, "");
 }
 
 TEST_F(RecordStrumento, AnyOtherFormGetsAndGivesNoRecord) {
@@ -346,7 +346,7 @@ TEST_F(RecordStrumento, AnyOtherFormGetsAndGivesNoRecord) {
         ErroreComunicazione = false;
         invia();
         EXPECT_TRUE(ErroreComunicazione);
-        AttesoMessaggio(Testo(242));
+        AttesoMessaggio(Testo(Voce::StrumentoNonRisponde));
     }
     EXPECT_TRUE(porta.Scritti.empty());
 

@@ -101,13 +101,16 @@ TEST_F(StrumentoFinestra, RunsInBothLanguagesAndStaysUntilClosed) {
             QObject::connect(&guardia, &QTimer::timeout, &guardia, [&] {
                 if (Aperta() == nullptr || Etichetta("Label3").isEmpty()) return;
                 ++viste;
-                const QString titolo = InQt(Testo(lettura ? 239 : 238));
+                const QString titolo =
+                    InQt(Testo(lettura ? Voce::LetturaStrumento : Voce::ProgrammazioneStrumento));
                 EXPECT_EQ(Aperta()->windowTitle(), titolo);
                 EXPECT_EQ(Etichetta("Label2"), titolo);
                 EXPECT_EQ(Etichetta("Label3"), titolo + QStringLiteral(" OK"));
                 const QString passi = Etichetta("Label1");
-                EXPECT_TRUE(passi.startsWith(InQt(Testo(lettura ? 206 : 146) + " ...   OK\n")));
-                EXPECT_TRUE(passi.endsWith(InQt(Testo(227) + " ...   OK\n")));
+                EXPECT_TRUE(passi.startsWith(InQt(
+                    Testo(lettura ? Voce::LetturaImpostazioni : Voce::ProgrammazioneImpostazioni) +
+                    " ...   OK\n")));
+                EXPECT_TRUE(passi.endsWith(InQt(Testo(Voce::PassoAllarmi) + " ...   OK\n")));
                 EXPECT_EQ(passi.count(QLatin1Char('\n')), 12);
                 // Twelve steps fit into the window that opened with none.
                 EXPECT_EQ(Aperta()->size(), prima);
@@ -143,7 +146,7 @@ TEST_F(StrumentoFinestra, ClosedInTheMiddleStopsAndCanBeStartedAgain) {
     macchina.DuranteEventi = nullptr;
     EXPECT_EQ(passi, 1);
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
-    EXPECT_EQ(macchina.Mostrati[1].Testo, Testo(229));
+    EXPECT_EQ(macchina.Mostrati[1].Testo, Testo(Voce::ProgrammazioneInterrotta));
     EXPECT_EQ(FaseComunicazione, 0);
     EXPECT_FALSE(TrasferimentoAbbandonato);
     EXPECT_EQ(Pannello3(), QString());
@@ -166,13 +169,14 @@ TEST_F(StrumentoFinestra, CheckThatFailsKeepsTheLinkAsLongAsItsWindow) {
         ++viste;
         EXPECT_EQ(FaseComunicazione, 18);
         EXPECT_EQ(Etichetta("Label3"), QString());
-        EXPECT_EQ(Pannello3(), InQt(Testo(146)));
+        EXPECT_EQ(Pannello3(), InQt(Testo(Voce::ProgrammazioneImpostazioni)));
         EXPECT_NE(Aperta()->cursor().shape(), Qt::WaitCursor);
         QTest::mouseClick(Controllo<QPushButton>(*Aperta(), "CancelButton"), Qt::LeftButton);
     });
     Clic("ProgDev");
     EXPECT_EQ(viste, 1);
-    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(168) + "\r\n" + Testo(Voce::MancaFrequenza));
+    EXPECT_EQ(macchina.Mostrati.back().Testo,
+              Testo(Voce::IncompletoTemperaturaAcqua) + "\r\n" + Testo(Voce::MancaFrequenza));
     EXPECT_EQ(FaseComunicazione, 0);
     EXPECT_EQ(Pannello3(), QString());
 }
@@ -204,7 +208,7 @@ TEST_F(StrumentoFinestra, NoPollRunsWhileTheLinkIsOpenedAnewAndAClickEndsTheAtte
     const std::int64_t fine = macchina.Orologio;
     macchina.DuranteEventi = nullptr;
     ASSERT_EQ(macchina.Mostrati.size(), 3u);
-    EXPECT_EQ(macchina.Mostrati[2].Testo, Testo(230));
+    EXPECT_EQ(macchina.Mostrati[2].Testo, Testo(Voce::ErroreDiComunicazione));
     EXPECT_NE(clic, 0);
     EXPECT_FALSE(dentro);
     EXPECT_LT(fine - clic, 300);

@@ -222,7 +222,7 @@ TEST_F(SalvaDati, WritesThreeFilesNamedAfterTheFirst) {
     macchina.FileScelti.push_back(csv);
     macchina.Risposte = {Answer::Ok};
     mnuSaveData_Click();
-    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(269));
+    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::ConversioneCompletata));
     EXPECT_EQ(macchina.Puntatori, (std::vector<Pointer>{Pointer::Busy, Pointer::Normal}));
     const std::string dati = prova::Leggi(csv);
     EXPECT_EQ(dati.substr(0, dati.find("\r\n")), TitoliCsv(0, "mph", "\xB0 C"));
@@ -297,7 +297,7 @@ TEST_F(SalvaDati, WhatCantBeWrittenIsToldAndStaysInMemory) {
     EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
     EXPECT_TRUE(LogDaSalvare);
     EXPECT_EQ(NumBlocchi, 120);
-    EXPECT_EQ(salva(csv), Testo(269));
+    EXPECT_EQ(salva(csv), Testo(Voce::ConversioneCompletata));
     EXPECT_FALSE(LogDaSalvare);
 }
 

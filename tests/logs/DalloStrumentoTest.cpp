@@ -104,11 +104,11 @@ TEST_F(DalloStrumento, EmptyMemoryGivesNothingAndFullMemoryEverything) {
     Sessione(ModoSessione::Vuota);
     Scarica();
     EXPECT_EQ(NumBlocchi, 0);
-    EXPECT_EQ(vista.Ultimo, Testo(271));
+    EXPECT_EQ(vista.Ultimo, Testo(Voce::NessunDatoScaricato));
     Sessione(ModoSessione::Piena);
     Scarica();
     EXPECT_EQ(NumBlocchi, 16378);
-    EXPECT_EQ(vista.Ultimo, Testo(268));
+    EXPECT_EQ(vista.Ultimo, Testo(Voce::ScaricamentoCompletato));
     const FileLog file = ComponiLog();
     EXPECT_EQ(std::count(file.Csv.begin(), file.Csv.end(), '\n'), 163781);
 }
@@ -138,7 +138,8 @@ TEST_F(DalloStrumento, MisbehaviourCostsItsPageOrItsRetryAndNoMore) {
         Scarica();
         EXPECT_EQ(tutti - NumBlocchi, caso.Mancanti) << caso.Guasto;
         EXPECT_EQ(macchina.Mostrati.size(), caso.Box) << caso.Guasto;
-        for (const auto& box : macchina.Mostrati) EXPECT_EQ(box.Testo, Testo(242));
+        for (const auto& box : macchina.Mostrati)
+            EXPECT_EQ(box.Testo, Testo(Voce::StrumentoNonRisponde));
     }
 }
 

@@ -164,7 +164,9 @@ TEST_F(Scaricamento, WholeRunStoresGoodPagesUpToTheSecondEmptyOne) {
     EXPECT_EQ(BlocchiLog[0][0], 1);
     EXPECT_EQ(BlocchiLog[2][0], 2);
     EXPECT_EQ(Letti.back(), 4 * 256 + 128) << "the log ends at the second never-written page";
-    EXPECT_EQ(vista.Stati, (std::vector<std::string>{Testo(270), Testo(270), Testo(268)}));
+    EXPECT_EQ(vista.Stati, (std::vector<std::string>{Testo(Voce::ScaricamentoInCorso),
+                                                     Testo(Voce::ScaricamentoInCorso),
+                                                     Testo(Voce::ScaricamentoCompletato)}));
     EXPECT_TRUE(vista.OK);
     EXPECT_TRUE(finestra.Menu(Comando::SaveData));
     EXPECT_EQ(FaseComunicazione, 0);
@@ -189,7 +191,8 @@ TEST_F(Scaricamento, LoopReadsAsManyPagesAsItsConditionSays) {
         Log = Pagina(1) + Pagina(2) + Pagina(3) + Pagina(4);
         scarico.ScaricaLog();
         EXPECT_EQ(Letti.size(), caso.Blocchi) << caso.Byte;
-        EXPECT_EQ(vista.Stati.back(), Testo(caso.Blocchi == 0 ? 271 : 268));
+        EXPECT_EQ(vista.Stati.back(), Testo(caso.Blocchi == 0 ? Voce::NessunDatoScaricato
+                                                              : Voce::ScaricamentoCompletato));
         EXPECT_EQ(finestra.Menu(Comando::SaveData), caso.Blocchi != 0);
     }
 }
@@ -206,7 +209,8 @@ TEST_F(Scaricamento, ThreeFailuresAreRetriedOverTheWholeDownload) {
     scarico.ScaricaLog();
     EXPECT_EQ(NumBlocchi, 6);
     EXPECT_EQ(vista.Scaricata, 0);
-    for (const auto& box : macchina.Mostrati) EXPECT_EQ(box.Testo, Testo(242));
+    for (const auto& box : macchina.Mostrati)
+        EXPECT_EQ(box.Testo, Testo(Voce::StrumentoNonRisponde));
 }
 
 TEST_F(Scaricamento, FourthFailureGivesUpAndKeepsWhatIsThere) {
@@ -249,7 +253,7 @@ TEST_F(Scaricamento, PortThatVanishesInTheMiddleEndsInAMessage) {
     scarico.BytesDati = 2560;
     scarico.ScaricaLog();
     EXPECT_EQ(NumBlocchi, 8);
-    EXPECT_EQ(macchina.Mostrati.front().Testo, Testo(242));
+    EXPECT_EQ(macchina.Mostrati.front().Testo, Testo(Voce::StrumentoNonRisponde));
     EXPECT_LE(macchina.Mostrati.size(), 4u);
     EXPECT_TRUE(vista.OK);
 }
@@ -259,11 +263,12 @@ TEST_F(Scaricamento, SilentSizesDownloadNothing) {
     macchina.Risposte.assign(9, Answer::Ok);
     Scarico(vista).Esegui();
     ASSERT_EQ(macchina.Mostrati.size(), 9u);
-    EXPECT_EQ(macchina.Mostrati[7].Testo, Testo(242)) << "each of the two was asked four times";
+    EXPECT_EQ(macchina.Mostrati[7].Testo, Testo(Voce::StrumentoNonRisponde))
+        << "each of the two was asked four times";
     EXPECT_EQ(macchina.Mostrati[8].Testo,
               Perso({Testo(Voce::ScaricoDimensione), Testo(Voce::ScaricoNumeroGiri)}));
     EXPECT_EQ(NumBlocchi, 0);
-    EXPECT_EQ(vista.Stati.back(), Testo(271));
+    EXPECT_EQ(vista.Stati.back(), Testo(Voce::NessunDatoScaricato));
     EXPECT_FALSE(finestra.Menu(Comando::SaveData));
     EXPECT_EQ(FaseComunicazione, 0);
 }
@@ -303,7 +308,8 @@ TEST_F(Scaricamento, SizesAndLapBlocksAreAskedThreeTimesMoreBesideTheLogsOwnCoun
     };
     macchina.Risposte.assign(15, Answer::Ok);
     Scarico(vista).Esegui();
-    for (const auto& box : macchina.Mostrati) EXPECT_EQ(box.Testo, Testo(242));
+    for (const auto& box : macchina.Mostrati)
+        EXPECT_EQ(box.Testo, Testo(Voce::StrumentoNonRisponde));
     EXPECT_EQ(NumeroGiri, 40);
     EXPECT_EQ(TabellaGiri[40], "01:20.40, 0");
     EXPECT_EQ(NumBlocchi, 4);

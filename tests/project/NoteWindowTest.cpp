@@ -39,7 +39,7 @@ TEST(NoteProgetto, CancelChangesNothingAndOkCopiesWhatIsWritten) {
                      QStringLiteral(" Montecorvo "));
     auto* const note = dialogo.findChild<QPlainTextEdit*>(QStringLiteral("txtNoteProgetto"));
     note->setPlainText(QStringLiteral("prima\nseconda"));
-    EXPECT_EQ(DaQt(dialogo.windowTitle()), Testo(207));
+    EXPECT_EQ(DaQt(dialogo.windowTitle()), Testo(Voce::TitoloNoteProgetto));
     QTest::mouseClick(dialogo.findChild<QPushButton*>(QStringLiteral("OKButton")), Qt::LeftButton);
     EXPECT_EQ(DatiProgetto.NomeProgetto, " Montecorvo ") << "untrimmed";
     EXPECT_EQ(DatiProgetto.Veicolo, "Monza 3");
@@ -62,7 +62,7 @@ TEST(StampaProgetto, PaperShowsTheFormAsItIsLaidOut) {
         return DaQt(finestra.findChild<QLabel*>(QString::fromLatin1(nome))->text());
     };
     EXPECT_EQ(testo("lblValPagineAbilitate"), "2  10");
-    EXPECT_EQ(testo("lblDiametroRuota"), Testo(66) + " :");
+    EXPECT_EQ(testo("lblDiametroRuota"), Testo(Voce::DiametroRuota) + " :");
     EXPECT_EQ(testo("lblValUMVel"), "");
     EXPECT_EQ(testo("lblValLinguaDisplay"), ListaLingue[0]);
     const auto file = macchina.Cartella / "foglio.pdf";

@@ -71,7 +71,7 @@ TEST_F(Progetto, NewSetsTheFewValuesThatAreNotZeroAndTheCommands) {
     EXPECT_EQ(DatiProgetto.ChannPT, 0);
     EXPECT_EQ(DatiProgetto.Settore3, 0);
     EXPECT_EQ(DatiProgetto.NomeProgetto, "");
-    EXPECT_EQ(finestra.Testo(Pannello::Progetto), Testo(131));
+    EXPECT_EQ(finestra.Testo(Pannello::Progetto), Testo(Voce::ProgettoSenzaNome));
     EXPECT_EQ(PercorsoProgetto, "/altrove/vecchio.pro");  // a path left from before stays
     EXPECT_FALSE(ProgettoModificato);
     EXPECT_FALSE(finestra.Menu(Comando::Save));
@@ -260,12 +260,13 @@ TEST_F(Progetto, RefusedFilesAreReportedAndTriedAgainWithoutADialog) {
     };
     const std::string dove = (macchina.Cartella / "").string();
     const std::vector<Caso> casi = {
-        {"manca.pro", "", Testo(328) + " " + dove + "manca.pro " + Testo(329)},
+        {"manca.pro", "",
+         Testo(Voce::IlFile) + " " + dove + "manca.pro " + Testo(Voce::NonTrovato)},
         {"vuoto.pro", "",
          "Fatal Error: Language database file " + dove +
              "vuoto.pro is missing critical information."},
-        {"altro.pro", "ZEVproject\r\nk=v\r\n", Testo(174)},
-        {"binario.pro", std::string("\0\xFF\x01\x02", 4), Testo(174)},
+        {"altro.pro", "ZEVproject\r\nk=v\r\n", Testo(Voce::NonEUnProgetto)},
+        {"binario.pro", std::string("\0\xFF\x01\x02", 4), Testo(Voce::NonEUnProgetto)},
     };
     for (const Caso& caso : casi) {
         const fs::path file = macchina.Cartella / caso.Nome;
@@ -325,8 +326,8 @@ TEST_F(Progetto, OverwriteIsAskedOnlyInTheProgramsOwnFolder) {
     macchina.FileScelti.push_back(macchina.Cartella / "mio.PRO");
     macchina.Risposte = {Answer::Cancel};
     mnuSaveAs_Click();
-    EXPECT_EQ(UltimoBox(), (macchina.Cartella / "mio.PRO").string() + " " + Testo(132));
-    EXPECT_EQ(macchina.Mostrati.back().Titolo, Testo(133));
+    EXPECT_EQ(UltimoBox(), (macchina.Cartella / "mio.PRO").string() + " " + Testo(Voce::EsisteGia));
+    EXPECT_EQ(macchina.Mostrati.back().Titolo, Testo(Voce::SostituzioneFile));
     EXPECT_EQ(prova::Leggi(mio), "vecchio");
     EXPECT_EQ(DatiProgetto.DataCreazione, "");
     macchina.FileScelti.push_back(mio);
@@ -348,14 +349,16 @@ TEST_F(Progetto, StopQuestionInAllItsForms) {
     ProgettoModificato = true;
     macchina.Risposte = {Answer::Cancel};
     EXPECT_FALSE(ConfermaChiusura());
-    EXPECT_EQ(UltimoBox(), Testo(130) + Testo(128) + "\r\n" + Testo(129));
+    EXPECT_EQ(UltimoBox(), Testo(Voce::IlProgettoSenzaNome) + Testo(Voce::EStatoModificato) +
+                               "\r\n" + Testo(Voce::SalvareLeModifiche));
     EXPECT_EQ(macchina.Mostrati.back().Pulsanti, Buttons::YesNoCancel);
 
     DatiProgetto.NomeProgetto = "Monza";
     PercorsoProgetto = cartella / "d.pro";
     macchina.Risposte = {Answer::No};
     EXPECT_TRUE(ConfermaChiusura());
-    EXPECT_EQ(UltimoBox(), Testo(127) + "Monza " + Testo(128) + "\r\n" + Testo(129));
+    EXPECT_EQ(UltimoBox(), Testo(Voce::IlProgetto) + "Monza " + Testo(Voce::EStatoModificato) +
+                               "\r\n" + Testo(Voce::SalvareLeModifiche));
     EXPECT_FALSE(fs::exists(PercorsoProgetto));
     macchina.Risposte = {Answer::Yes};
     EXPECT_TRUE(ConfermaChiusura());
@@ -470,7 +473,7 @@ TEST_F(Recenti, VanishedPathIsReportedAndTheListStays) {
     fs::remove(a);
     macchina.Risposte = {Answer::Ok};
     mnuRecentFiles_Click(1);
-    EXPECT_NE(UltimoBox().find("a.pro " + Testo(329)), std::string::npos);
+    EXPECT_NE(UltimoBox().find("a.pro " + Testo(Voce::NonTrovato)), std::string::npos);
     EXPECT_EQ(finestra.Recenti.size(), 2u);
     EXPECT_TRUE(FileRecenteScelto.empty()) << "an entry of the list clears the failed path";
 }

@@ -107,8 +107,9 @@ TEST_F(SetGraph, AWrongFilterKeepsTheDialogOpenAndWritesNothing) {
         OK();
         EXPECT_TRUE(dialogo.isVisible()) << errato;
         ASSERT_EQ(macchina.Mostrati.size(), 1u) << errato;
-        EXPECT_EQ(macchina.Mostrati[0].Testo,
-                  lapvane::Testo(262) + "\r\n" + lapvane::Testo(43) + " (1 ... 32767)");
+        EXPECT_EQ(macchina.Mostrati[0].Testo, lapvane::Testo(Voce::NumeroNonValido) + "\r\n" +
+                                                  lapvane::Testo(Voce::FiltroUnPuntoOgni) +
+                                                  " (1 ... 32767)");
         EXPECT_EQ(Casella("txtFiltro")->selectedText(), Casella("txtFiltro")->text());
         EXPECT_EQ(dialogo.focusWidget(), Casella("txtFiltro"));
     }

@@ -73,7 +73,7 @@ class DialogoSessione : public AnalisiProva {
         QTest::keyClicks(lista, QString::number(n));
     }
     void OK() { QTest::mouseClick(C<QPushButton>("OKButton"), Qt::LeftButton); }
-    void OKRifiutato(int testo) {
+    void OKRifiutato(Voce testo) {
         macchina.Risposte = {Answer::Ok};
         OK();
         ASSERT_FALSE(macchina.Mostrati.empty());
@@ -130,7 +130,7 @@ TEST_F(DialogoSessione, ChoosingACircuitBringsItsOutlineAndDivision) {
     EXPECT_EQ(C<QComboBox>("cboNumSettori")->currentIndex(), -1);
     EXPECT_EQ(C<DisegnoTracciato>("Picture1")->Punti().size(), 41u);
     EXPECT_TRUE(C<DisegnoTracciato>("Picture1")->Tratti().empty());
-    OKRifiutato(327);
+    OKRifiutato(Voce::SommaSettori);
 
     // A circuit without an outline: nothing is drawn, and no file of another one is written.
     Batti(circuiti, "../Valdoro", Qt::Key_Return);
@@ -148,7 +148,7 @@ TEST_F(DialogoSessione, ChoosingACircuitBringsItsOutlineAndDivision) {
 TEST_F(DialogoSessione, NewDivisionIsWrittenWithTheSession) {
     Mostra();
     EXPECT_EQ(DaQt(dialogo->windowTitle()), "Session details") << "no circuit yet";
-    OKRifiutato(327);
+    OKRifiutato(Voce::SommaSettori);
     Batti(C<QComboBox>("cboCircuito"), "Quadrato", Qt::Key_Return);
     Batti(C<QLineEdit>("txtLunghezzaTracciato"), "1000", Qt::Key_Return);
     EXPECT_TRUE(dialogo->isVisible());
@@ -202,11 +202,11 @@ TEST_F(DialogoSessione, LengthStaysAsTypedAndOnlyAnotherOneLevelsTheSectors) {
         EXPECT_EQ(DaQt(lunghezza->text()), scritta);
         EXPECT_EQ(DatiSessione.LunghTracciato, scritta);
         EXPECT_EQ(Caselle(), (V{"870", "870", "870", "870"}));
-        OKRifiutato(327);
+        OKRifiutato(Voce::SommaSettori);
     }
     for (const char* nessuna : {"", "abc", "."}) {
         Batti(lunghezza, nessuna, Qt::Key_Tab);
-        OKRifiutato(327);
+        OKRifiutato(Voce::SommaSettori);
         EXPECT_TRUE(lunghezza->hasFocus());
     }
     EXPECT_EQ(Leggi(tracks / "Valdoro.sec"), file);
@@ -261,7 +261,7 @@ TEST_F(DialogoSessione, NegativeNeighbourIsRefusedAtOK) {
     Mostra();
     Batti(X(0), "3000", Qt::Key_Return);
     EXPECT_EQ(Caselle(), (V{"3000", "-1253", "1016", "717"}));
-    OKRifiutato(326);
+    OKRifiutato(Voce::SettoreNegativo);
     EXPECT_TRUE(X(1)->hasFocus());
     EXPECT_EQ(Leggi(tracks / "Valdoro.sec").substr(0, 9), "3480\r\n905");
     Batti(X(0), "905", Qt::Key_Return);

@@ -133,8 +133,9 @@ TEST_F(Allarmi, ExchangesWhatItShowsAndLeavesTheProject) {
     macchina.Risposte = {Answer::Cancel};
     Clic("cmdInviaDati");
     EXPECT_EQ(porta.RichiesteDi(20), 0u);
-    EXPECT_EQ(macchina.Mostrati[0].Titolo, lapvane::Testo(227));
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(147) + "\r\n" + lapvane::Testo(148)});
+    EXPECT_EQ(macchina.Mostrati[0].Titolo, lapvane::Testo(Voce::PassoAllarmi));
+    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::StrumentoSovrascritto) + "\r\n" +
+                            lapvane::Testo(Voce::Continuare)});
 
     macchina.Risposte = {Answer::Ok, Answer::Ok};
     principale.Storia.clear();
@@ -144,9 +145,9 @@ TEST_F(Allarmi, ExchangesWhatItShowsAndLeavesTheProject) {
     macchina.DuranteEventi = nullptr;
     EXPECT_EQ(fase, 20);
     EXPECT_EQ(FaseComunicazione, 0);
-    EXPECT_EQ(principale.Storia, (V{"3:" + lapvane::Testo(219), "3:"}));
+    EXPECT_EQ(principale.Storia, (V{"3:" + lapvane::Testo(Voce::ProgrammazioneAllarmi), "3:"}));
     EXPECT_EQ(macchina.Mostrati.back().Titolo, "lapvane");
-    EXPECT_EQ(Mostrati().back(), lapvane::Testo(220));
+    EXPECT_EQ(Mostrati().back(), lapvane::Testo(Voce::AllarmiTrasmessi));
     const std::string& dati = apparecchio.Dati.Dati(Record::Allarmi);
     EXPECT_EQ(dati.substr(0, 6), std::string("\0\0\x10\x68\0\0", 6)) << "4200 behind 0";
     EXPECT_EQ(dati.substr(20, 3), "\x2A\xF8\x01") << "11000 and the lamp's type";
@@ -158,8 +159,9 @@ TEST_F(Allarmi, ExchangesWhatItShowsAndLeavesTheProject) {
     Scrivi("txtLed4", "1");
     macchina.Risposte = {Answer::Ok};
     Clic("cmdLeggiDati");
-    EXPECT_EQ(macchina.Mostrati[0].Titolo, lapvane::Testo(236));
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(232) + "\r\n" + lapvane::Testo(148)});
+    EXPECT_EQ(macchina.Mostrati[0].Titolo, lapvane::Testo(Voce::DomandaLeggiAllarmi));
+    EXPECT_EQ(Mostrati(),
+              V{lapvane::Testo(Voce::DatiSostituiti) + "\r\n" + lapvane::Testo(Voce::Continuare)});
     EXPECT_TRUE(C<QCheckBox>("chkPO")->isChecked());
     EXPECT_TRUE(C<QLineEdit>("txtPO")->isEnabled());
     EXPECT_EQ(Testo("txtPO"), "4.200");

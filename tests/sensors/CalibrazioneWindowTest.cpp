@@ -59,16 +59,18 @@ TEST_F(FinestraCalibrazione, MeasuresATankByKeys) {
     using lapvane::Testo;
     Calibra([&] {
         EXPECT_EQ(FormAttiva, dialogo.data());
-        EXPECT_EQ(DaQt(dialogo->windowTitle()), Testo(252));
-        EXPECT_EQ(DaQt(dialogo->lblTitolo->text()), Testo(243));
-        const std::string coda = "\n\n" + Testo(247) + "\n\n" + Testo(248);
-        EXPECT_EQ(DaQt(D<QLabel>("lblDescrizioneFase")->text()), Testo(244) + Testo(245) + coda);
+        EXPECT_EQ(DaQt(dialogo->windowTitle()), Testo(Voce::TitoloCalibrazione));
+        EXPECT_EQ(DaQt(dialogo->lblTitolo->text()), Testo(Voce::CalibrazioneLivelloBenzina));
+        const std::string coda =
+            "\n\n" + Testo(Voce::PremereOK) + "\n\n" + Testo(Voce::PremereAnnulla);
+        EXPECT_EQ(DaQt(D<QLabel>("lblDescrizioneFase")->text()),
+                  Testo(Voce::SvuotareIlSerbatoio) + Testo(Voce::AttendereIlLivello) + coda);
         EXPECT_FALSE(D<QLineEdit>("txtLitri")->isVisible());
         EXPECT_FALSE(D<QLabel>("Label1")->isVisible());
         const QSize misura = dialogo->size();
         Misura(0, false, "");
         EXPECT_EQ(DaQt(D<QLabel>("lblDescrizioneFase")->text()),
-                  Testo(249) + "\n" + Testo(250) + coda);
+                  Testo(Voce::ImmettereCarburante) + "\n" + Testo(Voce::ScrivereILitri) + coda);
         EXPECT_TRUE(D<QLineEdit>("txtLitri")->hasFocus());
         EXPECT_EQ(D<QLineEdit>("txtLitri")->selectedText(), QStringLiteral("0.0"));
         Misura(10, false, "10");
@@ -164,7 +166,7 @@ TEST_F(FinestraCalibrazione, ALinkThatBreaksTellsItEachTimeAndTheWindowCloses) {
         for (int i = 0; i < 2; ++i) {
             macchina.Risposte = {Answer::Ok};
             Misura(30, false, "30");
-            EXPECT_EQ(Mostrati(), V{lapvane::Testo(242)});
+            EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::StrumentoNonRisponde)});
             EXPECT_EQ(Riga(1), "-/");
             EXPECT_EQ(fase(), lapvane::Testo(Voce::LetturaFallita) + "\n\n" + poi);
             EXPECT_EQ(D<QLineEdit>("txtLitri")->selectedText(), QStringLiteral("30"));

@@ -26,7 +26,8 @@ class CaselleNumeriche : public prova::EditorWindowProva<frmAllarmi> {
         uscita();
         QCoreApplication::processEvents();
         ASSERT_EQ(macchina.Mostrati.size(), 1u) << come << " " << testo;
-        EXPECT_EQ(macchina.Mostrati[0].Testo, lapvane::Testo(262) + "\r\n" + lapvane::Testo(92));
+        EXPECT_EQ(macchina.Mostrati[0].Testo, lapvane::Testo(Voce::NumeroNonValido) + "\r\n" +
+                                                  lapvane::Testo(Voce::SogliaTemperaturaOlio));
         EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Warning);
         EXPECT_EQ(macchina.Mostrati[0].Titolo, "Alarm and signal settings");
         macchina.Mostrati.clear();
@@ -104,7 +105,8 @@ TEST_F(CaselleNumeriche, CancelAlwaysGetsOut) {
     C<QPushButton>("OKButton")->setFocus();
     macchina.Risposte = {Answer::Ok};
     Clic("OKButton");
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(262) + "\r\n" + lapvane::Testo(92)});
+    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::NumeroNonValido) + "\r\n" +
+                            lapvane::Testo(Voce::SogliaTemperaturaOlio)});
     EXPECT_TRUE(finestra->isVisible());
     EXPECT_TRUE(C<QLineEdit>("txtTO")->hasFocus());
 }

@@ -235,9 +235,9 @@ TEST_F(Configurazione, ExchangesWhatItShowsAndLeavesTheProject) {
     Scrivi("txtStopRecSecondi", "5 s");
     macchina.Risposte = {Answer::Ok};
     Clic("cmdInviaDati");
-    EXPECT_EQ(Mostrati(),
-              V{lapvane::Testo(Voce::ValoreNonInviabile) + "\r\n" + lapvane::Testo(266) +
-                ": \"5 s\"\r\n" + lapvane::Testo(Voce::NumeroNellIntervallo) + " 0 ... 255"});
+    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::ValoreNonInviabile) + "\r\n" +
+                            lapvane::Testo(Voce::ArrestoDopo) + ": \"5 s\"\r\n" +
+                            lapvane::Testo(Voce::NumeroNellIntervallo) + " 0 ... 255"});
     EXPECT_TRUE(C<QLineEdit>("txtStopRecSecondi")->hasFocus());
     // What does not fit is asked about, with what would arrive, and Cancel goes there.
     Scrivi("txtAbilRecVel", "300");
@@ -245,9 +245,9 @@ TEST_F(Configurazione, ExchangesWhatItShowsAndLeavesTheProject) {
     Scrivi("txtSettoreCrono0", "70000");
     Scrivi("txtSettoreCrono4", "905");
     const std::string domanda =
-        lapvane::Testo(Voce::ValoriFuoriCampo) + "\r\n" + lapvane::Testo(266) +
+        lapvane::Testo(Voce::ValoriFuoriCampo) + "\r\n" + lapvane::Testo(Voce::ArrestoDopo) +
         ": 300 (0 ... 255), " + lapvane::Testo(Voce::StrumentoRiceve) + " 44\r\n" +
-        lapvane::Testo(295) + ": 70000 (-32768 ... 32767), " +
+        lapvane::Testo(Voce::Settore1) + ": 70000 (-32768 ... 32767), " +
         lapvane::Testo(Voce::StrumentoRiceve) + " 4464\r\n" + lapvane::Testo(Voce::InviareLoStesso);
     macchina.Risposte = {Answer::Cancel};
     Clic("cmdInviaDati");
@@ -259,10 +259,13 @@ TEST_F(Configurazione, ExchangesWhatItShowsAndLeavesTheProject) {
     macchina.Risposte = {Answer::Ok, Answer::Ok, Answer::Ok};
     principale.Storia.clear();
     Clic("cmdInviaDati");
-    EXPECT_EQ(macchina.Mostrati[1].Titolo, lapvane::Testo(226));
-    EXPECT_EQ(Mostrati(), (V{domanda, lapvane::Testo(147) + "\r\n" + lapvane::Testo(148),
-                             lapvane::Testo(218)}));
-    EXPECT_EQ(principale.Storia, (V{"3:" + lapvane::Testo(146), "3:"}));
+    EXPECT_EQ(macchina.Mostrati[1].Titolo, lapvane::Testo(Voce::DomandaProgrammaImpostazioni));
+    EXPECT_EQ(Mostrati(), (V{domanda,
+                             lapvane::Testo(Voce::StrumentoSovrascritto) + "\r\n" +
+                                 lapvane::Testo(Voce::Continuare),
+                             lapvane::Testo(Voce::ImpostazioniTrasmesse)}));
+    EXPECT_EQ(principale.Storia,
+              (V{"3:" + lapvane::Testo(Voce::ProgrammazioneImpostazioni), "3:"}));
     EXPECT_EQ(apparecchio.Dati.Dati(Record::Setup1).substr(0, 10),
               std::string("\0\0\x01\0\0\x80\0\x2C\x01\x2C", 10));
     EXPECT_EQ(apparecchio.Dati.Dati(Record::Setup2).substr(0, 4), std::string("\0\0\x11\x70", 4));
@@ -275,8 +278,9 @@ TEST_F(Configurazione, ExchangesWhatItShowsAndLeavesTheProject) {
     C<QComboBox>("cboUMTemperatura")->setCurrentIndex(0);
     macchina.Risposte = {Answer::Ok};
     Clic("cmdLeggiDati");
-    EXPECT_EQ(macchina.Mostrati[0].Titolo, lapvane::Testo(234));
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(232) + "\r\n" + lapvane::Testo(148)});
+    EXPECT_EQ(macchina.Mostrati[0].Titolo, lapvane::Testo(Voce::DomandaLeggiImpostazioni));
+    EXPECT_EQ(Mostrati(),
+              V{lapvane::Testo(Voce::DatiSostituiti) + "\r\n" + lapvane::Testo(Voce::Continuare)});
     EXPECT_TRUE(C<QCheckBox>("chkAbilitaPagina")->isChecked()) << "the page on show follows";
     EXPECT_EQ(Anteprima()->size(), QSize(316, 158));
     EXPECT_EQ(Testo("txtSettoreCrono4"), "905");
@@ -301,7 +305,7 @@ TEST_F(Configurazione, AFailedExchangeIsNeverReportedAsDone) {
         macchina.BoxLiberi = true;
         macchina.Risposte = {Answer::Ok};
         Clic("cmdInviaDati");
-        EXPECT_EQ(Mostrati().back(), lapvane::Testo(230)) << frame;
+        EXPECT_EQ(Mostrati().back(), lapvane::Testo(Voce::ErroreDiComunicazione)) << frame;
         EXPECT_EQ(FaseComunicazione, 0);
         EXPECT_TRUE(C<QPushButton>("OKButton")->isEnabled());
         porta.SparisciAlFrame = 0;
@@ -314,7 +318,7 @@ TEST_F(Configurazione, AFailedExchangeIsNeverReportedAsDone) {
     macchina.Risposte = {Answer::Ok};
     Clic("cmdInviaDati");
     EXPECT_EQ(porta.RichiesteDi(28), prima + 1);
-    EXPECT_EQ(Mostrati().back(), lapvane::Testo(230));
+    EXPECT_EQ(Mostrati().back(), lapvane::Testo(Voce::ErroreDiComunicazione));
 }
 
 TEST_F(Configurazione, ClosedBetweenTwoRecordsTheSecondStaysBehind) {

@@ -177,8 +177,9 @@ TEST_F(Salvataggio, WritesTwentyRowsAndLoadsTheLibraryAnew) {
     macchina.Risposte = {Answer::Cancel};
     EXPECT_FALSE(Salva("MIA PROVA"));
     const std::string percorso = (Cartella() / "MIA PROVA.sns").string();
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(175) + percorso + " " + Testo(132));
-    EXPECT_EQ(macchina.Mostrati[0].Titolo, Testo(133));
+    EXPECT_EQ(macchina.Mostrati[0].Testo,
+              Testo(Voce::IlFileConSpazio) + percorso + " " + Testo(Voce::EsisteGia));
+    EXPECT_EQ(macchina.Mostrati[0].Titolo, Testo(Voce::SostituzioneFile));
     EXPECT_EQ(macchina.Mostrati[0].Pulsanti, Buttons::OkCancel);
     EXPECT_EQ(LibreriaSensori[0].Y(2), 1.0);
     macchina.Risposte = {Answer::Ok};
@@ -211,9 +212,9 @@ TEST_F(Salvataggio, NamesThatAreNoFileOfTheLibraryAreRefused) {
         ASSERT_EQ(macchina.Mostrati.size(), 1u) << nome;
         EXPECT_EQ(macchina.Mostrati[0].Testo,
                   nome.size() == 300
-                      ? Testo(328) + " " + (Cartella() / "").string() + nome + ".sns " +
-                            Testo(329) + "\r\n\r\n" + Testo(Voce::MotivoNegato) + "\r\n" +
-                            Testo(Voce::SensoreNonSalvato)
+                      ? Testo(Voce::IlFile) + " " + (Cartella() / "").string() + nome + ".sns " +
+                            Testo(Voce::NonTrovato) + "\r\n\r\n" + Testo(Voce::MotivoNegato) +
+                            "\r\n" + Testo(Voce::SensoreNonSalvato)
                       : Testo(Voce::MotivoNome) + "\r\n\"" + Utf8In1252(nome) + "\"\r\n\r\n" +
                             Testo(Voce::SensoreNonSalvato));
         EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
@@ -223,7 +224,7 @@ TEST_F(Salvataggio, NamesThatAreNoFileOfTheLibraryAreRefused) {
     }
     macchina.Risposte = {Answer::Ok};
     EXPECT_FALSE(Salva(""));
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(179));
+    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::InserireNomeSensore));
     EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
     EXPECT_EQ(tabella.NumPuntiTabella(), 3);
 

@@ -60,7 +60,7 @@ class ImpostaSensore : public prova::EditorWindowProva<frmImpostaSensore> {
 TEST_F(ImpostaSensore, EachTypeHasItsSensorsAndCaptions) {
     Apri();
     EXPECT_EQ(FormAttiva, finestra.get());
-    EXPECT_EQ(Titolo(), lapvane::Testo(78));
+    EXPECT_EQ(Titolo(), lapvane::Testo(Voce::TitoloLibreriaSensori));
     EXPECT_EQ(C<QComboBox>("cboTipiSensore")->currentIndex(), 0);
     EXPECT_EQ(Voci("cboTipiSensore").size(), 9u);
     EXPECT_FALSE(Acceso("cmdLeggiSensoreStrumento"));
@@ -145,7 +145,7 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
     EXPECT_EQ(curva.XMin, 0.0);
     macchina.Risposte = {Answer::Ok};
     Clic("cmdSalvaSensore");
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(179)});
+    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::InserireNomeSensore)});
     macchina.Risposte = {Answer::Ok};
     Scrivi("txtNomeNuovo", "no/name");
     Clic("cmdSalvaSensore");
@@ -157,7 +157,7 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
     Tasto(Qt::Key_Return);
     EXPECT_EQ(Spuntate(), 0) << "saved, and to be chosen from the list to be seen";
     EXPECT_EQ(Testo("txtNomeNuovo"), "");
-    EXPECT_EQ(Titolo(), lapvane::Testo(78));
+    EXPECT_EQ(Titolo(), lapvane::Testo(Voce::TitoloLibreriaSensori));
     EXPECT_EQ(Mostrati(), V{});
     ASSERT_EQ(Voci("cboListaSensori").front(), "Mio");
     Scegli("cboListaSensori", 0);
@@ -230,7 +230,7 @@ TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
         macchina.Risposte = {Answer::Ok};
         Scrivi("txtX2", testo);
         Tasto(Qt::Key_Tab);
-        EXPECT_EQ(Mostrati(), V{lapvane::Testo(262) + "\r\nBit 3"}) << testo;
+        EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::NumeroNonValido) + "\r\nBit 3"}) << testo;
         EXPECT_TRUE(C<QLineEdit>("txtX2")->hasFocus());
     }
     const V crescente = {"Il valore di bit deve essere crescente"};
@@ -315,7 +315,7 @@ TEST_F(ImpostaSensore, ReadsACurveFromTheInstrument) {
     macchina.DuranteEventi = nullptr;
     EXPECT_EQ(fase, 25);
     EXPECT_EQ(FaseComunicazione, 0);
-    EXPECT_EQ(principale.Storia, (V{"3:" + lapvane::Testo(205), "3:"}));
+    EXPECT_EQ(principale.Storia, (V{"3:" + lapvane::Testo(Voce::LetturaCurvaSensore), "3:"}));
     EXPECT_EQ(Spuntate(), 20);
     EXPECT_EQ(CurvaX[19], 1023.0);
     EXPECT_EQ(Testo("txtX19"), "1023");
@@ -336,7 +336,7 @@ TEST_F(ImpostaSensore, ReadsACurveFromTheInstrument) {
     apparecchio.Difetti.Aggiungi(strumento::LeggiGuasto("drop:25"));
     macchina.Risposte = {Answer::Ok};
     Clic("cmdLeggiSensoreStrumento");
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(242)});
+    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::StrumentoNonRisponde)});
     EXPECT_EQ(Spuntate(), 20);
     EXPECT_EQ(std::stod(Testo("txtY19")), bar);
     EXPECT_TRUE(C<QPushButton>("cmdLeggiSensoreStrumento")->hasFocus());
@@ -345,7 +345,7 @@ TEST_F(ImpostaSensore, ReadsACurveFromTheInstrument) {
     porta.SparisciAlFrame = porta.Richieste().size() + 1;
     macchina.Risposte = {Answer::Ok};
     Clic("cmdLeggiSensoreStrumento");
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(242)});
+    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::StrumentoNonRisponde)});
     porta.Riappari();
     porta.SparisciAlFrame = 0;
     int giri = 0;

@@ -79,7 +79,8 @@ TEST_F(Libreria, FilesThatAreNoSensorsAreReportedAndLeftOut) {
     CaricaLibreriaSensori();
     EXPECT_EQ(LibreriaSensori.size(), 1u);
     ASSERT_EQ(macchina.Mostrati.size(), 5u);
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(175) + "1.txt " + Testo(176));
+    EXPECT_EQ(macchina.Mostrati[0].Testo,
+              Testo(Voce::IlFileConSpazio) + "1.txt " + Testo(Voce::NonEUnSensore));
     EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
 }
 
@@ -92,7 +93,8 @@ TEST_F(Libreria, FolderWithoutFilesIsEmptyAndAFileInItsPlaceIsReported) {
     prova::Scrivi(macchina.Cartella / "sensors", "no folder");
     macchina.Risposte = {Answer::Ok};
     CaricaLibreriaSensori();
-    EXPECT_EQ(macchina.Mostrati.at(0).Testo, Testo(175) + "sensors " + Testo(176));
+    EXPECT_EQ(macchina.Mostrati.at(0).Testo,
+              Testo(Voce::IlFileConSpazio) + "sensors " + Testo(Voce::NonEUnSensore));
     EXPECT_TRUE(LibreriaSensori.empty());
 }
 

@@ -161,13 +161,18 @@ TEST_F(SensoriEditor, EveryFieldHasItsControl) {
 
 TEST_F(SensoriEditor, MissingSensorsAreToldInTheirOrder) {
     for (const CanaleEditor& canale : kCanaliEditor) controlli.Spunta(canale.Abil, true);
-    std::vector<int> testi;
+    std::vector<Voce> testi;
     while (const auto canale = CanaleSenzaNome(controlli)) {
         testi.push_back(kCanaliEditor[*canale].TestoManca);
         controlli.Testo(kCanaliEditor[*canale].Nome, "di nessun file");
         ASSERT_LE(testi.size(), 9u);
     }
-    EXPECT_EQ(testi, (std::vector<int>{166, 167, 168, 169, 170, 171, 172, 173, 304}));
+    EXPECT_EQ(testi,
+              (std::vector<Voce>{Voce::IncompletoTemperaturaOlio, Voce::IncompletoPressioneOlio,
+                                 Voce::IncompletoTemperaturaAcqua, Voce::IncompletoPressioneBenzina,
+                                 Voce::IncompletoLivelloBenzina, Voce::IncompletoPressioneTurbo,
+                                 Voce::IncompletoSensoreG, Voce::IncompletoMarcia,
+                                 Voce::IncompletoLambda}));
     controlli.Testo("cboSG", "");
     controlli.Spunta("chkAbilSG", false);
     EXPECT_FALSE(CanaleSenzaNome(controlli));

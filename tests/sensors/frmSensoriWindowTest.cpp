@@ -89,13 +89,13 @@ TEST_F(Sensori, StoresAtOKWhatWasChosenAndTyped) {
     EXPECT_TRUE(Acceso("cboAltro0"));
     EXPECT_TRUE(Acceso("cboChannCambio"));
 
-    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(169) + kSenzaNome);
+    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(Voce::IncompletoPressioneBenzina) + kSenzaNome);
     EXPECT_EQ(Schede()->currentIndex(), 0) << "where the missing name is";
     EXPECT_TRUE(C<QComboBox>("cboPressione1")->hasFocus());
     // What is typed stays as it is typed, though entries begin with it.
     Digita("cboPressione1", "Press");
     Digita("cboTCampPO", "2");
-    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(173) + kSenzaNome);
+    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(Voce::IncompletoMarcia) + kSenzaNome);
     EXPECT_EQ(Schede()->currentIndex(), 1);
     QTest::keyClick(C<QComboBox>("cboAltro0"), Qt::Key_Down);
     EXPECT_EQ(Lista("cboAltro0"), "Cambio 6 marce");
@@ -132,7 +132,8 @@ TEST_F(Sensori, RefusedInputsLeaveTheRestStored) {
     Spunta("chkAbilSensoreLambda");
     Digita("cboSensoreLambda", "Lambda 0-5 V");
     Spunta("chkAbilSG");
-    const std::string conflitto = lapvane::Testo(305) + "\r\nG sensor, Lambda sensor: AN 2";
+    const std::string conflitto =
+        lapvane::Testo(Voce::StessoIngresso) + "\r\nG sensor, Lambda sensor: AN 2";
     EXPECT_EQ(Rifiuto("cmdInviaDati"), conflitto);
     EXPECT_EQ(porta.RichiesteDi(22), 0u);
     EXPECT_FALSE(DatiProgetto.AbilSG);
@@ -159,7 +160,7 @@ TEST_F(Sensori, NumberBoxesAreNotLeftByWayOfTheTabs) {
         macchina.Risposte = {Answer::Ok};
         uscita();
         QCoreApplication::processEvents();
-        EXPECT_EQ(Mostrati(), V{lapvane::Testo(262) + kDiametro}) << come;
+        EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::NumeroNonValido) + kDiametro}) << come;
         EXPECT_EQ(Schede()->currentIndex(), 0) << come;
         EXPECT_TRUE(casella->hasFocus()) << come;
         EXPECT_EQ(casella->text(), QString()) << come;
@@ -190,7 +191,7 @@ TEST_F(Sensori, NumberBoxesAreNotLeftByWayOfTheTabs) {
     C<QPushButton>("CancelButton")->setFocus();
     Schede()->setCurrentIndex(1);
     const R prima = DatiProgetto;
-    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(262) + kDiametro);
+    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(Voce::NumeroNonValido) + kDiametro);
     EXPECT_TRUE(casella->hasFocus());
     EXPECT_EQ(DatiProgetto.DiametroRuota, prima.DiametroRuota);
     EXPECT_EQ(Mostrati(), V{});
@@ -204,8 +205,9 @@ TEST_F(Sensori, ProgramsWhatItShowsAndReadsItBack) {
     Scrivi("txtNumAccRPM", "3");
     macchina.Risposte = {Answer::Cancel};
     Clic("cmdInviaDati");
-    EXPECT_EQ(macchina.Mostrati.at(0).Titolo, lapvane::Testo(149));
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(147) + "\r\n" + lapvane::Testo(148)});
+    EXPECT_EQ(macchina.Mostrati.at(0).Titolo, lapvane::Testo(Voce::DomandaProgrammaSensori));
+    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::StrumentoSovrascritto) + "\r\n" +
+                            lapvane::Testo(Voce::Continuare)});
     EXPECT_EQ(porta.RichiesteDi(22), 0u);
 
     const std::size_t prima = porta.Richieste().size();
@@ -222,8 +224,12 @@ TEST_F(Sensori, ProgramsWhatItShowsAndReadsItBack) {
     Clic("cmdInviaDati");
     EXPECT_EQ(fasi, std::set<std::int16_t>{22});
     EXPECT_FALSE(passati);
-    V stati{"3:" + lapvane::Testo(150)};
-    for (const int n : {151, 152, 153, 154, 155, 156, 322, 331, 332}) {
+    V stati{"3:" + lapvane::Testo(Voce::ProgrammazioneSensori)};
+    for (const Voce n :
+         {Voce::InvioCurvaTemperaturaOlio, Voce::InvioCurvaPressioneOlio,
+          Voce::InvioCurvaPressioneBenzina, Voce::InvioCurvaTemperaturaAcqua,
+          Voce::InvioCurvaLivelloBenzina, Voce::InvioCurvaMarcia, Voce::InvioCurvaLambda,
+          Voce::InvioCurvaPressioneTurbo, Voce::InvioCurvaSensoreG}) {
         stati.push_back("3:" + lapvane::Testo(n));
     }
     stati.push_back("3:");
@@ -236,7 +242,7 @@ TEST_F(Sensori, ProgramsWhatItShowsAndReadsItBack) {
     };
     EXPECT_EQ(passi(), stati);
     EXPECT_EQ(macchina.Mostrati.back().Titolo, "lapvane");
-    EXPECT_EQ(Mostrati().back(), lapvane::Testo(157));
+    EXPECT_EQ(Mostrati().back(), lapvane::Testo(Voce::SensoriTrasmessi));
     EXPECT_EQ(FaseComunicazione, 0);
     EXPECT_TRUE(Acceso("OKButton"));
     EXPECT_TRUE(Acceso("cmdLeggiDati"));
@@ -266,12 +272,17 @@ TEST_F(Sensori, ProgramsWhatItShowsAndReadsItBack) {
     macchina.DuranteEventi = nullptr;
     EXPECT_EQ(fasi, std::set<std::int16_t>{23});
     EXPECT_FALSE(passati);
-    EXPECT_EQ(macchina.Mostrati.at(0).Titolo, lapvane::Testo(235));
+    EXPECT_EQ(macchina.Mostrati.at(0).Titolo, lapvane::Testo(Voce::DomandaLeggiSensori));
     EXPECT_EQ(macchina.Mostrati.at(1).Titolo, "Sensor settings");
     EXPECT_EQ(Mostrati(),
-              (V{lapvane::Testo(232) + "\r\n" + lapvane::Testo(148), lapvane::Testo(165)}));
-    stati = {"3:" + lapvane::Testo(158)};
-    for (const int n : {159, 160, 161, 162, 163, 164, 323, 333, 334}) {
+              (V{lapvane::Testo(Voce::DatiSostituiti) + "\r\n" + lapvane::Testo(Voce::Continuare),
+                 lapvane::Testo(Voce::SensoriLetti)}));
+    stati = {"3:" + lapvane::Testo(Voce::LetturaIngressiSensori)};
+    for (const Voce n :
+         {Voce::LetturaCurvaTemperaturaOlio, Voce::LetturaCurvaPressioneOlio,
+          Voce::LetturaCurvaPressioneBenzina, Voce::LetturaCurvaTemperaturaAcqua,
+          Voce::LetturaCurvaLivelloBenzina, Voce::LetturaCurvaMarcia, Voce::LetturaCurvaLambda,
+          Voce::LetturaCurvaPressioneTurbo, Voce::LetturaCurvaSensoreG}) {
         stati.push_back("3:" + lapvane::Testo(n));
     }
     stati.push_back("3:");
@@ -298,7 +309,7 @@ TEST_F(Sensori, ProgramsWhatItShowsAndReadsItBack) {
     Clic("cmdLeggiDati");
     Mostrati();
     EXPECT_EQ(Lista("cboTemperaturaOlio0"), "");
-    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(166) + kSenzaNome);
+    EXPECT_EQ(Rifiuto("OKButton"), lapvane::Testo(Voce::IncompletoTemperaturaOlio) + kSenzaNome);
     EXPECT_EQ(DatiProgetto.TemperaturaOlio, "NTC olio M10");
 }
 
@@ -307,10 +318,11 @@ TEST_F(Sensori, AnExchangeThatStopsSaysWhy) {
     struct Caso {
         const char* Pulsante;
         int Comando;
-        int Chiusa;
+        Voce Chiusa;
     };
     for (const auto& [pulsante, comando, chiusa] :
-         {Caso{"cmdInviaDati", 24, 229}, Caso{"cmdLeggiDati", 25, 233}}) {
+         {Caso{"cmdInviaDati", 24, Voce::ProgrammazioneInterrotta},
+          Caso{"cmdLeggiDati", 25, Voce::LetturaInterrotta}}) {
         // Closed: at the block of the inputs, between the curves, at the last one. The third curve
         // of a reading is one that is waited for in vain.
         for (const std::size_t curve : {0u, 3u, 9u}) {
@@ -353,9 +365,12 @@ TEST_F(Sensori, AnExchangeThatStopsSaysWhy) {
         Clic(pulsante);
         EXPECT_EQ(porta.RichiesteDi(comando) - prima, 3u);
         EXPECT_EQ(macchina.Mostrati.back().Titolo, "lapvane");
-        EXPECT_EQ(Mostrati(),
-                  (V{lapvane::Testo(comando == 24 ? 147 : 232) + "\r\n" + lapvane::Testo(148),
-                     lapvane::Testo(242), lapvane::Testo(230)}));
+        EXPECT_EQ(
+            Mostrati(),
+            (V{lapvane::Testo(comando == 24 ? Voce::StrumentoSovrascritto : Voce::DatiSostituiti) +
+                   "\r\n" + lapvane::Testo(Voce::Continuare),
+               lapvane::Testo(Voce::StrumentoNonRisponde),
+               lapvane::Testo(Voce::ErroreDiComunicazione)}));
         EXPECT_TRUE(finestra->isVisible());
         EXPECT_TRUE(Acceso("OKButton"));
         EXPECT_EQ(Lista("cboPressione1"), terza);
@@ -363,7 +378,7 @@ TEST_F(Sensori, AnExchangeThatStopsSaysWhy) {
         porta.Sparisci();
         macchina.Risposte = {Answer::Ok, Answer::Ok};
         Clic(pulsante);
-        EXPECT_EQ(Mostrati().back(), lapvane::Testo(230));
+        EXPECT_EQ(Mostrati().back(), lapvane::Testo(Voce::ErroreDiComunicazione));
         EXPECT_EQ(FaseComunicazione, 0);
         porta.Riappari();
         finestra->close();
@@ -413,7 +428,7 @@ TEST_F(Sensori, DamagedProjectsOpenAndGoOutAsOKWouldStoreThem) {
     }
     macchina.Risposte = {Answer::Ok, Answer::Ok};
     Clic("cmdInviaDati");
-    EXPECT_EQ(Mostrati().back(), lapvane::Testo(157));
+    EXPECT_EQ(Mostrati().back(), lapvane::Testo(Voce::SensoriTrasmessi));
     const std::string& dati = apparecchio.Dati.Dati(Record::Sensori);
     EXPECT_EQ(dati.substr(4, 2), std::string(2, '\0')) << "oil pump and alternator";
     EXPECT_EQ(dati[14], 1) << "gear on the first input";

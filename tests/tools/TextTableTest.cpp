@@ -205,7 +205,7 @@ TEST(TextTable, OwnTextsAreBuiltInAndStayOutOfTheLanguageFile) {
     lines.push_back("335\tVelocita\tVelocit\u00E0 1 \"a\" \\\tSpeed\tc");
     const auto entries = ReadTable(Joined(lines)).Entries;
     EXPECT_EQ(LanguageFile(entries), file);
-    EXPECT_NE(NamesHeader(entries).find("enum class Voce : int {\n    Nove = 9,\n"
+    EXPECT_NE(NamesHeader(entries).find("enum class Voce : int {\n    Nessuna = 0,\n    Nove = 9,\n"
                                         "    Velocita = 335,\n};\n"),
               std::string::npos);
     EXPECT_NE(BuiltInSource(entries).find("kTesti[] = {\n    {\"Velocit\\340 1 \\\"a\\\" \\\\\",\n"
@@ -261,7 +261,8 @@ TEST_F(DeliveredTexts, ComeThroughTheReaderOfTheProgramUnchanged) {
         IndiceLingua = language;
         CalcolaBaseTesti();
         for (int n = 1; n <= static_cast<int>(kTexts); ++n) {
-            EXPECT_EQ(Testo(n), Both(n)[static_cast<std::size_t>(language)]) << n;
+            EXPECT_EQ(Testo(static_cast<Voce>(n)), Both(n)[static_cast<std::size_t>(language)])
+                << n;
         }
     }
 }

@@ -30,7 +30,8 @@ struct Rule {
     const char* Pattern = "";
 };
 
-constexpr const char* kEnd = R"(ScambioEditor k\w+ = \{\d+, \d+, \d+, (\d+),)";
+constexpr const char* kEnd =
+    R"(ScambioEditor k\w+ = \{\s*\d+,\s*Voce::\w+,\s*Voce::\w+,\s*(Voce::\w+),)";
 
 const std::vector<Rule> kRules = {
     {"shell/Protetto", "descrizione", What::Data},
@@ -43,8 +44,10 @@ const std::vector<Rule> kRules = {
      R"(cosa \+= "\\r\\n" \+ Testo\((Voce::\w+)\))"},
     {"logs/Scarico", "mancanze", What::Caption, "logs/Scarico",
      R"((Voce::(?:Scarico|TabellaGiri)\w+))"},
-    {"sensors/ImpostaSensore", "motivo", What::Caption, "sensors/ImpostaSensore",
-     R"(motivo = Testo\((Voce::\w+)\))"},
+    {"sensors/ImpostaSensore", "motivo", What::Data},  // as behind every write that failed
+    {"sensors/ImpostaSensore", "Utf8In1252(nome)", What::Data},
+    {"sensors/ImpostaSensore", "Testo(rifiuto)", What::Caption, "sensors/ImpostaSensore",
+     R"(\b(Voce::Motivo\w+)\b)"},
     {"sensors/ImpostaSensore", "percorso", What::Data},
     {"sensors/CSensore", "nome", What::Data},
     {"shell/Domande", "scelto", What::Data},
@@ -69,23 +72,23 @@ const std::vector<Rule> kRules = {
     {"project/FileProgetto", "testo", What::Expression, "project/FileProgetto",
      R"(rifiuta\(((?:[^;"]|"[^"]*")*)\);)"},
     {"project/FileProgetto", "inizio", What::Expression, "project/FileProgetto",
-     R"(inizio = ([^;]*);)"},
+     R"(inizio =\s*([^;]*);)"},
     {"device/SerialComm", "testo", What::Expression, "device/SerialComm",
      R"re(MostraErroreControllo\(("[^"]*")\))re"},
     {"sensors/frmSensori", "Testo(testo)", What::Expression, "sensors/frmSensori", kEnd},
     {"sensors/frmSensori", "Testo(testo)", What::Expression, "sensors/frmSensori",
      R"(informa\((k\w+),)"},
     {"sensors/frmSensori", "Testo(testo)", What::Expression, "sensors/frmSensori",
-     R"(k\w+Interrotta = (\d+))"},
+     R"(k\w+Interrotta = (Voce::\w+))"},
     {"sensors/frmEditor", "Testo(corpo)", What::Expression, "sensors/frm",
-     R"(Conferma\([\w.]+, (\w+)\))"},
+     R"(Conferma\([\w.]+, ([\w:]+)\))"},
     {"sensors/frmEditor", "Testo(scambio.TestoFine)", What::Expression, "sensors/frm", kEnd},
     {"device/ProgrammaStrumento", "Testo(c.Testo)", What::Expression, "device/ProgrammaStrumento",
-     R"(&R::TCamp\w+, (\d+)\})"},
+     R"(&R::TCamp\w+, (Voce::\w+)\})"},
     {"device/ProgrammaStrumento", "Testo(verso_.Domanda)", What::Expression,
-     "device/ProgrammaStrumento", R"(Verso k\w+ = \{(\d+),)"},
+     "device/ProgrammaStrumento", R"(Verso k\w+ = \{(Voce::\w+),)"},
     {"device/ProgrammaStrumento", "Testo(verso_.Interrotta)", What::Expression,
-     "device/ProgrammaStrumento", R"(Verso k\w+ = \{\d+, \d+, (\d+),)"},
+     "device/ProgrammaStrumento", R"(Verso k\w+ = \{Voce::\w+,\s*Voce::\w+,\s*(Voce::\w+),)"},
     {"reports/dlgDatiSessione", "Testo(testo)", What::Expression, "reports/dlgDatiSessione",
      R"(Avvisa\((k\w+)\))"},
 };
@@ -249,13 +252,13 @@ class Scanner {
         }
         if (text == "kCanaliEditor[*canale].TestoManca") {
             for (const CanaleEditor& channel : kCanaliEditor)
-                found_.Texts.insert(channel.TestoManca);
+                found_.Texts.insert(static_cast<int>(channel.TestoManca));
             return;
         }
         if (text == "kNumeriSetup[i].Didascalia") {
             for (const NumeroSetup& number : kNumeriSetup) {
-                found_.Texts.insert(number.Didascalia);
-                found_.Captions.insert(number.Didascalia);
+                found_.Texts.insert(static_cast<int>(number.Didascalia));
+                found_.Captions.insert(static_cast<int>(number.Didascalia));
             }
             return;
         }
@@ -263,21 +266,18 @@ class Scanner {
     }
 
     std::optional<int> Value(const std::string& file, const std::string& text) const {
-        const bool digits = !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
-            return std::isdigit(static_cast<unsigned char>(c)) != 0;
-        });
-        if (digits) return std::stoi(text);
         if (text.starts_with("Voce::")) {
+            if (text == "Voce::Nessuna") return 0;
             const auto name = names_.find(text.substr(6));
             if (name != names_.end()) return name->second;
         }
         if (text.empty() || text.front() != 'k') return std::nullopt;
         std::smatch match;
         const std::string& source = files_.at(file);
-        const std::regex constant("\\b" + text + " = (\\d+)[,;]");
+        const std::regex constant("\\b" + text + " = Voce::(\\w+)[,;]");
         if (text.find_first_of("[.(") == std::string::npos &&
             std::regex_search(source, match, constant)) {
-            return std::stoi(match[1]);
+            if (const auto name = names_.find(match[1]); name != names_.end()) return name->second;
         }
         return std::nullopt;
     }

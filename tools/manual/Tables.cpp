@@ -119,7 +119,7 @@ std::string Thresholds(const Texts& texts) {
 std::string Live(const Texts& texts) {
     std::string table = Heading({texts.Pick("Casella", "Box"), texts.Pick("Unit\xC3\xA0", "Unit")});
     for (const CampoLive& field : CampiLive) {
-        if (field.Testo == 0) continue;  // the second value of the box before
+        if (field.Testo == Voce::Nessuna) continue;  // the second value of the box before
         const int unit = field.Misura == 'V'   ? 27
                          : field.Misura == 'T' ? 29
                          : field.Misura == 'P' ? 28

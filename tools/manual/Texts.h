@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "shell/Voci.h"
+
 namespace lapvane::manual {
 
 enum class Language { Italian, English };
@@ -21,6 +23,7 @@ struct Texts {
     bool Has(int number) const { return number >= 1 && number <= static_cast<int>(All.size()); }
     /// Without the blanks at its ends, which the program needs and a page does not.
     std::string Of(int number) const;
+    std::string Of(Voce text) const { return Of(static_cast<int>(text)); }
     const char* Pick(const char* italian, const char* english) const {
         return Italian() ? italian : english;
     }

@@ -252,7 +252,8 @@ class Ride {
 
     /// A failure is told by one box with text 242, a success by none.
     void Told() const {
-        const bool told = machine_.Boxes.size() == 1 && machine_.Boxes.front() == Testo(242);
+        const bool told = machine_.Boxes.size() == 1 &&
+                          machine_.Boxes.front() == Testo(Voce::StrumentoNonRisponde);
         if (ErroreComunicazione ? !told : !machine_.Boxes.empty()) {
             throw Wrong{"the outcome and what was told differ"};
         }

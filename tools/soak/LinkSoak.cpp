@@ -267,7 +267,8 @@ class LinkSoak {
             Fail("download", how, "a block lasted " + std::to_string(longest) + " ms");
         }
         for (const std::string& box : machine_.Boxes) {
-            if (box != Testo(242)) Fail("download", how, "an unexpected message: " + box);
+            if (box != Testo(Voce::StrumentoNonRisponde))
+                Fail("download", how, "an unexpected message: " + box);
         }
         if (view.Out || !view.Done || FaseComunicazione != 0)
             Fail("download", how, "did not end properly");

@@ -96,7 +96,7 @@ class PullSoak {
         View view;
         Scarico(view).Esegui();
         if (!machine_.Boxes.empty()) faults_.Say(which + ": told " + machine_.Boxes.front());
-        if (!view.Open || view.Percent != 100 || view.Last != Testo(268)) {
+        if (!view.Open || view.Percent != 100 || view.Last != Testo(Voce::ScaricamentoCompletato)) {
             faults_.Say(which + " does not end as a whole one");
         }
         if (NumBlocchi != instrument_.Dati.Blocchi()) faults_.Say(which + " has not every block");
@@ -130,7 +130,8 @@ class PullSoak {
             machine_.Boxes.pop_back();
         }
         for (const std::string& box : machine_.Boxes) {
-            if (box != Testo(242)) faults_.Say(std::string(which).append(": told ").append(box));
+            if (box != Testo(Voce::StrumentoNonRisponde))
+                faults_.Say(std::string(which).append(": told ").append(box));
         }
         if (view.Open) faults_.Say(which + ": the window stays open as if all were well");
         if (FaseComunicazione != 0) faults_.Say(which + ": the poll is kept off the port");

@@ -216,7 +216,7 @@ std::string NamesHeader(const std::vector<Entry>& entries) {
         "/// A text by its name. Those above " +
         std::to_string(kTexts) +
         " are built into the program, the others stand in LANGUAGES.DAT.\nenum class Voce : int "
-        "{\n";
+        "{\n    Nessuna = 0,\n";
     for (std::size_t i = 0; i < entries.size(); ++i) {
         if (entries[i].Name.empty()) continue;
         file += "    " + entries[i].Name + " = " + std::to_string(i + 1) + ",\n";

@@ -188,7 +188,8 @@ void Tour::TooManyPanes() {
     });
     robot_.Stop(QStringLiteral("too many"), ModalIs("QMessageBox"), [this] {
         auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
-        robot_.Check(box->text() == InQt(Testo(145)), QStringLiteral("the message"));
+        robot_.Check(box->text() == InQt(Testo(Voce::TreCanaliAlMassimo)),
+                     QStringLiteral("the message"));
         robot_.Picture(box, QStringLiteral("too-many"));
         QTest::keyClick(box, Qt::Key_Return);
     });

@@ -69,13 +69,13 @@ void Tour::Command(const char* key) {
         [this, key] { robot_.Click(Button(key)); });
 }
 
-void Tour::LongCommand(const char* key, int question, int title, const QString& name) {
+void Tour::LongCommand(const char* key, Voce question, Voce title, const QString& name) {
     Command(key);
     robot_.Stop(
         name + QStringLiteral(": question"), [] { return Robot::Modal("QMessageBox") != nullptr; },
         [this, question, name] {
             auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
-            robot_.Check(box->text() == InQt(Testo(question) + "\n" + Testo(148)),
+            robot_.Check(box->text() == InQt(Testo(question) + "\n" + Testo(Voce::Continuare)),
                          QStringLiteral("the question before the instrument is touched"));
             robot_.Picture(box, name + QStringLiteral("-question"));
             QTest::keyClick(box, Qt::Key_Return);
@@ -90,10 +90,11 @@ void Tour::LongCommand(const char* key, int question, int title, const QString& 
     robot_.Stop(
         name + QStringLiteral(": done"), [] { return !Label("Label3").isEmpty(); },
         [this, title, name] {
-            robot_.Check(Label("Label3") == InQt(Testo(title) + " " + Testo(237)),
+            robot_.Check(Label("Label3") == InQt(Testo(title) + " " + Testo(Voce::Riuscito)),
                          QStringLiteral("the closing line"));
-            robot_.Check(Label("Label1").count(InQt(" ...   " + Testo(237) + "\n")) == 12,
-                         QStringLiteral("the twelve steps"));
+            robot_.Check(
+                Label("Label1").count(InQt(" ...   " + Testo(Voce::Riuscito) + "\n")) == 12,
+                QStringLiteral("the twelve steps"));
             robot_.Picture(Run(), name + QStringLiteral("-done"));
             QTest::keyClick(Run(), Qt::Key_Return);
         });
@@ -106,15 +107,17 @@ void Tour::ProgramAndRead() {
         robot_.Stop(QStringLiteral("file dialog"), FileDialogIs(),
                     [this, path] { AnswerFileDialog(path, {}); });
     };
-    LongCommand("ProgDev", 147, 238, QStringLiteral("program"));
+    LongCommand("ProgDev", Voce::StrumentoSovrascritto, Voce::ProgrammazioneStrumento,
+                QStringLiteral("program"));
     Command("New");
     robot_.Stop(
-        QStringLiteral("new project"), [this] { return Panel(1) == InQt(Testo(131)); },
+        QStringLiteral("new project"),
+        [this] { return Panel(1) == InQt(Testo(Voce::ProgettoSenzaNome)); },
         [this] {
             robot_.Check(!Button("ProgDev")->isEnabled(),
                          QStringLiteral("a project that was never saved can be programmed"));
         });
-    LongCommand("ReadDev", 232, 239, QStringLiteral("read"));
+    LongCommand("ReadDev", Voce::DatiSostituiti, Voce::LetturaStrumento, QStringLiteral("read"));
     Command("SaveAs");
     answer(saved);
     robot_.Stop(

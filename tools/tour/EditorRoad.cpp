@@ -81,7 +81,8 @@ void Tour::Exchange(const char* window, const char* button, const QString& name)
         [this, name] {
             auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
             if (box == nullptr) return;  // no closing message of its own
-            robot_.Check(box->text() != InQt(Testo(230)) && box->text() != InQt(Testo(242)),
+            robot_.Check(box->text() != InQt(Testo(Voce::ErroreDiComunicazione)) &&
+                             box->text() != InQt(Testo(Voce::StrumentoNonRisponde)),
                          name + QStringLiteral(" failed"));
             QTest::keyClick(box, Qt::Key_Return);
         });
@@ -128,7 +129,7 @@ void Tour::CalibrateTheTank() {
             In<QRadioButton>(window, "optLivelloBenzina")->click();
             auto* channels = In<QComboBox>(window, "cboTipiSensore");
             channels->setFocus();
-            const int fuel = channels->findText(InQt(Testo(138)));
+            const int fuel = channels->findText(InQt(Testo(Voce::TipoLivelloBenzina)));
             for (int i = 0; i < 12 && channels->currentIndex() != fuel; ++i) {
                 QTest::keyClick(channels,
                                 channels->currentIndex() < fuel ? Qt::Key_Down : Qt::Key_Up);
@@ -254,7 +255,8 @@ void Tour::WrongNumber() {
         });
     robot_.Stop(QStringLiteral("refused"), ModalIs("QMessageBox"), [this] {
         auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
-        robot_.Check(box->text().contains(InQt(Testo(Voce::NumeroNellIntervallo))), QStringLiteral("the limits"));
+        robot_.Check(box->text().contains(InQt(Testo(Voce::NumeroNellIntervallo))),
+                     QStringLiteral("the limits"));
         robot_.Picture(box, QStringLiteral("wrong-number"));
         QTest::keyClick(box, Qt::Key_Return);
     });

@@ -87,7 +87,8 @@ void Tour::Download() {
         },
         [this] {
             QWidget* window = Robot::Modal("QDialog");
-            robot_.Check(In<QLabel>(window, "lblStatoDownload")->text() == InQt(Testo(268)),
+            robot_.Check(In<QLabel>(window, "lblStatoDownload")->text() ==
+                             InQt(Testo(Voce::ScaricamentoCompletato)),
                          QStringLiteral("the end of the download"));
             robot_.Picture(window, QStringLiteral("downloaded"));
             QTest::keyClick(window, Qt::Key_Return);
@@ -98,7 +99,8 @@ void Tour::Download() {
     });
     robot_.Stop(QStringLiteral("converted"), ModalIs("QMessageBox"), [this] {
         auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
-        robot_.Check(box->text() == InQt(Testo(269)), QStringLiteral("the closing message"));
+        robot_.Check(box->text() == InQt(Testo(Voce::ConversioneCompletata)),
+                     QStringLiteral("the closing message"));
         robot_.Picture(box, QStringLiteral("converted"));
         QTest::keyClick(box, Qt::Key_Return);
     });
@@ -214,7 +216,8 @@ void Tour::UnsavedChanges() {
     Command("Exit");
     robot_.Stop(QStringLiteral("unsaved"), ModalIs("QMessageBox"), [this] {
         auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
-        robot_.Check(box->text().endsWith(InQt(Testo(129))), QStringLiteral("the question"));
+        robot_.Check(box->text().endsWith(InQt(Testo(Voce::SalvareLeModifiche))),
+                     QStringLiteral("the question"));
         robot_.Picture(box, QStringLiteral("unsaved"));
         QTest::keyClick(box, Qt::Key_Escape);
     });

@@ -85,7 +85,7 @@ class Tour {
     // DeviceRoad.cpp: the project into the instrument and back.
     void ProgramAndRead();
     void Command(const char* key);
-    void LongCommand(const char* key, int question, int title, const QString& name);
+    void LongCommand(const char* key, Voce question, Voce title, const QString& name);
 
     // EditorRoad.cpp: the windows that change the project, the live view.
     /// Opens an editor by its command, lets `act` change something, presses OK.
