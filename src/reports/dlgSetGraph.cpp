@@ -47,11 +47,12 @@ void PulsanteColore::paintEvent(QPaintEvent*) {
     penna.drawRect(campo);
 }
 
-dlgSetGraph::dlgSetGraph(AnalisiDati& analisi, QWidget* parent)
-    : QDialog(parent), analisi_(analisi) {
+dlgSetGraph::dlgSetGraph(ImpostazioniCanale& valori, QWidget* parent)
+    : QDialog(parent), valori_(valori) {
     setObjectName(QStringLiteral("dlgSetGraph"));
     Disponi();
     AggiornaTesti();
+    Carica();
 }
 
 void dlgSetGraph::Disponi() {
@@ -120,29 +121,19 @@ void dlgSetGraph::Disponi() {
     connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-void dlgSetGraph::showEvent(QShowEvent* evento) {
-    if (!caricata_) {
-        caricata_ = true;
-        Protetto([this] { Carica(); });
-    }
-    QDialog::showEvent(evento);
-}
-
 void dlgSetGraph::Carica() {
-    // Raises error 9 for a number that is no channel.
-    setWindowTitle(InQt(analisi_.GetNomeMisura(NumeroCanale)));
-    const auto c = static_cast<std::size_t>(NumeroCanale);
-    fraScalaDisegno_->setVisible(analisi_.Separati);
-    txtNomeCampo_->setText(InQt(analisi_.NomeCampo[c]));
-    txtUM_->setText(InQt(analisi_.UnitaCampo[c]));
-    txtFiltro_->setText(InQt(TestoNumero(analisi_.FiltroDialogo)));
-    cmdColor_->ImpostaColore(analisi_.ColoreCanale[c]);
-    const QString spessore = InQt(TestoNumero(analisi_.SpessoreDialogo));
+    setWindowTitle(InQt(valori_.NomeCampo + " " + valori_.UnitaCampo));
+    fraScalaDisegno_->setVisible(valori_.Separati);
+    txtNomeCampo_->setText(InQt(valori_.NomeCampo));
+    txtUM_->setText(InQt(valori_.UnitaCampo));
+    txtFiltro_->setText(InQt(TestoNumero(valori_.FiltroDialogo)));
+    cmdColor_->ImpostaColore(valori_.ColoreCanale);
+    const QString spessore = InQt(TestoNumero(valori_.SpessoreDialogo));
     // A width from a file that the list lacks stays what it is until another is chosen.
     if (cboWidth_->findText(spessore) < 0) cboWidth_->addItem(spessore);
     cboWidth_->setCurrentText(spessore);
-    testoMin_ = InQt(TestoNumero(analisi_.MinDialogo, platform().DecimalSeparator()));
-    testoMax_ = InQt(TestoNumero(analisi_.MaxDialogo, platform().DecimalSeparator()));
+    testoMin_ = InQt(TestoNumero(valori_.MinDialogo, platform().DecimalSeparator()));
+    testoMax_ = InQt(TestoNumero(valori_.MaxDialogo, platform().DecimalSeparator()));
     txtMinVal_->setText(testoMin_);
     txtMaxVal_->setText(testoMax_);
     txtNomeCampo_->setFocus();
@@ -203,17 +194,14 @@ void dlgSetGraph::Conferma() {
     const auto spessore = LeggiInt16(DaQt(cboWidth_->currentText()));
     if (!spessore) return NumeroErrato(cboWidth_);
 
-    analisi_.RinominaCanale(NumeroCanale, DaQt(txtNomeCampo_->text()), DaQt(txtUM_->text()));
-    analisi_.FiltroDialogo = *filtro;
-    analisi_.ColoraCanale(NumeroCanale, cmdColor_->ColoreScelto());
-    analisi_.SpessoreDialogo = *spessore;
+    valori_.NomeCampo = DaQt(txtNomeCampo_->text());
+    valori_.UnitaCampo = DaQt(txtUM_->text());
+    valori_.FiltroDialogo = *filtro;
+    valori_.ColoreCanale = cmdColor_->ColoreScelto();
+    valori_.SpessoreDialogo = *spessore;
     // A text shows 15 digits at most: what nobody touched keeps all of its own.
-    if (txtMinVal_->text() != testoMin_) {
-        analisi_.MinDialogo = NumeroIniziale(txtMinVal_->text());
-    }
-    if (txtMaxVal_->text() != testoMax_) {
-        analisi_.MaxDialogo = NumeroIniziale(txtMaxVal_->text());
-    }
+    if (txtMinVal_->text() != testoMin_) valori_.MinDialogo = NumeroIniziale(txtMinVal_->text());
+    if (txtMaxVal_->text() != testoMax_) valori_.MaxDialogo = NumeroIniziale(txtMaxVal_->text());
     accept();
 }
 

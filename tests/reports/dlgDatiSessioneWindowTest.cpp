@@ -40,7 +40,7 @@ class DialogoSessione : public AnalisiProva {
         return log.Tratto(1, 3).Tratto(2, 11).Tratto(3, 3);
     }
     void Mostra() {
-        dialogo = std::make_unique<dlgDatiSessione>(analisi);
+        dialogo = std::make_unique<dlgDatiSessione>([this] { analisi.SalvaDatiSessione(); });
         dialogo->show();
         QApplication::setActiveWindow(dialogo.get());
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialogo.get()));
@@ -187,8 +187,8 @@ TEST_F(DialogoSessione, NewDivisionIsWrittenWithTheSession) {
               "Sessione= Gara\r\nDataSessione= \r\nOraSessione= \r\nCircuito=Quadrato\r\n"
               "LunghTracciato=1000\r\nVeicoloSessione= \r\n");
     EXPECT_NE(ses.find("NoteSessione=a b\r\n"), std::string::npos);
-    analisi.LeggiSettori();
-    EXPECT_EQ(analisi.NumSettori, 4);
+    analisi.RicompilaTabella();
+    EXPECT_EQ(analisi.Giri().NumSettori(), 4);
 }
 
 TEST_F(DialogoSessione, LengthStaysAsTypedAndOnlyAnotherOneLevelsTheSectors) {
@@ -307,7 +307,7 @@ TEST_F(DialogoSessione, TracksThatCannotBeHadOrWritten) {
 
     fs::remove_all(tracks);
     try {
-        dlgDatiSessione altro(analisi);
+        dlgDatiSessione altro({});
         ADD_FAILURE();
     } catch (const ErroreRuntime& errore) {
         EXPECT_EQ(errore.Numero(), NumeroErrore::PathNotFound);
