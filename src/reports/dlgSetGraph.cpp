@@ -1,7 +1,6 @@
 #include "reports/dlgSetGraph.h"
 
 #include <QEvent>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -27,6 +26,24 @@ constexpr Voce kTestoNumeroErrato = Voce::NumeroNonValido;
 double NumeroIniziale(const QString& testo) {
     const std::string t = DaQt(testo.trimmed());
     return CampoNumerico(t.data(), t.data() + t.size());
+}
+
+void Spazia(QGridLayout* griglia) {
+    griglia->setColumnStretch(1, 1);
+    griglia->setHorizontalSpacing(16);
+    griglia->setVerticalSpacing(10);
+}
+
+/// A row of a frame: the box and its label, which comes back.
+QLabel* Riga(QGridLayout* griglia, const char* nomeEtichetta, QWidget* campo, const char* nome) {
+    auto* etichetta = new QLabel(campo->parentWidget());
+    etichetta->setObjectName(QString::fromLatin1(nomeEtichetta));
+    campo->setObjectName(QString::fromLatin1(nome));
+    etichetta->setBuddy(campo);
+    const int r = griglia->rowCount();
+    griglia->addWidget(etichetta, r, 0);
+    griglia->addWidget(campo, r, 1);
+    return etichetta;
 }
 
 }  // namespace
@@ -56,51 +73,17 @@ dlgSetGraph::dlgSetGraph(ImpostazioniCanale& valori, QWidget* parent)
 }
 
 void dlgSetGraph::Disponi() {
-    const auto chiama = [](QWidget* oggetto, const char* nome) {
-        oggetto->setObjectName(QString::fromLatin1(nome));
-    };
-    const auto riga = [&](QGridLayout* griglia, QLabel*& etichetta, const char* nomeEtichetta,
-                          QWidget* campo, const char* nome) {
-        etichetta = new QLabel(this);
-        chiama(etichetta, nomeEtichetta);
-        chiama(campo, nome);
-        etichetta->setBuddy(campo);
-        const int r = griglia->rowCount();
-        griglia->addWidget(etichetta, r, 0);
-        griglia->addWidget(campo, r, 1);
-    };
-    txtNomeCampo_ = new QLineEdit(this);
-    txtUM_ = new QLineEdit(this);
-    txtFiltro_ = new QLineEdit(this);
-    cmdColor_ = new PulsanteColore(this);
-    cboWidth_ = new QComboBox(this);
-    for (int i = 1; i <= kSpessoreMassimo; ++i) cboWidth_->addItem(InQt(TestoNumero(i)));
     auto* campi = new QGridLayout;
-    campi->setColumnStretch(1, 1);
-    campi->setHorizontalSpacing(16);
-    campi->setVerticalSpacing(10);
-    riga(campi, lblNomeCampo_, "lblNomeCampo", txtNomeCampo_, "txtNomeCampo");
-    riga(campi, lblUM_, "lblUM", txtUM_, "txtUM");
-    riga(campi, lblFiltro_, "lblFiltro", txtFiltro_, "txtFiltro");
-    riga(campi, lblColoreGrafico_, "lblColoreGrafico", cmdColor_, "cmdColor");
-    riga(campi, lblSpessoreLinea_, "lblSpessoreLinea", cboWidth_, "cboWidth");
-
+    DisponiCampi(campi);
     fraScalaDisegno_ = new QGroupBox(this);
-    chiama(fraScalaDisegno_, "fraScalaDisegno");
-    txtMinVal_ = new QLineEdit(this);
-    txtMaxVal_ = new QLineEdit(this);
-    auto* scala = new QGridLayout(fraScalaDisegno_);
-    scala->setColumnStretch(1, 1);
-    scala->setHorizontalSpacing(16);
-    scala->setVerticalSpacing(10);
-    riga(scala, lblMinValDisegno_, "lblMinValDisegno", txtMinVal_, "txtMinVal");
-    riga(scala, lblMaxValDisegno_, "lblMaxValDisegno", txtMaxVal_, "txtMaxVal");
+    fraScalaDisegno_->setObjectName(QStringLiteral("fraScalaDisegno"));
+    DisponiScala(new QGridLayout(fraScalaDisegno_));
 
     auto* OKButton = new QPushButton(QStringLiteral("OK"), this);
-    chiama(OKButton, "OKButton");
+    OKButton->setObjectName(QStringLiteral("OKButton"));
     OKButton->setDefault(true);
     CancelButton_ = new QPushButton(this);
-    chiama(CancelButton_, "CancelButton");
+    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
 
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(24, 20, 24, 16);
@@ -119,6 +102,29 @@ void dlgSetGraph::Disponi() {
             [this] { Protetto([this] { ScegliColore(); }); });
     connect(OKButton, &QPushButton::clicked, this, [this] { Protetto([this] { Conferma(); }); });
     connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void dlgSetGraph::DisponiCampi(QGridLayout* griglia) {
+    txtNomeCampo_ = new QLineEdit(this);
+    txtUM_ = new QLineEdit(this);
+    txtFiltro_ = new QLineEdit(this);
+    cmdColor_ = new PulsanteColore(this);
+    cboWidth_ = new QComboBox(this);
+    for (int i = 1; i <= kSpessoreMassimo; ++i) cboWidth_->addItem(InQt(TestoNumero(i)));
+    Spazia(griglia);
+    lblNomeCampo_ = Riga(griglia, "lblNomeCampo", txtNomeCampo_, "txtNomeCampo");
+    lblUM_ = Riga(griglia, "lblUM", txtUM_, "txtUM");
+    lblFiltro_ = Riga(griglia, "lblFiltro", txtFiltro_, "txtFiltro");
+    lblColoreGrafico_ = Riga(griglia, "lblColoreGrafico", cmdColor_, "cmdColor");
+    lblSpessoreLinea_ = Riga(griglia, "lblSpessoreLinea", cboWidth_, "cboWidth");
+}
+
+void dlgSetGraph::DisponiScala(QGridLayout* griglia) {
+    txtMinVal_ = new QLineEdit(this);
+    txtMaxVal_ = new QLineEdit(this);
+    Spazia(griglia);
+    lblMinValDisegno_ = Riga(griglia, "lblMinValDisegno", txtMinVal_, "txtMinVal");
+    lblMaxValDisegno_ = Riga(griglia, "lblMaxValDisegno", txtMaxVal_, "txtMaxVal");
 }
 
 void dlgSetGraph::Carica() {

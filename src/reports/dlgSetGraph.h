@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QDialog>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -38,6 +39,8 @@ class dlgSetGraph : public QDialog {
 
  private:
     void Disponi();
+    void DisponiCampi(QGridLayout* griglia);
+    void DisponiScala(QGridLayout* griglia);
     void Carica();
     void AggiornaTesti();
     void ScegliColore();
