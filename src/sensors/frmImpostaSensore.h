@@ -73,7 +73,7 @@ class frmImpostaSensore : public QDialog, public Editor {
 
     TabellaPunti tabella_;
     std::string TipoCorrente_;
-    std::string titolo_;  // of a sensor loaded or new; empty: the window's own
+    std::string titolo_;          // of a sensor loaded or new; empty: the window's own
     std::size_t rigaAvviso_ = 0;  // row that the rising rule has refused
     bool avviso_ = false;
     bool inCorso_ = false;

@@ -19,8 +19,8 @@ struct Messages {
 };
 
 /// Reads every `MsgBox` call of the sources; `names` are the texts by name. A part of a message
-/// that is neither a literal nor a `Testo(number or name)` must have a rule that says where its texts come from; without one it is a fault,
-/// so that a new message cannot slip past the manual.
+/// that is neither a literal nor a `Testo(number or name)` must have a rule that says where its
+/// texts come from; without one it is a fault, so that a new message cannot slip past the manual.
 Messages ScanMessages(const std::filesystem::path& src, const std::map<std::string, int>& names);
 
 }  // namespace lapvane::manual
