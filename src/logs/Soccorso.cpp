@@ -41,36 +41,12 @@ std::vector<fs::path> Luoghi() {
     return luoghi;
 }
 
-/// A value on one line, whatever it holds.
-std::string Protetto1(std::string_view testo) {
-    std::string riga;
-    for (const char c : testo) {
-        if (c == '%' || c == '\r' || c == '\n') {
-            riga += c == '%' ? "%25" : c == '\r' ? "%0D" : "%0A";
-        } else {
-            riga += c;
-        }
-    }
-    return riga;
-}
-
-std::string Scoperto(std::string_view riga) {
-    std::string testo;
-    while (!riga.empty()) {
-        const std::string_view codice = riga.substr(0, 3);
-        const bool segno = codice == "%25" || codice == "%0D" || codice == "%0A";
-        testo += !segno ? riga.front() : codice[2] == '5' ? '%' : codice[2] == 'D' ? '\r' : '\n';
-        riga.remove_prefix(segno ? 3 : 1);
-    }
-    return testo;
-}
-
 std::string Valore(const CampoProgetto& campo) {
     return std::visit(
         [](auto membro) -> std::string {
             const auto& valore = DatiProgetto.*membro;
             if constexpr (std::is_same_v<std::remove_cvref_t<decltype(valore)>, std::string>) {
-                return Protetto1(valore);
+                return InUnaRiga(valore);
             } else {
                 return TestoNumero(std::int64_t{valore});
             }
@@ -84,7 +60,7 @@ void Imposta(const CampoProgetto& campo, std::string_view testo) {
             auto& valore = DatiProgetto.*membro;
             using Tipo = std::remove_reference_t<decltype(valore)>;
             if constexpr (std::is_same_v<Tipo, std::string>) {
-                valore = Scoperto(testo);
+                valore = DaUnaRiga(testo);
             } else if (const auto numero = LeggiInt32(testo)) {
                 valore = static_cast<Tipo>(*numero);
             }
@@ -149,7 +125,7 @@ void RiprendiProgetto(const Parti& parti) {
         AzzeraCampo(campo);
         Imposta(campo.Campo, parti.Di("field." + std::string(campo.Nome)));
     }
-    PercorsoProgetto = PercorsoDaRiga(Scoperto(parti.Di("path")));
+    PercorsoProgetto = PercorsoDaRiga(DaUnaRiga(parti.Di("path")));
     ProgettoSenzaFile = parti.Numero("untitled") != 0;
     ProgettoModificato = true;
     AbilitaModificaProgetto();
@@ -174,7 +150,7 @@ void RiprendiLog(const Parti& parti) {
     NumeroGiri =
         static_cast<std::int16_t>(std::clamp(parti.Numero("laps"), 0, std::int32_t{INT16_MAX}));
     for (std::size_t i = 0; i < parti.Giri.size() && i + 1 < TabellaGiri.size(); ++i) {
-        TabellaGiri[i + 1] = Scoperto(parti.Giri[i]);
+        TabellaGiri[i + 1] = DaUnaRiga(parti.Giri[i]);
     }
     LogParziale = parti.Numero("partial") != 0;
     LogDaSalvare = true;
@@ -231,7 +207,7 @@ std::string ScriviSoccorso(bool progetto, bool log) {
     riga("written", platform().Now());
     if (progetto) {
         riga("project", "1");
-        riga("path", Protetto1(RigaDaPercorso(PercorsoProgetto)));
+        riga("path", InUnaRiga(RigaDaPercorso(PercorsoProgetto)));
         riga("untitled", ProgettoSenzaFile ? "1" : "0");
         for (const DescrizioneCampo& campo : kCampiProgetto) {
             riga("field." + std::string(campo.Nome), Valore(campo.Campo));
@@ -242,7 +218,7 @@ std::string ScriviSoccorso(bool progetto, bool log) {
         riga("partial", LogParziale ? "1" : "0");
         riga("laps", TestoNumero(int{NumeroGiri}));
         for (int giro = 1; giro <= NumeroGiri && giro < kGiriTabella; ++giro) {
-            riga("lap", Protetto1(TabellaGiri[static_cast<std::size_t>(giro)]));
+            riga("lap", InUnaRiga(TabellaGiri[static_cast<std::size_t>(giro)]));
         }
     }
     riga("records", TestoNumero(static_cast<std::int64_t>(blocchi)));
@@ -259,9 +235,9 @@ std::optional<ContenutoSoccorso> GuardaSoccorso(std::string_view testo) {
     ContenutoSoccorso contenuto;
     contenuto.Progetto = parti->Numero("project") != 0;
     contenuto.Blocchi = static_cast<std::int32_t>(parti->Blocchi.size() / kByteBlocco);
-    contenuto.NomeProgetto = Scoperto(parti->Di("field.NomeProgetto"));
+    contenuto.NomeProgetto = DaUnaRiga(parti->Di("field.NomeProgetto"));
     if (contenuto.NomeProgetto.empty()) {
-        contenuto.NomeProgetto = TestoDaPercorso(PercorsoDaRiga(Scoperto(parti->Di("path"))));
+        contenuto.NomeProgetto = TestoDaPercorso(PercorsoDaRiga(DaUnaRiga(parti->Di("path"))));
     }
     if (contenuto.NomeProgetto.empty()) contenuto.NomeProgetto = Testo(Voce::ProgettoSenzaNome);
     if (!contenuto.Progetto && contenuto.Blocchi == 0) return std::nullopt;

@@ -101,29 +101,6 @@ std::array<fs::path, 2> Marche(const fs::path& vero) {
                 NomeMarca(fs::absolute(vero, ignorato).lexically_normal().parent_path() / stelo)};
 }
 
-std::string Protetta(std::string_view testo) {
-    std::string riga;
-    for (const char c : testo) {
-        if (c == '%' || c == '\r' || c == '\n') {
-            riga += c == '%' ? "%25" : c == '\r' ? "%0D" : "%0A";
-        } else {
-            riga += c;
-        }
-    }
-    return riga;
-}
-
-std::string Scoperta(std::string_view riga) {
-    std::string testo;
-    for (std::size_t i = 0; i < riga.size(); ++i) {
-        const std::string_view codice = riga.substr(i, 3);
-        const char c = codice == "%25" ? '%' : codice == "%0D" ? '\r' : codice == "%0A" ? '\n' : 0;
-        testo += c == 0 ? riga[i] : c;
-        if (c != 0) i += 2;
-    }
-    return testo;
-}
-
 /// Paths beside the mark go without their folder, so that a folder may be moved with its mark.
 std::string TestoMarca(const fs::path& marca, const std::vector<VoceMarca>& voci) {
     std::string testo(kPrimaRigaMarca);
@@ -131,7 +108,7 @@ std::string TestoMarca(const fs::path& marca, const std::vector<VoceMarca>& voci
     const auto riga = [&](const fs::path& percorso) {
         std::error_code ignorato;
         const bool accanto = percorso.parent_path() == marca.parent_path();
-        testo += Protetta(Utf8(accanto ? percorso.filename() : fs::absolute(percorso, ignorato)));
+        testo += InUnaRiga(Utf8(accanto ? percorso.filename() : fs::absolute(percorso, ignorato)));
         testo += "\r\n";
     };
     for (const VoceMarca& voce : voci) {
@@ -162,8 +139,8 @@ std::vector<VoceMarca> LeggiMarca(const fs::path& marca) {
         if (modo != "R" && modo != "W" && modo != "S") return {};
         VoceMarca voce;
         voce.Come = static_cast<Modo>(modo.front());
-        voce.File = marca.parent_path() / DaUtf8(Scoperta(righe.Prossima()));
-        voce.Copia = marca.parent_path() / DaUtf8(Scoperta(righe.Prossima()));
+        voce.File = marca.parent_path() / DaUtf8(DaUnaRiga(righe.Prossima()));
+        voce.Copia = marca.parent_path() / DaUtf8(DaUnaRiga(righe.Prossima()));
         // A mark that came along with a folder puts nothing but copies of this program's, and those
         // nowhere but into that folder.
         if (Utf8(voce.Copia.filename()).rfind(kTemporaneo, 0) != 0) return {};
@@ -544,6 +521,29 @@ fs::path SenzaFine(const fs::path& percorso, std::size_t meno, std::string_view 
     fs::path::string_type testo = percorso.native();
     testo.resize(testo.size() - std::min(meno, testo.size()));
     return testo + fs::path(fine).native();
+}
+
+std::string InUnaRiga(std::string_view testo) {
+    std::string riga;
+    for (const char c : testo) {
+        if (c == '%' || c == '\r' || c == '\n') {
+            riga += c == '%' ? "%25" : c == '\r' ? "%0D" : "%0A";
+        } else {
+            riga += c;
+        }
+    }
+    return riga;
+}
+
+std::string DaUnaRiga(std::string_view riga) {
+    std::string testo;
+    for (std::size_t i = 0; i < riga.size(); ++i) {
+        const std::string_view codice = riga.substr(i, 3);
+        const char c = codice == "%25" ? '%' : codice == "%0D" ? '\r' : codice == "%0A" ? '\n' : 0;
+        testo += c == 0 ? riga[i] : c;
+        if (c != 0) i += 2;
+    }
+    return testo;
 }
 
 bool UgualiSenzaMaiuscole(std::string_view a, std::string_view b) {

@@ -88,6 +88,11 @@ std::string NomeLibero(const std::filesystem::path& cartella, std::string stelo,
 std::filesystem::path SenzaFine(const std::filesystem::path& percorso, std::size_t meno,
                                 std::string_view fine);
 
+/// A text on one line of a file, whatever it holds ("%", carriage return and line feed as their
+/// codes), and back.
+std::string InUnaRiga(std::string_view testo);
+std::string DaUnaRiga(std::string_view riga);
+
 /// Equal without regard to case (ASCII and the letters of Windows-1252).
 bool UgualiSenzaMaiuscole(std::string_view a, std::string_view b);
 
