@@ -6,6 +6,7 @@ Reads every C++ file of the work tree that git does not ignore. Fails, with file
 - a file that no room claims, or more than one, and a room without files,
 - an exception that nothing needs any more,
 - a mutable variable in a header of src/ that AzzeraTutto of the tests does not put back.
+With --sources FILE ... it only prints a source through which the compiler sees each of the files.
 """
 
 import pathlib
@@ -145,7 +146,22 @@ def includes(text):
             yield number, found[1] or found[2], bool(found[1])
 
 
+def source_of(file, includers):
+    """The source nearest to a file among those that include it, itself for a source; None without."""
+    seen, row = {file}, [file]
+    while row:
+        sources = [name for name in row if name.endswith(".cpp") and not name.startswith("tests/fuzz/")
+                   and not name.endswith("Windows.cpp")]
+        own = str(pathlib.PurePosixPath(file).with_suffix(".cpp"))
+        if sources:
+            return min(sources, key=lambda name: (name != own, not name.startswith("src/"), name))
+        row = sorted({other for name in row for other in includers.get(name, [])} - seen)
+        seen |= set(row)
+    return None
+
+
 def check_arrows(files, texts):
+    """Returns which files each file includes."""
     room_of = rooms_of(files)
     allowed = {room: {room, *arrows} for room, _, arrows in ROOMS}
     for room, arrows in allowed.items():
@@ -185,6 +201,7 @@ def check_arrows(files, texts):
                   "take the line out of EXCEPTIONS")
     if found := circle(files, lambda file: graph.get(file, [])):
         fault(found[0], line_of[found[0], found[1]], "includes in a circle: " + " > ".join(found))
+    return graph
 
 
 def without_comments(text, strings=False):
@@ -323,7 +340,15 @@ def check_globals(files, texts):
 def main():
     files = tracked()
     texts = {file: pathlib.Path(file).read_text(encoding="utf-8") for file in files}
-    check_arrows(files, texts)
+    graph = check_arrows(files, texts)
+    if sys.argv[1:2] == ["--sources"]:
+        includers = {}
+        for file, targets in graph.items():
+            for target in targets:
+                includers.setdefault(target, []).append(file)
+        sources = {source_of(file, includers) for file in sys.argv[2:]} - {None}
+        print("\n".join(sorted(sources)))
+        return
     check_globals(files, texts)
     for file, line, text in sorted(set(faults)):
         print(f"{file}:{line}: {text}")

@@ -4,33 +4,24 @@
 # since this branch left that commit. Fails on any finding.
 source "$(dirname "$0")/common.sh"
 
-install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_TIDY[@]}"
+install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_TIDY[@]}" "${PACKAGES_HOUSE[@]}"
 pattern="(?=(src|instrument|tools|bench|tests)/).*${1:-}"
 if [ "${1:-}" = --since ]; then
     base=$(git merge-base "${2:-}" HEAD 2>/dev/null) || {
         echo "--since wants a commit, not \"${2:-}\"." >&2
         exit 1
     }
-    # A header is looked at with its own source, or with the first one that includes it.
-    sources=()
-    while IFS= read -r file; do
-        source=${file%.h}.cpp
-        if [ "$file" != "${file%.cpp}" ]; then
-            source=$file
-        elif [ ! -f "$source" ]; then
-            name=${file#src/}
-            source=$(git grep -lF "#include \"${name#tests/}\"" -- '*.cpp' | head -n 1) || true
-        fi
-        if [ -n "$source" ]; then sources+=("$source"); fi
-    done < <({
+    mapfile -t changed < <(
         git diff --name-only --diff-filter=d "$base" -- '*.cpp' '*.h'
         git ls-files --others --exclude-standard '*.cpp' '*.h'
-    } | grep -v '^tests/fuzz/')  # not part of the release preset
-    if [ ${#sources[@]} -eq 0 ]; then
+    )
+    # A header is looked at with a source that includes it.
+    sources=$(python3 scripts/house.py --sources "${changed[@]}")
+    if [ -z "$sources" ]; then
         echo "No source has changed since ${2}."
         exit 0
     fi
-    pattern="($(printf '%s\n' "${sources[@]}" | sort -u | sed 's/\./\\./g' | paste -sd '|'))\$"
+    pattern="($(sed 's/\./\\./g' <<<"$sources" | paste -sd '|'))\$"
 fi
 build release lapvane_ui  # what moc and rcc make has to be there
 
