@@ -9,7 +9,7 @@ PACKAGES_BUILD=(build-essential cmake ninja-build ccache
     libgl1-mesa-dev libgtest-dev libbenchmark-dev)
 PACKAGES_RUN=(fonts-dejavu-core)
 PACKAGES_HOUSE=(git python3)
-PACKAGES_FORMAT=(git clang-format-14)
+PACKAGES_FORMAT=(clang-format-14)
 PACKAGES_TEST=(poppler-utils)
 PACKAGES_FONTS=(fontconfig fonts-dejavu-core fonts-noto-core fonts-liberation fonts-inter)
 PACKAGES_FUZZ=(clang libclang-rt-dev)

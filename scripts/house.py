@@ -6,7 +6,8 @@ Reads every C++ file of the work tree that git does not ignore. Fails, with file
 - a file that no room claims, or more than one, and a room without files,
 - an exception that nothing needs any more,
 - a mutable variable in a header of src/ that AzzeraTutto of the tests does not put back.
-With --sources FILE ... it only prints a source through which the compiler sees each of the files.
+With --files it only prints the files that it looks at, with --sources FILE ... a source through which the
+compiler sees each of those.
 """
 
 import pathlib
@@ -80,6 +81,7 @@ EXCEPTIONS = [
     ("src/reports/dlgStatisticheMisure.h", "src/analysis/AnalisiDati.h"),
 ]
 
+SUFFIXES = (".cpp", ".h", ".cc", ".cxx", ".hpp", ".hxx", ".c", ".inl")
 INCLUDE_ROOTS = ["src", ".", "tests"]
 RESET = ("tests/support/Azzera.cpp", "AzzeraTutto")
 
@@ -114,11 +116,18 @@ def circle(starts, following):
 
 
 def tracked():
+    """The C++ files of the tree: what git does not ignore or, in a copy without git, all but the builds."""
     listed = subprocess.run(
-        ["git", "ls-files", "--cached", "--others", "--exclude-standard", "*.cpp", "*.h", "*.cc",
-         "*.cxx", "*.hpp", "*.hxx", "*.c", "*.inl"],
-        check=True, capture_output=True, text=True).stdout.split("\n")
-    return sorted({name for name in listed if name and pathlib.Path(name).is_file()})
+        ["git", "-c", "safe.directory=*", "ls-files", "--cached", "--others", "--exclude-standard"],
+        check=False, capture_output=True, text=True) if pathlib.Path(".git").exists() else None
+    if listed is not None:
+        listed.check_returncode()
+        names = listed.stdout.split("\n")
+    else:
+        names = [str(path) for path in pathlib.Path(".").rglob("*")
+                 if path.parts[0] not in ("build", "out") and not path.parts[0].startswith(".")]
+    return sorted({name for name in names
+                   if name.endswith(SUFFIXES) and pathlib.Path(name).is_file()})
 
 
 def rooms_of(files):
@@ -339,6 +348,9 @@ def check_globals(files, texts):
 
 def main():
     files = tracked()
+    if sys.argv[1:] == ["--files"]:
+        print("\n".join(files))
+        return
     texts = {file: pathlib.Path(file).read_text(encoding="utf-8") for file in files}
     graph = check_arrows(files, texts)
     if sys.argv[1:2] == ["--sources"]:
