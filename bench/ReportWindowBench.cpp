@@ -5,10 +5,10 @@
 #include <stdexcept>
 #include <string>
 
-#include "analysis/AnalisiPubblica.h"
-#include "analysis/FigureSessione.h"
+#include "analysis/CalcoloFigure.h"
 #include "analysis/GiriLog.h"
 #include "platform/qt/QtPrinter.h"
+#include "reports/AnalisiPubblica.h"
 #include "reports/DatiSessione.h"
 #include "reports/StampaReport.h"
 #include "reports/dlgReportGiri.h"

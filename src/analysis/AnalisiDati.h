@@ -5,15 +5,15 @@
 #include <functional>
 #include <string>
 
-#include "analysis/AnalisiPubblica.h"
+#include "analysis/CalcoloFigure.h"
 #include "analysis/Cursore.h"
 #include "analysis/ElencoGiri.h"
-#include "analysis/FigureSessione.h"
 #include "analysis/MappaTracciato.h"
 #include "analysis/PartiAnalisi.h"
 #include "analysis/Quadro.h"
 #include "analysis/Scorrimento.h"
 #include "analysis/SessioneLog.h"
+#include "reports/AnalisiPubblica.h"
 #include "shell/Voci.h"
 
 namespace lapvane {

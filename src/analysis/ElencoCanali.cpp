@@ -158,7 +158,7 @@ ElencoCanali::IntervalloY ElencoCanali::CalcolaScale(const FormaDati& forma, std
 
 CanaliSessione ElencoCanali::PerSessione() const {
     CanaliSessione scritti;
-    int c = kPrimoCanaleSessione;
+    int c = kPrimoCanale;
     for (CanaleSessione& scritto : scritti) {
         const Canale& canale = canali_[c++];
         scritto = {canale.NomeCampo,      canale.FiltroCanale, canale.ColoreCanale,
@@ -168,7 +168,7 @@ CanaliSessione ElencoCanali::PerSessione() const {
 }
 
 void ElencoCanali::Prendi(const CanaliSessione& letti) {
-    int c = kPrimoCanaleSessione;
+    int c = kPrimoCanale;
     for (const CanaleSessione& letto : letti) {
         Canale& canale = canali_[c++];
         canale.FiltroCanale = letto.Filtro;

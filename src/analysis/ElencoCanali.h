@@ -5,9 +5,9 @@
 #include <string>
 
 #include "analysis/FormaDati.h"
-#include "analysis/ImpostazioniCanale.h"
 #include "analysis/PerCanale.h"
 #include "reports/FileSessione.h"
+#include "reports/ImpostazioniCanale.h"
 
 namespace lapvane {
 

@@ -12,9 +12,9 @@
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "reports/Circuiti.h"
+#include "reports/DisegnoTracciato.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
-#include "widgets/DisegnoTracciato.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/Rotella.h"
 

@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-#include "analysis/AnalisiPubblica.h"
 #include "platform/qt/QtPrinter.h"
+#include "reports/AnalisiPubblica.h"
 #include "reports/StampaReport.h"
 
 namespace lapvane {

@@ -8,7 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "analysis/ImpostazioniCanale.h"
+#include "reports/ImpostazioniCanale.h"
 
 namespace lapvane {
 

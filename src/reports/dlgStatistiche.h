@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "analysis/FigureSessione.h"
+#include "reports/FigureSessione.h"
 
 namespace lapvane {
 

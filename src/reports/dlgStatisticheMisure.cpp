@@ -3,9 +3,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "analysis/TabellaDati.h"
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
+#include "reports/CanaliLog.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "widgets/Tabella.h"

@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "analysis/AnalisiPubblica.h"
+#include "reports/AnalisiPubblica.h"
 
 namespace lapvane {
 

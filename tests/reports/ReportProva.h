@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/AnalisiPubblica.h"
+#include "reports/AnalisiPubblica.h"
 #include "reports/DatiSessione.h"
 #include "support/PlatformProva.h"
 

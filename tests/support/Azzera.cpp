@@ -1,7 +1,9 @@
 #include "device/Diagnostica.h"
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
+#include "logs/Conversione.h"
 #include "project/DatiProgetto.h"
+#include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
 #include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
@@ -9,6 +11,7 @@
 #include "sensors/Curve.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
+#include "shell/TabelleNomi.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane::prova {
@@ -17,18 +20,32 @@ void AzzeraTutto() {
     AzzeraFileRecenti();
     AzzeraSerialComm();
     AzzeraBufferLog();
+    PercorsoCsv.clear();
     DatiProgetto = {};
+    ValoriProgetto.fill({});
     DatiSessione = {};
     ListaCircuiti.clear();
     LibreriaSensori.clear();
     CurvaX = {};
     CurvaY = {};
     ValoriAnalogici = {};
+    DiagnosticaAperta = nullptr;
     AzzeraStatoShell();
     Testi.clear();
     MetaTesti = 0;
     IndiceLingua = 0;
     BaseTesti = 0;
+    ListaLingue.clear();
+    ListaUMVelocita.clear();
+    ListaUMTemperatura.clear();
+    ListaUMPressione.clear();
+    ListaIngressiAN.clear();
+    ListaCanaliA.clear();
+    ListaCanaliB.clear();
+    ListaTipiSensore.clear();
+    ListaAllarmeBase.clear();
+    ListaAllarmi.clear();
+    ListaAllarmeExtra.clear();
 }
 
 }  // namespace lapvane::prova

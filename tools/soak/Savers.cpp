@@ -7,7 +7,6 @@
 
 #include "Machine.h"
 #include "analysis/AnalisiDatiSpeed.h"
-#include "fuzz/QuietGraph.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
 #include "platform/ErroreRuntime.h"
@@ -24,6 +23,7 @@
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "tools/support/BareViews.h"
+#include "tools/support/QuietGraph.h"
 
 namespace lapvane::soak {
 

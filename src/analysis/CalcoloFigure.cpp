@@ -1,4 +1,4 @@
-#include "analysis/FigureSessione.h"
+#include "analysis/CalcoloFigure.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -4,8 +4,6 @@
 
 namespace lapvane {
 
-class GiriLog;
-
 /// The figures of a session, as its statistics show them.
 struct FigureSessione {
     int NumGiri = 0;
@@ -20,11 +18,5 @@ struct FigureSessione {
     std::string VelocitaPeggiore;
     int GiriEsclusi = 0;  ///< laps whose line is no time: neither in the total nor in the means
 };
-
-/// The figures of laps over the track of `DatiSessione`. There must be laps.
-FigureSessione CalcolaStatistiche(const GiriLog& giri);
-
-/// Speed of a lap time over that track, km/h, "#.0##"; empty for what is no time.
-std::string VelocitaGiro(const std::string& tempo);
 
 }  // namespace lapvane
