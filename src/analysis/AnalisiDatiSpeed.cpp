@@ -6,7 +6,6 @@
 
 #include "analysis/FileMancante.h"
 #include "analysis/Schema.h"
-#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/PuntatoreOccupato.h"
 #include "platform/Testo1252.h"
@@ -66,18 +65,7 @@ bool AnalisiDatiSpeed::CercaFileLaterale() {
 void AnalisiDatiSpeed::PrimaRigaTempi(std::string_view riga) {
     ImpostaNumCampi(riga == kVersione16Campi ? 16 : 15);
     NumCampiTxt_ = kCampiLaterali;
-    ScriviSchema();
-}
-
-void AnalisiDatiSpeed::ScriviSchema() const {
-    try {
-        ScriviFile(Cartella_ / "schema.ini",
-                   TestoSchema(TestoDaPercorso(NomeCsv_), NumCampi(),
-                               TestoDaPercorso(NomeLaterale_), NumCampiTxt_),
-                   "writing schema.ini");
-    } catch (const ErroreRuntime&) {
-        // A log on a medium that cannot be written to is read all the same.
-    }
+    ScriviSchema(Cartella_, NomeCsv_, NumCampi(), NomeLaterale_, NumCampiTxt_);
 }
 
 void AnalisiDatiSpeed::LeggiTitoli(std::string_view titolo) {

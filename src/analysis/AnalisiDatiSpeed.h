@@ -29,8 +29,6 @@ class AnalisiDatiSpeed : public AnalisiDati {
     }
 
     bool CercaFileLaterale();
-    /// The description of the two files that a text driver looks for, written beside them.
-    void ScriviSchema() const;
     void LeggiTitoli(std::string_view titolo);
     void LeggiDati();
     void LeggiPiano(LettoreDati& lettore, Piano piano);
