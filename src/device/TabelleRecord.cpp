@@ -7,6 +7,7 @@
 
 #include "device/Codec.h"
 #include "platform/ErroreRuntime.h"
+#include "sensors/CanaliSensore.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Utility.h"
 
@@ -46,34 +47,52 @@ constexpr std::array<CampoRecord, 7> kSetup2 = {{
     {13, 2, Numero, &R::Settore5, "txtSettoreCrono4", Voce::Settore5},
 }};
 
+constexpr CampoRecord Acceso(std::size_t byte, std::size_t numero) {
+    const CanaleSensore& canale = kCanaliSensore[numero];
+    return {byte, 1, Flag, canale.Abil, canale.chkAbil, canale.Titolo};
+}
+
+constexpr CampoRecord IngressoDi(std::size_t byte, std::size_t numero) {
+    const CanaleSensore& canale = kCanaliSensore[numero];
+    return {byte, 1, Ingresso, canale.Chann, canale.cboChann, canale.Titolo};
+}
+
+constexpr CampoRecord SogliaDi(std::size_t byte, const SogliaAllarme& soglia) {
+    return {byte,           2,
+            Soglia,         soglia.Valore,
+            soglia.Casella, soglia.Didascalia,
+            soglia.Fattore, soglia.Attiva,
+            soglia.Spunta};
+}
+
 constexpr std::array<CampoRecord, 18> kSensori = {{
     {3, 1, Numero, &R::NumAccRPM, "txtNumAccRPM", Voce::AccensioniPerGiro},
     {4, 1, Numero, &R::ImpulsiRuota, "txtImpulsiRuota", Voce::ImpulsiRuota},
     {5, 2, Numero, &R::DiametroRuota, "txtDiametroRuota", Voce::DiametroRuota},
     {7, 1, Scelta, &R::LAPO, "cboLAPO", Voce::CornicePompaOlio},
     {8, 1, Scelta, &R::LAAL, "cboLAAL", Voce::CorniceAlternatore},
-    {9, 1, Flag, &R::AbilTO, "chkAbilTO", Voce::TemperaturaOlio},
-    {10, 1, Flag, &R::AbilPO, "chkAbilPO", Voce::PressioneOlio},
-    {11, 1, Flag, &R::AbilPB, "chkAbilPB", Voce::PressioneBenzina},
-    {12, 1, Flag, &R::AbilTA, "chkAbilTA", Voce::TemperaturaAcqua},
-    {13, 1, Flag, &R::AbilLB, "chkAbilLB", Voce::LivelloBenzina},
-    {14, 1, Flag, &R::AbilCambio, "chkAbilCambio", Voce::Marcia},
-    {15, 1, Flag, &R::AbilSG, "chkAbilSG", Voce::SensoreG},
-    {16, 1, Flag, &R::AbilSensoreLambda, "chkAbilSensoreLambda", Voce::SondaLambda},
-    {17, 1, Ingresso, &R::ChannCambio, "cboChannCambio", Voce::Marcia},
-    {18, 1, Ingresso, &R::ChannSG, "cboChannSG", Voce::SensoreG},
-    {19, 1, Ingresso, &R::ChannSensoreLambda, "cboChannSensoreLambda", Voce::SondaLambda},
-    {20, 1, Ingresso, &R::ChannPT, "cboChannPT", Voce::PressioneTurbo},
-    {21, 1, Flag, &R::AbilPT, "chkAbilPT", Voce::PressioneTurbo},
+    Acceso(9, kCanaleTO),
+    Acceso(10, kCanalePO),
+    Acceso(11, kCanalePB),
+    Acceso(12, kCanaleTA),
+    Acceso(13, kCanaleLB),
+    Acceso(14, kCanaleCambio),
+    Acceso(15, kCanaleSG),
+    Acceso(16, kCanaleLambda),
+    IngressoDi(17, kCanaleCambio),
+    IngressoDi(18, kCanaleSG),
+    IngressoDi(19, kCanaleLambda),
+    IngressoDi(20, kCanalePT),
+    Acceso(21, kCanalePT),
 }};
 
 constexpr std::array<CampoRecord, 14> kAllarmi = {{
-    {3, 2, Soglia, &R::mskTO, "txtTO", Voce::SogliaTemperaturaOlio, 10, &R::chkTO, "chkTO"},
-    {5, 2, Soglia, &R::mskPO, "txtPO", Voce::SogliaPressioneOlio, 1000, &R::chkPO, "chkPO"},
-    {7, 2, Soglia, &R::mskPB, "txtPB", Voce::SogliaPressioneBenzina, 1000, &R::chkPB, "chkPB"},
-    {9, 2, Soglia, &R::mskTA, "txtTA", Voce::SogliaTemperaturaAcqua, 10, &R::chkTA, "chkTA"},
-    {11, 2, Soglia, &R::mskLB, "txtLB", Voce::SogliaLivelloBenzina, 10, &R::chkLB, "chkLB"},
-    {13, 2, Soglia, &R::mskTB, "txtTB", Voce::SogliaTensioneBatteria, 10, &R::chkTB, "chkTB"},
+    SogliaDi(3, kSoglie[0]),
+    SogliaDi(5, kSoglie[1]),
+    SogliaDi(7, kSoglie[2]),
+    SogliaDi(9, kSoglie[3]),
+    SogliaDi(11, kSoglie[4]),
+    SogliaDi(13, kSoglie[5]),
     {15, 2, Numero, &R::Led0, "txtLed0", Voce::Led1},
     {17, 2, Numero, &R::Led1, "txtLed1", Voce::Led2},
     {19, 2, Numero, &R::Led2, "txtLed2", Voce::Led3},

@@ -8,7 +8,6 @@ namespace lapvane {
 namespace {
 
 using R = RecordProgetto;
-using enum UnitaSoglia;
 
 /// Leading number of a text with a point; 0 for what is none.
 double Valore(std::string_view testo) {
@@ -16,17 +15,6 @@ double Valore(std::string_view testo) {
 }
 
 }  // namespace
-
-const std::array<SogliaAllarme, 6> kSoglie = {{
-    {"chkTO", "txtTO", Voce::SogliaTemperaturaOlio, &R::chkTO, &R::mskTO, 10, "999.9", Temperatura},
-    {"chkPO", "txtPO", Voce::SogliaPressioneOlio, &R::chkPO, &R::mskPO, 1000, "9.999", Pressione},
-    {"chkPB", "txtPB", Voce::SogliaPressioneBenzina, &R::chkPB, &R::mskPB, 1000, "9.999",
-     Pressione},
-    {"chkTA", "txtTA", Voce::SogliaTemperaturaAcqua, &R::chkTA, &R::mskTA, 10, "999.9",
-     Temperatura},
-    {"chkLB", "txtLB", Voce::SogliaLivelloBenzina, &R::chkLB, &R::mskLB, 10, "9999", Nessuna},
-    {"chkTB", "txtTB", Voce::SogliaTensioneBatteria, &R::chkTB, &R::mskTB, 10, "999.9", Volt},
-}};
 
 const std::array<std::int16_t R::*, 5> kShiftLight = {&R::Led0, &R::Led1, &R::Led2, &R::Led3,
                                                       &R::Led4};

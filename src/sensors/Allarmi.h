@@ -8,27 +8,11 @@
 #include <vector>
 
 #include "project/DatiProgetto.h"
-#include "shell/Voci.h"
+#include "sensors/CanaliSensore.h"
 
 namespace lapvane {
 
 // What the editor of alarms and signals works with, apart from its window.
-
-enum class UnitaSoglia { Nessuna, Temperatura, Pressione, Volt };
-
-/// An alarm threshold: its check box, its box, the fields behind them, the factor between what is
-/// shown and what is stored, the highest value as the text that replaces a higher one.
-struct SogliaAllarme {
-    std::string_view Spunta;
-    std::string_view Casella;
-    Voce Didascalia;
-    bool RecordProgetto::*Attiva;
-    std::int32_t RecordProgetto::*Valore;
-    int Fattore;
-    std::string_view Massimo;
-    UnitaSoglia Unita;
-};
-extern const std::array<SogliaAllarme, 6> kSoglie;
 
 /// Speeds of the shift light in RPM, first light first.
 extern const std::array<std::int16_t RecordProgetto::*, 5> kShiftLight;

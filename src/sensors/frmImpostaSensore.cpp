@@ -152,7 +152,7 @@ QGroupBox* frmImpostaSensore::CreaLibreria() {
     constexpr int kRigheOpzioni = 4;
     for (std::size_t i = 0; i < opzioni_.size(); ++i) {
         opzioni_[i] = new QRadioButton(fraLibreriaSensori_);
-        opzioni_[i]->setObjectName(InQt(kTipiSensore[i].Opzione));
+        opzioni_[i]->setObjectName(QStringLiteral("opt") + InQt(kTipiSensore[i].Tipo));
         const int n = static_cast<int>(i);
         griglia->addWidget(opzioni_[i], n % kRigheOpzioni, n / kRigheOpzioni);
         connect(opzioni_[i], &QRadioButton::toggled, this, [this](bool accesa) {

@@ -14,7 +14,6 @@
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
-#include "sensors/CanaliSensore.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -47,9 +46,9 @@ constexpr Voce kProgrammaInterrotta = Voce::ProgrammazioneInterrotta,
                kLetturaInterrotta = Voce::LetturaInterrotta;
 
 /// Channels by their place on the tabs.
-constexpr std::array<std::size_t, 4> kColonnaBase = {0, 1, 3, 2};
-constexpr std::size_t kLivelloBenzina = 4;
-constexpr std::array<std::size_t, 4> kOpzionali = {8, 5, 7, 6};
+constexpr std::array<std::size_t, 4> kColonnaBase = {kCanaleTO, kCanalePO, kCanaleTA, kCanalePB};
+constexpr std::array<std::size_t, 4> kOpzionali = {kCanaleSG, kCanaleCambio, kCanalePT,
+                                                   kCanaleLambda};
 
 bool LasciaCasella(const QWidget& controllo) {
     bool lascia = false;
@@ -211,18 +210,18 @@ QWidget* frmSensori::CreaLivello(QWidget* dove, std::size_t numero) {
 }
 
 QWidget* frmSensori::CreaCanale(QWidget* dove, std::size_t numero) {
-    const CanaleEditor& canale = kCanaliEditor[numero];
-    QGridLayout* griglia = CreaCornice(dove, canale.Cornice, canale.Titolo);
+    const CanaleSensore& canale = kCanaliSensore[numero];
+    QGridLayout* griglia = CreaCornice(dove, canale.fraCanale, canale.Titolo);
     QWidget* riquadro = griglia->parentWidget();
     griglia->setColumnStretch(0, 1);
     auto* spunta = new QCheckBox(riquadro);
-    spunta->setObjectName(InQt(canale.Abil));
+    spunta->setObjectName(InQt(canale.chkAbil));
     spunte_[numero] = spunta;
     griglia->addWidget(spunta, 0, 0);
     connect(spunta, &QCheckBox::toggled, this,
             [this, &canale] { Protetto([&] { AbilitaCanale(canale, *campi_); }); });
 
-    QComboBox* nome = CreaLista(riquadro, canale.Nome);
+    QComboBox* nome = CreaLista(riquadro, canale.cboNome);
     nome->setEditable(true);
     nome->setInsertPolicy(QComboBox::NoInsert);
     // What is typed stays what was typed: no entry completes it.
@@ -232,13 +231,13 @@ QWidget* frmSensori::CreaCanale(QWidget* dove, std::size_t numero) {
     nome->view()->setMinimumWidth(nome->view()->sizeHintForColumn(0) +
                                   style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     nomi_[numero] = nome;
-    AggiungiRiga(griglia, 0, canale.EtichettaNome, kTestoNome, nome);
-    AggiungiFrequenza(griglia, 1, canale.EtichettaTCamp, canale.TCamp);
-    if (canale.CampoChann != nullptr) {
-        QComboBox* ingresso = CreaLista(riquadro, canale.Chann);
+    AggiungiRiga(griglia, 0, canale.lblNome, kTestoNome, nome);
+    AggiungiFrequenza(griglia, 1, canale.lblTCamp, canale.cboTCamp);
+    if (canale.Chann != nullptr) {
+        QComboBox* ingresso = CreaLista(riquadro, canale.cboChann);
         for (const std::string& voce : ListaIngressiAN) ingresso->addItem(InQt(voce));
         ingressi_[numero] = ingresso;
-        AggiungiRiga(griglia, 2, canale.EtichettaChann, kTestoIngresso, ingresso);
+        AggiungiRiga(griglia, 2, canale.lblChann, kTestoIngresso, ingresso);
     }
     return riquadro;
 }
@@ -251,7 +250,7 @@ QWidget* frmSensori::CreaBase() {
     for (std::size_t i = 0; i < kLivelliSensori.size(); ++i) {
         sinistra->addWidget(CreaLivello(pagina, i));
     }
-    sinistra->addWidget(CreaCanale(pagina, kLivelloBenzina));
+    sinistra->addWidget(CreaCanale(pagina, kCanaleLB));
     sinistra->addStretch(1);
     auto* destra = new QVBoxLayout;
     for (const std::size_t canale : kColonnaBase) destra->addWidget(CreaCanale(pagina, canale));
@@ -320,7 +319,7 @@ bool frmSensori::ValidaSensori() {
     const auto canale = CanaleSenzaNome(*campi_);
     if (!canale) return true;
     Vai(nomi_[*canale]);
-    platform().MsgBox(Testo(kCanaliEditor[*canale].TestoManca) + "\r\n" + Testo(Voce::MancaNome),
+    platform().MsgBox(Testo(kCanaliSensore[*canale].TestoManca) + "\r\n" + Testo(Voce::MancaNome),
                       Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
     return false;
 }
@@ -330,9 +329,9 @@ bool frmSensori::ValidaCanali() {
     if (!coppia) return true;
     const auto& [primo, secondo] = *coppia;
     Vai(ingressi_[secondo]);
-    platform().MsgBox(Testo(kTestoConflitto) + "\r\n" + Testo(kCanaliEditor[primo].Titolo) + ", " +
-                          Testo(kCanaliEditor[secondo].Titolo) + ": " +
-                          campi_->Testo(kCanaliEditor[secondo].Chann),
+    platform().MsgBox(Testo(kTestoConflitto) + "\r\n" + Testo(kCanaliSensore[primo].Titolo) + ", " +
+                          Testo(kCanaliSensore[secondo].Titolo) + ": " +
+                          campi_->Testo(kCanaliSensore[secondo].cboChann),
                       Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
     return false;
 }
