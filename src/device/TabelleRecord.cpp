@@ -7,6 +7,7 @@
 
 #include "device/Codec.h"
 #include "platform/ErroreRuntime.h"
+#include "sensors/CampiEditor.h"
 #include "sensors/CanaliSensore.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Utility.h"
@@ -18,34 +19,21 @@ namespace {
 using R = RecordProgetto;
 using enum Natura;
 
-constexpr std::array<CampoRecord, 15> kSetup1 = {{
-    {3, 1, Scelta, &R::Lingua, "cboLingua", Voce::LinguaDisplay},
-    {4, 1, Scelta, &R::UMVel, "cboUMVelocita", Voce::UnitaVelocita},
-    {5, 1, Scelta, &R::UMTemp, "cboUMTemperatura", Voce::UnitaTemperatura},
-    {6, 1, Scelta, &R::UMPress, "cboUMPressione", Voce::UnitaPressione},
-    // Pages 1 and 10 have no bit.
-    {7, 2, Bit, &R::PaginaAbilitata2, "PagineAbilitateTemp1", Voce::AbilitazionePagine, 0},
-    {7, 2, Bit, &R::PaginaAbilitata3, "PagineAbilitateTemp2", Voce::AbilitazionePagine, 1},
-    {7, 2, Bit, &R::PaginaAbilitata4, "PagineAbilitateTemp3", Voce::AbilitazionePagine, 2},
-    {7, 2, Bit, &R::PaginaAbilitata5, "PagineAbilitateTemp4", Voce::AbilitazionePagine, 3},
-    {7, 2, Bit, &R::PaginaAbilitata6, "PagineAbilitateTemp5", Voce::AbilitazionePagine, 4},
-    {7, 2, Bit, &R::PaginaAbilitata7, "PagineAbilitateTemp6", Voce::AbilitazionePagine, 5},
-    {7, 2, Bit, &R::PaginaAbilitata8, "PagineAbilitateTemp7", Voce::AbilitazionePagine, 6},
-    {7, 2, Bit, &R::PaginaAbilitata9, "PagineAbilitateTemp8", Voce::AbilitazionePagine, 7},
-    {9, 1, Flag, &R::chkAbilRecLap, "chkAbilRecLAP", Voce::AvvioAlGiro},
-    {10, 1, Numero, &R::mskStopRecSecondi, "txtStopRecSecondi", Voce::ArrestoDopo},
-    {11, 2, Numero, &R::mskAbilRecVel, "txtAbilRecVel", Voce::AvvioOltreLaVelocita},
-}};
+// What is known of a field elsewhere, at its place in the record.
+template <class Campo>
+constexpr CampoRecord NumeroDi(std::size_t byte, int larghezza, const Campo& campo) {
+    return {byte, larghezza, Numero, campo.Campo, campo.Casella, campo.Didascalia};
+}
 
-constexpr std::array<CampoRecord, 7> kSetup2 = {{
-    {3, 1, Numero, &R::TempoMsgGiro, "txtTempoMsgGiro", Voce::MessaggioGiro},
-    {4, 1, Numero, &R::TempoVisGiro, "txtTempoVisGiro", Voce::VisualizzazioneTempoGiro},
-    {5, 2, Numero, &R::Settore1, "txtSettoreCrono0", Voce::Settore1},
-    {7, 2, Numero, &R::Settore2, "txtSettoreCrono1", Voce::Settore2},
-    {9, 2, Numero, &R::Settore3, "txtSettoreCrono2", Voce::Settore3},
-    {11, 2, Numero, &R::Settore4, "txtSettoreCrono3", Voce::Settore4},
-    {13, 2, Numero, &R::Settore5, "txtSettoreCrono4", Voce::Settore5},
-}};
+template <class Campo>
+constexpr CampoRecord SceltaDi(std::size_t byte, const Campo& campo) {
+    return {byte, 1, Scelta, campo.Campo, campo.Lista, campo.Didascalia};
+}
+
+constexpr CampoRecord TipoDi(std::size_t byte, Natura come, const FunzioneAllarme& campo) {
+    return {byte,         1,           come, campo.Tipo, campo.Lista, campo.Didascalia, 0,
+            campo.Attiva, campo.Spunta};
+}
 
 constexpr CampoRecord Acceso(std::size_t byte, std::size_t numero) {
     const CanaleSensore& canale = kCanaliSensore[numero];
@@ -65,12 +53,41 @@ constexpr CampoRecord SogliaDi(std::size_t byte, const SogliaAllarme& soglia) {
             soglia.Spunta};
 }
 
+constexpr std::array<CampoRecord, 15> kSetup1 = {{
+    SceltaDi(3, kListeSetup[kLingua]),
+    SceltaDi(4, kListeSetup[kVelocita]),
+    SceltaDi(5, kListeSetup[kTemperatura]),
+    SceltaDi(6, kListeSetup[kPressione]),
+    // Pages 1 and 10 have no bit.
+    {7, 2, Bit, &R::PaginaAbilitata2, "PagineAbilitateTemp1", Voce::AbilitazionePagine, 0},
+    {7, 2, Bit, &R::PaginaAbilitata3, "PagineAbilitateTemp2", Voce::AbilitazionePagine, 1},
+    {7, 2, Bit, &R::PaginaAbilitata4, "PagineAbilitateTemp3", Voce::AbilitazionePagine, 2},
+    {7, 2, Bit, &R::PaginaAbilitata5, "PagineAbilitateTemp4", Voce::AbilitazionePagine, 3},
+    {7, 2, Bit, &R::PaginaAbilitata6, "PagineAbilitateTemp5", Voce::AbilitazionePagine, 4},
+    {7, 2, Bit, &R::PaginaAbilitata7, "PagineAbilitateTemp6", Voce::AbilitazionePagine, 5},
+    {7, 2, Bit, &R::PaginaAbilitata8, "PagineAbilitateTemp7", Voce::AbilitazionePagine, 6},
+    {7, 2, Bit, &R::PaginaAbilitata9, "PagineAbilitateTemp8", Voce::AbilitazionePagine, 7},
+    {9, 1, Flag, &R::chkAbilRecLap, "chkAbilRecLAP", Voce::AvvioAlGiro},
+    NumeroDi(10, 1, kNumeriSetup[kStopRec]),
+    NumeroDi(11, 2, kNumeriSetup[kRecVel]),
+}};
+
+constexpr std::array<CampoRecord, 7> kSetup2 = {{
+    NumeroDi(3, 1, kNumeriSetup[kMsgGiro]),
+    NumeroDi(4, 1, kNumeriSetup[kVisGiro]),
+    NumeroDi(5, 2, kNumeriSetup[kSettore]),
+    NumeroDi(7, 2, kNumeriSetup[kSettore + 1]),
+    NumeroDi(9, 2, kNumeriSetup[kSettore + 2]),
+    NumeroDi(11, 2, kNumeriSetup[kSettore + 3]),
+    NumeroDi(13, 2, kNumeriSetup[kSettore + 4]),
+}};
+
 constexpr std::array<CampoRecord, 18> kSensori = {{
-    {3, 1, Numero, &R::NumAccRPM, "txtNumAccRPM", Voce::AccensioniPerGiro},
-    {4, 1, Numero, &R::ImpulsiRuota, "txtImpulsiRuota", Voce::ImpulsiRuota},
-    {5, 2, Numero, &R::DiametroRuota, "txtDiametroRuota", Voce::DiametroRuota},
-    {7, 1, Scelta, &R::LAPO, "cboLAPO", Voce::CornicePompaOlio},
-    {8, 1, Scelta, &R::LAAL, "cboLAAL", Voce::CorniceAlternatore},
+    NumeroDi(3, 1, kNumeriSensori[kNumAccRPM]),
+    NumeroDi(4, 1, kNumeriSensori[kImpulsiRuota]),
+    NumeroDi(5, 2, kNumeriSensori[kDiametroRuota]),
+    SceltaDi(7, kLivelliSensori[0]),
+    SceltaDi(8, kLivelliSensori[1]),
     Acceso(9, kCanaleTO),
     Acceso(10, kCanalePO),
     Acceso(11, kCanalePB),
@@ -93,18 +110,16 @@ constexpr std::array<CampoRecord, 14> kAllarmi = {{
     SogliaDi(9, kSoglie[3]),
     SogliaDi(11, kSoglie[4]),
     SogliaDi(13, kSoglie[5]),
-    {15, 2, Numero, &R::Led0, "txtLed0", Voce::Led1},
-    {17, 2, Numero, &R::Led1, "txtLed1", Voce::Led2},
-    {19, 2, Numero, &R::Led2, "txtLed2", Voce::Led3},
-    {21, 2, Numero, &R::Led3, "txtLed3", Voce::Led4},
-    {23, 2, Numero, &R::Led4, "txtLed4", Voce::Led5},
-    {25, 1, Tipo, &R::TipoLedGiallo, "cboLedGiallo", Voce::LedGiallo, 0, &R::LedGiallo,
-     "chkLedGiallo"},
-    {28, 1, Tipo, &R::TipoUscita, "cboUscita", Voce::UscitaDigitale, 0, &R::chkUscita, "chkUscita"},
+    NumeroDi(15, 2, kShiftLight[0]),
+    NumeroDi(17, 2, kShiftLight[1]),
+    NumeroDi(19, 2, kShiftLight[2]),
+    NumeroDi(21, 2, kShiftLight[3]),
+    NumeroDi(23, 2, kShiftLight[4]),
+    TipoDi(25, Tipo, kFunzioniAllarme[kLedGiallo]),
+    TipoDi(28, Tipo, kFunzioniAllarme[kUscita]),
     // Kept: a write puts 0 here, so the input's type is the instrument's business alone, and its
     // flag in the project is off after every read.
-    {29, 1, TipoLetto, &R::TipoIngresso, "cboIngresso", Voce::IngressoDigitale, 0, &R::chkIngresso,
-     "chkIngresso"},
+    TipoDi(29, TipoLetto, kFunzioniAllarme[kIngresso]),
 }};
 
 /// What a field is worth to the codec.

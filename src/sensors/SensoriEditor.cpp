@@ -6,13 +6,10 @@
 #include "sensors/CSensore.h"
 #include "sensors/Curve.h"
 #include "shell/NumeroTesto.h"
-#include "shell/TabelleNomi.h"
 
 namespace lapvane {
 
 namespace {
-
-using R = RecordProgetto;
 
 /// Kept: the gear channel takes no part; it can share an input with anything.
 constexpr std::array<std::pair<std::size_t, std::size_t>, 3> kCoppie = {{
@@ -26,22 +23,6 @@ std::int16_t Scelta(const ControlliEditor& controlli, std::string_view lista) {
 }
 
 }  // namespace
-
-const std::array<NumeroSensori, 3> kNumeriSensori = {{
-    {"txtNumAccRPM", "lblNumAcc", Voce::AccensioniPerGiro, &R::NumAccRPM},
-    {"txtImpulsiRuota", "lblNumImpulsi", Voce::ImpulsiRuota, &R::ImpulsiRuota, true},
-    {"txtDiametroRuota", "lblDiametroRuota", Voce::DiametroRuota, &R::DiametroRuota, true},
-}};
-
-const std::array<FrequenzaSensori, 2> kFrequenzeSensori = {{
-    {"cboTCampRPM", "lblTCRPM", &R::TCampRPM},
-    {"cboTCampVV", "lblTCVV", &R::TCampVV},
-}};
-
-const std::array<LivelloSensori, 2> kLivelliSensori = {{
-    {"fraPompaOlio", Voce::CornicePompaOlio, "cboLAPO", "lblLAPO", &R::LAPO, &ListaCanaliA},
-    {"fraAlternatore", Voce::CorniceAlternatore, "cboLAAL", "lblLAAL", &R::LAAL, &ListaCanaliB},
-}};
 
 std::vector<std::string> NomiSensori(std::size_t canale) {
     std::vector<std::string> nomi;

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "project/DatiProgetto.h"
+#include "sensors/CampiEditor.h"
 #include "sensors/CanaliSensore.h"
 #include "shell/Editor.h"
 #include "shell/Voci.h"
@@ -17,37 +17,6 @@
 namespace lapvane {
 
 // What the editor of the sensor assignment works with, apart from its window.
-
-/// A number box, its label, its field; whether a box of blanks is stored as 0.
-struct NumeroSensori {
-    std::string_view Casella;
-    std::string_view Etichetta;
-    Voce Didascalia = Voce::Nessuna;
-    std::int16_t RecordProgetto::*Campo = nullptr;
-    bool VuotoZero = false;
-};
-inline constexpr std::size_t kNumAccRPM = 0, kImpulsiRuota = 1, kDiametroRuota = 2;
-extern const std::array<NumeroSensori, 3> kNumeriSensori;
-
-/// The sampling rate of a channel that has no sensor of the library.
-struct FrequenzaSensori {
-    std::string_view Lista;
-    std::string_view Etichetta;
-    std::string RecordProgetto::*Campo = nullptr;
-};
-inline constexpr std::size_t kFrequenzaRPM = 0, kFrequenzaVV = 1;
-extern const std::array<FrequenzaSensori, 2> kFrequenzeSensori;
-
-/// A line that raises an alarm by its level.
-struct LivelloSensori {
-    std::string_view Cornice;
-    Voce Titolo = Voce::Nessuna;
-    std::string_view Lista;
-    std::string_view Etichetta;
-    std::int16_t RecordProgetto::*Campo = nullptr;
-    const std::vector<std::string>* Voci = nullptr;
-};
-extern const std::array<LivelloSensori, 2> kLivelliSensori;
 
 /// Entries of every list of sampling rates.
 inline constexpr std::array<std::string_view, 3> kFrequenze = {"1 Hz", "10 Hz", "20 Hz"};

@@ -23,7 +23,6 @@ class frmAllarmi : public frmEditor {
     struct Funzione {
         QCheckBox* Spunta = nullptr;
         QComboBox* Lista = nullptr;
-        Voce Didascalia = Voce::Nessuna;
     };
 
     void AggiornaTesti(Mnemonica& lettere) override;
@@ -34,17 +33,14 @@ class frmAllarmi : public frmEditor {
     QGroupBox* Cornice(const char* nome);
     static QCheckBox* Spunta(QWidget* dove, std::string_view nome);
     static void Lega(QCheckBox* spunta, QWidget* campo);
-    Funzione CreaFunzione(QWidget* dove, const char* spunta, const char* lista, Voce didascalia,
-                          const std::vector<std::string>* voci);
+    Funzione& CreaFunzione(QWidget* dove, std::size_t numero);
     QGroupBox* CreaAllarmi();
     QGroupBox* CreaLed();
     QGroupBox* CreaLinee();
     QGroupBox* CreaShiftLight();
     QLabel* Unita(UnitaSoglia unita);
 
-    void MostraDatiAllarmi();
     bool NumeriValidi();
-    bool Rifiuta(CasellaNumerica* casella);
 
     std::array<QCheckBox*, 6> spunte_{};
     std::array<CasellaNumerica*, 6> soglie_{};
@@ -52,7 +48,7 @@ class frmAllarmi : public frmEditor {
     std::array<QLabel*, 5> lblLedShift_{};
     std::array<QLabel*, 2> lblTemp_{};
     std::array<QLabel*, 2> lblPress_{};
-    Funzione giallo_, verde_, blu_, ingresso_, uscita_;
+    std::array<Funzione, kFunzioniAllarme.size()> funzioni_;
     QLabel* lblLed_ = nullptr;
     QGroupBox* fraAllarmi_ = nullptr;
     QGroupBox* fraLed_ = nullptr;

@@ -20,9 +20,6 @@ namespace lapvane {
 
 namespace {
 
-constexpr std::size_t kLingua = 0, kVelocita = 1, kTemperatura = 2, kPressione = 3;
-constexpr std::size_t kRecVel = 0, kStopRec = 1, kMsgGiro = 2, kVisGiro = 3, kSettore = 4;
-
 const ScambioEditor kProgramma = {18,
                                   Voce::DomandaProgrammaImpostazioni,
                                   Voce::ProgrammazioneImpostazioni,
@@ -92,8 +89,14 @@ frmConfigurazione::frmConfigurazione(QWidget* parent) : frmEditor("frmConfiguraz
     destra->addStretch(1);
     parti->addLayout(destra, 1);
     sinistra->addWidget(CreaStrumento());
-    MostraDatiSetup();
-    Completa(std::make_unique<ControlliSetup>(*this));
+    auto controlli = std::make_unique<ControlliSetup>(*this);
+    MostraDatiSetup(DatiProgetto, *controlli);
+    lblUnitaRecVel_->setText(liste_[kVelocita]->currentText());
+    pagine_.Carica(DatiProgetto);
+    CaricaImmagini();
+    MostraImmagine();
+    AggiornaPagina();
+    Completa(std::move(controlli));
     liste_[kLingua]->setFocus();
 }
 
@@ -106,7 +109,7 @@ QLabel* frmConfigurazione::Etichetta(QWidget* dove, const char* nome, QWidget* c
 
 QLineEdit* frmConfigurazione::Casella(QWidget* dove, std::size_t numero) {
     auto* casella = new QLineEdit(dove);
-    casella->setObjectName(InQt(kNumeriSetup[numero].Controllo));
+    casella->setObjectName(InQt(kNumeriSetup[numero].Casella));
     casella->setAlignment(Qt::AlignRight);
     casella->setFixedWidth(casella->fontMetrics().horizontalAdvance(QStringLiteral("-2147483648")) +
                            16);
@@ -116,7 +119,7 @@ QLineEdit* frmConfigurazione::Casella(QWidget* dove, std::size_t numero) {
 
 QComboBox* frmConfigurazione::Lista(QWidget* dove, std::size_t numero) {
     auto* lista = new QComboBox(dove);
-    lista->setObjectName(InQt(kListeSetup[numero].Controllo));
+    lista->setObjectName(InQt(kListeSetup[numero].Lista));
     for (const std::string& voce : *kListeSetup[numero].Voci) lista->addItem(InQt(voce));
     liste_[numero] = lista;
     return lista;
@@ -294,22 +297,6 @@ void frmConfigurazione::AggiornaTesti(Mnemonica& lettere) {
     MostraImmagine();
 }
 
-void frmConfigurazione::MostraDatiSetup() {
-    for (std::size_t i = 0; i < liste_.size(); ++i) {
-        const int indice = DatiProgetto.*kListeSetup[i].Campo;
-        liste_[i]->setCurrentIndex(indice >= 0 && indice < liste_[i]->count() ? indice : -1);
-    }
-    lblUnitaRecVel_->setText(liste_[kVelocita]->currentText());
-    pagine_.Carica(DatiProgetto);
-    CaricaImmagini();
-    MostraImmagine();
-    chkAbilRecLAP_->setChecked(DatiProgetto.chkAbilRecLap);
-    for (std::size_t i = 0; i < caselle_.size(); ++i) {
-        caselle_[i]->setText(InQt(MostraNumero(kNumeriSetup[i], DatiProgetto)));
-    }
-    AggiornaPagina();
-}
-
 void frmConfigurazione::CaricaImmagini() {
     for (std::size_t i = 0; i < ImageList1_.size(); ++i) {
         ImageList1_[i] =
@@ -389,34 +376,17 @@ void frmConfigurazione::cmdScegliImmagine_Click() {
     pagine_.Scegli(DatiProgetto, TestoDaPercorso(*scelto));
 }
 
-/// Whether every box holds a number of its own; otherwise says which one does not, and goes there.
-bool frmConfigurazione::NumeriValidi() {
-    for (std::size_t i = 0; i < caselle_.size(); ++i) {
-        if (LeggiNumero(kNumeriSetup[i], DaQt(caselle_[i]->text()))) continue;
-        caselle_[i]->setFocus();
-        caselle_[i]->selectAll();
-        platform().MsgBox(Testo(kNumeriSetup[i].Didascalia) + "\r\n" +
-                              Testo(Voce::NumeroNellIntervallo) + " " +
-                              Ammessi(*CampoDi(kNumeriSetup[i].Controllo)),
-                          Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
-        return false;
-    }
-    return true;
-}
-
 void frmConfigurazione::OKButton_Click() {
     // All boxes are looked at before anything is stored.
-    if (!NumeriValidi()) return;
-    for (std::size_t i = 0; i < liste_.size(); ++i) {
-        DatiProgetto.*kListeSetup[i].Campo =
-            static_cast<std::int16_t>(std::max(liste_[i]->currentIndex(), 0));
+    if (const auto i = NumeroErrato(*Controlli())) {
+        VaiAllaCasella(*caselle_[*i]);
+        platform().MsgBox(Testo(kNumeriSetup[*i].Didascalia) + "\r\n" +
+                              Testo(Voce::NumeroNellIntervallo) + " " +
+                              Ammessi(*CampoDi(kNumeriSetup[*i].Casella)),
+                          Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
+        return;
     }
-    pagine_.Salva(DatiProgetto);
-    DatiProgetto.chkAbilRecLap = chkAbilRecLAP_->isChecked();
-    for (std::size_t i = 0; i < caselle_.size(); ++i) {
-        const NumeroSetup& numero = kNumeriSetup[i];
-        SalvaNumero(numero, LeggiNumero(numero, DaQt(caselle_[i]->text())).value(), DatiProgetto);
-    }
+    SalvaDatiSetup(*Controlli(), pagine_, DatiProgetto);
     ProgettoModificato = true;
     accept();
 }

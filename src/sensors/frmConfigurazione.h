@@ -36,14 +36,12 @@ class frmConfigurazione : public frmEditor {
     QGroupBox* CreaPagine();
     QGroupBox* CreaCronometro();
 
-    void MostraDatiSetup();
     void CaricaImmagini();
     void AggiornaPagina();
     void MostraImmagine();
     void VaiA(bool avanti);
     void chkAbilitaPagina_Click();
     void cmdScegliImmagine_Click();
-    bool NumeriValidi();
 
     PagineSetup pagine_;
     std::array<QImage, PagineSetup::kImmagini> ImageList1_;

@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QPointer>
 #include <QVBoxLayout>
 
@@ -219,11 +218,17 @@ void frmEditor::Scambia(const ScambioEditor& scambio, const std::function<void()
 bool frmEditor::PuoInviare(const ScambioEditor& scambio) {
     const auto ferma = ConfermaInvio(scambio.Record);
     if (!ferma) return true;
-    if (auto* controllo = findChild<QWidget*>(InQt(*ferma))) {
+    if (auto* casella = findChild<QLineEdit*>(InQt(*ferma))) {
+        VaiAllaCasella(*casella);
+    } else if (auto* controllo = findChild<QWidget*>(InQt(*ferma))) {
         Vai(controllo);
-        if (auto* casella = qobject_cast<QLineEdit*>(controllo)) casella->selectAll();
     }
     return false;
+}
+
+void frmEditor::VaiAllaCasella(QLineEdit& casella) {
+    Vai(&casella);
+    casella.selectAll();
 }
 
 void frmEditor::Programma(const ScambioEditor& scambio) {

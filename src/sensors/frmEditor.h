@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <cstdint>
 #include <functional>
@@ -75,6 +76,8 @@ class frmEditor : public QDialog, public Editor {
     bool PuoInviare(const ScambioEditor& scambio);
     /// Brings a control into view and gives it the focus.
     virtual void Vai(QWidget* controllo) { controllo->setFocus(); }
+    /// The same with a box's whole text selected.
+    void VaiAllaCasella(QLineEdit& casella);
     void Programma(const ScambioEditor& scambio);
     void Leggi(const ScambioEditor& scambio);
 

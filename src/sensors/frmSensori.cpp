@@ -201,7 +201,7 @@ QWidget* frmSensori::CreaVelocita(QWidget* dove) {
 
 QWidget* frmSensori::CreaLivello(QWidget* dove, std::size_t numero) {
     const LivelloSensori& livello = kLivelliSensori[numero];
-    QGridLayout* griglia = CreaCornice(dove, livello.Cornice, livello.Titolo);
+    QGridLayout* griglia = CreaCornice(dove, livello.Cornice, livello.Didascalia);
     griglia->setColumnStretch(1, 1);
     QComboBox* lista = CreaLista(griglia->parentWidget(), livello.Lista);
     for (const std::string& voce : *livello.Voci) lista->addItem(InQt(voce));
@@ -343,8 +343,7 @@ bool frmSensori::NumeriValidi(bool ancheVuoti) {
         NumeroSensori numero = kNumeriSensori[i];
         numero.VuotoZero = numero.VuotoZero && ancheVuoti;
         if (LeggiNumero(numero, DaQt(caselle_[i]->text()))) continue;
-        Vai(caselle_[i]);
-        caselle_[i]->selectAll();
+        VaiAllaCasella(*caselle_[i]);
         MostraNumeroErrato(*caselle_[i]);
         return false;
     }

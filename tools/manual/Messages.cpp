@@ -62,7 +62,7 @@ const std::vector<Rule> kRules = {
     {"device/RecordStrumento", "elenco", What::Data},
     {"device/ProgrammaStrumento", "Testo(manca)", What::Expression, "device/ProgrammaStrumento",
      R"(\b(Voce::Manca\w+)\b)"},
-    {"sensors/frmConfigurazione", "Ammessi(*CampoDi(kNumeriSetup[i].Controllo))", What::Data},
+    {"sensors/frmConfigurazione", "Ammessi(*CampoDi(kNumeriSetup[*i].Casella))", What::Data},
     {"sensors/frmSensori", "Testo(kCanaliSensore[primo].Titolo)", What::Data},
     {"sensors/frmSensori", "Testo(kCanaliSensore[secondo].Titolo)", What::Data},
     {"sensors/frmSensori", "campi_->Testo(kCanaliSensore[secondo].cboChann)", What::Data},
@@ -253,7 +253,7 @@ class Scanner {
                 found_.Texts.insert(static_cast<int>(channel.TestoManca));
             return;
         }
-        if (text == "kNumeriSetup[i].Didascalia") {
+        if (text == "kNumeriSetup[*i].Didascalia") {
             for (const NumeroSetup& number : kNumeriSetup) {
                 found_.Texts.insert(static_cast<int>(number.Didascalia));
                 found_.Captions.insert(static_cast<int>(number.Didascalia));
