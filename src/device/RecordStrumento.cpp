@@ -216,8 +216,8 @@ void LeggiCurvaSensore(std::int16_t canale) {
     if (risposta.empty()) return;
     LampeggiaRX();
     for (std::size_t i = 0; i < kPunti; ++i) {
-        CurvaX[i] = Int16In(risposta, kAsseX + 2 * i);
-        CurvaY[i] = Int16In(risposta, kAsseY + 2 * i);
+        CurvaX[i] = Intero(DecodificaInt16(risposta.substr(kAsseX - 1 + 2 * i, 2)));
+        CurvaY[i] = Intero(DecodificaInt16(risposta.substr(kAsseY - 1 + 2 * i, 2)));
     }
 }
 

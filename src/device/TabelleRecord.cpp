@@ -161,13 +161,13 @@ std::int32_t NumeroProgetto(const CampoRecord& campo) {
         campo.Progetto);
 }
 
-void NelProgetto(const CampoRecord& campo, int valore) {
+void NelProgetto(const CampoRecord& campo, const std::string& letto) {
     std::visit(
-        [valore](auto membro) {
+        [&letto, valore = Intero(letto)](auto membro) {
             auto& dove = DatiProgetto.*membro;
             using T = std::remove_reference_t<decltype(dove)>;
             if constexpr (std::is_same_v<T, std::string>) {
-                dove = TestoNumero(valore);
+                dove = letto;
             } else if constexpr (std::is_same_v<T, bool>) {
                 dove = valore != 0;
             } else {
@@ -217,18 +217,20 @@ std::string Mostrato(const CampoRecord& campo, std::int64_t valore) {
     return FormattaDecimali(testo, campo.Dettaglio);
 }
 
-int Decodifica(const CampoRecord& campo, std::string_view risposta) {
-    const int valore =
-        campo.Larghezza == 1 ? ByteIn(risposta, campo.Byte) : Int16In(risposta, campo.Byte);
-    if (campo.Come == Bit) return BitAttivo(valore, campo.Dettaglio) ? 1 : 0;
-    return campo.Come == Ingresso ? valore - 1 : valore;
+/// A field of a reply as decimal text.
+std::string Decodifica(const CampoRecord& campo, std::string_view risposta) {
+    const auto byte = risposta.substr(campo.Byte - 1, static_cast<std::size_t>(campo.Larghezza));
+    const std::string testo = campo.Larghezza == 1 ? DecodificaByte(byte) : DecodificaInt16(byte);
+    if (campo.Come == Bit) return BitAttivo(Intero(testo), campo.Dettaglio) ? "1" : "0";
+    return campo.Come == Ingresso ? TestoNumero(Intero(testo) - 1) : testo;
 }
 
-void NeiControlli(const CampoRecord& campo, int valore, ControlliEditor& controlli) {
+void NeiControlli(const CampoRecord& campo, const std::string& letto, ControlliEditor& controlli) {
+    const int valore = Intero(letto);
     const bool acceso = valore >= 1;
     switch (campo.Come) {
         case Numero:
-            controlli.Testo(campo.Controllo, TestoNumero(valore));
+            controlli.Testo(campo.Controllo, letto);
             break;
         case Scelta:
         case Ingresso:
@@ -332,14 +334,14 @@ void RiempiRecord(const TabellaRecord& tabella, std::string_view risposta,
                   ControlliEditor* controlli) {
     assert(risposta.size() == tabella.Risposta);
     for (const CampoRecord& campo : tabella.Campi) {
-        const int valore = Decodifica(campo, risposta);
+        const std::string letto = Decodifica(campo, risposta);
         if (controlli != nullptr) {
-            NeiControlli(campo, valore, *controlli);
+            NeiControlli(campo, letto, *controlli);
             continue;
         }
-        NelProgetto(campo, valore);
+        NelProgetto(campo, letto);
         if (campo.Attivo != nullptr) {
-            DatiProgetto.*campo.Attivo = valore >= 1 && campo.Come != TipoLetto;
+            DatiProgetto.*campo.Attivo = Intero(letto) >= 1 && campo.Come != TipoLetto;
         }
     }
 }
