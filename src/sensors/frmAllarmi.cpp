@@ -73,12 +73,6 @@ frmAllarmi::frmAllarmi(QWidget* parent) : frmEditor("frmAllarmi", parent) {
     spunte_[0]->setFocus();
 }
 
-QGroupBox* frmAllarmi::Cornice(const char* nome) {
-    auto* cornice = new QGroupBox(Corpo());
-    cornice->setObjectName(QString::fromLatin1(nome));
-    return cornice;
-}
-
 QCheckBox* frmAllarmi::Spunta(QWidget* dove, std::string_view nome) {
     auto* spunta = new QCheckBox(dove);
     spunta->setObjectName(InQt(nome));
@@ -117,7 +111,7 @@ QLabel* frmAllarmi::Unita(UnitaSoglia unita) {
 }
 
 QGroupBox* frmAllarmi::CreaAllarmi() {
-    fraAllarmi_ = Cornice("fraAllarmi");
+    fraAllarmi_ = Cornice(Corpo(), "fraAllarmi");
     auto* griglia = new QGridLayout(fraAllarmi_);
     griglia->setColumnStretch(0, 1);
     for (std::size_t i = 0; i < kSoglie.size(); ++i) {
@@ -164,7 +158,7 @@ frmAllarmi::Funzione& frmAllarmi::CreaFunzione(QWidget* dove, std::size_t numero
 }
 
 QGroupBox* frmAllarmi::CreaLed() {
-    fraLed_ = Cornice("fraLed");
+    fraLed_ = Cornice(Corpo(), "fraLed");
     lblLed_ = new QLabel(fraLed_);
     lblLed_->setObjectName(QStringLiteral("lblLed"));
     auto* griglia = new QGridLayout(fraLed_);
@@ -184,7 +178,7 @@ QGroupBox* frmAllarmi::CreaLed() {
 }
 
 QGroupBox* frmAllarmi::CreaLinee() {
-    QGroupBox* cornice = Cornice("fraLinee");
+    QGroupBox* cornice = Cornice(Corpo(), "fraLinee");
     auto* griglia = new QGridLayout(cornice);
     griglia->setColumnStretch(0, 1);
     int riga = 0;
@@ -198,7 +192,7 @@ QGroupBox* frmAllarmi::CreaLinee() {
 }
 
 QGroupBox* frmAllarmi::CreaShiftLight() {
-    fraShiftLight_ = Cornice("fraShiftLight");
+    fraShiftLight_ = Cornice(Corpo(), "fraShiftLight");
     auto* griglia = new QGridLayout(fraShiftLight_);
     const QColor verde(0, 170, 60), giallo(255, 200, 0), rosso(230, 30, 30);
     const std::array<QColor, 5> colori = {verde, verde, giallo, giallo, rosso};
@@ -219,7 +213,7 @@ QGroupBox* frmAllarmi::CreaShiftLight() {
     return fraShiftLight_;
 }
 
-void frmAllarmi::AggiornaTesti(Mnemonica& lettere) {
+void frmAllarmi::TestiPropri(Mnemonica& lettere) {
     const auto testo = [&](Voce n) { return lettere.Con(InQt(Testo(n))); };
     const auto senza = [](Voce n) { return Mnemonica::Senza(InQt(Testo(n))); };
     setWindowTitle(InQt(Testo(Voce::TitoloAllarmi)));

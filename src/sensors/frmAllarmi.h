@@ -25,12 +25,11 @@ class frmAllarmi : public frmEditor {
         QComboBox* Lista = nullptr;
     };
 
-    void AggiornaTesti(Mnemonica& lettere) override;
+    void TestiPropri(Mnemonica& lettere) override;
     void OKButton_Click() override;
     void cmdInviaDati_Click() override;
     void cmdLeggiDati_Click() override;
 
-    QGroupBox* Cornice(const char* nome);
     static QCheckBox* Spunta(QWidget* dove, std::string_view nome);
     static void Lega(QCheckBox* spunta, QWidget* campo);
     Funzione& CreaFunzione(QWidget* dove, std::size_t numero);

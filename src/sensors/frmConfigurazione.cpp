@@ -40,12 +40,6 @@ std::optional<int> IndicePagina(std::string_view controllo) {
     return LeggiIntero(controllo.substr(kFlagPagina.size()));
 }
 
-void TieniPosto(QWidget* widget) {
-    QSizePolicy regola = widget->sizePolicy();
-    regola.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(regola);
-}
-
 }  // namespace
 
 /// The window's controls, and the page flags that no control holds.
@@ -100,13 +94,6 @@ frmConfigurazione::frmConfigurazione(QWidget* parent) : frmEditor("frmConfiguraz
     liste_[kLingua]->setFocus();
 }
 
-QLabel* frmConfigurazione::Etichetta(QWidget* dove, const char* nome, QWidget* compagno) {
-    auto* etichetta = new QLabel(dove);
-    etichetta->setObjectName(QString::fromLatin1(nome));
-    etichetta->setBuddy(compagno);
-    return etichetta;
-}
-
 QLineEdit* frmConfigurazione::Casella(QWidget* dove, std::size_t numero) {
     auto* casella = new QLineEdit(dove);
     casella->setObjectName(InQt(kNumeriSetup[numero].Casella));
@@ -136,8 +123,7 @@ QLayout* frmConfigurazione::CreaLingua() {
 }
 
 QGroupBox* frmConfigurazione::CreaUnita() {
-    fraUnitaMisura_ = new QGroupBox(Corpo());
-    fraUnitaMisura_->setObjectName(QStringLiteral("fraUnitaMisura"));
+    fraUnitaMisura_ = Cornice(Corpo(), "fraUnitaMisura");
     auto* griglia = new QGridLayout(fraUnitaMisura_);
     griglia->setColumnStretch(0, 1);
     const char* const nomi[] = {"lblUMVelocita", "lblUMTemperatura", "lblUMPressione"};
@@ -157,8 +143,7 @@ QGroupBox* frmConfigurazione::CreaUnita() {
 }
 
 QGroupBox* frmConfigurazione::CreaRegistrazione() {
-    fraRegistrazione_ = new QGroupBox(Corpo());
-    fraRegistrazione_->setObjectName(QStringLiteral("fraRegistrazione"));
+    fraRegistrazione_ = Cornice(Corpo(), "fraRegistrazione");
     auto* griglia = new QGridLayout(fraRegistrazione_);
     griglia->setColumnStretch(0, 1);
     chkAbilRecLAP_ = new QCheckBox(fraRegistrazione_);
@@ -184,8 +169,7 @@ QGroupBox* frmConfigurazione::CreaRegistrazione() {
 }
 
 QGroupBox* frmConfigurazione::CreaPagine() {
-    fraPagine_ = new QGroupBox(Corpo());
-    fraPagine_->setObjectName(QStringLiteral("fraPagine"));
+    fraPagine_ = Cornice(Corpo(), "fraPagine");
     const auto pulsante = [this](const char* nome, auto gestore) {
         auto* nuovo = new QPushButton(fraPagine_);
         nuovo->setObjectName(QString::fromLatin1(nome));
@@ -238,8 +222,7 @@ QGroupBox* frmConfigurazione::CreaPagine() {
 }
 
 QGroupBox* frmConfigurazione::CreaCronometro() {
-    fraCronometro_ = new QGroupBox(Corpo());
-    fraCronometro_->setObjectName(QStringLiteral("fraCronometro"));
+    fraCronometro_ = Cornice(Corpo(), "fraCronometro");
     auto* tempi = new QGridLayout;
     tempi->setColumnStretch(0, 1);
     const char* const nomi[] = {"lblTempoMsgGiro", "lblTempoVisGiro"};
@@ -273,7 +256,7 @@ QGroupBox* frmConfigurazione::CreaCronometro() {
     return fraCronometro_;
 }
 
-void frmConfigurazione::AggiornaTesti(Mnemonica& lettere) {
+void frmConfigurazione::TestiPropri(Mnemonica& lettere) {
     const auto testo = [&](Voce n) { return lettere.Con(InQt(Testo(n))); };
     const auto senza = [](Voce n) { return Mnemonica::Senza(InQt(Testo(n))); };
     setWindowTitle(InQt(Testo(Voce::TitoloConfigurazione)));

@@ -22,12 +22,11 @@ class frmConfigurazione : public frmEditor {
  private:
     friend class ControlliSetup;
 
-    void AggiornaTesti(Mnemonica& lettere) override;
+    void TestiPropri(Mnemonica& lettere) override;
     void OKButton_Click() override;
     void cmdInviaDati_Click() override;
     void cmdLeggiDati_Click() override;
 
-    QLabel* Etichetta(QWidget* dove, const char* nome, QWidget* compagno = nullptr);
     QLineEdit* Casella(QWidget* dove, std::size_t numero);
     QComboBox* Lista(QWidget* dove, std::size_t numero);
     QLayout* CreaLingua();

@@ -131,8 +131,7 @@ frmSensori::frmSensori(QWidget* parent) : frmEditor("frmSensori", parent) {
 }
 
 QGridLayout* frmSensori::CreaCornice(QWidget* dove, std::string_view nome, Voce titolo) {
-    auto* riquadro = new QGroupBox(dove);
-    riquadro->setObjectName(InQt(nome));
+    auto* riquadro = lapvane::Cornice(dove, nome);
     cornici_.push_back({riquadro, titolo});
     auto* griglia = new QGridLayout(riquadro);
     griglia->setHorizontalSpacing(10);
@@ -276,7 +275,7 @@ QWidget* frmSensori::CreaOpzionali() {
     return pagina;
 }
 
-void frmSensori::AggiornaTesti(Mnemonica& lettere) {
+void frmSensori::TestiPropri(Mnemonica& lettere) {
     setWindowTitle(InQt(Testo(Voce::TitoloSensori)));
     SSTab1_->setAccessibleName(InQt(Testo(Voce::TitoloSensori)));
     SSTab1_->setTabText(0, lettere.Con(InQt(Testo(Voce::SchedaBase))));
@@ -384,7 +383,7 @@ void frmSensori::cmdInviaDati_Click() {
         [&] {
             riuscito = Passo(InviaDatiSensori);
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
-                Progresso(kCanaliSensore[i].TestoInvio);
+                Progresso(Testo(kCanaliSensore[i].TestoInvio));
                 PreparaCurva(i, *campi_);
                 riuscito = Passo([i] { InviaCurvaSensore(static_cast<std::int16_t>(i)); });
             }
@@ -402,7 +401,7 @@ void frmSensori::cmdLeggiDati_Click() {
         [&] {
             riuscito = Passo(LeggiDatiSensori);
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
-                Progresso(kCanaliSensore[i].TestoLettura);
+                Progresso(Testo(kCanaliSensore[i].TestoLettura));
                 riuscito = Passo([i] { LeggiCurvaSensore(static_cast<std::int16_t>(i)); });
                 if (riuscito) NominaCurva(i, *campi_);
             }
