@@ -8,6 +8,8 @@ PACKAGES_BUILD=(build-essential cmake ninja-build ccache
     qt6-base-dev qt6-serialport-dev qt6-svg-dev libqt6svg6 qt6-translations-l10n
     libgl1-mesa-dev libgtest-dev libbenchmark-dev)
 PACKAGES_RUN=(fonts-dejavu-core)
+PACKAGES_HOUSE=(git python3)
+PACKAGES_FORMAT=(clang-format-14)
 PACKAGES_TEST=(poppler-utils)
 PACKAGES_FONTS=(fontconfig fonts-dejavu-core fonts-noto-core fonts-liberation fonts-inter)
 PACKAGES_FUZZ=(clang libclang-rt-dev)

@@ -16,8 +16,8 @@
 #include <string>
 
 #include "analysis/AnalisiDati.h"
+#include "reports/DisegnoTracciato.h"
 #include "widgets/BarraNavigazione.h"
-#include "widgets/DisegnoTracciato.h"
 #include "widgets/GraficoWidget.h"
 #include "widgets/GrigliaGiri.h"
 #include "widgets/LegendaAllarmi.h"

@@ -4,6 +4,7 @@
 #include "analysis/frmAnalisi.h"
 #include "platform/Testo1252.h"
 #include "platform/qt/TestoQt.h"
+#include "reports/DisegnoGrafico.h"
 #include "reports/dlgDatiSessione.h"
 #include "reports/dlgReportGiri.h"
 #include "reports/dlgSetGraph.h"

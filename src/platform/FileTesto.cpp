@@ -476,6 +476,7 @@ std::vector<fs::path> ElencaPercorsi(const fs::path& cartella) {
         return !MenoSenzaMaiuscole(b.first, a.first) && a < b;
     });
     std::vector<fs::path> percorsi;
+    percorsi.reserve(nomi.size());
     for (auto& [nome, percorso] : nomi) percorsi.push_back(std::move(percorso));
     return percorsi;
 }
@@ -505,7 +506,7 @@ std::string NomeLibero(const fs::path& cartella, std::string stelo,
         // What can't be listed is asked for by name.
     }
     for (int n = 1;; ++n) {
-        const std::string nome = n == 1 ? stelo : stelo + " " + std::to_string(n);
+        std::string nome = n == 1 ? stelo : stelo + " " + std::to_string(n);
         const bool preso = std::any_of(fini.begin(), fini.end(), [&](std::string_view fine) {
             const std::string file = nome + std::string(fine);
             return FileEsiste(cartella / PercorsoDaTesto(file)) ||

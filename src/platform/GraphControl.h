@@ -93,8 +93,8 @@ class GraphControl {
 
     /// x, y and point index of the cursor.
     std::function<void(double, double, std::int32_t)> EventoCursore;
-    /// The user has chosen a new range with the zoom rectangle; the graph shows it already, with the
-    /// points that it has.
+    /// The user has chosen a new range with the zoom rectangle; the graph shows it already, with
+    /// the points that it has.
     std::function<void()> EventoZoom;
 };
 

@@ -15,11 +15,11 @@
 #include "project/DatiProgetto.h"
 #include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
+#include "reports/DisegnoTracciato.h"
 #include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"
-#include "widgets/DisegnoTracciato.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/Rotella.h"
 

@@ -30,7 +30,8 @@ double PrefissoNumerico(std::string_view testo);
 /// A value in a picture such as "0", "0#", "#", "0.0#", "#.0##", "#0.##", "##0.000". The value is
 /// taken to 15 significant digits, then rounded half away from zero to the picture's decimals; a
 /// value that rounds to zero has no minus sign. "0" stands for a digit that is always there, "#"
-/// for one that is left out when it is an outer zero. The point is left out when no decimal follows it.
+/// for one that is left out when it is an outer zero. The point is left out when no decimal follows
+/// it.
 std::string Formatta(double valore, std::string_view figura, char separatore = '.');
 
 /// `Formatta(valore, "0.0#", separatore)` written at `dove`; returns the end of what was written

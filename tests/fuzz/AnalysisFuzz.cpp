@@ -7,13 +7,13 @@
 #include "analysis/AnalisiDatiFoglio.h"
 #include "analysis/AnalisiDatiSpeed.h"
 #include "fuzz/FuzzPlatform.h"
-#include "fuzz/QuietGraph.h"
 #include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "tools/support/BareViews.h"
+#include "tools/support/QuietGraph.h"
 
 namespace {
 

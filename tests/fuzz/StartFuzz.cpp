@@ -23,7 +23,7 @@ void Languages(const FuzzFolder& folder, std::string_view text) {
         CaricaTesti();
         if (MetaTesti < 0 || Testi.size() < 1 || Testi.size() > text.size() + 1) std::abort();
         CalcolaBaseTesti();
-        for (int n = 0; n <= 334; ++n) Testo(n);
+        for (int n = 0; n <= 334; ++n) Testo(static_cast<Voce>(n));
         CaricaTabelleNomi();
     } catch (const ErroreRuntime&) {
     } catch (const FineProgramma&) {

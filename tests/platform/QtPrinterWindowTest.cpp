@@ -8,6 +8,7 @@
 #include "platform/ErroreRuntime.h"
 #include "project/DatiProgetto.h"
 #include "reports/DatiSessione.h"
+#include "reports/DisegnoGrafico.h"
 #include "reports/StampaReport.h"
 #include "support/WindowPdf.h"
 #include "support/WindowPlatform.h"

@@ -10,9 +10,9 @@
 #include "platform/Testo1252.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
+#include "reports/DisegnoTracciato.h"
 #include "shell/LoadStrings.h"
 #include "support/WindowPlatform.h"
-#include "widgets/DisegnoTracciato.h"
 
 using namespace lapvane;
 using namespace lapvane::prova;

@@ -7,7 +7,6 @@
 
 #include "Machine.h"
 #include "analysis/AnalisiDatiSpeed.h"
-#include "fuzz/QuietGraph.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
 #include "platform/ErroreRuntime.h"
@@ -25,6 +24,7 @@
 #include "shell/TabelleNomi.h"
 #include "tools/support/BareViews.h"
 #include "tools/support/FreshState.h"
+#include "tools/support/QuietGraph.h"
 
 namespace lapvane::soak {
 

@@ -16,9 +16,9 @@
 
 #include "Tour.h"
 #include "platform/qt/TestoQt.h"
+#include "reports/DisegnoTracciato.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
-#include "widgets/DisegnoTracciato.h"
 
 namespace lapvane::tour {
 

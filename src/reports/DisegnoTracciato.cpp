@@ -1,4 +1,4 @@
-#include "widgets/DisegnoTracciato.h"
+#include "reports/DisegnoTracciato.h"
 
 #include <QPainter>
 #include <algorithm>
