@@ -23,6 +23,7 @@
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "tools/support/BareViews.h"
+#include "tools/support/FreshState.h"
 #include "tools/support/QuietGraph.h"
 
 namespace lapvane::soak {
