@@ -70,7 +70,7 @@ void LibreriaDi1000File(benchmark::State& stato) {
     Macchina macchina;
     constexpr std::size_t kFile = 1000;
     for (std::size_t i = 0; i < kFile; ++i) {
-        Sensore(std::string(kCanaliSensore[i % 9].Tipo), "Sensore " + std::to_string(i));
+        Sensore(std::string(kCanaliSensore[i % 9].Sensore->Tipo), "Sensore " + std::to_string(i));
     }
     for (auto _ : stato) {
         SvuotaLibreriaSensori();
@@ -90,15 +90,11 @@ void CorsaIntera(benchmark::State& stato, void (*corsa)(VistaStrumento&)) {
     const BareMainWindow finestra(&porta);
     DatiProgetto = {};
     for (const CanaleSensore& canale : kCanaliSensore) {
-        const std::string nome = "Sensore " + std::string(canale.Tipo);
-        Sensore(std::string(canale.Tipo), nome);
+        const std::string nome = "Sensore " + std::string(canale.Sensore->Tipo);
+        Sensore(std::string(canale.Sensore->Tipo), nome);
         DatiProgetto.*canale.Nome = nome;
         DatiProgetto.*canale.Abil = true;
-    }
-    for (auto campo : {&RecordProgetto::TCampTO, &RecordProgetto::TCampPO, &RecordProgetto::TCampTA,
-                       &RecordProgetto::TCampPB, &RecordProgetto::TCampLB, &RecordProgetto::TCampPT,
-                       &RecordProgetto::TCampSG, &RecordProgetto::TCampCambio}) {
-        DatiProgetto.*campo = "10 Hz";
+        DatiProgetto.*canale.TCamp = "10 Hz";
     }
     CaricaLibreriaSensori();
     std::size_t frame = 0;

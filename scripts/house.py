@@ -310,7 +310,7 @@ def variables(text):
 def reset_text(files, texts):
     """The body of AzzeraTutto with those of the Azzera routines that it calls, and so on."""
     def body(file, name):
-        found = re.search(rf"^void {name}\(\) {{\n(.*?)^}}", texts[file], flags=re.S | re.M)
+        found = re.search(rf"^(?:inline )?void {name}\(\) {{\n(.*?)^}}", texts[file], flags=re.S | re.M)
         return found and without_comments(found[1])
 
     file, name = RESET
@@ -323,8 +323,8 @@ def reset_text(files, texts):
         bodies.append(waiting.pop())
         for called in set(re.findall(r"\b(Azzera\w+)\(\)", bodies[-1])) - seen:
             seen.add(called)
-            waiting += [found for source in files if source.startswith("src/")
-                        and source.endswith(".cpp") and (found := body(source, called))]
+            waiting += [found for source in files if source.startswith(("src/", "tools/support/"))
+                        and (found := body(source, called))]
     return "\n".join(bodies)
 
 

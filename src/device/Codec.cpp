@@ -91,6 +91,10 @@ std::string DecodificaLong(std::string_view campo) {
     return TestoNumero(LongIn(campo, 1));
 }
 
+std::int32_t Intero(std::string_view decodificato) {
+    return LeggiIntero(decodificato).value();
+}
+
 std::string CalcolaChecksum(std::string_view testo) {
     int somma = 0;
     for (std::size_t i = 1; i <= testo.size(); ++i) {

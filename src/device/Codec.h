@@ -41,12 +41,14 @@ int Int16In(std::string_view testo, std::size_t byte);          ///< -32768 to 3
 int WordIn(std::string_view testo, std::size_t byte);           ///< 0 to 65535
 std::int32_t LongIn(std::string_view testo, std::size_t byte);  ///< signed 32 bits
 
-// Decimal text of a field of 1, 1, 2, 2 and 4 characters.
+// Decimal text of a field of 1, 1, 2, 2 and 4 characters, as what shows a reply takes it.
 std::string DecodificaByte(std::string_view campo);
 std::string DecodificaSByte(std::string_view campo);
 std::string DecodificaInt16(std::string_view campo);
 std::string DecodificaWord(std::string_view campo);
 std::string DecodificaLong(std::string_view campo);
+/// Such a text as a number again.
+std::int32_t Intero(std::string_view decodificato);
 
 /// The low byte of the sum of the character codes, as two upper-case hexadecimal digits. The sum is
 /// a signed 16-bit integer: error 6 for a text that overflows it.

@@ -40,43 +40,36 @@ constexpr int kPausa = 50;            // ms
 constexpr int kPrimoBitAllarme = 8;   // of the flag word
 constexpr double kMemoria = 2096384;  // bytes of the log memory
 
-enum class Tipo { Int16, Byte, SByte };
-
 /// Where a value stands in the live reply and how it is shown.
 struct Posto {
     int Campo;
     std::size_t Byte;  ///< from 1
-    Tipo Come;
+    std::size_t Larghezza;
+    std::string (*Decodifica)(std::string_view);
     double Divisore;
     const char* Figura;  ///< none: plain decimal text
 };
 
-constexpr std::array<Posto, 15> kPosti = {{{0, 5, Tipo::Int16, 1, ""},
-                                           {2, 9, Tipo::Int16, 1, ""},
-                                           {3, 11, Tipo::Int16, 10, "##0.0"},
-                                           {4, 13, Tipo::Int16, 10, "##0.0"},
-                                           {5, 15, Tipo::Int16, 1000, "##0.000"},
-                                           {6, 17, Tipo::Int16, 1000, "##0.000"},
-                                           {7, 19, Tipo::Int16, 10, "##0.0"},
-                                           {8, 23, Tipo::Int16, 1, ""},
-                                           {9, 25, Tipo::Byte, 10, "##0.0"},
-                                           {10, 26, Tipo::Byte, 1, ""},
-                                           {11, 27, Tipo::SByte, 10, "##0.0"},
-                                           {12, 28, Tipo::Byte, 1, ""},
-                                           {13, 29, Tipo::SByte, 10, "##0.0"},
-                                           {14, 30, Tipo::Int16, 100, "##0.00"},
-                                           {16, 30, Tipo::Int16, 1470, "##0.000"}}};
+constexpr std::array<Posto, 15> kPosti = {{{0, 5, 2, DecodificaInt16, 1, ""},
+                                           {2, 9, 2, DecodificaInt16, 1, ""},
+                                           {3, 11, 2, DecodificaInt16, 10, "##0.0"},
+                                           {4, 13, 2, DecodificaInt16, 10, "##0.0"},
+                                           {5, 15, 2, DecodificaInt16, 1000, "##0.000"},
+                                           {6, 17, 2, DecodificaInt16, 1000, "##0.000"},
+                                           {7, 19, 2, DecodificaInt16, 10, "##0.0"},
+                                           {8, 23, 2, DecodificaInt16, 1, ""},
+                                           {9, 25, 1, DecodificaByte, 10, "##0.0"},
+                                           {10, 26, 1, DecodificaByte, 1, ""},
+                                           {11, 27, 1, DecodificaSByte, 10, "##0.0"},
+                                           {12, 28, 1, DecodificaByte, 1, ""},
+                                           {13, 29, 1, DecodificaSByte, 10, "##0.0"},
+                                           {14, 30, 2, DecodificaInt16, 100, "##0.00"},
+                                           {16, 30, 2, DecodificaInt16, 1470, "##0.000"}}};
 
-int Leggi(const std::string& risposta, const Posto& posto) {
-    switch (posto.Come) {
-        case Tipo::Byte:
-            return ByteIn(risposta, posto.Byte);
-        case Tipo::SByte:
-            return SByteIn(risposta, posto.Byte);
-        case Tipo::Int16:
-            break;
-    }
-    return Int16In(risposta, posto.Byte);
+std::string Mostra(const Posto& posto, std::string_view risposta, char separatore) {
+    const std::string letto = posto.Decodifica(risposta.substr(posto.Byte - 1, posto.Larghezza));
+    if (*posto.Figura == '\0') return letto;
+    return Formatta(Intero(letto) / posto.Divisore, posto.Figura, separatore);
 }
 
 /// Reads one of the two groups. What fails is shown in the window before it is told: the message
@@ -118,19 +111,17 @@ void LeggiValoriLive() {
     // Events ran meanwhile, and the window may be gone.
     if (risposta.empty() || DiagnosticaAperta == nullptr) return;
     VistaDiagnostica& vista = *DiagnosticaAperta;
-    const int avvisi = Int16In(risposta, 3);
+    const std::int32_t avvisi = Intero(DecodificaInt16(risposta.substr(2, 2)));
     for (int n = 0; n < kAllarmiLive; ++n) {
         vista.Allarme(n, BitAttivo(avvisi, n + kPrimoBitAllarme));
     }
     const char separatore = platform().DecimalSeparator();
     for (const Posto& posto : kPosti) {
-        const double valore = Leggi(risposta, posto) / posto.Divisore;
-        vista.ValoreCampo(posto.Campo, *posto.Figura == '\0'
-                                           ? TestoNumero(valore, separatore)
-                                           : Formatta(valore, posto.Figura, separatore));
+        vista.ValoreCampo(posto.Campo, Mostra(posto, risposta, separatore));
     }
     // Kept: the free memory is shown with all its decimals.
-    const double libera = (kMemoria - LongIn(risposta, 32)) / kMemoria * 100.0;
+    const double libera =
+        (kMemoria - Intero(DecodificaLong(risposta.substr(31, 4)))) / kMemoria * 100.0;
     vista.ValoreCampo(15, TestoNumero(libera, separatore));
 }
 
@@ -139,11 +130,12 @@ void LeggiValoriAnalogici() {
         LeggiGruppo(GruppoLive::Analogici, kComandoAnalogici, kCaratteriAnalogici);
     if (risposta.empty()) return;
     for (int i = 0; i < kIngressiAnalogici; ++i) {
-        const int valore = Int16In(risposta, 3 + 2 * static_cast<std::size_t>(i));
+        const auto posto = static_cast<std::size_t>(i);
+        const std::string valore = DecodificaInt16(risposta.substr(2 + 2 * posto, 2));
         if (DiagnosticaAperta != nullptr) {
-            DiagnosticaAperta->ValoreAnalogico(i, TestoNumero(valore));
+            DiagnosticaAperta->ValoreAnalogico(i, valore);
         } else {
-            ValoriAnalogici[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(valore);
+            ValoriAnalogici[posto] = static_cast<std::int16_t>(Intero(valore));
         }
     }
 }

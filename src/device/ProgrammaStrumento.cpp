@@ -33,39 +33,22 @@ constexpr Verso kProgramma = {Voce::StrumentoSovrascritto, Voce::ProgrammazioneS
 constexpr Verso kLettura = {Voce::DatiSostituiti, Voce::LetturaStrumento, Voce::LetturaInterrotta,
                             19};
 
-/// One channel's say in the check before the sensors are written.
-struct Controllo {
-    bool RecordProgetto::*Abil;
-    std::string RecordProgetto::*Nome;
-    std::string RecordProgetto::*TCamp;
-    Voce Testo;
-};
-using R = RecordProgetto;
-constexpr std::array<Controllo, 8> kControlli = {{
-    {&R::AbilTO, &R::TemperaturaOlio, &R::TCampTO, Voce::IncompletoTemperaturaOlio},
-    {&R::AbilPO, &R::PressioneOlio, &R::TCampPO, Voce::IncompletoPressioneOlio},
-    {&R::AbilTA, &R::TemperaturaAcqua, &R::TCampTA, Voce::IncompletoTemperaturaAcqua},
-    {&R::AbilPB, &R::PressioneBenzina, &R::TCampPB, Voce::IncompletoPressioneBenzina},
-    {&R::AbilLB, &R::LivelloBenzina, &R::TCampLB, Voce::IncompletoLivelloBenzina},
-    // Kept: the turbo channel is checked by the fuel pressure's name, not by its own.
-    {&R::AbilPT, &R::PressioneBenzina, &R::TCampPT, Voce::IncompletoPressioneTurbo},
-    {&R::AbilSG, &R::SensoreG, &R::TCampSG, Voce::IncompletoSensoreG},
-    {&R::AbilCambio, &R::Cambio, &R::TCampCambio, Voce::IncompletoMarcia},
-    // Kept: lambda is not checked.
-}};
-
 /// False, and told, when a channel is on without a sensor or without a sampling rate.
 bool ControllaSensori() {
-    for (const Controllo& c : kControlli) {
-        if (!(DatiProgetto.*c.Abil)) continue;
-        const bool senzaNome = (DatiProgetto.*c.Nome).empty();
-        if (!senzaNome && !(DatiProgetto.*c.TCamp).empty()) continue;
-        const bool altrui = c.Abil == &R::AbilPT;  // its name is that of another channel
+    for (const std::size_t n : kOrdineControllo) {
+        if (n == kCanaleLambda) continue;  // Kept: lambda is not checked.
+        const CanaleSensore& canale = kCanaliSensore[n];
+        if (!(DatiProgetto.*canale.Abil)) continue;
+        // Kept: the turbo channel is checked by the fuel pressure's name, not by its own.
+        const bool altrui = n == kCanalePT;
+        const CanaleSensore& nominato = altrui ? kCanaliSensore[kCanalePB] : canale;
+        const bool senzaNome = (DatiProgetto.*nominato.Nome).empty();
+        if (!senzaNome && !(DatiProgetto.*canale.TCamp).empty()) continue;
         const Voce manca = !senzaNome ? Voce::MancaFrequenza
                            : altrui   ? Voce::MancaNomeBenzina
                                       : Voce::MancaNome;
-        platform().MsgBox(Testo(c.Testo) + "\r\n" + Testo(manca), Buttons::Ok, Icon::Warning,
-                          Testo(Voce::TitoloSensori));
+        platform().MsgBox(Testo(canale.TestoManca) + "\r\n" + Testo(manca), Buttons::Ok,
+                          Icon::Warning, Testo(Voce::TitoloSensori));
         return false;
     }
     return true;
@@ -171,9 +154,8 @@ void LeggiCurva(std::int16_t numero) {
     const CanaleSensore& canale = kCanaliSensore[static_cast<std::size_t>(numero)];
     LeggiCurvaSensore(numero);
     if (ErroreComunicazione) return;
-    const int fattore = FattoreSensore(canale.Tipo);
-    for (std::size_t i = 0; i < CSensore::kPunti; ++i) CurvaY[i] /= fattore;
-    DatiProgetto.*canale.Nome = CercaNomeSensore(canale.Tipo);
+    for (std::size_t i = 0; i < CSensore::kPunti; ++i) CurvaY[i] /= canale.Sensore->Fattore;
+    DatiProgetto.*canale.Nome = CercaNomeSensore(canale.Sensore->Tipo);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/StatoShell.h"
+#include "shell/TabelleNomi.h"
 
 namespace lapvane {
 
@@ -22,11 +23,6 @@ constexpr int kScriviCurva = 24;
 constexpr int kLeggiCurva = 25;
 constexpr std::size_t kRispostaCurva = 99;
 constexpr std::size_t kPunti = 20;
-constexpr Voce kTipoDiSensore = Voce::TipoDiSensore;
-constexpr std::array<Voce, 9> kNomiCurve = {
-    Voce::TipoTemperaturaOlio,  Voce::TipoPressioneOlio,    Voce::TipoPressioneBenzina,
-    Voce::TipoTemperaturaAcqua, Voce::TipoLivelloBenzina,   Voce::TipoMarcia,
-    Voce::SondaLambda,          Voce::CanalePressioneTurbo, Voce::CanaleSensoreG};
 constexpr std::size_t kByteAsse = 2 * kPunti;
 constexpr std::size_t kAsseX = 17;  // in the reply, from 1
 constexpr std::size_t kAsseY = kAsseX + kByteAsse + 2;
@@ -138,7 +134,8 @@ std::string ComponiCurva(std::int16_t canale) {
         dati += CodificaWord(parola);
     }
     const auto posto = static_cast<std::size_t>(canale);
-    const Voce didascalia = posto < kNomiCurve.size() ? kNomiCurve[posto] : kTipoDiSensore;
+    const Voce didascalia =
+        posto < kTestiTipiSensore.size() ? kTestiTipiSensore[posto] : Voce::TipoDiSensore;
     dati += Asse(CurvaX, didascalia) + CodificaWord(0) + Asse(CurvaY, didascalia);
     return Frame(kScriviCurva, dati);
 }
@@ -219,8 +216,8 @@ void LeggiCurvaSensore(std::int16_t canale) {
     if (risposta.empty()) return;
     LampeggiaRX();
     for (std::size_t i = 0; i < kPunti; ++i) {
-        CurvaX[i] = Int16In(risposta, kAsseX + 2 * i);
-        CurvaY[i] = Int16In(risposta, kAsseY + 2 * i);
+        CurvaX[i] = Intero(DecodificaInt16(risposta.substr(kAsseX - 1 + 2 * i, 2)));
+        CurvaY[i] = Intero(DecodificaInt16(risposta.substr(kAsseY - 1 + 2 * i, 2)));
     }
 }
 

@@ -291,10 +291,4 @@ void tmrComm_Timer() {
     }
 }
 
-void AzzeraSerialComm() {
-    ErroreComunicazione = false;
-    TrasferimentoAbbandonato = false;
-    for (std::int32_t& tempo : TempoMassimo) tempo = 0;
-}
-
 }  // namespace lapvane

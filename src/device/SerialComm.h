@@ -65,7 +65,4 @@ void tmrComm_Timer();
 /// Kept: the poll writes them and nothing reads them.
 extern std::int32_t TempoMassimo[3];
 
-/// Puts the link's state back to that of a fresh process.
-void AzzeraSerialComm();
-
 }  // namespace lapvane

@@ -7,6 +7,8 @@
 
 #include "device/Codec.h"
 #include "platform/ErroreRuntime.h"
+#include "sensors/CampiEditor.h"
+#include "sensors/CanaliSensore.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Utility.h"
 
@@ -17,11 +19,45 @@ namespace {
 using R = RecordProgetto;
 using enum Natura;
 
+// What is known of a field elsewhere, at its place in the record.
+template <class Campo>
+constexpr CampoRecord NumeroDi(std::size_t byte, int larghezza, const Campo& campo) {
+    return {byte, larghezza, Numero, campo.Campo, campo.Casella, campo.Didascalia};
+}
+
+template <class Campo>
+constexpr CampoRecord SceltaDi(std::size_t byte, const Campo& campo) {
+    return {byte, 1, Scelta, campo.Campo, campo.Lista, campo.Didascalia};
+}
+
+constexpr CampoRecord TipoDi(std::size_t byte, Natura come, const FunzioneAllarme& campo) {
+    return {byte,         1,           come, campo.Tipo, campo.Lista, campo.Didascalia, 0,
+            campo.Attiva, campo.Spunta};
+}
+
+constexpr CampoRecord Acceso(std::size_t byte, std::size_t numero) {
+    const CanaleSensore& canale = kCanaliSensore[numero];
+    return {byte, 1, Flag, canale.Abil, canale.chkAbil, canale.Titolo};
+}
+
+constexpr CampoRecord IngressoDi(std::size_t byte, std::size_t numero) {
+    const CanaleSensore& canale = kCanaliSensore[numero];
+    return {byte, 1, Ingresso, canale.Chann, canale.cboChann, canale.Titolo};
+}
+
+constexpr CampoRecord SogliaDi(std::size_t byte, const SogliaAllarme& soglia) {
+    return {byte,           2,
+            Soglia,         soglia.Valore,
+            soglia.Casella, soglia.Didascalia,
+            soglia.Fattore, soglia.Attiva,
+            soglia.Spunta};
+}
+
 constexpr std::array<CampoRecord, 15> kSetup1 = {{
-    {3, 1, Scelta, &R::Lingua, "cboLingua", Voce::LinguaDisplay},
-    {4, 1, Scelta, &R::UMVel, "cboUMVelocita", Voce::UnitaVelocita},
-    {5, 1, Scelta, &R::UMTemp, "cboUMTemperatura", Voce::UnitaTemperatura},
-    {6, 1, Scelta, &R::UMPress, "cboUMPressione", Voce::UnitaPressione},
+    SceltaDi(3, kListeSetup[kLingua]),
+    SceltaDi(4, kListeSetup[kVelocita]),
+    SceltaDi(5, kListeSetup[kTemperatura]),
+    SceltaDi(6, kListeSetup[kPressione]),
     // Pages 1 and 10 have no bit.
     {7, 2, Bit, &R::PaginaAbilitata2, "PagineAbilitateTemp1", Voce::AbilitazionePagine, 0},
     {7, 2, Bit, &R::PaginaAbilitata3, "PagineAbilitateTemp2", Voce::AbilitazionePagine, 1},
@@ -32,60 +68,58 @@ constexpr std::array<CampoRecord, 15> kSetup1 = {{
     {7, 2, Bit, &R::PaginaAbilitata8, "PagineAbilitateTemp7", Voce::AbilitazionePagine, 6},
     {7, 2, Bit, &R::PaginaAbilitata9, "PagineAbilitateTemp8", Voce::AbilitazionePagine, 7},
     {9, 1, Flag, &R::chkAbilRecLap, "chkAbilRecLAP", Voce::AvvioAlGiro},
-    {10, 1, Numero, &R::mskStopRecSecondi, "txtStopRecSecondi", Voce::ArrestoDopo},
-    {11, 2, Numero, &R::mskAbilRecVel, "txtAbilRecVel", Voce::AvvioOltreLaVelocita},
+    NumeroDi(10, 1, kNumeriSetup[kStopRec]),
+    NumeroDi(11, 2, kNumeriSetup[kRecVel]),
 }};
 
 constexpr std::array<CampoRecord, 7> kSetup2 = {{
-    {3, 1, Numero, &R::TempoMsgGiro, "txtTempoMsgGiro", Voce::MessaggioGiro},
-    {4, 1, Numero, &R::TempoVisGiro, "txtTempoVisGiro", Voce::VisualizzazioneTempoGiro},
-    {5, 2, Numero, &R::Settore1, "txtSettoreCrono0", Voce::Settore1},
-    {7, 2, Numero, &R::Settore2, "txtSettoreCrono1", Voce::Settore2},
-    {9, 2, Numero, &R::Settore3, "txtSettoreCrono2", Voce::Settore3},
-    {11, 2, Numero, &R::Settore4, "txtSettoreCrono3", Voce::Settore4},
-    {13, 2, Numero, &R::Settore5, "txtSettoreCrono4", Voce::Settore5},
+    NumeroDi(3, 1, kNumeriSetup[kMsgGiro]),
+    NumeroDi(4, 1, kNumeriSetup[kVisGiro]),
+    NumeroDi(5, 2, kNumeriSetup[kSettore]),
+    NumeroDi(7, 2, kNumeriSetup[kSettore + 1]),
+    NumeroDi(9, 2, kNumeriSetup[kSettore + 2]),
+    NumeroDi(11, 2, kNumeriSetup[kSettore + 3]),
+    NumeroDi(13, 2, kNumeriSetup[kSettore + 4]),
 }};
 
 constexpr std::array<CampoRecord, 18> kSensori = {{
-    {3, 1, Numero, &R::NumAccRPM, "txtNumAccRPM", Voce::AccensioniPerGiro},
-    {4, 1, Numero, &R::ImpulsiRuota, "txtImpulsiRuota", Voce::ImpulsiRuota},
-    {5, 2, Numero, &R::DiametroRuota, "txtDiametroRuota", Voce::DiametroRuota},
-    {7, 1, Scelta, &R::LAPO, "cboLAPO", Voce::CornicePompaOlio},
-    {8, 1, Scelta, &R::LAAL, "cboLAAL", Voce::CorniceAlternatore},
-    {9, 1, Flag, &R::AbilTO, "chkAbilTO", Voce::TemperaturaOlio},
-    {10, 1, Flag, &R::AbilPO, "chkAbilPO", Voce::PressioneOlio},
-    {11, 1, Flag, &R::AbilPB, "chkAbilPB", Voce::PressioneBenzina},
-    {12, 1, Flag, &R::AbilTA, "chkAbilTA", Voce::TemperaturaAcqua},
-    {13, 1, Flag, &R::AbilLB, "chkAbilLB", Voce::LivelloBenzina},
-    {14, 1, Flag, &R::AbilCambio, "chkAbilCambio", Voce::Marcia},
-    {15, 1, Flag, &R::AbilSG, "chkAbilSG", Voce::SensoreG},
-    {16, 1, Flag, &R::AbilSensoreLambda, "chkAbilSensoreLambda", Voce::SondaLambda},
-    {17, 1, Ingresso, &R::ChannCambio, "cboChannCambio", Voce::Marcia},
-    {18, 1, Ingresso, &R::ChannSG, "cboChannSG", Voce::SensoreG},
-    {19, 1, Ingresso, &R::ChannSensoreLambda, "cboChannSensoreLambda", Voce::SondaLambda},
-    {20, 1, Ingresso, &R::ChannPT, "cboChannPT", Voce::PressioneTurbo},
-    {21, 1, Flag, &R::AbilPT, "chkAbilPT", Voce::PressioneTurbo},
+    NumeroDi(3, 1, kNumeriSensori[kNumAccRPM]),
+    NumeroDi(4, 1, kNumeriSensori[kImpulsiRuota]),
+    NumeroDi(5, 2, kNumeriSensori[kDiametroRuota]),
+    SceltaDi(7, kLivelliSensori[0]),
+    SceltaDi(8, kLivelliSensori[1]),
+    Acceso(9, kCanaleTO),
+    Acceso(10, kCanalePO),
+    Acceso(11, kCanalePB),
+    Acceso(12, kCanaleTA),
+    Acceso(13, kCanaleLB),
+    Acceso(14, kCanaleCambio),
+    Acceso(15, kCanaleSG),
+    Acceso(16, kCanaleLambda),
+    IngressoDi(17, kCanaleCambio),
+    IngressoDi(18, kCanaleSG),
+    IngressoDi(19, kCanaleLambda),
+    IngressoDi(20, kCanalePT),
+    Acceso(21, kCanalePT),
 }};
 
 constexpr std::array<CampoRecord, 14> kAllarmi = {{
-    {3, 2, Soglia, &R::mskTO, "txtTO", Voce::SogliaTemperaturaOlio, 10, &R::chkTO, "chkTO"},
-    {5, 2, Soglia, &R::mskPO, "txtPO", Voce::SogliaPressioneOlio, 1000, &R::chkPO, "chkPO"},
-    {7, 2, Soglia, &R::mskPB, "txtPB", Voce::SogliaPressioneBenzina, 1000, &R::chkPB, "chkPB"},
-    {9, 2, Soglia, &R::mskTA, "txtTA", Voce::SogliaTemperaturaAcqua, 10, &R::chkTA, "chkTA"},
-    {11, 2, Soglia, &R::mskLB, "txtLB", Voce::SogliaLivelloBenzina, 10, &R::chkLB, "chkLB"},
-    {13, 2, Soglia, &R::mskTB, "txtTB", Voce::SogliaTensioneBatteria, 10, &R::chkTB, "chkTB"},
-    {15, 2, Numero, &R::Led0, "txtLed0", Voce::Led1},
-    {17, 2, Numero, &R::Led1, "txtLed1", Voce::Led2},
-    {19, 2, Numero, &R::Led2, "txtLed2", Voce::Led3},
-    {21, 2, Numero, &R::Led3, "txtLed3", Voce::Led4},
-    {23, 2, Numero, &R::Led4, "txtLed4", Voce::Led5},
-    {25, 1, Tipo, &R::TipoLedGiallo, "cboLedGiallo", Voce::LedGiallo, 0, &R::LedGiallo,
-     "chkLedGiallo"},
-    {28, 1, Tipo, &R::TipoUscita, "cboUscita", Voce::UscitaDigitale, 0, &R::chkUscita, "chkUscita"},
+    SogliaDi(3, kSoglie[0]),
+    SogliaDi(5, kSoglie[1]),
+    SogliaDi(7, kSoglie[2]),
+    SogliaDi(9, kSoglie[3]),
+    SogliaDi(11, kSoglie[4]),
+    SogliaDi(13, kSoglie[5]),
+    NumeroDi(15, 2, kShiftLight[0]),
+    NumeroDi(17, 2, kShiftLight[1]),
+    NumeroDi(19, 2, kShiftLight[2]),
+    NumeroDi(21, 2, kShiftLight[3]),
+    NumeroDi(23, 2, kShiftLight[4]),
+    TipoDi(25, Tipo, kFunzioniAllarme[kLedGiallo]),
+    TipoDi(28, Tipo, kFunzioniAllarme[kUscita]),
     // Kept: a write puts 0 here, so the input's type is the instrument's business alone, and its
     // flag in the project is off after every read.
-    {29, 1, TipoLetto, &R::TipoIngresso, "cboIngresso", Voce::IngressoDigitale, 0, &R::chkIngresso,
-     "chkIngresso"},
+    TipoDi(29, TipoLetto, kFunzioniAllarme[kIngresso]),
 }};
 
 /// What a field is worth to the codec.
@@ -127,13 +161,13 @@ std::int32_t NumeroProgetto(const CampoRecord& campo) {
         campo.Progetto);
 }
 
-void NelProgetto(const CampoRecord& campo, int valore) {
+void NelProgetto(const CampoRecord& campo, const std::string& letto) {
     std::visit(
-        [valore](auto membro) {
+        [&letto, valore = Intero(letto)](auto membro) {
             auto& dove = DatiProgetto.*membro;
             using T = std::remove_reference_t<decltype(dove)>;
             if constexpr (std::is_same_v<T, std::string>) {
-                dove = TestoNumero(valore);
+                dove = letto;
             } else if constexpr (std::is_same_v<T, bool>) {
                 dove = valore != 0;
             } else {
@@ -183,18 +217,20 @@ std::string Mostrato(const CampoRecord& campo, std::int64_t valore) {
     return FormattaDecimali(testo, campo.Dettaglio);
 }
 
-int Decodifica(const CampoRecord& campo, std::string_view risposta) {
-    const int valore =
-        campo.Larghezza == 1 ? ByteIn(risposta, campo.Byte) : Int16In(risposta, campo.Byte);
-    if (campo.Come == Bit) return BitAttivo(valore, campo.Dettaglio) ? 1 : 0;
-    return campo.Come == Ingresso ? valore - 1 : valore;
+/// A field of a reply as decimal text.
+std::string Decodifica(const CampoRecord& campo, std::string_view risposta) {
+    const auto byte = risposta.substr(campo.Byte - 1, static_cast<std::size_t>(campo.Larghezza));
+    const std::string testo = campo.Larghezza == 1 ? DecodificaByte(byte) : DecodificaInt16(byte);
+    if (campo.Come == Bit) return BitAttivo(Intero(testo), campo.Dettaglio) ? "1" : "0";
+    return campo.Come == Ingresso ? TestoNumero(Intero(testo) - 1) : testo;
 }
 
-void NeiControlli(const CampoRecord& campo, int valore, ControlliEditor& controlli) {
+void NeiControlli(const CampoRecord& campo, const std::string& letto, ControlliEditor& controlli) {
+    const int valore = Intero(letto);
     const bool acceso = valore >= 1;
     switch (campo.Come) {
         case Numero:
-            controlli.Testo(campo.Controllo, TestoNumero(valore));
+            controlli.Testo(campo.Controllo, letto);
             break;
         case Scelta:
         case Ingresso:
@@ -298,14 +334,14 @@ void RiempiRecord(const TabellaRecord& tabella, std::string_view risposta,
                   ControlliEditor* controlli) {
     assert(risposta.size() == tabella.Risposta);
     for (const CampoRecord& campo : tabella.Campi) {
-        const int valore = Decodifica(campo, risposta);
+        const std::string letto = Decodifica(campo, risposta);
         if (controlli != nullptr) {
-            NeiControlli(campo, valore, *controlli);
+            NeiControlli(campo, letto, *controlli);
             continue;
         }
-        NelProgetto(campo, valore);
+        NelProgetto(campo, letto);
         if (campo.Attivo != nullptr) {
-            DatiProgetto.*campo.Attivo = valore >= 1 && campo.Come != TipoLetto;
+            DatiProgetto.*campo.Attivo = Intero(letto) >= 1 && campo.Come != TipoLetto;
         }
     }
 }

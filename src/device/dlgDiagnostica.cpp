@@ -1,9 +1,7 @@
 #include "device/dlgDiagnostica.h"
 
-#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -14,7 +12,6 @@
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/TabelleNomi.h"
-#include "widgets/Mnemonica.h"
 
 namespace lapvane {
 
@@ -58,9 +55,9 @@ QString Unita(char misura) {
 }  // namespace
 
 dlgDiagnostica::dlgDiagnostica(QWidget* parent)
-    : QDialog(parent, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                          Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint) {
-    setObjectName(QStringLiteral("dlgDiagnostica"));
+    : Dialogo("dlgDiagnostica", parent,
+              Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                  Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint) {
     setModal(true);
     auto* campi = new QGridLayout;
     campi->setSpacing(8);
@@ -74,8 +71,7 @@ dlgDiagnostica::dlgDiagnostica(QWidget* parent)
     auto* sotto = new QHBoxLayout;
     sotto->addWidget(CreaAllarmi(), 1);
     sotto->addWidget(CreaIngressi(), 1);
-    lblFermi_ = new QLabel(this);
-    lblFermi_->setObjectName(QStringLiteral("lblFermi"));
+    lblFermi_ = Etichetta(this, "lblFermi");
     lblFermi_->setFont(Ingrandito(font(), kMedio, true));
     lblFermi_->setAlignment(Qt::AlignCenter);
     QPalette cartello = palette();
@@ -83,9 +79,7 @@ dlgDiagnostica::dlgDiagnostica(QWidget* parent)
     cartello.setColor(QPalette::WindowText, Qt::black);
     lblFermi_->setPalette(cartello);
     // The values do not move when it comes and goes.
-    QSizePolicy regola = lblFermi_->sizePolicy();
-    regola.setRetainSizeWhenHidden(true);
-    lblFermi_->setSizePolicy(regola);
+    TieniPosto(lblFermi_);
     lblFermi_->setAutoFillBackground(true);
     lblFermi_->hide();
     for (const GruppoLive gruppo : {GruppoLive::Valori, GruppoLive::Analogici}) {
@@ -100,9 +94,8 @@ dlgDiagnostica::dlgDiagnostica(QWidget* parent)
     colonna->addWidget(lblFermi_);
     colonna->addLayout(campi, 1);
     colonna->addLayout(sotto);
-    AggiornaTesti();
-    const QSize schermo = screen() != nullptr ? screen()->availableSize() : QSize(1366, 768);
-    resize(QSize(1180, 680).boundedTo(schermo));
+    Testi();
+    resize(NelloSchermo(*this, {1180, 680}));
     DiagnosticaAperta = this;
 }
 
@@ -151,8 +144,7 @@ QWidget* dlgDiagnostica::CreaCampo(const CampoLive& campo) {
 }
 
 QWidget* dlgDiagnostica::CreaAllarmi() {
-    auto* riquadro = new QGroupBox(this);
-    riquadro->setObjectName(QStringLiteral("fraAllarmi"));
+    auto* riquadro = Cornice(this, "fraAllarmi");
     auto* griglia = new QGridLayout(riquadro);
     griglia->setHorizontalSpacing(8);
     for (int n = 0; n < kAllarmiLive; ++n) {
@@ -172,8 +164,7 @@ QWidget* dlgDiagnostica::CreaAllarmi() {
 }
 
 QWidget* dlgDiagnostica::CreaIngressi() {
-    fraIngressiAnalogici_ = new QGroupBox(this);
-    fraIngressiAnalogici_->setObjectName(QStringLiteral("fraIngressiAnalogici"));
+    fraIngressiAnalogici_ = Cornice(this, "fraIngressiAnalogici");
     auto* griglia = new QGridLayout(fraIngressiAnalogici_);
     for (int i = 0; i < kIngressiAnalogici; ++i) {
         auto* numero = new QLabel(QString::number(i + 1), fraIngressiAnalogici_);
@@ -192,8 +183,7 @@ QWidget* dlgDiagnostica::CreaIngressi() {
     return fraIngressiAnalogici_;
 }
 
-void dlgDiagnostica::AggiornaTesti() {
-    CalcolaBaseTesti();
+void dlgDiagnostica::AggiornaTesti(Mnemonica&) {
     setWindowTitle(InQt(Testo(Voce::ValoriInTempoReale)));
     lblFermi_->setText(InQt(Testo(Voce::ValoriFermi)));
     fraIngressiAnalogici_->setTitle(Mnemonica::Senza(InQt(Testo(Voce::IngressiAnalogici))));
@@ -211,11 +201,6 @@ void dlgDiagnostica::AggiornaTesti() {
         lblNomeAllarme_[i]->setText(InQt(Testo(TestoAllarmeLive(n))));
         shpAllarme_[i]->setAccessibleName(lblNomeAllarme_[i]->text());
     }
-}
-
-bool dlgDiagnostica::event(QEvent* evento) {
-    if (evento->type() == QEvent::WindowActivate) Protetto([this] { AggiornaTesti(); });
-    return QDialog::event(evento);
 }
 
 void dlgDiagnostica::showEvent(QShowEvent* evento) {

@@ -1,19 +1,18 @@
 #pragma once
 
-#include <QDialog>
 #include <QGroupBox>
-#include <QLabel>
 #include <QTimer>
 #include <array>
 
 #include "device/Diagnostica.h"
+#include "widgets/Dialogo.h"
 #include "widgets/LegendaAllarmi.h"
 
 namespace lapvane {
 
 /// The live view: values, alarm lamps and raw analogue inputs, as fast as the link allows, to be
 /// read from some metres away.
-class dlgDiagnostica : public QDialog, private VistaDiagnostica {
+class dlgDiagnostica : public Dialogo, private VistaDiagnostica {
     Q_OBJECT
  public:
     explicit dlgDiagnostica(QWidget* parent = nullptr);
@@ -23,7 +22,6 @@ class dlgDiagnostica : public QDialog, private VistaDiagnostica {
 
  protected:
     void showEvent(QShowEvent* evento) override;
-    bool event(QEvent* evento) override;
 
  private:
     void ValoreCampo(int campo, const std::string& testo) override;
@@ -35,7 +33,7 @@ class dlgDiagnostica : public QDialog, private VistaDiagnostica {
     QWidget* CreaCampo(const CampoLive& campo);
     QWidget* CreaAllarmi();
     QWidget* CreaIngressi();
-    void AggiornaTesti();
+    void AggiornaTesti(Mnemonica& lettere) override;
 
     std::array<QLabel*, kCampiLive> txtValoreCampo_{};
     std::array<QLabel*, kCampiLive> nomi_{};

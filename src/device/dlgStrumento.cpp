@@ -10,7 +10,6 @@
 #include "shell/LoadStrings.h"
 #include "shell/Principale.h"
 #include "shell/StatoShell.h"
-#include "widgets/Mnemonica.h"
 
 namespace lapvane {
 
@@ -23,11 +22,10 @@ bool PiuCorto(const std::string& a, const std::string& b) {
     return a.size() < b.size();
 }
 
-QLabel* Etichetta(const char* nome, QWidget* padre) {
-    auto* etichetta = new QLabel(padre);
-    etichetta->setObjectName(QLatin1String(nome));
-    etichetta->setTextFormat(Qt::PlainText);
-    return etichetta;
+QLabel* Riga(const char* nome, QWidget* dove) {
+    QLabel* riga = Etichetta(dove, nome);
+    riga->setTextFormat(Qt::PlainText);
+    return riga;
 }
 
 /// Room for the widest step of either direction, so that the window does not grow under the eye.
@@ -50,16 +48,14 @@ int LarghezzaPassi(const QFontMetrics& metrica) {
 
 }  // namespace
 
-dlgStrumento::dlgStrumento(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("dlgStrumento"));
-    CalcolaBaseTesti();
+dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
     setWindowModality(Qt::ApplicationModal);
-    Label2_ = Etichetta("Label2", this);
+    Label2_ = Riga("Label2", this);
     QFont titolo = font();
     titolo.setPointSizeF(titolo.pointSizeF() * 1.25);
     titolo.setBold(true);
     Label2_->setFont(titolo);
-    Label1_ = Etichetta("Label1", this);
+    Label1_ = Riga("Label1", this);
     Label1_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Label1_->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     Label1_->setBackgroundRole(QPalette::Base);
@@ -70,7 +66,7 @@ dlgStrumento::dlgStrumento(QWidget* parent) : QDialog(parent) {
     // The line break behind the last step opens one line more.
     const int bordo = 2 * (kMargine + Label1_->frameWidth());
     Label1_->setMinimumHeight((kPassi + 1) * Label1_->fontMetrics().lineSpacing() + bordo);
-    Label3_ = Etichetta("Label3", this);
+    Label3_ = Riga("Label3", this);
     QFont grassetto = font();
     grassetto.setBold(true);
     Label3_->setFont(grassetto);

@@ -1,16 +1,13 @@
 #pragma once
 
-#include <QDialog>
-#include <QLabel>
-#include <QPushButton>
-
 #include "device/ProgrammaStrumento.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
 /// The window of a run through the whole instrument: a heading, the growing list of the steps, the
 /// closing line. Closing it while the run is on stops the run.
-class dlgStrumento : public QDialog, private VistaStrumento {
+class dlgStrumento : public Dialogo, private VistaStrumento {
     Q_OBJECT
  public:
     explicit dlgStrumento(QWidget* parent = nullptr);
@@ -32,7 +29,6 @@ class dlgStrumento : public QDialog, private VistaStrumento {
     QLabel* Label1_ = nullptr;
     QLabel* Label2_ = nullptr;
     QLabel* Label3_ = nullptr;
-    QPushButton* CancelButton_ = nullptr;
     bool inCorso_ = false;
 };
 

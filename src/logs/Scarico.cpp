@@ -41,12 +41,14 @@ std::string LeggiBloccoGiri(std::int32_t indirizzo) {
 
 std::int16_t LeggiNumeroGiri() {
     const std::string risposta = ChiediStrumento(Frame(kComandoValori), kRispostaValori);
-    return risposta.empty() ? std::int16_t{0} : static_cast<std::int16_t>(Int16In(risposta, 23));
+    return risposta.empty()
+               ? std::int16_t{0}
+               : static_cast<std::int16_t>(Intero(DecodificaInt16(risposta.substr(22, 2))));
 }
 
 std::int32_t LeggiDimensioneDati() {
     const std::string risposta = ChiediStrumento(Frame(kComandoValori), kRispostaValori);
-    return risposta.empty() ? 0 : LongIn(risposta, 32);
+    return risposta.empty() ? 0 : Intero(DecodificaLong(risposta.substr(31, 4)));
 }
 
 RecordGiro DecodificaRecordGiro(std::string_view quattroByte) {

@@ -13,20 +13,17 @@
 
 namespace lapvane {
 
-frmDownload::frmDownload(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("frmDownload"));
-    CalcolaBaseTesti();
+frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     setWindowTitle(InQt(Testo(Voce::ScaricaDati)));
-    lblStatoDownload_ = new QLabel(this);
-    lblStatoDownload_->setObjectName(QStringLiteral("lblStatoDownload"));
+    lblStatoDownload_ = Etichetta(this, "lblStatoDownload");
     lblStatoDownload_->setWordWrap(true);
     ProgressBar1_ = new QProgressBar(this);
     ProgressBar1_->setObjectName(QStringLiteral("ProgressBar1"));
     ProgressBar1_->setRange(0, 100);
     ProgressBar1_->setTextVisible(false);
     ProgressBar1_->setMinimumHeight(20);
-    lblPerc_ = new QLabel(QStringLiteral("0 %"), this);
-    lblPerc_->setObjectName(QStringLiteral("lblPerc"));
+    lblPerc_ = Etichetta(this, "lblPerc");
+    lblPerc_->setText(QStringLiteral("0 %"));
     lblPerc_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblPerc_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("100 %")) + 8);
     OKButton_ = new QPushButton(QStringLiteral("OK"), this);

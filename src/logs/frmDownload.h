@@ -1,16 +1,14 @@
 #pragma once
 
-#include <QDialog>
-#include <QLabel>
 #include <QProgressBar>
-#include <QPushButton>
 
 #include "logs/Scarico.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
 /// The window of a download. It fetches as soon as it is shown; closing it stops the download.
-class frmDownload : public QDialog, private VistaScarico {
+class frmDownload : public Dialogo, private VistaScarico {
     Q_OBJECT
  public:
     explicit frmDownload(QWidget* parent = nullptr);
@@ -30,7 +28,6 @@ class frmDownload : public QDialog, private VistaScarico {
     QLabel* lblStatoDownload_ = nullptr;
     QLabel* lblPerc_ = nullptr;
     QProgressBar* ProgressBar1_ = nullptr;
-    QPushButton* OKButton_ = nullptr;
     bool avviato_ = false;
     bool inCorso_ = false;
 };

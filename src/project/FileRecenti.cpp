@@ -103,9 +103,4 @@ void ApriRecente(const std::string& riga) {
     FileRecenteScelto.clear();
 }
 
-void AzzeraFileRecenti() {
-    for (std::string& voce : ListaRecenti) voce.clear();
-    NumRecenti = 0;
-}
-
 }  // namespace lapvane

@@ -29,7 +29,4 @@ void mnuRecentFiles_Click(int indice);
 /// The same for a line that the list had when it was asked for, whatever place it has now.
 void ApriRecente(const std::string& riga);
 
-/// Puts the list back to that of a fresh process.
-void AzzeraFileRecenti();
-
 }  // namespace lapvane

@@ -1,6 +1,5 @@
 #include "project/dlgNoteProgetto.h"
 
-#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -9,14 +8,11 @@
 #include "project/DatiProgetto.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
-#include "shell/Protetto.h"
 #include "shell/StatoShell.h"
-#include "widgets/Mnemonica.h"
 
 namespace lapvane {
 
-dlgNoteProgetto::dlgNoteProgetto(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("dlgNoteProgetto"));
+dlgNoteProgetto::dlgNoteProgetto(QWidget* parent) : Dialogo("dlgNoteProgetto", parent) {
     struct Campo {
         const char* Nome;
         std::string RecordProgetto::*Membro;
@@ -40,9 +36,7 @@ dlgNoteProgetto::dlgNoteProgetto(QWidget* parent) : QDialog(parent) {
         std::string& valore = DatiProgetto.*campo.Membro;
         auto* casella = new QLineEdit(InQt(Rifila(valore)), this);
         casella->setObjectName(QStringLiteral("txt") + QString::fromLatin1(campo.Nome));
-        auto* etichetta = new QLabel(this);
-        etichetta->setObjectName(QStringLiteral("lbl") + QString::fromLatin1(campo.Nome));
-        etichetta->setBuddy(casella);
+        auto* etichetta = Etichetta(this, (std::string("lbl") + campo.Nome).c_str(), casella);
         griglia->addWidget(etichetta, posto, 0);
         griglia->addWidget(casella, posto, 1);
         righe_.push_back({casella, &valore, etichetta, campo.Testo});
@@ -51,32 +45,17 @@ dlgNoteProgetto::dlgNoteProgetto(QWidget* parent) : QDialog(parent) {
     txtNoteProgetto_ = new QPlainTextEdit(InQt(Rifila(DatiProgetto.NoteProgetto)), this);
     txtNoteProgetto_->setObjectName(QStringLiteral("txtNoteProgetto"));
     txtNoteProgetto_->setTabChangesFocus(true);
-    lblNoteProgetto_ = new QLabel(this);
-    lblNoteProgetto_->setObjectName(QStringLiteral("lblNoteProgetto"));
-    lblNoteProgetto_->setBuddy(txtNoteProgetto_);
+    lblNoteProgetto_ = Etichetta(this, "lblNoteProgetto", txtNoteProgetto_);
     griglia->addWidget(lblNoteProgetto_, posto, 0, Qt::AlignTop);
     griglia->addWidget(txtNoteProgetto_, posto, 1);
     griglia->setRowStretch(posto, 1);
-
-    auto* OKButton = new QPushButton(QStringLiteral("OK"), this);
-    OKButton->setObjectName(QStringLiteral("OKButton"));
-    OKButton->setDefault(true);
-    connect(OKButton, &QPushButton::clicked, this,
-            [this] { Protetto([this] { OKButton_Click(); }); });
-    CancelButton_ = new QPushButton(this);
-    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
-    auto* pulsanti = new QHBoxLayout;
-    pulsanti->addStretch(1);
-    pulsanti->addWidget(OKButton);
-    pulsanti->addWidget(CancelButton_);
 
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(20, 16, 20, 14);
     colonna->setSpacing(14);
     colonna->addLayout(griglia, 1);
-    colonna->addLayout(pulsanti);
-    AggiornaTesti();
+    colonna->addLayout(CreaPulsanti(nullptr, [this] { OKButton_Click(); }));
+    Testi();
     resize(560, 420);
     allInizio_ = Scritto();
 }
@@ -91,18 +70,11 @@ bool dlgNoteProgetto::Cambiate() const {
     return Scritto() != allInizio_;
 }
 
-void dlgNoteProgetto::AggiornaTesti() {
-    CalcolaBaseTesti();
-    Mnemonica lettere;
+void dlgNoteProgetto::AggiornaTesti(Mnemonica& lettere) {
     setWindowTitle(InQt(Testo(Voce::TitoloNoteProgetto)));
     for (const Riga& riga : righe_) riga.Etichetta->setText(lettere.Con(InQt(Testo(riga.Testo))));
     lblNoteProgetto_->setText(lettere.Con(InQt(Testo(Voce::NoteNote))));
     CancelButton_->setText(lettere.Con(InQt(Testo(Voce::Annulla))));
-}
-
-bool dlgNoteProgetto::event(QEvent* evento) {
-    if (evento->type() == QEvent::WindowActivate) Protetto([this] { AggiornaTesti(); });
-    return QDialog::event(evento);
 }
 
 void dlgNoteProgetto::OKButton_Click() {

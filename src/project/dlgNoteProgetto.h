@@ -1,19 +1,17 @@
 #pragma once
 
-#include <QDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <string>
 #include <vector>
 
 #include "shell/Voci.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
 /// The descriptive head of the project.
-class dlgNoteProgetto : public QDialog {
+class dlgNoteProgetto : public Dialogo {
     Q_OBJECT
  public:
     explicit dlgNoteProgetto(QWidget* parent = nullptr);
@@ -22,9 +20,6 @@ class dlgNoteProgetto : public QDialog {
     bool Cambiate() const;
     /// What OK does: the boxes become the project's.
     void OKButton_Click();
-
- protected:
-    bool event(QEvent* evento) override;
 
  private:
     /// A box, the field of the project that it shows, its label and the label's text number.
@@ -35,14 +30,13 @@ class dlgNoteProgetto : public QDialog {
         Voce Testo;
     };
 
-    void AggiornaTesti();
+    void AggiornaTesti(Mnemonica& lettere) override;
     std::vector<QString> Scritto() const;
 
     std::vector<Riga> righe_;
     std::vector<QString> allInizio_;
     QPlainTextEdit* txtNoteProgetto_ = nullptr;
     QLabel* lblNoteProgetto_ = nullptr;
-    QPushButton* CancelButton_ = nullptr;
 };
 
 }  // namespace lapvane

@@ -2,7 +2,6 @@
 
 #include <QFrame>
 #include <QHBoxLayout>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -14,7 +13,6 @@
 #include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"
 #include "shell/TabelleNomi.h"
-#include "widgets/Mnemonica.h"
 #include "widgets/Stampante.h"
 
 namespace lapvane {
@@ -51,9 +49,8 @@ std::string PagineAbilitate() {
 
 }  // namespace
 
-frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("frmStampaDatiProgetto"));
-    CalcolaBaseTesti();
+frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent)
+    : Dialogo("frmStampaDatiProgetto", parent) {
     setWindowTitle(InQt(Testo(kTestoStampa)));
     foglio_ = new QFrame(this);
     foglio_->setBackgroundRole(QPalette::Base);
@@ -126,10 +123,10 @@ void frmStampaDatiProgetto::Titolo(const char* nome, const std::string& testo, b
 
 void frmStampaDatiProgetto::Riga(const char* etichetta, Voce testo, const char* valore,
                                  const std::string& contenuto) {
-    auto* nome = new QLabel(InQt(Testo(testo) + " :"), foglio_);
-    nome->setObjectName(QString::fromLatin1(etichetta));
-    auto* dato = new QLabel(InQt(contenuto), foglio_);
-    dato->setObjectName(QString::fromLatin1(valore));
+    QLabel* nome = Etichetta(foglio_, etichetta);
+    nome->setText(InQt(Testo(testo) + " :"));
+    QLabel* dato = Etichetta(foglio_, valore);
+    dato->setText(InQt(contenuto));
     for (QLabel* const quale : {nome, dato}) quale->setTextFormat(Qt::PlainText);
     griglia_->addWidget(nome, riga_, 0);
     griglia_->addWidget(dato, riga_, 1);
@@ -182,11 +179,9 @@ void frmStampaDatiProgetto::cmdPrint_Click() {
 }
 
 frmSupportoStampa::frmSupportoStampa(std::function<void(QPainter&)> disegna, QWidget* parent)
-    : QDialog(parent), disegna_(std::move(disegna)) {
-    setObjectName(QStringLiteral("frmSupportoStampa"));
+    : Dialogo("frmSupportoStampa", parent), disegna_(std::move(disegna)) {
     setWindowTitle(parent != nullptr ? parent->windowTitle() : QString());
-    const QSize schermo = screen() != nullptr ? screen()->availableSize() : QSize(1366, 768);
-    resize(QSize(520, 700).boundedTo(schermo));
+    resize(NelloSchermo(*this, {520, 700}));
 }
 
 void frmSupportoStampa::paintEvent(QPaintEvent*) {

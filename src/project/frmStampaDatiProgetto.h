@@ -1,22 +1,20 @@
 #pragma once
 
-#include <QDialog>
 #include <QGridLayout>
-#include <QLabel>
 #include <QPainter>
-#include <QPushButton>
 #include <functional>
 #include <memory>
 
 #include "shell/Voci.h"
 
 #include "platform/qt/QtPrinter.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
 /// The main settings of the project on one page, to be looked at and printed. The paper shows the
 /// form as it is laid out: a label that is added to it is printed as well.
-class frmStampaDatiProgetto : public QDialog {
+class frmStampaDatiProgetto : public Dialogo {
     Q_OBJECT
  public:
     explicit frmStampaDatiProgetto(QWidget* parent = nullptr);
@@ -42,7 +40,7 @@ class frmStampaDatiProgetto : public QDialog {
 };
 
 /// The surface of the preview: one sheet of paper, drawn by whoever opens it.
-class frmSupportoStampa : public QDialog {
+class frmSupportoStampa : public Dialogo {
     Q_OBJECT
  public:
     /// `disegna` paints into a page of A4 in pixels of 1/96 inch.

@@ -1,37 +1,19 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "project/DatiProgetto.h"
-#include "shell/Voci.h"
+#include "sensors/CampiEditor.h"
+#include "sensors/CanaliSensore.h"
+#include "shell/Editor.h"
 
 namespace lapvane {
 
 // What the editor of alarms and signals works with, apart from its window.
-
-enum class UnitaSoglia { Nessuna, Temperatura, Pressione, Volt };
-
-/// An alarm threshold: its check box, its box, the fields behind them, the factor between what is
-/// shown and what is stored, the highest value as the text that replaces a higher one.
-struct SogliaAllarme {
-    std::string_view Spunta;
-    std::string_view Casella;
-    Voce Didascalia;
-    bool RecordProgetto::*Attiva;
-    std::int32_t RecordProgetto::*Valore;
-    int Fattore;
-    std::string_view Massimo;
-    UnitaSoglia Unita;
-};
-extern const std::array<SogliaAllarme, 6> kSoglie;
-
-/// Speeds of the shift light in RPM, first light first.
-extern const std::array<std::int16_t RecordProgetto::*, 5> kShiftLight;
 
 /// A stored threshold as the box shows it (2500 at factor 1000: "2.500").
 std::string MostraSoglia(const SogliaAllarme& soglia, std::int32_t valore);
@@ -42,9 +24,14 @@ std::string SistemaSoglia(const SogliaAllarme& soglia, std::string_view testo);
 /// does not fit the field.
 std::int32_t ValoreSoglia(const SogliaAllarme& soglia, std::string_view testo);
 
-/// List position of a type counted from 1, -1 for none and for what the list does not have.
-int PosizioneTipo(std::int64_t tipo, std::size_t voci);
-int PosizioneTipo(std::string_view tipo, std::size_t voci);
+/// The box of the first number that is none; a threshold that is off may hold anything.
+std::optional<std::string_view> CasellaErrata(const ControlliEditor& controlli);
+
+/// Shows a project. A type that its list does not have shows nothing.
+void MostraDatiAllarmi(const RecordProgetto& record, ControlliEditor& controlli);
+
+/// Stores everything; the number boxes hold numbers.
+void SalvaDatiAllarmi(const ControlliEditor& controlli, RecordProgetto& record);
 
 /// Name of a unit by the index of a project; empty for one that the list does not have.
 std::string NomeUnita(const std::vector<std::string>& lista, std::int16_t indice);

@@ -1,9 +1,9 @@
 #include "sensors/Configurazione.h"
 
+#include <algorithm>
 #include <type_traits>
 
 #include "shell/NumeroTesto.h"
-#include "shell/TabelleNomi.h"
 
 namespace lapvane {
 
@@ -16,26 +16,7 @@ constexpr std::array<bool R::*, PagineSetup::kFlag> kAbilitate = {
     &R::PaginaAbilitata5, &R::PaginaAbilitata6, &R::PaginaAbilitata7, &R::PaginaAbilitata8,
     &R::PaginaAbilitata9, &R::PaginaAbilitata10};
 
-}  // namespace
-
-const std::array<ListaSetup, 4> kListeSetup = {{
-    {"cboLingua", &R::Lingua, &ListaLingue, Voce::LinguaDisplay},
-    {"cboUMVelocita", &R::UMVel, &ListaUMVelocita, Voce::UnitaVelocita},
-    {"cboUMTemperatura", &R::UMTemp, &ListaUMTemperatura, Voce::UnitaTemperatura},
-    {"cboUMPressione", &R::UMPress, &ListaUMPressione, Voce::UnitaPressione},
-}};
-
-const std::array<NumeroSetup, 9> kNumeriSetup = {{
-    {"txtAbilRecVel", &R::mskAbilRecVel, Voce::AvvioOltreLaVelocita},
-    {"txtStopRecSecondi", &R::mskStopRecSecondi, Voce::ArrestoDopo},
-    {"txtTempoMsgGiro", &R::TempoMsgGiro, Voce::MessaggioGiro},
-    {"txtTempoVisGiro", &R::TempoVisGiro, Voce::VisualizzazioneTempoGiro},
-    {"txtSettoreCrono0", &R::Settore1, Voce::Settore1, true},
-    {"txtSettoreCrono1", &R::Settore2, Voce::Settore2, true},
-    {"txtSettoreCrono2", &R::Settore3, Voce::Settore3, true},
-    {"txtSettoreCrono3", &R::Settore4, Voce::Settore4, true},
-    {"txtSettoreCrono4", &R::Settore5, Voce::Settore5, true},
-}};
+constexpr std::string_view kAvvioAlGiro = "chkAbilRecLAP";
 
 std::string MostraNumero(const NumeroSetup& numero, const RecordProgetto& record) {
     return std::visit(
@@ -49,11 +30,6 @@ std::string MostraNumero(const NumeroSetup& numero, const RecordProgetto& record
         numero.Campo);
 }
 
-std::optional<std::int32_t> LeggiNumero(const NumeroSetup& numero, std::string_view testo) {
-    if (numero.Lungo) return LeggiInt32(testo);
-    return LeggiInt16(testo);
-}
-
 void SalvaNumero(const NumeroSetup& numero, std::int32_t valore, RecordProgetto& record) {
     std::visit(
         [&](auto membro) {
@@ -65,6 +41,42 @@ void SalvaNumero(const NumeroSetup& numero, std::int32_t valore, RecordProgetto&
             }
         },
         numero.Campo);
+}
+
+}  // namespace
+
+std::optional<std::int32_t> LeggiNumero(const NumeroSetup& numero, std::string_view testo) {
+    if (numero.Lungo) return LeggiInt32(testo);
+    return LeggiInt16(testo);
+}
+
+std::optional<std::size_t> NumeroErrato(const ControlliEditor& controlli) {
+    for (std::size_t i = 0; i < kNumeriSetup.size(); ++i) {
+        if (!LeggiNumero(kNumeriSetup[i], controlli.Testo(kNumeriSetup[i].Casella))) return i;
+    }
+    return std::nullopt;
+}
+
+void MostraDatiSetup(const RecordProgetto& record, ControlliEditor& controlli) {
+    for (const ListaSetup& lista : kListeSetup) {
+        controlli.Indice(lista.Lista, record.*lista.Campo);
+    }
+    controlli.Spunta(kAvvioAlGiro, record.chkAbilRecLap);
+    for (const NumeroSetup& numero : kNumeriSetup) {
+        controlli.Testo(numero.Casella, MostraNumero(numero, record));
+    }
+}
+
+void SalvaDatiSetup(const ControlliEditor& controlli, const PagineSetup& pagine,
+                    RecordProgetto& record) {
+    for (const ListaSetup& lista : kListeSetup) {
+        record.*lista.Campo = static_cast<std::int16_t>(std::max(controlli.Indice(lista.Lista), 0));
+    }
+    pagine.Salva(record);
+    record.chkAbilRecLap = controlli.Spunta(kAvvioAlGiro);
+    for (const NumeroSetup& numero : kNumeriSetup) {
+        SalvaNumero(numero, LeggiNumero(numero, controlli.Testo(numero.Casella)).value(), record);
+    }
 }
 
 void PagineSetup::Carica(const RecordProgetto& record) {

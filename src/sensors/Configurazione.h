@@ -1,44 +1,26 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "project/DatiProgetto.h"
-#include "shell/Voci.h"
+#include "sensors/CampiEditor.h"
+#include "shell/Editor.h"
 
 namespace lapvane {
 
 // What the editor of the general settings works with, apart from its window.
 
-/// A list of the setup: its control, its field, its entries, the number of its caption.
-struct ListaSetup {
-    std::string_view Controllo;
-    std::int16_t RecordProgetto::*Campo;
-    const std::vector<std::string>* Voci;
-    Voce Didascalia;
-};
-extern const std::array<ListaSetup, 4> kListeSetup;
-
-/// A number box of the setup: its control, its field, the number of its caption. Sectors take 32
-/// bits, the others 16, whatever their field holds.
-struct NumeroSetup {
-    std::string_view Controllo;
-    CampoProgetto Campo;
-    Voce Didascalia;
-    bool Lungo = false;
-};
-extern const std::array<NumeroSetup, 9> kNumeriSetup;
-
-/// The field as decimal text.
-std::string MostraNumero(const NumeroSetup& numero, const RecordProgetto& record);
 /// The whole text as a number, fraction rounded half to even; empty for what is no number of the
 /// box.
 std::optional<std::int32_t> LeggiNumero(const NumeroSetup& numero, std::string_view testo);
-void SalvaNumero(const NumeroSetup& numero, std::int32_t valore, RecordProgetto& record);
+
+/// Position in `kNumeriSetup` of the first box that holds no number of its own.
+std::optional<std::size_t> NumeroErrato(const ControlliEditor& controlli);
 
 /// The display pages while the editor is open, and which of them is on show.
 class PagineSetup {
@@ -77,6 +59,13 @@ class PagineSetup {
     int ultima_ = kImmagini;
     std::array<bool, kFlag> abilitate_{};
 };
+
+/// Shows a project, except for its pages. An index that its list does not have shows nothing.
+void MostraDatiSetup(const RecordProgetto& record, ControlliEditor& controlli);
+
+/// Stores everything; the number boxes hold numbers.
+void SalvaDatiSetup(const ControlliEditor& controlli, const PagineSetup& pagine,
+                    RecordProgetto& record);
 
 /// Whether a project names a picture: neither nothing nor a single blank.
 bool Nominata(std::string_view file);

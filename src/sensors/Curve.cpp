@@ -1,30 +1,15 @@
 #include "sensors/Curve.h"
 
-#include <utility>
+#include "sensors/CanaliSensore.h"
 
 namespace lapvane {
 
 std::array<double, 21> CurvaX{};
 std::array<double, 21> CurvaY{};
 
-namespace {
-
-constexpr std::array<std::pair<std::string_view, int>, 8> kFattori = {{
-    {"TemperaturaOlio", 10},
-    {"TemperaturaAcqua", 10},
-    {"Pressione", 1000},
-    {"PressioneTurbo", 1000},
-    {"LivelloBenzina", 10},
-    {"Altro", 1},
-    {"SensoreG", 1000},
-    {"SensoreLambda", 100},
-}};
-
-}  // namespace
-
 int FattoreSensore(std::string_view tipo) {
-    for (const auto& [nome, fattore] : kFattori) {
-        if (nome == tipo) return fattore;
+    for (const TipoSensore& noto : kTipiSensore) {
+        if (noto.Tipo == tipo) return noto.Fattore;
     }
     return 0;
 }

@@ -1,12 +1,12 @@
 #include "sensors/ImpostaSensore.h"
 
+#include <filesystem>
 #include <optional>
 
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
-#include "sensors/CanaliSensore.h"
 #include "sensors/FileSensore.h"
 #include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
@@ -69,10 +69,8 @@ Esito Scrivi(std::string_view tipo, const std::string& utf8, const TabellaPunti&
 }  // namespace
 
 std::size_t TipoDelCanale(int canale) {
-    const std::string_view tipo = kCanaliSensore.at(static_cast<std::size_t>(canale)).Tipo;
-    std::size_t i = 0;
-    while (i + 1 < kTipiSensore.size() && kTipiSensore[i].Tipo != tipo) ++i;
-    return i;
+    const auto posto = static_cast<std::size_t>(canale);
+    return static_cast<std::size_t>(kCanaliSensore.at(posto).Sensore - kTipiSensore.data());
 }
 
 std::vector<std::string> NomiSensori(std::string_view tipo) {

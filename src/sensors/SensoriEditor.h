@@ -9,66 +9,14 @@
 #include <utility>
 #include <vector>
 
-#include "project/DatiProgetto.h"
+#include "sensors/CampiEditor.h"
+#include "sensors/CanaliSensore.h"
 #include "shell/Editor.h"
 #include "shell/Voci.h"
 
 namespace lapvane {
 
 // What the editor of the sensor assignment works with, apart from its window.
-
-/// How a measuring channel appears in the editor: its frame, controls and labels by name, the
-/// fields that `CanaleSensore` does not have, the message when its sensor is missing. Channels
-/// without a choice of input leave the input's names empty.
-struct CanaleEditor {
-    std::string_view Cornice;
-    Voce Titolo = Voce::Nessuna;
-    std::string_view Abil;
-    std::string_view EtichettaNome;
-    std::string_view Nome;
-    std::string_view EtichettaTCamp;
-    std::string_view TCamp;
-    std::string RecordProgetto::*CampoTCamp = nullptr;
-    Voce TestoManca = Voce::Nessuna;
-    /// The check box that decides whether the curve goes to the instrument, or zeros.
-    std::string_view AbilCurva;
-    std::string_view EtichettaChann = {};
-    std::string_view Chann = {};
-    std::int16_t RecordProgetto::*CampoChann = nullptr;
-};
-/// The position is the number of the curve channel, as in `kCanaliSensore`.
-extern const std::array<CanaleEditor, 9> kCanaliEditor;
-
-/// A number box, its label, its field; whether a box of blanks is stored as 0.
-struct NumeroSensori {
-    std::string_view Casella;
-    std::string_view Etichetta;
-    Voce Didascalia = Voce::Nessuna;
-    std::int16_t RecordProgetto::*Campo = nullptr;
-    bool VuotoZero = false;
-};
-inline constexpr std::size_t kNumAccRPM = 0, kImpulsiRuota = 1, kDiametroRuota = 2;
-extern const std::array<NumeroSensori, 3> kNumeriSensori;
-
-/// The sampling rate of a channel that has no sensor of the library.
-struct FrequenzaSensori {
-    std::string_view Lista;
-    std::string_view Etichetta;
-    std::string RecordProgetto::*Campo = nullptr;
-};
-inline constexpr std::size_t kFrequenzaRPM = 0, kFrequenzaVV = 1;
-extern const std::array<FrequenzaSensori, 2> kFrequenzeSensori;
-
-/// A line that raises an alarm by its level.
-struct LivelloSensori {
-    std::string_view Cornice;
-    Voce Titolo = Voce::Nessuna;
-    std::string_view Lista;
-    std::string_view Etichetta;
-    std::int16_t RecordProgetto::*Campo = nullptr;
-    const std::vector<std::string>* Voci = nullptr;
-};
-extern const std::array<LivelloSensori, 2> kLivelliSensori;
 
 /// Entries of every list of sampling rates.
 inline constexpr std::array<std::string_view, 3> kFrequenze = {"1 Hz", "10 Hz", "20 Hz"};
@@ -81,7 +29,7 @@ std::vector<std::string> NomiSensori(std::size_t canale);
 void MostraDatiSensori(const RecordProgetto& record, ControlliEditor& controlli);
 
 /// What a click on a channel's enable box switches.
-void AbilitaCanale(const CanaleEditor& canale, ControlliEditor& controlli);
+void AbilitaCanale(const CanaleSensore& canale, ControlliEditor& controlli);
 
 /// The first channel that is on and has no sensor's name.
 std::optional<std::size_t> CanaleSenzaNome(const ControlliEditor& controlli);

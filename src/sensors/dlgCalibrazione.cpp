@@ -2,19 +2,14 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
-#include <QPointer>
 #include <QVBoxLayout>
 
 #include "device/Diagnostica.h"
 #include "device/SerialComm.h"
 #include "platform/qt/TestoQt.h"
-#include "sensors/frmScambio.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
-#include "shell/Principale.h"
 #include "shell/Protetto.h"
-#include "shell/StatoShell.h"
-#include "widgets/Mnemonica.h"
 
 namespace lapvane {
 
@@ -39,45 +34,29 @@ std::string FaseSeguente() {
     return Testo(Voce::ImmettereCarburante) + "\n" + Testo(Voce::ScrivereILitri) + Coda();
 }
 
-void TieniPosto(QWidget* widget) {
-    QSizePolicy regola = widget->sizePolicy();
-    regola.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(regola);
-    widget->hide();
-}
-
 }  // namespace
 
 dlgCalibrazione::dlgCalibrazione(TabellaPunti& tabella, std::function<void()> mostra,
                                  QWidget* parent)
-    : QDialog(parent), calibrazione_(tabella), mostra_(std::move(mostra)) {
-    setObjectName(QStringLiteral("dlgCalibrazione"));
-    ImpostaFormAttiva(this);
-    CalcolaBaseTesti();
+    : frmScambio("dlgCalibrazione", parent), calibrazione_(tabella), mostra_(std::move(mostra)) {
     setWindowTitle(InQt(Testo(Voce::TitoloCalibrazione)));
     Disponi();
     Descrivi(FaseIniziale());
     for (QWidget* parte : {static_cast<QWidget*>(Label1_), static_cast<QWidget*>(txtLitri_),
                            static_cast<QWidget*>(lblLitri_)}) {
         TieniPosto(parte);
+        parte->hide();
     }
     OKButton_->setFocus();
 }
 
-dlgCalibrazione::~dlgCalibrazione() {
-    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
-}
-
 void dlgCalibrazione::Disponi() {
-    corpo_ = new QWidget(this);
-    lblTitolo = new QLabel(corpo_);
-    lblTitolo->setObjectName(QStringLiteral("lblTitolo"));
+    lblTitolo = Etichetta(Corpo(), "lblTitolo");
     QFont grande = lblTitolo->font();
     grande.setBold(true);
     grande.setPointSizeF(grande.pointSizeF() * 1.2);
     lblTitolo->setFont(grande);
-    lblDescrizioneFase_ = new QLabel(corpo_);
-    lblDescrizioneFase_->setObjectName(QStringLiteral("lblDescrizioneFase"));
+    lblDescrizioneFase_ = Etichetta(Corpo(), "lblDescrizioneFase");
     lblDescrizioneFase_->setTextFormat(Qt::PlainText);
     lblDescrizioneFase_->setWordWrap(true);
     lblDescrizioneFase_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
@@ -91,9 +70,8 @@ void dlgCalibrazione::Disponi() {
     lblDescrizioneFase_->setMinimumSize(largo, alto);
 
     Mnemonica lettere;
-    Label1_ = new QLabel(corpo_);
-    Label1_->setObjectName(QStringLiteral("Label1"));
-    txtLitri_ = new QLineEdit(corpo_);
+    Label1_ = Etichetta(Corpo(), "Label1");
+    txtLitri_ = new QLineEdit(Corpo());
     txtLitri_->setObjectName(QStringLiteral("txtLitri"));
     txtLitri_->setAlignment(Qt::AlignRight);
     txtLitri_->setFixedWidth(fontMetrics().averageCharWidth() * 14);
@@ -109,15 +87,14 @@ void dlgCalibrazione::Disponi() {
     // Kept: the caption of the design, in one language.
     Label1_->setText(lettere.Con(QStringLiteral("Carburante immesso")));
 
-    auto* parti = new QVBoxLayout(corpo_);
+    auto* parti = new QVBoxLayout(Corpo());
     parti->setContentsMargins(0, 0, 0, 0);
     parti->setSpacing(12);
     parti->addWidget(lblTitolo);
     parti->addWidget(lblDescrizioneFase_, 1);
-    lblLitri_ = new QLabel(QStringLiteral("l"), corpo_);
+    lblLitri_ = new QLabel(QStringLiteral("l"), Corpo());
     lblLitri_->setObjectName(QStringLiteral("lblLitri"));
-    lblValore_ = new QLabel(corpo_);
-    lblValore_->setObjectName(QStringLiteral("lblValore"));
+    lblValore_ = Etichetta(Corpo(), "lblValore");
     QFont evidente = lblValore_->font();
     evidente.setBold(true);
     lblValore_->setFont(evidente);
@@ -131,7 +108,7 @@ void dlgCalibrazione::Disponi() {
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(24, 20, 24, 16);
     colonna->setSpacing(16);
-    colonna->addWidget(corpo_, 1);
+    colonna->addWidget(Corpo(), 1);
     auto* riga = new QHBoxLayout;
     riga->addStretch(1);
     riga->addWidget(OKButton_);
@@ -142,15 +119,8 @@ void dlgCalibrazione::Disponi() {
     setTabOrder(OKButton_, cmdFineProcedura_);
     setTabOrder(cmdFineProcedura_, CancelButton_);
 
-    connect(OKButton_, &QPushButton::clicked, this, [this] {
-        Protetto([this] {
-            principale().QuandoLibero(OKButton_, [questo = QPointer<dlgCalibrazione>(this)] {
-                if (questo != nullptr && questo->isVisible() && !questo->inCorso_) {
-                    questo->OKButton_Click();
-                }
-            });
-        });
-    });
+    connect(OKButton_, &QPushButton::clicked, this,
+            [this] { Comandato(OKButton_, [this] { OKButton_Click(); }); });
     connect(cmdFineProcedura_, &QPushButton::clicked, this,
             [this] { Protetto([this] { cmdFineProcedura_Click(); }); });
     connect(CancelButton_, &QPushButton::clicked, this, &dlgCalibrazione::reject);
@@ -176,8 +146,7 @@ void dlgCalibrazione::OKButton_Click() {
     MostraLitri(true);
     calibrazione_.StatoCalibrazione = 1;
     {
-        ScambioInCorso scambio(*this, {corpo_, OKButton_, cmdFineProcedura_}, kFase, Voce::Nessuna,
-                               nullptr, inCorso_);
+        const InCorso scambio(*this, {Corpo(), OKButton_, cmdFineProcedura_}, kFase, Voce::Nessuna);
         ErroreComunicazione = true;  // without a link nothing is read
         if (!scambio.Esegui([](std::int16_t) { LeggiValoriAnalogici(); }, 0)) return;
     }
@@ -226,14 +195,6 @@ void dlgCalibrazione::reject() {
 void dlgCalibrazione::closeEvent(QCloseEvent* evento) {
     evento->accept();
     done(Rejected);
-}
-
-void dlgCalibrazione::done(int esito) {
-    // A read that still waits gives up; nothing of it is told or entered any more.
-    if (inCorso_) TrasferimentoAbbandonato = true;
-    // Kept: the window that opened this one is not known to the poll any more.
-    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
-    QDialog::done(esito);
 }
 
 }  // namespace lapvane

@@ -1,24 +1,22 @@
 #pragma once
 
-#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <functional>
 
 #include "sensors/Calibrazione.h"
-#include "shell/Editor.h"
+#include "sensors/frmScambio.h"
 
 namespace lapvane {
 
 /// Measures a fuel level curve step by step into the table of the window that opened it. Closing it
 /// by its frame leaves the points as they were measured; what Cancel leaves to do is the caller's.
-class dlgCalibrazione : public QDialog, public Editor {
+class dlgCalibrazione : public frmScambio {
     Q_OBJECT
  public:
     /// `mostra` shows the table after each change.
     dlgCalibrazione(TabellaPunti& tabella, std::function<void()> mostra, QWidget* parent = nullptr);
-    ~dlgCalibrazione() override;
 
     /// The line above the instructions.
     QLabel* lblTitolo = nullptr;
@@ -26,10 +24,8 @@ class dlgCalibrazione : public QDialog, public Editor {
     std::int16_t StatoCalibrazione() const { return calibrazione_.StatoCalibrazione; }
     std::int16_t ValoreBenzina() const { return calibrazione_.ValoreBenzina; }
 
-    std::string_view Nome() const override { return "dlgCalibrazione"; }
     void AbilitaStrumento(bool presente) override;
 
-    void done(int esito) override;
     /// Cancel and Esc.
     void reject() override;
 
@@ -45,16 +41,12 @@ class dlgCalibrazione : public QDialog, public Editor {
 
     Calibrazione calibrazione_;
     std::function<void()> mostra_;
-    QWidget* corpo_ = nullptr;
     QLabel* lblDescrizioneFase_ = nullptr;
     QLabel* lblLitri_ = nullptr;   ///< unit of the litres
     QLabel* lblValore_ = nullptr;  ///< the last reading
     QLabel* Label1_ = nullptr;
     QLineEdit* txtLitri_ = nullptr;
-    QPushButton* OKButton_ = nullptr;
     QPushButton* cmdFineProcedura_ = nullptr;
-    QPushButton* CancelButton_ = nullptr;
-    bool inCorso_ = false;
 };
 
 }  // namespace lapvane

@@ -53,11 +53,6 @@ class Lampada : public QWidget {
     QColor colore_;
 };
 
-/// A position of a list as the project stores it.
-std::int16_t Tipo(const QComboBox& lista) {
-    return static_cast<std::int16_t>(lista.currentIndex() + 1);
-}
-
 }  // namespace
 
 frmAllarmi::frmAllarmi(QWidget* parent) : frmEditor("frmAllarmi", parent) {
@@ -72,15 +67,10 @@ frmAllarmi::frmAllarmi(QWidget* parent) : frmEditor("frmAllarmi", parent) {
     griglia->setColumnStretch(0, 1);
     griglia->setColumnStretch(1, 1);
     griglia->setRowStretch(3, 1);
-    MostraDatiAllarmi();
-    Completa(std::make_unique<ControlliFinestra>(*this));
+    auto controlli = std::make_unique<ControlliFinestra>(*this);
+    MostraDatiAllarmi(DatiProgetto, *controlli);
+    Completa(std::move(controlli));
     spunte_[0]->setFocus();
-}
-
-QGroupBox* frmAllarmi::Cornice(const char* nome) {
-    auto* cornice = new QGroupBox(Corpo());
-    cornice->setObjectName(QString::fromLatin1(nome));
-    return cornice;
 }
 
 QCheckBox* frmAllarmi::Spunta(QWidget* dove, std::string_view nome) {
@@ -121,7 +111,7 @@ QLabel* frmAllarmi::Unita(UnitaSoglia unita) {
 }
 
 QGroupBox* frmAllarmi::CreaAllarmi() {
-    fraAllarmi_ = Cornice("fraAllarmi");
+    fraAllarmi_ = Cornice(Corpo(), "fraAllarmi");
     auto* griglia = new QGridLayout(fraAllarmi_);
     griglia->setColumnStretch(0, 1);
     for (std::size_t i = 0; i < kSoglie.size(); ++i) {
@@ -145,17 +135,15 @@ QGroupBox* frmAllarmi::CreaAllarmi() {
     return fraAllarmi_;
 }
 
-frmAllarmi::Funzione frmAllarmi::CreaFunzione(QWidget* dove, const char* spunta, const char* lista,
-                                              Voce didascalia,
-                                              const std::vector<std::string>* voci) {
-    Funzione funzione;
-    funzione.Didascalia = didascalia;
-    funzione.Spunta = Spunta(dove, spunta);
+frmAllarmi::Funzione& frmAllarmi::CreaFunzione(QWidget* dove, std::size_t numero) {
+    Funzione& funzione = funzioni_[numero];
+    const FunzioneAllarme& campo = kFunzioniAllarme[numero];
+    funzione.Spunta = Spunta(dove, campo.Spunta);
     funzione.Lista = new QComboBox(dove);
-    funzione.Lista->setObjectName(QString::fromLatin1(lista));
+    funzione.Lista->setObjectName(InQt(campo.Lista));
     Lega(funzione.Spunta, funzione.Lista);
-    if (voci != nullptr) {
-        for (const std::string& voce : *voci) funzione.Lista->addItem(InQt(voce));
+    if (campo.Voci != nullptr) {
+        for (const std::string& voce : *campo.Voci) funzione.Lista->addItem(InQt(voce));
         // Without its check box a function is none; the free texts stay.
         connect(funzione.Spunta, &QCheckBox::toggled, funzione.Lista,
                 [elenco = funzione.Lista](bool accesa) {
@@ -170,53 +158,48 @@ frmAllarmi::Funzione frmAllarmi::CreaFunzione(QWidget* dove, const char* spunta,
 }
 
 QGroupBox* frmAllarmi::CreaLed() {
-    fraLed_ = Cornice("fraLed");
+    fraLed_ = Cornice(Corpo(), "fraLed");
     lblLed_ = new QLabel(fraLed_);
     lblLed_->setObjectName(QStringLiteral("lblLed"));
-    giallo_ =
-        CreaFunzione(fraLed_, "chkLedGiallo", "cboLedGiallo", Voce::LedGiallo, &ListaAllarmeExtra);
-    verde_ = CreaFunzione(fraLed_, "chkLedVerde", "cboLedVerde", Voce::LedVerde, nullptr);
-    blu_ = CreaFunzione(fraLed_, "chkLedBlu", "cboLedBlu", Voce::LedBlu, nullptr);
     auto* griglia = new QGridLayout(fraLed_);
     griglia->setColumnStretch(1, 1);
     griglia->addWidget(lblLed_, 0, 2);
     int riga = 1;
-    for (const auto& [funzione, colore] : {std::pair{&giallo_, QColor(255, 200, 0)},
-                                           {&verde_, QColor(0, 170, 60)},
-                                           {&blu_, QColor(30, 110, 255)}}) {
+    for (const auto& [numero, colore] : {std::pair{kLedGiallo, QColor(255, 200, 0)},
+                                         {kLedVerde, QColor(0, 170, 60)},
+                                         {kLedBlu, QColor(30, 110, 255)}}) {
+        const Funzione& funzione = CreaFunzione(fraLed_, numero);
         griglia->addWidget(new Lampada(colore, fraLed_), riga, 0);
-        griglia->addWidget(funzione->Spunta, riga, 1);
-        griglia->addWidget(funzione->Lista, riga, 2);
+        griglia->addWidget(funzione.Spunta, riga, 1);
+        griglia->addWidget(funzione.Lista, riga, 2);
         ++riga;
     }
     return fraLed_;
 }
 
 QGroupBox* frmAllarmi::CreaLinee() {
-    QGroupBox* cornice = Cornice("fraLinee");
-    ingresso_ = CreaFunzione(cornice, "chkIngresso", "cboIngresso", Voce::IngressoDigitale,
-                             &ListaAllarmeBase);
-    uscita_ = CreaFunzione(cornice, "chkUscita", "cboUscita", Voce::UscitaDigitale, &ListaAllarmi);
+    QGroupBox* cornice = Cornice(Corpo(), "fraLinee");
     auto* griglia = new QGridLayout(cornice);
     griglia->setColumnStretch(0, 1);
     int riga = 0;
-    for (const Funzione* funzione : {&ingresso_, &uscita_}) {
-        griglia->addWidget(funzione->Spunta, riga, 0);
-        griglia->addWidget(funzione->Lista, riga, 1);
+    for (const std::size_t numero : {kIngresso, kUscita}) {
+        const Funzione& funzione = CreaFunzione(cornice, numero);
+        griglia->addWidget(funzione.Spunta, riga, 0);
+        griglia->addWidget(funzione.Lista, riga, 1);
         ++riga;
     }
     return cornice;
 }
 
 QGroupBox* frmAllarmi::CreaShiftLight() {
-    fraShiftLight_ = Cornice("fraShiftLight");
+    fraShiftLight_ = Cornice(Corpo(), "fraShiftLight");
     auto* griglia = new QGridLayout(fraShiftLight_);
     const QColor verde(0, 170, 60), giallo(255, 200, 0), rosso(230, 30, 30);
     const std::array<QColor, 5> colori = {verde, verde, giallo, giallo, rosso};
     for (std::size_t i = 0; i < txtLed_.size(); ++i) {
         const int colonna = static_cast<int>(i);
         txtLed_[i] = new CasellaNumerica(fraShiftLight_);
-        txtLed_[i]->setObjectName(QStringLiteral("txtLed%1").arg(i));
+        txtLed_[i]->setObjectName(InQt(kShiftLight[i].Casella));
         txtLed_[i]->setAlignment(Qt::AlignHCenter);
         txtLed_[i]->setMinimumWidth(
             txtLed_[i]->fontMetrics().horizontalAdvance(QStringLiteral("-32768")) + 16);
@@ -230,7 +213,7 @@ QGroupBox* frmAllarmi::CreaShiftLight() {
     return fraShiftLight_;
 }
 
-void frmAllarmi::AggiornaTesti(Mnemonica& lettere) {
+void frmAllarmi::TestiPropri(Mnemonica& lettere) {
     const auto testo = [&](Voce n) { return lettere.Con(InQt(Testo(n))); };
     const auto senza = [](Voce n) { return Mnemonica::Senza(InQt(Testo(n))); };
     setWindowTitle(InQt(Testo(Voce::TitoloAllarmi)));
@@ -241,13 +224,14 @@ void frmAllarmi::AggiornaTesti(Mnemonica& lettere) {
     }
     fraLed_->setTitle(senza(Voce::LedSegnalazione));
     lblLed_->setText(senza(Voce::Funzione));
-    for (const Funzione* funzione : {&giallo_, &verde_, &blu_, &ingresso_, &uscita_}) {
-        funzione->Spunta->setText(testo(funzione->Didascalia));
-        funzione->Lista->setAccessibleName(InQt(Testo(funzione->Didascalia)));
+    for (std::size_t i = 0; i < funzioni_.size(); ++i) {
+        const Voce didascalia = kFunzioniAllarme[i].Didascalia;
+        funzioni_[i].Spunta->setText(testo(didascalia));
+        funzioni_[i].Lista->setAccessibleName(InQt(Testo(didascalia)));
     }
     fraShiftLight_->setTitle(senza(Voce::ShiftLight));
     for (std::size_t i = 0; i < lblLedShift_.size(); ++i) {
-        lblLedShift_[i]->setText(testo(Dopo(Voce::Led1, static_cast<int>(i))));
+        lblLedShift_[i]->setText(testo(kShiftLight[i].Didascalia));
     }
     for (QLabel* unita : lblTemp_) {
         unita->setText(InQt(NomeUnita(ListaUMTemperatura, DatiProgetto.UMTemp)));
@@ -257,68 +241,20 @@ void frmAllarmi::AggiornaTesti(Mnemonica& lettere) {
     }
 }
 
-void frmAllarmi::MostraDatiAllarmi() {
-    const RecordProgetto& r = DatiProgetto;
-    for (std::size_t i = 0; i < txtLed_.size(); ++i) {
-        txtLed_[i]->setText(InQt(TestoNumero(std::int64_t{r.*kShiftLight[i]})));
-    }
-    for (std::size_t i = 0; i < kSoglie.size(); ++i) {
-        spunte_[i]->setChecked(r.*kSoglie[i].Attiva);
-        soglie_[i]->setText(InQt(MostraSoglia(kSoglie[i], r.*kSoglie[i].Valore)));
-    }
-    const auto mostra = [](const Funzione& funzione, bool accesa, const auto& tipo) {
-        funzione.Spunta->setChecked(accesa);
-        const auto voci = static_cast<std::size_t>(funzione.Lista->count());
-        funzione.Lista->setCurrentIndex(accesa ? PosizioneTipo(tipo, voci) : -1);
-    };
-    mostra(giallo_, r.LedGiallo, r.TipoLedGiallo);
-    mostra(ingresso_, r.chkIngresso, r.TipoIngresso);
-    mostra(uscita_, r.chkUscita, r.TipoUscita);
-    verde_.Spunta->setChecked(r.LedVerde);
-    verde_.Lista->setEditText(InQt(r.TipoLedVerde));
-    blu_.Spunta->setChecked(r.LedBlu);
-    blu_.Lista->setEditText(InQt(r.TipoLedBlu));
-}
-
-bool frmAllarmi::Rifiuta(CasellaNumerica* casella) {
-    casella->setFocus();
-    casella->selectAll();
+/// The boxes check themselves as they are left; what is left here is a box that was left by way of
+/// Cancel.
+bool frmAllarmi::NumeriValidi() {
+    const auto errata = CasellaErrata(*Controlli());
+    if (!errata) return true;
+    auto* casella = findChild<CasellaNumerica*>(InQt(*errata));
+    VaiAllaCasella(*casella);
     MostraNumeroErrato(*casella);
     return false;
 }
 
-/// The boxes check themselves as they are left; what is left here is a box that was left by way of
-/// Cancel.
-bool frmAllarmi::NumeriValidi() {
-    for (CasellaNumerica* casella : txtLed_) {
-        if (!LeggiInt16(DaQt(casella->text()))) return Rifiuta(casella);
-    }
-    for (CasellaNumerica* casella : soglie_) {
-        if (casella->isEnabled() && !LeggiNumero(DaQt(casella->text()))) return Rifiuta(casella);
-    }
-    return true;
-}
-
 void frmAllarmi::OKButton_Click() {
     if (!NumeriValidi()) return;
-    RecordProgetto& r = DatiProgetto;
-    for (std::size_t i = 0; i < txtLed_.size(); ++i) {
-        r.*kShiftLight[i] = LeggiInt16(DaQt(txtLed_[i]->text())).value();
-    }
-    r.LedGiallo = giallo_.Spunta->isChecked();
-    r.LedVerde = verde_.Spunta->isChecked();
-    r.LedBlu = blu_.Spunta->isChecked();
-    r.TipoLedVerde = DaQt(verde_.Lista->currentText());
-    r.TipoLedBlu = DaQt(blu_.Lista->currentText());
-    for (std::size_t i = 0; i < kSoglie.size(); ++i) {
-        r.*kSoglie[i].Attiva = spunte_[i]->isChecked();
-        r.*kSoglie[i].Valore = ValoreSoglia(kSoglie[i], DaQt(soglie_[i]->text()));
-    }
-    r.chkIngresso = ingresso_.Spunta->isChecked();
-    r.chkUscita = uscita_.Spunta->isChecked();
-    r.TipoLedGiallo = TestoNumero(Tipo(*giallo_.Lista));
-    r.TipoIngresso = Tipo(*ingresso_.Lista);
-    r.TipoUscita = Tipo(*uscita_.Lista);
+    SalvaDatiAllarmi(*Controlli(), DatiProgetto);
     ProgettoModificato = true;
     accept();
 }

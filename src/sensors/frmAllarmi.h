@@ -23,28 +23,23 @@ class frmAllarmi : public frmEditor {
     struct Funzione {
         QCheckBox* Spunta = nullptr;
         QComboBox* Lista = nullptr;
-        Voce Didascalia = Voce::Nessuna;
     };
 
-    void AggiornaTesti(Mnemonica& lettere) override;
+    void TestiPropri(Mnemonica& lettere) override;
     void OKButton_Click() override;
     void cmdInviaDati_Click() override;
     void cmdLeggiDati_Click() override;
 
-    QGroupBox* Cornice(const char* nome);
     static QCheckBox* Spunta(QWidget* dove, std::string_view nome);
     static void Lega(QCheckBox* spunta, QWidget* campo);
-    Funzione CreaFunzione(QWidget* dove, const char* spunta, const char* lista, Voce didascalia,
-                          const std::vector<std::string>* voci);
+    Funzione& CreaFunzione(QWidget* dove, std::size_t numero);
     QGroupBox* CreaAllarmi();
     QGroupBox* CreaLed();
     QGroupBox* CreaLinee();
     QGroupBox* CreaShiftLight();
     QLabel* Unita(UnitaSoglia unita);
 
-    void MostraDatiAllarmi();
     bool NumeriValidi();
-    bool Rifiuta(CasellaNumerica* casella);
 
     std::array<QCheckBox*, 6> spunte_{};
     std::array<CasellaNumerica*, 6> soglie_{};
@@ -52,7 +47,7 @@ class frmAllarmi : public frmEditor {
     std::array<QLabel*, 5> lblLedShift_{};
     std::array<QLabel*, 2> lblTemp_{};
     std::array<QLabel*, 2> lblPress_{};
-    Funzione giallo_, verde_, blu_, ingresso_, uscita_;
+    std::array<Funzione, kFunzioniAllarme.size()> funzioni_;
     QLabel* lblLed_ = nullptr;
     QGroupBox* fraAllarmi_ = nullptr;
     QGroupBox* fraLed_ = nullptr;

@@ -20,9 +20,6 @@ namespace lapvane {
 
 namespace {
 
-constexpr std::size_t kLingua = 0, kVelocita = 1, kTemperatura = 2, kPressione = 3;
-constexpr std::size_t kRecVel = 0, kStopRec = 1, kMsgGiro = 2, kVisGiro = 3, kSettore = 4;
-
 const ScambioEditor kProgramma = {18,
                                   Voce::DomandaProgrammaImpostazioni,
                                   Voce::ProgrammazioneImpostazioni,
@@ -41,12 +38,6 @@ constexpr std::string_view kFlagPagina = "PagineAbilitateTemp";
 std::optional<int> IndicePagina(std::string_view controllo) {
     if (!controllo.starts_with(kFlagPagina)) return std::nullopt;
     return LeggiIntero(controllo.substr(kFlagPagina.size()));
-}
-
-void TieniPosto(QWidget* widget) {
-    QSizePolicy regola = widget->sizePolicy();
-    regola.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(regola);
 }
 
 }  // namespace
@@ -92,21 +83,20 @@ frmConfigurazione::frmConfigurazione(QWidget* parent) : frmEditor("frmConfiguraz
     destra->addStretch(1);
     parti->addLayout(destra, 1);
     sinistra->addWidget(CreaStrumento());
-    MostraDatiSetup();
-    Completa(std::make_unique<ControlliSetup>(*this));
+    auto controlli = std::make_unique<ControlliSetup>(*this);
+    MostraDatiSetup(DatiProgetto, *controlli);
+    lblUnitaRecVel_->setText(liste_[kVelocita]->currentText());
+    pagine_.Carica(DatiProgetto);
+    CaricaImmagini();
+    MostraImmagine();
+    AggiornaPagina();
+    Completa(std::move(controlli));
     liste_[kLingua]->setFocus();
-}
-
-QLabel* frmConfigurazione::Etichetta(QWidget* dove, const char* nome, QWidget* compagno) {
-    auto* etichetta = new QLabel(dove);
-    etichetta->setObjectName(QString::fromLatin1(nome));
-    etichetta->setBuddy(compagno);
-    return etichetta;
 }
 
 QLineEdit* frmConfigurazione::Casella(QWidget* dove, std::size_t numero) {
     auto* casella = new QLineEdit(dove);
-    casella->setObjectName(InQt(kNumeriSetup[numero].Controllo));
+    casella->setObjectName(InQt(kNumeriSetup[numero].Casella));
     casella->setAlignment(Qt::AlignRight);
     casella->setFixedWidth(casella->fontMetrics().horizontalAdvance(QStringLiteral("-2147483648")) +
                            16);
@@ -116,7 +106,7 @@ QLineEdit* frmConfigurazione::Casella(QWidget* dove, std::size_t numero) {
 
 QComboBox* frmConfigurazione::Lista(QWidget* dove, std::size_t numero) {
     auto* lista = new QComboBox(dove);
-    lista->setObjectName(InQt(kListeSetup[numero].Controllo));
+    lista->setObjectName(InQt(kListeSetup[numero].Lista));
     for (const std::string& voce : *kListeSetup[numero].Voci) lista->addItem(InQt(voce));
     liste_[numero] = lista;
     return lista;
@@ -133,8 +123,7 @@ QLayout* frmConfigurazione::CreaLingua() {
 }
 
 QGroupBox* frmConfigurazione::CreaUnita() {
-    fraUnitaMisura_ = new QGroupBox(Corpo());
-    fraUnitaMisura_->setObjectName(QStringLiteral("fraUnitaMisura"));
+    fraUnitaMisura_ = Cornice(Corpo(), "fraUnitaMisura");
     auto* griglia = new QGridLayout(fraUnitaMisura_);
     griglia->setColumnStretch(0, 1);
     const char* const nomi[] = {"lblUMVelocita", "lblUMTemperatura", "lblUMPressione"};
@@ -154,8 +143,7 @@ QGroupBox* frmConfigurazione::CreaUnita() {
 }
 
 QGroupBox* frmConfigurazione::CreaRegistrazione() {
-    fraRegistrazione_ = new QGroupBox(Corpo());
-    fraRegistrazione_->setObjectName(QStringLiteral("fraRegistrazione"));
+    fraRegistrazione_ = Cornice(Corpo(), "fraRegistrazione");
     auto* griglia = new QGridLayout(fraRegistrazione_);
     griglia->setColumnStretch(0, 1);
     chkAbilRecLAP_ = new QCheckBox(fraRegistrazione_);
@@ -181,8 +169,7 @@ QGroupBox* frmConfigurazione::CreaRegistrazione() {
 }
 
 QGroupBox* frmConfigurazione::CreaPagine() {
-    fraPagine_ = new QGroupBox(Corpo());
-    fraPagine_->setObjectName(QStringLiteral("fraPagine"));
+    fraPagine_ = Cornice(Corpo(), "fraPagine");
     const auto pulsante = [this](const char* nome, auto gestore) {
         auto* nuovo = new QPushButton(fraPagine_);
         nuovo->setObjectName(QString::fromLatin1(nome));
@@ -235,8 +222,7 @@ QGroupBox* frmConfigurazione::CreaPagine() {
 }
 
 QGroupBox* frmConfigurazione::CreaCronometro() {
-    fraCronometro_ = new QGroupBox(Corpo());
-    fraCronometro_->setObjectName(QStringLiteral("fraCronometro"));
+    fraCronometro_ = Cornice(Corpo(), "fraCronometro");
     auto* tempi = new QGridLayout;
     tempi->setColumnStretch(0, 1);
     const char* const nomi[] = {"lblTempoMsgGiro", "lblTempoVisGiro"};
@@ -270,7 +256,7 @@ QGroupBox* frmConfigurazione::CreaCronometro() {
     return fraCronometro_;
 }
 
-void frmConfigurazione::AggiornaTesti(Mnemonica& lettere) {
+void frmConfigurazione::TestiPropri(Mnemonica& lettere) {
     const auto testo = [&](Voce n) { return lettere.Con(InQt(Testo(n))); };
     const auto senza = [](Voce n) { return Mnemonica::Senza(InQt(Testo(n))); };
     setWindowTitle(InQt(Testo(Voce::TitoloConfigurazione)));
@@ -292,22 +278,6 @@ void frmConfigurazione::AggiornaTesti(Mnemonica& lettere) {
     txtFilePagina_->setAccessibleName(InQt(Testo(Voce::Pagina)));
     cmdScegliImmagine_->setAccessibleName(InQt(Testo(Voce::Pagina)) + QStringLiteral(" ..."));
     MostraImmagine();
-}
-
-void frmConfigurazione::MostraDatiSetup() {
-    for (std::size_t i = 0; i < liste_.size(); ++i) {
-        const int indice = DatiProgetto.*kListeSetup[i].Campo;
-        liste_[i]->setCurrentIndex(indice >= 0 && indice < liste_[i]->count() ? indice : -1);
-    }
-    lblUnitaRecVel_->setText(liste_[kVelocita]->currentText());
-    pagine_.Carica(DatiProgetto);
-    CaricaImmagini();
-    MostraImmagine();
-    chkAbilRecLAP_->setChecked(DatiProgetto.chkAbilRecLap);
-    for (std::size_t i = 0; i < caselle_.size(); ++i) {
-        caselle_[i]->setText(InQt(MostraNumero(kNumeriSetup[i], DatiProgetto)));
-    }
-    AggiornaPagina();
 }
 
 void frmConfigurazione::CaricaImmagini() {
@@ -389,34 +359,17 @@ void frmConfigurazione::cmdScegliImmagine_Click() {
     pagine_.Scegli(DatiProgetto, TestoDaPercorso(*scelto));
 }
 
-/// Whether every box holds a number of its own; otherwise says which one does not, and goes there.
-bool frmConfigurazione::NumeriValidi() {
-    for (std::size_t i = 0; i < caselle_.size(); ++i) {
-        if (LeggiNumero(kNumeriSetup[i], DaQt(caselle_[i]->text()))) continue;
-        caselle_[i]->setFocus();
-        caselle_[i]->selectAll();
-        platform().MsgBox(Testo(kNumeriSetup[i].Didascalia) + "\r\n" +
-                              Testo(Voce::NumeroNellIntervallo) + " " +
-                              Ammessi(*CampoDi(kNumeriSetup[i].Controllo)),
-                          Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
-        return false;
-    }
-    return true;
-}
-
 void frmConfigurazione::OKButton_Click() {
     // All boxes are looked at before anything is stored.
-    if (!NumeriValidi()) return;
-    for (std::size_t i = 0; i < liste_.size(); ++i) {
-        DatiProgetto.*kListeSetup[i].Campo =
-            static_cast<std::int16_t>(std::max(liste_[i]->currentIndex(), 0));
+    if (const auto i = NumeroErrato(*Controlli())) {
+        VaiAllaCasella(*caselle_[*i]);
+        platform().MsgBox(Testo(kNumeriSetup[*i].Didascalia) + "\r\n" +
+                              Testo(Voce::NumeroNellIntervallo) + " " +
+                              Ammessi(*CampoDi(kNumeriSetup[*i].Casella)),
+                          Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
+        return;
     }
-    pagine_.Salva(DatiProgetto);
-    DatiProgetto.chkAbilRecLap = chkAbilRecLAP_->isChecked();
-    for (std::size_t i = 0; i < caselle_.size(); ++i) {
-        const NumeroSetup& numero = kNumeriSetup[i];
-        SalvaNumero(numero, LeggiNumero(numero, DaQt(caselle_[i]->text())).value(), DatiProgetto);
-    }
+    SalvaDatiSetup(*Controlli(), pagine_, DatiProgetto);
     ProgettoModificato = true;
     accept();
 }

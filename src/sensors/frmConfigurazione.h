@@ -22,12 +22,11 @@ class frmConfigurazione : public frmEditor {
  private:
     friend class ControlliSetup;
 
-    void AggiornaTesti(Mnemonica& lettere) override;
+    void TestiPropri(Mnemonica& lettere) override;
     void OKButton_Click() override;
     void cmdInviaDati_Click() override;
     void cmdLeggiDati_Click() override;
 
-    QLabel* Etichetta(QWidget* dove, const char* nome, QWidget* compagno = nullptr);
     QLineEdit* Casella(QWidget* dove, std::size_t numero);
     QComboBox* Lista(QWidget* dove, std::size_t numero);
     QLayout* CreaLingua();
@@ -36,14 +35,12 @@ class frmConfigurazione : public frmEditor {
     QGroupBox* CreaPagine();
     QGroupBox* CreaCronometro();
 
-    void MostraDatiSetup();
     void CaricaImmagini();
     void AggiornaPagina();
     void MostraImmagine();
     void VaiA(bool avanti);
     void chkAbilitaPagina_Click();
     void cmdScegliImmagine_Click();
-    bool NumeriValidi();
 
     PagineSetup pagine_;
     std::array<QImage, PagineSetup::kImmagini> ImageList1_;

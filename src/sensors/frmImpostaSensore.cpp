@@ -1,29 +1,22 @@
 #include "sensors/frmImpostaSensore.h"
 
 #include <QApplication>
-#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QPointer>
 #include <QSignalBlocker>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include "device/RecordStrumento.h"
-#include "device/SerialComm.h"
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "sensors/Curve.h"
 #include "sensors/dlgCalibrazione.h"
-#include "sensors/frmScambio.h"
 #include "shell/LoadStrings.h"
-#include "shell/Principale.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "shell/Utility.h"
-#include "widgets/Mnemonica.h"
-#include "widgets/Rotella.h"
 
 namespace lapvane {
 
@@ -46,11 +39,8 @@ QPalette Grigia() {
 
 }  // namespace
 
-frmImpostaSensore::frmImpostaSensore(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("frmImpostaSensore"));
-    CalcolaBaseTesti();
-    corpo_ = new QWidget(this);
-    GraficoSensore_ = new GraficoWidget(corpo_);
+frmImpostaSensore::frmImpostaSensore(QWidget* parent) : frmScambio("frmImpostaSensore", parent) {
+    GraficoSensore_ = new GraficoWidget(Corpo());
     GraficoSensore_->setObjectName(QStringLiteral("GraficoSensore"));
     GraficoSensore_->setFocusPolicy(Qt::NoFocus);
     GraficoSensore_->MostraPunti(true);
@@ -63,7 +53,7 @@ frmImpostaSensore::frmImpostaSensore(QWidget* parent) : QDialog(parent) {
     sinistra->addWidget(GraficoSensore_, 1);
     QGroupBox* tabella = CreaTabella();
     sinistra->addLayout(CreaSalvataggio());
-    auto* parti = new QHBoxLayout(corpo_);
+    auto* parti = new QHBoxLayout(Corpo());
     parti->setContentsMargins(0, 0, 0, 0);
     parti->setSpacing(12);
     parti->addLayout(sinistra, 1);
@@ -74,34 +64,16 @@ frmImpostaSensore::frmImpostaSensore(QWidget* parent) : QDialog(parent) {
     CasellaNumerica::SenzaControllo(CancelButton_);
     connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
     auto* colonna = new QVBoxLayout(this);
-    colonna->addWidget(corpo_, 1);
+    colonna->addWidget(Corpo(), 1);
     auto* riga = new QHBoxLayout;
-    lblProgresso_ = CreaProgresso(this);
-    riga->addWidget(lblProgresso_, 1);
+    riga->addWidget(CreaProgresso(), 1);
     riga->addWidget(CancelButton_);
     colonna->addLayout(riga);
     cmdDisegnaCurva_->setDefault(true);
     resize(1000, 660);
 
     Form_Load();
-    AggiornaTesti();
-}
-
-frmImpostaSensore::~frmImpostaSensore() {
-    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
-}
-
-QGroupBox* frmImpostaSensore::Cornice(const char* nome) {
-    auto* cornice = new QGroupBox(corpo_);
-    cornice->setObjectName(QString::fromLatin1(nome));
-    return cornice;
-}
-
-QLabel* frmImpostaSensore::Etichetta(QWidget* dove, const char* nome, QWidget* compagno) {
-    auto* etichetta = new QLabel(dove);
-    etichetta->setObjectName(QString::fromLatin1(nome));
-    etichetta->setBuddy(compagno);
-    return etichetta;
+    Testi();
 }
 
 QPushButton* frmImpostaSensore::Pulsante(QWidget* dove, const char* nome,
@@ -109,12 +81,8 @@ QPushButton* frmImpostaSensore::Pulsante(QWidget* dove, const char* nome,
     auto* pulsante = new QPushButton(dove);
     pulsante->setObjectName(QString::fromLatin1(nome));
     connect(pulsante, &QPushButton::clicked, this, [this, pulsante, gestore] {
-        Protetto([this, pulsante, gestore] {
-            principale().QuandoLibero(
-                pulsante, [questa = QPointer<frmImpostaSensore>(this), gestore] {
-                    if (questa == nullptr || !questa->isVisible() || questa->inCorso_) return;
-                    if (questa->Lascia()) (questa.data()->*gestore)();
-                });
+        Comandato(pulsante, [this, gestore] {
+            if (Lascia()) (this->*gestore)();
         });
     });
     return pulsante;
@@ -128,10 +96,9 @@ QComboBox* frmImpostaSensore::Lista(QWidget* dove, const char* nome,
     lista->setEditable(true);
     lista->setInsertPolicy(QComboBox::NoInsert);
     lista->setCompleter(nullptr);
-    lista->setFocusPolicy(Qt::StrongFocus);
+    SenzaRotella(lista);
     lista->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     lista->setMinimumContentsLength(22);
-    lista->installEventFilter(this);
     connect(lista, &QComboBox::activated, this,
             [this, gestore] { Protetto([this, gestore] { (this->*gestore)(); }); });
     connect(lista->lineEdit(), &QLineEdit::textEdited, this, [this, lista, gestore] {
@@ -147,12 +114,12 @@ QComboBox* frmImpostaSensore::Lista(QWidget* dove, const char* nome,
 }
 
 QGroupBox* frmImpostaSensore::CreaLibreria() {
-    fraLibreriaSensori_ = Cornice("fraLibreriaSensori");
+    fraLibreriaSensori_ = Cornice(Corpo(), "fraLibreriaSensori");
     auto* griglia = new QGridLayout(fraLibreriaSensori_);
     constexpr int kRigheOpzioni = 4;
     for (std::size_t i = 0; i < opzioni_.size(); ++i) {
         opzioni_[i] = new QRadioButton(fraLibreriaSensori_);
-        opzioni_[i]->setObjectName(InQt(kTipiSensore[i].Opzione));
+        opzioni_[i]->setObjectName(QStringLiteral("opt") + InQt(kTipiSensore[i].Tipo));
         const int n = static_cast<int>(i);
         griglia->addWidget(opzioni_[i], n % kRigheOpzioni, n / kRigheOpzioni);
         connect(opzioni_[i], &QRadioButton::toggled, this, [this](bool accesa) {
@@ -177,7 +144,7 @@ QGroupBox* frmImpostaSensore::CreaLibreria() {
 }
 
 QGroupBox* frmImpostaSensore::CreaStrumento() {
-    fraStrumento_ = Cornice("fraStrumento");
+    fraStrumento_ = Cornice(Corpo(), "fraStrumento");
     cboTipiSensore_ =
         Lista(fraStrumento_, "cboTipiSensore", &frmImpostaSensore::cboTipiSensore_Click);
     lblTipoSensore_ = Etichetta(fraStrumento_, "lblTipoSensore", cboTipiSensore_);
@@ -185,9 +152,7 @@ QGroupBox* frmImpostaSensore::CreaStrumento() {
                                          &frmImpostaSensore::cmdLeggiSensoreStrumento_Click);
     cmdCalibrazione_ =
         Pulsante(fraStrumento_, "cmdCalibrazione", &frmImpostaSensore::cmdCalibrazione_Click);
-    QSizePolicy posto = cmdCalibrazione_->sizePolicy();
-    posto.setRetainSizeWhenHidden(true);
-    cmdCalibrazione_->setSizePolicy(posto);
+    TieniPosto(cmdCalibrazione_);
     auto* colonna = new QVBoxLayout(fraStrumento_);
     colonna->setSpacing(6);
     colonna->addWidget(lblTipoSensore_);
@@ -222,7 +187,7 @@ void frmImpostaSensore::CreaRiga(std::size_t i) {
 }
 
 QGroupBox* frmImpostaSensore::CreaTabella() {
-    fraTabella_ = Cornice("fraTabella");
+    fraTabella_ = Cornice(Corpo(), "fraTabella");
     auto* griglia = new QGridLayout(fraTabella_);
     griglia->setVerticalSpacing(2);
     lblX_ = Etichetta(fraTabella_, "lblX", nullptr);
@@ -245,11 +210,11 @@ QGroupBox* frmImpostaSensore::CreaTabella() {
 }
 
 QLayout* frmImpostaSensore::CreaSalvataggio() {
-    txtNomeNuovo_ = new QLineEdit(corpo_);
+    txtNomeNuovo_ = new QLineEdit(Corpo());
     txtNomeNuovo_->setObjectName(QStringLiteral("txtNomeNuovo"));
-    lblNomeNuovo_ = Etichetta(corpo_, "lblNomeNuovo", txtNomeNuovo_);
+    lblNomeNuovo_ = Etichetta(Corpo(), "lblNomeNuovo", txtNomeNuovo_);
     cmdSalvaSensore_ =
-        Pulsante(corpo_, "cmdSalvaSensore", &frmImpostaSensore::cmdSalvaSensore_Click);
+        Pulsante(Corpo(), "cmdSalvaSensore", &frmImpostaSensore::cmdSalvaSensore_Click);
     auto* riga = new QHBoxLayout;
     riga->addWidget(lblNomeNuovo_);
     riga->addWidget(txtNomeNuovo_, 1);
@@ -257,9 +222,7 @@ QLayout* frmImpostaSensore::CreaSalvataggio() {
     return riga;
 }
 
-void frmImpostaSensore::AggiornaTesti() {
-    CalcolaBaseTesti();
-    Mnemonica lettere;
+void frmImpostaSensore::AggiornaTesti(Mnemonica& lettere) {
     const auto con = [&lettere](Voce n) { return lettere.Con(InQt(Testo(n))); };
     const auto senza = [](Voce n) { return Mnemonica::Senza(InQt(Testo(n))); };
     setWindowTitle(InQt(titolo_.empty() ? Testo(Voce::TitoloLibreriaSensori) : titolo_));
@@ -281,20 +244,9 @@ void frmImpostaSensore::AggiornaTesti() {
     }
 }
 
-bool frmImpostaSensore::event(QEvent* evento) {
-    if (evento->type() == QEvent::WindowActivate) Protetto([this] { AggiornaTesti(); });
-    return QDialog::event(evento);
-}
-
-bool frmImpostaSensore::eventFilter(QObject* oggetto, QEvent* evento) {
-    return RotellaDiPassaggio(oggetto, evento) || QDialog::eventFilter(oggetto, evento);
-}
-
 void frmImpostaSensore::done(int esito) {
-    if (inCorso_) TrasferimentoAbbandonato = true;
     GraficoSensore_->PulisciGrafico();
-    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
-    QDialog::done(esito);
+    frmScambio::done(esito);
 }
 
 void frmImpostaSensore::AbilitaStrumento(bool presente) {
@@ -307,7 +259,6 @@ void frmImpostaSensore::RiempiTipiSensore() {
 }
 
 void frmImpostaSensore::Form_Load() {
-    ImpostaFormAttiva(this);
     RiempiTipiSensore();
     GraficoSensore_->ColoreSfondo(kBianco);
     GraficoSensore_->PulisciGrafico();
@@ -448,11 +399,7 @@ void frmImpostaSensore::txtY_LostFocus(int i) {
 void frmImpostaSensore::AvvisaCrescente() {
     avviso_ = true;
     QTimer::singleShot(0, this, [this] {
-        Protetto([this] {
-            principale().QuandoLibero(this, [questa = QPointer<frmImpostaSensore>(this)] {
-                if (questa != nullptr) questa->MostraAvviso();
-            });
-        });
+        Protetto([this] { QuandoLibero(this, this, [this] { MostraAvviso(); }); });
     });
 }
 
@@ -505,8 +452,7 @@ void frmImpostaSensore::cmdSalvaSensore_Click() {
 void frmImpostaSensore::cmdLeggiSensoreStrumento_Click() {
     const int canale = cboTipiSensore_->currentIndex();
     if (canale < 0) return;
-    const ScambioInCorso scambio(*this, {corpo_}, kFaseLettura, kTestoLettura, lblProgresso_,
-                                 inCorso_);
+    const InCorso scambio(*this, {Corpo()}, kFaseLettura, kTestoLettura);
     Svuota();
     if (!scambio.Esegui(LeggiCurvaSensore, static_cast<std::int16_t>(canale))) return;
     // Kept: the channel is that of the list and the factor that of the option, which may disagree;

@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,7 +13,7 @@
 
 #include "sensors/ImpostaSensore.h"
 #include "sensors/TabellaPunti.h"
-#include "shell/Editor.h"
+#include "sensors/frmScambio.h"
 #include "widgets/CasellaNumerica.h"
 #include "widgets/GraficoWidget.h"
 
@@ -22,24 +21,16 @@ namespace lapvane {
 
 /// The editor of the sensor library: a type, its sensors, a table of points with its curve. Points
 /// come from a sensor of the library, from typing, from the instrument or from a calibration.
-class frmImpostaSensore : public QDialog, public Editor {
+class frmImpostaSensore : public frmScambio {
     Q_OBJECT
  public:
     explicit frmImpostaSensore(QWidget* parent = nullptr);
-    ~frmImpostaSensore() override;
 
-    std::string_view Nome() const override { return "frmImpostaSensore"; }
     void AbilitaStrumento(bool presente) override;
 
     void done(int esito) override;
 
- protected:
-    bool event(QEvent* evento) override;
-    bool eventFilter(QObject* oggetto, QEvent* evento) override;
-
  private:
-    QGroupBox* Cornice(const char* nome);
-    QLabel* Etichetta(QWidget* dove, const char* nome, QWidget* compagno);
     QPushButton* Pulsante(QWidget* dove, const char* nome, void (frmImpostaSensore::*gestore)());
     QComboBox* Lista(QWidget* dove, const char* nome, void (frmImpostaSensore::*gestore)());
     QGroupBox* CreaLibreria();
@@ -47,7 +38,7 @@ class frmImpostaSensore : public QDialog, public Editor {
     QGroupBox* CreaTabella();
     QLayout* CreaSalvataggio();
     void CreaRiga(std::size_t i);
-    void AggiornaTesti();
+    void AggiornaTesti(Mnemonica& lettere) override;
 
     void RiempiTipiSensore();
     void Form_Load();
@@ -76,9 +67,7 @@ class frmImpostaSensore : public QDialog, public Editor {
     std::string titolo_;          // of a sensor loaded or new; empty: the window's own
     std::size_t rigaAvviso_ = 0;  // row that the rising rule has refused
     bool avviso_ = false;
-    bool inCorso_ = false;
 
-    QWidget* corpo_ = nullptr;
     QGroupBox* fraLibreriaSensori_ = nullptr;
     QGroupBox* fraTabella_ = nullptr;
     QGroupBox* fraStrumento_ = nullptr;
@@ -100,8 +89,6 @@ class frmImpostaSensore : public QDialog, public Editor {
     QLabel* lblNomeNuovo_ = nullptr;
     QLineEdit* txtNomeNuovo_ = nullptr;
     QPushButton* cmdSalvaSensore_ = nullptr;
-    QPushButton* CancelButton_ = nullptr;
-    QLabel* lblProgresso_ = nullptr;
 };
 
 }  // namespace lapvane

@@ -1,5 +1,6 @@
 #include "sensors/frmScambio.h"
 
+#include <QComboBox>
 #include <utility>
 
 #include "device/SerialComm.h"
@@ -7,50 +8,91 @@
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/Principale.h"
+#include "shell/Protetto.h"
 #include "shell/StatoShell.h"
+#include "widgets/Rotella.h"
 
 namespace lapvane {
 
-QLabel* CreaProgresso(QWidget* finestra) {
-    auto* riga = new QLabel(finestra);
-    riga->setObjectName(QStringLiteral("lblProgresso"));
-    riga->setTextFormat(Qt::PlainText);
-    riga->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    return riga;
+frmScambio::frmScambio(const char* nome, QWidget* parent)
+    : Dialogo(nome, parent), nome_(nome), corpo_(new QWidget(this)) {
+    ImpostaFormAttiva(this);
 }
 
-void MostraProgresso(QLabel& riga, const std::string& testo) {
-    riga.setText(InQt(testo));
+frmScambio::~frmScambio() {
+    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
+}
+
+void frmScambio::done(int esito) {
+    // While an exchange still unwinds, the poll stays off the port: the exchange frees it itself.
+    if (inCorso_) TrasferimentoAbbandonato = true;
+    // Kept: a window that opened this one is not known to the poll any more.
+    if (FormAttiva == this) ImpostaFormAttiva(nullptr);
+    QDialog::done(esito);
+}
+
+void frmScambio::Comandato(const QObject* chi, std::function<void()> azione) {
+    Protetto([&] {
+        QuandoLibero(chi, this, [this, azione = std::move(azione)] {
+            if (isVisible() && !inCorso_) azione();
+        });
+    });
+}
+
+QLabel* frmScambio::CreaProgresso() {
+    lblProgresso_ = Etichetta(this, "lblProgresso");
+    lblProgresso_->setTextFormat(Qt::PlainText);
+    lblProgresso_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    return lblProgresso_;
+}
+
+void frmScambio::Progresso(const std::string& testo) {
+    if (lblProgresso_ == nullptr) return;
+    lblProgresso_->setText(InQt(testo));
     principale().TestoPannello(Pannello::Progresso, testo);
 }
 
-ScambioInCorso::ScambioInCorso(QWidget& finestra, std::vector<QWidget*> spenti, std::int16_t fase,
-                               Voce stato, QLabel* progresso, bool& inCorso)
+void frmScambio::SenzaRotella(QComboBox* lista) {
+    lista->setFocusPolicy(Qt::StrongFocus);
+    lista->installEventFilter(this);
+}
+
+bool frmScambio::eventFilter(QObject* oggetto, QEvent* evento) {
+    return RotellaDiPassaggio(oggetto, evento) || Dialogo::eventFilter(oggetto, evento);
+}
+
+frmScambio::InCorso::InCorso(frmScambio& finestra, std::vector<QWidget*> spenti, std::int16_t fase,
+                             Voce stato, bool conStrumento)
     : finestra_(finestra),
       spenti_(std::move(spenti)),
       fuoco_(finestra.focusWidget()),
-      progresso_(progresso),
-      inCorso_(inCorso) {
-    inCorso_ = true;
+      conStrumento_(conStrumento) {
+    finestra_.inCorso_ = true;
     // Neither the disabled controls nor the one button left get the keys of an impatient hand.
     for (QWidget* controllo : spenti_) controllo->setEnabled(false);
     finestra_.setFocus();
     platform().MousePointer(Pointer::Busy);
-    if (progresso_ != nullptr) MostraProgresso(*progresso_, Testo(stato));
+    if (stato != Voce::Nessuna) finestra_.Progresso(Testo(stato));
     FaseComunicazione = fase;
 }
 
-ScambioInCorso::~ScambioInCorso() {
-    inCorso_ = false;
-    if (progresso_ != nullptr) MostraProgresso(*progresso_, "");
-    platform().MousePointer(Pointer::Normal);
-    for (QWidget* controllo : spenti_) controllo->setEnabled(true);
-    if (fuoco_ != nullptr && finestra_.isVisible()) fuoco_->setFocus();
+frmScambio::InCorso::~InCorso() {
+    Chiudi();
     TrasferimentoAbbandonato = false;
     FaseComunicazione = 0;
 }
 
-bool ScambioInCorso::Esegui(void (*scambio)(std::int16_t), std::int16_t valore) const {
+void frmScambio::InCorso::Chiudi() {
+    if (!finestra_.inCorso_) return;
+    finestra_.inCorso_ = false;
+    finestra_.Progresso("");
+    platform().MousePointer(Pointer::Normal);
+    for (QWidget* controllo : spenti_) controllo->setEnabled(true);
+    if (conStrumento_) finestra_.AbilitaStrumento(StrumentoPresente);
+    if (fuoco_ != nullptr && finestra_.isVisible()) fuoco_->setFocus();
+}
+
+bool frmScambio::InCorso::Esegui(void (*scambio)(std::int16_t), std::int16_t valore) const {
     const bool pronto = LinkPronto();
     if (pronto && finestra_.isVisible()) {
         platform().MousePointer(Pointer::Busy);

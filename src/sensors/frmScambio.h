@@ -1,44 +1,79 @@
 #pragma once
 
-#include <QLabel>
 #include <QPointer>
-#include <QWidget>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "shell/Editor.h"
 #include "shell/Voci.h"
+#include "widgets/Dialogo.h"
+
+class QComboBox;
 
 namespace lapvane {
 
-/// The line of a sensor window that says how its exchange goes: on a small screen the window covers
-/// the status bar. It takes what room its row has left.
-QLabel* CreaProgresso(QWidget* finestra);
-/// Shows a text there and in the status bar; the empty text clears both.
-void MostraProgresso(QLabel& riga, const std::string& testo);
-
-/// Program and window while one of the sensor windows exchanges with the instrument: the hourglass,
-/// the operation code that keeps the poll off the port, and controls that nobody can use. The end
-/// puts everything back, however it comes. A window that closes meanwhile sets
-/// `TrasferimentoAbbandonato`.
-class ScambioInCorso {
+/// What the windows share that exchange with the instrument through the open editor: each is
+/// `FormAttiva` while it is open. One that closes in the middle of an exchange ends the exchange.
+class frmScambio : public Dialogo, public Editor {
+    Q_OBJECT
  public:
-    /// `spenti` are off meanwhile; `stato` is the number of the text that `progresso` shows.
-    ScambioInCorso(QWidget& finestra, std::vector<QWidget*> spenti, std::int16_t fase, Voce stato,
-                   QLabel* progresso, bool& inCorso);
-    ~ScambioInCorso();
-    ScambioInCorso(const ScambioInCorso&) = delete;
-    ScambioInCorso& operator=(const ScambioInCorso&) = delete;
+    ~frmScambio() override;
 
-    /// Opens the link and runs the exchange if it is there. False: the window has closed meanwhile.
-    bool Esegui(void (*scambio)(std::int16_t), std::int16_t valore) const;
+    std::string_view Nome() const override { return nome_; }
+    void done(int esito) override;
+
+ protected:
+    frmScambio(const char* nome, QWidget* parent);
+
+    /// The state of program and window while an exchange runs: the hourglass, the operation code
+    /// that keeps the poll off the port, controls that nobody can use. Its end puts back what the
+    /// exchange changed, however it comes.
+    class InCorso {
+     public:
+        /// `spenti` are off meanwhile; `stato` is what the window says. With `conStrumento` the
+        /// buttons that need the instrument follow it at the end.
+        InCorso(frmScambio& finestra, std::vector<QWidget*> spenti, std::int16_t fase, Voce stato,
+                bool conStrumento = false);
+        ~InCorso();
+        InCorso(const InCorso&) = delete;
+        InCorso& operator=(const InCorso&) = delete;
+
+        /// The exchange is over, its closing message still to come.
+        void Chiudi();
+        /// Opens the link and runs the exchange if it is there. False: the window has closed
+        /// meanwhile.
+        bool Esegui(void (*scambio)(std::int16_t), std::int16_t valore) const;
+
+     private:
+        frmScambio& finestra_;
+        std::vector<QWidget*> spenti_;
+        QPointer<QWidget> fuoco_;
+        bool conStrumento_;
+    };
+
+    /// Everything but the last row.
+    QWidget* Corpo() { return corpo_; }
+    /// Runs what a click of `chi` asks for, behind the poll, unless the window has closed
+    /// meanwhile.
+    void Comandato(const QObject* chi, std::function<void()> azione);
+    /// The line that says how an exchange goes: on a small screen the window covers the status bar.
+    /// It takes what room its row has left.
+    QLabel* CreaProgresso();
+    /// Shows a text there and in the status bar; nothing without the line.
+    void Progresso(const std::string& testo);
+    /// A wheel that passes over the list does not choose.
+    void SenzaRotella(QComboBox* lista);
+
+    bool eventFilter(QObject* oggetto, QEvent* evento) override;
 
  private:
-    QWidget& finestra_;
-    std::vector<QWidget*> spenti_;
-    QPointer<QWidget> fuoco_;
-    QLabel* progresso_;
-    bool& inCorso_;
+    std::string nome_;
+    QWidget* corpo_ = nullptr;
+    QLabel* lblProgresso_ = nullptr;
+    bool inCorso_ = false;
 };
 
 }  // namespace lapvane

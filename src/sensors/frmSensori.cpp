@@ -14,7 +14,6 @@
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
-#include "sensors/CanaliSensore.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -47,9 +46,9 @@ constexpr Voce kProgrammaInterrotta = Voce::ProgrammazioneInterrotta,
                kLetturaInterrotta = Voce::LetturaInterrotta;
 
 /// Channels by their place on the tabs.
-constexpr std::array<std::size_t, 4> kColonnaBase = {0, 1, 3, 2};
-constexpr std::size_t kLivelloBenzina = 4;
-constexpr std::array<std::size_t, 4> kOpzionali = {8, 5, 7, 6};
+constexpr std::array<std::size_t, 4> kColonnaBase = {kCanaleTO, kCanalePO, kCanaleTA, kCanalePB};
+constexpr std::array<std::size_t, 4> kOpzionali = {kCanaleSG, kCanaleCambio, kCanalePT,
+                                                   kCanaleLambda};
 
 bool LasciaCasella(const QWidget& controllo) {
     bool lascia = false;
@@ -132,8 +131,7 @@ frmSensori::frmSensori(QWidget* parent) : frmEditor("frmSensori", parent) {
 }
 
 QGridLayout* frmSensori::CreaCornice(QWidget* dove, std::string_view nome, Voce titolo) {
-    auto* riquadro = new QGroupBox(dove);
-    riquadro->setObjectName(InQt(nome));
+    auto* riquadro = lapvane::Cornice(dove, nome);
     cornici_.push_back({riquadro, titolo});
     auto* griglia = new QGridLayout(riquadro);
     griglia->setHorizontalSpacing(10);
@@ -202,7 +200,7 @@ QWidget* frmSensori::CreaVelocita(QWidget* dove) {
 
 QWidget* frmSensori::CreaLivello(QWidget* dove, std::size_t numero) {
     const LivelloSensori& livello = kLivelliSensori[numero];
-    QGridLayout* griglia = CreaCornice(dove, livello.Cornice, livello.Titolo);
+    QGridLayout* griglia = CreaCornice(dove, livello.Cornice, livello.Didascalia);
     griglia->setColumnStretch(1, 1);
     QComboBox* lista = CreaLista(griglia->parentWidget(), livello.Lista);
     for (const std::string& voce : *livello.Voci) lista->addItem(InQt(voce));
@@ -211,18 +209,18 @@ QWidget* frmSensori::CreaLivello(QWidget* dove, std::size_t numero) {
 }
 
 QWidget* frmSensori::CreaCanale(QWidget* dove, std::size_t numero) {
-    const CanaleEditor& canale = kCanaliEditor[numero];
-    QGridLayout* griglia = CreaCornice(dove, canale.Cornice, canale.Titolo);
+    const CanaleSensore& canale = kCanaliSensore[numero];
+    QGridLayout* griglia = CreaCornice(dove, canale.fraCanale, canale.Titolo);
     QWidget* riquadro = griglia->parentWidget();
     griglia->setColumnStretch(0, 1);
     auto* spunta = new QCheckBox(riquadro);
-    spunta->setObjectName(InQt(canale.Abil));
+    spunta->setObjectName(InQt(canale.chkAbil));
     spunte_[numero] = spunta;
     griglia->addWidget(spunta, 0, 0);
     connect(spunta, &QCheckBox::toggled, this,
             [this, &canale] { Protetto([&] { AbilitaCanale(canale, *campi_); }); });
 
-    QComboBox* nome = CreaLista(riquadro, canale.Nome);
+    QComboBox* nome = CreaLista(riquadro, canale.cboNome);
     nome->setEditable(true);
     nome->setInsertPolicy(QComboBox::NoInsert);
     // What is typed stays what was typed: no entry completes it.
@@ -232,13 +230,13 @@ QWidget* frmSensori::CreaCanale(QWidget* dove, std::size_t numero) {
     nome->view()->setMinimumWidth(nome->view()->sizeHintForColumn(0) +
                                   style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     nomi_[numero] = nome;
-    AggiungiRiga(griglia, 0, canale.EtichettaNome, kTestoNome, nome);
-    AggiungiFrequenza(griglia, 1, canale.EtichettaTCamp, canale.TCamp);
-    if (canale.CampoChann != nullptr) {
-        QComboBox* ingresso = CreaLista(riquadro, canale.Chann);
+    AggiungiRiga(griglia, 0, canale.lblNome, kTestoNome, nome);
+    AggiungiFrequenza(griglia, 1, canale.lblTCamp, canale.cboTCamp);
+    if (canale.Chann != nullptr) {
+        QComboBox* ingresso = CreaLista(riquadro, canale.cboChann);
         for (const std::string& voce : ListaIngressiAN) ingresso->addItem(InQt(voce));
         ingressi_[numero] = ingresso;
-        AggiungiRiga(griglia, 2, canale.EtichettaChann, kTestoIngresso, ingresso);
+        AggiungiRiga(griglia, 2, canale.lblChann, kTestoIngresso, ingresso);
     }
     return riquadro;
 }
@@ -251,7 +249,7 @@ QWidget* frmSensori::CreaBase() {
     for (std::size_t i = 0; i < kLivelliSensori.size(); ++i) {
         sinistra->addWidget(CreaLivello(pagina, i));
     }
-    sinistra->addWidget(CreaCanale(pagina, kLivelloBenzina));
+    sinistra->addWidget(CreaCanale(pagina, kCanaleLB));
     sinistra->addStretch(1);
     auto* destra = new QVBoxLayout;
     for (const std::size_t canale : kColonnaBase) destra->addWidget(CreaCanale(pagina, canale));
@@ -277,7 +275,7 @@ QWidget* frmSensori::CreaOpzionali() {
     return pagina;
 }
 
-void frmSensori::AggiornaTesti(Mnemonica& lettere) {
+void frmSensori::TestiPropri(Mnemonica& lettere) {
     setWindowTitle(InQt(Testo(Voce::TitoloSensori)));
     SSTab1_->setAccessibleName(InQt(Testo(Voce::TitoloSensori)));
     SSTab1_->setTabText(0, lettere.Con(InQt(Testo(Voce::SchedaBase))));
@@ -320,7 +318,7 @@ bool frmSensori::ValidaSensori() {
     const auto canale = CanaleSenzaNome(*campi_);
     if (!canale) return true;
     Vai(nomi_[*canale]);
-    platform().MsgBox(Testo(kCanaliEditor[*canale].TestoManca) + "\r\n" + Testo(Voce::MancaNome),
+    platform().MsgBox(Testo(kCanaliSensore[*canale].TestoManca) + "\r\n" + Testo(Voce::MancaNome),
                       Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
     return false;
 }
@@ -330,9 +328,9 @@ bool frmSensori::ValidaCanali() {
     if (!coppia) return true;
     const auto& [primo, secondo] = *coppia;
     Vai(ingressi_[secondo]);
-    platform().MsgBox(Testo(kTestoConflitto) + "\r\n" + Testo(kCanaliEditor[primo].Titolo) + ", " +
-                          Testo(kCanaliEditor[secondo].Titolo) + ": " +
-                          campi_->Testo(kCanaliEditor[secondo].Chann),
+    platform().MsgBox(Testo(kTestoConflitto) + "\r\n" + Testo(kCanaliSensore[primo].Titolo) + ", " +
+                          Testo(kCanaliSensore[secondo].Titolo) + ": " +
+                          campi_->Testo(kCanaliSensore[secondo].cboChann),
                       Buttons::Ok, Icon::Warning, DaQt(windowTitle()));
     return false;
 }
@@ -344,8 +342,7 @@ bool frmSensori::NumeriValidi(bool ancheVuoti) {
         NumeroSensori numero = kNumeriSensori[i];
         numero.VuotoZero = numero.VuotoZero && ancheVuoti;
         if (LeggiNumero(numero, DaQt(caselle_[i]->text()))) continue;
-        Vai(caselle_[i]);
-        caselle_[i]->selectAll();
+        VaiAllaCasella(*caselle_[i]);
         MostraNumeroErrato(*caselle_[i]);
         return false;
     }
@@ -386,7 +383,7 @@ void frmSensori::cmdInviaDati_Click() {
         [&] {
             riuscito = Passo(InviaDatiSensori);
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
-                Progresso(kCanaliSensore[i].TestoInvio);
+                Progresso(Testo(kCanaliSensore[i].TestoInvio));
                 PreparaCurva(i, *campi_);
                 riuscito = Passo([i] { InviaCurvaSensore(static_cast<std::int16_t>(i)); });
             }
@@ -404,7 +401,7 @@ void frmSensori::cmdLeggiDati_Click() {
         [&] {
             riuscito = Passo(LeggiDatiSensori);
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
-                Progresso(kCanaliSensore[i].TestoLettura);
+                Progresso(Testo(kCanaliSensore[i].TestoLettura));
                 riuscito = Passo([i] { LeggiCurvaSensore(static_cast<std::int16_t>(i)); });
                 if (riuscito) NominaCurva(i, *campi_);
             }

@@ -35,7 +35,7 @@ class frmSensori : public frmEditor {
         Voce Titolo = Voce::Nessuna;
     };
 
-    void AggiornaTesti(Mnemonica& lettere) override;
+    void TestiPropri(Mnemonica& lettere) override;
     void OKButton_Click() override;
     void cmdInviaDati_Click() override;
     void cmdLeggiDati_Click() override;

@@ -18,18 +18,4 @@ void ImpostaFormAttiva(Editor* editor) {
     FormAttiva = editor;
 }
 
-void AzzeraStatoShell() {
-    AnalisiSpeed = false;
-    FaseComunicazione = 0;
-    StrumentoPresente = false;
-    StrumentoPresentePrec = false;
-    AnalisiInCorso = false;
-    AnalisiCaricata = false;
-    FormAttiva = nullptr;
-    ProgettoModificato = false;
-    PercorsoProgetto.clear();
-    ProgettoSenzaFile = false;
-    FileRecenteScelto.clear();
-}
-
 }  // namespace lapvane

@@ -38,7 +38,4 @@ extern std::filesystem::path FileRecenteScelto;
 /// Called by the load of an editor.
 void ImpostaFormAttiva(Editor* editor);
 
-/// Puts the shell's state back to that of a fresh process.
-void AzzeraStatoShell();
-
 }  // namespace lapvane

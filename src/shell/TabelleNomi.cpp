@@ -1,6 +1,7 @@
 #include "shell/TabelleNomi.h"
 
 #include <initializer_list>
+#include <span>
 
 #include "shell/LoadStrings.h"
 
@@ -20,10 +21,14 @@ std::vector<std::string> ListaAllarmeExtra;
 
 namespace {
 
-std::vector<std::string> DaTesti(std::initializer_list<Voce> voci) {
+std::vector<std::string> DaTesti(std::span<const Voce> voci) {
     std::vector<std::string> lista;
     for (const Voce voce : voci) lista.push_back(Testo(voce));
     return lista;
+}
+
+std::vector<std::string> DaTesti(std::initializer_list<Voce> voci) {
+    return DaTesti(std::span(voci.begin(), voci.size()));
 }
 
 }  // namespace
@@ -36,10 +41,7 @@ void CaricaTabelleNomi() {
     ListaIngressiAN = {"AN 1", "AN 2"};
     ListaCanaliA = DaTesti({Voce::LivelloNonUsato, Voce::AttivoBasso, Voce::AttivoAlto});
     ListaCanaliB = ListaCanaliA;
-    ListaTipiSensore =
-        DaTesti({Voce::TipoTemperaturaOlio, Voce::TipoPressioneOlio, Voce::TipoPressioneBenzina,
-                 Voce::TipoTemperaturaAcqua, Voce::TipoLivelloBenzina, Voce::TipoMarcia,
-                 Voce::SondaLambda, Voce::CanalePressioneTurbo, Voce::CanaleSensoreG});
+    ListaTipiSensore = DaTesti(kTestiTipiSensore);
     ListaAllarmeBase = DaTesti({Voce::AllarmeEsterno});
     ListaAllarmi = DaTesti({Voce::UscitaTemperaturaOlio, Voce::UscitaPressioneOlio,
                             Voce::UscitaPressioneBenzina, Voce::UscitaTemperaturaAcqua,

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
+
+#include "shell/Voci.h"
 
 namespace lapvane {
 
@@ -17,6 +20,12 @@ extern std::vector<std::string> ListaTipiSensore;
 extern std::vector<std::string> ListaAllarmeBase;
 extern std::vector<std::string> ListaAllarmi;
 extern std::vector<std::string> ListaAllarmeExtra;
+
+/// The entries of `ListaTipiSensore`: the curve channels by their numbers.
+inline constexpr std::array<Voce, 9> kTestiTipiSensore = {
+    Voce::TipoTemperaturaOlio,  Voce::TipoPressioneOlio,    Voce::TipoPressioneBenzina,
+    Voce::TipoTemperaturaAcqua, Voce::TipoLivelloBenzina,   Voce::TipoMarcia,
+    Voce::SondaLambda,          Voce::CanalePressioneTurbo, Voce::CanaleSensoreG};
 
 /// Fills the tables; at load and after each change of language.
 void CaricaTabelleNomi();

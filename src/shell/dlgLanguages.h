@@ -1,25 +1,22 @@
 #pragma once
 
-#include <QDialog>
 #include <QRadioButton>
+
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
 /// The choice of language.
-class dlgLanguages : public QDialog {
+class dlgLanguages : public Dialogo {
     Q_OBJECT
  public:
     explicit dlgLanguages(QWidget* parent = nullptr);
 
- protected:
-    bool event(QEvent* evento) override;
-
  private:
-    void AggiornaTesti();
+    void AggiornaTesti(Mnemonica& lettere) override;
 
     QRadioButton* optItaliano_ = nullptr;
     QRadioButton* optInglese_ = nullptr;
-    QPushButton* CancelButton_ = nullptr;
 };
 
 }  // namespace lapvane

@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QLabel>
-#include <QPointer>
 #include <QTimer>
 #include <utility>
 
@@ -12,8 +11,8 @@
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
-#include "shell/Principale.h"
 #include "shell/Protetto.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
@@ -86,8 +85,8 @@ void CasellaNumerica::Rifiuta() {
     QTimer::singleShot(0, this, [this] {
         Protetto([this] {
             rifiutata_ = false;
-            principale().QuandoLibero(this, [casella = QPointer<CasellaNumerica>(this)] {
-                if (casella != nullptr && casella->isVisible()) casella->Avvisa();
+            QuandoLibero(this, this, [this] {
+                if (isVisible()) Avvisa();
             });
         });
     });

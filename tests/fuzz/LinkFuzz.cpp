@@ -19,6 +19,7 @@
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "tools/support/BareViews.h"
+#include "tools/support/FreshState.h"
 
 namespace {
 

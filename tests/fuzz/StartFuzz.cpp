@@ -9,6 +9,7 @@
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "tools/support/BareViews.h"
+#include "tools/support/FreshState.h"
 #include "tools/texttable/texttable.h"
 
 namespace {

@@ -11,6 +11,7 @@
 #include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
 #include "support/SpazioFinito.h"
+#include "tools/support/FreshState.h"
 
 namespace lapvane {
 namespace {

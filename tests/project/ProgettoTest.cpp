@@ -12,6 +12,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
+#include "tools/support/FreshState.h"
 
 namespace lapvane {
 namespace {

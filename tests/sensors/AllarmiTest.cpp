@@ -47,13 +47,7 @@ TEST(Soglie, ShowTidyAndScale) {
     }
 }
 
-TEST(TipiAllarme, OnlyWhatTheListHasIsAPosition) {
-    EXPECT_EQ(PosizioneTipo("1", 1), 0);
-    EXPECT_EQ(PosizioneTipo(7, 7), 6);
-    for (const char* tipo : {"", "0", "2", "-1", "x", "4294967297", "9999999999999999999999"}) {
-        EXPECT_EQ(PosizioneTipo(std::string_view(tipo), 1), -1) << tipo;
-    }
-    EXPECT_EQ(PosizioneTipo(8, 7), -1);
+TEST(Unita, OnlyWhatTheListHasHasAName) {
     EXPECT_EQ(NomeUnita({"bar", "psi"}, 1), "psi");
     EXPECT_EQ(NomeUnita({"bar", "psi"}, 2), "");
     EXPECT_EQ(NomeUnita({"bar", "psi"}, -1), "");

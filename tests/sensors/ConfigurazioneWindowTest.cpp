@@ -168,7 +168,7 @@ TEST_F(Configurazione, RefusesWhatIsNoNumberOfABoxBeforeStoringAnything) {
     EXPECT_EQ(DaQt(C<QLabel>("lblUnitaRecVel")->text()), "mph");
     const std::set<std::string> byte = {"txtStopRecSecondi", "txtTempoMsgGiro", "txtTempoVisGiro"};
     for (const NumeroSetup& numero : kNumeriSetup) {
-        const std::string casella(numero.Controllo);
+        const std::string casella(numero.Casella);
         const bool settore = casella.starts_with("txtSettore");
         for (const std::string testo :
              {"", "abc", "12 m", "1.2.3", settore ? "2147483648" : "32768",

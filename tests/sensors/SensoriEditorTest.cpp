@@ -160,11 +160,11 @@ TEST_F(SensoriEditor, EveryFieldHasItsControl) {
 }
 
 TEST_F(SensoriEditor, MissingSensorsAreToldInTheirOrder) {
-    for (const CanaleEditor& canale : kCanaliEditor) controlli.Spunta(canale.Abil, true);
+    for (const CanaleSensore& canale : kCanaliSensore) controlli.Spunta(canale.chkAbil, true);
     std::vector<Voce> testi;
     while (const auto canale = CanaleSenzaNome(controlli)) {
-        testi.push_back(kCanaliEditor[*canale].TestoManca);
-        controlli.Testo(kCanaliEditor[*canale].Nome, "di nessun file");
+        testi.push_back(kCanaliSensore[*canale].TestoManca);
+        controlli.Testo(kCanaliSensore[*canale].cboNome, "di nessun file");
         ASSERT_LE(testi.size(), 9u);
     }
     EXPECT_EQ(testi,
@@ -196,8 +196,8 @@ TEST_F(SensoriEditor, OnlyTurboAccelerationAndLambdaFightForAnInput) {
                     EXPECT_EQ(coppia.has_value(), accesi && uguali && b < 3)
                         << chann[a] << " " << chann[b] << accesi << uguali;
                     if (!coppia) continue;
-                    EXPECT_EQ(kCanaliEditor[coppia->first].Chann, chann[a]);
-                    EXPECT_EQ(kCanaliEditor[coppia->second].Chann, chann[b]);
+                    EXPECT_EQ(kCanaliSensore[coppia->first].cboChann, chann[a]);
+                    EXPECT_EQ(kCanaliSensore[coppia->second].cboChann, chann[b]);
                 }
             }
         }
@@ -229,10 +229,10 @@ TEST_F(SensoriEditor, CurvesGoOutByTheirBoxAndTheAccelerationByTheTurbos) {
 
     // Every other channel by its own box.
     for (std::size_t i = 0; i < 8; ++i) {
-        controlli.Accese = {std::string(kCanaliEditor[i].Abil)};
+        controlli.Accese = {std::string(kCanaliSensore[i].chkAbil)};
         for (std::size_t altro = 0; altro < 8; ++altro) {
             CurvaX.fill(7);
-            controlli.Testo(kCanaliEditor[altro].Nome, "di nessun file");
+            controlli.Testo(kCanaliSensore[altro].cboNome, "di nessun file");
             PreparaCurva(altro, controlli);
             EXPECT_EQ(CurvaX[0], altro == i ? 7.0 : 0.0) << i << altro;
         }
@@ -255,7 +255,7 @@ TEST_F(SensoriEditor, NamesComeFromTheirTypeAloneInTheLibrarysOrder) {
             CurvaY[i] = y;
         }
         NominaCurva(canale, controlli);
-        return controlli.Testo(kCanaliEditor[canale].Nome);
+        return controlli.Testo(kCanaliSensore[canale].cboNome);
     };
     EXPECT_EQ(letta(1, 125), "Zeta");
     EXPECT_EQ(letta(2, 4000), "alfa") << "the first of two equal curves";

@@ -1,18 +1,16 @@
 #include "device/Diagnostica.h"
-#include "device/SerialComm.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
-#include "project/FileRecenti.h"
 #include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
 #include "sensors/CSensore.h"
 #include "sensors/Curve.h"
 #include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "support/PlatformProva.h"
+#include "tools/support/FreshState.h"
 
 namespace lapvane::prova {
 

@@ -62,10 +62,10 @@ const std::vector<Rule> kRules = {
     {"device/RecordStrumento", "elenco", What::Data},
     {"device/ProgrammaStrumento", "Testo(manca)", What::Expression, "device/ProgrammaStrumento",
      R"(\b(Voce::Manca\w+)\b)"},
-    {"sensors/frmConfigurazione", "Ammessi(*CampoDi(kNumeriSetup[i].Controllo))", What::Data},
-    {"sensors/frmSensori", "Testo(kCanaliEditor[primo].Titolo)", What::Data},
-    {"sensors/frmSensori", "Testo(kCanaliEditor[secondo].Titolo)", What::Data},
-    {"sensors/frmSensori", "campi_->Testo(kCanaliEditor[secondo].Chann)", What::Data},
+    {"sensors/frmConfigurazione", "Ammessi(*CampoDi(kNumeriSetup[*i].Casella))", What::Data},
+    {"sensors/frmSensori", "Testo(kCanaliSensore[primo].Titolo)", What::Data},
+    {"sensors/frmSensori", "Testo(kCanaliSensore[secondo].Titolo)", What::Data},
+    {"sensors/frmSensori", "campi_->Testo(kCanaliSensore[secondo].cboChann)", What::Data},
     {"widgets/CasellaNumerica", "DaQt(nome)", What::Data},
     {"reports/dlgSetGraph", "Testo(didascalia)", What::Data},
     {"reports/dlgSetGraph", "ammessi", What::Data},
@@ -83,8 +83,6 @@ const std::vector<Rule> kRules = {
     {"sensors/frmEditor", "Testo(corpo)", What::Expression, "sensors/frm",
      R"(Conferma\([\w.]+, ([\w:]+)\))"},
     {"sensors/frmEditor", "Testo(scambio.TestoFine)", What::Expression, "sensors/frm", kEnd},
-    {"device/ProgrammaStrumento", "Testo(c.Testo)", What::Expression, "device/ProgrammaStrumento",
-     R"(&R::TCamp\w+, (Voce::\w+)\})"},
     {"device/ProgrammaStrumento", "Testo(verso_.Domanda)", What::Expression,
      "device/ProgrammaStrumento", R"(Verso k\w+ = \{(Voce::\w+),)"},
     {"device/ProgrammaStrumento", "Testo(verso_.Interrotta)", What::Expression,
@@ -250,12 +248,12 @@ class Scanner {
             if (*number != 0) found_.Texts.insert(*number);
             return;
         }
-        if (text == "kCanaliEditor[*canale].TestoManca") {
-            for (const CanaleEditor& channel : kCanaliEditor)
+        if (text.ends_with(".TestoManca")) {
+            for (const CanaleSensore& channel : kCanaliSensore)
                 found_.Texts.insert(static_cast<int>(channel.TestoManca));
             return;
         }
-        if (text == "kNumeriSetup[i].Didascalia") {
+        if (text == "kNumeriSetup[*i].Didascalia") {
             for (const NumeroSetup& number : kNumeriSetup) {
                 found_.Texts.insert(static_cast<int>(number.Didascalia));
                 found_.Captions.insert(static_cast<int>(number.Didascalia));

@@ -100,7 +100,7 @@ std::string SetupNumbers(const Texts& texts) {
     std::string table =
         Heading({texts.Pick("Casella", "Box"), texts.Pick("Valori ammessi", "Range")});
     for (const NumeroSetup& number : kNumeriSetup) {
-        Row(table, {Escaped(texts.Of(number.Didascalia)), Ammessi(*CampoDi(number.Controllo))});
+        Row(table, {Escaped(texts.Of(number.Didascalia)), Ammessi(*CampoDi(number.Casella))});
     }
     return table;
 }

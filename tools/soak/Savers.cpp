@@ -24,6 +24,7 @@
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "tools/support/BareViews.h"
+#include "tools/support/FreshState.h"
 
 namespace lapvane::soak {
 

@@ -26,6 +26,7 @@
 #include "project/DatiProgetto.h"
 #include "shell/StatoShell.h"
 #include "shell/frmMain.h"
+#include "tools/support/FreshState.h"
 
 namespace lapvane::soak {
 

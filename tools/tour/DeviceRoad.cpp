@@ -41,11 +41,12 @@ QMap<QByteArray, QByteArray> Lines(const QString& path) {
 
 /// Keys whose values differ, of those that the instrument holds.
 QString Differences(const QString& before, const QString& after) {
-    // What describes the project, the sampling rates and page 1 never travel; acceleration is off,
-    // so that its curve went out as zeros.
+    // What describes the project, the sampling rates and page 1 never travel; acceleration and gear
+    // are off, so that their curves went out as zeros.
     const auto travels = [](const QByteArray& key) {
-        for (const char* start : {"ID_NomeP", "ID_Data", "ID_Autore", "ID_Strumento", "ID_Veicolo",
-                                  "ID_Note", "ID_TCamp", "ID_PaginaAbilitata1", "ID_SensoreG"}) {
+        for (const char* start :
+             {"ID_NomeP", "ID_Data", "ID_Autore", "ID_Strumento", "ID_Veicolo", "ID_Note",
+              "ID_TCamp", "ID_PaginaAbilitata1", "ID_SensoreG", "ID_Cambio"}) {
             if (key.startsWith(start)) return false;
         }
         return true;

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <functional>
+#include <string_view>
+
+#include "widgets/Mnemonica.h"
+
+class QGroupBox;
+class QHBoxLayout;
+
+namespace lapvane {
+
+/// Keeps the place of a widget while it is hidden.
+void TieniPosto(QWidget* widget);
+
+/// A size that fits the screen of a window.
+QSize NelloSchermo(const QWidget& finestra, QSize misura);
+
+/// A label of that name; its Alt letter leads to `compagno`.
+QLabel* Etichetta(QWidget* dove, const char* nome, QWidget* compagno = nullptr);
+
+/// A frame of that name.
+QGroupBox* Cornice(QWidget* dove, std::string_view nome);
+
+/// Runs `azione` when the link is free (`Principale::QuandoLibero`), if `vivo` still lives then.
+void QuandoLibero(const QObject* chi, QObject* vivo, std::function<void()> azione);
+
+/// What the dialogs share: a name, texts that follow the language, the row of OK and Cancel.
+class Dialogo : public QDialog {
+    Q_OBJECT
+ protected:
+    Dialogo(const char* nome, QWidget* parent, Qt::WindowFlags tipo = {});
+
+    /// Puts the captions on, at the end of the constructor; from then on it happens again whenever
+    /// the window comes to the front.
+    void Testi();
+    virtual void AggiornaTesti(Mnemonica&) {}
+
+    /// OK, which is the default, and Cancel, whose caption is the window's, behind what stands in
+    /// front of them (null: nothing).
+    QHBoxLayout* CreaPulsanti(QWidget* davanti, std::function<void()> ok);
+
+    bool event(QEvent* evento) override;
+
+    QPushButton* OKButton_ = nullptr;
+    QPushButton* CancelButton_ = nullptr;
+
+ private:
+    bool seguono_ = false;  // the texts, the language
+};
+
+}  // namespace lapvane
