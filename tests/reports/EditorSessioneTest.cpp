@@ -79,14 +79,14 @@ TEST_F(EditorDellaSessione, ACircuitLeavesNothingOfTheOneBefore) {
         EXPECT_EQ(DatiSessione.LunghTracciato, letta);
     }
     editor.ScegliCircuito("Prova");
-    EXPECT_FALSE(editor.ScegliCircuito("manca"));
+    EXPECT_FALSE(editor.ScegliCircuito("../tracks/Prova")) << "not out of the folder and back";
     EXPECT_TRUE(editor.Punti().empty());
     EXPECT_EQ(editor.Divisione().NumSettori, 0);
     const std::string prima = File("Prova.sec");
     editor.Dividi(2);
     EXPECT_EQ(OK(editor), Esito::Fatto);
     EXPECT_EQ(File("Prova.sec"), prima);
-    EXPECT_FALSE(std::filesystem::exists(tracks / "manca.sec")) << "no outline, no division";
+    EXPECT_EQ(File("Altro.sec"), "abc\r\n3200\r\n");
 }
 
 TEST_F(EditorDellaSessione, TracksThatCannotBeHadOrWritten) {

@@ -131,18 +131,8 @@ TEST_F(DialogoSessione, ChoosingACircuitBringsItsOutlineAndDivision) {
     EXPECT_EQ(C<DisegnoTracciato>("Picture1")->Punti().size(), 41u);
     EXPECT_TRUE(C<DisegnoTracciato>("Picture1")->Tratti().empty());
     OKRifiutato(Voce::SommaSettori);
-
-    // A circuit without an outline: nothing is drawn, and no file of another one is written.
     Batti(circuiti, "../Valdoro", Qt::Key_Return);
     EXPECT_TRUE(C<DisegnoTracciato>("Picture1")->Punti().empty());
-    Batti(C<QLineEdit>("txtLunghezzaTracciato"), "100", Qt::Key_Return);
-    Settori(2);
-    const std::string prima = Leggi(tracks / "Valdoro.sec");
-    OK();
-    EXPECT_FALSE(dialogo->isVisible());
-    EXPECT_EQ(DatiSessione.Circuito, "../Valdoro");
-    EXPECT_EQ(Leggi(tracks / "Valdoro.sec"), prima);
-    EXPECT_FALSE(fs::exists(tracks / "Quadrato.sec"));
 }
 
 TEST_F(DialogoSessione, NewDivisionIsWrittenWithTheSession) {
