@@ -311,13 +311,11 @@ void OpenLog(benchmark::State& state) {
             graph.resize(kWidth, kHeight);
             BareAnalysisView view;
             AnalisiDatiSpeed analysis(view, graph, overview);
-            for (const std::size_t c : {3U, 4U, 5U, 6U}) analysis.chkGrafico[c] = true;
-            analysis.NumCanaliAttivi = 4;
-            analysis.NomeFileDati = Log().Csv();
-            const bool opened = analysis.Carica();
+            for (const int c : {3, 4, 5, 6}) analysis.chkGrafico_Click(c, true);
+            const bool opened = analysis.Carica(Log().Csv());
             graph.show();
             QApplication::processEvents();
-            if (!opened || analysis.NumRighe != kRows || graph.ElementoCorrente() != 5 ||
+            if (!opened || analysis.NumRighe() != kRows || graph.ElementoCorrente() != 5 ||
                 graph.Ridisegni() == 0) {
                 state.SkipWithError("the log is not on the screen");
                 return;

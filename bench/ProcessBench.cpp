@@ -87,7 +87,7 @@ void OpenWindow(const std::filesystem::path& log) {
     if (!window.Carica()) throw std::runtime_error("the log was not opened");
     window.show();
     QApplication::processEvents();
-    if (window.Analisi().NumRighe < kRows) throw std::runtime_error("the log is not whole");
+    if (window.Analisi().NumRighe() < kRows) throw std::runtime_error("the log is not whole");
 }
 
 int OpenLog(int argc, char** argv) {

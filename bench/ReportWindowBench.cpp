@@ -5,8 +5,10 @@
 #include <stdexcept>
 #include <string>
 
-#include "analysis/frmAnalisiDatiSpeed.h"
+#include "analysis/CalcoloFigure.h"
+#include "analysis/GiriLog.h"
 #include "platform/qt/QtPrinter.h"
+#include "reports/AnalisiPubblica.h"
 #include "reports/DatiSessione.h"
 #include "reports/StampaReport.h"
 #include "reports/dlgReportGiri.h"
@@ -19,25 +21,33 @@ using namespace lapvane;
 
 constexpr int kLaps = kGiriMassimi - 1;  // lap index 1 is no lap
 
-/// A window whose analysis has all the laps that it can hold.
-struct FullReport {
+/// An analysis that has all the laps that it can hold.
+struct FullReport : AnalisiPubblica {
     FullReport() {
         DatiSessione.LunghTracciato = "4909";
-        AnalisiDati& analysis = Window.Analisi();
-        analysis.NumGiri = kLaps;
+        FileTim file;
         for (int lap = 1; lap <= kLaps; ++lap) {
-            const auto i = static_cast<std::size_t>(lap) + 1;
-            analysis.TempiGiro[i][1] = CentesimiInTempo(8000 + lap * 7919 % 500);
-            analysis.TempiSessione[i] = "1";
+            file.Righe.push_back({CentesimiInTempo(8000 + lap * 7919 % 500), "1"});
         }
+        file.Linee = kLaps + 1;
+        Laps.Prendi(file);
     }
-    frmAnalisiDatiSpeed Window;
+    int NumCampi() const override { return 0; }
+    int NumGiri() const override { return Laps.NumGiri(); }
+    std::string GetMinVal(int) const override { return {}; }
+    std::string GetMaxVal(int) const override { return {}; }
+    std::string GetMediaVal(int) const override { return {}; }
+    std::string GetNomeMisura(int) const override { return {}; }
+    std::string GetTempoGiro(int lap) const override { return Laps.GetTempoGiro(lap); }
+    std::string GetSessioneTempo(int lap) const override { return Laps.GetSessioneTempo(lap); }
+    std::string GetVelocitaGiro(int lap) const override { return VelocitaGiro(GetTempoGiro(lap)); }
+    GiriLog Laps;
 };
 
 void ShowReport(benchmark::State& state) {
     FullReport report;
     for (auto _ : state) {
-        dlgReportGiri dialog(report.Window.Analisi());
+        dlgReportGiri dialog(report);
         dialog.show();
         benchmark::DoNotOptimize(dialog.grab());
     }
@@ -46,7 +56,7 @@ BENCHMARK(ShowReport)->Unit(benchmark::kMillisecond);
 
 void SortReport(benchmark::State& state) {
     FullReport report;
-    dlgReportGiri dialog(report.Window.Analisi());
+    dlgReportGiri dialog(report);
     dialog.show();
     auto* const grid = dialog.findChild<Tabella*>();
     int column = 1;

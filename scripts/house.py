@@ -73,13 +73,7 @@ ROOMS = [
 GENERATED = {"shell/Voci.h": "shell"}
 
 # Arrows that run upward and are on their way out: who, and what it includes.
-EXCEPTIONS = [
-    ("src/reports/dlgDatiSessione.cpp", "src/analysis/AnalisiDati.h"),
-    ("src/reports/dlgReportGiri.h", "src/analysis/AnalisiDati.h"),
-    ("src/reports/dlgSetGraph.h", "src/analysis/AnalisiDati.h"),
-    ("src/reports/dlgStatistiche.h", "src/analysis/AnalisiDati.h"),
-    ("src/reports/dlgStatisticheMisure.h", "src/analysis/AnalisiDati.h"),
-]
+EXCEPTIONS = []
 
 SUFFIXES = (".cpp", ".h", ".cc", ".cxx", ".hpp", ".hxx", ".c", ".inl")
 INCLUDE_ROOTS = ["src", ".", "tests"]

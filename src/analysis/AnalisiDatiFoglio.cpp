@@ -3,8 +3,10 @@
 #include <new>
 #include <system_error>
 
+#include "analysis/FileMancante.h"
 #include "analysis/LettoreDati.h"
 #include "platform/FileTesto.h"
+#include "platform/PuntatoreOccupato.h"
 #include "platform/Testo1252.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
@@ -14,22 +16,18 @@ namespace lapvane {
 
 namespace fs = std::filesystem;
 
-bool AnalisiDatiFoglio::Carica() {
-    Ripara(NomeFileDati);
+bool AnalisiDatiFoglio::CaricaLog() {
     const PuntatoreOccupato occupato;
     IniziaCaricamento();
-    CaricaFoglio(Piano::Dati, NomeFileDati);
-    NumRighe = tabella_.NumeroRighe();
-    NumRigheTesto = TestoNumero(NumRighe);
-    NumCampi = tabella_.NumeroColonne(Piano::Dati);
+    CaricaFoglio(Piano::Dati, NomeFileDati());
+    ImpostaNumRighe(tabella_.NumeroRighe());
+    ImpostaNumCampi(tabella_.NumeroColonne(Piano::Dati));
     MostraCanali();
     if (!CercaFileLaterale()) return false;
-    principale().TestoPannello(Pannello::Percorso, Testo(Voce::LetturaFileAllarmi));
-    principale().TestoPannello(Pannello::Progresso, Testo(Voce::CaricamentoDati));
-    CaricaFoglio(Piano::Laterale, SenzaFine(NomeFileDati, 4, ".txt"));
-    NumSettori = 1;
+    MostraLettura(Voce::LetturaFileAllarmi);
+    CaricaFoglio(Piano::Laterale, SenzaFine(NomeFileDati(), 4, ".txt"));
     LeggiTempi();
-    ImpostaCanali(NTGraph1);
+    ImpostaCanali();
     ConcludiCaricamento();
     return true;
 }
@@ -47,11 +45,11 @@ void AnalisiDatiFoglio::CaricaFoglio(Piano piano, const fs::path& percorso) {
 bool AnalisiDatiFoglio::CercaFileLaterale() {
     // Kept: the test asks for any entry of the current folder at all, not for the side file, so
     // that a missing side file is not noticed here; the overview stays empty then.
-    FileLatiTrovati = true;
+    ImpostaFileLatiTrovati(true);
     std::error_code errore;
     if (!fs::is_empty(platform().CurDir(), errore) && !errore) return true;
     FileMancante({});
-    FileLatiTrovati = false;
+    ImpostaFileLatiTrovati(false);
     constexpr const char* kSoloEstensione = ".alm";
     if (fs::exists(platform().CurDir() / kSoloEstensione, errore)) return true;
     FileMancante(kSoloEstensione);

@@ -12,18 +12,20 @@ class AnalisiDatiFoglio : public AnalisiDati {
  public:
     using AnalisiDati::AnalisiDati;
 
-    bool Carica() override;
     const TabellaDati& Tabella() const override { return tabella_; }
 
  private:
+    bool CaricaLog() override;
     std::string TitoloColonna(int c) const override { return tabella_.Titolo(c, Piano::Dati); }
     void PrimaRigaTempi(std::string_view) override {}
     double Massimo(std::span<const double> celle) const override { return MassimoCelle(celle); }
     double Minimo(std::span<const double> celle) const override { return MinimoCelle(celle); }
-    int ColonnaX() const override { return AsseDistanza ? kColonnaDistanza : kColonnaTempo; }
+    int ColonnaX(bool asseDistanza) const override {
+        return asseDistanza ? kColonnaDistanza : kColonnaTempo;
+    }
     // Kept: the button of one step forward alone works on the stored window.
     bool LeggePrimaDiSpostare() const override { return false; }
-    Piano PianoDelTempo(bool) const override { return Piano::Dati; }
+    Piano PianoDelTempo(Grafico) const override { return Piano::Dati; }
 
     void CaricaFoglio(Piano piano, const std::filesystem::path& percorso);
     bool CercaFileLaterale();

@@ -13,27 +13,19 @@ class AnalisiDatiSpeed : public AnalisiDati {
  public:
     using AnalisiDati::AnalisiDati;
 
-    bool Carica() override;
     const TabellaDati& Tabella() const override { return tabella_; }
 
-    /// The description of the two files that a text driver looks for, written beside them.
-    void ScriviSchema() const;
-
-    int NumCampiTxt = 0;                 ///< columns of the side file, less the lap number
-    std::filesystem::path Cartella;      ///< folder of the CSV
-    std::filesystem::path NomeCsv;       ///< its name
-    std::filesystem::path NomeLaterale;  ///< bare name of the side file
-
  private:
+    bool CaricaLog() override;
     std::string TitoloColonna(int c) const override;
     void PrimaRigaTempi(std::string_view riga) override;
     double Massimo(std::span<const double> celle) const override { return MassimoColonna(celle); }
     double Minimo(std::span<const double> celle) const override { return MinimoColonna(celle); }
     // Kept: this window draws over time only; with the distance axis its graphs stay empty.
-    int ColonnaX() const override { return AsseDistanza ? 0 : kColonnaTempo; }
+    int ColonnaX(bool asseDistanza) const override { return asseDistanza ? 0 : kColonnaTempo; }
     bool LeggePrimaDiSpostare() const override { return true; }
-    Piano PianoDelTempo(bool panoramica) const override {
-        return panoramica ? Piano::Laterale : Piano::Dati;
+    Piano PianoDelTempo(Grafico grafico) const override {
+        return grafico == Grafico::Allarmi ? Piano::Laterale : Piano::Dati;
     }
 
     bool CercaFileLaterale();
@@ -43,6 +35,10 @@ class AnalisiDatiSpeed : public AnalisiDati {
 
     TabellaArray tabella_;
     PerCanale<std::string> titoli_;
+    int NumCampiTxt_ = 0;                 ///< columns of the side file, less the lap number
+    std::filesystem::path Cartella_;      ///< folder of the CSV
+    std::filesystem::path NomeCsv_;       ///< its name
+    std::filesystem::path NomeLaterale_;  ///< bare name of the side file
 };
 
 }  // namespace lapvane

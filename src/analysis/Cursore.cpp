@@ -1,9 +1,11 @@
-// What stands under the cursor: values, alarm lamps, the marker of the track map.
+#include "analysis/Cursore.h"
+
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <string>
 
-#include "analysis/AnalisiDati.h"
+#include "reports/Circuiti.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {
@@ -19,52 +21,64 @@ std::optional<std::int32_t> Intero(double valore) {
 
 }  // namespace
 
-void AnalisiDati::ScriviValori(std::int32_t indice) {
-    const double ultimo = FiltroCanale[static_cast<std::size_t>(UltimoCanale)];
-    for (int c = kColonnaTempo; c <= UltimoCanaleFile(); ++c) {
-        const double filtro = FiltroCanale[static_cast<std::size_t>(c)];
+void Cursore::EventoCursore(Grafico grafico, std::int32_t indice) const {
+    ScriviValori(indice);
+    if (grafico == Grafico::Allarmi) AccendiLampade(indice);
+    MuoviMarcatore(indice);
+}
+
+std::int32_t Cursore::IndiceCursore(Quadro& quadro) const {
+    return quadro.Controllo().IndiceDaX(parti_.Finestra.XMin(), 1.0);
+}
+
+void Cursore::ScriviValori(std::int32_t indice) const {
+    const ElencoCanali& canali = parti_.Canali;
+    const FinestraX& finestra = parti_.Finestra;
+    const TabellaDati& tabella = parti_.Forma.Tabella();
+    const double ultimo = canali[canali.UltimoCanale()].FiltroCanale;
+    for (int c = kColonnaTempo; c <= canali.Ultimo(); ++c) {
+        const double filtro = canali[c].FiltroCanale;
         if (filtro == 0.0) continue;  // no row can be told, the value stands
         // All channels are read at the row of the last drawn one, whose points the index counts.
-        const auto riga =
-            Intero(static_cast<double>(indice) * Decimazione * filtro * (ultimo / filtro) + RigaDa);
-        if (!riga || !Tabella().Contiene(c, Piano::Dati, *riga)) continue;
-        const std::string testo = TestoNumeroConSpazio(Tabella().Valore(c, Piano::Dati, *riga));
-        vista_.Valore(c, std::string(Rifila(testo)));
+        const auto riga = Intero(static_cast<double>(indice) * finestra.Decimazione() * filtro *
+                                     (ultimo / filtro) +
+                                 finestra.RigaDa());
+        if (!riga || !tabella.Contiene(c, Piano::Dati, *riga)) continue;
+        const std::string testo = TestoNumeroConSpazio(tabella.Valore(c, Piano::Dati, *riga));
+        parti_.Vista.Valore(c, std::string(Rifila(testo)));
     }
 }
 
-void AnalisiDati::EventoCursore(std::int32_t indice) {
-    ScriviValori(indice);
-    MuoviMarcatore(indice);
-}
-
-void AnalisiDati::EventoCursoreAllarmi(std::int32_t indice) {
-    ScriviValori(indice);
-    const auto riga = Intero(static_cast<double>(indice) * Decimazione + RigaDa);
+void Cursore::AccendiLampade(std::int32_t indice) const {
+    const TabellaDati& tabella = parti_.Forma.Tabella();
+    const auto riga = Intero(static_cast<double>(indice) * parti_.Finestra.Decimazione() +
+                             parti_.Finestra.RigaDa());
     for (int k = 0; k < kNumAllarmi && riga; ++k) {
         const int c = kPrimoAllarme + k;
-        if (!Tabella().Contiene(c, Piano::Laterale, *riga)) break;
+        if (!tabella.Contiene(c, Piano::Laterale, *riga)) break;
         // Alarm k holds 2k while it is on, 2k - 1 while it is off, k from 1.
-        vista_.Lampada(k, Tabella().Valore(c, Piano::Laterale, *riga) == 2.0 * (k + 1));
+        parti_.Vista.Lampada(k, tabella.Valore(c, Piano::Laterale, *riga) == 2.0 * (k + 1));
     }
-    MuoviMarcatore(indice);
 }
 
-void AnalisiDati::MuoviMarcatore(std::int32_t indice) {
-    if (!TracciatoVisibile) return;
-    const double ultimo = FiltroCanale[static_cast<std::size_t>(UltimoCanale)];
-    const double campo = FiltroCanale[static_cast<std::size_t>(UltimoCanaleFile())];
-    if (Decimazione == 0 || campo == 0.0) return;
-    const double inLap =
-        indice + static_cast<double>(RigaDa - InizioGiro(GiroSelezionato)) / Decimazione;
-    const auto punto = Intero(inLap * (NumPuntiTracciato - 1) * Decimazione);
-    const auto righe = Intero(RigheGiro * campo * ultimo / campo);
+void Cursore::MuoviMarcatore(std::int32_t indice) const {
+    if (!mappa_.TracciatoVisibile()) return;
+    const ElencoCanali& canali = parti_.Canali;
+    const int decimazione = parti_.Finestra.Decimazione();
+    const int punti = mappa_.NumPuntiTracciato();
+    const double ultimo = canali[canali.UltimoCanale()].FiltroCanale;
+    const double campo = canali[canali.Ultimo()].FiltroCanale;
+    if (campo == 0.0) return;
+    const std::int32_t nelGiro = parti_.Finestra.RigaDa() - parti_.Giri.InizioSelezionato();
+    const double inLap = indice + static_cast<double>(nelGiro) / decimazione;
+    const auto punto = Intero(inLap * (punti - 1) * decimazione);
+    const auto righe = Intero(parti_.Giri.RigheGiro() * campo * ultimo / campo);
     if (!punto || !righe || *righe == 0) return;  // without a drawn channel there is no share
     int mostrato = *punto / *righe;
     // Lines that have no place among the points: the marker stops at the last one that has.
     constexpr int kUltimoPunto = static_cast<int>(kPuntiMassimi) - 1;
-    if (mostrato < NumPuntiTracciato) mostrato = std::min(mostrato, kUltimoPunto);
-    vista_.MarcatoreMappa(mostrato);
+    if (mostrato < punti) mostrato = std::min(mostrato, kUltimoPunto);
+    parti_.Vista.MarcatoreMappa(mostrato);
 }
 
 }  // namespace lapvane

@@ -1,5 +1,8 @@
 #include "analysis/Schema.h"
 
+#include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
+#include "platform/Testo1252.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {
@@ -27,6 +30,18 @@ std::string TestoSchema(std::string_view nomeCsv, int numCampi, std::string_view
     Sezione(testo, nomeLaterale, numCampiTxt);
     const std::string giro = TestoNumero(numCampiTxt + 1);
     return testo + "Col" + giro + "=F" + giro + " Integer\r\n";
+}
+
+void ScriviSchema(const std::filesystem::path& cartella, const std::filesystem::path& nomeCsv,
+                  int numCampi, const std::filesystem::path& nomeLaterale, int numCampiTxt) {
+    try {
+        ScriviFile(cartella / "schema.ini",
+                   TestoSchema(TestoDaPercorso(nomeCsv), numCampi, TestoDaPercorso(nomeLaterale),
+                               numCampiTxt),
+                   "writing schema.ini");
+    } catch (const ErroreRuntime&) {
+        // A log on a medium that cannot be written to is read all the same.
+    }
 }
 
 }  // namespace lapvane

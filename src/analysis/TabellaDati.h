@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <span>
 
+#include "reports/CanaliLog.h"
+
 namespace lapvane {
 
 /// Planes of the table: the data file and its side file.
@@ -14,8 +16,6 @@ constexpr int kColonnaDistanza = 2;  ///< metres from the start of the lap, both
 constexpr int kColonnaGiro = 11;     ///< lap number of the row, side file
 constexpr int kPrimoAllarme = 3;     ///< column of the first alarm, side file
 constexpr int kNumAllarmi = 8;
-constexpr int kPrimoCanale = 3;    ///< first channel column of the data file
-constexpr int kUltimoCanale = 20;  ///< last channel column that an analysis can hold
 constexpr int kNumCanali = kUltimoCanale + 1;
 
 /// One open log: columns of numbers, one row a tenth of a second. How its rows are counted is the

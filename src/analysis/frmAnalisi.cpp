@@ -96,7 +96,7 @@ QWidget* frmAnalisi::CreaMisure() {
                                  : c == kColonnaDistanza ? "chkDistanza"
                                                          : "";
         auto* riga = new RigaCanale(c, fraMisure_, griglia, c - 1, asse);
-        righe_[static_cast<std::size_t>(c)] = riga;
+        righe_[c] = riga;
         if (riga->optScala != nullptr) optScala_->addButton(riga->optScala, c);
     }
     righe_[kColonnaTempo]->chkGrafico->setChecked(true);
@@ -109,7 +109,9 @@ QWidget* frmAnalisi::CreaSchede() {
     NTGraph1_->setObjectName(QStringLiteral("NTGraph1"));
     NTGraphAll_ = new GraficoWidget;
     NTGraphAll_->setObjectName(QStringLiteral("NTGraphAll"));
-    fraLegendaAllarmi_ = new LegendaAllarmi({kColoriAllarmi.begin(), kColoriAllarmi.end()});
+    std::vector<Colore> colori;
+    for (int k = 0; k < kNumAllarmi; ++k) colori.push_back(ColoreAllarme(k));
+    fraLegendaAllarmi_ = new LegendaAllarmi(colori);
     auto* panoramica = new QWidget;
     auto* riga = new QHBoxLayout(panoramica);
     riga->setContentsMargins(0, 0, 0, 0);
@@ -204,22 +206,23 @@ void frmAnalisi::Collega() {
     connect(navigazione_, &BarraNavigazione::ScorriPremuto, this, [&a](int verso) {
         Protetto([&] { a.cmdScorri_Click(verso < 0 ? Verso::SX : Verso::DX); });
     });
-    NTGraph1_->EventoCursore = [&a](double, double, std::int32_t i) { a.EventoCursore(i); };
+    NTGraph1_->EventoCursore = [&a](double, double, std::int32_t i) {
+        a.EventoCursore(Grafico::Canali, i);
+    };
     NTGraph1_->EventoZoom = [&a] { a.EventoZoom(); };
     NTGraphAll_->EventoCursore = [&a](double, double, std::int32_t i) {
-        a.EventoCursoreAllarmi(i);
+        a.EventoCursore(Grafico::Allarmi, i);
     };
 }
 
 RigaCanale* frmAnalisi::Riga(int c) {
-    return c < kColonnaTempo || c > kUltimoCanale ? nullptr : righe_[static_cast<std::size_t>(c)];
+    return c < kColonnaTempo || c > kUltimoCanale ? nullptr : righe_[c];
 }
 
 bool frmAnalisi::Carica() {
     setWindowTitle(PercorsoInQt(NomeFileDati.filename()));
-    analisi_->NomeFileDati = NomeFileDati;
     RefreshLanguage();
-    caricata_ = analisi_->Carica();
+    caricata_ = analisi_->Carica(NomeFileDati);
     if (!caricata_) return false;
     AdattaMisure();
     return true;

@@ -134,7 +134,7 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     QLabel* lblPiloti_ = nullptr;
     QLabel* txtPiloti_ = nullptr;
     QButtonGroup* optScala_ = nullptr;
-    std::array<RigaCanale*, kNumCanali> righe_{};
+    PerCanale<RigaCanale*> righe_;
     std::unique_ptr<AnalisiDati> analisi_;
     bool caricata_ = false;
     bool scaricata_ = false;

@@ -93,17 +93,13 @@ void frmAnalisi::Esegui(const std::string& chiave) {
 }
 
 void frmAnalisi::Impostazioni(int c) {
-    analisi_->cmdSetGraph_Click(c, [this, c] {
-        dlgSetGraph dialogo(*analisi_, this);
-        dialogo.NumeroCanale = static_cast<std::int16_t>(c);
-        dialogo.exec();
-    });
+    analisi_->cmdSetGraph_Click(
+        c, [this](ImpostazioniCanale& valori) { dlgSetGraph(valori, this).exec(); });
 }
 
 void frmAnalisi::MostraStatistiche() {
     if (!analisi_->CiSonoGiri()) return;
-    analisi_->CalcolaStatistiche();
-    dlgStatistiche(*analisi_, this).exec();
+    dlgStatistiche(CalcolaStatistiche(analisi_->Giri()), this).exec();
 }
 
 void frmAnalisi::MostraStatisticheMisure() {
@@ -111,20 +107,23 @@ void frmAnalisi::MostraStatisticheMisure() {
 }
 
 void frmAnalisi::MostraReport() {
-    if (analisi_->CiSonoGiri()) dlgReportGiri(*analisi_, this).exec();
+    if (!analisi_->CiSonoGiri()) return;
+    std::filesystem::path filePdf = NomeFileDati;
+    filePdf.replace_extension(".pdf");
+    dlgReportGiri(*analisi_, filePdf, this).exec();
 }
 
 void frmAnalisi::MostraTracciato() {
     analisi_->Circuito_Click();
-    chiavi_.at("Circuito")->setChecked(analisi_->TracciatoVisibile);
+    chiavi_.at("Circuito")->setChecked(analisi_->TracciatoVisibile());
 }
 
 void frmAnalisi::MostraSessione() {
-    dlgDatiSessione(*analisi_, this).exec();
+    dlgDatiSessione([this] { analisi_->SalvaDatiSessione(); }, this).exec();
     if (scaricata_) return;
     analisi_->RicompilaTabella();
     AdattaGiri();
-    chiavi_.at("Circuito")->setChecked(analisi_->TracciatoVisibile);
+    chiavi_.at("Circuito")->setChecked(analisi_->TracciatoVisibile());
 }
 
 void frmAnalisi::StampaGrafico() {
@@ -139,8 +138,8 @@ void frmAnalisi::StampaGrafico() {
         std::vector<LivelloGrafico> livelli;
         livelli.reserve(kNumAllarmi);
         for (int k = 0; k < kNumAllarmi; ++k) {
-            livelli.push_back({2.0 * k + 1.5, kColoriAllarmi[static_cast<std::size_t>(k)],
-                               Testo(Dopo(Voce::AllarmePompaOlio, k))});
+            livelli.push_back(
+                {2.0 * k + 1.5, ColoreAllarme(k), Testo(Dopo(Voce::AllarmePompaOlio, k))});
         }
         NTGraphAll_->Livelli(std::move(livelli));
     }

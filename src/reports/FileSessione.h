@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/Platform.h"
+#include "reports/CanaliLog.h"
 #include "reports/DatiSessione.h"
 
 namespace lapvane {
@@ -20,8 +21,8 @@ struct CanaleSessione {
     double Massimo = 0.0;
 };
 
-constexpr int kPrimoCanaleSessione = 3;  ///< number of the channel of the first line
-using CanaliSessione = std::array<CanaleSessione, 18>;
+/// The channels in order, one line each.
+using CanaliSessione = std::array<CanaleSessione, kUltimoCanale - kPrimoCanale + 1>;
 
 /// The text of a .ses file, always 26 lines: a line break inside a value becomes one blank.
 std::string ScriviSessione(const RecordSessione& sessione, const CanaliSessione& canali);

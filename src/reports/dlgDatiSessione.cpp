@@ -7,18 +7,13 @@
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
-#include "analysis/AnalisiDati.h"
-#include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "reports/Circuiti.h"
-#include "reports/DatiSessione.h"
 #include "reports/DisegnoTracciato.h"
-#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
-#include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/Rotella.h"
@@ -26,20 +21,6 @@
 namespace lapvane {
 
 namespace {
-
-constexpr Voce kTestoNegativo = Voce::SettoreNegativo;
-constexpr Voce kTestoSomma = Voce::SommaSettori;
-
-QString Rifilato(const std::string& testo) {
-    return InQt(Rifila(testo));
-}
-
-/// The number that a track length begins with; none for a text that begins with no number.
-std::optional<double> Metri(const std::string& testo) {
-    if (const auto intero = LeggiNumero(testo)) return intero;
-    const double inizio = CampoNumerico(testo.data(), testo.data() + testo.size());
-    return inizio == 0.0 ? std::nullopt : std::optional(inizio);
-}
 
 void Avvisa(Voce testo) {
     platform().MsgBox(Testo(testo), Buttons::Ok, Icon::Information, platform().ExeName());
@@ -71,8 +52,8 @@ QPlainTextEdit* Foglio(QWidget* dove, const char* nome, int righe) {
 
 }  // namespace
 
-dlgDatiSessione::dlgDatiSessione(AnalisiDati& analisi, QWidget* parent)
-    : QDialog(parent), analisi_(analisi) {
+dlgDatiSessione::dlgDatiSessione(std::function<void()> salvaDatiSessione, QWidget* parent)
+    : QDialog(parent), SalvaDatiSessione_(std::move(salvaDatiSessione)) {
     setObjectName(QStringLiteral("dlgDatiSessione"));
     auto* colonna = new QVBoxLayout(this);
     auto* parti = new QHBoxLayout;
@@ -95,8 +76,6 @@ dlgDatiSessione::dlgDatiSessione(AnalisiDati& analisi, QWidget* parent)
             [this] { Protetto([this] { OKButton_Click(); }); });
     connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
 
-    ListaCircuiti.clear();
-    CaricaListaCircuiti();
     RiempiCboCircuito();
     RiempiCampiSessione();
     AggiornaTesti();
@@ -114,6 +93,40 @@ QWidget* dlgDatiSessione::CreaSessione() {
     fraSessione_ = new QGroupBox(this);
     fraSessione_->setObjectName(QStringLiteral("fraSessione"));
     QWidget* qui = fraSessione_;
+    CreaCampi(qui);
+    lblMetri_ = Etichetta(qui, "lblMetri");
+
+    auto* griglia = new QGridLayout(qui);
+    griglia->setVerticalSpacing(8);
+    griglia->setHorizontalSpacing(10);
+    griglia->setColumnStretch(1, 1);
+    int riga = 0;
+    const auto aggiungi = [&](QLabel*& etichetta, const char* nome, QWidget* campo) {
+        etichetta = Etichetta(qui, nome, campo);
+        const bool alto = qobject_cast<QPlainTextEdit*>(campo) != nullptr;
+        const bool metri = campo == txtLunghezzaTracciato_;
+        griglia->addWidget(etichetta, riga, 0, alto ? Qt::AlignTop : Qt::AlignVCenter);
+        griglia->addWidget(campo, riga, 1, 1, metri ? 1 : 2);
+        if (metri) griglia->addWidget(lblMetri_, riga, 2);
+        ++riga;
+    };
+    aggiungi(lblSessione_, "lblSessione", txtSessione_);
+    aggiungi(lblData_, "lblData", txtDataSessione_);
+    aggiungi(lblOra_, "lblOra", txtOraSessione_);
+    aggiungi(lblCircuito_, "lblCircuito", cboCircuito_);
+    aggiungi(lblLunghTracciato_, "lblLunghTracciato", txtLunghezzaTracciato_);
+    aggiungi(lblVeicolo_, "lblVeicolo", txtVeicolo_);
+    aggiungi(lblPiloti_, "lblPiloti", txtPiloti_);
+    griglia->setRowStretch(riga - 1, 2);
+    aggiungi(lblNote_, "lblNote", txtNote_);
+    griglia->setRowStretch(riga - 1, 3);
+
+    connect(cboCircuito_, &QComboBox::activated, this,
+            [this] { Protetto([this] { cboCircuito_Click(); }); });
+    return fraSessione_;
+}
+
+void dlgDatiSessione::CreaCampi(QWidget* qui) {
     txtSessione_ = Casella(qui, "txtSessione");
     txtDataSessione_ = Casella(qui, "txtDataSessione");
     txtOraSessione_ = Casella(qui, "txtOraSessione");
@@ -129,47 +142,6 @@ QWidget* dlgDatiSessione::CreaSessione() {
     txtVeicolo_ = Casella(qui, "txtVeicolo");
     txtPiloti_ = Foglio(qui, "txtPiloti", 2);
     txtNote_ = Foglio(qui, "txtNote", 3);
-
-    lblSessione_ = Etichetta(qui, "lblSessione", txtSessione_);
-    lblData_ = Etichetta(qui, "lblData", txtDataSessione_);
-    lblOra_ = Etichetta(qui, "lblOra", txtOraSessione_);
-    lblCircuito_ = Etichetta(qui, "lblCircuito", cboCircuito_);
-    lblLunghTracciato_ = Etichetta(qui, "lblLunghTracciato", txtLunghezzaTracciato_);
-    lblMetri_ = Etichetta(qui, "lblMetri");
-    lblVeicolo_ = Etichetta(qui, "lblVeicolo", txtVeicolo_);
-    lblPiloti_ = Etichetta(qui, "lblPiloti", txtPiloti_);
-    lblNote_ = Etichetta(qui, "lblNote", txtNote_);
-
-    auto* griglia = new QGridLayout(qui);
-    griglia->setVerticalSpacing(8);
-    griglia->setHorizontalSpacing(10);
-    griglia->setColumnStretch(1, 1);
-    int riga = 0;
-    const auto aggiungi = [&](QLabel* etichetta, QWidget* campo) {
-        const bool alto = qobject_cast<QPlainTextEdit*>(campo) != nullptr;
-        griglia->addWidget(etichetta, riga, 0, alto ? Qt::AlignTop : Qt::AlignVCenter);
-        if (campo == txtLunghezzaTracciato_) {
-            griglia->addWidget(campo, riga, 1);
-            griglia->addWidget(lblMetri_, riga, 2);
-        } else {
-            griglia->addWidget(campo, riga, 1, 1, 2);
-        }
-        ++riga;
-    };
-    aggiungi(lblSessione_, txtSessione_);
-    aggiungi(lblData_, txtDataSessione_);
-    aggiungi(lblOra_, txtOraSessione_);
-    aggiungi(lblCircuito_, cboCircuito_);
-    aggiungi(lblLunghTracciato_, txtLunghezzaTracciato_);
-    aggiungi(lblVeicolo_, txtVeicolo_);
-    aggiungi(lblPiloti_, txtPiloti_);
-    griglia->setRowStretch(riga - 1, 2);
-    aggiungi(lblNote_, txtNote_);
-    griglia->setRowStretch(riga - 1, 3);
-
-    connect(cboCircuito_, &QComboBox::activated, this,
-            [this] { Protetto([this] { cboCircuito_Click(); }); });
-    return fraSessione_;
 }
 
 QWidget* dlgDatiSessione::CreaCircuito() {
@@ -257,14 +229,8 @@ void dlgDatiSessione::AggiornaTesti() {
 }
 
 void dlgDatiSessione::AggiornaTitolo() {
-    QString titolo = cboCircuito_->currentText();
-    const QString lunghezza = Rifilato(DatiSessione.LunghTracciato);
-    if (titolo.isEmpty()) {
-        titolo = InQt(Testo(Voce::TitoloDatiSessione));
-    } else if (!lunghezza.isEmpty()) {
-        titolo += QStringLiteral(" - ") + lunghezza + QStringLiteral(" m.");
-    }
-    setWindowTitle(titolo);
+    const std::string titolo = EditorSessione::Titolo(DaQt(cboCircuito_->currentText()));
+    setWindowTitle(InQt(titolo.empty() ? Testo(Voce::TitoloDatiSessione) : titolo));
 }
 
 void dlgDatiSessione::RiempiCboCircuito() {
@@ -274,66 +240,64 @@ void dlgDatiSessione::RiempiCboCircuito() {
 }
 
 void dlgDatiSessione::RiempiCampiSessione() {
-    txtSessione_->setText(Rifilato(DatiSessione.Sessione));
-    txtDataSessione_->setText(Rifilato(DatiSessione.DataSessione));
-    txtOraSessione_->setText(Rifilato(DatiSessione.OraSessione));
-    const QString circuito = Rifilato(DatiSessione.Circuito);
+    const EditorSessione::Campi campi = EditorSessione::Leggi();
+    txtSessione_->setText(InQt(campi.Sessione));
+    txtDataSessione_->setText(InQt(campi.DataSessione));
+    txtOraSessione_->setText(InQt(campi.OraSessione));
+    const QString circuito = InQt(campi.Circuito);
     cboCircuito_->setCurrentIndex(cboCircuito_->findText(circuito));
     cboCircuito_->setEditText(circuito);
-    lunghezzaLetta_ = Rifilato(DatiSessione.LunghTracciato);
-    txtLunghezzaTracciato_->setText(lunghezzaLetta_);
-    txtVeicolo_->setText(Rifilato(DatiProgetto.Veicolo));
-    txtPiloti_->setPlainText(Rifilato(DatiSessione.Piloti));
-    txtNote_->setPlainText(Rifilato(DatiSessione.NoteSessione));
+    MostraLunghezza(campi.LunghTracciato);
+    txtVeicolo_->setText(InQt(campi.Veicolo));
+    txtPiloti_->setPlainText(InQt(campi.Piloti));
+    txtNote_->setPlainText(InQt(campi.NoteSessione));
     cboCircuito_Click();
+}
+
+EditorSessione::Campi dlgDatiSessione::CampiScritti() const {
+    return {DaQt(txtSessione_->text()),           DaQt(txtDataSessione_->text()),
+            DaQt(txtOraSessione_->text()),        DaQt(cboCircuito_->currentText()),
+            DaQt(txtLunghezzaTracciato_->text()), DaQt(txtVeicolo_->text()),
+            DaQt(txtPiloti_->toPlainText()),      DaQt(txtNote_->toPlainText())};
+}
+
+void dlgDatiSessione::MostraLunghezza(const std::string& lunghezza) {
+    lunghezzaLetta_ = InQt(lunghezza);
+    txtLunghezzaTracciato_->setText(lunghezzaLetta_);
 }
 
 void dlgDatiSessione::cboCircuito_Click() {
     circuitoLetto_ = cboCircuito_->currentText();
-    const std::string nome = DaQt(circuitoLetto_);
-    // Nothing of the circuit before may be written to the files of this one, or the other way
-    // round.
-    FileSettori_.clear();
-    divisione_ = {};
-    const auto punti = LeggiFileTracciato(nome);
-    Picture1_->ImpostaPunti(punti.value_or(std::vector<PuntoTracciato>{}));
-    if (punti) {
-        FileSettori_ = FileCircuito(nome, "sec");
-        if (const auto file = LeggiFileSettori(nome, kSettoriMassimi)) {
-            divisione_.Prendi(file->Settori);
-            // Kept: the length of the open log's session changes here, whatever ends the dialog.
-            if (file->Lunghezza) DatiSessione.LunghTracciato = TestoNumero(*file->Lunghezza);
-            lunghezzaLetta_ = InQt(DatiSessione.LunghTracciato);
-            txtLunghezzaTracciato_->setText(lunghezzaLetta_);
-        }
+    if (editor_.ScegliCircuito(DaQt(circuitoLetto_))) {
+        MostraLunghezza(EditorSessione::LunghTracciato());
     }
+    Picture1_->ImpostaPunti(editor_.Punti());
     MostraSettori();
     AggiornaTitolo();
 }
 
 void dlgDatiSessione::cboNumSettori_Click() {
-    divisione_.Dividi(MetriInteri(DatiSessione.LunghTracciato), cboNumSettori_->currentIndex() + 1);
+    editor_.Dividi(cboNumSettori_->currentIndex() + 1);
     MostraSettori();
     AggiornaTitolo();
 }
 
 void dlgDatiSessione::txtLunghezzaTracciato_Fine() {
-    // Kept: it is the session of the open log that changes, even if Cancel follows.
-    DatiSessione.LunghTracciato = DaQt(txtLunghezzaTracciato_->text());
     lunghezzaLetta_ = txtLunghezzaTracciato_->text();
+    EditorSessione::LunghTracciato(DaQt(lunghezzaLetta_));
     cboNumSettori_Click();
 }
 
 void dlgDatiSessione::txtX_Fine(int i) {
-    const auto nuovo = LeggiIntero(DaQt(txtX_[static_cast<std::size_t>(i)]->text()));
-    if (nuovo) divisione_.Cambia(i, *nuovo, MetriInteri(DatiSessione.LunghTracciato));
+    editor_.CambiaSettore(i, DaQt(txtX_[static_cast<std::size_t>(i)]->text()));
     MostraSettori();
 }
 
 /// Shows the division: a box a sector in use, the picture and the number. The last box only shows
 /// what the others leave over.
 void dlgDatiSessione::MostraSettori() {
-    const int numero = divisione_.NumSettori;
+    const DivisioneSettori& divisione = editor_.Divisione();
+    const int numero = divisione.NumSettori;
     cboNumSettori_->setCurrentIndex(numero - 1);
     for (int i = 0; i < kSettoriMassimi; ++i) {
         const auto posto = static_cast<std::size_t>(i);
@@ -341,15 +305,10 @@ void dlgDatiSessione::MostraSettori() {
         txtX_[posto]->setVisible(inUso || i == 0);
         lblNumSetc_[posto]->setVisible(inUso || i == 0);
         txtX_[posto]->setReadOnly(i >= numero - 1);
-        txtX_[posto]->setText(inUso ? QString::number(divisione_.SettoriCircuito[posto])
+        txtX_[posto]->setText(inUso ? QString::number(divisione.SettoriCircuito[posto])
                                     : QString());
     }
-    DisegnaSettori();
-}
-
-void dlgDatiSessione::DisegnaSettori() {
-    Picture1_->Settori(divisione_.SettoriCircuito,
-                       Metri(DatiSessione.LunghTracciato).value_or(0.0));
+    Picture1_->Settori(divisione.SettoriCircuito, EditorSessione::LunghezzaDisegno());
 }
 
 /// A name that was typed: one of the list whatever its case, or one of its own.
@@ -382,7 +341,7 @@ bool dlgDatiSessione::Invio(QObject* oggetto) {
     }
     const int i = IndiceCasella(oggetto);
     if (i < 0) return false;
-    if (i < divisione_.NumSettori - 1) {
+    if (i < editor_.Divisione().NumSettori - 1) {
         txtX_Fine(i);
         txtX_[static_cast<std::size_t>(i)]->selectAll();
     }
@@ -397,7 +356,8 @@ void dlgDatiSessione::Lascia(QObject* oggetto) {
         if (txtLunghezzaTracciato_->text() != lunghezzaLetta_) txtLunghezzaTracciato_Fine();
     } else if (oggetto == cboCircuito_) {
         CircuitoScritto();
-    } else if (const int i = IndiceCasella(oggetto); i >= 0 && i < divisione_.NumSettori - 1) {
+    } else if (const int i = IndiceCasella(oggetto);
+               i >= 0 && i < editor_.Divisione().NumSettori - 1) {
         txtX_Fine(i);
     }
 }
@@ -425,52 +385,26 @@ bool dlgDatiSessione::eventFilter(QObject* oggetto, QEvent* evento) {
     return preso || RotellaDiPassaggio(oggetto, evento) || QDialog::eventFilter(oggetto, evento);
 }
 
-void dlgDatiSessione::ScriviSettori() {
-    if (FileSettori_.empty()) return;
-    const std::string testo =
-        ScriviTestoSettori(DatiSessione.LunghTracciato, divisione_.SettoriCircuito);
-    try {
-        ScriviFile(FileSettori_, testo, "writing the sectors");
-    } catch (const ErroreRuntime& errore) {
-        // A program folder that cannot be written to is no matter while nothing changes there.
-        try {
-            if (LeggiFile(FileSettori_, "reading the sectors", testo.size() + 1) == testo) return;
-        } catch (const ErroreRuntime&) {
-            // The message is the same.
-        }
-        SegnalaScrittura(errore, Voce::SettoriNonSalvati);
-    }
-}
-
 void dlgDatiSessione::OKButton_Click() {
     Lascia(focusWidget());
-    if (const int negativo = divisione_.PrimoNegativo(); negativo >= 0) {
-        Avvisa(kTestoNegativo);
-        txtX_[static_cast<std::size_t>(negativo)]->setFocus();
-        return;
-    }
-    const auto lunghezza = Metri(DaQt(txtLunghezzaTracciato_->text()));
-    if (!lunghezza || static_cast<double>(divisione_.Somma()) != *lunghezza) {
-        Avvisa(kTestoSomma);
-        if (!lunghezza) {
+    switch (editor_.Conferma(CampiScritti())) {
+        case EditorSessione::Esito::SettoreNegativo:
+            Avvisa(Voce::SettoreNegativo);
+            txtX_[static_cast<std::size_t>(editor_.Divisione().PrimoNegativo())]->setFocus();
+            break;
+        case EditorSessione::Esito::LunghezzaErrata:
+            Avvisa(Voce::SommaSettori);
             txtLunghezzaTracciato_->setFocus();
-        } else if (divisione_.NumSettori == 0) {
-            cboNumSettori_->setFocus();
-        }
-        return;
+            break;
+        case EditorSessione::Esito::SommaDiversa:
+            Avvisa(Voce::SommaSettori);
+            if (editor_.Divisione().NumSettori == 0) cboNumSettori_->setFocus();
+            break;
+        case EditorSessione::Esito::Fatto:
+            SalvaDatiSessione_();
+            accept();
+            break;
     }
-    DatiSessione.Sessione = DaQt(txtSessione_->text());
-    DatiSessione.DataSessione = DaQt(txtDataSessione_->text());
-    DatiSessione.OraSessione = DaQt(txtOraSessione_->text());
-    DatiSessione.Circuito = DaQt(cboCircuito_->currentText());
-    DatiSessione.LunghTracciato = DaQt(txtLunghezzaTracciato_->text());
-    // Kept: the vehicle of the project, not that of the session.
-    DatiProgetto.Veicolo = DaQt(txtVeicolo_->text());
-    DatiSessione.Piloti = DaQt(txtPiloti_->toPlainText());
-    DatiSessione.NoteSessione = DaQt(txtNote_->toPlainText());
-    ScriviSettori();
-    analisi_.SalvaDatiSessione();
-    accept();
 }
 
 void dlgDatiSessione::done(int esito) {

@@ -8,14 +8,12 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <array>
-#include <filesystem>
-#include <optional>
+#include <functional>
 
-#include "reports/DivisioneSettori.h"
+#include "reports/EditorSessione.h"
 
 namespace lapvane {
 
-class AnalisiDati;
 class DisegnoTracciato;
 
 /// What is known about the analysed log, and the division of its track.
@@ -23,8 +21,9 @@ class dlgDatiSessione : public QDialog {
     Q_OBJECT
  public:
     /// Fills the boxes from `DatiSessione` and the files of its circuit. Error 76 if the folder of
-    /// the tracks is missing.
-    explicit dlgDatiSessione(AnalisiDati& analisi, QWidget* parent = nullptr);
+    /// the tracks is missing. `salvaDatiSessione` writes the session of the open log, behind an OK
+    /// that holds.
+    explicit dlgDatiSessione(std::function<void()> salvaDatiSessione, QWidget* parent = nullptr);
 
     void done(int esito) override;
 
@@ -34,6 +33,7 @@ class dlgDatiSessione : public QDialog {
 
  private:
     QWidget* CreaSessione();
+    void CreaCampi(QWidget* qui);
     QWidget* CreaCircuito();
     QWidget* CreaSettori();
     QLineEdit* Casella(QWidget* dove, const char* nome);
@@ -42,22 +42,21 @@ class dlgDatiSessione : public QDialog {
     void AggiornaTitolo();
     void RiempiCboCircuito();
     void RiempiCampiSessione();
+    EditorSessione::Campi CampiScritti() const;
+    void MostraLunghezza(const std::string& lunghezza);
     void cboCircuito_Click();
     void cboNumSettori_Click();
     void txtLunghezzaTracciato_Fine();
     void txtX_Fine(int i);
     void OKButton_Click();
     void MostraSettori();
-    void DisegnaSettori();
     void CircuitoScritto();
     bool Invio(QObject* oggetto);
     void Lascia(QObject* oggetto);
     int IndiceCasella(const QObject* oggetto) const;
-    void ScriviSettori();
 
-    AnalisiDati& analisi_;
-    DivisioneSettori divisione_;
-    std::filesystem::path FileSettori_;  ///< empty: no outline, so no division to write
+    std::function<void()> SalvaDatiSessione_;
+    EditorSessione editor_;
     QString circuitoLetto_;
     QString lunghezzaLetta_;  ///< the track length that the division is for
     bool chiuso_ = false;

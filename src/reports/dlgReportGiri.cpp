@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "platform/PuntatoreOccupato.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
@@ -22,7 +23,9 @@ constexpr int kRigheVisibili = 16;
 
 }  // namespace
 
-dlgReportGiri::dlgReportGiri(const AnalisiDati& analisi, QWidget* parent) : QDialog(parent) {
+dlgReportGiri::dlgReportGiri(const AnalisiPubblica& analisi, const std::filesystem::path& filePdf,
+                             QWidget* parent)
+    : QDialog(parent) {
     setObjectName(QStringLiteral("dlgReportGiri"));
     CalcolaBaseTesti();
     setWindowTitle(InQt(Testo(Voce::ReportGiri)));
@@ -33,7 +36,7 @@ dlgReportGiri::dlgReportGiri(const AnalisiDati& analisi, QWidget* parent) : QDia
     MSFlexGrid1_->Titoli({InQt(Testo(Voce::Sessione)), InQt(Testo(Voce::Giro)),
                           InQt(Testo(Voce::Tempo)), InQt(TitoloVelocita())});
     std::vector<QStringList> celle;
-    for (int giro = 1; giro <= analisi.NumGiri; ++giro) {
+    for (int giro = 1; giro <= analisi.NumGiri(); ++giro) {
         // Index 1 of the analysis is the stretch before the first mark.
         const int indice = giro + 1;
         giri_.push_back({analisi.GetSessioneTempo(indice), TestoNumero(giro),
@@ -59,10 +62,8 @@ dlgReportGiri::dlgReportGiri(const AnalisiDati& analisi, QWidget* parent) : QDia
             [this] { Protetto([this] { MSFlexGrid1_->Ordina(kOrdinePerTempo); }); });
     connect(cmdStampa, &QPushButton::clicked, this, [this] { Protetto([this] { Stampa(); }); });
 
-    std::filesystem::path file = analisi.NomeFileDati;
-    file.replace_extension(".pdf");
-    ApriStampante = [titolo = Testo(Voce::ReportGiri), file] {
-        return ScegliStampante(titolo, file);
+    ApriStampante = [titolo = Testo(Voce::ReportGiri), filePdf] {
+        return ScegliStampante(titolo, filePdf);
     };
 
     auto* colonna = new QVBoxLayout(this);

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QDialog>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <vector>
 
-#include "analysis/AnalisiDati.h"
 #include "platform/qt/QtPrinter.h"
+#include "reports/AnalisiPubblica.h"
 #include "reports/StampaReport.h"
 
 namespace lapvane {
@@ -17,7 +18,9 @@ class Tabella;
 class dlgReportGiri : public QDialog {
     Q_OBJECT
  public:
-    explicit dlgReportGiri(const AnalisiDati& analisi, QWidget* parent = nullptr);
+    /// `filePdf` is the name that is suggested where a PDF file takes the paper's place.
+    explicit dlgReportGiri(const AnalisiPubblica& analisi,
+                           const std::filesystem::path& filePdf = {}, QWidget* parent = nullptr);
 
     /// Opens the printer; null when the user cancels. At first the system's default printer or a
     /// PDF file.

@@ -1,7 +1,6 @@
 #include "reports/dlgSetGraph.h"
 
 #include <QEvent>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -29,6 +28,24 @@ double NumeroIniziale(const QString& testo) {
     return CampoNumerico(t.data(), t.data() + t.size());
 }
 
+void Spazia(QGridLayout* griglia) {
+    griglia->setColumnStretch(1, 1);
+    griglia->setHorizontalSpacing(16);
+    griglia->setVerticalSpacing(10);
+}
+
+/// A row of a frame: the box and its label, which comes back.
+QLabel* Riga(QGridLayout* griglia, const char* nomeEtichetta, QWidget* campo, const char* nome) {
+    auto* etichetta = new QLabel(campo->parentWidget());
+    etichetta->setObjectName(QString::fromLatin1(nomeEtichetta));
+    campo->setObjectName(QString::fromLatin1(nome));
+    etichetta->setBuddy(campo);
+    const int r = griglia->rowCount();
+    griglia->addWidget(etichetta, r, 0);
+    griglia->addWidget(campo, r, 1);
+    return etichetta;
+}
+
 }  // namespace
 
 void PulsanteColore::ImpostaColore(Colore colore) {
@@ -47,59 +64,26 @@ void PulsanteColore::paintEvent(QPaintEvent*) {
     penna.drawRect(campo);
 }
 
-dlgSetGraph::dlgSetGraph(AnalisiDati& analisi, QWidget* parent)
-    : QDialog(parent), analisi_(analisi) {
+dlgSetGraph::dlgSetGraph(ImpostazioniCanale& valori, QWidget* parent)
+    : QDialog(parent), valori_(valori) {
     setObjectName(QStringLiteral("dlgSetGraph"));
     Disponi();
     AggiornaTesti();
+    Carica();
 }
 
 void dlgSetGraph::Disponi() {
-    const auto chiama = [](QWidget* oggetto, const char* nome) {
-        oggetto->setObjectName(QString::fromLatin1(nome));
-    };
-    const auto riga = [&](QGridLayout* griglia, QLabel*& etichetta, const char* nomeEtichetta,
-                          QWidget* campo, const char* nome) {
-        etichetta = new QLabel(this);
-        chiama(etichetta, nomeEtichetta);
-        chiama(campo, nome);
-        etichetta->setBuddy(campo);
-        const int r = griglia->rowCount();
-        griglia->addWidget(etichetta, r, 0);
-        griglia->addWidget(campo, r, 1);
-    };
-    txtNomeCampo_ = new QLineEdit(this);
-    txtUM_ = new QLineEdit(this);
-    txtFiltro_ = new QLineEdit(this);
-    cmdColor_ = new PulsanteColore(this);
-    cboWidth_ = new QComboBox(this);
-    for (int i = 1; i <= kSpessoreMassimo; ++i) cboWidth_->addItem(InQt(TestoNumero(i)));
     auto* campi = new QGridLayout;
-    campi->setColumnStretch(1, 1);
-    campi->setHorizontalSpacing(16);
-    campi->setVerticalSpacing(10);
-    riga(campi, lblNomeCampo_, "lblNomeCampo", txtNomeCampo_, "txtNomeCampo");
-    riga(campi, lblUM_, "lblUM", txtUM_, "txtUM");
-    riga(campi, lblFiltro_, "lblFiltro", txtFiltro_, "txtFiltro");
-    riga(campi, lblColoreGrafico_, "lblColoreGrafico", cmdColor_, "cmdColor");
-    riga(campi, lblSpessoreLinea_, "lblSpessoreLinea", cboWidth_, "cboWidth");
-
+    DisponiCampi(campi);
     fraScalaDisegno_ = new QGroupBox(this);
-    chiama(fraScalaDisegno_, "fraScalaDisegno");
-    txtMinVal_ = new QLineEdit(this);
-    txtMaxVal_ = new QLineEdit(this);
-    auto* scala = new QGridLayout(fraScalaDisegno_);
-    scala->setColumnStretch(1, 1);
-    scala->setHorizontalSpacing(16);
-    scala->setVerticalSpacing(10);
-    riga(scala, lblMinValDisegno_, "lblMinValDisegno", txtMinVal_, "txtMinVal");
-    riga(scala, lblMaxValDisegno_, "lblMaxValDisegno", txtMaxVal_, "txtMaxVal");
+    fraScalaDisegno_->setObjectName(QStringLiteral("fraScalaDisegno"));
+    DisponiScala(new QGridLayout(fraScalaDisegno_));
 
     auto* OKButton = new QPushButton(QStringLiteral("OK"), this);
-    chiama(OKButton, "OKButton");
+    OKButton->setObjectName(QStringLiteral("OKButton"));
     OKButton->setDefault(true);
     CancelButton_ = new QPushButton(this);
-    chiama(CancelButton_, "CancelButton");
+    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
 
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(24, 20, 24, 16);
@@ -120,29 +104,42 @@ void dlgSetGraph::Disponi() {
     connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-void dlgSetGraph::showEvent(QShowEvent* evento) {
-    if (!caricata_) {
-        caricata_ = true;
-        Protetto([this] { Carica(); });
-    }
-    QDialog::showEvent(evento);
+void dlgSetGraph::DisponiCampi(QGridLayout* griglia) {
+    txtNomeCampo_ = new QLineEdit(this);
+    txtUM_ = new QLineEdit(this);
+    txtFiltro_ = new QLineEdit(this);
+    cmdColor_ = new PulsanteColore(this);
+    cboWidth_ = new QComboBox(this);
+    for (int i = 1; i <= kSpessoreMassimo; ++i) cboWidth_->addItem(InQt(TestoNumero(i)));
+    Spazia(griglia);
+    lblNomeCampo_ = Riga(griglia, "lblNomeCampo", txtNomeCampo_, "txtNomeCampo");
+    lblUM_ = Riga(griglia, "lblUM", txtUM_, "txtUM");
+    lblFiltro_ = Riga(griglia, "lblFiltro", txtFiltro_, "txtFiltro");
+    lblColoreGrafico_ = Riga(griglia, "lblColoreGrafico", cmdColor_, "cmdColor");
+    lblSpessoreLinea_ = Riga(griglia, "lblSpessoreLinea", cboWidth_, "cboWidth");
+}
+
+void dlgSetGraph::DisponiScala(QGridLayout* griglia) {
+    txtMinVal_ = new QLineEdit(this);
+    txtMaxVal_ = new QLineEdit(this);
+    Spazia(griglia);
+    lblMinValDisegno_ = Riga(griglia, "lblMinValDisegno", txtMinVal_, "txtMinVal");
+    lblMaxValDisegno_ = Riga(griglia, "lblMaxValDisegno", txtMaxVal_, "txtMaxVal");
 }
 
 void dlgSetGraph::Carica() {
-    // Raises error 9 for a number that is no channel.
-    setWindowTitle(InQt(analisi_.GetNomeMisura(NumeroCanale)));
-    const auto c = static_cast<std::size_t>(NumeroCanale);
-    fraScalaDisegno_->setVisible(analisi_.Separati);
-    txtNomeCampo_->setText(InQt(analisi_.NomeCampo[c]));
-    txtUM_->setText(InQt(analisi_.UnitaCampo[c]));
-    txtFiltro_->setText(InQt(TestoNumero(analisi_.FiltroDialogo)));
-    cmdColor_->ImpostaColore(analisi_.ColoreCanale[c]);
-    const QString spessore = InQt(TestoNumero(analisi_.SpessoreDialogo));
+    setWindowTitle(InQt(valori_.NomeCampo + " " + valori_.UnitaCampo));
+    fraScalaDisegno_->setVisible(valori_.Separati);
+    txtNomeCampo_->setText(InQt(valori_.NomeCampo));
+    txtUM_->setText(InQt(valori_.UnitaCampo));
+    txtFiltro_->setText(InQt(TestoNumero(valori_.FiltroDialogo)));
+    cmdColor_->ImpostaColore(valori_.ColoreCanale);
+    const QString spessore = InQt(TestoNumero(valori_.SpessoreDialogo));
     // A width from a file that the list lacks stays what it is until another is chosen.
     if (cboWidth_->findText(spessore) < 0) cboWidth_->addItem(spessore);
     cboWidth_->setCurrentText(spessore);
-    testoMin_ = InQt(TestoNumero(analisi_.MinDialogo, platform().DecimalSeparator()));
-    testoMax_ = InQt(TestoNumero(analisi_.MaxDialogo, platform().DecimalSeparator()));
+    testoMin_ = InQt(TestoNumero(valori_.MinDialogo, platform().DecimalSeparator()));
+    testoMax_ = InQt(TestoNumero(valori_.MaxDialogo, platform().DecimalSeparator()));
     txtMinVal_->setText(testoMin_);
     txtMaxVal_->setText(testoMax_);
     txtNomeCampo_->setFocus();
@@ -203,17 +200,14 @@ void dlgSetGraph::Conferma() {
     const auto spessore = LeggiInt16(DaQt(cboWidth_->currentText()));
     if (!spessore) return NumeroErrato(cboWidth_);
 
-    analisi_.RinominaCanale(NumeroCanale, DaQt(txtNomeCampo_->text()), DaQt(txtUM_->text()));
-    analisi_.FiltroDialogo = *filtro;
-    analisi_.ColoraCanale(NumeroCanale, cmdColor_->ColoreScelto());
-    analisi_.SpessoreDialogo = *spessore;
+    valori_.NomeCampo = DaQt(txtNomeCampo_->text());
+    valori_.UnitaCampo = DaQt(txtUM_->text());
+    valori_.FiltroDialogo = *filtro;
+    valori_.ColoreCanale = cmdColor_->ColoreScelto();
+    valori_.SpessoreDialogo = *spessore;
     // A text shows 15 digits at most: what nobody touched keeps all of its own.
-    if (txtMinVal_->text() != testoMin_) {
-        analisi_.MinDialogo = NumeroIniziale(txtMinVal_->text());
-    }
-    if (txtMaxVal_->text() != testoMax_) {
-        analisi_.MaxDialogo = NumeroIniziale(txtMaxVal_->text());
-    }
+    if (txtMinVal_->text() != testoMin_) valori_.MinDialogo = NumeroIniziale(txtMinVal_->text());
+    if (txtMaxVal_->text() != testoMax_) valori_.MaxDialogo = NumeroIniziale(txtMaxVal_->text());
     accept();
 }
 

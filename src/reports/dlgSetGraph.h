@@ -2,13 +2,13 @@
 
 #include <QComboBox>
 #include <QDialog>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <cstdint>
 
-#include "analysis/AnalisiDati.h"
+#include "reports/ImpostazioniCanale.h"
 
 namespace lapvane {
 
@@ -27,22 +27,20 @@ class PulsanteColore : public QPushButton {
     Colore colore_ = 0;
 };
 
-/// How one channel is shown: name, unit, filter, colour, line width, scale. It exchanges filter,
-/// width and scale through the fields of the analysis that end in `Dialogo`.
+/// How one channel is shown: name, unit, filter, colour, line width, scale. OK changes the values
+/// that it was given, Cancel leaves them.
 class dlgSetGraph : public QDialog {
     Q_OBJECT
  public:
-    explicit dlgSetGraph(AnalisiDati& analisi, QWidget* parent = nullptr);
-
-    /// The channel, 0 to 20; set by the caller before the window is shown.
-    std::int16_t NumeroCanale = 0;
+    explicit dlgSetGraph(ImpostazioniCanale& valori, QWidget* parent = nullptr);
 
  protected:
-    void showEvent(QShowEvent* evento) override;
     bool event(QEvent* evento) override;
 
  private:
     void Disponi();
+    void DisponiCampi(QGridLayout* griglia);
+    void DisponiScala(QGridLayout* griglia);
     void Carica();
     void AggiornaTesti();
     void ScegliColore();
@@ -50,7 +48,7 @@ class dlgSetGraph : public QDialog {
     /// Shows the message of a box that holds no number of its range, and selects its text.
     void NumeroErrato(QWidget* casella);
 
-    AnalisiDati& analisi_;
+    ImpostazioniCanale& valori_;
     QLineEdit* txtNomeCampo_ = nullptr;
     QLineEdit* txtUM_ = nullptr;
     QLineEdit* txtFiltro_ = nullptr;
@@ -69,7 +67,6 @@ class dlgSetGraph : public QDialog {
     QPushButton* CancelButton_ = nullptr;
     QString testoMin_;  ///< what the load put into the scale boxes
     QString testoMax_;
-    bool caricata_ = false;
 };
 
 }  // namespace lapvane

@@ -18,7 +18,7 @@ constexpr int kLarghezza = 380;
 
 }  // namespace
 
-dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QDialog(parent) {
+dlgStatistiche::dlgStatistiche(const FigureSessione& figure, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("dlgStatistiche"));
     CalcolaBaseTesti();
     setWindowTitle(InQt(Testo(Voce::StatisticheSessione)));
@@ -29,16 +29,16 @@ dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QD
 
     // The labels of the worst lap are those of the best one.
     const std::array<std::pair<Voce, std::string>, 10> righe = {
-        {{Voce::StatisticaGiriCompletati, TestoNumero(analisi.NumGiri)},
-         {Voce::TempoTotale, analisi.TempoTotale},
-         {Voce::TempoMedio, analisi.TempoMedio},
-         {Voce::VelocitaMedia, analisi.VelocitaMedia},
-         {Voce::GiroMigliore, TestoNumero(analisi.GiroMigliore)},
-         {Voce::TempoSulGiro, analisi.TempoMigliore},
-         {Voce::VelocitaSulGiro, analisi.VelocitaMigliore},
-         {Voce::GiroPeggiore, TestoNumero(analisi.GiroPeggiore)},
-         {Voce::TempoSulGiro, analisi.TempoPeggiore},
-         {Voce::VelocitaSulGiro, analisi.VelocitaPeggiore}}};
+        {{Voce::StatisticaGiriCompletati, TestoNumero(figure.NumGiri)},
+         {Voce::TempoTotale, figure.TempoTotale},
+         {Voce::TempoMedio, figure.TempoMedio},
+         {Voce::VelocitaMedia, figure.VelocitaMedia},
+         {Voce::GiroMigliore, TestoNumero(figure.GiroMigliore)},
+         {Voce::TempoSulGiro, figure.TempoMigliore},
+         {Voce::VelocitaSulGiro, figure.VelocitaMigliore},
+         {Voce::GiroPeggiore, TestoNumero(figure.GiroPeggiore)},
+         {Voce::TempoSulGiro, figure.TempoPeggiore},
+         {Voce::VelocitaSulGiro, figure.VelocitaPeggiore}}};
     std::vector<QStringList> celle;
     celle.reserve(righe.size());
     for (const auto& [testo, valore] : righe) celle.push_back({InQt(Testo(testo)), InQt(valore)});
@@ -49,9 +49,9 @@ dlgStatistiche::dlgStatistiche(const AnalisiDati& analisi, QWidget* parent) : QD
     MSFlexGrid1->setMinimumHeight(MSFlexGrid1->AltezzaPer(static_cast<int>(righe.size())));
     MSFlexGrid1->setMinimumWidth(MSFlexGrid1->LarghezzaPerTesti());
     const int larghezza = std::max(minimumSizeHint().width(), kLarghezza);
-    if (analisi.GiriEsclusi > 0) {
+    if (figure.GiriEsclusi > 0) {
         auto* lblGiriEsclusi = new QLabel(
-            InQt(Testo(Voce::GiriSenzaTempo) + " " + TestoNumero(analisi.GiriEsclusi)), this);
+            InQt(Testo(Voce::GiriSenzaTempo) + " " + TestoNumero(figure.GiriEsclusi)), this);
         lblGiriEsclusi->setObjectName(QStringLiteral("lblGiriEsclusi"));
         lblGiriEsclusi->setWordWrap(true);
         // The height of a text in several lines is no layout's minimum by itself.

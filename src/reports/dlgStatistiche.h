@@ -2,15 +2,15 @@
 
 #include <QDialog>
 
-#include "analysis/AnalisiDati.h"
+#include "reports/FigureSessione.h"
 
 namespace lapvane {
 
-/// The figures of the session, as the analysis has computed them.
+/// The figures of a session.
 class dlgStatistiche : public QDialog {
     Q_OBJECT
  public:
-    explicit dlgStatistiche(const AnalisiDati& analisi, QWidget* parent = nullptr);
+    explicit dlgStatistiche(const FigureSessione& figure, QWidget* parent = nullptr);
 };
 
 }  // namespace lapvane

@@ -5,6 +5,7 @@
 
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
+#include "reports/CanaliLog.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "widgets/Tabella.h"
@@ -23,7 +24,7 @@ QString DueDecimali(const std::string& numero) {
 
 }  // namespace
 
-dlgStatisticheMisure::dlgStatisticheMisure(const AnalisiDati& analisi, QWidget* parent)
+dlgStatisticheMisure::dlgStatisticheMisure(const AnalisiPubblica& analisi, QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("dlgStatisticheMisure"));
     CalcolaBaseTesti();
@@ -35,7 +36,7 @@ dlgStatisticheMisure::dlgStatisticheMisure(const AnalisiDati& analisi, QWidget* 
     MSFlexGrid1->Titoli({InQt(Testo(Voce::Canale)), InQt(Testo(Voce::Minimo)),
                          InQt(Testo(Voce::Massimo)), InQt(Testo(Voce::Media))});
     std::vector<QStringList> celle;
-    for (int c = kPrimoCanale; c <= std::min(analisi.NumCampi, kUltimoCanale); ++c) {
+    for (int c = kPrimoCanale; c <= std::min(analisi.NumCampi(), kUltimoCanale); ++c) {
         celle.push_back({InQt(analisi.GetNomeMisura(c)), DueDecimali(analisi.GetMinVal(c)),
                          DueDecimali(analisi.GetMaxVal(c)), DueDecimali(analisi.GetMediaVal(c))});
     }

@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "analysis/AnalisiDati.h"
+#include "reports/AnalisiPubblica.h"
 
 namespace lapvane {
 
@@ -10,7 +10,7 @@ namespace lapvane {
 class dlgStatisticheMisure : public QDialog {
     Q_OBJECT
  public:
-    explicit dlgStatisticheMisure(const AnalisiDati& analisi, QWidget* parent = nullptr);
+    explicit dlgStatisticheMisure(const AnalisiPubblica& analisi, QWidget* parent = nullptr);
 };
 
 }  // namespace lapvane

@@ -255,8 +255,7 @@ class AnalisiProva : public ::testing::Test {
     }
     bool ApriCsv() {
         AnalisiInCorso = true;
-        analisi.NomeFileDati = ConFine(Stelo(), ".csv");
-        return analisi.Carica();
+        return analisi.Carica(ConFine(Stelo(), ".csv"));
     }
 
     PlatformProva macchina;

@@ -40,7 +40,7 @@ TEST_F(CaricamentoAnalisi, ASaveThatWasCutIsCompletedFirst) {
     Scrivi(macchina.Cartella / ".lapvane+bfee071f6f5897ec", marca + "end\r\n");
     ASSERT_TRUE(ApriCsv());
     EXPECT_TRUE(macchina.Mostrati.empty());
-    EXPECT_EQ(analisi.NumRighe, 17);
+    EXPECT_EQ(analisi.NumRighe(), 17);
     EXPECT_FALSE(std::filesystem::exists(macchina.Cartella / ".lapvane-copia.txt"));
 }
 
@@ -51,9 +51,9 @@ TEST_F(CaricamentoAnalisi, FillsTableAndNamesAndShowsTheFirstStretch) {
     DatiProgetto.NomeProgetto = "Montecorvo";
     ASSERT_TRUE(Apri(log));
 
-    EXPECT_EQ(analisi.NumCampi, 16);
-    EXPECT_EQ(analisi.NumRighe, 27);
-    EXPECT_EQ(analisi.NumRigheTesto, "27");
+    EXPECT_EQ(analisi.NumCampi(), 16);
+    EXPECT_EQ(analisi.NumRighe(), 27);
+    EXPECT_EQ(analisi.NumRigheTesto(), "27");
     EXPECT_EQ(analisi.Tabella().Valore(16, Piano::Dati, 26), 0.98);
     EXPECT_EQ(analisi.Tabella().Valore(3, Piano::Dati, 0), 1250.0);
     EXPECT_EQ(analisi.Tabella().Valore(11, Piano::Laterale, 26), 5.0);
@@ -76,7 +76,7 @@ TEST_F(CaricamentoAnalisi, FillsTableAndNamesAndShowsTheFirstStretch) {
     EXPECT_EQ(vista.colori[20], Rgb(192, 192, 255));
 
     EXPECT_EQ(vista.scheda, 0);
-    EXPECT_EQ(analisi.GiroSelezionato, 1);
+    EXPECT_EQ(analisi.Giri().GiroSelezionato(), 1);
     EXPECT_EQ(vista.corrente, (VistaProva::Posto{1, 1}));
     EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 1");
     EXPECT_EQ(vista.schede[1], Testo(Voce::Allarmi) + " " + Testo(Voce::Giro) + " 1");
@@ -125,7 +125,7 @@ TEST_F(CaricamentoAnalisi, ReadsFifteenColumnsOfAnOlderLog) {
     log.Righe[0].Celle[15] = "13.5";
     log.Righe[0].Celle[16] = "0.9";
     ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(analisi.NumCampi, 15);
+    EXPECT_EQ(analisi.NumCampi(), 15);
     EXPECT_TRUE(vista.visibili[15]);
     EXPECT_FALSE(vista.visibili[16]);
     EXPECT_EQ(analisi.Tabella().Valore(15, Piano::Dati, 0), 13.5);
@@ -159,7 +159,6 @@ TEST_F(CaricamentoAnalisi, TakesTheAlmFileAfterAMessage) {
               Testo(Voce::IlFile) + " run.txt " + Testo(Voce::NonTrovato));
     EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::Critical);
     EXPECT_EQ(macchina.Mostrati[0].Titolo, "lapvane");
-    EXPECT_TRUE(analisi.FileLatiTrovati);
     EXPECT_EQ(analisi.Tabella().Valore(11, Piano::Laterale, 26), 5.0);
     EXPECT_NE(Leggi(macchina.Cartella / "schema.ini").find("[run.alm]"), std::string::npos);
 }
@@ -174,8 +173,9 @@ TEST_F(CaricamentoAnalisi, ClosesWithoutAnySideFile) {
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
     EXPECT_EQ(macchina.Mostrati[1].Testo,
               Testo(Voce::IlFile) + " run.alm " + Testo(Voce::NonTrovato));
-    EXPECT_FALSE(analisi.FileLatiTrovati);
     EXPECT_TRUE(vista.scaricata);
+    analisi.Form_Unload();
+    EXPECT_FALSE(std::filesystem::exists(ConFine(Stelo(), ".ses"))) << "nothing was loaded";
     EXPECT_FALSE(AnalisiCaricata);
     EXPECT_EQ(finestra.Testo(Pannello::Progetto), "Montecorvo");
     EXPECT_EQ(finestra.Testo(Pannello::Percorso), "/tmp/m.pro");
@@ -207,8 +207,8 @@ TEST_F(CaricamentoAnalisi, SideFilesThatCannotBeReadAreReportedAndTheLogOpens) {
     std::string detti = macchina.Mostrati[0].Testo + macchina.Mostrati[1].Testo;
     EXPECT_NE(detti.find("run.tim " + Testo(Voce::NonTrovato)), std::string::npos);
     EXPECT_NE(detti.find("run.ses " + Testo(Voce::NonTrovato)), std::string::npos);
-    EXPECT_EQ(analisi.NumGiri, 0);
-    EXPECT_EQ(analisi.NumRighe, 27);
+    EXPECT_EQ(analisi.NumGiri(), 0);
+    EXPECT_EQ(analisi.NumRighe(), 27);
 }
 #endif
 
@@ -216,9 +216,8 @@ TEST_F(CaricamentoAnalisi, NameWithoutAPointHasAnEmptyStem) {
     Scrivi(macchina.Cartella / "log", TreGiri().Csv());
     Scrivi(macchina.Cartella / ".txt", TreGiri().Laterale());
     macchina.Risposte = {Answer::Ok};  // no file of lap times either
-    analisi.NomeFileDati = macchina.Cartella / "log";
-    EXPECT_TRUE(analisi.Carica());
-    EXPECT_EQ(analisi.NomeLaterale, ".txt");
+    EXPECT_TRUE(analisi.Carica(macchina.Cartella / "log"));
+    EXPECT_EQ(macchina.Mostrati.size(), 1u) << "its side file is .txt";
 }
 
 TEST_F(CaricamentoAnalisi, WithoutLapTimesNoChannelShows) {
@@ -228,8 +227,8 @@ TEST_F(CaricamentoAnalisi, WithoutLapTimesNoChannelShows) {
     EXPECT_TRUE(ApriCsv());
     EXPECT_EQ(macchina.Mostrati[0].Testo,
               Testo(Voce::IlFile) + " " + Stelo().string() + ".tim " + Testo(Voce::NonTrovato));
-    EXPECT_EQ(analisi.NumCampi, 0);
-    EXPECT_EQ(analisi.NumRighe, 27);
+    EXPECT_EQ(analisi.NumCampi(), 0);
+    EXPECT_EQ(analisi.NumRighe(), 27);
     for (int c = 3; c <= 20; ++c) EXPECT_FALSE(vista.visibili[c]) << c;
     EXPECT_FALSE(vista.griglia);
     EXPECT_FALSE(std::filesystem::exists(macchina.Cartella / "schema.ini"));
@@ -245,7 +244,7 @@ TEST_F(CaricamentoAnalisi, LogsThatAreNoneOpenWithoutCurves) {
         TreGiri().Scrivi(Stelo());
         Scrivi(ConFine(Stelo(), ".csv"), csv);
         ASSERT_TRUE(ApriCsv());
-        EXPECT_LE(analisi.NumRighe, 1);
+        EXPECT_LE(analisi.NumRighe(), 1);
         EXPECT_LE(vista.nomi[1].size(), 255u);
         analisi.chkGrafico_Click(3, true);
         EXPECT_TRUE(grafico.elementi.empty() || grafico.elementi[0].Y.size() <= 1);
@@ -258,13 +257,13 @@ TEST_F(CaricamentoAnalisi, LogsThatAreNoneOpenWithoutCurves) {
     std::filesystem::create_directory(ConFine(Stelo(), ".tim"));
     macchina.Risposte = {Answer::Ok};
     EXPECT_TRUE(ApriCsv());
-    EXPECT_EQ(analisi.NumRighe, 0);
+    EXPECT_EQ(analisi.NumRighe(), 0);
 }
 
 TEST_F(CaricamentoAnalisi, SchemaThatCannotBeWrittenStopsNothing) {
     std::filesystem::create_directory(macchina.Cartella / "schema.ini");
     EXPECT_TRUE(Apri(TreGiri()));
-    EXPECT_EQ(analisi.NumRighe, 27);
+    EXPECT_EQ(analisi.NumRighe(), 27);
 }
 
 TEST_F(CaricamentoAnalisi, SideFileThatIsCutLeavesTheRestWithoutLap) {
@@ -273,9 +272,9 @@ TEST_F(CaricamentoAnalisi, SideFileThatIsCutLeavesTheRestWithoutLap) {
     const std::string intero = log.Laterale();
     Scrivi(ConFine(Stelo(), ".txt"), intero.substr(0, intero.size() / 2));
     ASSERT_TRUE(ApriCsv());
-    EXPECT_EQ(analisi.NumRighe, 27);
+    EXPECT_EQ(analisi.NumRighe(), 27);
     EXPECT_EQ(analisi.Tabella().Valore(11, Piano::Laterale, 26), 0.0);
-    EXPECT_EQ(analisi.FineGiro(analisi.RigheDeiGiri.Numero), 26);
+    EXPECT_EQ(analisi.Giri().FineGiro(4), 26);
 }
 
 TEST_F(CaricamentoAnalisi, ChiudiAnalisiPutsTheStatusBarBack) {
@@ -308,10 +307,16 @@ TEST_F(CaricamentoAnalisi, RefreshLanguageFollowsTheLanguage) {
     EXPECT_EQ(vista.unita_[8], "[\xB0 C]");
 
     // A name that a person gave stays; one that is the table's own follows the language.
-    analisi.RinominaCanale(8, "Acqua dx", "[F]");
-    analisi.RinominaCanale(7, "Gas", "[%]");
-    analisi.RinominaCanale(7, Testo(Voce::CanaleFarfalla), "[%]");
-    analisi.RinominaCanale(6, vista.nomi[6], "[psi]");
+    const auto rinomina = [&](int c, const std::string& nome, const char* unita) {
+        analisi.cmdSetGraph_Click(c, [&](ImpostazioniCanale& valori) {
+            valori.NomeCampo = nome;
+            valori.UnitaCampo = unita;
+        });
+    };
+    rinomina(8, "Acqua dx", "[F]");
+    rinomina(7, "Gas", "[%]");
+    rinomina(7, Testo(Voce::CanaleFarfalla), "[%]");
+    rinomina(6, vista.nomi[6], "[psi]");
     IndiceLingua = 1;
     analisi.MSFlexGrid1_Click(3, 1);
     analisi.RefreshLanguage();

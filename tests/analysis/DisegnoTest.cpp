@@ -31,37 +31,37 @@ class DisegnoCanali : public AnalisiProva {
 TEST_F(DisegnoCanali, ScalesStretchEveryChannelToTheHighestMaximum) {
     ASSERT_TRUE(Apri(DueGiri()));
     Giro(2);
-    EXPECT_EQ(analisi.MaxCanale[3], 1000.0);
-    EXPECT_EQ(analisi.MinCanale[3], 0.0);
-    EXPECT_EQ(analisi.MediaCanale[3], 500.0);
-    EXPECT_EQ(analisi.MaxCanale[4], 0.01) << "only negative values: 0, and 0 is replaced";
-    EXPECT_EQ(analisi.MinCanale[4], -5.0);
-    EXPECT_EQ(analisi.MinCanale[5], 0.0) << "only positive values: 0";
-    EXPECT_EQ(analisi.MediaCanale[5], 2.0);
-    EXPECT_EQ(analisi.FattoreScala[3], 1.0);
-    EXPECT_EQ(analisi.FattoreScala[5], 500.0);
-    EXPECT_DOUBLE_EQ(analisi.FattoreScala[4], 100000.0);
+    EXPECT_EQ(analisi.Canali()[3].MaxCanale, 1000.0);
+    EXPECT_EQ(analisi.Canali()[3].MinCanale, 0.0);
+    EXPECT_EQ(analisi.Canali()[3].MediaCanale, 500.0);
+    EXPECT_EQ(analisi.Canali()[4].MaxCanale, 0.01) << "only negative values: 0, and 0 is replaced";
+    EXPECT_EQ(analisi.Canali()[4].MinCanale, -5.0);
+    EXPECT_EQ(analisi.Canali()[5].MinCanale, 0.0) << "only positive values: 0";
+    EXPECT_EQ(analisi.Canali()[5].MediaCanale, 2.0);
+    EXPECT_EQ(analisi.Canali()[3].FattoreScala, 1.0);
+    EXPECT_EQ(analisi.Canali()[5].FattoreScala, 500.0);
+    EXPECT_DOUBLE_EQ(analisi.Canali()[4].FattoreScala, 100000.0);
     // Highest 1000 and a tenth; lowest -500000, whose margin goes towards 0.
     EXPECT_DOUBLE_EQ(grafico.intervallo.YMax, 1100.0);
     EXPECT_DOUBLE_EQ(grafico.intervallo.YMin, -400000.0);
     EXPECT_EQ(grafico.intervallo.XMin, 0.0);
     EXPECT_EQ(grafico.intervallo.XMax, 1.0);
-    EXPECT_DOUBLE_EQ(analisi.PassoSposta, 0.01);
+    EXPECT_DOUBLE_EQ(analisi.Finestra().PassoSposta(), 0.01);
     analisi.chkDistanza_Click(true);
     EXPECT_EQ(grafico.intervallo.XMax, 100.0) << "10 m a row";
     EXPECT_EQ(grafico.etichettaX, Testo(Voce::CanaleDistanza) + " [m]");
-    EXPECT_DOUBLE_EQ(analisi.PassoSposta, 10.0);
+    EXPECT_DOUBLE_EQ(analisi.Finestra().PassoSposta(), 10.0);
 }
 
-TEST_F(DisegnoCanali, DecimationHoldsADrawingToFiveHundredPoints) {
+TEST(FinestraX, DecimationHoldsADrawingToFiveHundredPoints) {
     const std::pair<double, int> casi[] = {{1.0, 1},       {25.0, 1},  {75.0, 2},
                                            {100.0, 2},     {125.0, 2}, {175.0, 4},
                                            {16377.9, 328}, {-5.0, 1},  {1e12, 32767}};
     for (const auto& [ampiezza, attesa] : casi) {
-        analisi.XMin = 0.0;
-        analisi.XMax = ampiezza;
-        analisi.CalcolaPassoSposta();
-        EXPECT_EQ(analisi.Decimazione, attesa) << ampiezza;
+        FinestraX finestra;
+        finestra.Leggi({0.0, ampiezza, 0.0, 1.0});
+        finestra.CalcolaPassoSposta();
+        EXPECT_EQ(finestra.Decimazione(), attesa) << ampiezza;
     }
 }
 
@@ -72,13 +72,13 @@ TEST_F(DisegnoCanali, DrawsTheTickedChannelsOfTheLapOverlaid) {
     EXPECT_TRUE(grafico.elementi.empty());
     analisi.chkGrafico_Click(5, true);
     analisi.chkGrafico_Click(3, true);
-    EXPECT_EQ(analisi.NumCanaliAttivi, 2);
+    EXPECT_EQ(analisi.Canali().NumCanaliAttivi(), 2);
     ASSERT_EQ(grafico.elementi.size(), 2u);
     const ElementoProva& giri = grafico.elementi[0];
     EXPECT_EQ(giri.Nome, Testo(Voce::CanaleGiriMotore));
     EXPECT_EQ(giri.Tinta, 255u);
     EXPECT_EQ(giri.Spessore, 2);
-    EXPECT_EQ(giri.Numero, analisi.ElementoCanale[3][0]);
+    EXPECT_EQ(giri.Numero, 1);
     EXPECT_EQ(giri.Scala, 1.0);
     EXPECT_EQ(giri.Passo, 3);
     EXPECT_EQ(giri.Riquadro, 0);
@@ -90,7 +90,7 @@ TEST_F(DisegnoCanali, DrawsTheTickedChannelsOfTheLapOverlaid) {
     EXPECT_EQ(grafico.elementi[1].Passo, 1);
     EXPECT_EQ(grafico.elementi[1].Tinta, 12u);
     EXPECT_NE(grafico.elementi[1].Numero, giri.Numero);
-    EXPECT_EQ(analisi.UltimoCanale, 5);
+    EXPECT_EQ(analisi.Canali().UltimoCanale(), 5);
     EXPECT_EQ(grafico.etichettaX, Testo(Voce::CanaleTempo) + " [sec]");
     EXPECT_EQ(grafico.cursori, 1);
     EXPECT_EQ(grafico.coloreCursore, Rgb(0, 0, 255));
@@ -103,8 +103,8 @@ TEST_F(DisegnoCanali, DrawsTheTickedChannelsOfTheLapOverlaid) {
     analisi.chkGrafico_Click(3, false);
     analisi.chkGrafico_Click(5, false);
     EXPECT_TRUE(grafico.elementi.empty());
-    EXPECT_EQ(analisi.UltimoCanale, 0);
-    EXPECT_EQ(analisi.NumCanaliAttivi, 0);
+    EXPECT_EQ(analisi.Canali().UltimoCanale(), 0);
+    EXPECT_EQ(analisi.Canali().NumCanaliAttivi(), 0);
 }
 
 TEST_F(DisegnoCanali, ScaleOptionLabelsTheAxisAndFollowsTheTicks) {
@@ -119,7 +119,7 @@ TEST_F(DisegnoCanali, ScaleOptionLabelsTheAxisAndFollowsTheTicks) {
     EXPECT_EQ(vista.scala, 3);
     EXPECT_EQ(grafico.scalaY, 1.0);
     analisi.optScala_Click(5);
-    EXPECT_EQ(analisi.CanaleScala, 5);
+    EXPECT_EQ(analisi.Canali().CanaleScala(), 5);
     EXPECT_EQ(grafico.scalaY, 500.0);
     // Unticking moves the choice to the first channel that is still ticked ...
     analisi.chkGrafico_Click(5, false);
@@ -128,7 +128,7 @@ TEST_F(DisegnoCanali, ScaleOptionLabelsTheAxisAndFollowsTheTicks) {
     // ... and with none left it stays.
     analisi.chkGrafico_Click(3, false);
     EXPECT_EQ(vista.scala, 3);
-    EXPECT_EQ(analisi.CanaleScala, 3);
+    EXPECT_EQ(analisi.Canali().CanaleScala(), 3);
     const int prima = grafico.pulizie;
     analisi.chkGrafico_Click(3, true);
     EXPECT_EQ(grafico.pulizie, prima + 1) << "the option that is on is not clicked again";
@@ -152,10 +152,9 @@ TEST_F(DisegnoCanali, DrawsTheRowsThatTheWindowShows) {
     Giro(2);
     analisi.chkGrafico_Click(3, true);
     const auto righe = [&](double da, double a) {
-        analisi.XMin = da;
-        analisi.XMax = a;
-        analisi.Ridisegna();
-        return std::pair{analisi.RigaDa, analisi.RigaA};
+        grafico.intervallo = {da, a, 0.0, 1.0};
+        analisi.EventoZoom();
+        return std::pair{analisi.Finestra().RigaDa(), analisi.Finestra().RigaA()};
     };
     EXPECT_EQ(righe(0.0, 1.0), (std::pair{5, 15}));
     EXPECT_EQ(righe(-3.0, 9.0), (std::pair{5, 15}));
@@ -177,8 +176,7 @@ TEST_F(DisegnoCanali, SeparatePanesTakeTheirOwnScaleAndAreThreeAtMost) {
     ASSERT_TRUE(Apri(DueGiri()));
     Giro(2);
     for (const int c : {3, 4, 5}) analisi.chkGrafico_Click(c, true);
-    analisi.Separati = true;
-    analisi.Ridisegna();
+    analisi.Separati_Click();
     ASSERT_EQ(grafico.elementi.size(), 3u);
     EXPECT_EQ(grafico.elementi[1].Riquadro, 2);
     EXPECT_EQ(grafico.elementi[1].Scala, 1.0);

@@ -63,10 +63,7 @@ class Foglio : public AnalisiProva {
         log.Scrivi(Stelo());
         return ApriFoglioCsv();
     }
-    bool ApriFoglioCsv() {
-        foglio.NomeFileDati = ConFine(Stelo(), ".csv");
-        return foglio.Carica();
-    }
+    bool ApriFoglioCsv() { return foglio.Carica(ConFine(Stelo(), ".csv")); }
 
     VistaProva vistaFoglio;
     GraficoProva graficoFoglio;
@@ -86,30 +83,31 @@ TEST_F(Foglio, AgreesWithTheArrayWhereItMust) {
     EXPECT_EQ(vistaFoglio.unita_, vista.unita_);
     EXPECT_EQ(vistaFoglio.schede, vista.schede);
     EXPECT_EQ(vistaFoglio.visibili, vista.visibili);
-    EXPECT_EQ(foglio.NumCampi, analisi.NumCampi);
-    EXPECT_EQ(foglio.NumGiri, 4);
+    EXPECT_EQ(foglio.NumCampi(), analisi.NumCampi());
+    EXPECT_EQ(foglio.NumGiri(), 4);
     const auto tempo = [](const AnalisiDati& a, std::int32_t riga) {
         return a.Tabella().Valore(kColonnaTempo, Piano::Dati, riga);
     };
     for (int giro = 1; giro <= 4; ++giro) {
         SCOPED_TRACE(giro);
         // The same laps in time; the heading counts as row 1 there, and the first sample as row 2.
-        EXPECT_EQ(foglio.InizioGiro(giro), analisi.InizioGiro(giro) + 2);
-        EXPECT_EQ(foglio.FineGiro(giro), analisi.FineGiro(giro) + 2);
-        EXPECT_EQ(tempo(foglio, foglio.FineGiro(giro)), tempo(analisi, analisi.FineGiro(giro)));
+        EXPECT_EQ(foglio.Giri().InizioGiro(giro), analisi.Giri().InizioGiro(giro) + 2);
+        EXPECT_EQ(foglio.Giri().FineGiro(giro), analisi.Giri().FineGiro(giro) + 2);
+        EXPECT_EQ(tempo(foglio, foglio.Giri().FineGiro(giro)),
+                  tempo(analisi, analisi.Giri().FineGiro(giro)));
         for (AnalisiDati* const a :
              {static_cast<AnalisiDati*>(&foglio), static_cast<AnalisiDati*>(&analisi)}) {
             a->MSFlexGrid1_Click(giro, 1);
-            if (!a->chkGrafico[3]) a->chkGrafico_Click(3, true);
-            a->EventoCursore(3);
+            if (!a->Canali()[3].chkGrafico) a->chkGrafico_Click(3, true);
+            a->EventoCursore(Grafico::Canali, 3);
         }
         EXPECT_EQ(vistaFoglio.valori, vista.valori) << "cursor values";
         EXPECT_EQ(graficoFoglio.elementi.at(0).Y, grafico.elementi.at(0).Y);
         EXPECT_EQ(graficoFoglio.elementi.at(0).X, grafico.elementi.at(0).X);
-        EXPECT_EQ(foglio.MaxCanale[3], analisi.MaxCanale[3]);
-        EXPECT_EQ(foglio.MediaCanale[4], analisi.MediaCanale[4]);
-        EXPECT_EQ(foglio.MinCanale[4], analisi.MinCanale[4]);
-        EXPECT_EQ(foglio.XMax, analisi.XMax);
+        EXPECT_EQ(foglio.Canali()[3].MaxCanale, analisi.Canali()[3].MaxCanale);
+        EXPECT_EQ(foglio.Canali()[4].MediaCanale, analisi.Canali()[4].MediaCanale);
+        EXPECT_EQ(foglio.Canali()[4].MinCanale, analisi.Canali()[4].MinCanale);
+        EXPECT_EQ(foglio.Finestra().XMax(), analisi.Finestra().XMax());
     }
 }
 
@@ -117,17 +115,17 @@ TEST_F(Foglio, DiffersWhereItMust) {
     const LogProva log = QuattroGiri();
     ASSERT_TRUE(Apri(log));
     ASSERT_TRUE(ApriFoglio(log));
-    EXPECT_EQ(foglio.NumRighe, 126) << "125 samples and the heading";
-    EXPECT_EQ(analisi.NumRighe, 125);
+    EXPECT_EQ(foglio.NumRighe(), 126) << "125 samples and the heading";
+    EXPECT_EQ(analisi.NumRighe(), 125);
     foglio.MSFlexGrid1_Click(2, 1);
     analisi.MSFlexGrid1_Click(2, 1);
     // Figures start from the first cell here, from 0 there.
-    EXPECT_EQ(foglio.MinCanale[3], 2000.0);
-    EXPECT_EQ(analisi.MinCanale[3], 0.0);
-    EXPECT_EQ(foglio.MaxCanale[4], -5.0);
-    EXPECT_EQ(analisi.MaxCanale[4], 0.01);
-    EXPECT_EQ(foglio.MaxCanale[6], 0.01) << "an all-zero lap";
-    EXPECT_EQ(foglio.MinCanale[5], 2.0);
+    EXPECT_EQ(foglio.Canali()[3].MinCanale, 2000.0);
+    EXPECT_EQ(analisi.Canali()[3].MinCanale, 0.0);
+    EXPECT_EQ(foglio.Canali()[4].MaxCanale, -5.0);
+    EXPECT_EQ(analisi.Canali()[4].MaxCanale, 0.01);
+    EXPECT_EQ(foglio.Canali()[6].MaxCanale, 0.01) << "an all-zero lap";
+    EXPECT_EQ(foglio.Canali()[5].MinCanale, 2.0);
     // The distance axis draws here.
     for (AnalisiDati* const a :
          {static_cast<AnalisiDati*>(&foglio), static_cast<AnalisiDati*>(&analisi)}) {
@@ -144,9 +142,9 @@ TEST_F(Foglio, DiffersWhereItMust) {
     EXPECT_EQ(panoramicaFoglio.elementi[0].X.back(), 390.0);
     // Clearing the box of an axis changes nothing.
     foglio.chkDistanza_Click(false);
-    EXPECT_TRUE(foglio.AsseDistanza);
+    EXPECT_TRUE(foglio.Finestra().AsseDistanza());
     foglio.chkTempo_Click(true);
-    EXPECT_FALSE(foglio.AsseDistanza);
+    EXPECT_FALSE(foglio.Finestra().AsseDistanza());
 }
 
 TEST_F(Foglio, ColumnsAreThoseOfTheFile) {
@@ -161,7 +159,7 @@ TEST_F(Foglio, ColumnsAreThoseOfTheFile) {
             riga.Celle[colonne] = "12,5";  // a machine with decimal commas wrote it
         }
         ASSERT_TRUE(ApriFoglio(log));
-        EXPECT_EQ(foglio.NumCampi, colonne);
+        EXPECT_EQ(foglio.NumCampi(), colonne);
         const int ultima = std::min(colonne, 20);
         EXPECT_TRUE(vistaFoglio.visibili[ultima]);
         EXPECT_EQ(vistaFoglio.visibili[20], colonne >= 20);
@@ -181,7 +179,7 @@ TEST_F(Foglio, SideFileHasItsColumnsWhateverItsHeadingNames) {
         Scrivi(ConFine(Stelo(), ".txt"), titolo + righe);
         ASSERT_TRUE(ApriFoglioCsv());
         EXPECT_EQ(vistaFoglio.Cella(3, 0), Testo(Voce::RigaGiro) + "3");
-        EXPECT_EQ(foglio.FineGiro(2), 46);
+        EXPECT_EQ(foglio.Giri().FineGiro(2), 46);
         foglio.SSTab1_Click(1);
         EXPECT_EQ(panoramicaFoglio.elementi.at(7).Y.at(0), 15.0);
         foglio.SSTab1_Click(0);
@@ -193,15 +191,14 @@ TEST_F(Foglio, DoesNotNoticeAMissingSideFile) {
     std::filesystem::remove(ConFine(Stelo(), ".txt"));
     macchina.CartellaCorrente = macchina.Cartella;
     ASSERT_TRUE(ApriFoglioCsv());
-    EXPECT_TRUE(foglio.FileLatiTrovati);
     EXPECT_TRUE(macchina.Mostrati.empty());
-    EXPECT_EQ(foglio.PrimoGiroValido(), 1000) << "no lap has rows";
+    EXPECT_EQ(foglio.Giri().PrimoGiroValido(), 1000) << "no lap has rows";
     foglio.SSTab1_Click(1);
     for (const ElementoProva& elemento : panoramicaFoglio.elementi) EXPECT_TRUE(elemento.Y.empty());
     foglio.chkGrafico_Click(3, true);
     foglio.cmdZoom_Click(0.5);
     foglio.cmdSposta_Click(10);
-    foglio.EventoCursore(3);
+    foglio.EventoCursore(Grafico::Canali, 3);
 
     // Only a current folder without any entry is noticed.
     const auto vuota = macchina.Cartella / "vuota";
@@ -210,13 +207,11 @@ TEST_F(Foglio, DoesNotNoticeAMissingSideFile) {
     macchina.Risposte = {Answer::Ok, Answer::Ok};
     VistaProva altra;
     AnalisiDatiFoglio chiusa(altra, graficoFoglio, panoramicaFoglio);
-    chiusa.NomeFileDati = ConFine(Stelo(), ".csv");
-    EXPECT_FALSE(chiusa.Carica());
+    EXPECT_FALSE(chiusa.Carica(ConFine(Stelo(), ".csv")));
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
     EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::IlFile) + "  " + Testo(Voce::NonTrovato));
     EXPECT_EQ(macchina.Mostrati[1].Testo, Testo(Voce::IlFile) + " .alm " + Testo(Voce::NonTrovato));
     EXPECT_TRUE(altra.scaricata);
-    EXPECT_FALSE(chiusa.FileLatiTrovati);
 }
 
 TEST_F(Foglio, LogsOfFewRowsAndOfMany) {
@@ -226,17 +221,17 @@ TEST_F(Foglio, LogsOfFewRowsAndOfMany) {
     };
     LogProva vuoto;
     ASSERT_TRUE(apri(vuoto));
-    EXPECT_EQ(foglio.NumRighe, 1) << "the heading alone";
-    EXPECT_EQ(foglio.PrimoGiroValido(), 1000);
+    EXPECT_EQ(foglio.NumRighe(), 1) << "the heading alone";
+    EXPECT_EQ(foglio.Giri().PrimoGiroValido(), 1000);
     Scrivi(ConFine(Stelo(), ".csv"), "");
     ASSERT_TRUE(ApriFoglioCsv());
-    EXPECT_EQ(foglio.NumRighe, 0);
-    EXPECT_EQ(foglio.NumCampi, 0);
+    EXPECT_EQ(foglio.NumRighe(), 0);
+    EXPECT_EQ(foglio.NumCampi(), 0);
 
     LogProva uno;
     uno.Tratto(1, 1);
     ASSERT_TRUE(apri(uno));
-    EXPECT_EQ(foglio.FineGiro(1), 2);
+    EXPECT_EQ(foglio.Giri().FineGiro(1), 2);
     EXPECT_FALSE(vistaFoglio.griglia);
 
     LogProva molti;
@@ -248,10 +243,10 @@ TEST_F(Foglio, LogsOfFewRowsAndOfMany) {
     molti.Tim += "\r\n";
     macchina.BoxLiberi = true;
     ASSERT_TRUE(apri(molti));
-    EXPECT_EQ(foglio.FineGiro(999), 2 + 999 * 3 - 1);
+    EXPECT_EQ(foglio.Giri().FineGiro(999), 2 + 999 * 3 - 1);
     EXPECT_EQ(vistaFoglio.Cella(998, 0), Testo(Voce::RigaGiro) + "998");
     foglio.MSFlexGrid1_Click(999, 1);
-    EXPECT_EQ(foglio.GiroSelezionato, 999);
+    EXPECT_EQ(foglio.Giri().GiroSelezionato(), 999);
 }
 
 TEST_F(Foglio, TellsItsProgressWithABlankBeforeTheNumber) {
@@ -277,11 +272,11 @@ TEST_F(Foglio, LogThatMemoryDoesNotHoldOpensWithoutCurves) {
         const MemoriaFinita poca(200'000'000);
         EXPECT_TRUE(ApriFoglioCsv());
     }
-    EXPECT_EQ(foglio.NumRighe, 0);
-    EXPECT_EQ(foglio.NumCampi, 0);
+    EXPECT_EQ(foglio.NumRighe(), 0);
+    EXPECT_EQ(foglio.NumCampi(), 0);
     EXPECT_TRUE(foglio.Tabella().Colonna(1, Piano::Dati).empty()) << "nothing is left half read";
     EXPECT_EQ(vistaFoglio.Cella(3, 1), "01:01.90") << "the lap times are there";
     EXPECT_TRUE(ApriFoglio(log)) << "and with memory again the log";
-    EXPECT_EQ(foglio.NumRighe, 126);
+    EXPECT_EQ(foglio.NumRighe(), 126);
 }
 #endif

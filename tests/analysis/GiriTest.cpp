@@ -31,8 +31,8 @@ using TabellaGiri = AnalisiProva;
 
 TEST_F(TabellaGiri, ListsLapsBetweenStartAndEnd) {
     ASSERT_TRUE(Apri(TreGiri()));
-    EXPECT_EQ(analisi.NumRigheTabella, 6);
-    EXPECT_EQ(analisi.NumGiri, 3);
+    EXPECT_EQ(analisi.Giri().NumRigheTabella(), 6);
+    EXPECT_EQ(analisi.NumGiri(), 3);
     EXPECT_EQ(vista.righe, 6);
     EXPECT_TRUE(vista.griglia);
     EXPECT_EQ(vista.Cella(0, 1), Testo(Voce::ColonnaTempoGiro));
@@ -44,7 +44,7 @@ TEST_F(TabellaGiri, ListsLapsBetweenStartAndEnd) {
     EXPECT_EQ(vista.Cella(4, 1), "01:03.10");
     EXPECT_EQ(vista.Cella(5, 0), "End");
     EXPECT_EQ(vista.Cella(5, 1), "");
-    EXPECT_EQ(analisi.TempiSessione[4], "2");
+    EXPECT_EQ(analisi.GetSessioneTempo(4), "2");
 }
 
 TEST_F(TabellaGiri, MarksBestAndWorst) {
@@ -67,12 +67,11 @@ TEST_F(TabellaGiri, MarksBestAndWorst) {
         LogProva log = TreGiri();
         log.Tim = TempiDi(caso.Tempi);
         log.Scrivi(Stelo());
-        analisiQuesta.NomeFileDati = ConFine(Stelo(), ".csv");
-        ASSERT_TRUE(analisiQuesta.Carica());
+        ASSERT_TRUE(analisiQuesta.Carica(ConFine(Stelo(), ".csv")));
         EXPECT_EQ((questa.sfondi[{caso.Migliore, 1}]), kVerde);
         EXPECT_EQ((questa.sfondi[{caso.Peggiore, 1}]), kRosso);
-        EXPECT_EQ(analisiQuesta.GiroMigliore, caso.Migliore - 1);
-        EXPECT_EQ(analisiQuesta.GiroPeggiore, caso.Peggiore - 1);
+        EXPECT_EQ(analisiQuesta.Giri().GiroMigliore(), caso.Migliore - 1);
+        EXPECT_EQ(analisiQuesta.Giri().GiroPeggiore(), caso.Peggiore - 1);
         int colorate = 0;
         for (const auto& [posto, colore] : questa.sfondi) colorate += posto.second == 1 ? 1 : 0;
         EXPECT_EQ(colorate, 2);
@@ -85,7 +84,7 @@ TEST_F(TabellaGiri, CutsLapsAtTheSectorsOfTheTrack) {
     for (int c = 3; c <= 20; ++c) ses += "x;1;255;1;0;0\r\n";
     Scrivi(ConFine(Stelo(), ".ses"), ses);
     ASSERT_TRUE(Apri(TreGiri()));
-    EXPECT_EQ(analisi.NumSettori, 4);
+    EXPECT_EQ(analisi.Giri().NumSettori(), 4);
     EXPECT_EQ(vista.Cella(0, 2), Testo(Voce::ColonnaSettore) + "1");
     EXPECT_EQ(vista.Cella(0, 4), Testo(Voce::ColonnaSettore) + "3");
     EXPECT_EQ(vista.Cella(0, 5), "");
@@ -96,8 +95,8 @@ TEST_F(TabellaGiri, CutsLapsAtTheSectorsOfTheTrack) {
     EXPECT_EQ(vista.Cella(2, 5), "");
     // Past the track's length each row closes a slot that no column shows, until the loop is left
     // early and the row stands on the last boundary.
-    EXPECT_EQ(analisi.TempiGiro[2][6], "00:00.10");
-    EXPECT_EQ(analisi.TempiGiro[2][7], "00:00.00");
+    EXPECT_EQ(analisi.Giri().TempoGiro(2, 6), "00:00.10");
+    EXPECT_EQ(analisi.Giri().TempoGiro(2, 7), "00:00.00");
     // 9 rows, 0 to 80 m: what is left of the lap goes to the third sector, 9 rows in all.
     EXPECT_EQ(vista.Cella(3, 2), "00:00.30");
     EXPECT_EQ(vista.Cella(3, 3), "00:00.30");
@@ -112,11 +111,10 @@ TEST_F(TabellaGiri, CutsLapsAtTheSectorsOfTheTrack) {
 
     // Another division leaves nothing of the old one behind.
     Scrivi(macchina.Cartella / "tracks" / "Prova.sec", "100\r\n200\r\n");
-    analisi.LeggiSettori();
-    EXPECT_EQ(analisi.NumSettori, 2);
-    analisi.CompilaTabellaGiri();
-    EXPECT_EQ(analisi.TempiGiro[2][2], "00:01.30");
-    EXPECT_EQ(analisi.TempiGiro[2][3], "");
+    analisi.RicompilaTabella();
+    EXPECT_EQ(analisi.Giri().NumSettori(), 2);
+    EXPECT_EQ(analisi.Giri().TempoGiro(2, 2), "00:01.30");
+    EXPECT_EQ(analisi.Giri().TempoGiro(2, 3), "");
 }
 
 TEST_F(TabellaGiri, AnotherCircuitCutsTheLapsAnewAndKeepsTheChosenOne) {
@@ -145,37 +143,35 @@ TEST_F(TabellaGiri, AnotherCircuitCutsTheLapsAnewAndKeepsTheChosenOne) {
 }
 
 TEST_F(TabellaGiri, LeggiSettoriTakesWhatATrackCanHave) {
-    DatiSessione.Circuito = "Prova";
     const auto file = macchina.Cartella / "tracks" / "Prova.sec";
-    analisi.NumSettori = 7;
-    analisi.LeggiSettori();
-    EXPECT_EQ(analisi.NumSettori, 1) << "no file, one sector";
-    Scrivi(file, "1000\r\n250,5\r\n749.5\r\n0\r\n12\r\n");
-    analisi.LeggiSettori();
-    EXPECT_EQ(analisi.NumSettori, 5) << "each line is a sector, one of length 0 as well";
-    EXPECT_EQ(analisi.DistanzeSettori[0], 250.5);
-    EXPECT_EQ(analisi.DistanzeSettori[1], 749.5);
-    EXPECT_EQ(analisi.DistanzeSettori[2], 0.0);
-    EXPECT_EQ(analisi.DistanzeSettori[3], 12.0);
-    EXPECT_EQ(analisi.DistanzeSettori[4], 0.0);
     std::string molti = "1000\r\n";
     for (int i = 0; i < 40; ++i) molti += "25\r\n";
     Scrivi(file, molti);
     ASSERT_TRUE(Apri(TreGiri()));  // its session has no circuit
     DatiSessione.Circuito = "Prova";
-    analisi.LeggiSettori();
-    EXPECT_EQ(analisi.NumSettori, 22) << "21 lengths are kept";
-    analisi.CompilaTabellaGiri();
+    analisi.RicompilaTabella();
+    EXPECT_EQ(analisi.Giri().NumSettori(), 22) << "21 lengths are kept";
     EXPECT_EQ(vista.Cella(0, 20), Testo(Voce::ColonnaSettore) + "19");
     EXPECT_EQ(vista.Cella(0, 21), "");
+    Scrivi(file, "1000\r\n30,5\r\n29.5\r\n0\r\n12\r\n");
+    analisi.RicompilaTabella();
+    EXPECT_EQ(analisi.Giri().NumSettori(), 5) << "each line is a sector, one of length 0 as well";
+    // Boundaries at 30.5, 60, 60 and 72 m, one row is 10 m.
+    EXPECT_EQ(vista.Cella(2, 2), "00:00.40");
+    EXPECT_EQ(vista.Cella(2, 3), "00:00.20");
+    EXPECT_EQ(vista.Cella(2, 4), "00:00.10");
+    EXPECT_EQ(vista.Cella(2, 5), "00:00.10");
+    std::filesystem::remove(file);
+    analisi.RicompilaTabella();
+    EXPECT_EQ(analisi.Giri().NumSettori(), 1) << "no file, one sector";
 }
 
 TEST_F(TabellaGiri, ClickOnALapTimeSelectsAndDrawsTheLap) {
     ASSERT_TRUE(Apri(TreGiri()));
     const int prima = grafico.pulizie;
     analisi.MSFlexGrid1_Click(3, 1);
-    EXPECT_EQ(analisi.GiroSelezionato, 3);
-    EXPECT_EQ(analisi.RigheGiro, 8);
+    EXPECT_EQ(analisi.Giri().GiroSelezionato(), 3);
+    EXPECT_EQ(analisi.Giri().RigheGiro(), 8);
     EXPECT_EQ(vista.giro, 3);
     EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
     EXPECT_EQ(vista.schede[1], Testo(Voce::Allarmi) + " " + Testo(Voce::Giro) + " 3");
@@ -192,12 +188,12 @@ TEST_F(TabellaGiri, ClickOnALapTimeSelectsAndDrawsTheLap) {
     EXPECT_EQ((vista.sfondi[{3, 2}]), kBlu) << "a second click selects it again";
     vista.sfondi.clear();
     analisi.MSFlexGrid1_Click(4, 2);
-    EXPECT_EQ(analisi.GiroSelezionato, 3) << "only the column of lap times selects";
+    EXPECT_EQ(analisi.Giri().GiroSelezionato(), 3) << "only the column of lap times selects";
     EXPECT_EQ(vista.sfondi.size(), 2u) << "the marks are set all the same";
     analisi.MSFlexGrid1_Click(0, 1);
     analisi.MSFlexGrid1_Click(1000, 1);
     analisi.MSFlexGrid1_Click(-1, 1);
-    EXPECT_EQ(analisi.GiroSelezionato, 3);
+    EXPECT_EQ(analisi.Giri().GiroSelezionato(), 3);
 }
 
 TEST_F(TabellaGiri, LapThatTheLogHasNoRowsOf) {
@@ -213,7 +209,7 @@ TEST_F(TabellaGiri, LapThatTheLogHasNoRowsOf) {
     EXPECT_TRUE(vista.controlli);
     analisi.MSFlexGrid1_Click(4, 1);
     EXPECT_FALSE(vista.controlli);
-    EXPECT_EQ(analisi.RigheGiro, 0);
+    EXPECT_EQ(analisi.Giri().RigheGiro(), 0);
     EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
     analisi.MSFlexGrid1_Click(2, 1);
     EXPECT_TRUE(vista.controlli);
@@ -223,18 +219,18 @@ TEST_F(TabellaGiri, LogWithoutLapsShowsItsOneStretch) {
     LogProva log;
     log.Tratto(1, 10, [](int r) { return 100.0 * r; });
     ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(analisi.NumGiri, 0);
+    EXPECT_EQ(analisi.NumGiri(), 0);
     EXPECT_FALSE(vista.griglia);
     EXPECT_TRUE(vista.controlli);
-    EXPECT_EQ(analisi.GiroSelezionato, 1);
-    EXPECT_EQ(analisi.RigheGiro, 9);
+    EXPECT_EQ(analisi.Giri().GiroSelezionato(), 1);
+    EXPECT_EQ(analisi.Giri().RigheGiro(), 9);
     analisi.chkGrafico_Click(3, true);
     ASSERT_EQ(grafico.elementi.size(), 1u);
     EXPECT_EQ(grafico.elementi[0].Y.size(), 10u);
     EXPECT_EQ(grafico.elementi[0].Y.back(), 900.0);
     // The session dialog leaves it as it was.
     analisi.RicompilaTabella();
-    EXPECT_EQ(analisi.GiroSelezionato, 1);
+    EXPECT_EQ(analisi.Giri().GiroSelezionato(), 1);
     EXPECT_TRUE(vista.controlli);
     EXPECT_EQ(grafico.intervallo.XMax, 0.9);
     ASSERT_EQ(grafico.elementi.size(), 1u);
@@ -245,10 +241,10 @@ TEST_F(TabellaGiri, FirstLineAloneGivesNoLapNumber) {
     LogProva log = TreGiri();
     log.Tim = "1.4\r\n";
     ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(analisi.NumRigheTabella, 2);
-    EXPECT_EQ(analisi.NumGiri, -1);
+    EXPECT_EQ(analisi.Giri().NumRigheTabella(), 2);
+    EXPECT_EQ(analisi.NumGiri(), -1);
     EXPECT_FALSE(vista.griglia);
-    EXPECT_EQ(analisi.GiroSelezionato, 1);
+    EXPECT_EQ(analisi.Giri().GiroSelezionato(), 1);
 }
 
 TEST_F(TabellaGiri, HoldsNineHundredAndNinetyEightLapsAndTellsOnceOfMore) {
@@ -266,8 +262,8 @@ TEST_F(TabellaGiri, HoldsNineHundredAndNinetyEightLapsAndTellsOnceOfMore) {
         macchina.Risposte = {Answer::Ok};
         ASSERT_TRUE(Apri(log));
         const int tenuti = std::min(giri, 998);
-        EXPECT_EQ(analisi.NumGiri, tenuti);
-        EXPECT_EQ(analisi.NumRigheTabella, tenuti + 3);
+        EXPECT_EQ(analisi.NumGiri(), tenuti);
+        EXPECT_EQ(analisi.Giri().NumRigheTabella(), tenuti + 3);
         EXPECT_EQ(vista.righe, tenuti + 3);
         EXPECT_EQ(vista.Cella(tenuti + 1, 0), Testo(Voce::RigaGiro) + TestoNumero(tenuti + 1));
         EXPECT_EQ(vista.Cella(tenuti + 1, 1), analisi.GetTempoGiro(tenuti + 1));
@@ -277,13 +273,13 @@ TEST_F(TabellaGiri, HoldsNineHundredAndNinetyEightLapsAndTellsOnceOfMore) {
         // it.
         for (const int riga : {tenuti + 1, tenuti + 2}) {
             analisi.MSFlexGrid1_Click(riga, 1);
-            EXPECT_EQ(analisi.GiroSelezionato, riga);
-            EXPECT_EQ(analisi.RigheGiro, 1);
-            EXPECT_EQ(analisi.InizioGiro(riga), 2 * riga - 2);
+            EXPECT_EQ(analisi.Giri().GiroSelezionato(), riga);
+            EXPECT_EQ(analisi.Giri().RigheGiro(), 1);
+            EXPECT_EQ(analisi.Giri().InizioGiro(riga), 2 * riga - 2);
         }
         analisi.MSFlexGrid1_Click(1001, 1);
-        EXPECT_EQ(analisi.GiroSelezionato, tenuti + 2);
-        EXPECT_EQ(analisi.InizioGiro(1001), 0);
+        EXPECT_EQ(analisi.Giri().GiroSelezionato(), tenuti + 2);
+        EXPECT_EQ(analisi.Giri().InizioGiro(1001), 0);
         ASSERT_EQ(macchina.Mostrati.size(), giri > 998 ? 1u : 0u);
         if (giri > 998) {
             EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::TroppiGiri));
@@ -298,9 +294,8 @@ TEST_F(TabellaGiri, FirstStretchWithRowsIsTheOneThatOpens) {
     log.Tratto(1, 2).Tratto(2, 1).Tratto(3, 6);
     log.Tim = TempiDi({"01:00.00", "01:01.00"});
     ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(analisi.PrimoGiroValido(), 3);
+    EXPECT_EQ(analisi.Giri().PrimoGiroValido(), 3);
     EXPECT_EQ(vista.corrente, (VistaProva::Posto{3, 1}));
     EXPECT_EQ(vista.schede[0], Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
-    analisi.RigheDeiGiri = CercaGiri({}, 0);
-    EXPECT_EQ(analisi.PrimoGiroValido(), 1000);
+    EXPECT_EQ(GiriLog().PrimoGiroValido(), 1000);
 }

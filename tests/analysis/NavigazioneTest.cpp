@@ -47,8 +47,8 @@ TEST_F(Navigazione, ZoomMovesTheRightEdgeOnly) {
     EXPECT_EQ(grafico.intervallo.YMax, 3.0);
     EXPECT_EQ(grafico.cursoreX, 4.0);
     EXPECT_EQ(panoramica.cursoreX, 4.0);
-    EXPECT_DOUBLE_EQ(analisi.PassoSposta, 0.02);
-    EXPECT_EQ(analisi.RigaDa, 45);
+    EXPECT_DOUBLE_EQ(analisi.Finestra().PassoSposta(), 0.02);
+    EXPECT_EQ(analisi.Finestra().RigaDa(), 45);
 
     // The right edge decides about further zooming in.
     grafico.intervallo = {0.0, 1.2, 0.0, 1.0};
@@ -79,7 +79,7 @@ TEST_F(Navigazione, ShiftGoesAnywhereAndReadsAtTheLeftEdge) {
     Apri10();
     analisi.cmdSposta_Click(10);
     EXPECT_EQ(Finestra(), (Coppia{1.0, 11.0})) << "ten steps of a hundredth of the window";
-    EXPECT_EQ(analisi.RigaDa, 15);
+    EXPECT_EQ(analisi.Finestra().RigaDa(), 15);
     EXPECT_EQ(vista.valori[1], "1") << "the cursor stands at the left edge";
     EXPECT_TRUE(vista.lampade[1]) << "and reads the alarms there";
     EXPECT_FALSE(vista.lampade[0]);
@@ -92,14 +92,13 @@ TEST_F(Navigazione, ShiftGoesAnywhereAndReadsAtTheLeftEdge) {
     grafico.intervallo = {3.0, 5.0, 0.0, 1.0};
     analisi.cmdSposta_Click(1);
     EXPECT_DOUBLE_EQ(grafico.intervallo.XMin, 3.1) << "the step is that of the window before";
-    EXPECT_DOUBLE_EQ(analisi.PassoSposta, 0.02);
+    EXPECT_DOUBLE_EQ(analisi.Finestra().PassoSposta(), 0.02);
 }
 
 TEST_F(Navigazione, OneStepForwardOfTheOtherWindowKnowsNoMouse) {
     LogLungo().Scrivi(Stelo());
     AnalisiDatiFoglio foglio(vista, grafico, panoramica);
-    foglio.NomeFileDati = ConFine(Stelo(), ".csv");
-    ASSERT_TRUE(foglio.Carica());
+    ASSERT_TRUE(foglio.Carica(ConFine(Stelo(), ".csv")));
     foglio.MSFlexGrid1_Click(2, 1);
     grafico.intervallo = {3.0, 5.0, 0.0, 1.0};
     foglio.cmdSposta_Click(1);
@@ -113,16 +112,20 @@ TEST_F(Navigazione, CursorReadsAllChannelsAtTheRowOfTheLastDrawn) {
     Apri10();
     analisi.MSFlexGrid1_Click(3, 1);
     const auto valore = [&](std::int32_t i) {
-        analisi.EventoCursore(i);
+        analisi.EventoCursore(Grafico::Canali, i);
         return vista.valori[3];
     };
     EXPECT_EQ(valore(7), "7");
     EXPECT_EQ(vista.valori[1], ".7") << "no zero before the point";
-    analisi.FiltroCanale[3] = 2;
-    analisi.Decimazione = 3;
+    const auto filtro = [&](int c, std::int16_t n) {
+        analisi.cmdSetGraph_Click(c, [n](ImpostazioniCanale& v) { v.FiltroDialogo = n; });
+    };
+    filtro(3, 2);
+    grafico.intervallo = {0.0, 150.0, 0.0, 1.0};  // one row in three
+    analisi.EventoZoom();
     EXPECT_EQ(valore(10), "60");
     EXPECT_EQ(vista.valori[1], "6") << "the time too is read at the row of the drawn channel";
-    analisi.FiltroCanale[5] = 0;
+    filtro(5, 0);
     vista.valori[5] = "stays";
     valore(11);
     EXPECT_EQ(vista.valori[5], "stays") << "a filter of 0 tells no row";
@@ -142,7 +145,7 @@ TEST_F(Navigazione, MarkerSpreadsTheLapOverTheLinesOfTheOutline) {
         analisi.Circuito_Click();
         std::vector<int> punti = {vista.marcatore};
         for (const int i : {10, 33, 66, 67, 100}) {
-            analisi.EventoCursore(i);
+            analisi.EventoCursore(Grafico::Canali, i);
             punti.push_back(vista.marcatore);
         }
         analisi.Circuito_Click();
@@ -156,7 +159,6 @@ TEST_F(Navigazione, MarkerSpreadsTheLapOverTheLinesOfTheOutline) {
 TEST_F(Navigazione, ScrollRunsToTheEndOfTheLap) {
     Apri10();
     grafico.intervallo = {0.0, 5.0, 0.0, 1.0};
-    analisi.CalcolaPassoSposta();
     analisi.cmdZoom_Click(1.0);
     int giri = 0;
     macchina.DuranteEventi = [&] {
@@ -168,7 +170,7 @@ TEST_F(Navigazione, ScrollRunsToTheEndOfTheLap) {
         ASSERT_LT(giri, 2000);
     };
     analisi.cmdScorri_Click(Verso::DX);
-    EXPECT_FALSE(analisi.ScorrimentoAttivo);
+    EXPECT_FALSE(analisi.ScorrimentoAttivo());
     EXPECT_GT(grafico.intervallo.XMax, 9.9) << "past the row before the lap's last";
     EXPECT_LT(grafico.intervallo.XMax, 10.0);
     EXPECT_NEAR(grafico.intervallo.XMax - grafico.intervallo.XMin, 5.0, 1e-9);
@@ -209,7 +211,7 @@ TEST_F(Navigazione, EventsInsideTheScroll) {
         ASSERT_LT(giri, 500);
     };
     analisi.cmdScorri_Click(Verso::DX);
-    EXPECT_FALSE(analisi.ScorrimentoAttivo);
+    EXPECT_FALSE(analisi.ScorrimentoAttivo());
 
     // Another tab: the graph that scrolled gets its cursor back.
     analisi.MSFlexGrid1_Click(3, 1);
@@ -266,12 +268,13 @@ TEST_F(Navigazione, OverviewShowsTheSameWindow) {
     EXPECT_EQ(panoramica.elementi[1].Y.front(), 4.0) << "alarm 2 is on";
     EXPECT_EQ(panoramica.elementi[1].Y[11], 3.0) << "and off after 2 s";
     EXPECT_EQ(panoramica.elementi[2].Y.front(), 5.0);
-    analisi.EventoCursoreAllarmi(10);
+    analisi.EventoCursore(Grafico::Allarmi, 10);
     EXPECT_TRUE(vista.lampade[1]);
     EXPECT_EQ(vista.valori[1], "2");
-    analisi.EventoCursoreAllarmi(11);
+    analisi.EventoCursore(Grafico::Allarmi, 11);
     EXPECT_FALSE(vista.lampade[1]);
-    EXPECT_EQ(analisi.UltimoCanale, 10) << "the cursor reads with the filter of the last alarm";
+    EXPECT_EQ(analisi.Canali().UltimoCanale(), 10)
+        << "the cursor reads with the filter of the last alarm";
     // Back on the graph the boxes show what is under its own cursor again.
     grafico.indice = 4;
     analisi.SSTab1_Click(0);
@@ -316,7 +319,6 @@ TEST_F(Navigazione, ViewsOfTheToolBar) {
     EXPECT_FALSE(vista.barra.SovrappostiPremuto);
     EXPECT_FALSE(vista.barra.ZoomAcceso);
     EXPECT_FALSE(vista.barra.ZoomPremuto);
-    EXPECT_FALSE(analisi.ZoomAttivo);
     EXPECT_TRUE(vista.zoomIn);
     EXPECT_EQ(grafico.modoMouse, ModoMouse::Cursore);
     EXPECT_EQ(grafico.scalaY, 1.0);
@@ -334,7 +336,8 @@ TEST_F(Navigazione, ViewsOfTheToolBar) {
     EXPECT_FALSE(vista.barra.SeparatiAcceso);
     EXPECT_TRUE(vista.barra.ZoomAcceso);
     EXPECT_EQ(grafico.elementi.size(), 4u);
-    EXPECT_EQ(grafico.scalaY, analisi.FattoreScala[6]) << "the axis labels are channel 6's again";
+    EXPECT_EQ(grafico.scalaY, analisi.Canali()[6].FattoreScala)
+        << "the axis labels are channel 6's again";
     analisi.chkGrafico_Click(6, false);
     analisi.Sovrapposti_Click();
     EXPECT_TRUE(vista.barra.SeparatiAcceso) << "three fit";
@@ -342,16 +345,16 @@ TEST_F(Navigazione, ViewsOfTheToolBar) {
 
 TEST_F(Navigazione, SettingsOfAChannelGoThroughTheExchangeFields) {
     Apri10();
-    analisi.cmdSetGraph_Click(3, [&] {
-        EXPECT_EQ(analisi.FiltroDialogo, 1);
-        EXPECT_EQ(analisi.MaxDialogo, 100.0);
-        analisi.FiltroDialogo = 4;
-        analisi.SpessoreDialogo = 3;
-        analisi.MaxDialogo = 250.0;
-        analisi.MinDialogo = -50.0;
-        analisi.ColoraCanale(3, Rgb(1, 2, 3));
-        analisi.RinominaCanale(3, "Motore", "[g/m]");
+    analisi.cmdSetGraph_Click(3, [&](ImpostazioniCanale& valori) {
+        EXPECT_EQ(valori.NumeroCanale, 3);
+        EXPECT_EQ(valori.FiltroDialogo, 1);
+        EXPECT_EQ(valori.MaxDialogo, 100.0);
+        EXPECT_FALSE(valori.Separati);
+        valori = {3, "Motore", "[g/m]", Rgb(1, 2, 3), 4, 3, -50.0, 250.0, true};
     });
+    EXPECT_EQ(vista.nomi[3], "Motore");
+    EXPECT_EQ(vista.unita_[3], "[g/m]");
+    EXPECT_EQ(vista.colori[3], Rgb(1, 2, 3));
     ASSERT_EQ(grafico.elementi.size(), 1u);
     EXPECT_EQ(grafico.elementi[0].Passo, 4);
     EXPECT_EQ(grafico.elementi[0].Spessore, 3);
@@ -362,8 +365,8 @@ TEST_F(Navigazione, SettingsOfAChannelGoThroughTheExchangeFields) {
     EXPECT_EQ(grafico.intervallo.YMax, 275.0) << "the pane takes the new scale";
     EXPECT_EQ(grafico.intervallo.YMin, -45.0);
     analisi.MSFlexGrid1_Click(3, 1);
-    EXPECT_EQ(analisi.MaxCanale[3], 200.0) << "another lap has its own scale";
-    EXPECT_EQ(analisi.FiltroCanale[3], 4);
+    EXPECT_EQ(analisi.Canali()[3].MaxCanale, 200.0) << "another lap has its own scale";
+    EXPECT_EQ(analisi.Canali()[3].FiltroCanale, 4);
     analisi.SetMaxVal(3, 7.0);
     EXPECT_EQ(analisi.GetMinVal(3), "7") << "the minimum takes it";
     EXPECT_EQ(analisi.GetMaxVal(3), "200");
@@ -402,19 +405,19 @@ TEST_F(Navigazione, FiguresOfTheSession) {
         log.Tim += "\r\n";
         ASSERT_TRUE(Apri(log));
         DatiSessione.LunghTracciato = "1000";
-        analisi.CalcolaStatistiche();
-        EXPECT_EQ(analisi.TempoTotale, caso.Totale);
-        EXPECT_EQ(analisi.TempoMedio, caso.Medio);
-        EXPECT_EQ(analisi.VelocitaMedia, caso.Velocita);
-        EXPECT_EQ(analisi.GiriEsclusi, caso.Esclusi);
+        const FigureSessione figure = CalcolaStatistiche(analisi.Giri());
+        EXPECT_EQ(figure.TempoTotale, caso.Totale);
+        EXPECT_EQ(figure.TempoMedio, caso.Medio);
+        EXPECT_EQ(figure.VelocitaMedia, caso.Velocita);
+        EXPECT_EQ(figure.GiriEsclusi, caso.Esclusi);
     }
     LogProva log = LogLungo();
     log.Tim = "1.4\r\n01:00.00, 1\r\n00:50.00, 2\r\n\r\n";
     ASSERT_TRUE(Apri(log));
     DatiSessione.LunghTracciato = "1000 m";
-    analisi.CalcolaStatistiche();
-    EXPECT_EQ(analisi.TempoMigliore, "00:50.00");
-    EXPECT_EQ(analisi.VelocitaMigliore, "72.0") << "1000 m in 5000 hundredths, times 360";
+    const FigureSessione figure = CalcolaStatistiche(analisi.Giri());
+    EXPECT_EQ(figure.TempoMigliore, "00:50.00");
+    EXPECT_EQ(figure.VelocitaMigliore, "72.0") << "1000 m in 5000 hundredths, times 360";
     EXPECT_EQ(analisi.GetVelocitaGiro(2), "60.0");
     EXPECT_EQ(analisi.GetVelocitaGiro(1), "") << "the stretch before the first mark has no time";
     EXPECT_EQ(analisi.GetSessioneTempo(3), "2");

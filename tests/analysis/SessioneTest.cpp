@@ -42,18 +42,20 @@ TEST_F(SessioneAnalisi, AreReadByPosition) {
     EXPECT_EQ(DatiProgetto.Veicolo, "Alfa 8") << "the project's vehicle is overwritten";
     EXPECT_EQ(DatiSessione.VeicoloSessione, "");
     EXPECT_EQ(DatiSessione.NoteSessione, "a;b");
-    EXPECT_EQ(analisi.FiltroCanale[3], 2);
-    EXPECT_EQ(analisi.ColoreCanale[3], 16711680u);
+    EXPECT_EQ(analisi.Canali()[3].FiltroCanale, 2);
+    EXPECT_EQ(analisi.Canali()[3].ColoreCanale, 16711680u);
     EXPECT_EQ(vista.colori[3], 16711680u);
-    EXPECT_EQ(analisi.SpessoreCanale[3], 4);
+    EXPECT_EQ(analisi.Canali()[3].SpessoreCanale, 4);
     EXPECT_EQ(vista.nomi[3], Testo(Voce::CanaleGiriMotore)) << "the caption of the file is dropped";
-    EXPECT_EQ(analisi.FiltroCanale[4], 1) << "a step of 0 rows cannot be drawn";
-    EXPECT_EQ(analisi.ColoreCanale[4], Rgb(255, 0, 0)) << "what is no number changes nothing";
-    EXPECT_EQ(analisi.SpessoreCanale[4], 1);
-    EXPECT_EQ(analisi.ColoreCanale[20], 12u);
-    analisi.LeggiDatiSessione();
-    EXPECT_EQ(analisi.MinCanale[3], -1.5);
-    EXPECT_EQ(analisi.MaxCanale[3], 12.5);
+    EXPECT_EQ(analisi.Canali()[4].FiltroCanale, 1) << "a step of 0 rows cannot be drawn";
+    EXPECT_EQ(analisi.Canali()[4].ColoreCanale, Rgb(255, 0, 0))
+        << "what is no number changes nothing";
+    EXPECT_EQ(analisi.Canali()[4].SpessoreCanale, 1);
+    EXPECT_EQ(analisi.Canali()[20].ColoreCanale, 12u);
+    ElencoCanali canali;
+    SessioneLog().LeggiDatiSessione(ConFine(Stelo(), ".csv"), canali);
+    EXPECT_EQ(canali[3].MinCanale, -1.5) << "the lap's own figures take their place";
+    EXPECT_EQ(canali[3].MaxCanale, 12.5);
 }
 
 TEST_F(SessioneAnalisi, MissingFileEmptiesTheSession) {
@@ -62,7 +64,6 @@ TEST_F(SessioneAnalisi, MissingFileEmptiesTheSession) {
     ASSERT_TRUE(Apri(Log()));
     EXPECT_EQ(DatiSessione.Sessione, "");
     EXPECT_EQ(DatiProgetto.Veicolo, "");
-    EXPECT_EQ(analisi.NomeFileSessione, File());
     EXPECT_TRUE(macchina.Mostrati.empty());
 }
 
@@ -70,11 +71,14 @@ TEST_F(SessioneAnalisi, IsWrittenOverTheBeginningOfTheOldFile) {
     ASSERT_TRUE(Apri(Log()));
     DatiSessione.Sessione = "Gara";
     DatiProgetto.Veicolo = "Alfa 8";
-    analisi.FiltroCanale[3] = 2;
-    analisi.ColoreCanale[3] = Rgb(1, 0, 0);
-    analisi.SpessoreCanale[20] = 6;
-    analisi.MinCanale[3] = -0.5;
-    analisi.MaxCanale[3] = 25;
+    const auto canale3 = [](ImpostazioniCanale& v) {
+        v.FiltroDialogo = 2;
+        v.ColoreCanale = Rgb(1, 0, 0);
+        v.MinDialogo = -0.5;
+        v.MaxDialogo = 25;
+    };
+    analisi.cmdSetGraph_Click(3, canale3);
+    analisi.cmdSetGraph_Click(20, [](ImpostazioniCanale& v) { v.SpessoreDialogo = 6; });
     macchina.Separatore = ',';
     Scrivi(File(), std::string(3000, '*'));
     analisi.SalvaDatiSessione();
@@ -87,11 +91,12 @@ TEST_F(SessioneAnalisi, IsWrittenOverTheBeginningOfTheOldFile) {
     EXPECT_EQ(scritto.substr(0, testa.size()), testa);
     EXPECT_EQ(std::count(scritto.begin(), scritto.end(), '\n'), 26);
 
-    analisi.LeggiDatiSessione();
+    ElencoCanali canali;
+    SessioneLog().LeggiDatiSessione(ConFine(Stelo(), ".csv"), canali);
     EXPECT_EQ(DatiSessione.Sessione, "Gara");
     EXPECT_EQ(DatiProgetto.Veicolo, "") << "no session file holds the vehicle";
-    EXPECT_EQ(analisi.SpessoreCanale[20], 6);
-    EXPECT_EQ(analisi.MinCanale[3], -0.5);
+    EXPECT_EQ(canali[20].SpessoreCanale, 6);
+    EXPECT_EQ(canali[3].MinCanale, -0.5);
 }
 
 TEST_F(SessioneAnalisi, MediumThatCannotBeWrittenIsReportedAndNothingElse) {
@@ -109,7 +114,6 @@ TEST_F(SessioneAnalisi, FullMediumLeavesTheOldFileWhole) {
     analisi.SalvaDatiSessione();
     DatiSessione.Sessione = "Gara";
     DatiSessione.NoteSessione = std::string(300, 'n');
-    analisi.FiltroCanale[3] = 9;
     macchina.Risposte = {Answer::Ok};
     {
         const SpazioFinito poco(430);

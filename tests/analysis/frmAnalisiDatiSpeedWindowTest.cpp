@@ -119,7 +119,7 @@ TEST_F(FinestraAnalisi, TickingDrawsAndChoosesTheScale) {
     EXPECT_EQ(grafico->ElementoCorrente(), 3);
     EXPECT_TRUE(Controllo<QRadioButton>("optScala", 5)->isChecked());
     Controllo<QRadioButton>("optScala", 3)->click();
-    EXPECT_EQ(finestra.Analisi().CanaleScala, 3);
+    EXPECT_EQ(finestra.Analisi().Canali().CanaleScala(), 3);
     QTest::keyClick(spunta, Qt::Key_Space);
     EXPECT_EQ(grafico->ElementoCorrente(), 2);
     EXPECT_TRUE(Controllo<QRadioButton>("optScala", 5)->isChecked());
@@ -129,7 +129,7 @@ TEST_F(FinestraAnalisi, TickingDrawsAndChoosesTheScale) {
 TEST_F(FinestraAnalisi, MarksBestWorstAndSelectedLapReadably) {
     Mostra();
     Clicca(3, 1);
-    EXPECT_EQ(finestra.Analisi().GiroSelezionato, 3);
+    EXPECT_EQ(finestra.Analisi().Giri().GiroSelezionato(), 3);
     const auto colore = [&](int riga, int colonna, int ruolo) {
         return Griglia()->model()->index(riga - 1, colonna).data(ruolo).value<QColor>();
     };
@@ -155,14 +155,14 @@ TEST_F(FinestraAnalisi, MarksBestWorstAndSelectedLapReadably) {
 TEST_F(FinestraAnalisi, OnlyTheLapTimeSelectsWithTheMouseAndEnterWithTheKeyboard) {
     Mostra();
     Clicca(4, 0);
-    EXPECT_EQ(finestra.Analisi().GiroSelezionato, 1);
+    EXPECT_EQ(finestra.Analisi().Giri().GiroSelezionato(), 1);
     EXPECT_EQ(Griglia()->currentIndex().row(), 3);
     QTest::keyClick(Griglia(), Qt::Key_Down);
     QTest::keyClick(Griglia(), Qt::Key_Up);
-    EXPECT_EQ(finestra.Analisi().GiroSelezionato, 1) << "the arrows only move";
+    EXPECT_EQ(finestra.Analisi().Giri().GiroSelezionato(), 1) << "the arrows only move";
     QTest::keyClick(Griglia(), Qt::Key_Return);
-    EXPECT_EQ(finestra.Analisi().GiroSelezionato, 4);
-    EXPECT_EQ(finestra.Analisi().RigheGiro, 49);
+    EXPECT_EQ(finestra.Analisi().Giri().GiroSelezionato(), 4);
+    EXPECT_EQ(finestra.Analisi().Giri().RigheGiro(), 49);
     EXPECT_TRUE(finestra.isVisible()) << "Enter is no button of the window";
 }
 
@@ -295,8 +295,8 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     QTest::mousePress(grafico, Qt::LeftButton, {}, area.topLeft() + QPoint(area.width() / 2, 5));
     QTest::mouseMove(grafico, area.bottomRight() - QPoint(2, 5));
     QTest::mouseRelease(grafico, Qt::LeftButton, {}, area.bottomRight() - QPoint(2, 5));
-    EXPECT_NEAR(finestra.Analisi().XMin, 1.95, 0.1);
-    EXPECT_GT(finestra.Analisi().RigaDa, 20);
+    EXPECT_NEAR(finestra.Analisi().Finestra().XMin(), 1.95, 0.1);
+    EXPECT_GT(finestra.Analisi().Finestra().RigaDa(), 20);
 }
 
 TEST_F(FinestraAnalisi, LapTableKeepsItsWidthHoweverOftenTheWindowIsResized) {
@@ -370,7 +370,7 @@ TEST_F(FinestraAnalisi, ClosesInTheMiddleOfAScroll) {
     };
     Controllo<QPushButton>("cmdScorriDX")->click();
     EXPECT_FALSE(finestra.isVisible());
-    EXPECT_FALSE(finestra.Analisi().ScorrimentoAttivo);
+    EXPECT_FALSE(finestra.Analisi().ScorrimentoAttivo());
     EXPECT_FALSE(AnalisiInCorso);
     EXPECT_EQ(principale.Testo(Pannello::Percorso), "") << "the status bar is the project's again";
     EXPECT_TRUE(std::filesystem::exists(macchina.Cartella / "run.ses"));
@@ -395,7 +395,7 @@ TEST_F(FinestraAnalisi, CommandsWithoutLapsAndWithoutATrack) {
     EXPECT_TRUE(circuito->isChecked());
     EXPECT_TRUE(Controllo<QLabel>("txtCircuito")->isVisible());
     EXPECT_EQ(Controllo<DisegnoTracciato>("Picture1")->Punti().size(), 3u);
-    finestra.Analisi().EventoCursore(0);
+    finestra.Analisi().EventoCursore(Grafico::Canali, 0);
     EXPECT_EQ(Controllo<DisegnoTracciato>("Picture1")->PuntoMarcato(), 0);
     circuito->click();
     EXPECT_FALSE(Controllo<QLabel>("txtCircuito")->isVisible());

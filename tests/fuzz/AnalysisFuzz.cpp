@@ -23,18 +23,17 @@ void Use(AnalisiDati& log) {
     log.chkGrafico_Click(3, true);
     log.chkGrafico_Click(4, true);
     log.optScala_Click(4);
-    for (int lap : {1, 2, 3, log.NumGiri, log.NumRigheTabella - 1}) {
-        if (lap < 1 || lap >= log.NumRigheTabella) continue;
+    for (int lap : {1, 2, 3, log.NumGiri(), log.Giri().NumRigheTabella() - 1}) {
+        if (lap < 1 || lap >= log.Giri().NumRigheTabella()) continue;
         log.MSFlexGrid1_Click(lap, 1);
-        log.CalcolaSettoriGiro(lap);
     }
     log.cmdZoom_Click(0.5);
     log.cmdSposta_Click(1);
     log.cmdSposta_Click(-10);
     log.EventoZoom();
-    log.EventoCursore(0);
-    log.EventoCursore(log.RigheGiro);
-    log.EventoCursoreAllarmi(1);
+    log.EventoCursore(Grafico::Canali, 0);
+    log.EventoCursore(Grafico::Canali, log.Giri().RigheGiro());
+    log.EventoCursore(Grafico::Allarmi, 1);
     log.chkDistanza_Click(true);
     log.Separati_Click();
     log.Sovrapposti_Click();
@@ -43,7 +42,7 @@ void Use(AnalisiDati& log) {
     log.SSTab1_Click(1);
     log.cmdZoom_Click(2.0);
     log.SSTab1_Click(0);
-    if (log.CiSonoGiri()) log.CalcolaStatistiche();
+    if (log.CiSonoGiri()) CalcolaStatistiche(log.Giri());
     log.RicompilaTabella();
     log.RefreshLanguage();
 }
@@ -53,10 +52,9 @@ void Open(const std::filesystem::path& csv) {
     BareAnalysisView view;
     QuietGraph graph, overview;
     Analysis log(view, graph, overview);
-    log.NomeFileDati = csv;
     AnalisiInCorso = true;
     try {
-        if (log.Carica()) Use(log);
+        if (log.Carica(csv)) Use(log);
     } catch (const ErroreRuntime&) {
         // Goes to the one door.
     }

@@ -20,7 +20,7 @@
 namespace lapvane::prova {
 namespace {
 
-class ReportWindow : public AnalisiDiDialogo {
+class ReportWindow : public DialogoDiReport {
  protected:
     static Tabella* Griglia(const QDialog& dialogo) {
         return Controllo<Tabella>(dialogo, "MSFlexGrid1");
@@ -42,17 +42,18 @@ class ReportWindow : public AnalisiDiDialogo {
 using Testi = std::vector<std::string>;
 
 TEST_F(ReportWindow, SessionStatisticsShowTheFiguresAndEscCloses) {
-    analisi.NumGiri = 12;
-    analisi.TempoTotale = "00:15:00.00";
-    analisi.TempoMedio = "01:15.00";
-    analisi.VelocitaMedia = "150.5";
-    analisi.GiroMigliore = 7;
-    analisi.TempoMigliore = "01:10.00";
-    analisi.VelocitaMigliore = "160.25";
-    analisi.GiroPeggiore = 1;
-    analisi.TempoPeggiore = "01:30.00";
-    analisi.VelocitaPeggiore = "120.0";
-    dlgStatistiche dialogo(analisi);
+    FigureSessione figure;
+    figure.NumGiri = 12;
+    figure.TempoTotale = "00:15:00.00";
+    figure.TempoMedio = "01:15.00";
+    figure.VelocitaMedia = "150.5";
+    figure.GiroMigliore = 7;
+    figure.TempoMigliore = "01:10.00";
+    figure.VelocitaMigliore = "160.25";
+    figure.GiroPeggiore = 1;
+    figure.TempoPeggiore = "01:30.00";
+    figure.VelocitaPeggiore = "120.0";
+    dlgStatistiche dialogo(figure);
     dialogo.show();
     Tabella* const griglia = Griglia(dialogo);
     EXPECT_EQ(DaQt(dialogo.windowTitle()), "Session statistics");
@@ -79,28 +80,27 @@ TEST_F(ReportWindow, SessionStatisticsShowTheFiguresAndEscCloses) {
 }
 
 TEST_F(ReportWindow, SessionStatisticsOfNoLapsAreEmpty) {
-    analisi.GiriEsclusi = 3;
-    dlgStatistiche esclusi(analisi);
+    FigureSessione figure;
+    figure.GiriEsclusi = 3;
+    dlgStatistiche esclusi(figure);
     esclusi.show();
     auto* const riga = Controllo<QLabel>(esclusi, "lblGiriEsclusi");
     EXPECT_EQ(DaQt(riga->text()), Testo(Voce::GiriSenzaTempo) + " 3");
     EXPECT_GT(riga->y(), Griglia(esclusi)->geometry().bottom());
     EXPECT_GE(riga->height(), riga->heightForWidth(riga->width()));
     EXPECT_GE(Griglia(esclusi)->viewport()->height(), Griglia(esclusi)->rowHeight(0) * 10);
-    analisi.GiriEsclusi = 0;
-    const dlgStatistiche dialogo(analisi);
+    const dlgStatistiche dialogo(FigureSessione{});
     EXPECT_EQ(dialogo.findChild<QLabel*>(QStringLiteral("lblGiriEsclusi")), nullptr);
     EXPECT_EQ(Colonna(*Griglia(dialogo), 1), (Testi{"0", "", "", "", "0", "", "", "0", "", ""}));
 }
 
 TEST_F(ReportWindow, ChannelStatisticsTakeTwoDecimalsAtMost) {
     macchina.Separatore = ',';
-    analisi.NumCampi = 6;
-    analisi.NomeCampo[3] = "Motore";
-    analisi.UnitaCampo[3] = "[RPM]";
-    analisi.MinCanale = {0, 0, 0, 1.5, -0.005, 0.0, 1e16};
-    analisi.MaxCanale = {0, 0, 0, 12345.678, 0.01, 99.995, 0};
-    analisi.MediaCanale = {0, 0, 0, 100.0, -3.25, 0.004, 0};
+    analisi.Campi = 6;
+    analisi.Misure = {{"Motore [RPM]", "1,5", "12345,678", "100"},
+                      {"", "-0,005", "0,01", "-3,25"},
+                      {"", "0", "99,995", "0,004"},
+                      {"", "1E+16", "0", "0"}};
     dlgStatisticheMisure dialogo(analisi);
     dialogo.show();
     Tabella* const griglia = Griglia(dialogo);
@@ -116,21 +116,19 @@ TEST_F(ReportWindow, ChannelStatisticsTakeTwoDecimalsAtMost) {
     EXPECT_EQ(Copiato(griglia).substr(0, 53),
               "Channel\tMinimum\tMaximum\tAverage\nMotore [RPM]\t1,5\t1234");
     // A log with more columns than an analysis holds.
-    analisi.NumCampi = 40;
+    analisi.Campi = 40;
     EXPECT_EQ(Griglia(dlgStatisticheMisure(analisi))->rowCount(), 18);
-    analisi.NumCampi = 0;
+    analisi.Campi = 0;
     EXPECT_EQ(Griglia(dlgStatisticheMisure(analisi))->rowCount(), 0);
 }
 
 TEST_F(ReportWindow, LapsSortByNumberAndByTheTextOfTheirTime) {
-    DatiSessione.LunghTracciato = "1000";
-    std::vector<std::pair<std::string, std::string>> giri;
-    for (int i = 1; i <= 11; ++i) giri.emplace_back("01:00." + std::to_string(60 - i), "2");
-    giri[1].first = "";          // unfinished
-    giri[4].first = "00:59.99";  // the fastest
-    giri[7].first = "01:00.59";  // as slow as the first
-    Giri(giri);
-    analisi.TempiGiro[1][1] = "no lap";
+    for (int i = 1; i <= 11; ++i) {
+        analisi.Giri.push_back({"2", "01:00." + std::to_string(60 - i), std::to_string(100 - i)});
+    }
+    analisi.Giri[1] = {"2", "", ""};  // unfinished
+    analisi.Giri[4][1] = "00:59.99";  // the fastest
+    analisi.Giri[7][1] = "01:00.59";  // as slow as the first
     dlgReportGiri dialogo(analisi);
     dialogo.show();
     Tabella* const griglia = Griglia(dialogo);
@@ -142,7 +140,7 @@ TEST_F(ReportWindow, LapsSortByNumberAndByTheTextOfTheirTime) {
     EXPECT_EQ(Colonna(*griglia, 1), inOrdine);
     EXPECT_EQ(Cella(*griglia, 0, 0), "2");
     EXPECT_EQ(Cella(*griglia, 0, 2), "01:00.59");
-    EXPECT_EQ(Cella(*griglia, 0, 3), "59.416") << "1000 m in 6059 hundredths";
+    EXPECT_EQ(Cella(*griglia, 0, 3), "99");
     EXPECT_EQ(Cella(*griglia, 1, 3), "");
     Controllo<QPushButton>(dialogo, "cmdTempi")->click();
     EXPECT_EQ(Colonna(*griglia, 1),
@@ -154,8 +152,9 @@ TEST_F(ReportWindow, LapsSortByNumberAndByTheTextOfTheirTime) {
 }
 
 TEST_F(ReportWindow, PrintsInTheOrderOfTheLogWhateverTheSort) {
-    Giri({{"01:03.00", "1"}, {"01:02.00", "1"}, {"01:01.00", "1"}, {"01:00.00", "1"}});
-    analisi.NomeFileDati = macchina.Cartella / "gara.csv";
+    for (const char* tempo : {"01:03.00", "01:02.00", "01:01.00", "01:00.00"}) {
+        analisi.Giri.push_back({"1", tempo, ""});
+    }
     dlgReportGiri dialogo(analisi);
     auto* const cmdStampa = Controllo<QPushButton>(dialogo, "cmdStampa");
     const auto file = macchina.Cartella / "gara.pdf";

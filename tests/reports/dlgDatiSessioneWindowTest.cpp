@@ -40,7 +40,7 @@ class DialogoSessione : public AnalisiProva {
         return log.Tratto(1, 3).Tratto(2, 11).Tratto(3, 3);
     }
     void Mostra() {
-        dialogo = std::make_unique<dlgDatiSessione>(analisi);
+        dialogo = std::make_unique<dlgDatiSessione>([this] { analisi.SalvaDatiSessione(); });
         dialogo->show();
         QApplication::setActiveWindow(dialogo.get());
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialogo.get()));
@@ -149,6 +149,7 @@ TEST_F(DialogoSessione, NewDivisionIsWrittenWithTheSession) {
     Mostra();
     EXPECT_EQ(DaQt(dialogo->windowTitle()), "Session details") << "no circuit yet";
     OKRifiutato(Voce::SommaSettori);
+    EXPECT_TRUE(C<QLineEdit>("txtLunghezzaTracciato")->hasFocus());
     Batti(C<QComboBox>("cboCircuito"), "Quadrato", Qt::Key_Return);
     Batti(C<QLineEdit>("txtLunghezzaTracciato"), "1000", Qt::Key_Return);
     EXPECT_TRUE(dialogo->isVisible());
@@ -187,50 +188,8 @@ TEST_F(DialogoSessione, NewDivisionIsWrittenWithTheSession) {
               "Sessione= Gara\r\nDataSessione= \r\nOraSessione= \r\nCircuito=Quadrato\r\n"
               "LunghTracciato=1000\r\nVeicoloSessione= \r\n");
     EXPECT_NE(ses.find("NoteSessione=a b\r\n"), std::string::npos);
-    analisi.LeggiSettori();
-    EXPECT_EQ(analisi.NumSettori, 4);
-}
-
-TEST_F(DialogoSessione, LengthStaysAsTypedAndOnlyAnotherOneLevelsTheSectors) {
-    DatiSessione.Circuito = "Valdoro";
-    Mostra();
-    auto* const lunghezza = C<QLineEdit>("txtLunghezzaTracciato");
-    const std::string file = Leggi(tracks / "Valdoro.sec");
-    // No whole metres: the sectors are, and their sum is another one.
-    for (const char* scritta : {"3480.5", "3480,5"}) {
-        Batti(lunghezza, scritta, Qt::Key_Tab);
-        EXPECT_EQ(DaQt(lunghezza->text()), scritta);
-        EXPECT_EQ(DatiSessione.LunghTracciato, scritta);
-        EXPECT_EQ(Caselle(), (V{"870", "870", "870", "870"}));
-        OKRifiutato(Voce::SommaSettori);
-    }
-    for (const char* nessuna : {"", "abc", "."}) {
-        Batti(lunghezza, nessuna, Qt::Key_Tab);
-        OKRifiutato(Voce::SommaSettori);
-        EXPECT_TRUE(lunghezza->hasFocus());
-    }
-    EXPECT_EQ(Leggi(tracks / "Valdoro.sec"), file);
-    // Nor does a file's first line that begins with no number leave the length of another circuit.
-    for (const auto& [riga, letta] : {std::pair{"3200 m", "3200"}, {"abc", "0"}}) {
-        Scrivi(tracks / "Quadrato.sec", std::string(riga) + "\r\n3200\r\n");
-        for (const char* circuito : {"Fontebruna", "Quadrato"}) {
-            Batti(C<QComboBox>("cboCircuito"), circuito, Qt::Key_Return);
-        }
-        EXPECT_EQ(DatiSessione.LunghTracciato, letta);
-        EXPECT_EQ(DaQt(lunghezza->text()), letta);
-    }
-    Batti(C<QComboBox>("cboCircuito"), "Valdoro", Qt::Key_Return);
-    // A unit behind the number is no matter, and passing through changes nothing.
-    Batti(lunghezza, " 3000 m", Qt::Key_Tab);
-    EXPECT_EQ(Caselle(), (V{"750", "750", "750", "750"}));
-    Batti(X(0), "700", Qt::Key_Tab);
-    EXPECT_EQ(Caselle(), (V{"700", "800", "750", "750"}));
-    lunghezza->setFocus();
-    X(1)->setFocus();
-    EXPECT_EQ(Caselle(), (V{"700", "800", "750", "750"}));
-    OK();
-    EXPECT_FALSE(dialogo->isVisible());
-    EXPECT_EQ(Leggi(tracks / "Valdoro.sec"), " 3000 m\r\n700\r\n800\r\n750\r\n750\r\n");
+    analisi.RicompilaTabella();
+    EXPECT_EQ(analisi.Giri().NumSettori(), 4);
 }
 
 TEST_F(DialogoSessione, WheelChoosesFromAListOnlyWithTheFocus) {
@@ -289,30 +248,6 @@ TEST_F(DialogoSessione, CancelKeepsOnlyAChangedLength) {
     EXPECT_EQ(DatiSessione.LunghTracciato, "4000");
     EXPECT_EQ(Leggi(tracks / "Valdoro.sec").substr(0, 4), "3480");
     EXPECT_FALSE(fs::exists(ConFine(Stelo(), ".ses")));
-}
-
-TEST_F(DialogoSessione, TracksThatCannotBeHadOrWritten) {
-    DatiSessione.Circuito = "Quadrato";
-    Mostra();
-    Batti(C<QLineEdit>("txtLunghezzaTracciato"), "100", Qt::Key_Return);
-    Settori(1);
-    fs::create_directory(tracks / "Quadrato.sec");  // not writable, whoever asks
-    macchina.Risposte = {Answer::Ok};
-    OK();
-    EXPECT_EQ(macchina.Mostrati.back().Testo,
-              Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(tracks / "Quadrato.sec") + "\r\n" +
-                  Testo(Voce::MotivoNegato) + "\r\n\r\n" + Testo(Voce::SettoriNonSalvati));
-    EXPECT_FALSE(dialogo->isVisible());
-    EXPECT_TRUE(fs::exists(ConFine(Stelo(), ".ses"))) << "the session is saved all the same";
-
-    fs::remove_all(tracks);
-    try {
-        dlgDatiSessione altro(analisi);
-        ADD_FAILURE();
-    } catch (const ErroreRuntime& errore) {
-        EXPECT_EQ(errore.Numero(), NumeroErrore::PathNotFound);
-        EXPECT_EQ(errore.File(), tracks);
-    }
 }
 
 TEST(DisegnoTracciato, FitsAndColoursTheOutline) {

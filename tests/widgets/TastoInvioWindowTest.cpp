@@ -34,7 +34,7 @@
 namespace lapvane::prova {
 namespace {
 
-class InOgniDialogo : public AnalisiDiDialogo {
+class InOgniDialogo : public DialogoDiReport {
  protected:
     InOgniDialogo() {
         for (const char* cartella : {"pages", "sensors", "tracks"}) {
@@ -43,9 +43,10 @@ class InOgniDialogo : public AnalisiDiDialogo {
         }
         ValoriInizialiProgetto();
         StrumentoPresente = true;
-        Giri({{"01:10.00", "1"}, {"01:11.00", "1"}});
+        analisi.Giri = {{"1", "01:10.00", ""}, {"1", "01:11.00", ""}};
     }
     TabellaPunti tabella;
+    ImpostazioniCanale valori;
 };
 
 TEST_F(InOgniDialogo, EnterPressesTheFocusedButtonAndNoOtherAndIsOkElsewhere) {
@@ -58,6 +59,9 @@ TEST_F(InOgniDialogo, EnterPressesTheFocusedButtonAndNoOtherAndIsOkElsewhere) {
     const auto analisiDi = [this]<class D>(D*) {
         return [this] { return std::make_unique<D>(analisi); };
     };
+    const auto sessione = [] { return std::make_unique<dlgDatiSessione>([] {}); };
+    const auto canale = [this] { return std::make_unique<dlgSetGraph>(valori); };
+    const auto statistiche = [] { return std::make_unique<dlgStatistiche>(FigureSessione{}); };
     const Caso casi[] = {
         {"dlgLanguages", semplice((dlgLanguages*)nullptr), "OKButton"},
         {"dlgNoteProgetto", semplice((dlgNoteProgetto*)nullptr), "OKButton"},
@@ -72,9 +76,9 @@ TEST_F(InOgniDialogo, EnterPressesTheFocusedButtonAndNoOtherAndIsOkElsewhere) {
                  tabella, [] {}, nullptr);
          },
          "OKButton"},
-        {"dlgDatiSessione", analisiDi((dlgDatiSessione*)nullptr), "OKButton"},
-        {"dlgSetGraph", analisiDi((dlgSetGraph*)nullptr), "OKButton"},
-        {"dlgStatistiche", analisiDi((dlgStatistiche*)nullptr), nullptr},
+        {"dlgDatiSessione", sessione, "OKButton"},
+        {"dlgSetGraph", canale, "OKButton"},
+        {"dlgStatistiche", statistiche, nullptr},
         {"dlgStatisticheMisure", analisiDi((dlgStatisticheMisure*)nullptr), nullptr},
         {"dlgReportGiri", analisiDi((dlgReportGiri*)nullptr), nullptr},
         {"frmAnalisiDatiSpeed", semplice((frmAnalisiDatiSpeed*)nullptr), nullptr},

@@ -54,7 +54,7 @@ const std::vector<Rule> kRules = {
     {"shell/frmMain", "nome", What::Data},
     {"shell/frmMain", "Testo(domanda)", What::Expression, "shell/frmMain",
      R"(LasciaNote\((Voce::\w+)\))"},
-    {"analysis/AnalisiDati", "nome", What::Data},
+    {"analysis/FileMancante", "nome", What::Data},
     {"project/FileProgetto", "DatiProgetto.NomeProgetto", What::Data},
     {"device/RecordStrumento", "Campo(valore.Didascalia, valore.Testo)", What::Data},
     {"device/RecordStrumento", "Campo(campo.Didascalia, valore.Scritto)", What::Data},
@@ -88,7 +88,7 @@ const std::vector<Rule> kRules = {
     {"device/ProgrammaStrumento", "Testo(verso_.Interrotta)", What::Expression,
      "device/ProgrammaStrumento", R"(Verso k\w+ = \{Voce::\w+,\s*Voce::\w+,\s*(Voce::\w+),)"},
     {"reports/dlgDatiSessione", "Testo(testo)", What::Expression, "reports/dlgDatiSessione",
-     R"(Avvisa\((k\w+)\))"},
+     R"(Avvisa\((Voce::\w+)\))"},
 };
 
 bool IsSpace(char c) {

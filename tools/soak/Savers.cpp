@@ -1,12 +1,13 @@
 #include "Savers.h"
 
-#include <QComboBox>
 #include <QPushButton>
 #include <memory>
 #include <stdexcept>
 
 #include "Machine.h"
-#include "analysis/AnalisiDatiSpeed.h"
+#include "analysis/ElencoCanali.h"
+#include "analysis/Schema.h"
+#include "analysis/SessioneLog.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
 #include "platform/ErroreRuntime.h"
@@ -16,15 +17,14 @@
 #include "project/FileRecenti.h"
 #include "project/frmStampaDatiProgetto.h"
 #include "reports/DatiSessione.h"
+#include "reports/EditorSessione.h"
 #include "reports/StampaReport.h"
-#include "reports/dlgDatiSessione.h"
 #include "sensors/ImpostaSensore.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "tools/support/BareViews.h"
 #include "tools/support/FreshState.h"
-#include "tools/support/QuietGraph.h"
 
 namespace lapvane::soak {
 
@@ -71,20 +71,6 @@ struct Program {
     BareMainWindow Main;
 };
 
-/// A program with a log that is open.
-struct OpenLog : Program {
-    explicit OpenLog(const fs::path& folder) : Program(folder) {
-        Log.NomeFileDati = folder / "run.csv";
-        Log.NomeFileSessione = folder / "run.ses";
-        Log.Cartella = folder;
-        Log.NomeCsv = "run.csv";
-        Log.NomeLaterale = "run.txt";
-    }
-    BareAnalysisView View;
-    QuietGraph Graph, Overview;
-    AnalisiDatiSpeed Log{View, Graph, Overview};
-};
-
 std::string Long(int which, std::size_t size) {
     return which == 0 ? std::string() : std::string(size, static_cast<char>('a' + which));
 }
@@ -92,12 +78,16 @@ std::string Long(int which, std::size_t size) {
 std::function<std::function<void(int)>()> Session(const fs::path& folder, std::size_t shorter,
                                                   std::size_t longer) {
     return [=]() -> std::function<void(int)> {
-        const auto log = std::make_shared<OpenLog>(folder);
+        const auto program = std::make_shared<Program>(folder);
+        ElencoCanali channels;
+        SessioneLog log;
+        log.LeggiDatiSessione(folder / "run.csv", channels);
         return [=](int which) {
+            static_cast<void>(program);
             DatiSessione = {};
             DatiSessione.NoteSessione =
                 which == 0 ? std::string(shorter, 'a') : std::string(longer, 'b');
-            log->Log.SalvaDatiSessione();
+            log.SalvaDatiSessione(channels);
         };
     };
 }
@@ -109,20 +99,13 @@ void Laps(std::vector<RigaReport>& laps, int number) {
     }
 }
 
-/// The division of a track goes out through the button of its dialog.
-void Divide(OpenLog& program, int sectors) {
+void Divide(int sectors) {
     DatiSessione.Circuito = "Valdoro";
-    dlgDatiSessione dialog(program.Log);
-    auto* number = dialog.findChild<QComboBox*>(QStringLiteral("cboNumSettori"));
-    auto* ok = dialog.findChild<QPushButton*>(QStringLiteral("OKButton"));
-    if (number == nullptr || ok == nullptr)
-        throw std::runtime_error("the dialog has other controls");
-    const int row = number->findText(QString::number(sectors));
-    number->setCurrentIndex(row);
-    Q_EMIT number->activated(row);
-    ok->click();
-    if (dialog.result() != QDialog::Accepted)
-        throw std::runtime_error("the dialog was not accepted");
+    EditorSessione editor;
+    editor.ScegliCircuito(DatiSessione.Circuito);
+    editor.Dividi(sectors);
+    if (editor.Conferma(EditorSessione::Leggi()) != EditorSessione::Esito::Fatto)
+        throw std::runtime_error("the division was refused");
 }
 
 void PrintProject(const fs::path& file) {
@@ -216,11 +199,9 @@ std::vector<Saver> Savers(const fs::path& folder) {
                    }});
     all.push_back(
         {"schema.ini", Look::Whole, false, {"schema.ini"}, [=]() -> std::function<void(int)> {
-             const auto log = std::make_shared<OpenLog>(folder);
-             return [log](int which) {
-                 log->Log.NumCampi = 15 + which;
-                 log->Log.NumCampiTxt = 10;
-                 log->Log.ScriviSchema();
+             const auto program = std::make_shared<Program>(folder);
+             return [program, folder](int which) {
+                 ScriviSchema(folder, "run.csv", 15 + which, "run.txt", 10);
              };
          }});
     all.push_back({"sectors of a track",
@@ -228,8 +209,8 @@ std::vector<Saver> Savers(const fs::path& folder) {
                    true,
                    {"tracks/Valdoro.sec"},
                    [=]() -> std::function<void(int)> {
-                       const auto log = std::make_shared<OpenLog>(folder);
-                       return [log](int which) { Divide(*log, which == 0 ? 3 : 15); };
+                       const auto program = std::make_shared<Program>(folder);
+                       return [program](int which) { Divide(which == 0 ? 3 : 15); };
                    }});
     all.push_back(
         {"lap report (PDF)", Look::Pdf, true, {"report.pdf"}, [=]() -> std::function<void(int)> {

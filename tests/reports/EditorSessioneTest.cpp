@@ -1,0 +1,113 @@
+#include "reports/EditorSessione.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/Testo1252.h"
+#include "project/DatiProgetto.h"
+#include "reports/DatiSessione.h"
+#include "shell/LoadStrings.h"
+#include "support/PlatformProva.h"
+
+using namespace lapvane;
+using namespace lapvane::prova;
+
+namespace {
+
+class EditorDellaSessione : public ::testing::Test {
+ protected:
+    using Esito = EditorSessione::Esito;
+
+    EditorDellaSessione() {
+        CaricaTestiVeri(1);
+        Scrivi(tracks / "Prova.trk", "0,0\r\n10,0\r\n10,10\r\n");
+        Scrivi(tracks / "Prova.sec", "3480\r\n905\r\n842\r\n1016\r\n717\r\n");
+        Scrivi(tracks / "Altro.trk", "0,0\r\n");
+    }
+    ~EditorDellaSessione() override { AzzeraTutto(); }
+    std::string File(const char* nome) const { return Leggi(tracks / nome); }
+    Esito OK(const EditorSessione& editor) const {
+        EditorSessione::Campi campi = EditorSessione::Leggi();
+        campi.Sessione = " Gara";
+        campi.Veicolo = "Alfa";
+        campi.LunghTracciato = DatiSessione.LunghTracciato;
+        return editor.Conferma(campi);
+    }
+
+    PlatformProva macchina;
+    std::filesystem::path tracks = macchina.Cartella / "tracks";
+};
+
+TEST_F(EditorDellaSessione, LengthStaysAsTypedAndHasToBeTheSumOfTheSectors) {
+    EditorSessione editor;
+    ASSERT_TRUE(editor.ScegliCircuito("Prova"));
+    EXPECT_EQ(DatiSessione.LunghTracciato, "3480");
+    const std::string prima = File("Prova.sec");
+    const std::pair<const char*, Esito> casi[] = {
+        {"3480.5", Esito::SommaDiversa},  // no whole metres, and the sectors are
+        {"3480,5", Esito::SommaDiversa}, {"3481", Esito::SommaDiversa},
+        {"", Esito::LunghezzaErrata},    {"abc", Esito::LunghezzaErrata},
+        {".", Esito::LunghezzaErrata}};
+    for (const auto& [lunghezza, esito] : casi) {
+        EditorSessione::LunghTracciato(lunghezza);
+        EXPECT_EQ(OK(editor), esito) << lunghezza;
+        EXPECT_EQ(DatiSessione.Sessione, "");
+        EXPECT_EQ(File("Prova.sec"), prima);
+    }
+    EditorSessione::LunghTracciato("3480");
+    editor.CambiaSettore(0, "3000");
+    EXPECT_EQ(OK(editor), Esito::SettoreNegativo);
+    // A unit behind the number is no matter.
+    EditorSessione::LunghTracciato(" 3000 m");
+    editor.Dividi(4);
+    editor.CambiaSettore(0, "700");
+    editor.CambiaSettore(1, "x");
+    EXPECT_EQ(OK(editor), Esito::Fatto);
+    EXPECT_EQ(File("Prova.sec"), " 3000 m\r\n700\r\n800\r\n750\r\n750\r\n");
+    EXPECT_EQ(DatiSessione.Sessione, " Gara") << "untrimmed";
+    EXPECT_EQ(DatiProgetto.Veicolo, "Alfa");
+    EXPECT_EQ(DatiSessione.VeicoloSessione, "");
+}
+
+TEST_F(EditorDellaSessione, ACircuitLeavesNothingOfTheOneBefore) {
+    EditorSessione editor;
+    // A first line that begins with no number is a length of 0, and not that of another circuit.
+    for (const auto& [riga, letta] : {std::pair{"3200 m", "3200"}, {"abc", "0"}}) {
+        Scrivi(tracks / "Altro.sec", std::string(riga) + "\r\n3200\r\n");
+        editor.ScegliCircuito("Prova");
+        EXPECT_TRUE(editor.ScegliCircuito("Altro"));
+        EXPECT_EQ(DatiSessione.LunghTracciato, letta);
+    }
+    editor.ScegliCircuito("Prova");
+    EXPECT_FALSE(editor.ScegliCircuito("manca"));
+    EXPECT_TRUE(editor.Punti().empty());
+    EXPECT_EQ(editor.Divisione().NumSettori, 0);
+    const std::string prima = File("Prova.sec");
+    editor.Dividi(2);
+    EXPECT_EQ(OK(editor), Esito::Fatto);
+    EXPECT_EQ(File("Prova.sec"), prima);
+    EXPECT_FALSE(std::filesystem::exists(tracks / "manca.sec")) << "no outline, no division";
+}
+
+TEST_F(EditorDellaSessione, TracksThatCannotBeHadOrWritten) {
+    EditorSessione editor;
+    editor.ScegliCircuito("Altro");
+    EditorSessione::LunghTracciato("100");
+    editor.Dividi(1);
+    std::filesystem::create_directory(tracks / "Altro.sec");  // not writable, whoever asks
+    macchina.Risposte = {Answer::Ok};
+    EXPECT_EQ(OK(editor), Esito::Fatto) << "the session is saved all the same";
+    EXPECT_EQ(macchina.Mostrati.back().Testo,
+              Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(tracks / "Altro.sec") + "\r\n" +
+                  Testo(Voce::MotivoNegato) + "\r\n\r\n" + Testo(Voce::SettoriNonSalvati));
+    std::filesystem::remove_all(tracks);
+    try {
+        EditorSessione altro;
+        ADD_FAILURE();
+    } catch (const ErroreRuntime& errore) {
+        EXPECT_EQ(errore.Numero(), NumeroErrore::PathNotFound);
+        EXPECT_EQ(errore.File(), tracks);
+    }
+}
+
+}  // namespace
