@@ -15,6 +15,7 @@
 #include "reports/DisegnoTracciato.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
+#include "widgets/Dialogo.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/Rotella.h"
 
@@ -24,20 +25,6 @@ namespace {
 
 void Avvisa(Voce testo) {
     platform().MsgBox(Testo(testo), Buttons::Ok, Icon::Information, platform().ExeName());
-}
-
-/// Keeps the place of a widget while it is hidden.
-void TieniPosto(QWidget* widget) {
-    QSizePolicy regola = widget->sizePolicy();
-    regola.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(regola);
-}
-
-QLabel* Etichetta(QWidget* dove, const char* nome, QWidget* compagno = nullptr) {
-    auto* etichetta = new QLabel(dove);
-    etichetta->setObjectName(QString::fromLatin1(nome));
-    etichetta->setBuddy(compagno);
-    return etichetta;
 }
 
 QPlainTextEdit* Foglio(QWidget* dove, const char* nome, int righe) {
