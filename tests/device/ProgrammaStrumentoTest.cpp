@@ -15,6 +15,7 @@
 #include "sensors/Curve.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
+#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {
@@ -74,11 +75,11 @@ class Corsa : public ::testing::Test {
     Corsa() {
         prova::CaricaTestiVeri(1);
         finestra.Seriale = &porta;
-        fs::copy(fs::path(LAPVANE_DATA_DIR) / "sensors", macchina.Cartella / "sensors");
+        fs::copy(prova::CartellaDati() / "sensors", macchina.Cartella / "sensors");
         CaricaLibreriaSensori();
         CurvaX.fill(0.0);
         CurvaY.fill(0.0);
-        EXPECT_TRUE(LeggiProgetto(fs::path(LAPVANE_DATA_DIR) / "Esempio.pro"));
+        EXPECT_TRUE(LeggiProgetto(prova::CartellaDati() / "Esempio.pro"));
         DatiProgetto.AbilCambio = true;
         ProgettoModificato = false;
     }
@@ -196,7 +197,7 @@ TEST_F(Corsa, WhatWasWrittenIsReadBack) {
     EXPECT_EQ(DatiProgetto.TemperaturaOlio, "");
     EXPECT_EQ(DatiProgetto.SensoreLambda, "");
     EXPECT_EQ(DatiProgetto.TCampTO, "1 Hz");
-    ASSERT_TRUE(LeggiProgetto(fs::path(LAPVANE_DATA_DIR) / "Esempio.pro"));
+    ASSERT_TRUE(LeggiProgetto(prova::CartellaDati() / "Esempio.pro"));
     DatiProgetto.AbilCambio = true;
     ProgettoModificato = false;
     const RecordProgetto scritto = DatiProgetto;

@@ -2,6 +2,7 @@
 #include "device/RecordStrumento.h"
 
 #include "device/RecordStrumentoProva.h"
+#include "support/Cartelle.h"
 
 namespace lapvane::record {
 namespace {
@@ -197,7 +198,7 @@ TEST_F(ConLoStrumento, CurvesOfAllChannelsComeBackEachAsItWas) {
 }
 
 TEST_F(ConLoStrumento, AFreshInstrumentIsAConfiguredCarWithSensorsOfTheLibrary) {
-    const std::filesystem::path dati = LAPVANE_DATA_DIR;
+    const std::filesystem::path dati = prova::CartellaDati();
     ASSERT_EQ(strumento::MontaSensori(dati / "sensors", apparecchio.Dati), 9);
     std::filesystem::copy(dati / "sensors", macchina.Cartella / "sensors");
     CaricaLibreriaSensori();

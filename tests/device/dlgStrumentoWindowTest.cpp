@@ -21,6 +21,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/frmMain.h"
+#include "support/Cartelle.h"
 #include "support/WindowPlatform.h"
 #include "widgets/PannelloStato.h"
 
@@ -46,9 +47,8 @@ QString Etichetta(const char* nome) {
 class StrumentoFinestra : public ::testing::Test {
  protected:
     StrumentoFinestra() {
-        fs::copy_file(fs::path(LAPVANE_BIN_DIR) / "LANGUAGES.DAT",
-                      macchina.Cartella / "LANGUAGES.DAT");
-        fs::copy(fs::path(LAPVANE_DATA_DIR) / "sensors", macchina.Cartella / "sensors");
+        fs::copy_file(prova::CartellaBin() / "LANGUAGES.DAT", macchina.Cartella / "LANGUAGES.DAT");
+        fs::copy(prova::CartellaDati() / "sensors", macchina.Cartella / "sensors");
         prova::Scrivi(macchina.Cartella / "RecentFiles.ini", "1\r\n");
         auto unica = std::make_unique<SerialeStrumento>(
             apparecchio, [this] { return macchina.Orologio; },
@@ -56,7 +56,7 @@ class StrumentoFinestra : public ::testing::Test {
         porta = unica.get();
         finestra = std::make_unique<frmMain>(std::move(unica));
         finestra->Carica();
-        EXPECT_TRUE(LeggiProgetto(fs::path(LAPVANE_DATA_DIR) / "Esempio.pro"));
+        EXPECT_TRUE(LeggiProgetto(prova::CartellaDati() / "Esempio.pro"));
         finestra->Abilita(Comando::ProgDev, true);
         finestra->Abilita(Comando::ReadDev, true);
         finestra->show();

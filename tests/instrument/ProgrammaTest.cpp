@@ -18,6 +18,7 @@
 #include "device/Codec.h"
 #include "instrument/Options.h"
 #include "instrument/PseudoTerminal.h"
+#include "support/Cartelle.h"
 
 extern char** environ;
 
@@ -84,7 +85,7 @@ class Terminal : public Temporary {};
 class Program : public Temporary {
  protected:
     pid_t Start(std::vector<std::string> arguments) {
-        const std::string program = LAPVANE_BIN_DIR "/lapvane-instrument";
+        const std::string program = (prova::CartellaBin() / "lapvane-instrument").string();
         arguments.insert(arguments.begin(), program);
         std::vector<char*> pointers;
         for (std::string& argument : arguments) pointers.push_back(argument.data());

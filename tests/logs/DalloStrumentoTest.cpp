@@ -15,6 +15,7 @@
 #include "logs/Scarico.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
+#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {
@@ -47,9 +48,8 @@ class DalloStrumento : public ::testing::Test {
         finestra.Seriale = &porta;
     }
     void Sessione(ModoSessione modo, int giri = 3) {
-        RegistraSessione(
-            Circuito::Leggi(std::filesystem::path(LAPVANE_DATA_DIR) / "tracks" / "Fontebruna.trk"),
-            {modo, giri}, apparecchio.Dati);
+        RegistraSessione(Circuito::Leggi(prova::CartellaDati() / "tracks" / "Fontebruna.trk"),
+                         {modo, giri}, apparecchio.Dati);
     }
     void Scarica() {
         tmrComm_Timer();

@@ -12,6 +12,7 @@
 #include "project/DatiProgetto.h"
 #include "reports/DisegnoTracciato.h"
 #include "shell/LoadStrings.h"
+#include "support/Cartelle.h"
 #include "support/WindowPlatform.h"
 
 using namespace lapvane;
@@ -24,7 +25,7 @@ namespace {
 class DialogoSessione : public AnalisiProva {
  protected:
     DialogoSessione() {
-        const fs::path delivered = fs::path(LAPVANE_DATA_DIR) / "tracks";
+        const fs::path delivered = CartellaDati() / "tracks";
         fs::copy(delivered, tracks);
         // A square of 41 points without a division.
         std::string quadrato;

@@ -19,6 +19,7 @@
 #include "project/DatiProgetto.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
+#include "support/Cartelle.h"
 #include "support/WindowPlatform.h"
 
 namespace lapvane::prova {
@@ -29,8 +30,7 @@ class EditorWindowProva : public ::testing::Test {
  protected:
     EditorWindowProva() {
         CaricaTestiVeri(1);
-        std::filesystem::copy(std::filesystem::path(LAPVANE_DATA_DIR) / "pages",
-                              macchina.Cartella / "pages");
+        std::filesystem::copy(CartellaDati() / "pages", macchina.Cartella / "pages");
         principale.Seriale = &porta;
         ValoriInizialiProgetto();
         ProgettoModificato = false;

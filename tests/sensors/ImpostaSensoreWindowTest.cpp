@@ -6,6 +6,7 @@
 #include "sensors/EditorWindowProva.h"
 #include "sensors/FileSensore.h"
 #include "sensors/frmImpostaSensore.h"
+#include "support/Cartelle.h"
 
 namespace lapvane {
 namespace {
@@ -15,7 +16,7 @@ namespace fs = std::filesystem;
 class ImpostaSensore : public prova::EditorWindowProva<frmImpostaSensore> {
  protected:
     ImpostaSensore() {
-        fs::copy(fs::path(LAPVANE_DATA_DIR) / "sensors", macchina.Cartella / "sensors");
+        fs::copy(prova::CartellaDati() / "sensors", macchina.Cartella / "sensors");
         CaricaLibreriaSensori();
     }
     static std::string N(const char* nome, int i) { return nome + std::to_string(i); }

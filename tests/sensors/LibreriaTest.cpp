@@ -8,6 +8,7 @@
 #include "project/FileProgetto.h"
 #include "sensors/CSensore.h"
 #include "shell/LoadStrings.h"
+#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {
@@ -99,7 +100,7 @@ TEST_F(Libreria, FolderWithoutFilesIsEmptyAndAFileInItsPlaceIsReported) {
 }
 
 TEST_F(Libreria, DeliveredFilesLoadAndTheSampleProjectNamesThem) {
-    fs::copy(fs::path(LAPVANE_DATA_DIR) / "sensors", macchina.Cartella / "sensors");
+    fs::copy(prova::CartellaDati() / "sensors", macchina.Cartella / "sensors");
     CaricaLibreriaSensori();
     std::set<std::string> tipi, nomi;
     for (const CSensore& s : LibreriaSensori) {
@@ -111,7 +112,7 @@ TEST_F(Libreria, DeliveredFilesLoadAndTheSampleProjectNamesThem) {
     EXPECT_EQ(tipi, (std::set<std::string>{"Altro", "LivelloBenzina", "Pressione", "PressioneTurbo",
                                            "SensoreG", "SensoreLambda", "TemperaturaAcqua",
                                            "TemperaturaOlio"}));
-    ASSERT_TRUE(LeggiProgetto(fs::path(LAPVANE_DATA_DIR) / "Esempio.pro"));
+    ASSERT_TRUE(LeggiProgetto(prova::CartellaDati() / "Esempio.pro"));
     EXPECT_EQ(DatiProgetto.MaxPagine, 9);
     for (const std::string& nome :
          {DatiProgetto.TemperaturaOlio, DatiProgetto.PressioneOlio, DatiProgetto.TemperaturaAcqua,

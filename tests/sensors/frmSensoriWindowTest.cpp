@@ -11,6 +11,7 @@
 #include "sensors/CSensore.h"
 #include "sensors/EditorWindowProva.h"
 #include "shell/TabelleNomi.h"
+#include "support/Cartelle.h"
 
 namespace lapvane {
 namespace {
@@ -24,8 +25,7 @@ const std::string kSenzaNome = "\r\nThe name of the sensor is missing.";
 class Sensori : public prova::EditorWindowProva<frmSensori> {
  protected:
     Sensori() {
-        std::filesystem::copy(std::filesystem::path(LAPVANE_DATA_DIR) / "sensors",
-                              macchina.Cartella / "sensors");
+        std::filesystem::copy(prova::CartellaDati() / "sensors", macchina.Cartella / "sensors");
         CaricaTabelleNomi();
         CaricaLibreriaSensori();
         R& r = DatiProgetto;

@@ -25,6 +25,7 @@
 #include "shell/dlgLanguages.h"
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
+#include "support/Cartelle.h"
 #include "support/SerialeProva.h"
 #include "support/WindowPlatform.h"
 #include "widgets/Mnemonica.h"
@@ -41,8 +42,7 @@ using prova::WindowPlatform;
 class Finestra : public ::testing::Test {
  protected:
     Finestra() {
-        fs::copy_file(fs::path(LAPVANE_BIN_DIR) / "LANGUAGES.DAT",
-                      macchina.Cartella / "LANGUAGES.DAT");
+        fs::copy_file(prova::CartellaBin() / "LANGUAGES.DAT", macchina.Cartella / "LANGUAGES.DAT");
         prova::Scrivi(macchina.Cartella / "RecentFiles.ini", "1\r\n");
         auto unica = std::make_unique<SerialeProva>(macchina);
         porta = unica.get();
@@ -352,7 +352,7 @@ TEST_F(Finestra, AnotherProjectComesWithTheNotesOpenOnceTheyHaveAsked) {
 }
 
 TEST_F(Finestra, OpensTheAnalysisThatTheRecentListChoosesAndCommandsInsideItComeBehindIt) {
-    fs::copy(fs::path(LAPVANE_BIN_DIR) / "sample", macchina.Cartella / "sample");
+    fs::copy(prova::CartellaBin() / "sample", macchina.Cartella / "sample");
     for (const bool veloce : {true, false}) {
         prova::Scrivi(macchina.Cartella / "RecentFiles.ini", veloce ? "1\r\n" : "0\r\n");
         macchina.Lingua = -1;

@@ -1,4 +1,5 @@
 #include "support/PlatformProva.h"
+#include "support/Cartelle.h"
 
 #include <gtest/gtest.h>
 
@@ -148,7 +149,7 @@ SerialControl& PrincipaleProva::SerialComm() {
 
 void CaricaTestiVeri(int lingua) {
     const std::filesystem::path dato = platform().AppPath() / "LANGUAGES.DAT";
-    std::filesystem::copy_file(std::filesystem::path(LAPVANE_BIN_DIR) / "LANGUAGES.DAT", dato,
+    std::filesystem::copy_file(CartellaBin() / "LANGUAGES.DAT", dato,
                                std::filesystem::copy_options::overwrite_existing);
     CaricaTesti();
     IndiceLingua = lingua;

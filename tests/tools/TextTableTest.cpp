@@ -1,3 +1,4 @@
+#include "support/Cartelle.h"
 #include "tools/texttable/texttable.h"
 
 #include <gtest/gtest.h>
@@ -233,7 +234,7 @@ TEST_F(TextTableFile, FilesThatCannotBeReadOrWrittenAreReported) {
 /// The table that is delivered.
 class DeliveredTexts : public testing::Test {
  protected:
-    DeliveredTexts() : table(ReadTable(ReadWhole(fs::path(LAPVANE_DATA_DIR) / "testi.tsv"))) {}
+    DeliveredTexts() : table(ReadTable(ReadWhole(prova::CartellaDati() / "testi.tsv"))) {}
     void SetUp() override {
         ASSERT_TRUE(table.Faults.empty())
             << "line " << table.Faults[0].Line << ": " << table.Faults[0].What;

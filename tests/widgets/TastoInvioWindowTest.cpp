@@ -1,5 +1,6 @@
 // Keys in every dialog of the program: Enter presses the button that has the focus and is OK
 // elsewhere, Esc leaves.
+#include "support/Cartelle.h"
 #include "widgets/TastoInvio.h"
 
 #include <QComboBox>
@@ -38,8 +39,7 @@ class InOgniDialogo : public DialogoDiReport {
  protected:
     InOgniDialogo() {
         for (const char* cartella : {"pages", "sensors", "tracks"}) {
-            std::filesystem::copy(std::filesystem::path(LAPVANE_DATA_DIR) / cartella,
-                                  macchina.Cartella / cartella);
+            std::filesystem::copy(CartellaDati() / cartella, macchina.Cartella / cartella);
         }
         ValoriInizialiProgetto();
         StrumentoPresente = true;
