@@ -2,10 +2,10 @@
 // circuit's two files, parted by the byte 1. Both kinds of analysis load any of them, draw what is
 // asked and leave; only a run-time error may end it.
 #include <array>
-#include <cstdlib>
 
 #include "analysis/AnalisiDatiFoglio.h"
 #include "analysis/AnalisiDatiSpeed.h"
+#include "fuzz/Fuzz.h"
 #include "fuzz/FuzzPlatform.h"
 #include "reports/Circuiti.h"
 #include "reports/DatiSessione.h"
@@ -63,7 +63,7 @@ void Open(const std::filesystem::path& csv) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+void Fuzz(std::string_view rest) {
     static FuzzPlatform machine;
     static BareMainWindow window;
     static const FuzzFolder folder;
@@ -74,7 +74,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         CaricaTabelleNomi();
         std::filesystem::create_directory(folder.Path / "tracks");
     }
-    std::string_view rest(reinterpret_cast<const char*>(data), size);
     for (const char* name :
          {"run.csv", "run.txt", "run.tim", "run.ses", "tracks/Fuzz.trk", "tracks/Fuzz.sec"}) {
         const std::size_t end = std::min(rest.find('\x01'), rest.size());
@@ -85,5 +84,4 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     Open<AnalisiDatiSpeed>(folder.Path / "run.csv");
     DatiSessione = {};
     Open<AnalisiDatiFoglio>(folder.Path / "run.csv");
-    return 0;
 }

@@ -1,31 +1,29 @@
 // The simulated instrument: any bytes on the line give replies of their commands' lengths and no
 // others; any text is a fault, a tank or an option, or is refused with a reason.
-#include <cstdlib>
 #include <stdexcept>
 
+#include "fuzz/Fuzz.h"
 #include "instrument/Circuito.h"
 #include "instrument/Guasti.h"
 #include "instrument/Options.h"
 #include "instrument/Strumento.h"
 #include "reports/Circuiti.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+void Fuzz(std::string_view input) {
     using namespace lapvane;
     using namespace lapvane::strumento;
-    if (size == 0) return 0;
-    const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
+    if (input.empty()) return;
+    const std::string text(input.substr(1));
     try {
-        switch (data[0] % 4) {
+        switch (static_cast<unsigned char>(input[0]) % 4) {
             case 0: {
                 Strumento instrument;
                 std::int64_t now = 0;
                 for (std::size_t i = 0; i < text.size();) {
                     const std::size_t part = 1 + static_cast<unsigned char>(text[i]) % 120;
                     for (const Risposta& reply : instrument.Ricevi(text.substr(i, part), now)) {
-                        if (reply.Tipo == nullptr) std::abort();
-                        if (!reply.Byte.empty() && reply.Byte.size() != reply.Tipo->Risposta) {
-                            std::abort();
-                        }
+                        Must(reply.Tipo != nullptr);
+                        Must(reply.Byte.empty() || reply.Byte.size() == reply.Tipo->Risposta);
                     }
                     i += part;
                     now += static_cast<std::int64_t>(part) * 3;
@@ -62,12 +60,11 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
                     outline.push_back({static_cast<double>(point.X), static_cast<double>(point.Y)});
                 }
                 const Circuito track(outline, 2000.0);
-                if (!(track.Curvatura(100.0) >= 0.0)) std::abort();
-                if (!(track.CurvaStretta() >= 0.0 && track.CurvaStretta() <= 2000.0)) std::abort();
+                Must((track.Curvatura(100.0) >= 0.0));
+                Must(track.CurvaStretta() >= 0.0 && track.CurvaStretta() <= 2000.0);
             }
         }
     } catch (const std::invalid_argument&) {
     } catch (const ErroreCircuito&) {
     }
-    return 0;
 }

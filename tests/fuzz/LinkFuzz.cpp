@@ -3,13 +3,15 @@
 // No exchange lasts longer than its time-out, what failed leaves its target alone, only whole pages
 // are kept of a download.
 #include <algorithm>
-#include <cstdlib>
+#include <functional>
 
 #include "device/Codec.h"
 #include "device/Diagnostica.h"
 #include "device/RecordStrumento.h"
 #include "device/SerialComm.h"
+#include "fuzz/Fuzz.h"
 #include "fuzz/FuzzPlatform.h"
+#include "instrument/Protocollo.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
 #include "logs/Scarico.h"
@@ -28,20 +30,18 @@ using namespace lapvane;
 /// Takes the input apart; zeros behind its end.
 class Source {
  public:
-    Source(const unsigned char* data, std::size_t size) : p_(data), end_(data + size) {}
-    bool Empty() const { return p_ == end_; }
-    unsigned Byte() { return Empty() ? 0u : *p_++; }
+    explicit Source(std::string_view bytes) : rest_(bytes) {}
+    bool Empty() const { return rest_.empty(); }
+    unsigned Byte() { return static_cast<unsigned char>(Bytes(1).front()); }
     std::string Bytes(std::size_t count) {
-        const std::size_t n = std::min<std::size_t>(count, static_cast<std::size_t>(end_ - p_));
-        std::string bytes(p_, p_ + n);
-        p_ += n;
+        std::string bytes(rest_.substr(0, count));
+        rest_.remove_prefix(bytes.size());
         bytes.resize(count);
         return bytes;
     }
 
  private:
-    const unsigned char* p_;
-    const unsigned char* end_;
+    std::string_view rest_;
 };
 
 class FuzzPort : public SerialControl {
@@ -79,20 +79,11 @@ class FuzzPort : public SerialControl {
         return taken;
     }
     void Output(const std::string& frame) override {
-        const int command = ByteIn(frame, 2);
+        const strumento::Comando* command = strumento::CercaComando(ByteIn(frame, 2));
         const unsigned how = From->Byte();
-        std::string reply;
-        switch (command) {
-            case 1:
-            case 18:
-            case 20:
-            case 22:
-            case 24:
-            case 28:
-                reply = Conferma(command);
-                break;
-            default:
-                reply = From->Bytes(how % 16 == 9 ? From->Byte() : Length(command));
+        std::string reply = Conferma(command->Codice);
+        if (command->Risposta != reply.size()) {
+            reply = From->Bytes(how % 16 == 9 ? From->Byte() : command->Risposta);
         }
         int delay = 3;
         switch (how % 16) {
@@ -129,28 +120,6 @@ class FuzzPort : public SerialControl {
     Source* From = nullptr;
 
  private:
-    static std::size_t Length(int command) {
-        switch (command) {
-            case 2:
-                return 13;
-            case 9:
-                return 19;
-            case 19:
-                return 30;
-            case 21:
-                return 31;
-            case 23:
-                return 21;
-            case 25:
-                return 99;
-            case 29:
-                return 16;
-            case 37:
-                return 36;
-            default:
-                return 130;
-        }
-    }
     std::string& Arrived() {
         if (open_ && !due_.empty() && machine_.Clock >= dueAt_) {
             waiting_ += due_;
@@ -172,13 +141,11 @@ class FuzzPort : public SerialControl {
 class LiveView : public VistaDiagnostica {
  public:
     void ValoreCampo(int field, const std::string& text) override {
-        if (field < 0 || field >= kCampiLive || text.empty()) std::abort();
+        Must(field >= 0 && field < kCampiLive && !text.empty());
     }
-    void Allarme(int n, bool) override {
-        if (n < 0 || n >= kAllarmiLive) std::abort();
-    }
+    void Allarme(int n, bool) override { Must(n >= 0 && n < kAllarmiLive); }
     void ValoreAnalogico(int input, const std::string& text) override {
-        if (input < 0 || input >= kIngressiAnalogici || text.empty()) std::abort();
+        Must(input >= 0 && input < kIngressiAnalogici && !text.empty());
     }
     void Letto(GruppoLive, bool) override {}
     bool Visibile() const override { return true; }
@@ -190,9 +157,7 @@ class DownloadView : public VistaScarico {
     explicit DownloadView(const Source& from) : from_(from) {}
     bool Visibile() const override { return open_ && !from_.Empty(); }
     void Stato(const std::string&) override {}
-    void Percento(int percent) override {
-        if (percent < 0 || percent > 100) std::abort();
-    }
+    void Percento(int percent) override { Must(percent >= 0 && percent <= 100); }
     void AbilitaOK(bool) override {}
     void Scarica() override { open_ = false; }
 
@@ -205,12 +170,10 @@ void Download(Source& from) {
     AzzeraBufferLog();
     DownloadView view(from);
     Scarico(view).Esegui();
-    if (FaseComunicazione != 0) std::abort();
-    if (static_cast<std::size_t>(NumBlocchi) != BlocchiLog.size() || NumBlocchi % 2 != 0) {
-        std::abort();
-    }
+    Must(FaseComunicazione == 0);
+    Must(static_cast<std::size_t>(NumBlocchi) == BlocchiLog.size() && NumBlocchi % 2 == 0);
     for (std::size_t b = 0; b < BlocchiLog.size(); b += 2) {
-        if (!VerificaPagina(BlocchiLog[b], BlocchiLog[b + 1])) std::abort();
+        Must(VerificaPagina(BlocchiLog[b], BlocchiLog[b + 1]));
     }
     ComponiLog();
 }
@@ -222,45 +185,24 @@ bool Exchange(FuzzPlatform& machine, unsigned what) {
     const auto x = CurvaX;
     const auto y = CurvaY;
     ErroreComunicazione = false;
-    switch (what % 12) {
-        case 0:
-            VerificaComunicazione();
-            if (ErroreComunicazione) return false;
-            break;
-        case 1:
-            InviaDatiSetup1();
-            break;
-        case 2:
-            InviaDatiSetup2();
-            break;
-        case 3:
-            InviaDatiSensori();
-            break;
-        case 4:
-            InviaDatiAllarmi();
-            break;
-        case 5:
-            InviaCurvaSensore(static_cast<std::int16_t>(what / 12 % 9));
-            break;
-        case 6:
-            LeggiDatiSetup1();
-            break;
-        case 7:
-            LeggiDatiSetup2();
-            break;
-        case 8:
-            LeggiDatiSensori();
-            break;
-        case 9:
-            LeggiDatiAllarmi();
-            break;
-        case 10:
-            LeggiCurvaSensore(static_cast<std::int16_t>(what / 12 % 9));
-            break;
-        default:
-            LeggiValoriLive();
-            LeggiValoriAnalogici();
-    }
+    const auto channel = static_cast<std::int16_t>(what / 12 % 9);
+    const std::function<void()> exchanges[] = {VerificaComunicazione,
+                                               InviaDatiSetup1,
+                                               InviaDatiSetup2,
+                                               InviaDatiSensori,
+                                               InviaDatiAllarmi,
+                                               [channel] { InviaCurvaSensore(channel); },
+                                               LeggiDatiSetup1,
+                                               LeggiDatiSetup2,
+                                               LeggiDatiSensori,
+                                               LeggiDatiAllarmi,
+                                               [channel] { LeggiCurvaSensore(channel); },
+                                               [] {
+                                                   LeggiValoriLive();
+                                                   LeggiValoriAnalogici();
+                                               }};
+    exchanges[what % 12]();
+    if (what % 12 == 0 && ErroreComunicazione) return false;
     if (ErroreComunicazione) {
         for (const auto& field : kCampiProgetto) {
             const bool same = std::visit(
@@ -275,7 +217,7 @@ bool Exchange(FuzzPlatform& machine, unsigned what) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+void Fuzz(std::string_view input) {
     static FuzzPlatform machine;
     static FuzzPort port(machine);
     static BareMainWindow window(&port);
@@ -285,7 +227,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         MetaTesti = 350;
         CaricaTabelleNomi();
     }
-    Source from(data, size);
+    Source from(input);
     port.From = &from;
     port.PortOpen(false);
     FaseComunicazione = 0;
@@ -304,7 +246,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         DiagnosticaAperta = (what & 0x40u) != 0 ? &live : nullptr;
         const bool kept = Exchange(machine, what);
         DiagnosticaAperta = nullptr;
-        if (!kept) std::abort();
+        Must(kept);
     }
-    return 0;
 }

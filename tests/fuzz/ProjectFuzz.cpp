@@ -1,21 +1,21 @@
 // The project reader: any bytes become values or are refused, and what was read can be written and
 // read again without a change.
-#include <cstdlib>
 
+#include "fuzz/Fuzz.h"
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+void Fuzz(std::string_view text) {
     using namespace lapvane;
     DatiProgetto = {};
-    LeggiValoriProgetto({reinterpret_cast<const char*>(data), size});
+    LeggiValoriProgetto(text);
     ApplicaValoriProgetto();
     const std::string first = TestoProgetto();
     const std::size_t magic = first.find('\n') + 1;
-    if (!LeggiValoriProgetto(std::string_view(first).substr(magic))) std::abort();
+    Must(LeggiValoriProgetto(std::string_view(first).substr(magic)));
     const bool input = DatiProgetto.chkIngresso;
     ApplicaValoriProgetto();
-    if (DatiProgetto.chkIngresso != input) std::abort();
+    Must(DatiProgetto.chkIngresso == input);
     // Numbers always survive; texts do unless a line end or an outer quote is in them.
     for (const auto& field : kCampiProgetto) {
         std::visit(
@@ -24,10 +24,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
                 if constexpr (!std::is_same_v<Type, std::string>) {
                     const RecordProgetto before = DatiProgetto;
                     ApplicaValoriProgetto();
-                    if (before.*member != DatiProgetto.*member) std::abort();
+                    Must(before.*member == DatiProgetto.*member);
                 }
             },
             field.Campo);
     }
-    return 0;
 }

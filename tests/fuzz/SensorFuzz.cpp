@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "device/Codec.h"
+#include "fuzz/Fuzz.h"
 #include "fuzz/FuzzPlatform.h"
 #include "sensors/CSensore.h"
 #include "sensors/Curve.h"
@@ -25,21 +26,14 @@ std::vector<std::string> Axis(const CSensore& sensor, bool x) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+void Fuzz(std::string_view input) {
     static FuzzPlatform machine;
-    const std::vector<char> bytes(data, data + size);
-    std::optional<CSensore> sensor;
-    try {
-        sensor = LeggiSensore({bytes.data(), bytes.size()});
-    } catch (const ErroreRuntime&) {
-        return 0;  // a number beyond all range: the library leaves such a file out
-    }
-    if (!sensor) return 0;
-    if (sensor->NumPunti() < 0 || sensor->NumPunti() > static_cast<int>(CSensore::kElementi)) {
-        std::abort();
-    }
+    // A number beyond all range is an error: the library leaves such a file out.
+    const auto sensor = LeggiSensore(input);
+    if (!sensor) return;
+    Must(sensor->NumPunti() >= 0 && sensor->NumPunti() <= static_cast<int>(CSensore::kElementi));
     for (int i = 0; i < static_cast<int>(CSensore::kElementi); ++i) {
-        if (!std::isfinite(sensor->X(i)) || !std::isfinite(sensor->Y(i))) std::abort();
+        Must(std::isfinite(sensor->X(i)) && std::isfinite(sensor->Y(i)));
     }
 
     LibreriaSensori = {*sensor};
@@ -48,7 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         CurvaX[i] = sensor->X(static_cast<int>(i));
         CurvaY[i] = sensor->Y(static_cast<int>(i));
     }
-    if (CercaNomeSensore(sensor->Tipo()) != sensor->Nome()) std::abort();
+    Must(CercaNomeSensore(sensor->Tipo()) == sensor->Nome());
 
     // Written by the program and read again: the same names and the same texts of numbers.
     const std::string text =
@@ -59,8 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     } catch (const ErroreRuntime&) {
         std::abort();
     }
-    if (!again || again->Tipo() != sensor->Tipo() || again->Nome() != sensor->Nome()) std::abort();
-    if (Axis(*again, true) != Axis(*sensor, true)) std::abort();
-    if (Axis(*again, false) != Axis(*sensor, false)) std::abort();
-    return 0;
+    Must(again && again->Tipo() == sensor->Tipo() && again->Nome() == sensor->Nome());
+    Must(Axis(*again, true) == Axis(*sensor, true));
+    Must(Axis(*again, false) == Axis(*sensor, false));
 }

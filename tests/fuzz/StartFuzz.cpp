@@ -1,8 +1,8 @@
 // What is read when the program starts, by the first byte of the input: the language table, the
 // list of recent files, or the table of texts that the build makes the language table from. Any
 // bytes are read or refused with a run-time error, and what was read can be used.
-#include <cstdlib>
 
+#include "fuzz/Fuzz.h"
 #include "fuzz/FuzzPlatform.h"
 #include "project/FileRecenti.h"
 #include "shell/LoadStrings.h"
@@ -19,54 +19,44 @@ using namespace lapvane;
 void Languages(const FuzzFolder& folder, std::string_view text) {
     folder.Write("LANGUAGES.DAT", text);
     Testi.clear();
-    try {
-        CaricaTesti();
-        if (MetaTesti < 0 || Testi.size() < 1 || Testi.size() > text.size() + 1) std::abort();
-        CalcolaBaseTesti();
-        for (int n = 0; n <= 334; ++n) Testo(static_cast<Voce>(n));
-        CaricaTabelleNomi();
-    } catch (const ErroreRuntime&) {
-    } catch (const FineProgramma&) {
-    }
+    CaricaTesti();
+    Must(MetaTesti >= 0 && Testi.size() >= 1 && Testi.size() <= text.size() + 1);
+    CalcolaBaseTesti();
+    for (int n = 0; n <= 334; ++n) Testo(static_cast<Voce>(n));
+    CaricaTabelleNomi();
 }
 
 void Recent(FuzzPlatform& machine, const FuzzFolder& folder, std::string_view text) {
     folder.Write("RecentFiles.ini", text);
     AzzeraFileRecenti();
-    try {
-        LeggiFileRecenti();
-    } catch (const ErroreRuntime&) {
-        return;
-    }
-    if (NumRecenti < 0 || NumRecenti > 4) std::abort();
+    LeggiFileRecenti();
+    Must(NumRecenti >= 0 && NumRecenti <= 4);
     // What is written now can be read again, with the file that was opened on top.
     const bool fast = AnalisiSpeed;
     FileRecenteScelto = machine.Folder / "new.pro";
     ScriviFileRecenti();
     AzzeraFileRecenti();
     LeggiFileRecenti();
-    if (AnalisiSpeed != fast || NumRecenti < 1 || ListaRecenti[0] != FileRecenteScelto.native()) {
-        std::abort();
-    }
+    Must(AnalisiSpeed == fast && NumRecenti >= 1 && ListaRecenti[0] == FileRecenteScelto.native());
 }
 
 void Texts(std::string_view tsv) {
     const texttable::Table table = texttable::ReadTable(tsv);
     if (!table.Faults.empty()) return;
-    if (table.Entries.size() < texttable::kTexts) std::abort();
+    Must(table.Entries.size() >= texttable::kTexts);
     texttable::LanguageFile(table.Entries);
 }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+void Fuzz(std::string_view input) {
     static FuzzPlatform machine;
     static BareMainWindow window;
     static const FuzzFolder folder;
     machine.Folder = folder.Path;
-    if (size == 0) return 0;
-    const std::string_view text(reinterpret_cast<const char*>(data) + 1, size - 1);
-    switch (data[0] % 3) {
+    if (input.empty()) return;
+    const std::string_view text = input.substr(1);
+    switch (static_cast<unsigned char>(input[0]) % 3) {
         case 0:
             Languages(folder, text);
             break;
@@ -76,5 +66,4 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         default:
             Texts(text);
     }
-    return 0;
 }
