@@ -34,9 +34,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const RigheGiri rows = CercaGiri(numbers, 0);
     std::int32_t next = 0;
     for (int lap = 1; lap <= rows.Numero; ++lap) {
-        const auto i = static_cast<std::size_t>(lap);
-        if (rows.Inizio[i] != next || rows.Fine[i] < next) std::abort();
-        next = rows.Fine[i] + 1;
+        if (rows.Inizio[lap] != next || rows.Fine[lap] < next) std::abort();
+        next = rows.Fine[lap] + 1;
     }
     if (rows.Numero < kUltimaRiga && next != row) std::abort();
     return 0;
