@@ -179,8 +179,7 @@ std::string AnalisiDati::GetMediaVal(int c) const {
 }
 
 std::string AnalisiDati::GetNomeMisura(int c) const {
-    static_cast<void>(parti_.Canali.Di(c));
-    return parti_.Canali.TitoloCanale(c);
+    return parti_.Canali.TitoloCanale(IndiceChiesto(c, kUltimoCanale));
 }
 
 std::string AnalisiDati::GetSessioneTempo(int giro) const {

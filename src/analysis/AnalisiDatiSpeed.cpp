@@ -23,8 +23,8 @@ constexpr std::string_view kVersione16Campi = "1.4";
 constexpr int kCampiLaterali = 10;
 constexpr std::int32_t kRigheSenzaProgresso = 1000;
 
-int Percento(std::int32_t riga, std::int32_t totale) {
-    return ConvertiInt16(static_cast<double>(riga) / static_cast<double>(totale) * 100.0);
+int Percento(double riga, double totale) {
+    return ConvertiInt16(riga / totale * 100.0);
 }
 
 }  // namespace

@@ -40,9 +40,8 @@ void Cursore::ScriviValori(std::int32_t indice) const {
         const double filtro = canali[c].FiltroCanale;
         if (filtro == 0.0) continue;  // no row can be told, the value stands
         // All channels are read at the row of the last drawn one, whose points the index counts.
-        const auto riga = Intero(static_cast<double>(indice) * finestra.Decimazione() * filtro *
-                                     (ultimo / filtro) +
-                                 finestra.RigaDa());
+        const auto riga = Intero(
+            1.0 * indice * finestra.Decimazione() * filtro * (ultimo / filtro) + finestra.RigaDa());
         if (!riga || !tabella.Contiene(c, Piano::Dati, *riga)) continue;
         const std::string testo = TestoNumeroConSpazio(tabella.Valore(c, Piano::Dati, *riga));
         parti_.Vista.Valore(c, std::string(Rifila(testo)));
@@ -51,8 +50,8 @@ void Cursore::ScriviValori(std::int32_t indice) const {
 
 void Cursore::AccendiLampade(std::int32_t indice) const {
     const TabellaDati& tabella = parti_.Forma.Tabella();
-    const auto riga = Intero(static_cast<double>(indice) * parti_.Finestra.Decimazione() +
-                             parti_.Finestra.RigaDa());
+    const auto riga =
+        Intero(1.0 * indice * parti_.Finestra.Decimazione() + parti_.Finestra.RigaDa());
     for (int k = 0; k < kNumAllarmi && riga; ++k) {
         const int c = kPrimoAllarme + k;
         if (!tabella.Contiene(c, Piano::Laterale, *riga)) break;
@@ -69,14 +68,14 @@ void Cursore::MuoviMarcatore(std::int32_t indice) const {
     const double ultimo = canali[canali.UltimoCanale()].FiltroCanale;
     const double campo = canali[canali.Ultimo()].FiltroCanale;
     if (campo == 0.0) return;
-    const std::int32_t nelGiro = parti_.Finestra.RigaDa() - parti_.Giri.InizioSelezionato();
-    const double inLap = indice + static_cast<double>(nelGiro) / decimazione;
+    const double nelGiro = parti_.Finestra.RigaDa() - parti_.Giri.InizioSelezionato();
+    const double inLap = indice + nelGiro / decimazione;
     const auto punto = Intero(inLap * (punti - 1) * decimazione);
     const auto righe = Intero(parti_.Giri.RigheGiro() * campo * ultimo / campo);
     if (!punto || !righe || *righe == 0) return;  // without a drawn channel there is no share
     int mostrato = *punto / *righe;
     // Lines that have no place among the points: the marker stops at the last one that has.
-    constexpr int kUltimoPunto = static_cast<int>(kPuntiMassimi) - 1;
+    constexpr int kUltimoPunto{kPuntiMassimi - 1};
     if (mostrato < punti) mostrato = std::min(mostrato, kUltimoPunto);
     parti_.Vista.MarcatoreMappa(mostrato);
 }

@@ -77,7 +77,7 @@ void ElencoCanali::RefreshLanguage() {
 bool ElencoCanali::Spunta(int c, bool spuntato) {
     if (c < kPrimoCanale || c > kUltimoCanale || canali_[c].chkGrafico == spuntato) return false;
     canali_[c].chkGrafico = spuntato;
-    numCanaliAttivi_ = static_cast<std::int16_t>(numCanaliAttivi_ + (spuntato ? 1 : -1));
+    numCanaliAttivi_ += spuntato ? 1 : -1;
     return true;
 }
 
@@ -91,7 +91,7 @@ int ElencoCanali::PrimoSpuntato() const {
 ImpostazioniCanale ElencoCanali::Impostazioni(int c) const {
     const Canale& canale = Di(c);
     ImpostazioniCanale valori;
-    valori.NumeroCanale = static_cast<std::int16_t>(c);
+    valori.NumeroCanale = c;
     valori.NomeCampo = canale.NomeCampo;
     valori.UnitaCampo = canale.UnitaCampo;
     valori.ColoreCanale = canale.ColoreCanale;
@@ -142,7 +142,7 @@ ElencoCanali::IntervalloY ElencoCanali::CalcolaScale(const FormaDati& forma, std
         if (canale.MaxCanale > yMax) yMax = canale.MaxCanale;
         colonne.push_back(celle);
     }
-    const auto medie = MediaColonne(colonne, static_cast<double>(a) - da + 1.0);
+    const auto medie = MediaColonne(colonne, 1.0 + a - da);
     double yMin = ultimo < kPrimoCanale ? 0.0 : canali_[kPrimoCanale].MinCanale;
     int c = kPrimoCanale;
     for (const double media : medie) {

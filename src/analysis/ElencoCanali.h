@@ -40,13 +40,13 @@ class ElencoCanali {
     void NumCampi(int campi) { numCampi_ = campi; }
     /// Last channel column that the log fills, 20 at most.
     int Ultimo() const;
-    std::int16_t NumCanaliAttivi() const { return numCanaliAttivi_; }
+    int NumCanaliAttivi() const { return numCanaliAttivi_; }
     /// Channel whose scale labels the y axis; 0: none.
-    std::int16_t CanaleScala() const { return canaleScala_; }
-    void CanaleScala(int c) { canaleScala_ = static_cast<std::int16_t>(c); }
+    int CanaleScala() const { return canaleScala_; }
+    void CanaleScala(int c) { canaleScala_ = c; }
     /// Last channel drawn, on whichever graph; 0: none.
-    std::int16_t UltimoCanale() const { return ultimoCanale_; }
-    void UltimoCanale(int c) { ultimoCanale_ = static_cast<std::int16_t>(c); }
+    int UltimoCanale() const { return ultimoCanale_; }
+    void UltimoCanale(int c) { ultimoCanale_ = c; }
 
     /// "name unit".
     std::string TitoloCanale(int c) const;
@@ -80,9 +80,9 @@ class ElencoCanali {
  private:
     PerCanale<Canale> canali_;
     int numCampi_ = 0;
-    std::int16_t numCanaliAttivi_ = 0;
-    std::int16_t canaleScala_ = 0;
-    std::int16_t ultimoCanale_ = 0;
+    int numCanaliAttivi_ = 0;
+    int canaleScala_ = 0;
+    int ultimoCanale_ = 0;
 };
 
 }  // namespace lapvane

@@ -1,15 +1,31 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
 
+#include "analysis/FileTim.h"
+
 namespace lapvane {
+
+/// One value a row of the full lap table, 0 to 1000.
+template <class T>
+class PerGiro {
+ public:
+    PerGiro() : valori_(kUltimaRiga + 1) {}
+    T& operator[](int giro) { return valori_[static_cast<std::size_t>(giro)]; }
+    const T& operator[](int giro) const { return valori_[static_cast<std::size_t>(giro)]; }
+    auto begin() const { return valori_.begin(); }
+
+ private:
+    std::vector<T> valori_;
+};
 
 /// First and last row of each stretch of a log, by index from 1.
 struct RigheGiri {
-    std::vector<std::int32_t> Inizio;
-    std::vector<std::int32_t> Fine;
+    PerGiro<std::int32_t> Inizio;
+    PerGiro<std::int32_t> Fine;
     int Numero = 0;  ///< stretches found
 
     /// Whether the log has rows of that stretch at all.

@@ -11,25 +11,22 @@ namespace {
 
 constexpr int kCentesimiRiga = 10;  // one row is a tenth of a second
 
-std::size_t Indice(int giro) {
-    return static_cast<std::size_t>(IndiceChiesto(giro, kGiriMassimi));
+int Indice(int giro) {
+    return IndiceChiesto(giro, kGiriMassimi);
 }
 
 }  // namespace
-
-GiriLog::GiriLog()
-    : TempiGiro_(kGiriMassimi + 1),
-      TempiSessione_(kGiriMassimi + 1),
-      righe_(lapvane::CercaGiri({}, 0)) {}
 
 void GiriLog::CercaGiri(const TabellaDati& tabella) {
     righe_ = CercaGiriColonna(tabella.Colonna(kColonnaGiro, Piano::Laterale), tabella.PrimaRiga());
 }
 
 void GiriLog::Prendi(const FileTim& file) {
-    for (std::size_t i = 0; i < file.Righe.size(); ++i) {
-        TempiGiro_[i + 2][kColonnaTempoGiro] = file.Righe[i].Tempo;
-        TempiSessione_[i + 2] = file.Righe[i].Sessione;
+    int giro = 2;
+    for (const RigaTim& riga : file.Righe) {
+        TempiGiro_[giro][kColonnaTempoGiro] = riga.Tempo;
+        TempiSessione_[giro] = riga.Sessione;
+        ++giro;
     }
     // The first line, the empty last line and the line index past the end are no laps.
     numRigheTabella_ = file.IndiceFine();
@@ -51,11 +48,11 @@ int GiriLog::UltimaColonna() const {
 }
 
 std::int32_t GiriLog::InizioGiro(int giro) const {
-    return giro < 0 || giro > kUltimaRiga ? 0 : righe_.Inizio[static_cast<std::size_t>(giro)];
+    return giro < 0 || giro > kUltimaRiga ? 0 : righe_.Inizio[giro];
 }
 
 std::int32_t GiriLog::FineGiro(int giro) const {
-    return giro < 0 || giro > kUltimaRiga ? 0 : righe_.Fine[static_cast<std::size_t>(giro)];
+    return giro < 0 || giro > kUltimaRiga ? 0 : righe_.Fine[giro];
 }
 
 int GiriLog::PrimoGiroValido() const {
@@ -75,7 +72,7 @@ void GiriLog::Seleziona(int giro) {
 }
 
 const std::string& GiriLog::TempoGiro(int giro, int colonna) const {
-    return TempiGiro_[static_cast<std::size_t>(giro)][colonna];
+    return TempiGiro_[giro][colonna];
 }
 
 std::string GiriLog::GetTempoGiro(int giro) const {
@@ -87,7 +84,7 @@ std::string GiriLog::GetSessioneTempo(int giro) const {
 }
 
 void GiriLog::CalcolaSettoriGiro(int giro, const TabellaDati& tabella) {
-    PerCanale<std::string>& tempi = TempiGiro_.at(static_cast<std::size_t>(giro));
+    PerCanale<std::string>& tempi = TempiGiro_[Indice(giro)];
     for (int c = kColonnaTempoGiro + 1; c < kNumCanali; ++c) tempi[c].clear();
     const std::int32_t ultima = FineGiro(giro);
     std::int32_t confine = InizioGiro(giro);

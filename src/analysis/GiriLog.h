@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "analysis/FileTim.h"
 #include "analysis/Giri.h"
@@ -17,8 +16,6 @@ constexpr int kColonnaTempoGiro = 1;  ///< column of the lap times in the lap ta
 /// n is index n + 1.
 class GiriLog {
  public:
-    GiriLog();
-
     /// Finds the rows of each stretch in the lap numbers of the side file.
     void CercaGiri(const TabellaDati& tabella);
     /// Takes over the lap times of a log.
@@ -67,8 +64,8 @@ class GiriLog {
     int GiroPeggiore() const;
 
  private:
-    std::vector<PerCanale<std::string>> TempiGiro_;
-    std::vector<std::string> TempiSessione_;
+    PerGiro<PerCanale<std::string>> TempiGiro_;
+    PerGiro<std::string> TempiSessione_;
     PerCanale<double> DistanzeSettori_;  ///< metres, entry 0 first
     RigheGiri righe_;
     int numRigheTabella_ = 0;

@@ -17,9 +17,8 @@ namespace lapvane {
 namespace {
 
 const char* Trova(const char* da, const char* fine, char c) {
-    if (da == fine) return fine;
-    const void* trovato = std::memchr(da, c, static_cast<std::size_t>(fine - da));
-    return trovato != nullptr ? static_cast<const char*>(trovato) : fine;
+    const std::size_t posto = std::string_view(da, fine).find(c);
+    return posto != std::string_view::npos ? da + posto : fine;
 }
 
 constexpr std::uint64_t kUni = 0x0101010101010101u;
@@ -56,7 +55,7 @@ LettoreDati::LettoreDati(std::string_view testo) {
         aCapo_ = '\r';
         aCapo = Trova(p_, fine_, '\r');
     }
-    titolo_ = {p_, static_cast<std::size_t>(aCapo - p_)};
+    titolo_ = {p_, aCapo};
     if (!titolo_.empty() && titolo_.back() == '\r') titolo_.remove_suffix(1);
     p_ = aCapo == fine_ ? fine_ : aCapo + 1;
     while (fine_ != p_ && (fine_[-1] == '\n' || fine_[-1] == '\r')) --fine_;

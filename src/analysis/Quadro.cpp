@@ -1,7 +1,5 @@
 #include "analysis/Quadro.h"
 
-#include <array>
-
 #include "shell/LoadStrings.h"
 
 namespace lapvane {
@@ -12,14 +10,14 @@ constexpr Colore kColoreCursore = Rgb(0, 0, 255);
 constexpr double kAllarmiDa = 0.0;  // y range of the overview
 constexpr double kAllarmiA = 18.0;
 
-constexpr std::array<Colore, kNumAllarmi> kColoriAllarmi = {
+constexpr Colore kColoriAllarmi[kNumAllarmi] = {
     Rgb(192, 0, 0),   Rgb(128, 0, 0), Rgb(192, 0, 192), Rgb(128, 0, 128),
     Rgb(0, 128, 128), Rgb(0, 128, 0), Rgb(0, 0, 255),   Rgb(0, 0, 128)};
 
 }  // namespace
 
 Colore ColoreAllarme(int k) {
-    return kColoriAllarmi[static_cast<std::size_t>(k)];
+    return kColoriAllarmi[k];
 }
 
 void Quadro::ConfiguraCursore() {

@@ -1,6 +1,7 @@
 #include "analysis/TabellaArray.h"
 
 #include <new>
+#include <utility>
 
 #include "platform/PagineGrandi.h"
 
@@ -8,7 +9,7 @@ namespace lapvane {
 
 void TabellaArray::Alloca(int numCampi, int numCampiLaterali, std::int32_t numRighe) {
     numRighe_ = 0;
-    for (PianoDati& piano : piani_) piano = PianoDati{};
+    piani_ = {};
     const auto riempi = [numRighe](PianoDati& piano, int colonne) {
         const auto numero = static_cast<std::size_t>(std::clamp(colonne, 0, kUltimoCanale));
         const auto righe = static_cast<std::size_t>(std::max(numRighe, 1));
@@ -19,22 +20,22 @@ void TabellaArray::Alloca(int numCampi, int numCampiLaterali, std::int32_t numRi
         if (!piano.Memoria) throw std::bad_alloc();
         PagineGrandi(piano.Memoria.get(), numero * righe * sizeof(double));
         for (std::size_t c = 0; c < numero; ++c) piano.Inizi[c] = piano.Memoria.get() + c * righe;
-        piano.Numero = static_cast<int>(numero);
+        piano.Numero = numero;
     };
-    riempi(In(Piano::Dati), numCampi);
-    riempi(In(Piano::Laterale), numCampiLaterali);
+    riempi(piani_[Piano::Dati], numCampi);
+    riempi(piani_[Piano::Laterale], numCampiLaterali);
     numRighe_ = std::max(numRighe, 0);
 }
 
 std::span<const double> TabellaArray::Colonna(int colonna, Piano piano) const {
-    const PianoDati& p = In(piano);
-    if (colonna < 1 || colonna > p.Numero) return {};
+    const PianoDati& p = piani_[piano];
+    if (colonna < 1 || std::cmp_greater(colonna, p.Numero)) return {};
     return {p.Inizi[static_cast<std::size_t>(colonna - 1)], static_cast<std::size_t>(numRighe_)};
 }
 
 std::span<double* const> TabellaArray::Destinazioni(Piano piano) {
-    PianoDati& p = In(piano);
-    return {p.Inizi.data(), static_cast<std::size_t>(p.Numero)};
+    PianoDati& p = piani_[piano];
+    return {p.Inizi.data(), p.Numero};
 }
 
 }  // namespace lapvane

@@ -32,13 +32,10 @@ class TabellaArray : public TabellaDati {
     struct PianoDati {
         std::unique_ptr<double, Libera> Memoria;  ///< one column behind the other
         std::array<double*, kNumCanali> Inizi{};
-        int Numero = 0;
+        std::size_t Numero = 0;
     };
 
-    PianoDati& In(Piano piano) { return piani_[static_cast<std::size_t>(piano)]; }
-    const PianoDati& In(Piano piano) const { return piani_[static_cast<std::size_t>(piano)]; }
-
-    std::array<PianoDati, 2> piani_;
+    PerPiano<PianoDati> piani_;
     std::int32_t numRighe_ = 0;
 };
 

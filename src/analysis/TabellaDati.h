@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <span>
 
 #include "reports/CanaliLog.h"
@@ -10,6 +11,18 @@ namespace lapvane {
 
 /// Planes of the table: the data file and its side file.
 enum class Piano : int { Dati = 0, Laterale = 1 };
+
+/// One value a plane.
+template <class T>
+class PerPiano {
+ public:
+    T& operator[](Piano piano) { return piano == Piano::Dati ? dati_ : laterale_; }
+    const T& operator[](Piano piano) const { return piano == Piano::Dati ? dati_ : laterale_; }
+
+ private:
+    T dati_{};
+    T laterale_{};
+};
 
 constexpr int kColonnaTempo = 1;     ///< seconds from the start of the lap, both planes
 constexpr int kColonnaDistanza = 2;  ///< metres from the start of the lap, both planes
@@ -34,24 +47,23 @@ class TabellaDati {
     /// Whether the table has a sample there.
     bool Contiene(int colonna, Piano piano, std::int32_t riga) const {
         const std::int64_t i = std::int64_t{riga} - PrimaRiga();
-        return i >= 0 && i < static_cast<std::int64_t>(Colonna(colonna, piano).size());
+        return i >= 0 && i < std::ssize(Colonna(colonna, piano));
     }
 
     double Valore(int colonna, Piano piano, std::int32_t riga) const {
         if (!Contiene(colonna, piano, riga)) return 0.0;
-        return Colonna(colonna, piano)[static_cast<std::size_t>(riga - PrimaRiga())];
+        return Colonna(colonna, piano).begin()[riga - PrimaRiga()];
     }
 
     /// Rows `da` to `a` of a column, both included, as far as the table has them.
     std::span<const double> Righe(int colonna, Piano piano, std::int32_t da, std::int32_t a) const {
         const auto valori = Colonna(colonna, piano);
-        const auto fine = static_cast<std::int64_t>(valori.size());
+        const std::int64_t fine = std::ssize(valori);
         const std::int64_t primo =
             std::clamp<std::int64_t>(std::int64_t{da} - PrimaRiga(), 0, fine);
         const std::int64_t oltre =
             std::clamp<std::int64_t>(std::int64_t{a} - PrimaRiga() + 1, primo, fine);
-        return valori.subspan(static_cast<std::size_t>(primo),
-                              static_cast<std::size_t>(oltre - primo));
+        return {valori.begin() + primo, valori.begin() + oltre};
     }
 };
 

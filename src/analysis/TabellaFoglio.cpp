@@ -14,7 +14,7 @@ constexpr int kPassiAvanzamento = 100;
 
 void TabellaFoglio::CaricaFile(Piano piano, std::string_view testo,
                                const EventoAvanzamento& avanzamento) {
-    FoglioDati& foglio = Foglio(piano);
+    FoglioDati& foglio = fogli_[piano];
     foglio = {};
     if (testo.empty()) return;
     LettoreDati lettore(testo);
@@ -44,15 +44,15 @@ void TabellaFoglio::CaricaFile(Piano piano, std::string_view testo,
 }
 
 std::span<const double> TabellaFoglio::Colonna(int colonna, Piano piano) const {
-    const auto& colonne = Foglio(piano).Colonne;
-    if (colonna < 1 || colonna > static_cast<int>(colonne.size())) return {};
-    return colonne[static_cast<std::size_t>(colonna - 1)];
+    const auto& colonne = fogli_[piano].Colonne;
+    if (colonna < 1 || colonna > std::ssize(colonne)) return {};
+    return colonne.begin()[colonna - 1];
 }
 
 std::string TabellaFoglio::Titolo(int colonna, Piano piano) const {
-    const auto& titoli = Foglio(piano).Titoli;
-    if (colonna < 1 || colonna > static_cast<int>(titoli.size())) return {};
-    return titoli[static_cast<std::size_t>(colonna - 1)];
+    const auto& titoli = fogli_[piano].Titoli;
+    if (colonna < 1 || colonna > std::ssize(titoli)) return {};
+    return titoli.begin()[colonna - 1];
 }
 
 }  // namespace lapvane

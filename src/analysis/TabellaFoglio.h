@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -25,9 +24,9 @@ class TabellaFoglio : public TabellaDati {
     std::span<const double> Colonna(int colonna, Piano piano) const override;
     std::int32_t PrimaRiga() const override { return 2; }
     /// Rows of the data file, its heading among them; 0 for an empty file.
-    std::int32_t NumeroRighe() const override { return Foglio(Piano::Dati).Righe; }
+    std::int32_t NumeroRighe() const override { return fogli_[Piano::Dati].Righe; }
     /// Columns that the heading of a sheet has; 32767 at most.
-    std::int16_t NumeroColonne(Piano piano) const { return Foglio(piano).NumeroColonne; }
+    std::int16_t NumeroColonne(Piano piano) const { return fogli_[piano].NumeroColonne; }
     /// Row 1 of a column; empty for one that the sheet lacks.
     std::string Titolo(int colonna, Piano piano) const;
 
@@ -39,10 +38,7 @@ class TabellaFoglio : public TabellaDati {
         std::int32_t Righe = 0;
     };
 
-    FoglioDati& Foglio(Piano piano) { return fogli_[static_cast<std::size_t>(piano)]; }
-    const FoglioDati& Foglio(Piano piano) const { return fogli_[static_cast<std::size_t>(piano)]; }
-
-    std::array<FoglioDati, 2> fogli_;
+    PerPiano<FoglioDati> fogli_;
 };
 
 }  // namespace lapvane

@@ -1,9 +1,7 @@
 #include "analysis/frmAnalisi.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QResizeEvent>
-#include <QScreen>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -27,9 +25,7 @@ constexpr int kMargine = 8;
 
 /// A place of the splitter whose content keeps its room while it is hidden.
 QWidget* Posto(QWidget* contenuto) {
-    QSizePolicy regola = contenuto->sizePolicy();
-    regola.setRetainSizeWhenHidden(true);
-    contenuto->setSizePolicy(regola);
+    TieniPosto(contenuto);
     auto* posto = new QWidget;
     auto* colonna = new QVBoxLayout(posto);
     colonna->setContentsMargins(0, 0, 0, 0);
@@ -40,11 +36,10 @@ QWidget* Posto(QWidget* contenuto) {
 }  // namespace
 
 frmAnalisi::frmAnalisi(const char* nome, const Fabbrica& fabbrica, QWidget* parent)
-    : QDialog(parent, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                          Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint) {
-    setObjectName(QString::fromLatin1(nome));
+    : Dialogo(nome, parent,
+              Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                  Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint) {
     setModal(true);
-    CalcolaBaseTesti();
     Disponi();
     analisi_ = fabbrica(*this, *NTGraph1_, *NTGraphAll_);
     Collega();
@@ -70,8 +65,7 @@ void frmAnalisi::Disponi() {
     colonna->addWidget(Toolbar1_);
     colonna->addWidget(divisore_, 1);
 
-    const QSize schermo = screen() != nullptr ? screen()->availableSize() : QSize(1366, 768);
-    resize(QSize(1340, 700).boundedTo(schermo));
+    resize(NelloSchermo(*this, {1340, 700}));
 }
 
 QWidget* frmAnalisi::CreaMisure() {
@@ -145,10 +139,8 @@ QWidget* frmAnalisi::CreaGiri() {
     griglia->setVerticalSpacing(kMargine / 2);
     griglia->setColumnStretch(1, 1);
     const auto riga = [&](const char* etichetta, const char* valore, int numero) {
-        auto* nome = new QLabel(mappa_);
-        nome->setObjectName(QString::fromLatin1(etichetta));
-        auto* testo = new QLabel(mappa_);
-        testo->setObjectName(QString::fromLatin1(valore));
+        QLabel* nome = Etichetta(mappa_, etichetta);
+        QLabel* testo = Etichetta(mappa_, valore);
         testo->setTextFormat(Qt::PlainText);
         testo->setWordWrap(true);
         testo->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -222,8 +214,7 @@ RigaCanale* frmAnalisi::Riga(int c) {
 bool frmAnalisi::Carica() {
     setWindowTitle(PercorsoInQt(NomeFileDati.filename()));
     RefreshLanguage();
-    caricata_ = analisi_->Carica(NomeFileDati);
-    if (!caricata_) return false;
+    if (!analisi_->Carica(NomeFileDati)) return false;
     AdattaMisure();
     return true;
 }
@@ -256,7 +247,8 @@ void frmAnalisi::Apri() {
     exec();
 }
 
-void frmAnalisi::RefreshLanguage() {
+void frmAnalisi::AggiornaTesti(Mnemonica&) {
+    if (scaricata_) return;
     analisi_->RefreshLanguage();
     for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) {
         Riga(c)->NomiPulsanti(InQt(Testo(kTestoScala)), InQt(Testo(Voce::ImpostazioniGrafico)));
@@ -275,14 +267,6 @@ void frmAnalisi::RefreshLanguage() {
     NTGraphAll_->setAccessibleName(InQt(Testo(Voce::Allarmi)));
     NomiBarra();
     AdattaMisure();
-}
-
-bool frmAnalisi::event(QEvent* evento) {
-    // A change of language shows the next time the window gets the focus.
-    if (evento->type() == QEvent::WindowActivate && caricata_ && !scaricata_) {
-        Protetto([this] { RefreshLanguage(); });
-    }
-    return QDialog::event(evento);
 }
 
 void frmAnalisi::reject() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QButtonGroup>
-#include <QDialog>
 #include <QFrame>
 #include <QScrollArea>
 #include <QSplitter>
@@ -18,6 +17,7 @@
 #include "analysis/AnalisiDati.h"
 #include "reports/DisegnoTracciato.h"
 #include "widgets/BarraNavigazione.h"
+#include "widgets/Dialogo.h"
 #include "widgets/GraficoWidget.h"
 #include "widgets/GrigliaGiri.h"
 #include "widgets/LegendaAllarmi.h"
@@ -28,7 +28,7 @@ namespace lapvane {
 /// What the two analysis windows are: channels on the left, graph and alarm overview in the middle,
 /// laps and track map on the right, the commands on top. Which analysis stands behind it is the
 /// choice of the derived window.
-class frmAnalisi : public QDialog, private VistaAnalisi {
+class frmAnalisi : public Dialogo, private VistaAnalisi {
     Q_OBJECT
  public:
     /// The log to open; set before `Apri`.
@@ -40,7 +40,7 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     /// Only the load; false if the window closed itself.
     bool Carica();
     /// All texts in the language of now.
-    void RefreshLanguage();
+    void RefreshLanguage() { Testi(); }
 
     AnalisiDati& Analisi() { return *analisi_; }
 
@@ -58,7 +58,6 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     }
     frmAnalisi(const char* nome, const Fabbrica& fabbrica, QWidget* parent);
 
-    bool event(QEvent* evento) override;
     void resizeEvent(QResizeEvent* evento) override;
 
  private:
@@ -94,6 +93,7 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     void Scarica() override;
 
     // frmAnalisi.cpp: how it is laid out.
+    void AggiornaTesti(Mnemonica& lettere) override;
     void Disponi();
     QWidget* CreaMisure();
     QWidget* CreaSchede();
@@ -136,7 +136,6 @@ class frmAnalisi : public QDialog, private VistaAnalisi {
     QButtonGroup* optScala_ = nullptr;
     PerCanale<RigaCanale*> righe_;
     std::unique_ptr<AnalisiDati> analisi_;
-    bool caricata_ = false;
     bool scaricata_ = false;
 };
 

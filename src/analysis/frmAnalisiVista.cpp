@@ -107,7 +107,7 @@ void frmAnalisi::Mappa(std::vector<PuntoTracciato> punti, const std::string& cir
 
 void frmAnalisi::MarcatoreMappa(int punto) {
     // A point that the outline does not have leaves the marker where it is.
-    if (punto >= 0 && punto < static_cast<int>(Picture1_->Punti().size())) {
+    if (punto >= 0 && punto < std::ssize(Picture1_->Punti())) {
         Picture1_->Marcatore(punto);
     }
 }

@@ -105,8 +105,7 @@ dlgDiagnostica::~dlgDiagnostica() {
 
 QWidget* dlgDiagnostica::CreaCampo(const CampoLive& campo) {
     const auto crea = [](const char* nome, int indice, QWidget* dove) {
-        auto* etichetta = new QLabel(dove);
-        etichetta->setObjectName(QString::fromLatin1(nome) + QString::number(indice));
+        QLabel* etichetta = Etichetta(dove, nome + std::to_string(indice));
         etichetta->setTextFormat(Qt::PlainText);
         return etichetta;
     };
@@ -149,12 +148,11 @@ QWidget* dlgDiagnostica::CreaAllarmi() {
     griglia->setHorizontalSpacing(8);
     for (int n = 0; n < kAllarmiLive; ++n) {
         const auto i = static_cast<std::size_t>(n);
-        const QString numero = QString::number(n + kPrimaLampada);
+        const std::string numero = std::to_string(n + kPrimaLampada);
         shpAllarme_[i] = new LampadaAllarme(riquadro);
-        shpAllarme_[i]->setObjectName(QStringLiteral("shpAllarme") + numero);
+        shpAllarme_[i]->setObjectName(InQt("shpAllarme" + numero));
         shpAllarme_[i]->setFont(Ingrandito(font(), kMedio, false));
-        lblNomeAllarme_[i] = new QLabel(riquadro);
-        lblNomeAllarme_[i]->setObjectName(QStringLiteral("lblNomeAllarme") + numero);
+        lblNomeAllarme_[i] = Etichetta(riquadro, "lblNomeAllarme" + numero);
         griglia->addWidget(shpAllarme_[i], n % kColonne, n / kColonne * 2);
         griglia->addWidget(lblNomeAllarme_[i], n % kColonne, n / kColonne * 2 + 1);
     }
@@ -168,8 +166,7 @@ QWidget* dlgDiagnostica::CreaIngressi() {
     auto* griglia = new QGridLayout(fraIngressiAnalogici_);
     for (int i = 0; i < kIngressiAnalogici; ++i) {
         auto* numero = new QLabel(QString::number(i + 1), fraIngressiAnalogici_);
-        auto* valore = new QLabel(fraIngressiAnalogici_);
-        valore->setObjectName(QStringLiteral("txtValoreAnalogico") + QString::number(i));
+        QLabel* valore = Etichetta(fraIngressiAnalogici_, "txtValoreAnalogico" + std::to_string(i));
         valore->setFont(Ingrandito(font(), kMedio, true));
         valore->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         valore->setMinimumWidth(

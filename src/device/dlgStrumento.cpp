@@ -74,22 +74,17 @@ dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
         std::max(Testo(Voce::ProgrammazioneStrumento), Testo(Voce::LetturaStrumento), PiuCorto) +
         " " + Testo(Voce::Riuscito));
     Label3_->setMinimumWidth(QFontMetrics(grassetto).horizontalAdvance(piuLunga) + 8);
-    CancelButton_ = new QPushButton(Mnemonica().Con(InQt(Testo(Voce::Annulla))), this);
-    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
+    CreaCancel()->setText(Mnemonica().Con(InQt(Testo(Voce::Annulla))));
     // An Enter too many behind the question must not stop the run; Esc and the letter do.
     CancelButton_->setAutoDefault(false);
     CancelButton_->setFocusPolicy(Qt::NoFocus);
-    connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
 
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(24, 20, 24, 16);
     colonna->setSpacing(12);
     colonna->addWidget(Label2_);
     colonna->addWidget(Label1_, 1);
-    auto* riga = new QHBoxLayout;
-    riga->addWidget(Label3_, 1);
-    riga->addWidget(CancelButton_);
-    colonna->addLayout(riga);
+    colonna->addLayout(RigaPulsanti(Label3_, {CancelButton_}));
 }
 
 void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {

@@ -182,7 +182,7 @@ class Convertitore {
         }
         const char* const fineDistanza = p;
         *p++ = ';';
-        p = ScriviIntero(p, WordIn(blocco, base + 1));
+        p = Copia(p, DecodificaWord(blocco.substr(base, 2)));
         *p++ = ';';
         decimali(lenti_[Velocita].In(i));
         decimali(lenti_[PressBenzina].In(i));

@@ -26,11 +26,7 @@ frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     lblPerc_->setText(QStringLiteral("0 %"));
     lblPerc_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblPerc_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("100 %")) + 8);
-    OKButton_ = new QPushButton(QStringLiteral("OK"), this);
-    OKButton_->setObjectName(QStringLiteral("OKButton"));
-    OKButton_->setEnabled(false);
-    OKButton_->setDefault(true);
-    connect(OKButton_, &QPushButton::clicked, this, &QDialog::accept);
+    CreaOK([this] { accept(); })->setEnabled(false);
 
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(24, 20, 24, 16);
@@ -40,10 +36,7 @@ frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     avanzamento->addWidget(ProgressBar1_, 1);
     avanzamento->addWidget(lblPerc_);
     colonna->addLayout(avanzamento);
-    auto* riga = new QHBoxLayout;
-    riga->addStretch(1);
-    riga->addWidget(OKButton_);
-    colonna->addLayout(riga);
+    colonna->addLayout(RigaPulsanti(nullptr, {OKButton_}));
     setMinimumWidth(440);
 }
 

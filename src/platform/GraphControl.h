@@ -67,7 +67,8 @@ class GraphControl {
     virtual void ScalaY(double fattore) = 0;
 
     /// Draws an element through the points (x[n], y[n] * scala), n = 0, passo, 2 passo ... A step
-    /// below 1 counts as 1; points beyond the shorter array do not exist.
+    /// below 1 counts as 1; points beyond the shorter array do not exist. `elemento` is the current
+    /// one; it and the figures of the channel are for a graph that wants to know them.
     virtual void DisegnaArray(std::span<const double> x, std::span<const double> y,
                               std::int16_t elemento, double scala, int passo,
                               const MisureCanale& misure) = 0;

@@ -11,7 +11,6 @@
 #include "project/DatiProgetto.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
-#include "shell/Protetto.h"
 #include "shell/TabelleNomi.h"
 #include "widgets/Stampante.h"
 
@@ -92,28 +91,20 @@ frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent)
     griglia_->setRowStretch(riga_, 1);
 
     Mnemonica lettere;
-    auto* cmdPreview = new QPushButton(lettere.Con(InQt(Testo(Voce::Anteprima))), this);
-    cmdPreview->setObjectName(QStringLiteral("cmdPreview"));
-    connect(cmdPreview, &QPushButton::clicked, this,
-            [this] { Protetto([this] { cmdPreview_Click(); }); });
-    auto* cmdPrint = new QPushButton(lettere.Con(InQt(Testo(kTestoStampa))), this);
-    cmdPrint->setObjectName(QStringLiteral("cmdPrint"));
-    connect(cmdPrint, &QPushButton::clicked, this,
-            [this] { Protetto([this] { cmdPrint_Click(); }); });
-    auto* pulsanti = new QHBoxLayout;
-    pulsanti->addStretch(1);
-    pulsanti->addWidget(cmdPreview);
-    pulsanti->addWidget(cmdPrint);
+    auto* cmdPreview = CreaPulsante("cmdPreview", [this] { cmdPreview_Click(); });
+    cmdPreview->setText(lettere.Con(InQt(Testo(Voce::Anteprima))));
+    auto* cmdPrint = CreaPulsante("cmdPrint", [this] { cmdPrint_Click(); });
+    cmdPrint->setText(lettere.Con(InQt(Testo(kTestoStampa))));
     auto* colonna = new QVBoxLayout(this);
     colonna->addWidget(foglio_, 1);
-    colonna->addLayout(pulsanti);
+    colonna->addLayout(RigaPulsanti(nullptr, {cmdPreview, cmdPrint}));
     setMinimumWidth(560);
     ApriStampante = [] { return ScegliStampante(Testo(kTestoStampa), "project.pdf"); };
 }
 
 void frmStampaDatiProgetto::Titolo(const char* nome, const std::string& testo, bool grassetto) {
-    auto* etichetta = new QLabel(InQt(testo), foglio_);
-    etichetta->setObjectName(QString::fromLatin1(nome));
+    QLabel* etichetta = Etichetta(foglio_, nome);
+    etichetta->setText(InQt(testo));
     etichetta->setTextFormat(Qt::PlainText);
     QFont carattere = font();
     carattere.setBold(grassetto);

@@ -9,7 +9,7 @@ namespace lapvane {
 
 /// How one channel is shown, as the graph settings get it and give it back.
 struct ImpostazioniCanale {
-    std::int16_t NumeroCanale = 0;  ///< 3 to 20
+    int NumeroCanale = 0;  ///< 3 to 20
     std::string NomeCampo;
     std::string UnitaCampo;  ///< with its brackets
     Colore ColoreCanale = 0;

@@ -4,7 +4,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -15,9 +14,6 @@
 #include "reports/DisegnoTracciato.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
-#include "widgets/Dialogo.h"
-#include "widgets/Mnemonica.h"
-#include "widgets/Rotella.h"
 
 namespace lapvane {
 
@@ -40,45 +36,29 @@ QPlainTextEdit* Foglio(QWidget* dove, const char* nome, int righe) {
 }  // namespace
 
 dlgDatiSessione::dlgDatiSessione(std::function<void()> salvaDatiSessione, QWidget* parent)
-    : QDialog(parent), SalvaDatiSessione_(std::move(salvaDatiSessione)) {
-    setObjectName(QStringLiteral("dlgDatiSessione"));
+    : Dialogo("dlgDatiSessione", parent), SalvaDatiSessione_(std::move(salvaDatiSessione)) {
     auto* colonna = new QVBoxLayout(this);
     auto* parti = new QHBoxLayout;
     parti->setSpacing(12);
     parti->addWidget(CreaSessione(), 2);
     parti->addWidget(CreaCircuito(), 3);
     colonna->addLayout(parti, 1);
-
-    OKButton_ = new QPushButton(QStringLiteral("OK"), this);
-    OKButton_->setObjectName(QStringLiteral("OKButton"));
-    OKButton_->setDefault(true);
-    CancelButton_ = new QPushButton(this);
-    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    auto* pulsanti = new QHBoxLayout;
-    pulsanti->addStretch(1);
-    pulsanti->addWidget(OKButton_);
-    pulsanti->addWidget(CancelButton_);
-    colonna->addLayout(pulsanti);
-    connect(OKButton_, &QPushButton::clicked, this,
-            [this] { Protetto([this] { OKButton_Click(); }); });
-    connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
+    colonna->addLayout(CreaPulsanti(nullptr, [this] { OKButton_Click(); }));
 
     RiempiCboCircuito();
     RiempiCampiSessione();
-    AggiornaTesti();
-    const QSize schermo = screen() != nullptr ? screen()->availableSize() : QSize(1366, 768);
-    resize(QSize(1040, 620).boundedTo(schermo));
+    Testi();
+    resize(NelloSchermo(*this, {1040, 620}));
 }
 
-QLineEdit* dlgDatiSessione::Casella(QWidget* dove, const char* nome) {
+QLineEdit* dlgDatiSessione::Casella(QWidget* dove, std::string_view nome) {
     auto* casella = new QLineEdit(dove);
-    casella->setObjectName(QString::fromLatin1(nome));
+    casella->setObjectName(InQt(nome));
     return casella;
 }
 
 QWidget* dlgDatiSessione::CreaSessione() {
-    fraSessione_ = new QGroupBox(this);
-    fraSessione_->setObjectName(QStringLiteral("fraSessione"));
+    fraSessione_ = Cornice(this, "fraSessione");
     QWidget* qui = fraSessione_;
     CreaCampi(qui);
     lblMetri_ = Etichetta(qui, "lblMetri");
@@ -121,9 +101,8 @@ void dlgDatiSessione::CreaCampi(QWidget* qui) {
     cboCircuito_->setObjectName(QStringLiteral("cboCircuito"));
     cboCircuito_->setEditable(true);
     cboCircuito_->setInsertPolicy(QComboBox::NoInsert);
-    cboCircuito_->setFocusPolicy(Qt::StrongFocus);
     cboCircuito_->setMinimumContentsLength(16);
-    cboCircuito_->installEventFilter(this);
+    SenzaRotella(cboCircuito_);
     txtLunghezzaTracciato_ = Casella(qui, "txtLunghezzaTracciato");
     txtLunghezzaTracciato_->installEventFilter(this);
     txtVeicolo_ = Casella(qui, "txtVeicolo");
@@ -132,8 +111,7 @@ void dlgDatiSessione::CreaCampi(QWidget* qui) {
 }
 
 QWidget* dlgDatiSessione::CreaCircuito() {
-    fraCircuito_ = new QGroupBox(this);
-    fraCircuito_->setObjectName(QStringLiteral("fraCircuito"));
+    fraCircuito_ = Cornice(this, "fraCircuito");
     Picture1_ = new DisegnoTracciato(fraCircuito_);
     Picture1_->setObjectName(QStringLiteral("Picture1"));
     Picture1_->setMinimumSize(320, 320);  // fifteen numbers have room
@@ -148,8 +126,7 @@ QWidget* dlgDatiSessione::CreaSettori() {
     auto* qui = new QWidget(fraCircuito_);
     cboNumSettori_ = new QComboBox(qui);
     cboNumSettori_->setObjectName(QStringLiteral("cboNumSettori"));
-    cboNumSettori_->setFocusPolicy(Qt::StrongFocus);
-    cboNumSettori_->installEventFilter(this);
+    SenzaRotella(cboNumSettori_);
     for (int n = 1; n <= kSettoriMassimi; ++n) cboNumSettori_->addItem(QString::number(n));
     cboNumSettori_->setMaxVisibleItems(kSettoriMassimi);
     cboNumSettori_->setCurrentIndex(-1);
@@ -169,11 +146,11 @@ QWidget* dlgDatiSessione::CreaSettori() {
     griglia->addWidget(lblSettori_, 3, 0, 1, 2);
     for (int i = 0; i < kSettoriMassimi; ++i) {
         const auto posto = static_cast<std::size_t>(i);
-        QLineEdit* casella = Casella(qui, ("txtX" + std::to_string(i)).c_str());
+        QLineEdit* casella = Casella(qui, "txtX" + std::to_string(i));
         casella->setAlignment(Qt::AlignRight);
         casella->setMaximumWidth(casella->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 11);
         casella->installEventFilter(this);
-        QLabel* numero = Etichetta(qui, ("lblNumSetc" + std::to_string(i)).c_str());
+        QLabel* numero = Etichetta(qui, "lblNumSetc" + std::to_string(i));
         numero->setText(QString::number(i + 1));
         numero->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         QFont grassetto = numero->font();
@@ -190,9 +167,7 @@ QWidget* dlgDatiSessione::CreaSettori() {
     return qui;
 }
 
-void dlgDatiSessione::AggiornaTesti() {
-    CalcolaBaseTesti();
-    Mnemonica lettere;
+void dlgDatiSessione::AggiornaTesti(Mnemonica& lettere) {
     fraSessione_->setTitle(Mnemonica::Senza(InQt(Testo(Voce::TitoloDatiSessione))));
     fraCircuito_->setTitle(Mnemonica::Senza(InQt(Testo(Voce::Circuito))));
     lblSessione_->setText(lettere.Con(InQt(Testo(Voce::Sessione))));
@@ -369,7 +344,7 @@ bool dlgDatiSessione::eventFilter(QObject* oggetto, QEvent* evento) {
             Protetto([&] { Lascia(oggetto); });
         }
     }
-    return preso || RotellaDiPassaggio(oggetto, evento) || QDialog::eventFilter(oggetto, evento);
+    return preso || Dialogo::eventFilter(oggetto, evento);
 }
 
 void dlgDatiSessione::OKButton_Click() {
@@ -397,11 +372,6 @@ void dlgDatiSessione::OKButton_Click() {
 void dlgDatiSessione::done(int esito) {
     chiuso_ = true;
     QDialog::done(esito);
-}
-
-bool dlgDatiSessione::event(QEvent* evento) {
-    if (evento->type() == QEvent::WindowActivate) Protetto([this] { AggiornaTesti(); });
-    return QDialog::event(evento);
 }
 
 }  // namespace lapvane

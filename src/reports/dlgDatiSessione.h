@@ -1,23 +1,22 @@
 #pragma once
 
 #include <QComboBox>
-#include <QDialog>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <array>
 #include <functional>
+#include <string_view>
 
 #include "reports/EditorSessione.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
 class DisegnoTracciato;
 
 /// What is known about the analysed log, and the division of its track.
-class dlgDatiSessione : public QDialog {
+class dlgDatiSessione : public Dialogo {
     Q_OBJECT
  public:
     /// Fills the boxes from `DatiSessione` and the files of its circuit. Error 76 if the folder of
@@ -28,7 +27,6 @@ class dlgDatiSessione : public QDialog {
     void done(int esito) override;
 
  protected:
-    bool event(QEvent* evento) override;
     bool eventFilter(QObject* oggetto, QEvent* evento) override;
 
  private:
@@ -36,9 +34,9 @@ class dlgDatiSessione : public QDialog {
     void CreaCampi(QWidget* qui);
     QWidget* CreaCircuito();
     QWidget* CreaSettori();
-    QLineEdit* Casella(QWidget* dove, const char* nome);
+    static QLineEdit* Casella(QWidget* dove, std::string_view nome);
 
-    void AggiornaTesti();
+    void AggiornaTesti(Mnemonica& lettere) override;
     void AggiornaTitolo();
     void RiempiCboCircuito();
     void RiempiCampiSessione();
@@ -86,8 +84,6 @@ class dlgDatiSessione : public QDialog {
     std::array<QLineEdit*, kSettoriMassimi> txtX_{};
     std::array<QLabel*, kSettoriMassimi> lblNumSetc_{};
     DisegnoTracciato* Picture1_ = nullptr;
-    QPushButton* OKButton_ = nullptr;
-    QPushButton* CancelButton_ = nullptr;
 };
 
 }  // namespace lapvane

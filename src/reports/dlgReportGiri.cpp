@@ -1,15 +1,13 @@
 #include "reports/dlgReportGiri.h"
 
 #include <QHBoxLayout>
-#include <QPushButton>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "platform/PuntatoreOccupato.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
-#include "shell/Protetto.h"
-#include "widgets/Mnemonica.h"
 #include "widgets/Stampante.h"
 #include "widgets/Tabella.h"
 
@@ -25,9 +23,7 @@ constexpr int kRigheVisibili = 16;
 
 dlgReportGiri::dlgReportGiri(const AnalisiPubblica& analisi, const std::filesystem::path& filePdf,
                              QWidget* parent)
-    : QDialog(parent) {
-    setObjectName(QStringLiteral("dlgReportGiri"));
-    CalcolaBaseTesti();
+    : Dialogo("dlgReportGiri", parent) {
     setWindowTitle(InQt(Testo(Voce::ReportGiri)));
     MSFlexGrid1_ = new Tabella(this);
     MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
@@ -48,19 +44,16 @@ dlgReportGiri::dlgReportGiri(const AnalisiPubblica& analisi, const std::filesyst
     MSFlexGrid1_->Riempi(celle);
 
     Mnemonica lettere;
-    const auto pulsante = [&](const char* nome, Voce testo) {
-        auto* const nuovo = new QPushButton(lettere.Con(InQt(Testo(testo))), this);
-        nuovo->setObjectName(QString::fromLatin1(nome));
-        return nuovo;
+    auto* riga = new QHBoxLayout;
+    const auto pulsante = [&](const char* nome, Voce testo, std::function<void()> azione) {
+        QPushButton* const nuovo = CreaPulsante(nome, std::move(azione));
+        nuovo->setText(lettere.Con(InQt(Testo(testo))));
+        riga->addWidget(nuovo);
     };
-    auto* cmdGiri = pulsante("cmdGiri", Voce::OrdinaPerGiro);
-    auto* cmdTempi = pulsante("cmdTempi", Voce::OrdinaPerTempo);
-    auto* cmdStampa = pulsante("cmdStampa", Voce::Stampa);
-    connect(cmdGiri, &QPushButton::clicked, this,
-            [this] { Protetto([this] { MSFlexGrid1_->Ordina(kOrdinePerGiro); }); });
-    connect(cmdTempi, &QPushButton::clicked, this,
-            [this] { Protetto([this] { MSFlexGrid1_->Ordina(kOrdinePerTempo); }); });
-    connect(cmdStampa, &QPushButton::clicked, this, [this] { Protetto([this] { Stampa(); }); });
+    pulsante("cmdGiri", Voce::OrdinaPerGiro, [this] { MSFlexGrid1_->Ordina(kOrdinePerGiro); });
+    pulsante("cmdTempi", Voce::OrdinaPerTempo, [this] { MSFlexGrid1_->Ordina(kOrdinePerTempo); });
+    riga->addStretch(1);
+    pulsante("cmdStampa", Voce::Stampa, [this] { Stampa(); });
 
     ApriStampante = [titolo = Testo(Voce::ReportGiri), filePdf] {
         return ScegliStampante(titolo, filePdf);
@@ -68,11 +61,6 @@ dlgReportGiri::dlgReportGiri(const AnalisiPubblica& analisi, const std::filesyst
 
     auto* colonna = new QVBoxLayout(this);
     colonna->addWidget(MSFlexGrid1_, 1);
-    auto* riga = new QHBoxLayout;
-    riga->addWidget(cmdGiri);
-    riga->addWidget(cmdTempi);
-    riga->addStretch(1);
-    riga->addWidget(cmdStampa);
     colonna->addLayout(riga);
     MSFlexGrid1_->setMinimumWidth(MSFlexGrid1_->LarghezzaPerTesti());
     const QSize minima = minimumSizeHint();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -9,13 +8,14 @@
 #include "platform/qt/QtPrinter.h"
 #include "reports/AnalisiPubblica.h"
 #include "reports/StampaReport.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
 class Tabella;
 
 /// All laps of the log, to be sorted and printed.
-class dlgReportGiri : public QDialog {
+class dlgReportGiri : public Dialogo {
     Q_OBJECT
  public:
     /// `filePdf` is the name that is suggested where a PDF file takes the paper's place.

@@ -1,6 +1,5 @@
 #include "reports/dlgSetGraph.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -13,7 +12,6 @@
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"
-#include "widgets/Mnemonica.h"
 
 namespace lapvane {
 
@@ -36,10 +34,8 @@ void Spazia(QGridLayout* griglia) {
 
 /// A row of a frame: the box and its label, which comes back.
 QLabel* Riga(QGridLayout* griglia, const char* nomeEtichetta, QWidget* campo, const char* nome) {
-    auto* etichetta = new QLabel(campo->parentWidget());
-    etichetta->setObjectName(QString::fromLatin1(nomeEtichetta));
+    QLabel* etichetta = Etichetta(campo->parentWidget(), nomeEtichetta, campo);
     campo->setObjectName(QString::fromLatin1(nome));
-    etichetta->setBuddy(campo);
     const int r = griglia->rowCount();
     griglia->addWidget(etichetta, r, 0);
     griglia->addWidget(campo, r, 1);
@@ -65,25 +61,17 @@ void PulsanteColore::paintEvent(QPaintEvent*) {
 }
 
 dlgSetGraph::dlgSetGraph(ImpostazioniCanale& valori, QWidget* parent)
-    : QDialog(parent), valori_(valori) {
-    setObjectName(QStringLiteral("dlgSetGraph"));
+    : Dialogo("dlgSetGraph", parent), valori_(valori) {
     Disponi();
-    AggiornaTesti();
+    Testi();
     Carica();
 }
 
 void dlgSetGraph::Disponi() {
     auto* campi = new QGridLayout;
     DisponiCampi(campi);
-    fraScalaDisegno_ = new QGroupBox(this);
-    fraScalaDisegno_->setObjectName(QStringLiteral("fraScalaDisegno"));
+    fraScalaDisegno_ = Cornice(this, "fraScalaDisegno");
     DisponiScala(new QGridLayout(fraScalaDisegno_));
-
-    auto* OKButton = new QPushButton(QStringLiteral("OK"), this);
-    OKButton->setObjectName(QStringLiteral("OKButton"));
-    OKButton->setDefault(true);
-    CancelButton_ = new QPushButton(this);
-    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
 
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(24, 20, 24, 16);
@@ -91,17 +79,11 @@ void dlgSetGraph::Disponi() {
     colonna->addLayout(campi);
     colonna->addWidget(fraScalaDisegno_);
     colonna->addStretch(1);
-    auto* pulsanti = new QHBoxLayout;
-    pulsanti->addStretch(1);
-    pulsanti->addWidget(OKButton);
-    pulsanti->addWidget(CancelButton_);
-    colonna->addLayout(pulsanti);
+    colonna->addLayout(CreaPulsanti(nullptr, [this] { Conferma(); }));
     setMinimumWidth(420);
 
     connect(cmdColor_, &QPushButton::clicked, this,
             [this] { Protetto([this] { ScegliColore(); }); });
-    connect(OKButton, &QPushButton::clicked, this, [this] { Protetto([this] { Conferma(); }); });
-    connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 void dlgSetGraph::DisponiCampi(QGridLayout* griglia) {
@@ -147,9 +129,7 @@ void dlgSetGraph::Carica() {
     adjustSize();
 }
 
-void dlgSetGraph::AggiornaTesti() {
-    CalcolaBaseTesti();
-    Mnemonica lettere;
+void dlgSetGraph::AggiornaTesti(Mnemonica& lettere) {
     const auto testo = [&](Voce n) { return lettere.Con(InQt(Testo(n))); };
     lblNomeCampo_->setText(testo(Voce::NomeCanale));
     lblUM_->setText(testo(Voce::UnitaCanale));
@@ -170,12 +150,6 @@ void dlgSetGraph::AggiornaTesti() {
     lblNomeCampo_->setMinimumWidth(larghezza);
     lblMinValDisegno_->setMinimumWidth(larghezza -
                                        fraScalaDisegno_->layout()->contentsMargins().left() - 1);
-}
-
-bool dlgSetGraph::event(QEvent* evento) {
-    // A change of language shows the next time the window gets the focus.
-    if (evento->type() == QEvent::WindowActivate) Protetto([this] { AggiornaTesti(); });
-    return QDialog::event(evento);
 }
 
 void dlgSetGraph::ScegliColore() {

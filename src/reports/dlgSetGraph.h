@@ -1,14 +1,13 @@
 #pragma once
 
 #include <QComboBox>
-#include <QDialog>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
 #include "reports/ImpostazioniCanale.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
@@ -29,20 +28,17 @@ class PulsanteColore : public QPushButton {
 
 /// How one channel is shown: name, unit, filter, colour, line width, scale. OK changes the values
 /// that it was given, Cancel leaves them.
-class dlgSetGraph : public QDialog {
+class dlgSetGraph : public Dialogo {
     Q_OBJECT
  public:
     explicit dlgSetGraph(ImpostazioniCanale& valori, QWidget* parent = nullptr);
-
- protected:
-    bool event(QEvent* evento) override;
 
  private:
     void Disponi();
     void DisponiCampi(QGridLayout* griglia);
     void DisponiScala(QGridLayout* griglia);
     void Carica();
-    void AggiornaTesti();
+    void AggiornaTesti(Mnemonica& lettere) override;
     void ScegliColore();
     void Conferma();
     /// Shows the message of a box that holds no number of its range, and selects its text.
@@ -64,7 +60,6 @@ class dlgSetGraph : public QDialog {
     QLabel* lblSpessoreLinea_ = nullptr;
     QLabel* lblMinValDisegno_ = nullptr;
     QLabel* lblMaxValDisegno_ = nullptr;
-    QPushButton* CancelButton_ = nullptr;
     QString testoMin_;  ///< what the load put into the scale boxes
     QString testoMax_;
 };

@@ -1,6 +1,5 @@
 #include "reports/dlgStatistiche.h"
 
-#include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -18,9 +17,8 @@ constexpr int kLarghezza = 380;
 
 }  // namespace
 
-dlgStatistiche::dlgStatistiche(const FigureSessione& figure, QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("dlgStatistiche"));
-    CalcolaBaseTesti();
+dlgStatistiche::dlgStatistiche(const FigureSessione& figure, QWidget* parent)
+    : Dialogo("dlgStatistiche", parent) {
     setWindowTitle(InQt(Testo(Voce::StatisticheSessione)));
     auto* MSFlexGrid1 = new Tabella(this);
     MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
@@ -50,9 +48,9 @@ dlgStatistiche::dlgStatistiche(const FigureSessione& figure, QWidget* parent) : 
     MSFlexGrid1->setMinimumWidth(MSFlexGrid1->LarghezzaPerTesti());
     const int larghezza = std::max(minimumSizeHint().width(), kLarghezza);
     if (figure.GiriEsclusi > 0) {
-        auto* lblGiriEsclusi = new QLabel(
-            InQt(Testo(Voce::GiriSenzaTempo) + " " + TestoNumero(figure.GiriEsclusi)), this);
-        lblGiriEsclusi->setObjectName(QStringLiteral("lblGiriEsclusi"));
+        QLabel* lblGiriEsclusi = Etichetta(this, "lblGiriEsclusi");
+        lblGiriEsclusi->setText(
+            InQt(Testo(Voce::GiriSenzaTempo) + " " + TestoNumero(figure.GiriEsclusi)));
         lblGiriEsclusi->setWordWrap(true);
         // The height of a text in several lines is no layout's minimum by itself.
         const QMargins bordi = colonna->contentsMargins();

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <QDialog>
-
 #include "reports/FigureSessione.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
 /// The figures of a session.
-class dlgStatistiche : public QDialog {
+class dlgStatistiche : public Dialogo {
     Q_OBJECT
  public:
     explicit dlgStatistiche(const FigureSessione& figure, QWidget* parent = nullptr);

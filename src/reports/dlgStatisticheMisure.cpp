@@ -25,9 +25,7 @@ QString DueDecimali(const std::string& numero) {
 }  // namespace
 
 dlgStatisticheMisure::dlgStatisticheMisure(const AnalisiPubblica& analisi, QWidget* parent)
-    : QDialog(parent) {
-    setObjectName(QStringLiteral("dlgStatisticheMisure"));
-    CalcolaBaseTesti();
+    : Dialogo("dlgStatisticheMisure", parent) {
     setWindowTitle(InQt(Testo(Voce::StatisticheCanali)));
     auto* MSFlexGrid1 = new Tabella(this);
     MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <QDialog>
-
 #include "reports/AnalisiPubblica.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane {
 
 /// Minimum, maximum and mean of each channel over the selected lap.
-class dlgStatisticheMisure : public QDialog {
+class dlgStatisticheMisure : public Dialogo {
     Q_OBJECT
  public:
     explicit dlgStatisticheMisure(const AnalisiPubblica& analisi, QWidget* parent = nullptr);

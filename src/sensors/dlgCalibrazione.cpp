@@ -51,6 +51,29 @@ dlgCalibrazione::dlgCalibrazione(TabellaPunti& tabella, std::function<void()> mo
 }
 
 void dlgCalibrazione::Disponi() {
+    Mnemonica lettere;
+    auto* parti = new QVBoxLayout(Corpo());
+    parti->setContentsMargins(0, 0, 0, 0);
+    parti->setSpacing(12);
+    CreaIstruzioni();
+    parti->addWidget(lblTitolo);
+    parti->addWidget(lblDescrizioneFase_, 1);
+    QLayout* litri = CreaLitri();
+    parti->addLayout(litri);
+    QLayout* pulsanti = CreaComandi(lettere);
+    // Kept: the caption of the design, in one language.
+    Label1_->setText(lettere.Con(QStringLiteral("Carburante immesso")));
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(24, 20, 24, 16);
+    colonna->setSpacing(16);
+    colonna->addWidget(Corpo(), 1);
+    colonna->addLayout(pulsanti);
+    setTabOrder(txtLitri_, OKButton_);
+    setTabOrder(OKButton_, cmdFineProcedura_);
+    setTabOrder(cmdFineProcedura_, CancelButton_);
+}
+
+void dlgCalibrazione::CreaIstruzioni() {
     lblTitolo = Etichetta(Corpo(), "lblTitolo");
     QFont grande = lblTitolo->font();
     grande.setBold(true);
@@ -68,32 +91,17 @@ void dlgCalibrazione::Disponi() {
         alto = std::max(alto, lblDescrizioneFase_->heightForWidth(largo));
     }
     lblDescrizioneFase_->setMinimumSize(largo, alto);
+}
 
-    Mnemonica lettere;
-    Label1_ = Etichetta(Corpo(), "Label1");
+/// The litres poured in, and what the last reading was.
+QLayout* dlgCalibrazione::CreaLitri() {
     txtLitri_ = new QLineEdit(Corpo());
     txtLitri_->setObjectName(QStringLiteral("txtLitri"));
     txtLitri_->setAlignment(Qt::AlignRight);
     txtLitri_->setFixedWidth(fontMetrics().averageCharWidth() * 14);
-    Label1_->setBuddy(txtLitri_);
-    OKButton_ = new QPushButton(QStringLiteral("OK"), this);
-    OKButton_->setObjectName(QStringLiteral("OKButton"));
-    OKButton_->setDefault(true);
-    cmdFineProcedura_ = new QPushButton(lettere.Con(InQt(Testo(Voce::FineProcedura))), this);
-    cmdFineProcedura_->setObjectName(QStringLiteral("cmdFineProcedura"));
-    cmdFineProcedura_->setMinimumWidth(cmdFineProcedura_->sizeHint().width() + 16);
-    CancelButton_ = new QPushButton(lettere.Con(InQt(Testo(Voce::Annulla))), this);
-    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    // Kept: the caption of the design, in one language.
-    Label1_->setText(lettere.Con(QStringLiteral("Carburante immesso")));
-
-    auto* parti = new QVBoxLayout(Corpo());
-    parti->setContentsMargins(0, 0, 0, 0);
-    parti->setSpacing(12);
-    parti->addWidget(lblTitolo);
-    parti->addWidget(lblDescrizioneFase_, 1);
-    lblLitri_ = new QLabel(QStringLiteral("l"), Corpo());
-    lblLitri_->setObjectName(QStringLiteral("lblLitri"));
+    Label1_ = Etichetta(Corpo(), "Label1", txtLitri_);
+    lblLitri_ = Etichetta(Corpo(), "lblLitri");
+    lblLitri_->setText(QStringLiteral("l"));
     lblValore_ = Etichetta(Corpo(), "lblValore");
     QFont evidente = lblValore_->font();
     evidente.setBold(true);
@@ -104,26 +112,16 @@ void dlgCalibrazione::Disponi() {
     litri->addWidget(lblLitri_);
     litri->addStretch(1);
     litri->addWidget(lblValore_);
-    parti->addLayout(litri);
-    auto* colonna = new QVBoxLayout(this);
-    colonna->setContentsMargins(24, 20, 24, 16);
-    colonna->setSpacing(16);
-    colonna->addWidget(Corpo(), 1);
-    auto* riga = new QHBoxLayout;
-    riga->addStretch(1);
-    riga->addWidget(OKButton_);
-    riga->addWidget(cmdFineProcedura_);
-    riga->addWidget(CancelButton_);
-    colonna->addLayout(riga);
-    setTabOrder(txtLitri_, OKButton_);
-    setTabOrder(OKButton_, cmdFineProcedura_);
-    setTabOrder(cmdFineProcedura_, CancelButton_);
+    return litri;
+}
 
-    connect(OKButton_, &QPushButton::clicked, this,
-            [this] { Comandato(OKButton_, [this] { OKButton_Click(); }); });
-    connect(cmdFineProcedura_, &QPushButton::clicked, this,
-            [this] { Protetto([this] { cmdFineProcedura_Click(); }); });
-    connect(CancelButton_, &QPushButton::clicked, this, &dlgCalibrazione::reject);
+QLayout* dlgCalibrazione::CreaComandi(Mnemonica& lettere) {
+    CreaOK([this] { Comandato(OKButton_, [this] { OKButton_Click(); }); });
+    cmdFineProcedura_ = CreaPulsante("cmdFineProcedura", [this] { cmdFineProcedura_Click(); });
+    cmdFineProcedura_->setText(lettere.Con(InQt(Testo(Voce::FineProcedura))));
+    cmdFineProcedura_->setMinimumWidth(cmdFineProcedura_->sizeHint().width() + 16);
+    CreaCancel()->setText(lettere.Con(InQt(Testo(Voce::Annulla))));
+    return RigaPulsanti(nullptr, {OKButton_, cmdFineProcedura_, CancelButton_});
 }
 
 void dlgCalibrazione::Descrivi(const std::string& fase) {
@@ -147,8 +145,7 @@ void dlgCalibrazione::OKButton_Click() {
     calibrazione_.StatoCalibrazione = 1;
     {
         const InCorso scambio(*this, {Corpo(), OKButton_, cmdFineProcedura_}, kFase, Voce::Nessuna);
-        ErroreComunicazione = true;  // without a link nothing is read
-        if (!scambio.Esegui([](std::int16_t) { LeggiValoriAnalogici(); }, 0)) return;
+        if (Passo(LeggiValoriAnalogici) == Esito::Chiusa) return;
     }
     if (ErroreComunicazione) {
         // The value of the step before would be a point that nobody measured.

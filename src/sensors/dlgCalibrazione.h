@@ -34,6 +34,9 @@ class dlgCalibrazione : public frmScambio {
 
  private:
     void Disponi();
+    void CreaIstruzioni();
+    QLayout* CreaLitri();
+    QLayout* CreaComandi(Mnemonica& lettere);
     void MostraLitri(bool mostra);
     void OKButton_Click();
     void cmdFineProcedura_Click();

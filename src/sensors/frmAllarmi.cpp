@@ -86,15 +86,14 @@ void frmAllarmi::Lega(QCheckBox* spunta, QWidget* campo) {
 }
 
 QLabel* frmAllarmi::Unita(UnitaSoglia unita) {
-    const auto etichetta = [this](const QString& nome, const QString& testo = {}) {
-        auto* nuova = new QLabel(testo, fraAllarmi_);
-        nuova->setObjectName(nome);
+    const auto etichetta = [this](std::string_view nome) {
+        QLabel* nuova = Etichetta(fraAllarmi_, nome);
         nuova->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("bar")) + 8);
         return nuova;
     };
     const auto prossima = [&](std::array<QLabel*, 2>& coppia, const char* nome) {
         const std::size_t i = coppia[0] == nullptr ? 0 : 1;
-        coppia[i] = etichetta(QString::fromLatin1(nome) + InQt(TestoNumero(static_cast<int>(i))));
+        coppia[i] = etichetta(nome + TestoNumero(static_cast<int>(i)));
         return coppia[i];
     };
     switch (unita) {
@@ -102,8 +101,11 @@ QLabel* frmAllarmi::Unita(UnitaSoglia unita) {
             return prossima(lblTemp_, "lblTemp");
         case UnitaSoglia::Pressione:
             return prossima(lblPress_, "lblPress");
-        case UnitaSoglia::Volt:
-            return etichetta(QStringLiteral("lblTB"), QStringLiteral("V"));
+        case UnitaSoglia::Volt: {
+            QLabel* volt = etichetta("lblTB");
+            volt->setText(QStringLiteral("V"));
+            return volt;
+        }
         case UnitaSoglia::Nessuna:
             break;
     }
@@ -159,8 +161,7 @@ frmAllarmi::Funzione& frmAllarmi::CreaFunzione(QWidget* dove, std::size_t numero
 
 QGroupBox* frmAllarmi::CreaLed() {
     fraLed_ = Cornice(Corpo(), "fraLed");
-    lblLed_ = new QLabel(fraLed_);
-    lblLed_->setObjectName(QStringLiteral("lblLed"));
+    lblLed_ = Etichetta(fraLed_, "lblLed");
     auto* griglia = new QGridLayout(fraLed_);
     griglia->setColumnStretch(1, 1);
     griglia->addWidget(lblLed_, 0, 2);
@@ -203,9 +204,8 @@ QGroupBox* frmAllarmi::CreaShiftLight() {
         txtLed_[i]->setAlignment(Qt::AlignHCenter);
         txtLed_[i]->setMinimumWidth(
             txtLed_[i]->fontMetrics().horizontalAdvance(QStringLiteral("-32768")) + 16);
-        lblLedShift_[i] = new QLabel(fraShiftLight_);
-        lblLedShift_[i]->setObjectName(QStringLiteral("lblLed%1").arg(i + 1));
-        lblLedShift_[i]->setBuddy(txtLed_[i]);
+        lblLedShift_[i] =
+            Etichetta(fraShiftLight_, "lblLed" + TestoNumero(colonna + 1), txtLed_[i]);
         griglia->addWidget(new Lampada(colori[i], fraShiftLight_), 0, colonna, Qt::AlignHCenter);
         griglia->addWidget(lblLedShift_[i], 1, colonna, Qt::AlignHCenter);
         griglia->addWidget(txtLed_[i], 2, colonna);

@@ -83,25 +83,17 @@ bool frmEditor::Conferma(Voce titolo, Voce corpo) {
                              Icon::Question, Testo(titolo)) == Answer::Ok;
 }
 
-/// Runs the routines; true when all of them succeeded. A link that is not there counts as a
-/// failure, so that nothing is reported as sent that never left, and so does the first of two
-/// records whose second gets through.
+/// Runs the routines; true when all of them succeeded. The first of two records counts as a failure
+/// even when the second gets through.
 bool frmEditor::Esegui(const ScambioEditor& scambio) {
     bool riuscito = true;
     bool primo = true;
     for (const auto routine : scambio.Routine) {
         if (!primo) platform().Sleep(kPausa);
         primo = false;
-        const bool pronto = LinkPronto();
-        if (!isVisible()) return false;
-        if (!pronto) {
-            ErroreComunicazione = true;
-            return false;
-        }
-        platform().MousePointer(Pointer::Busy);
-        routine();
-        riuscito = riuscito && !ErroreComunicazione;
-        if (!isVisible()) return false;
+        const Esito esito = Passo(routine);
+        if (esito == Esito::Chiusa || esito == Esito::SenzaLink) return false;
+        riuscito = riuscito && esito == Esito::Fatto;
     }
     ErroreComunicazione = !riuscito;
     return riuscito;

@@ -59,16 +59,10 @@ frmImpostaSensore::frmImpostaSensore(QWidget* parent) : frmScambio("frmImpostaSe
     parti->addLayout(sinistra, 1);
     parti->addWidget(tabella);
 
-    CancelButton_ = new QPushButton(this);
-    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    CasellaNumerica::SenzaControllo(CancelButton_);
-    connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
+    CasellaNumerica::SenzaControllo(CreaCancel());
     auto* colonna = new QVBoxLayout(this);
     colonna->addWidget(Corpo(), 1);
-    auto* riga = new QHBoxLayout;
-    riga->addWidget(CreaProgresso(), 1);
-    riga->addWidget(CancelButton_);
-    colonna->addLayout(riga);
+    colonna->addLayout(RigaPulsanti(CreaProgresso(), {CancelButton_}));
     cmdDisegnaCurva_->setDefault(true);
     resize(1000, 660);
 
@@ -454,7 +448,8 @@ void frmImpostaSensore::cmdLeggiSensoreStrumento_Click() {
     if (canale < 0) return;
     const InCorso scambio(*this, {Corpo()}, kFaseLettura, kTestoLettura);
     Svuota();
-    if (!scambio.Esegui(LeggiCurvaSensore, static_cast<std::int16_t>(canale))) return;
+    const Esito esito = Passo([canale] { LeggiCurvaSensore(static_cast<std::int16_t>(canale)); });
+    if (esito == Esito::Chiusa) return;
     // Kept: the channel is that of the list and the factor that of the option, which may disagree;
     // and whatever the arrays hold is shown, also when the read has failed.
     tabella_.MostraCurva(FattoreSensore(TipoCorrente_));

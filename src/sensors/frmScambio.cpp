@@ -1,6 +1,5 @@
 #include "sensors/frmScambio.h"
 
-#include <QComboBox>
 #include <utility>
 
 #include "device/SerialComm.h"
@@ -10,7 +9,6 @@
 #include "shell/Principale.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
-#include "widgets/Rotella.h"
 
 namespace lapvane {
 
@@ -52,13 +50,17 @@ void frmScambio::Progresso(const std::string& testo) {
     principale().TestoPannello(Pannello::Progresso, testo);
 }
 
-void frmScambio::SenzaRotella(QComboBox* lista) {
-    lista->setFocusPolicy(Qt::StrongFocus);
-    lista->installEventFilter(this);
-}
-
-bool frmScambio::eventFilter(QObject* oggetto, QEvent* evento) {
-    return RotellaDiPassaggio(oggetto, evento) || Dialogo::eventFilter(oggetto, evento);
+frmScambio::Esito frmScambio::Passo(const std::function<void()>& scambio) {
+    const bool pronto = LinkPronto();
+    if (!isVisible()) return Esito::Chiusa;
+    if (!pronto) {
+        ErroreComunicazione = true;
+        return Esito::SenzaLink;
+    }
+    platform().MousePointer(Pointer::Busy);  // the check of the link has put it back
+    scambio();
+    if (!isVisible()) return Esito::Chiusa;
+    return ErroreComunicazione ? Esito::Fallito : Esito::Fatto;
 }
 
 frmScambio::InCorso::InCorso(frmScambio& finestra, std::vector<QWidget*> spenti, std::int16_t fase,
@@ -90,15 +92,6 @@ void frmScambio::InCorso::Chiudi() {
     for (QWidget* controllo : spenti_) controllo->setEnabled(true);
     if (conStrumento_) finestra_.AbilitaStrumento(StrumentoPresente);
     if (fuoco_ != nullptr && finestra_.isVisible()) fuoco_->setFocus();
-}
-
-bool frmScambio::InCorso::Esegui(void (*scambio)(std::int16_t), std::int16_t valore) const {
-    const bool pronto = LinkPronto();
-    if (pronto && finestra_.isVisible()) {
-        platform().MousePointer(Pointer::Busy);
-        scambio(valore);
-    }
-    return finestra_.isVisible();
 }
 
 }  // namespace lapvane

@@ -11,8 +11,6 @@
 #include "shell/Voci.h"
 #include "widgets/Dialogo.h"
 
-class QComboBox;
-
 namespace lapvane {
 
 /// What the windows share that exchange with the instrument through the open editor: each is
@@ -27,6 +25,17 @@ class frmScambio : public Dialogo, public Editor {
 
  protected:
     frmScambio(const char* nome, QWidget* parent);
+
+    /// How one step of an exchange has ended.
+    enum class Esito {
+        Fatto,
+        Fallito,
+        SenzaLink,  ///< there is no link: nothing ran
+        Chiusa      ///< the window has closed meanwhile
+    };
+    /// One step of an exchange: opens the link and runs `scambio` if it is there. A link that is
+    /// not there sets `ErroreComunicazione`, so that nothing is reported as sent that never left.
+    Esito Passo(const std::function<void()>& scambio);
 
     /// The state of program and window while an exchange runs: the hourglass, the operation code
     /// that keeps the poll off the port, controls that nobody can use. Its end puts back what the
@@ -43,9 +52,6 @@ class frmScambio : public Dialogo, public Editor {
 
         /// The exchange is over, its closing message still to come.
         void Chiudi();
-        /// Opens the link and runs the exchange if it is there. False: the window has closed
-        /// meanwhile.
-        bool Esegui(void (*scambio)(std::int16_t), std::int16_t valore) const;
 
      private:
         frmScambio& finestra_;
@@ -64,10 +70,6 @@ class frmScambio : public Dialogo, public Editor {
     QLabel* CreaProgresso();
     /// Shows a text there and in the status bar; nothing without the line.
     void Progresso(const std::string& testo);
-    /// A wheel that passes over the list does not choose.
-    void SenzaRotella(QComboBox* lista);
-
-    bool eventFilter(QObject* oggetto, QEvent* evento) override;
 
  private:
     std::string nome_;

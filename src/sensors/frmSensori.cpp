@@ -149,9 +149,7 @@ QComboBox* frmSensori::CreaLista(QWidget* dove, std::string_view nome) {
 
 void frmSensori::AggiungiRiga(QGridLayout* griglia, int riga, std::string_view etichetta,
                               Voce didascalia, QWidget* campo) {
-    auto* davanti = new QLabel(campo->parentWidget());
-    davanti->setObjectName(InQt(etichetta));
-    davanti->setBuddy(campo);
+    QLabel* davanti = Etichetta(campo->parentWidget(), etichetta, campo);
     didascalie_.push_back({davanti, didascalia});
     griglia->addWidget(davanti, riga, 1);
     griglia->addWidget(campo, riga, 2);
@@ -360,19 +358,6 @@ void frmSensori::OKButton_Click() {
     accept();
 }
 
-/// One exchange with the instrument. False: the sequence is over, because the window has closed or
-/// the link has failed; a link that is not there has.
-bool frmSensori::Passo(const std::function<void()>& scambio) {
-    const bool pronto = LinkPronto();
-    if (!isVisible()) return false;
-    if (!pronto) {
-        ErroreComunicazione = true;
-        return false;
-    }
-    scambio();
-    return isVisible() && !ErroreComunicazione;
-}
-
 void frmSensori::cmdInviaDati_Click() {
     if (!ValidaSensori() || !ValidaCanali() || !NumeriValidi(false)) return;
     if (!PuoInviare(kProgramma)) return;
@@ -381,11 +366,12 @@ void frmSensori::cmdInviaDati_Click() {
     Scambia(
         kProgramma,
         [&] {
-            riuscito = Passo(InviaDatiSensori);
+            riuscito = Passo(InviaDatiSensori) == Esito::Fatto;
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
                 Progresso(Testo(kCanaliSensore[i].TestoInvio));
                 PreparaCurva(i, *campi_);
-                riuscito = Passo([i] { InviaCurvaSensore(static_cast<std::int16_t>(i)); });
+                riuscito =
+                    Passo([i] { InviaCurvaSensore(static_cast<std::int16_t>(i)); }) == Esito::Fatto;
             }
         },
         [&] {
@@ -399,10 +385,11 @@ void frmSensori::cmdLeggiDati_Click() {
     Scambia(
         kLeggi,
         [&] {
-            riuscito = Passo(LeggiDatiSensori);
+            riuscito = Passo(LeggiDatiSensori) == Esito::Fatto;
             for (std::size_t i = 0; riuscito && i < kCanaliSensore.size(); ++i) {
                 Progresso(Testo(kCanaliSensore[i].TestoLettura));
-                riuscito = Passo([i] { LeggiCurvaSensore(static_cast<std::int16_t>(i)); });
+                riuscito =
+                    Passo([i] { LeggiCurvaSensore(static_cast<std::int16_t>(i)); }) == Esito::Fatto;
                 if (riuscito) NominaCurva(i, *campi_);
             }
         },

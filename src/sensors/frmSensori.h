@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QTabWidget>
 #include <array>
-#include <functional>
 #include <vector>
 
 #include "sensors/SensoriEditor.h"
@@ -58,7 +57,6 @@ class frmSensori : public frmEditor {
     bool ValidaSensori();
     bool ValidaCanali();
     bool NumeriValidi(bool ancheVuoti);
-    bool Passo(const std::function<void()>& scambio);
     void Concludi(bool riuscito, Voce fine, const std::string& titolo, Voce interrotta);
 
     ControlliEditor* campi_ = nullptr;  // owned by the base

@@ -1,5 +1,6 @@
 #include "widgets/Dialogo.h"
 
+#include <QComboBox>
 #include <QEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -11,6 +12,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/Principale.h"
 #include "shell/Protetto.h"
+#include "widgets/Rotella.h"
 
 namespace lapvane {
 
@@ -25,9 +27,9 @@ QSize NelloSchermo(const QWidget& finestra, QSize misura) {
     return misura.boundedTo(schermo != nullptr ? schermo->availableSize() : QSize(1366, 768));
 }
 
-QLabel* Etichetta(QWidget* dove, const char* nome, QWidget* compagno) {
+QLabel* Etichetta(QWidget* dove, std::string_view nome, QWidget* compagno) {
     auto* etichetta = new QLabel(dove);
-    etichetta->setObjectName(QString::fromLatin1(nome));
+    etichetta->setObjectName(InQt(nome));
     etichetta->setBuddy(compagno);
     return etichetta;
 }
@@ -56,28 +58,53 @@ void Dialogo::Testi() {
     AggiornaTesti(lettere);
 }
 
-QHBoxLayout* Dialogo::CreaPulsanti(QWidget* davanti, std::function<void()> ok) {
-    OKButton_ = new QPushButton(QStringLiteral("OK"), this);
-    OKButton_->setObjectName(QStringLiteral("OKButton"));
+QPushButton* Dialogo::CreaPulsante(const char* nome, std::function<void()> azione) {
+    auto* pulsante = new QPushButton(this);
+    pulsante->setObjectName(QString::fromLatin1(nome));
+    connect(pulsante, &QPushButton::clicked, this,
+            [azione = std::move(azione)] { Protetto(azione); });
+    return pulsante;
+}
+
+QPushButton* Dialogo::CreaOK(std::function<void()> ok) {
+    OKButton_ = CreaPulsante("OKButton", std::move(ok));
+    OKButton_->setText(QStringLiteral("OK"));
     OKButton_->setDefault(true);
-    connect(OKButton_, &QPushButton::clicked, this, [ok = std::move(ok)] { Protetto(ok); });
-    CancelButton_ = new QPushButton(this);
-    CancelButton_->setObjectName(QStringLiteral("CancelButton"));
-    connect(CancelButton_, &QPushButton::clicked, this, &QDialog::reject);
+    return OKButton_;
+}
+
+QPushButton* Dialogo::CreaCancel() {
+    CancelButton_ = CreaPulsante("CancelButton", [this] { reject(); });
+    return CancelButton_;
+}
+
+QHBoxLayout* Dialogo::RigaPulsanti(QWidget* davanti, std::initializer_list<QPushButton*> quali) {
     auto* riga = new QHBoxLayout;
     if (davanti != nullptr) {
         riga->addWidget(davanti, 1);
     } else {
         riga->addStretch(1);
     }
-    riga->addWidget(OKButton_);
-    riga->addWidget(CancelButton_);
+    for (QPushButton* pulsante : quali) riga->addWidget(pulsante);
     return riga;
+}
+
+QHBoxLayout* Dialogo::CreaPulsanti(QWidget* davanti, std::function<void()> ok) {
+    return RigaPulsanti(davanti, {CreaOK(std::move(ok)), CreaCancel()});
+}
+
+void Dialogo::SenzaRotella(QComboBox* lista) {
+    lista->setFocusPolicy(Qt::StrongFocus);
+    lista->installEventFilter(this);
 }
 
 bool Dialogo::event(QEvent* evento) {
     if (evento->type() == QEvent::WindowActivate && seguono_) Protetto([this] { Testi(); });
     return QDialog::event(evento);
+}
+
+bool Dialogo::eventFilter(QObject* oggetto, QEvent* evento) {
+    return RotellaDiPassaggio(oggetto, evento) || QDialog::eventFilter(oggetto, evento);
 }
 
 }  // namespace lapvane

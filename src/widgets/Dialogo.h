@@ -4,10 +4,12 @@
 #include <QLabel>
 #include <QPushButton>
 #include <functional>
+#include <initializer_list>
 #include <string_view>
 
 #include "widgets/Mnemonica.h"
 
+class QComboBox;
 class QGroupBox;
 class QHBoxLayout;
 
@@ -20,7 +22,7 @@ void TieniPosto(QWidget* widget);
 QSize NelloSchermo(const QWidget& finestra, QSize misura);
 
 /// A label of that name; its Alt letter leads to `compagno`.
-QLabel* Etichetta(QWidget* dove, const char* nome, QWidget* compagno = nullptr);
+QLabel* Etichetta(QWidget* dove, std::string_view nome, QWidget* compagno = nullptr);
 
 /// A frame of that name.
 QGroupBox* Cornice(QWidget* dove, std::string_view nome);
@@ -28,7 +30,8 @@ QGroupBox* Cornice(QWidget* dove, std::string_view nome);
 /// Runs `azione` when the link is free (`Principale::QuandoLibero`), if `vivo` still lives then.
 void QuandoLibero(const QObject* chi, QObject* vivo, std::function<void()> azione);
 
-/// What the dialogs share: a name, texts that follow the language, the row of OK and Cancel.
+/// What the dialogs share: a name, texts that follow the language, the row of their buttons, lists
+/// that a passing wheel leaves alone.
 class Dialogo : public QDialog {
     Q_OBJECT
  protected:
@@ -39,11 +42,21 @@ class Dialogo : public QDialog {
     void Testi();
     virtual void AggiornaTesti(Mnemonica&) {}
 
-    /// OK, which is the default, and Cancel, whose caption is the window's, behind what stands in
-    /// front of them (null: nothing).
+    /// A button of that name; its click runs `azione`.
+    QPushButton* CreaPulsante(const char* nome, std::function<void()> azione);
+    /// OK, which is the default.
+    QPushButton* CreaOK(std::function<void()> ok);
+    /// Cancel, whose caption is the window's.
+    QPushButton* CreaCancel();
+    /// The last row: the buttons behind what stands in front of them (null: nothing).
+    static QHBoxLayout* RigaPulsanti(QWidget* davanti, std::initializer_list<QPushButton*> quali);
+    /// OK and Cancel in their row.
     QHBoxLayout* CreaPulsanti(QWidget* davanti, std::function<void()> ok);
+    /// A wheel that passes over the list does not choose.
+    void SenzaRotella(QComboBox* lista);
 
     bool event(QEvent* evento) override;
+    bool eventFilter(QObject* oggetto, QEvent* evento) override;
 
     QPushButton* OKButton_ = nullptr;
     QPushButton* CancelButton_ = nullptr;

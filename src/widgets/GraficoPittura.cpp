@@ -120,6 +120,8 @@ struct GraficoWidget::Foglio {
 
     bool Carta() const { return Rapporto <= 0.0; }
     double SuPixel(double v) const { return Carta() ? v : std::round(v * Rapporto) / Rapporto; }
+    /// The thinnest frame round an area.
+    QRectF Intorno(const QRectF& area) const { return area.adjusted(-Filo, -Filo, Filo, Filo); }
     /// A thin line at `x` or `y`: on the screen one row or column of its own pixels.
     QRectF Verticale(double x, double da, double a, double spessore) const {
         return {Inizio(x, spessore), da, Spesso(spessore), a - da};
@@ -241,10 +243,47 @@ void GraficoWidget::DisponiLegenda(Foglio& foglio, Disposizione& d, double& alto
     if (!d.Legenda.empty()) alto = y + riga + kMargine / 2;
 }
 
-GraficoWidget::Disposizione GraficoWidget::Disponi(Foglio& foglio) const {
+/// The panes with the labels of their y axes, and the room that the widest of these needs.
+void GraficoWidget::DisponiAssiY(Foglio& foglio, const std::vector<Riquadro>& riquadri,
+                                 double altezza, Disposizione& d) const {
     Scrittore& penna = *foglio.Penna;
     const char separatore = platform().DecimalSeparator();
-    const double riga = penna.Riga();
+    const int massime = static_cast<int>(std::clamp(altezza / (2.2 * penna.Riga()), 2.0, 12.0));
+    const auto allarga = [&](const QString& testo) {
+        d.LarghezzaY = std::max(d.LarghezzaY, penna.Largo(testo));
+    };
+    if (foglio.Carta() && separati_.empty()) {
+        for (const LivelloGrafico& livello : livelli_) {
+            d.Livelli.push_back({livello.Y, InQt(livello.Nome)});
+            allarga(d.Livelli.back().Testo);
+        }
+    }
+    for (const Riquadro& r : riquadri) {
+        Disposizione::Pannello p;
+        p.Dati = r;
+        const auto [da, a] = std::minmax({r.YMin / r.Scala, r.YMax / r.Scala});
+        const Tacche tacche =
+            numeriY_ && r.YMin < r.YMax ? CalcolaTacche(da, a, massime) : Tacche{};
+        for (const double valore : tacche.Valori) {
+            p.Tacche.push_back({valore * r.Scala, InQt(TestoTacca(valore, tacche, separatore))});
+            allarga(p.Tacche.back().Testo);
+        }
+        d.Pannelli.push_back(std::move(p));
+    }
+}
+
+void GraficoWidget::DisponiAsseX(Foglio& foglio, double larghezza, Disposizione& d) const {
+    const char separatore = platform().DecimalSeparator();
+    const double etichetta = foglio.Penna->Largo(QStringLiteral("00000.0"));
+    const Tacche tacche =
+        CalcolaTacche(xMin_, xMax_, static_cast<int>(std::clamp(larghezza / etichetta, 2.0, 20.0)));
+    for (const double valore : tacche.Valori) {
+        d.TaccheX.push_back({valore, InQt(TestoTacca(valore, tacche, separatore))});
+    }
+}
+
+GraficoWidget::Disposizione GraficoWidget::Disponi(Foglio& foglio) const {
+    const double riga = foglio.Penna->Riga();
     const double largo = foglio.Misura.width();
     Disposizione d;
     d.Misura = foglio.Misura;
@@ -266,46 +305,23 @@ GraficoWidget::Disposizione GraficoWidget::Disponi(Foglio& foglio) const {
     const double numero = static_cast<double>(riquadri.size());
     const double altezza =
         std::max(1.0, (basso - alto - kSpazioRiquadri * (numero - 1.0)) / numero);
-    if (foglio.Carta() && separati_.empty()) {
-        for (const LivelloGrafico& livello : livelli_) {
-            d.Livelli.push_back({livello.Y, InQt(livello.Nome)});
-            d.LarghezzaY = std::max(d.LarghezzaY, penna.Largo(d.Livelli.back().Testo));
-        }
-    }
-    bool conEtichetta = false;
-    for (const Riquadro& r : riquadri) {
-        Disposizione::Pannello p;
-        p.Dati = r;
-        const int massime = static_cast<int>(std::clamp(altezza / (2.2 * riga), 2.0, 12.0));
-        const auto [da, a] = std::minmax({r.YMin / r.Scala, r.YMax / r.Scala});
-        const Tacche tacche =
-            numeriY_ && r.YMin < r.YMax ? CalcolaTacche(da, a, massime) : Tacche{};
-        for (const double valore : tacche.Valori) {
-            p.Tacche.push_back({valore * r.Scala, InQt(TestoTacca(valore, tacche, separatore))});
-            d.LarghezzaY = std::max(d.LarghezzaY, penna.Largo(p.Tacche.back().Testo));
-        }
-        conEtichetta = conEtichetta || !r.Etichetta.empty();
-        d.Pannelli.push_back(std::move(p));
-    }
+    DisponiAssiY(foglio, riquadri, altezza, d);
+    const bool conEtichetta = std::any_of(riquadri.begin(), riquadri.end(),
+                                          [](const Riquadro& r) { return !r.Etichetta.empty(); });
     const double sinistra =
         kMargine + (conEtichetta ? riga + 4.0 : 0.0) + d.LarghezzaY + kTacca + 3.0 + kAsse;
     const double larghezza = std::max(1.0, largo - sinistra - 2.0 * kMargine);
+    // On whole pixels of the widget and of the screen, so that borders are sharp, a value falls on
+    // the same pixel whatever the texts around it, and a larger scale only enlarges.
+    const auto intero = [&](double v) {
+        return foglio.Carta() ? v : foglio.SuPixel(std::round(v));
+    };
     for (Disposizione::Pannello& p : d.Pannelli) {
-        // On whole pixels of the widget and of the screen, so that borders are sharp, a value falls
-        // on the same pixel whatever the texts around it, and a larger scale only enlarges.
-        const auto intero = [&](double v) {
-            return foglio.Carta() ? v : foglio.SuPixel(std::round(v));
-        };
         p.Area.setCoords(intero(sinistra), intero(alto), intero(sinistra + larghezza),
                          intero(alto + altezza));
         alto += altezza + kSpazioRiquadri;
     }
-    const double etichetta = penna.Largo(QStringLiteral("00000.0"));
-    const Tacche tacche =
-        CalcolaTacche(xMin_, xMax_, static_cast<int>(std::clamp(larghezza / etichetta, 2.0, 20.0)));
-    for (const double valore : tacche.Valori) {
-        d.TaccheX.push_back({valore, InQt(TestoTacca(valore, tacche, separatore))});
-    }
+    DisponiAsseX(foglio, larghezza, d);
     return d;
 }
 
@@ -338,32 +354,49 @@ void GraficoWidget::DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposiz
 
 void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Disposizione& d,
                                     std::size_t i) const {
+    if (griglia_) DisegnaGriglia(penna, foglio, d, i);
+    DisegnaCornice(penna, foglio, d.Pannelli[i].Area);
+    DisegnaAsseY(penna, foglio, d, i);
+    if (!d.Pannelli[i].Dati.Etichetta.empty()) DisegnaEtichettaY(penna, foglio, d, i);
+}
+
+void GraficoWidget::DisegnaGriglia(QPainter& penna, const Foglio& foglio, const Disposizione& d,
+                                   std::size_t i) const {
     const auto& p = d.Pannelli[i];
     const QRectF& area = p.Area;
-    const double filo = foglio.Filo;
     const ScalaPixel x = ScalaX(area);
     const ScalaPixel y = ScalaY(area, p.Dati);
-    if (griglia_) {
-        const QColor rete = InQColor(Tenue(foglio.Sfondo, foglio.Testo, 0.16));
-        for (const auto& tacca : d.TaccheX) {
-            penna.fillRect(foglio.Verticale(x.Pixel(tacca.Valore), area.top(), area.bottom(), filo),
-                           rete);
-        }
-        for (const auto& tacca : p.Tacche) {
-            penna.fillRect(
-                foglio.Orizzontale(y.Pixel(tacca.Valore), area.left(), area.right(), filo), rete);
-        }
+    const QColor rete = InQColor(Tenue(foglio.Sfondo, foglio.Testo, 0.16));
+    for (const auto& tacca : d.TaccheX) {
+        penna.fillRect(
+            foglio.Verticale(x.Pixel(tacca.Valore), area.top(), area.bottom(), foglio.Filo), rete);
     }
-    // The frame lies around the area: a curve along the range's end is not hidden by it.
+    for (const auto& tacca : p.Tacche) {
+        penna.fillRect(
+            foglio.Orizzontale(y.Pixel(tacca.Valore), area.left(), area.right(), foglio.Filo),
+            rete);
+    }
+}
+
+/// The frame lies around the area: a curve along the range's end is not hidden by it.
+void GraficoWidget::DisegnaCornice(QPainter& penna, const Foglio& foglio,
+                                   const QRectF& area) const {
     const QColor cornice = InQColor(cornice_ && !foglio.Carta()
                                         ? ColoreLeggibile(*cornice_, foglio.Sfondo, kContrastoAsse)
                                         : Tenue(foglio.Sfondo, foglio.Testo, 0.55));
-    const QRectF fuori = area.adjusted(-filo, -filo, filo, filo);
+    const QRectF fuori = foglio.Intorno(area);
     penna.fillRect(QRectF(fuori.topLeft(), area.topRight()), cornice);
     penna.fillRect(QRectF(area.bottomLeft(), QPointF(area.right(), fuori.bottom())), cornice);
     penna.fillRect(QRectF(QPointF(area.right(), fuori.top()), fuori.bottomRight()), cornice);
+}
 
-    // The y axis wears the colour of the channel that its labels belong to.
+/// The y axis wears the colour of the channel that its labels belong to.
+void GraficoWidget::DisegnaAsseY(QPainter& penna, Foglio& foglio, const Disposizione& d,
+                                 std::size_t i) const {
+    const auto& p = d.Pannelli[i];
+    const QRectF& area = p.Area;
+    const QRectF fuori = foglio.Intorno(area);
+    const ScalaPixel y = ScalaY(area, p.Dati);
     const QColor asse = InQColor(ColoreLeggibile(p.Dati.Tinta, foglio.Sfondo, kContrastoAsse));
     const double spessore = foglio.Carta() ? kAsse / 2.0 : kAsse;
     penna.fillRect(
@@ -371,24 +404,30 @@ void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Dispo
         asse);
     const double riga = foglio.Penna->Riga();
     const double numeri = area.left() - kAsse - kTacca - 3.0;
+    const auto scrivi = [&](double py, const QString& testo) {
+        foglio.Penna->Scrivi(penna,
+                             QRectF(numeri - d.LarghezzaY, py - riga / 2, d.LarghezzaY, riga),
+                             Qt::AlignRight | Qt::AlignVCenter, testo);
+    };
     penna.setPen(InQColor(ColoreLeggibile(p.Dati.Tinta, foglio.Sfondo, kContrastoTesto)));
     for (const auto& tacca : p.Tacche) {
         const double py = y.Pixel(tacca.Valore);
         penna.fillRect(
             foglio.Orizzontale(py, area.left() - kAsse - kTacca, area.left(), spessore / 2.0),
             asse);
-        foglio.Penna->Scrivi(penna,
-                             QRectF(numeri - d.LarghezzaY, py - riga / 2, d.LarghezzaY, riga),
-                             Qt::AlignRight | Qt::AlignVCenter, tacca.Testo);
+        scrivi(py, tacca.Testo);
     }
     for (std::size_t n = 0; n < d.Livelli.size(); ++n) {
-        const double py = y.Pixel(d.Livelli[n].Valore);
         penna.setPen(InQColor(ColoreLeggibile(livelli_[n].Tinta, foglio.Sfondo, kContrastoTesto)));
-        foglio.Penna->Scrivi(penna,
-                             QRectF(numeri - d.LarghezzaY, py - riga / 2, d.LarghezzaY, riga),
-                             Qt::AlignRight | Qt::AlignVCenter, d.Livelli[n].Testo);
+        scrivi(y.Pixel(d.Livelli[n].Valore), d.Livelli[n].Testo);
     }
-    if (p.Dati.Etichetta.empty()) return;
+}
+
+/// The text of the y axis, upwards, in the colour of its last label.
+void GraficoWidget::DisegnaEtichettaY(QPainter& penna, const Foglio& foglio, const Disposizione& d,
+                                      std::size_t i) const {
+    const auto& p = d.Pannelli[i];
+    const QRectF& area = p.Area;
     penna.save();
     penna.translate(kMargine, area.center().y());
     penna.rotate(-90.0);
@@ -396,7 +435,7 @@ void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Dispo
     grassetto.setBold(true);
     penna.setFont(grassetto);
     penna.drawText(
-        QRectF(-area.height() / 2, 0.0, area.height(), riga), Qt::AlignCenter,
+        QRectF(-area.height() / 2, 0.0, area.height(), foglio.Penna->Riga()), Qt::AlignCenter,
         QFontMetricsF(grassetto).elidedText(InQt(p.Dati.Etichetta), Qt::ElideRight, area.height()));
     penna.restore();
 }

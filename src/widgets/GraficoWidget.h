@@ -128,12 +128,21 @@ class GraficoWidget : public QWidget, public GraphControl {
     const Disposizione& Disposta(double rapporto) const;
     Disposizione Disponi(Foglio& foglio) const;
     void DisponiLegenda(Foglio& foglio, Disposizione& d, double& alto) const;
+    void DisponiAssiY(Foglio& foglio, const std::vector<Riquadro>& riquadri, double altezza,
+                      Disposizione& d) const;
+    void DisponiAsseX(Foglio& foglio, double larghezza, Disposizione& d) const;
     void Dipingi(QImage& foto, double rapporto) const;
     void DipingiCurve(QImage& foto, const Foglio& foglio, const Disposizione& d) const;
     void DisegnaCurve(QPainter& penna, const Foglio& foglio, const Disposizione& d) const;
     void DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposizione& d) const;
     void DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Disposizione& d,
                          std::size_t i) const;
+    void DisegnaGriglia(QPainter& penna, const Foglio& foglio, const Disposizione& d,
+                        std::size_t i) const;
+    void DisegnaCornice(QPainter& penna, const Foglio& foglio, const QRectF& area) const;
+    void DisegnaAsseY(QPainter& penna, Foglio& foglio, const Disposizione& d, std::size_t i) const;
+    void DisegnaEtichettaY(QPainter& penna, const Foglio& foglio, const Disposizione& d,
+                           std::size_t i) const;
     void DisegnaAsseX(QPainter& penna, Foglio& foglio, const Disposizione& d) const;
     void DisegnaLegenda(QPainter& penna, Foglio& foglio, const Disposizione& d) const;
     void DisegnaCursore(QPainter& penna) const;

@@ -179,7 +179,6 @@ TEST(CercaGiri, HasNoRunsWithoutRowsAndNoMoreThanTheTable) {
     for (std::size_t i = 0; i < molti.size(); ++i) molti[i] = static_cast<std::int32_t>(i);
     const RigheGiri dati = CercaGiri(molti, 0);
     EXPECT_EQ(dati.Numero, 1000) << "998 laps between the start and the end";
-    EXPECT_EQ(dati.Inizio.size(), 1001u);
     EXPECT_EQ(dati.Inizio[1000], 999);
 }
 

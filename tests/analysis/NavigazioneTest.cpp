@@ -367,6 +367,8 @@ TEST_F(Navigazione, SettingsOfAChannelGoThroughTheExchangeFields) {
     analisi.MSFlexGrid1_Click(3, 1);
     EXPECT_EQ(analisi.Canali()[3].MaxCanale, 200.0) << "another lap has its own scale";
     EXPECT_EQ(analisi.Canali()[3].FiltroCanale, 4);
+    analisi.SetMinVal(3, -7.0);
+    EXPECT_EQ(analisi.GetMinVal(3), "-7");
     analisi.SetMaxVal(3, 7.0);
     EXPECT_EQ(analisi.GetMinVal(3), "7") << "the minimum takes it";
     EXPECT_EQ(analisi.GetMaxVal(3), "200");

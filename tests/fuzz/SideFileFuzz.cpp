@@ -31,9 +31,8 @@ void Fuzz(std::string_view text) {
     const RigheGiri rows = CercaGiri(numbers, 0);
     std::int32_t next = 0;
     for (int lap = 1; lap <= rows.Numero; ++lap) {
-        const auto i = static_cast<std::size_t>(lap);
-        Must(rows.Inizio[i] == next && rows.Fine[i] >= next);
-        next = rows.Fine[i] + 1;
+        Must(rows.Inizio[lap] == next && rows.Fine[lap] >= next);
+        next = rows.Fine[lap] + 1;
     }
     Must(rows.Numero >= kUltimaRiga || next == row);
 }

@@ -214,8 +214,10 @@ TEST_F(Sensori, ProgramsWhatItShowsAndReadsItBack) {
     principale.Storia.clear();
     std::set<std::int16_t> fasi;
     bool passati = false;
+    bool freccia = false;
     macchina.DuranteEventi = [&] {
         fasi.insert(FaseComunicazione);
+        freccia = freccia || macchina.Puntatori.back() != Pointer::Busy;
         // On a small screen the window covers the status bar.
         EXPECT_EQ(DaQt(C<QLabel>("lblProgresso")->text()), principale.Testo(Pannello::Progresso));
         passati = passati || Acceso("OKButton") || Acceso("cmdLeggiDati") || Acceso("cboSG");
@@ -224,6 +226,7 @@ TEST_F(Sensori, ProgramsWhatItShowsAndReadsItBack) {
     Clic("cmdInviaDati");
     EXPECT_EQ(fasi, std::set<std::int16_t>{22});
     EXPECT_FALSE(passati);
+    EXPECT_FALSE(freccia) << "the hourglass from the first record to the last";
     V stati{"3:" + lapvane::Testo(Voce::ProgrammazioneSensori)};
     for (const Voce n :
          {Voce::InvioCurvaTemperaturaOlio, Voce::InvioCurvaPressioneOlio,

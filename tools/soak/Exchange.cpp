@@ -329,84 +329,59 @@ Misbehaviour Choose(const Kind& kind, Chance& chance, int slack) {
     const bool acknowledges = Acknowledges(kind);
     // An acknowledgement is compared whole; of a data reply only the length counts.
     const Must damaged = acknowledges ? Must::BeRefused : Must::NotBeKnown;
-    Misbehaviour chosen;
-    Guasto fault;
-    fault.Comando = kind.Command;
+    const Must whole = acknowledges ? Must::BeRefused : Must::BeRight;
+    const auto fault = [&kind](const char* name, Must then, TipoGuasto type, int value = 0) {
+        Misbehaviour chosen;
+        chosen.Name = name;
+        chosen.Fault = Guasto{.Tipo = type, .Valore = value, .Comando = kind.Command};
+        chosen.Then = then;
+        return chosen;
+    };
     switch (chance.Below(12)) {
         case 0:
-            chosen.Name = "late, in time";
-            fault.Tipo = TipoGuasto::Ritarda;
-            fault.Valore = chance.From(1, kind.TimeOut - slack);
-            break;
-        case 1:
-            chosen.Name = "too late";
-            fault.Tipo = TipoGuasto::Ritarda;
-            fault.Valore = chance.From(kind.TimeOut + slack, kind.TimeOut + 4000);
-            chosen.Lingers = true;
-            chosen.Then = Must::BeRefused;
-            break;
+            return fault("late, in time", Must::BeRight, TipoGuasto::Ritarda,
+                         chance.From(1, kind.TimeOut - slack));
+        case 1: {
+            Misbehaviour late = fault("too late", Must::BeRefused, TipoGuasto::Ritarda,
+                                      chance.From(kind.TimeOut + slack, kind.TimeOut + 4000));
+            late.Lingers = true;
+            return late;
+        }
         case 2:
-            chosen.Name = "never";
-            fault.Tipo = TipoGuasto::Scarta;
-            chosen.Then = Must::BeRefused;
-            break;
+            return fault("never", Must::BeRefused, TipoGuasto::Scarta);
         case 3:
-            chosen.Name = "truncated";
-            fault.Tipo = TipoGuasto::Taglia;
-            fault.Valore = chance.Below(kind.Reply);
-            chosen.Then = Must::BeRefused;
-            break;
+            return fault("truncated", Must::BeRefused, TipoGuasto::Taglia,
+                         chance.Below(kind.Reply));
         case 4: {
-            chosen.Name = "flipped";
-            fault.Tipo = TipoGuasto::Altera;
-            fault.Valore = chance.From(1, kind.Reply);
-            const bool head = fault.Valore <= static_cast<int>(kHead);
-            chosen.Then = acknowledges ? Must::BeRefused : head ? Must::BeRight : Must::NotBeKnown;
-            break;
+            const int byte = chance.From(1, kind.Reply);
+            const bool head = byte <= static_cast<int>(kHead);
+            return fault("flipped", head ? whole : damaged, TipoGuasto::Altera, byte);
         }
         case 5:
-            chosen.Name = "wrong sum";
             // The acknowledgement's two digits; the last byte of a log page is its sum.
-            fault.Tipo = TipoGuasto::Altera;
-            fault.Valore = acknowledges ? chance.From(3, 4) : kind.Reply;
-            chosen.Then = damaged;
-            break;
+            return fault("wrong sum", damaged, TipoGuasto::Altera,
+                         acknowledges ? chance.From(3, 4) : kind.Reply);
         case 6:
-            chosen.Name = "noise before";
-            fault.Tipo = TipoGuasto::Rumore;
-            fault.Valore = chance.From(1, 20);
-            chosen.Then = damaged;
-            break;
+            return fault("noise before", damaged, TipoGuasto::Rumore, chance.From(1, 20));
         case 7:
-            chosen.Name = "wrong order byte";
-            fault.Tipo = TipoGuasto::Ordine;
-            chosen.Then = acknowledges ? Must::BeRefused : Must::BeRight;
-            break;
+            return fault("wrong order byte", whole, TipoGuasto::Ordine);
         case 8:
-            chosen.Name = "twice";
-            fault.Tipo = TipoGuasto::Doppia;
-            chosen.Then = acknowledges ? Must::BeRefused : Must::BeRight;
-            break;
+            return fault("twice", whole, TipoGuasto::Doppia);
         case 9:
-            chosen.Name = "a tail";
-            fault.Tipo = TipoGuasto::Coda;
-            fault.Valore = chance.From(1, 40);
-            chosen.Then = acknowledges ? Must::BeRefused : Must::BeRight;
-            break;
-        case 10:
-            chosen.Name = "link dropped in it";
-            fault.Tipo = TipoGuasto::Scarta;
-            chosen.PullAfter = chance.From(1, kind.TimeOut / 2);
-            chosen.Then = Must::BeRefused;
-            break;
-        default:
-            chosen.Name = "link dropped before it";
-            chosen.PullBefore = true;
-            chosen.Then = Must::BeRefused;
-            return chosen;
+            return fault("a tail", whole, TipoGuasto::Coda, chance.From(1, 40));
+        case 10: {
+            Misbehaviour dropped = fault("link dropped in it", Must::BeRefused, TipoGuasto::Scarta);
+            dropped.PullAfter = chance.From(1, kind.TimeOut / 2);
+            return dropped;
+        }
+        default: {
+            Misbehaviour dropped;
+            dropped.Name = "link dropped before it";
+            dropped.PullBefore = true;
+            dropped.Then = Must::BeRefused;
+            return dropped;
+        }
     }
-    chosen.Fault = fault;
-    return chosen;
 }
 
 Result Carry(const Kind& kind, Machine& machine, Chance& chance) {

@@ -218,18 +218,11 @@ class LinkSoak {
         return (sum & 0xFF) == static_cast<unsigned char>(page.back());
     }
 
-    /// A whole session with up to five blocks that misbehave.
-    void Download() {
+    /// Up to five faults, one behind the other over the requests of log blocks.
+    std::vector<Guasto> BlockFaults(std::string& how) {
         const Kind& kind = Kinds()[15];
-        machine_.Calm();
-        machine_.Boxes.clear();
-        machine_.Port.Longest.clear();
-        LinkPronto();
-        const int misbehaving = chance_.Below(6);
-        std::string how = "download";
-        // The faults lie one behind the other over the requests of log blocks.
-        const int requests = machine_.TheLine.Requests(14);
         std::vector<Guasto> all;
+        const int misbehaving = chance_.Below(6);
         for (int i = 0; i < misbehaving; ++i) {
             Misbehaviour chosen = Choose(kind, chance_, kMarginMs);
             if (!chosen.Fault) continue;
@@ -238,6 +231,18 @@ class LinkSoak {
             all.push_back(*chosen.Fault);
             how += ", " + chosen.Name + " at " + std::to_string(chosen.Fault->Dal);
         }
+        return all;
+    }
+
+    /// A whole session with up to five blocks that misbehave.
+    void Download() {
+        machine_.Calm();
+        machine_.Boxes.clear();
+        machine_.Port.Longest.clear();
+        LinkPronto();
+        std::string how = "download";
+        const int requests = machine_.TheLine.Requests(14);
+        const std::vector<Guasto> all = BlockFaults(how);
         machine_.TheLine.Misbehave(std::nullopt);
         const int hits = machine_.TheLine.Hits();
         for (const Guasto& fault : all) instrument_.Difetti.Aggiungi(fault);
@@ -251,16 +256,34 @@ class LinkSoak {
             Fail("download", how, std::string("a run-time error: ") + error.what());
         }
         const int asked = machine_.TheLine.Requests(14) - requests;
+        const int hit = machine_.TheLine.Hits() - hits;
         // What was lost is summed up once, at the end.
         const bool lost = !machine_.Boxes.empty() &&
                           machine_.Boxes.back().rfind(Testo(Voce::ScaricoManca), 0) == 0;
         if (lost) machine_.Boxes.pop_back();
+        CheckCourse(how, view);
+        const int undetected = Pages(how);
         const int boxes = static_cast<int>(machine_.Boxes.size());
         downloads_.Exchanges += asked;
-        const int hit = machine_.TheLine.Hits() - hits;
         downloads_.Clean += asked - hit;
         downloads_.Refused += boxes;
         downloads_.Retried = std::max(0, downloads_.Retried) + (view.Open ? boxes : boxes - 1);
+        downloads_.Undetected += undetected;
+        downloads_.Right += std::max(0, hit - boxes - undetected);
+        CountEnd(how, view.Open, boxes);
+        if (all.empty() && (NumBlocchi != kBlocks || undetected != 0)) {
+            Fail("download", how, "a clean download is not whole");
+        }
+        if (all.empty() ? lost : !view.Open && !lost) {
+            Fail("download", how,
+                 lost ? "a clean download tells of a loss" : "a loss was not told");
+        }
+        CheckLaps(how);
+        machine_.Calm();
+    }
+
+    /// How long a block took, what was said meanwhile, how the window was left.
+    void CheckCourse(const std::string& how, const View& view) {
         const std::int64_t longest = machine_.Port.Longest[14];
         downloads_.Longest = std::max(downloads_.Longest, longest);
         if (longest > kDownloadBound + kMarginMs) {
@@ -272,10 +295,11 @@ class LinkSoak {
         }
         if (view.Out || !view.Done || FaseComunicazione != 0)
             Fail("download", how, "did not end properly");
-        const int undetected = Pages(how);
-        downloads_.Undetected += undetected;
-        downloads_.Right += std::max(0, hit - boxes - undetected);
-        if (!view.Open) {
+    }
+
+    /// Whole, with blocks left out, or given up, which takes more than three failures.
+    void CountEnd(const std::string& how, bool toTheEnd, int boxes) {
+        if (!toTheEnd) {
             ++givenUp_;
             if (boxes <= 3)
                 Fail("download", how, "was given up after " + std::to_string(boxes) + " failures");
@@ -284,13 +308,10 @@ class LinkSoak {
         } else {
             ++leftOut_;
         }
-        if (all.empty() && (NumBlocchi != kBlocks || undetected != 0)) {
-            Fail("download", how, "a clean download is not whole");
-        }
-        if (all.empty() ? lost : !view.Open && !lost) {
-            Fail("download", how,
-                 lost ? "a clean download tells of a loss" : "a loss was not told");
-        }
+    }
+
+    /// The first hundred laps are the instrument's.
+    void CheckLaps(const std::string& how) {
         for (int lap = 1; lap <= 100; ++lap) {
             const RecordGiro real = DecodificaRecordGiro(
                 twin_.Dati.LeggiGiri(static_cast<std::uint32_t>(4 * (lap - 1))).substr(0, 4));
@@ -301,7 +322,6 @@ class LinkSoak {
             if (text.rfind(shown, 0) != 0)
                 Fail("download", how, "lap " + std::to_string(lap) + " is " + text);
         }
-        machine_.Calm();
     }
 
     /// Every page that was kept has its sum; one that is none of the instrument's is undetected.

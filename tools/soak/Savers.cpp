@@ -75,9 +75,11 @@ std::string Long(int which, std::size_t size) {
     return which == 0 ? std::string() : std::string(size, static_cast<char>('a' + which));
 }
 
-std::function<std::function<void(int)>()> Session(const fs::path& folder, std::size_t shorter,
-                                                  std::size_t longer) {
-    return [=]() -> std::function<void(int)> {
+using Save = std::function<void(int)>;
+using Begin = std::function<Save()>;
+
+Begin Session(const fs::path& folder, std::size_t shorter, std::size_t longer) {
+    return [=]() -> Save {
         const auto program = std::make_shared<Program>(folder);
         ElencoCanali channels;
         SessioneLog log;
@@ -118,134 +120,149 @@ void PrintProject(const fs::path& file) {
     print->click();
 }
 
+Begin Project(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        PercorsoProgetto = folder / "run.pro";
+        return [program](int which) {
+            DatiProgetto.NoteProgetto = Long(which, 60000);
+            SalvaProgetto();
+        };
+    };
+}
+
+Begin ProjectOfTwoNames(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        PercorsoProgetto = folder / "linked.pro";
+        if (!fs::exists(folder / "other.pro")) {
+            SalvaProgetto();
+            fs::create_hard_link(PercorsoProgetto, folder / "other.pro");
+        }
+        return [program](int which) {
+            DatiProgetto.NoteProgetto = Long(which, 6000000);
+            SalvaProgetto();
+        };
+    };
+}
+
+Begin RecentFiles(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        return [program](int which) {
+            AzzeraFileRecenti();
+            if (which != 0) {
+                for (auto i : {0u, 1u, 2u}) ListaRecenti[i] = Long(1 + static_cast<int>(i), 4000);
+                NumRecenti = 3;
+            }
+            FileRecenteScelto = "/a/b.pro";
+            ScriviFileRecenti();
+        };
+    };
+}
+
+Begin SensorFile(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        return [program](int which) {
+            TabellaPunti points;
+            for (int i = 0; i < (which == 0 ? 2 : 20); ++i) {
+                points.Spunta(i, true);
+                points.X(i, std::to_string(50 * i));
+                points.Y(i, std::to_string(i) + ".125");
+            }
+            if (!SalvaSensore("Pressione", "Prova", points, "soak")) {
+                throw std::runtime_error("the sensor was not saved");
+            }
+        };
+    };
+}
+
+Begin Conversion(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        PercorsoCsv = folder / "run.csv";
+        return [program](int which) {
+            AzzeraBufferLog();
+            BlocchiLog.assign(which == 0 ? 2 : 120, std::string(128, static_cast<char>(1 + which)));
+            NumBlocchi = static_cast<std::int32_t>(BlocchiLog.size());
+            NumeroGiri = static_cast<std::int16_t>(which == 0 ? 1 : 900);
+            ConvertiLog();
+        };
+    };
+}
+
+Begin SchemaFile(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        return [program, folder](int which) {
+            ScriviSchema(folder, "run.csv", 15 + which, "run.txt", 10);
+        };
+    };
+}
+
+Begin Sectors(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        return [program](int which) { Divide(which == 0 ? 3 : 15); };
+    };
+}
+
+Begin LapReport(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        return [program](int which) {
+            std::vector<RigaReport> laps;
+            Laps(laps, which == 0 ? 3 : 300);
+            QtPrinter printer(program->Machine.AppPath() / "report.pdf", QPageLayout::Portrait);
+            StampaReport(printer, laps);
+        };
+    };
+}
+
+Begin ProjectSheet(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        return [program](int which) {
+            DatiProgetto.NomeProgetto = Long(which, 30);
+            PrintProject(program->Machine.AppPath() / "sheet.pdf");
+        };
+    };
+}
+
+Begin Language(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        return [program](int which) {
+            IndiceLingua = which;
+            SalvaLingua();
+        };
+    };
+}
+
 }  // namespace
 
 std::vector<Saver> Savers(const fs::path& folder) {
-    std::vector<Saver> all;
-    all.push_back({"project", Look::Whole, false, {"run.pro"}, [=]() -> std::function<void(int)> {
-                       const auto program = std::make_shared<Program>(folder);
-                       PercorsoProgetto = folder / "run.pro";
-                       return [program](int which) {
-                           DatiProgetto.NoteProgetto = Long(which, 60000);
-                           SalvaProgetto();
-                       };
-                   }});
-    all.push_back({"project, two names",
-                   Look::Whole,
-                   false,
-                   {"linked.pro", "other.pro"},
-                   [=]() -> std::function<void(int)> {
-                       const auto program = std::make_shared<Program>(folder);
-                       PercorsoProgetto = folder / "linked.pro";
-                       if (!fs::exists(folder / "other.pro")) {
-                           SalvaProgetto();
-                           fs::create_hard_link(PercorsoProgetto, folder / "other.pro");
-                       }
-                       return [program](int which) {
-                           DatiProgetto.NoteProgetto = Long(which, 6000000);
-                           SalvaProgetto();
-                       };
-                   }});
-    all.push_back({"recent files",
-                   Look::Whole,
-                   false,
-                   {"RecentFiles.ini"},
-                   [=]() -> std::function<void(int)> {
-                       const auto program = std::make_shared<Program>(folder);
-                       return [program](int which) {
-                           AzzeraFileRecenti();
-                           if (which != 0) {
-                               for (auto i : {0u, 1u, 2u})
-                                   ListaRecenti[i] = Long(1 + static_cast<int>(i), 4000);
-                               NumRecenti = 3;
-                           }
-                           FileRecenteScelto = "/a/b.pro";
-                           ScriviFileRecenti();
-                       };
-                   }});
-    all.push_back({"sensor file",
-                   Look::Whole,
-                   false,
-                   {"sensors/Prova.sns"},
-                   [=]() -> std::function<void(int)> {
-                       const auto program = std::make_shared<Program>(folder);
-                       return [program](int which) {
-                           TabellaPunti points;
-                           for (int i = 0; i < (which == 0 ? 2 : 20); ++i) {
-                               points.Spunta(i, true);
-                               points.X(i, std::to_string(50 * i));
-                               points.Y(i, std::to_string(i) + ".125");
-                           }
-                           if (!SalvaSensore("Pressione", "Prova", points, "soak")) {
-                               throw std::runtime_error("the sensor was not saved");
-                           }
-                       };
-                   }});
-    all.push_back({"conversion",
-                   Look::Whole,
-                   false,
-                   {"run.csv", "run.txt", "run.tim"},
-                   [=]() -> std::function<void(int)> {
-                       const auto program = std::make_shared<Program>(folder);
-                       PercorsoCsv = folder / "run.csv";
-                       return [program](int which) {
-                           AzzeraBufferLog();
-                           BlocchiLog.assign(which == 0 ? 2 : 120,
-                                             std::string(128, static_cast<char>(1 + which)));
-                           NumBlocchi = static_cast<std::int32_t>(BlocchiLog.size());
-                           NumeroGiri = static_cast<std::int16_t>(which == 0 ? 1 : 900);
-                           ConvertiLog();
-                       };
-                   }});
-    all.push_back(
-        {"schema.ini", Look::Whole, false, {"schema.ini"}, [=]() -> std::function<void(int)> {
-             const auto program = std::make_shared<Program>(folder);
-             return [program, folder](int which) {
-                 ScriviSchema(folder, "run.csv", 15 + which, "run.txt", 10);
-             };
-         }});
-    all.push_back({"sectors of a track",
-                   Look::Whole,
-                   true,
-                   {"tracks/Valdoro.sec"},
-                   [=]() -> std::function<void(int)> {
-                       const auto program = std::make_shared<Program>(folder);
-                       return [program](int which) { Divide(which == 0 ? 3 : 15); };
-                   }});
-    all.push_back(
-        {"lap report (PDF)", Look::Pdf, true, {"report.pdf"}, [=]() -> std::function<void(int)> {
-             const auto program = std::make_shared<Program>(folder);
-             return [program](int which) {
-                 std::vector<RigaReport> laps;
-                 Laps(laps, which == 0 ? 3 : 300);
-                 QtPrinter printer(program->Machine.AppPath() / "report.pdf",
-                                   QPageLayout::Portrait);
-                 StampaReport(printer, laps);
-             };
-         }});
-    all.push_back(
-        {"project sheet (PDF)", Look::Pdf, true, {"sheet.pdf"}, [=]() -> std::function<void(int)> {
-             const auto program = std::make_shared<Program>(folder);
-             return [program](int which) {
-                 DatiProgetto.NomeProgetto = Long(which, 30);
-                 PrintProject(program->Machine.AppPath() / "sheet.pdf");
-             };
-         }});
-    all.push_back({"choice of language",
-                   Look::Whole,
-                   false,
-                   {"LANGUAGES.DAT"},
-                   [=]() -> std::function<void(int)> {
-                       const auto program = std::make_shared<Program>(folder);
-                       return [program](int which) {
-                           IndiceLingua = which;
-                           SalvaLingua();
-                       };
-                   }});
-    all.push_back({"session, 2 kB", Look::Whole, false, {"run.ses"}, Session(folder, 100, 2000)});
-    all.push_back(
-        {"session, 64 kB", Look::Whole, false, {"run.ses"}, Session(folder, 65536, 65536)});
-    return all;
+    constexpr bool kPlain = false;
+    constexpr bool kWindows = true;
+    return {
+        {"project", Look::Whole, kPlain, {"run.pro"}, Project(folder)},
+        {"project, two names",
+         Look::Whole,
+         kPlain,
+         {"linked.pro", "other.pro"},
+         ProjectOfTwoNames(folder)},
+        {"recent files", Look::Whole, kPlain, {"RecentFiles.ini"}, RecentFiles(folder)},
+        {"sensor file", Look::Whole, kPlain, {"sensors/Prova.sns"}, SensorFile(folder)},
+        {"conversion", Look::Whole, kPlain, {"run.csv", "run.txt", "run.tim"}, Conversion(folder)},
+        {"schema.ini", Look::Whole, kPlain, {"schema.ini"}, SchemaFile(folder)},
+        {"sectors of a track", Look::Whole, kWindows, {"tracks/Valdoro.sec"}, Sectors(folder)},
+        {"lap report (PDF)", Look::Pdf, kWindows, {"report.pdf"}, LapReport(folder)},
+        {"project sheet (PDF)", Look::Pdf, kWindows, {"sheet.pdf"}, ProjectSheet(folder)},
+        {"choice of language", Look::Whole, kPlain, {"LANGUAGES.DAT"}, Language(folder)},
+        {"session, 2 kB", Look::Whole, kPlain, {"run.ses"}, Session(folder, 100, 2000)},
+        {"session, 64 kB", Look::Whole, kPlain, {"run.ses"}, Session(folder, 65536, 65536)},
+    };
 }
 
 }  // namespace lapvane::soak

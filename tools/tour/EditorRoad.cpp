@@ -182,6 +182,19 @@ void Tour::CalibrateTheTank() {
 
 void Tour::Editors() {
     LiveView();
+    Notes();
+    Edit("Setup", "frmConfigurazione", QStringLiteral("setup"),
+         [](QWidget* window) { Type(window, "txtSettoreCrono0", QStringLiteral("800")); });
+    WrongNumber();
+    Edit("Alarm", "frmAllarmi", QStringLiteral("alarm-settings"),
+         [](QWidget* window) { Type(window, "txtLed4", QStringLiteral("12600")); });
+    SensorLibrary();
+    CalibrateTheTank();
+    ProjectSheet();
+    SaveAndOpenAgain();
+}
+
+void Tour::Notes() {
     Command("Note");
     robot_.Stop(
         QStringLiteral("notes"),
@@ -195,11 +208,9 @@ void Tour::Editors() {
             robot_.Check(DatiProgetto.NoteProgetto.ends_with("Setup 2") && ProgettoModificato,
                          QStringLiteral("the notes in the project"));
         });
-    Edit("Setup", "frmConfigurazione", QStringLiteral("setup"),
-         [](QWidget* window) { Type(window, "txtSettoreCrono0", QStringLiteral("800")); });
-    WrongNumber();
-    Edit("Alarm", "frmAllarmi", QStringLiteral("alarm-settings"),
-         [](QWidget* window) { Type(window, "txtLed4", QStringLiteral("12600")); });
+}
+
+void Tour::SensorLibrary() {
     Command("CustSensors");
     robot_.Stop(
         QStringLiteral("sensor editor"), [] { return Front("frmImpostaSensore") != nullptr; },
@@ -211,7 +222,9 @@ void Tour::Editors() {
             robot_.Picture(Front("frmImpostaSensore"), QStringLiteral("sensor-editor"));
             QTest::keyClick(Front("frmImpostaSensore"), Qt::Key_Escape);
         });
-    CalibrateTheTank();
+}
+
+void Tour::ProjectSheet() {
     robot_.Stop(
         QStringLiteral("project sheet"),
         [] { return QApplication::activeModalWidget() == nullptr; },
@@ -221,6 +234,9 @@ void Tour::Editors() {
             sheet.show();
             robot_.Picture(&sheet, QStringLiteral("project-sheet"));
         });
+}
+
+void Tour::SaveAndOpenAgain() {
     Command("Save");
     robot_.Stop(
         QStringLiteral("saved"), [] { return !ProgettoModificato; },

@@ -95,7 +95,11 @@ class Tour {
     void Exchange(const char* window, const char* button, const QString& name);
     void Editors();
     /// A number that no box takes, and the message about it.
+    void Notes();
     void WrongNumber();
+    void SensorLibrary();
+    void ProjectSheet();
+    void SaveAndOpenAgain();
     void CalibrateTheTank();
     /// One measure of the calibration, which becomes that point of the curve.
     void Pour(int point, const QString& litres);
