@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "platform/Platform.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {

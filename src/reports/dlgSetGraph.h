@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "platform/Colore.h"
 #include "reports/ImpostazioniCanale.h"
 
 namespace lapvane {
