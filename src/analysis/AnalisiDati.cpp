@@ -5,6 +5,7 @@
 #include "analysis/FileMancante.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
+#include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
 #include "reports/DatiSessione.h"

@@ -7,6 +7,7 @@
 #include "analysis/FileMancante.h"
 #include "analysis/Schema.h"
 #include "platform/FileTesto.h"
+#include "platform/Platform.h"
 #include "platform/PuntatoreOccupato.h"
 #include "platform/Testo1252.h"
 #include "shell/LoadStrings.h"

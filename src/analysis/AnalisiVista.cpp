@@ -1,5 +1,6 @@
 // Channels, axis, window and views: the events of the window that change what the graphs show.
 #include "analysis/AnalisiDati.h"
+#include "platform/Platform.h"
 #include "platform/PuntatoreOccupato.h"
 #include "shell/LoadStrings.h"
 

@@ -6,6 +6,7 @@
 
 #include "analysis/FormaDati.h"
 #include "analysis/PerCanale.h"
+#include "platform/Colore.h"
 #include "reports/FileSessione.h"
 #include "reports/ImpostazioniCanale.h"
 

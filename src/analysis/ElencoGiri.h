@@ -3,6 +3,7 @@
 #include <string>
 
 #include "analysis/PartiAnalisi.h"
+#include "platform/Colore.h"
 
 namespace lapvane {
 

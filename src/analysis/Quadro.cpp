@@ -1,5 +1,6 @@
 #include "analysis/Quadro.h"
 
+#include "platform/Platform.h"
 #include "shell/LoadStrings.h"
 
 namespace lapvane {

@@ -1,5 +1,7 @@
 #include "analysis/Scorrimento.h"
 
+#include "platform/Platform.h"
+
 namespace lapvane {
 
 namespace {

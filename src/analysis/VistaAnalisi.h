@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Platform.h"
+#include "platform/Colore.h"
 #include "reports/Circuiti.h"
 
 namespace lapvane {

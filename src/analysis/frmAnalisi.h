@@ -15,6 +15,7 @@
 #include <string>
 
 #include "analysis/AnalisiDati.h"
+#include "platform/Colore.h"
 #include "reports/DisegnoTracciato.h"
 #include "widgets/BarraNavigazione.h"
 #include "widgets/Dialogo.h"

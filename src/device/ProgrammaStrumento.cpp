@@ -7,6 +7,7 @@
 #include "device/RecordStrumento.h"
 #include "device/SerialComm.h"
 #include "device/TabelleRecord.h"
+#include "platform/Platform.h"
 #include "project/DatiProgetto.h"
 #include "sensors/CSensore.h"
 #include "sensors/CanaliSensore.h"

@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-#include "platform/Platform.h"
+#include "platform/Colore.h"
 
 namespace lapvane {
 

@@ -5,28 +5,12 @@
 #include <optional>
 #include <string>
 
+#include "platform/Boxes.h"
+#include "platform/Colore.h"
+#include "platform/FileRequest.h"
+#include "platform/Pointer.h"
+
 namespace lapvane {
-
-/// A colour as the system stores it: red in the low byte, then green, then blue.
-using Colore = std::uint32_t;
-
-constexpr Colore Rgb(unsigned rosso, unsigned verde, unsigned blu) {
-    return (rosso & 0xFFu) | ((verde & 0xFFu) << 8) | ((blu & 0xFFu) << 16);
-}
-
-enum class Icon { None, Information, Warning, Critical, Question };
-enum class Buttons { Ok, OkCancel, YesNoCancel };
-enum class Answer { Ok, Cancel, Yes, No };
-enum class Pointer { Normal, Busy };
-
-/// What an open or save dialog is asked for.
-struct FileRequest {
-    std::string Title;              ///< Windows-1252
-    std::filesystem::path Folder;   ///< empty: the current folder
-    std::string Filter;             ///< "Project File (*.pro)|*.pro"
-    std::filesystem::path Name;     ///< suggested name, may be empty
-    std::string RequiredExtension;  ///< save only: a name without it gets it; empty: left alone
-};
 
 /// The one seam to everything outside the program but the serial port, the graph and the printer.
 /// All text is Windows-1252.

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "platform/Platform.h"
-
 namespace lapvane {
 
 /// Shows the busy pointer for the length of a scope.
 class PuntatoreOccupato {
  public:
-    PuntatoreOccupato() { platform().MousePointer(Pointer::Busy); }
-    ~PuntatoreOccupato() { platform().MousePointer(Pointer::Normal); }
+    PuntatoreOccupato();
+    ~PuntatoreOccupato();
     PuntatoreOccupato(const PuntatoreOccupato&) = delete;
     PuntatoreOccupato& operator=(const PuntatoreOccupato&) = delete;
 };

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/Colore.h"
 #include "platform/qt/QtPlatform.h"
 
 namespace lapvane {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Platform.h"
+#include "platform/Colore.h"
 #include "reports/CanaliLog.h"
 #include "reports/DatiSessione.h"
 

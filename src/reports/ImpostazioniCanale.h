@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Platform.h"
+#include "platform/Colore.h"
 
 namespace lapvane {
 

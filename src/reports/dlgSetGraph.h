@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "platform/Colore.h"
 #include "reports/ImpostazioniCanale.h"
 #include "widgets/Dialogo.h"
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/Platform.h"
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/TestoQt.h"
 #include "widgets/Contrasto.h"

@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-#include "platform/Platform.h"
+#include "platform/Colore.h"
 #include "widgets/RigaCanale.h"
 
 namespace lapvane {

@@ -9,7 +9,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "platform/Platform.h"
+#include "platform/Colore.h"
 
 namespace lapvane {
 

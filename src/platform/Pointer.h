@@ -1,0 +1,7 @@
+#pragma once
+
+namespace lapvane {
+
+enum class Pointer { Normal, Busy };
+
+}  // namespace lapvane
