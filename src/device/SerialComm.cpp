@@ -70,8 +70,8 @@ void Svuota(SerialControl& porta) {
     porta.InputLen(0);
 }
 
-void MostraErroreControllo(const char* testo) {
-    platform().MsgBox(testo, Buttons::Ok, Icon::Information, platform().ExeName());
+void MostraErroreControllo(Voce testo) {
+    platform().MsgBox(Testo(testo), Buttons::Ok, Icon::Information, platform().ExeName());
 }
 
 bool Scrivi(const std::string& frame, std::string_view attesa, int attesaConferma, Eventi eventi) {
@@ -83,7 +83,7 @@ bool Scrivi(const std::string& frame, std::string_view attesa, int attesaConferm
         porta.Output(frame);
         return AttendiEsito(attesa, attesa.empty() ? kSvuotamento : attesaConferma, eventi);
     } catch (const ErroreControllo&) {
-        MostraErroreControllo("Errore nella scrittura dati");
+        MostraErroreControllo(Voce::ErroreScritturaDati);
         return false;
     }
 }
@@ -199,7 +199,7 @@ std::string RiceviRisposta(std::size_t numero) {
             if (risposta.size() < numero) platform().DoEvents(kAttesaEventi);
         }
     } catch (const ErroreControllo&) {
-        MostraErroreControllo("Errore nella lettura dati");
+        MostraErroreControllo(Voce::ErroreLetturaDati);
         return {};
     }
 }

@@ -165,7 +165,7 @@ class Convertitore {
 
     void Campione(std::string_view blocco, std::size_t i) {
         if (righeCsv_.Numero() >= kRigheMassime) {
-            throw ErroreRuntime(NumeroErrore::Subscript, "converting the log");
+            throw ErroreRuntime(NumeroErrore::Subscript, Lavoro::ConvertireLog);
         }
         const std::size_t base = kByteCampione * i;
         std::array<char, kRigaMassima> riga{};
@@ -317,13 +317,13 @@ FileLog ComponiLog() {
 }
 
 void ConvertiLog() {
-    constexpr std::string_view kCosa = "converting the log";
+    constexpr Lavoro kCosa = Lavoro::ConvertireLog;
     // Side files are named after the data file, its last three characters replaced.
     const fs::path txt = SenzaFine(PercorsoCsv, 3, "txt");
     const fs::path tim = SenzaFine(PercorsoCsv, 3, "tim");
     // A data file of that name would be written over by its own side file.
     if (PercorsoCsv == txt || PercorsoCsv == tim) {
-        throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, std::string(kCosa), PercorsoCsv);
+        throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, kCosa, PercorsoCsv);
     }
     const FileLog file = ComponiLog();
     // The data file last: where it is new, its side files are there when it appears.

@@ -261,7 +261,7 @@ EsitoSoccorso MettiDaParte() {
             luogo / PercorsoDaTesto(NomeLibero(luogo, "Lapvane " + platform().Stamp(), kFini) +
                                     std::string(kFineSoccorso));
         try {
-            ScriviFile(file, testo, "saving the project");
+            ScriviFile(file, testo, Lavoro::SalvareProgetto);
         } catch (const ErroreRuntime&) {
             continue;
         }
@@ -278,7 +278,7 @@ void OffriSoccorso() {
     for (const Trovato& trovato : Cerca()) {
         std::string testo;
         try {
-            testo = LeggiFile(trovato.File, "reading a file", kByteMassimi);
+            testo = LeggiFile(trovato.File, Lavoro::LeggereFile, kByteMassimi);
         } catch (const ErroreRuntime&) {
             continue;
         }

@@ -97,7 +97,7 @@ std::string TestoProgetto() {
 void SalvaProgetto() {
     // Until it is written it is not saved: the door puts it aside if the write fails.
     ProgettoModificato = true;
-    ScriviFile(PercorsoProgetto, TestoProgetto(), "saving the project");
+    ScriviFile(PercorsoProgetto, TestoProgetto(), Lavoro::SalvareProgetto);
     principale().Abilita(Comando::Save, true);
     principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto.empty()
                                                        ? "No Project Name"
@@ -137,7 +137,7 @@ bool LeggiProgetto(const fs::path& scelto) {
     std::string contenuto;
     try {
         // The reading ends at the 202nd value at the latest: no more of a huge file is of use.
-        contenuto = LeggiFile(percorso, "opening the project", kMassimoProgetto);
+        contenuto = LeggiFile(percorso, Lavoro::AprireProgetto, kMassimoProgetto);
     } catch (const ErroreRuntime&) {
         return rifiuta(Testo(Voce::IlFile) + " " + TestoDaPercorso(percorso) + " " +
                        Testo(Voce::NonTrovato));
@@ -145,8 +145,8 @@ bool LeggiProgetto(const fs::path& scelto) {
     LettoreRighe righe(contenuto);
     if (righe.Fine()) {
         // Kept: the wording of the language file.
-        return rifiuta("Fatal Error: Language database file " + TestoDaPercorso(percorso) +
-                       " is missing critical information.");
+        return rifiuta(Testo(Voce::TabellaTestiGuasta) + " " + TestoDaPercorso(percorso) + " " +
+                       Testo(Voce::TabellaTestiMancante));
     }
     const std::string_view prima = righe.Prossima();
     if (prima != kMagia) return rifiuta(Testo(Voce::NonEUnProgetto));

@@ -17,8 +17,8 @@ int NumRecenti = 0;
 namespace {
 
 constexpr int kVociMenu = 4;
-constexpr std::string_view kLettura = "reading the list of recent files";
-constexpr std::string_view kScrittura = "writing the list of recent files";
+constexpr Lavoro kLettura = Lavoro::LeggereRecenti;
+constexpr Lavoro kScrittura = Lavoro::ScrivereRecenti;
 
 // No system has longer paths: a line that is longer is none.
 constexpr std::size_t kRigaMassima = 32767;
@@ -41,8 +41,7 @@ void Leggi(const std::string& contenuto) {
             continue;
         }
         if (NumRecenti >= kVociMenu) {
-            throw ErroreRuntime(NumeroErrore::Subscript, std::string(kLettura), File(),
-                                righe.Numero());
+            throw ErroreRuntime(NumeroErrore::Subscript, kLettura, File(), righe.Numero());
         }
         ListaRecenti[static_cast<std::size_t>(NumRecenti)] = riga;
         principale().MostraFileRecente(NumRecenti, PercorsoDaRiga(riga));
