@@ -330,7 +330,7 @@ void ConvertiLog() {
     const std::array<FileNuovo, 3> insieme = {
         {{txt, file.Txt}, {tim, file.Tim}, {PercorsoCsv, file.Csv}}};
     ScriviInsieme(insieme, kCosa);
-    LogDaSalvare = false;
+    logInMemoria().DaSalvare = false;
     platform().MsgBox(Testo(Voce::ConversioneCompletata), Buttons::Ok, Icon::Information,
                       platform().ExeName());
 }
@@ -342,7 +342,7 @@ void mnuSaveData_Click() {
     // extension: the side files take their names from its three letters.
     constexpr std::array<std::string_view, 3> kFini = {".csv", ".txt", ".tim"};
     std::string stelo = "Lapvane " + platform().Stamp();
-    if (LogParziale) stelo += " " + Testo(Voce::Parziale);
+    if (logInMemoria().Parziale) stelo += " " + Testo(Voce::Parziale);
     const auto scelto =
         platform().AskSave({Testo(Voce::SalvaDatiScaricati), cartella, "Data File (*.csv)|*.csv",
                             PercorsoDaTesto(NomeLibero(cartella, stelo, kFini) + ".csv"), ".csv"});

@@ -216,7 +216,7 @@ void Download(Source& from) {
 }
 
 /// One exchange; false when a promise about time or the error flag is broken.
-bool Exchange(FuzzPlatform& machine, unsigned what) {
+bool Exchange(FuzzPlatform& machine, unsigned what, LiveView& live) {
     const std::int64_t start = machine.Clock;
     const RecordProgetto before = DatiProgetto;
     const auto x = CurvaX;
@@ -258,8 +258,8 @@ bool Exchange(FuzzPlatform& machine, unsigned what) {
             LeggiCurvaSensore(static_cast<std::int16_t>(what / 12 % 9));
             break;
         default:
-            LeggiValoriLive();
-            LeggiValoriAnalogici();
+            LeggiValoriLive(live);
+            LeggiValoriAnalogici((what & 0x40u) != 0 ? &live : nullptr);
     }
     if (ErroreComunicazione) {
         for (const auto& field : kCampiProgetto) {
@@ -301,10 +301,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
             Download(from);
             continue;
         }
-        DiagnosticaAperta = (what & 0x40u) != 0 ? &live : nullptr;
-        const bool kept = Exchange(machine, what);
-        DiagnosticaAperta = nullptr;
-        if (!kept) std::abort();
+        if (!Exchange(machine, what, live)) std::abort();
     }
     return 0;
 }

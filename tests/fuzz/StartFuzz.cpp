@@ -38,14 +38,15 @@ void Recent(FuzzPlatform& machine, const FuzzFolder& folder, std::string_view te
     } catch (const ErroreRuntime&) {
         return;
     }
-    if (NumRecenti < 0 || NumRecenti > 4) std::abort();
+    if (recenti().Quante < 0 || recenti().Quante > 4) std::abort();
     // What is written now can be read again, with the file that was opened on top.
     const bool fast = AnalisiSpeed;
     FileRecenteScelto = machine.Folder / "new.pro";
     ScriviFileRecenti();
     AzzeraFileRecenti();
     LeggiFileRecenti();
-    if (AnalisiSpeed != fast || NumRecenti < 1 || ListaRecenti[0] != FileRecenteScelto.native()) {
+    if (AnalisiSpeed != fast || recenti().Quante < 1 ||
+        recenti().Righe[0] != FileRecenteScelto.native()) {
         std::abort();
     }
 }

@@ -156,8 +156,8 @@ std::vector<Saver> Savers(const fs::path& folder) {
                            AzzeraFileRecenti();
                            if (which != 0) {
                                for (auto i : {0u, 1u, 2u})
-                                   ListaRecenti[i] = Long(1 + static_cast<int>(i), 4000);
-                               NumRecenti = 3;
+                                   recenti().Righe[i] = Long(1 + static_cast<int>(i), 4000);
+                               recenti().Quante = 3;
                            }
                            FileRecenteScelto = "/a/b.pro";
                            ScriviFileRecenti();
