@@ -66,7 +66,7 @@ constexpr std::array<Posto, 15> kPosti = {{{0, 5, 2, DecodificaInt16, 1, ""},
                                            {16, 30, 2, DecodificaInt16, 1470, "##0.000"}}};
 
 std::string Mostra(const Posto& posto, std::string_view risposta, char separatore) {
-    const std::string letto = posto.Decodifica(risposta.substr(posto.Byte - 1, posto.Larghezza));
+    std::string letto = posto.Decodifica(risposta.substr(posto.Byte - 1, posto.Larghezza));
     if (*posto.Figura == '\0') return letto;
     return Formatta(Intero(letto) / posto.Divisore, posto.Figura, separatore);
 }
@@ -75,7 +75,7 @@ std::string Mostra(const Posto& posto, std::string_view risposta, char separator
 /// stands until somebody comes.
 std::string LeggiGruppo(VistaDiagnostica* vista, GruppoLive gruppo, int comando,
                         std::size_t caratteri) {
-    const std::string risposta = Domanda(Frame(comando), caratteri);
+    std::string risposta = Domanda(Frame(comando), caratteri);
     if (vista != nullptr) vista->Letto(gruppo, !risposta.empty());
     if (risposta.empty()) {
         SegnalaErroreComunicazione();
