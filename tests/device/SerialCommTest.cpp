@@ -4,6 +4,7 @@
 
 #include "device/Codec.h"
 #include "shell/Editor.h"
+#include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
 #include "support/SerialeProva.h"
@@ -118,26 +119,20 @@ TEST_F(Collegamento, ReplyWithinFiveSecondsCountsAndOneShortDoesNot) {
     EXPECT_EQ(RiceviRisposta(13), kIdentita) << "the tail of an earlier reply was not discarded";
 }
 
-TEST_F(Collegamento, ClosedPortAnswersAtOnce) {
+TEST_F(Collegamento, PortThatVanishesEndsEveryWaitAndAClosedOneAnswersAtOnce) {
+    Strumento(1);
+    ASSERT_TRUE(LinkPronto());
+    porta.Risponde = nullptr;
+    macchina.DuranteEventi = [this] { porta.PortOpen(false); };
+    EXPECT_LT(Durata([] { EXPECT_EQ(RiceviRisposta(13), ""); }), 50);
+    porta.PortOpen(true);
+    EXPECT_LT(Durata([] { EXPECT_FALSE(ScriviFrame(Frame(1), Conferma(1))); }), 50);
     EXPECT_EQ(Durata([] {
                   EXPECT_FALSE(ScriviFrame(Frame(2)));
                   EXPECT_FALSE(ScriviFrameLento(Frame(2), "x"));
                   EXPECT_EQ(RiceviRisposta(5), "");
               }),
               0);
-    EXPECT_TRUE(porta.Scritti.empty());
-}
-
-TEST_F(Collegamento, PortThatVanishesEndsEveryWait) {
-    Strumento(1);
-    ASSERT_TRUE(LinkPronto());
-    porta.Risponde = nullptr;
-    macchina.DuranteEventi = [this] { porta.PortOpen(false); };
-    EXPECT_LT(Durata([] { EXPECT_EQ(RiceviRisposta(13), ""); }), 50);
-    macchina.DuranteEventi = nullptr;
-    porta.PortOpen(true);
-    macchina.DuranteEventi = [this] { porta.PortOpen(false); };
-    EXPECT_LT(Durata([] { EXPECT_FALSE(ScriviFrame(Frame(1), Conferma(1))); }), 50);
 }
 
 TEST_F(Collegamento, SlowWriteWaitsTenSecondsWithoutEvents) {
@@ -158,32 +153,27 @@ TEST_F(Collegamento, SlowWriteWaitsTenSecondsWithoutEvents) {
     EXPECT_EQ(Durata([] { EXPECT_FALSE(ScriviFrame(Frame(20))); }), 3000);
 }
 
-TEST_F(Collegamento, ErrorsOfTheControlAreShown) {
-    Strumento(1);
-    ASSERT_TRUE(LinkPronto());
-    macchina.Risposte = {Answer::Ok, Answer::Ok};
-    porta.GuastoScrittura = true;
-    EXPECT_FALSE(ScriviFrame(Frame(2)));
-    porta.GuastoLettura = true;
-    EXPECT_EQ(RiceviRisposta(5), "");
-    ASSERT_EQ(macchina.Mostrati.size(), 2u);
-    EXPECT_EQ(macchina.Mostrati[0].Testo, "Errore nella scrittura dati");
-    EXPECT_EQ(macchina.Mostrati[1].Testo, "Errore nella lettura dati");
-    EXPECT_EQ(macchina.Mostrati[1].Icona, Icon::Information);
-}
-
-TEST_F(Collegamento, FailedReadShowsTheTextAndSetsTheFlag) {
+TEST_F(Collegamento, FailuresAreToldAndSetTheFlag) {
     prova::CaricaTestiVeri(1);
     Strumento(1);
     ASSERT_TRUE(LinkPronto());
     porta.Risponde = nullptr;
-    macchina.Risposte = {Answer::Ok};
+    macchina.Risposte = {Answer::Ok, Answer::Ok, Answer::Ok};
     EXPECT_EQ(ChiediStrumento(Frame(37), 36), "");
     EXPECT_TRUE(ErroreComunicazione);
-    EXPECT_EQ(macchina.Mostrati.back().Icona, Icon::None);
+    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::StrumentoNonRisponde));
+    EXPECT_EQ(macchina.Mostrati[0].Icona, Icon::None);
+    EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
     porta.Risponde = [this](const std::string&) { porta.Fra(5, std::string(36, 'y')); };
     EXPECT_EQ(ChiediStrumento(Frame(37), 36), std::string(36, 'y'));
     EXPECT_FALSE(ErroreComunicazione);
+    porta.GuastoScrittura = true;
+    EXPECT_FALSE(ScriviFrame(Frame(2)));
+    porta.GuastoLettura = true;
+    EXPECT_EQ(RiceviRisposta(5), "");
+    EXPECT_EQ(macchina.Mostrati[1].Testo, Testo(Voce::ErroreScritturaDati));
+    EXPECT_EQ(macchina.Mostrati[2].Testo, Testo(Voce::ErroreLetturaDati));
+    EXPECT_EQ(macchina.Mostrati[2].Icona, Icon::Information);
 }
 
 TEST_F(Collegamento, LampsFlashForHalfASecond) {
@@ -233,18 +223,15 @@ TEST_F(Collegamento, PollFollowsTheInstrumentAndTheEditorOnlyChanges) {
     EXPECT_FALSE(finestra.Menu(Comando::DownData));
     EXPECT_EQ(editor.Chiamate, (std::vector<bool>{true, false}));
 
+    Strumento(2);
+    tmrComm_Timer();
     porta.PortOpen(false);  // the port itself is gone
     porta.Porte.clear();
     tmrComm_Timer();
     EXPECT_EQ(collegamento().TempoMassimo[1], 3000);
-    Strumento(1);
-    tmrComm_Timer();
-    EXPECT_EQ(editor.Chiamate, (std::vector<bool>{true, false, true}));
-    porta.PortOpen(false);
-    porta.Porte.clear();
-    tmrComm_Timer();
     EXPECT_FALSE(StrumentoPresente);
     EXPECT_FALSE(finestra.Pulsante(Comando::DownData));
+    EXPECT_EQ(editor.Chiamate, (std::vector<bool>{true, false, true, false}));
 }
 
 TEST_F(Collegamento, PollKeepsOffThePortDuringTransferAndAnalysis) {
@@ -288,19 +275,17 @@ TEST_F(Collegamento, SomebodyWithoutTimeForTheReplyKnowsNothingOfTheInstrument) 
     EXPECT_FALSE(StrumentoPresente);
 }
 
-TEST_F(Collegamento, SomebodyWaitingEndsAScanOfSilentPorts) {
+TEST_F(Collegamento, NobodyThereEndsAScanAndEveryWait) {
     for (int numero = 1; numero <= 20; ++numero) porta.Porte[numero] = true;
-    const std::int64_t inizio = macchina.Orologio;
+    std::int64_t inizio = macchina.Orologio;
     finestra.Rinuncia = [&] { return macchina.Orologio - inizio > 300; };
     EXPECT_LT(Durata([] { tmrComm_Timer(); }), 400);
     EXPECT_FALSE(porta.PortOpen());
     EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "NO COMMUNICATION");
-}
-
-TEST_F(Collegamento, AbandonedTransferEndsEveryWaitAndTellsNobody) {
-    for (int numero = 1; numero <= 20; ++numero) porta.Porte[numero] = true;
+    finestra.Rinuncia = nullptr;
+    // The same for a transfer whose window has closed; and what fails is told to nobody.
     FaseComunicazione = 38;
-    const std::int64_t inizio = macchina.Orologio;
+    inizio = macchina.Orologio;
     macchina.DuranteEventi = [&] {
         if (macchina.Orologio - inizio >= 100) collegamento().Abbandonato = true;
     };

@@ -17,21 +17,17 @@
 namespace lapvane {
 namespace {
 
+constexpr int kMassimo = 60000;  // ms, for what comes at once on an idle machine
+
 class Seriale : public ::testing::Test {
  protected:
     Seriale() {
         maestro = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
         EXPECT_EQ(::grantpt(maestro), 0);
         EXPECT_EQ(::unlockpt(maestro), 0);
-        termios crudo{};
-        ::tcgetattr(maestro, &crudo);
-        ::cfmakeraw(&crudo);
-        ::tcsetattr(maestro, TCSANOW, &crudo);
         std::filesystem::create_directory(macchina.Cartella / "ports");
         std::filesystem::create_symlink(::ptsname(maestro), macchina.Cartella / "ports" / "COM1");
         porta.Settings("19200,N,8,1");
-        porta.DTREnable(false);
-        porta.RTSEnable(true);
         porta.CommPort(1);
     }
     ~Seriale() override { Stacca(); }
@@ -39,14 +35,21 @@ class Seriale : public ::testing::Test {
         if (maestro >= 0) ::close(maestro);
         maestro = -1;
     }
-    std::string DalProgramma() {
-        std::string letto(256, '\0');
-        const ssize_t n = ::read(maestro, letto.data(), letto.size());
-        letto.resize(n > 0 ? static_cast<std::size_t>(n) : 0);
+    std::string DalProgramma(std::size_t quanti) {
+        std::string letto;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                char byte[512];
+                const ssize_t n = ::read(maestro, byte, sizeof byte);
+                if (n > 0) letto.append(byte, static_cast<std::size_t>(n));
+                return letto.size() >= quanti;
+            },
+            kMassimo));
         return letto;
     }
-    void AlProgramma(const std::string& byte) {
-        ASSERT_EQ(::write(maestro, byte.data(), byte.size()), static_cast<ssize_t>(byte.size()));
+    void AlProgramma(const std::string& byte, std::size_t arrivano) {
+        EXPECT_EQ(::write(maestro, byte.data(), byte.size()), static_cast<ssize_t>(byte.size()));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return porta.InBufferCount() == arrivano; }, kMassimo));
     }
 
     prova::WindowPlatform macchina;
@@ -57,21 +60,27 @@ class Seriale : public ::testing::Test {
 TEST_F(Seriale, EveryByteGoesBothWaysThoughThePortRefusesItsLines) {
     porta.PortOpen(true);
     ASSERT_TRUE(porta.PortOpen());
+    termios modo{};
+    ASSERT_EQ(::tcgetattr(maestro, &modo), 0);
+    EXPECT_EQ(::cfgetospeed(&modo), speed_t{B19200});
     std::string tutti;
     for (int c = 0; c < 256; ++c) tutti += static_cast<char>(c);
+    porta.Output("H");
+    char primo = 0;
+    EXPECT_EQ(::read(maestro, &primo, 1), 1) << "it has left before any event runs";
     porta.Output(tutti);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return porta.OutBufferCount() == 0; }, 1000));
-    EXPECT_EQ(DalProgramma(), tutti);
-    AlProgramma(tutti);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return porta.InBufferCount() == 256; }, 1000));
+    EXPECT_EQ(DalProgramma(256), tutti);
+    EXPECT_EQ(porta.OutBufferCount(), 0u);
+    AlProgramma(tutti, 256);
     porta.InputLen(100);
     EXPECT_EQ(porta.Input(), tutti.substr(0, 100));
     porta.InputLen(0);
     EXPECT_EQ(porta.Input(), tutti.substr(100));
-    AlProgramma("rest");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return porta.InBufferCount() == 4; }, 1000));
+    AlProgramma("rest", 4);
     porta.ClearInBuffer();
     EXPECT_EQ(porta.InBufferCount(), 0u);
+    // Who talks without end does not fill the memory.
+    AlProgramma(std::string(1000, 'x'), 300);
     EXPECT_THROW(porta.PortOpen(true), ErroreControllo);
     porta.PortOpen(false);
     EXPECT_THROW(porta.Output("x"), ErroreControllo);
@@ -80,28 +89,16 @@ TEST_F(Seriale, EveryByteGoesBothWaysThoughThePortRefusesItsLines) {
 
 TEST_F(Seriale, WaitWithoutEventsEndsWhenSomethingArrives) {
     porta.PortOpen(true);
-    AlProgramma("R");
+    EXPECT_EQ(::write(maestro, "R", 1), 1);
+    porta.WaitForInput(kMassimo);
+    EXPECT_EQ(porta.InBufferCount(), 1u);
     QElapsedTimer orologio;
     orologio.start();
-    porta.WaitForInput(3000);
-    EXPECT_LT(orologio.elapsed(), 1000);
-    EXPECT_EQ(porta.InBufferCount(), 1u);
-    porta.Input();
-    orologio.restart();
     porta.WaitForInput(30);
     EXPECT_GE(orologio.elapsed(), 25);
 }
 
-TEST_F(Seriale, PortThatVanishesClosesItself) {
-    porta.PortOpen(true);
-    Stacca();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !porta.PortOpen(); }, 2000));
-    EXPECT_EQ(porta.InBufferCount(), 0u);
-    EXPECT_EQ(porta.OutBufferCount(), 0u);
-    EXPECT_EQ(porta.Input(), "");
-}
-
-TEST_F(Seriale, WritingToAPortThatVanishedIsNoErrorOfItsOwn) {
+TEST_F(Seriale, PortThatVanishesClosesItselfAndCanBeOpenedAgain) {
     porta.PortOpen(true);
     Stacca();
     EXPECT_NO_THROW({
@@ -109,13 +106,32 @@ TEST_F(Seriale, WritingToAPortThatVanishedIsNoErrorOfItsOwn) {
         porta.ClearInBuffer();
         porta.Output("H");
     });
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !porta.PortOpen(); }, 2000));
+    EXPECT_FALSE(porta.PortOpen()) << "it counts as closed at once";
+    EXPECT_EQ(porta.InBufferCount() + porta.OutBufferCount(), 0u);
+    EXPECT_EQ(porta.Input(), "");
+    maestro = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+    ::grantpt(maestro);
+    ::unlockpt(maestro);
+    const auto legame = macchina.Cartella / "ports" / "COM1";
+    std::filesystem::remove(legame);
+    std::filesystem::create_symlink(::ptsname(maestro), legame);
+    porta.PortOpen(true);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(porta.PortOpen());
 }
 
-TEST_F(Seriale, OtherSettingsAreRefused) {
-    EXPECT_THROW(porta.Settings("9600,E,7,1"), ErroreControllo);
-    EXPECT_THROW(porta.Settings(""), ErroreControllo);
+TEST_F(Seriale, WhatIsNotThereOrNotKnownIsRefused) {
+    for (const char* altro : {"9600,E,8,1", "9600,N,7,1", "9600,N,8,2", "fast,N,8,1", ""}) {
+        EXPECT_THROW(porta.Settings(altro), ErroreControllo) << altro;
+    }
     EXPECT_THROW(porta.Handshaking(2), ErroreControllo);
+    porta.CommPort(200);
+    try {
+        porta.PortOpen(true);
+        ADD_FAILURE();
+    } catch (const ErroreControllo& errore) {
+        EXPECT_STREQ(errore.what(), "no such port");
+    }
 }
 
 }  // namespace
