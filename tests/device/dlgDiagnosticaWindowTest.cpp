@@ -1,5 +1,6 @@
 #include "device/dlgDiagnostica.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 #include "device/SerialComm.h"
@@ -76,6 +77,7 @@ TEST_F(VistaDalVivo, ValuesThatAreNotReadAreGreyAndComeBackByThemselves) {
     memoria->setFixedWidth(70);
     int fase = 0;
     QString ultimo;
+    QElapsedTimer da;
     macchina.AlBox = [&] {
         EXPECT_TRUE(riga->isVisible());
         EXPECT_EQ(Vivi(), fase == 1) << "the message covers values that look alive";
@@ -85,6 +87,7 @@ TEST_F(VistaDalVivo, ValuesThatAreNotReadAreGreyAndComeBackByThemselves) {
     };
     macchina.Risposte = {Answer::Ok, Answer::Ok};
     Gira([&] {
+        EXPECT_EQ(giri->isEnabled(), lampada->isEnabled());
         const bool tutti = Vivi() && ingresso->isEnabled() && !riga->isVisible();
         if (fase == 0 && tutti) {
             EXPECT_EQ(Barra(), "COM 1");
@@ -95,11 +98,14 @@ TEST_F(VistaDalVivo, ValuesThatAreNotReadAreGreyAndComeBackByThemselves) {
             fase = 1;
         } else if (fase == 2 && tutti) {
             ultimo = giri->text();
+            QTest::qWait(100);
+            da.start();
             Guasta("silent");
             fase = 3;
         } else if (fase == 3 && Vivi()) {
             // Long before the reply is given up.
             EXPECT_TRUE(QTest::qWaitFor([&] { return !Vivi(); }, 60000));
+            EXPECT_GE(da.elapsed(), 950) << "it was read a moment ago";
             EXPECT_EQ(Barra(), "NO COMMUNICATION");
             EXPECT_EQ(giri->text(), ultimo) << "grey, and still there to be read";
         } else if (fase == 4 && tutti) {

@@ -134,6 +134,7 @@ TEST(Traiettoria, TheCarKeepsToGripPowerAndBrakes) {
     EXPECT_NEAR(traiettoria.Al(traiettoria.Passaggio(2)).Posizione, 2.0 * kLunghezza, 1e-6);
     EXPECT_EQ(traiettoria.Al(traiettoria.Durata() + 100.0).Velocita, 0.0);
     EXPECT_EQ(traiettoria.Al(1.0).Velocita, 0.0);
+    EXPECT_LT(traiettoria.Al(traiettoria.Durata() - 0.3).Velocita, 8.0) << "it stops";
 }
 
 TEST(Sessione, LapMemoryAndLapMarksTellTheSameLaps) {
@@ -150,10 +151,10 @@ TEST(Sessione, LapMemoryAndLapMarksTellTheSameLaps) {
         tempi.push_back(TempoGiro(memoria, static_cast<int>(k)));
         EXPECT_LT(std::abs(tempi[k] - (marche[k + 1] - marche[k]) * 100), 100) << k;
     }
-    // The sum over the session is as exact as one lap.
-    EXPECT_LT(std::abs(std::accumulate(tempi.begin(), tempi.end(), 0) -
-                       (marche.back() - marche.front()) * 100),
-              100);
+    const Traiettoria traiettoria(CircuitoDiProva(), 14);
+    EXPECT_EQ(
+        std::accumulate(tempi.begin(), tempi.end(), 0),
+        std::floor(traiettoria.Passaggio(14) * 100) - std::floor(traiettoria.Passaggio(0) * 100));
     EXPECT_EQ(std::max_element(tempi.begin(), tempi.end()) - tempi.begin(), 5) << "traffic";
     EXPECT_EQ(std::min_element(tempi.begin(), tempi.end()) - tempi.begin(), 10) << "the best";
     EXPECT_GT(tempi[0], tempi[2]) << "cold tyres";
@@ -203,6 +204,7 @@ TEST(Sessione, TheCarIsOneThatAnEngineerBelieves) {
     const Memoria memoria = Registra();
     const std::vector<std::int32_t> marche = Accesi(memoria, 1);
     int massimi[4] = {};
+    int scalate = 0, prima = 0;
     for (std::int32_t d = 0; d < memoria.Blocchi() * 10; ++d) {
         const std::string_view blocco = memoria.Blocco(d / 10);
         const auto base = static_cast<std::size_t>(d % 10) * 11;
@@ -219,8 +221,12 @@ TEST(Sessione, TheCarIsOneThatAnEngineerBelieves) {
             massimi[k] = std::max(massimi[k], valore);
         }
         massimi[3] = std::max(massimi[3], WordIn(blocco, 122));
+        scalate += marcia != 0 && marcia < prima ? 1 : 0;
+        prima = marcia;
     }
     EXPECT_GE(massimi[0], 5);
+    EXPECT_GT(scalate, 30);
+    EXPECT_EQ(prima, 0) << "it stands at the end";
     EXPECT_TRUE(massimi[1] >= 8 && massimi[1] <= 17) << massimi[1];  // tenths of g
     EXPECT_EQ(massimi[2], 6);                                        // -0.6 bar
     EXPECT_TRUE(massimi[3] > 160 && massimi[3] < 290) << massimi[3];
@@ -240,7 +246,8 @@ TEST(Sessione, TheCarIsOneThatAnEngineerBelieves) {
              {11, marche[4], marche[6], marche[5], marche[8], 20, 200},
              // The oil surges in one corner of one lap.
              {14, marche[0], fine, marche[0], fine, 1, 12},
-             // The tank is empty near the end.
+             // The tank is empty near the end: level, and pressure in the corners.
+             {13, marche[9], fine, marche[11], fine, 1, 100},
              {15, marche[9], fine, marche[13], fine, 5, 600},
          }) {
         const auto accesi = Accesi(memoria, a.Bit);
@@ -249,6 +256,7 @@ TEST(Sessione, TheCarIsOneThatAnEngineerBelieves) {
         EXPECT_TRUE(accesi.back() >= a.AMinimo && accesi.back() <= a.AMassimo) << a.Bit;
         EXPECT_TRUE(accesi.size() >= a.Almeno && accesi.size() <= a.AlPiu) << a.Bit;
     }
+    EXPECT_NEAR(WordIn(memoria.Blocco(Accesi(memoria, 8).back()), 111), 650, 10);
     const std::int32_t olio = Accesi(memoria, 14).front();
     EXPECT_LE(ByteIn(memoria.Blocco(olio + 1), 115), 20) << "low in the slow readings as well";
     EXPECT_GE(ByteIn(memoria.Blocco(olio - 3), 115), 30);

@@ -294,9 +294,13 @@ TEST_F(SalvaDati, WhatCantBeWrittenIsToldAndStaysInMemory) {
 #endif
     EXPECT_EQ(salva(macchina.Cartella / "manca" / "x.csv"),
               atteso(macchina.Cartella / "manca" / "x.txt", Voce::MotivoSparito));
+    // An error that names no file itself.
+    NumBlocchi = 16385;
+    BlocchiLog.resize(16385, BlocchiLog[0]);
+    EXPECT_NE(salva(csv).find(csv.string()), std::string::npos);
     EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
     EXPECT_TRUE(logInMemoria().DaSalvare);
-    EXPECT_EQ(NumBlocchi, 120);
+    NumBlocchi = 120;
     EXPECT_EQ(salva(csv), Testo(Voce::ConversioneCompletata));
     EXPECT_FALSE(logInMemoria().DaSalvare);
 }
