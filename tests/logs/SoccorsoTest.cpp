@@ -149,19 +149,9 @@ TEST_F(Soccorso, TheNewestIsOfferedFirstAndADeclinedOneNotAgain) {
     EXPECT_TRUE(finestra.Menu(Comando::SaveAs) && finestra.Menu(Comando::ReadDev));
     EXPECT_EQ(finestra.Testo(Pannello::Percorso), "");
     EXPECT_FALSE(finestra.Menu(Comando::SaveData));
-}
-
-TEST_F(Soccorso, WhatIsReplacedUnsavedIsOfferedAgain) {
-    Lavora();
-    MettiDaParte();
-    Riparti();
-    macchina.Risposte = {Answer::Yes};
-    OffriSoccorso();
-    LasciaSoccorso(logInMemoria().DaSalvare);  // another download begins ...
-    AzzeraBufferLog();
-    ProgettoModificato = false;  // ... and the project is saved
+    LasciaSoccorso(true);  // something unsaved is replaced: what was put aside stays
     FineSoccorso();
-    EXPECT_EQ(Rimasti().size(), 1u);
+    EXPECT_EQ(Rimasti().size(), 2u);
 }
 
 TEST_F(Soccorso, CutOrForeignFilesAreNoOffer) {
