@@ -94,18 +94,18 @@ TEST_F(VistaDalVivo, ValuesThatAreNotReadAreGreyAndComeBackByThemselves) {
             EXPECT_EQ(giri->text(), QStringLiteral("16448"));
             EXPECT_NE(ingresso->text(), QString());
             EXPECT_TRUE(memoria->text().startsWith(u"99.9")) << memoria->text().toStdString();
+            QTest::qWait(400);  // so that a clock that began with the window would show
             Guasta("drop:9");
             fase = 1;
         } else if (fase == 2 && tutti) {
             ultimo = giri->text();
-            QTest::qWait(100);
             da.start();
             Guasta("silent");
             fase = 3;
         } else if (fase == 3 && Vivi()) {
             // Long before the reply is given up.
             EXPECT_TRUE(QTest::qWaitFor([&] { return !Vivi(); }, 60000));
-            EXPECT_GE(da.elapsed(), 950) << "it was read a moment ago";
+            EXPECT_GE(da.elapsed(), 750) << "it was read a moment ago";
             EXPECT_EQ(Barra(), "NO COMMUNICATION");
             EXPECT_EQ(giri->text(), ultimo) << "grey, and still there to be read";
         } else if (fase == 4 && tutti) {
@@ -121,19 +121,13 @@ TEST_F(VistaDalVivo, ValuesThatAreNotReadAreGreyAndComeBackByThemselves) {
     EXPECT_EQ(Detto(), std::vector<std::string>(2, Testo(Voce::StrumentoNonRisponde)));
 }
 
-TEST_F(VistaDalVivo, WithoutAnInstrumentItIsGreyBeforeAnythingWasAsked) {
-    Guasta("silent");
-    bool grigia = false;
-    macchina.BoxLiberi = true;
+TEST_F(VistaDalVivo, WithoutAnAnswerItIsGreyLongBeforeItIsGivenUp) {
+    Guasta("silent:37");
+    ASSERT_TRUE(LinkPronto());
     Gira([&] {
-        if (!grigia && porta.PortOpen()) {
-            EXPECT_TRUE(QTest::qWaitFor([&] { return riga->isVisible(); }, 60000));
-            EXPECT_FALSE(Vivi());
-            grigia = true;
-        }
+        EXPECT_TRUE(QTest::qWaitFor([&] { return riga->isVisible(); }, 60000));
         dialogo.close();
     });
-    EXPECT_TRUE(grigia);
 }
 
 }  // namespace

@@ -1,17 +1,15 @@
-#include "support/Cartelle.h"
 #include "tools/texttable/texttable.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <filesystem>
-#include <functional>
+#include <map>
 #include <set>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "shell/LoadStrings.h"
+#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 #include "support/SpazioFinito.h"
 
@@ -20,29 +18,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A table of the least size in which every text is named after its number.
-std::vector<std::string> PlainLines() {
-    std::vector<std::string> lines = {"number\tname\titalian\tenglish\tmessage\twhere used"};
-    for (std::size_t i = 1; i <= kTexts; ++i) {
-        std::ostringstream line;
-        line << i << "\t-\tuno " << i << "\tone " << i << "\t-\tmenu";
-        lines.push_back(line.str());
-    }
-    return lines;
-}
-
-std::string Joined(const std::vector<std::string>& lines) {
+/// A table in which every text is named after its number, but for some lines (from 1).
+std::string Tsv(std::map<std::size_t, std::string> changed = {}) {
+    changed.insert({1, "number\tname\titalian\tenglish\tmessage\twhere used"});
     std::string text;
-    for (const std::string& line : lines) text += line + "\n";
-    return text;
-}
-
-std::string Faults(const std::string& tsv) {
-    std::string all;
-    for (const Fault& fault : ReadTable(tsv).Faults) {
-        all += std::to_string(fault.Line) + ": " + fault.What + "\n";
+    for (std::size_t line = 1; line <= std::max(kTexts + 1, changed.rbegin()->first); ++line) {
+        const std::string n = std::to_string(line - 1);
+        const auto other = changed.find(line);
+        text += other != changed.end() ? other->second
+                                       : n + "\t-\tuno " + n + "\tone " + n + "\t-\tmenu";
+        text += "\n";
     }
-    return all;
+    return text;
 }
 
 TEST(TextTable, EncodingRefusesWhatDoesNotComeBack) {
@@ -56,81 +43,89 @@ TEST(TextTable, EncodingRefusesWhatDoesNotComeBack) {
 }
 
 TEST(TextTable, EachFaultIsToldOnceWithItsLine) {
-    ASSERT_EQ(Faults(Joined(PlainLines())), "");
-
+    const auto faults = [](const std::string& tsv) {
+        std::string all;
+        for (const Fault& fault : ReadTable(tsv).Faults) {
+            all += std::to_string(fault.Line) + ": " + fault.What + "|";
+        }
+        return all;
+    };
+    EXPECT_EQ(faults(Tsv()), "");
     struct Case {
-        const char* Expected;
-        std::function<void(std::vector<std::string>&)> Damage;
+        std::size_t Line;
+        const char *Text, *What;
     };
-    using Lines = std::vector<std::string>;
-    const Case cases[] = {
-        {"1: the heading is not number, name, italian, english, message, where used, by tabs\n",
-         [](Lines& l) { l[0] = "number\titalian\tenglish\tmessage\twhere used"; }},
-        {"6: 6 columns expected, 5 found\n", [](Lines& l) { l[5] = "5\tcinque\tfive\t-\tx"; }},
-        {"6: number 5 expected, \"6\" found\n335: 334 rows expected, 333 found\n",
-         [](Lines& l) { l.erase(l.begin() + 5); }},
-        {"6: number 5 expected, \"05\" found\n", [](Lines& l) { l[5] = "05\t-\ta\tb\t-\tc"; }},
-        {"3: the Italian text is empty\n", [](Lines& l) { l[2] = "2\t-\t\tb\t-\tc"; }},
-        {"3: the Italian text begins or ends with a double quote\n",
-         [](Lines& l) { l[2] = "2\t-\t\"a\" b\tb\t-\tc"; }},
-        {"3: the English text begins or ends with a double quote\n",
-         [](Lines& l) { l[2] = "2\t-\ta\ta \"b\"\t-\tc"; }},
-        {"3: the column of where it is used has the control character 13\n",
-         [](Lines& l) { l[2] += "\r"; }},
-        {"3: the English text has the control character 127\n",
-         [](Lines& l) { l[2] = "2\t-\ta\t\x7F\t-\tc"; }},
-        {"3: the Italian text is not UTF-8 or has a character that Windows-1252 lacks\n",
-         [](Lines& l) { l[2] = "2\t-\tcitt\xE0\tb\t-\tc"; }},
-        {"3: \"yes\" is not heading, part or -\n", [](Lines& l) { l[2] = "2\tDue\ta\tb\tyes\tc"; }},
-        // A text of the program's own has a name, and one that no other has.
-        {"336: \"-\" is not a name\n", [](Lines& l) { l.push_back("335\t-\ta\tb\t-\tc"); }},
-        {"337: the name Uno stands twice\n",
-         [](Lines& l) {
-             l.push_back("335\tUno\ta\tb\t-\tc");
-             l.push_back("336\tUno\ta\tb\t-\tc");
-         }},
-    };
-    for (const Case& c : cases) {
-        Lines lines = PlainLines();
-        c.Damage(lines);
-        EXPECT_EQ(Faults(Joined(lines)), c.Expected);
+    for (const Case& c : {
+             Case{
+                 1, "number\titalian",
+                 "the heading is not number, name, italian, english, message, where used, by tabs"},
+             {6, "5\tcinque\tfive\t-\tx", "6 columns expected, 5 found"},
+             {6, "05\t-\ta\tb\t-\tc", "number 5 expected, \"05\" found"},
+             {3, "2\t-\t\tb\t-\tc", "the Italian text is empty"},
+             {3, "2\t-\t\"a\" b\tb\t-\tc", "the Italian text begins or ends with a double quote"},
+             {3, "2\t-\ta\ta \"b\"\t-\tc", "the English text begins or ends with a double quote"},
+             {3, "2\t-\ta\tb\t-\tc\r",
+              "the column of where it is used has the control character 13"},
+             {3, "2\t-\ta\t\x7F\t-\tc", "the English text has the control character 127"},
+             {3, "2\t-\tcitt\xE0\tb\t-\tc",
+              "the Italian text is not UTF-8 or has a character that Windows-1252 lacks"},
+             {3, "2\tDue\ta\tb\tyes\tc", "\"yes\" is not heading, part or -"},
+             // A text of the program's own has a name.
+             {336, "335\t-\ta\tb\t-\tc", "\"-\" is not a name"},
+         }) {
+        EXPECT_EQ(faults(Tsv({{c.Line, c.Text}})), std::to_string(c.Line) + ": " + c.What + "|");
     }
+    EXPECT_EQ(faults(Tsv({{336, "335\tUno\ta\tb\t-\tc"}, {337, "336\tUno\ta\tb\t-\tc"}})),
+              "337: the name Uno stands twice|");
+    std::string missing = Tsv();
+    missing.erase(missing.find("5\t-"), missing.find("6\t-") - missing.find("5\t-"));
+    EXPECT_EQ(faults(missing),
+              "6: number 5 expected, \"6\" found|335: 334 rows expected, 333 found|");
+}
+
+TEST(TextTable, OwnTextsAreBuiltInAndStayOutOfTheLanguageFile) {
+    const auto entries =
+        ReadTable(Tsv({{10, "9\tNove\tuno 9\tone 9\t-\tmenu"},
+                       {336, "335\tVelocita\tVelocit\u00E0 1 \"a\" \\\tSpeed\t-\tc"}}))
+            .Entries;
+    EXPECT_EQ(LanguageFile(entries), LanguageFile(ReadTable(Tsv()).Entries));
+    EXPECT_NE(NamesHeader(entries).find("enum class Voce : int {\n    Nessuna = 0,\n    Nove = 9,\n"
+                                        "    Velocita = 335,\n};\n"),
+              std::string::npos);
+    EXPECT_NE(BuiltInSource(entries).find("kTesti[] = {\n    {\"Velocit\\340 1 \\\"a\\\" \\\\\",\n"
+                                          "     \"Speed\"},\n};\n"),
+              std::string::npos);
 }
 
 TEST(TextTable, FilesAreReplacedWholeOrNotAtAll) {
-    prova::PlatformProva machine;
-    const fs::path folder = machine.Cartella;
+    const prova::PlatformProva machine;
+    const fs::path& folder = machine.Cartella;
     const fs::path in = folder / "texts.tsv", out = folder / "LANGUAGES.DAT";
     std::ostringstream errors;
-    const auto make = [&](const fs::path& where) {
+    const auto fails = [&](const fs::path& where, const std::string& said) {
         errors.str("");
-        return MakeLanguageFile(in, where, errors);
+        EXPECT_EQ(MakeLanguageFile(in, where, errors), 1);
+        EXPECT_EQ(errors.str().find(said), 0u) << errors.str();
     };
-    EXPECT_EQ(make(out), 1);
-    EXPECT_EQ(errors.str(), in.string() + ": cannot be read\n");
-    std::vector<std::string> lines = PlainLines();
-    lines[10] = "10\t-\tdieci\t\t-\tmenu";
-    prova::Scrivi(in, Joined(lines));
-    EXPECT_EQ(make(out), 1);
-    EXPECT_EQ(errors.str(), in.string() + ":11: the English text is empty\n");
+    fails(out, in.string() + ": cannot be read\n");
+    prova::Scrivi(in, Tsv({{11, "10\t-\tdieci\t\t-\tmenu"}}));
+    fails(out, in.string() + ":11: the English text is empty\n");
     EXPECT_FALSE(fs::exists(out));
-    prova::Scrivi(in, Joined(PlainLines()));
-    EXPECT_EQ(make(out), 0);
-    EXPECT_EQ(errors.str(), "");
+    prova::Scrivi(in, Tsv());
+    EXPECT_EQ(MakeLanguageFile(in, out, errors), 0);
     const std::string whole = prova::Leggi(out);
-    EXPECT_EQ(whole, LanguageFile(ReadTable(Joined(PlainLines())).Entries));
+    EXPECT_EQ(whole, LanguageFile(ReadTable(Tsv()).Entries));
+    fs::create_directories(folder / "taken" / "inside");  // a folder stands in the way
+    for (const fs::path& where : {folder / "missing" / "OUT.DAT", folder / "taken"}) {
+        fails(where, where.string() + ": cannot be written (");
+    }
 #ifndef _WIN32
     {
         const prova::SpazioFinito little(1000);
-        EXPECT_EQ(make(out), 1);
+        fails(out, out.string() + ": cannot be written (");
     }
 #endif
     EXPECT_EQ(prova::Leggi(out), whole);
-    fs::create_directories(folder / "taken" / "inside");  // a folder stands in the way
-    for (const fs::path& where : {folder / "missing" / "OUT.DAT", folder / "taken"}) {
-        EXPECT_EQ(make(where), 1);
-        EXPECT_EQ(errors.str().find(where.string() + ": cannot be written ("), 0u);
-    }
     EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 3)
         << "a temporary file was left behind";
     // What has not changed keeps its time, so that the build makes nothing anew.
@@ -142,28 +137,12 @@ TEST(TextTable, FilesAreReplacedWholeOrNotAtAll) {
     EXPECT_EQ(fs::last_write_time(header), old);
 }
 
-TEST(TextTable, OwnTextsAreBuiltInAndStayOutOfTheLanguageFile) {
-    std::vector<std::string> lines = PlainLines();
-    const std::string file = LanguageFile(ReadTable(Joined(lines)).Entries);
-    lines[9] = "9\tNove\tuno 9\tone 9\t-\tmenu";
-    lines.push_back("335\tVelocita\tVelocit\u00E0 1 \"a\" \\\tSpeed\t-\tc");
-    const auto entries = ReadTable(Joined(lines)).Entries;
-    EXPECT_EQ(LanguageFile(entries), file);
-    EXPECT_NE(NamesHeader(entries).find("enum class Voce : int {\n    Nessuna = 0,\n    Nove = 9,\n"
-                                        "    Velocita = 335,\n};\n"),
-              std::string::npos);
-    EXPECT_NE(BuiltInSource(entries).find("kTesti[] = {\n    {\"Velocit\\340 1 \\\"a\\\" \\\\\",\n"
-                                          "     \"Speed\"},\n};\n"),
-              std::string::npos);
-}
-
 TEST(DeliveredTexts, ComeThroughTheReaderOfTheProgramUnchanged) {
-    prova::PlatformProva machine;
+    const prova::PlatformProva machine;
     const Table table = ReadTable(prova::Leggi(prova::CartellaDati() / "testi.tsv"));
     ASSERT_TRUE(table.Faults.empty()) << table.Faults[0].Line << ": " << table.Faults[0].What;
     prova::Scrivi(machine.Cartella / "LANGUAGES.DAT", LanguageFile(table.Entries));
     CaricaTesti();
-    EXPECT_EQ(IndiceLingua, 1);
     const std::set<std::size_t> beforeAValue = {127, 130, 144, 175, 177, 193, 195,
                                                 196, 197, 198, 199, 200, 201, 244};
     for (const int language : {0, 1}) {
