@@ -22,6 +22,13 @@ namespace fs = std::filesystem;
 using prova::PlatformProva;
 using prova::PrincipaleProva;
 
+void Diverso(std::string& valore, int n) {
+    valore = "a=b\r\n%0A \"\xE8\" " + std::to_string(n);
+}
+void Diverso(auto& valore, int n) {
+    valore = static_cast<std::remove_reference_t<decltype(valore)>>(n % 2 == 0 ? -n : n);
+}
+
 class Soccorso : public ::testing::Test {
  protected:
     Soccorso() {
@@ -32,17 +39,7 @@ class Soccorso : public ::testing::Test {
     void Lavora() {
         int n = 1;
         for (const DescrizioneCampo& campo : kCampiProgetto) {
-            std::visit(
-                [&n](auto membro) {
-                    auto& valore = DatiProgetto.*membro;
-                    using Tipo = std::remove_reference_t<decltype(valore)>;
-                    if constexpr (std::is_same_v<Tipo, std::string>) {
-                        valore = "a=b\r\n%0A \"\xE8\" " + std::to_string(n++);
-                    } else {
-                        valore = static_cast<Tipo>(n++ % 2 == 0 ? -n : n);
-                    }
-                },
-                campo.Campo);
+            std::visit([&](auto m) { Diverso(DatiProgetto.*m, n++); }, campo.Campo);
         }
         DatiProgetto.NomeProgetto = "Valdoro";
         PercorsoProgetto = macchina.Cartella / "\u0141\u00F3d\u017A" / "a.pro";
