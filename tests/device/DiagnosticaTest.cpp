@@ -98,23 +98,3 @@ TEST_F(Diagnostica, CycleRunsUntilTheWindowClosesAndLeavesThePollOff) {
     EXPECT_EQ(vista.letti.size(), 2u);
     EXPECT_EQ(FaseComunicazione, 37);
 }
-
-TEST_F(Diagnostica, LostLinkIsToldReadByReadAndTheWindowStillCloses) {
-    seriale.Risponde = {};
-    macchina.Risposte = {Answer::Ok, Answer::Ok};
-    macchina.AlBox = [&] {
-        EXPECT_FALSE(vista.letti[GruppoLive::Valori].empty()) << "it knew it behind the message";
-        if (macchina.Mostrati.size() == 2) {  // the port goes as well, and the person
-            seriale.PortOpen(false);
-            seriale.Porte.clear();
-            vista.letti.clear();
-        }
-    };
-    macchina.DuranteEventi = [&] {
-        vista.visibile = macchina.Mostrati.size() < 2 || vista.letti.empty();
-    };
-    EseguiDiagnostica(vista);
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::StrumentoNonRisponde));
-    EXPECT_TRUE(vista.campi.empty());
-    EXPECT_EQ(vista.letti[GruppoLive::Valori], std::vector<bool>{false}) << "no link";
-}

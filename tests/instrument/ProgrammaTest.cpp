@@ -122,7 +122,7 @@ class Port {
 TEST(Options, WrongArgumentsAreRefused) {
     using Arguments = std::vector<std::string>;
     for (const Arguments& wrong : {Arguments{"--lap", "3"},
-                                   {"--laps"},
+                                   {"--track"},
                                    {"--laps", "0"},
                                    {"--laps", "1101"},
                                    {"--full", "--empty"},

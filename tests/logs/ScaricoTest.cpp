@@ -1,14 +1,11 @@
 // The download from the simulated instrument.
 #include "logs/Scarico.h"
 
-#include <sstream>
-
 #include "device/Codec.h"
 #include "device/SerialComm.h"
 #include "instrument/Circuito.h"
 #include "instrument/Sessione.h"
 #include "logs/BufferLog.h"
-#include "logs/Conversione.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "support/Cartelle.h"
@@ -55,11 +52,6 @@ class Scaricamento : public prova::ConStrumento<prova::PlatformProva> {
     }
     void Giri(int quanti) {
         for (int i = 1; i <= quanti; ++i) apparecchio.Dati.AggiungiGiro(8000 + i, i % 32 == 1);
-    }
-    void Sessione(ModoSessione modo) {
-        RegistraSessione(
-            strumento::Circuito::Leggi(prova::CartellaDati() / "tracks" / "Fontebruna.trk"),
-            {modo, 3}, apparecchio.Dati);
     }
     /// A whole download over an open link; texts of the boxes.
     std::vector<std::string> Scarica(const std::vector<const char*>& guasti = {}) {
@@ -123,20 +115,6 @@ TEST_F(Scaricamento, UndisturbedItSendsEachFrameOnceAndForgetsTheLogBefore) {
     EXPECT_FALSE(finestra.Menu(Comando::SaveData));
     EXPECT_EQ(vista.Stati.back(), Testo(Voce::NessunDatoScaricato));
     EXPECT_TRUE(vista.Percentuali.empty());
-}
-
-TEST_F(Scaricamento, LoopReadsAsManyPagesAsItsConditionSays) {
-    // A page is read while the second address of the one before is below the size: 256 bytes
-    // therefore read the page behind them too.
-    ASSERT_TRUE(LinkPronto());
-    Pagine(4);
-    for (const auto& [byte, blocchi] : std::vector<std::pair<int, int>>{
-             {0, 0}, {128, 2}, {129, 4}, {256, 4}, {512, 6}, {-5, 0}}) {
-        Scarico scarico(vista);
-        scarico.BytesDati = byte;
-        scarico.ScaricaLog();
-        EXPECT_EQ(NumBlocchi, blocchi) << byte;
-    }
 }
 
 TEST_F(Scaricamento, LapsPastTheTableAreLeftOutAndToldOnce) {
@@ -229,6 +207,20 @@ TEST_F(Scaricamento, MoreThanTheMemoryHoldsIsNotStored) {
     EXPECT_EQ(BlocchiLog.size(), 16384u);
 }
 
+TEST_F(Scaricamento, AWholeDriveArrivesAsItWasRecorded) {
+    for (const ModoSessione modo : {ModoSessione::Normale, ModoSessione::Piena}) {
+        RegistraSessione(
+            strumento::Circuito::Leggi(prova::CartellaDati() / "tracks" / "Fontebruna.trk"),
+            {modo, 3}, apparecchio.Dati);
+        EXPECT_TRUE(Scarica().empty());
+        EXPECT_EQ(NumBlocchi, apparecchio.Dati.Blocchi());
+        EXPECT_EQ(NumeroGiri, apparecchio.Dati.Giri());
+        for (int b = 0; b < NumBlocchi; ++b) {
+            ASSERT_EQ(BlocchiLog[static_cast<std::size_t>(b)], apparecchio.Dati.Blocco(b)) << b;
+        }
+    }
+}
+
 TEST_F(Scaricamento, PageChecksumCoversAllButItself) {
     const std::string mezza(128, '\x03');
     const std::string fine = std::string(127, '\x03') + "\xFD";  // 255 x 3 = 765
@@ -243,34 +235,6 @@ TEST_F(Scaricamento, PageChecksumCoversAllButItself) {
     EXPECT_EQ(DecodificaRecordGiro("\x7F\0\0\1"s).Centesimi, 0x7F000001);
     const std::string piena(127, '\xFF');  // 255 bytes of 0xFF: 65025, low byte 0x01
     EXPECT_TRUE(VerificaPagina(piena + '\xFF', piena + '\x01'));
-}
-
-TEST_F(Scaricamento, FilesAgreeWithWhatWasDriven) {
-    Sessione(ModoSessione::Normale);
-    EXPECT_TRUE(Scarica().empty());
-    const FileLog file = ComponiLog();
-    // Rows by lap column, in the order of the file: out lap, three laps, in lap.
-    std::vector<std::pair<std::string, int>> stretti;
-    std::istringstream righe(file.Txt), tempi(file.Tim);
-    std::string riga;
-    std::getline(righe, riga);
-    while (std::getline(righe, riga)) {
-        const std::string giro = riga.substr(riga.rfind(';') + 1);
-        if (stretti.empty() || stretti.back().first != giro) stretti.push_back({giro, 0});
-        ++stretti.back().second;
-    }
-    ASSERT_EQ(stretti.size(), 5u);
-    std::getline(tempi, riga);
-    for (std::size_t giro = 1; giro <= 3; ++giro) {
-        std::getline(tempi, riga);
-        const double secondi = std::stod(riga.substr(0, 2)) * 60 + std::stod(riga.substr(3, 5));
-        // Marks fall on the grid of whole seconds.
-        EXPECT_NEAR(stretti[giro].second / 10.0, secondi, 1.0) << giro;
-    }
-    Sessione(ModoSessione::Piena);
-    EXPECT_TRUE(Scarica().empty());
-    EXPECT_EQ(BlocchiLog[16377], apparecchio.Dati.Blocco(16377)) << "it is full";
-    EXPECT_EQ(NumBlocchi, 16378);
 }
 
 }  // namespace

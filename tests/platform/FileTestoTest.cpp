@@ -90,21 +90,6 @@ TEST(FileTesto, WhatABrokenSaveLeftGoesAnHourLater) {
 }
 
 #ifndef _WIN32  // neither limits on file sizes nor modes there
-TEST(FileTesto, AFullDiskLeavesTheOldFileWhole) {
-    PlatformProva macchina;
-    const fs::path file = macchina.Cartella / "progetto.pro";
-    prova::Scrivi(file, "vecchio");
-    const auto scrivi = [&] {
-        const prova::SpazioFinito poco(4096);
-        ScriviFile(file, std::string(100000, 'n'), Lavoro::SalvareProgetto);
-    };
-    EXPECT_EQ(ErroreDi(scrivi), NumeroErrore::DiskFull);
-    EXPECT_EQ(prova::Leggi(file), "vecchio");
-    EXPECT_EQ(ElencaFile(macchina.Cartella), std::vector<std::string>{"progetto.pro"});
-    EXPECT_EQ(std::distance(fs::directory_iterator(macchina.Cartella), fs::directory_iterator()), 1)
-        << "a temporary file was left behind";
-}
-
 TEST(FileTesto, WritingKeepsTheModeAndFollowsLinks) {
     PlatformProva macchina;
     const auto modo = [](const fs::path& file) {

@@ -32,16 +32,6 @@ std::string Tsv(std::map<std::size_t, std::string> changed = {}) {
     return text;
 }
 
-TEST(TextTable, EncodingRefusesWhatDoesNotComeBack) {
-    std::string what;
-    EXPECT_EQ(Encode1252("Velocit\u00E0, 5 \u20AC", what), "Velocit\xE0, 5 \x80");
-    for (const char* text : {"\u0416", "\U0001F3C1", "\u0085", "\u0081", "perch\xE9", "\xC3",
-                             "\xC0\xAF", "\xE0\x82\xA0", "\xED\xA0\x80"}) {
-        EXPECT_FALSE(Encode1252(text, what).has_value()) << text;
-        EXPECT_EQ(what, "is not UTF-8 or has a character that Windows-1252 lacks");
-    }
-}
-
 TEST(TextTable, EachFaultIsToldOnceWithItsLine) {
     const auto faults = [](const std::string& tsv) {
         std::string all;
