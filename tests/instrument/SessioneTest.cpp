@@ -10,13 +10,9 @@
 #include "device/Codec.h"
 #include "instrument/Traiettoria.h"
 #include "instrument/Vettura.h"
-#include "support/PlatformProva.h"
 
 namespace lapvane::strumento {
 namespace {
-
-namespace fs = std::filesystem;
-using namespace std::string_literals;
 
 constexpr double kLunghezza = 3000.0;
 constexpr std::size_t kPunti = 200;
@@ -65,34 +61,9 @@ TEST(Circuito, CurvatureOfACircleIsItsRadiusAndTheScaleIsTheLength) {
     for (const double distanza : {0.0, 100.0, 784.9, 785.5, -3.0}) {
         EXPECT_NEAR(circuito.Curvatura(distanza), 1.0 / 125.0, 1e-5) << distanza;
     }
-}
-
-TEST(Circuito, FilesAreReadAndUnusableOnesRefused) {
-    const prova::PlatformProva macchina;
-    const fs::path& cartella = macchina.Cartella;
-    std::string lati, fermo;
-    for (int i = 0; i < 10; ++i) lati += "\"" + std::to_string(10 * i) + ",0\"\r\n";
-    for (int i = 0; i < 10; ++i) lati += "100," + std::to_string(10 * i) + "\r\n";
-    for (int i = 0; i < 9; ++i) fermo += "5,5\n";
-    std::vector<std::string> usabili;
-    for (const auto& [nome, trk, sec] : {std::tuple{"A", lati, ""},
-                                         {"B", lati, "1234\r\n600"},
-                                         {"C", "1,1\r\n2,2"s, "2000"},
-                                         {"D", lati, "0\r\n"},
-                                         {"E", fermo, "2000"}}) {
-        const fs::path file = cartella / (nome + ".trk"s);
-        prova::Scrivi(file, trk);
-        if (*sec != '\0') prova::Scrivi(cartella / (nome + ".sec"s), sec);
-        try {
-            EXPECT_EQ(Circuito::Leggi(file).Lunghezza(), 1234.0);
-            usabili.push_back(nome);
-        } catch (const ErroreCircuito& errore) {
-            EXPECT_NE(std::string(errore.what()).find(nome), std::string::npos);
-        }
-    }
-    EXPECT_EQ(usabili, std::vector<std::string>{"B"});
-    EXPECT_EQ(ElencaCircuiti(cartella).size(), 4u) << "both files there";
-    EXPECT_TRUE(ElencaCircuiti(cartella / "none").empty());
+    EXPECT_THROW(Circuito(cerchio, 0.0), ErroreCircuito);
+    EXPECT_THROW(Circuito(std::vector<Punto>(9), 1000.0), ErroreCircuito) << "no extent";
+    EXPECT_THROW(Circuito({{1, 1}, {2, 2}}, 1000.0), ErroreCircuito) << "too few points";
 }
 
 TEST(Traiettoria, TheCarKeepsToGripPowerAndBrakes) {

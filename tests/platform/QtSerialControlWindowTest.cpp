@@ -3,14 +3,14 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <QElapsedTimer>
 #include <QTest>
-#include <filesystem>
+#include <memory>
 
+#include "instrument/PseudoTerminal.h"
 #include "platform/ErroreRuntime.h"
 #include "support/WindowPlatform.h"
 
@@ -22,38 +22,27 @@ constexpr int kMassimo = 60000;  // ms, for what comes at once on an idle machin
 class Seriale : public ::testing::Test {
  protected:
     Seriale() {
-        maestro = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-        EXPECT_EQ(::grantpt(maestro), 0);
-        EXPECT_EQ(::unlockpt(maestro), 0);
-        std::filesystem::create_directory(macchina.Cartella / "ports");
-        std::filesystem::create_symlink(::ptsname(maestro), macchina.Cartella / "ports" / "COM1");
-        porta.Settings("19200,N,8,1");
+        Attacca();
+        porta.Settings("9600,N,8,1");
         porta.CommPort(1);
     }
-    ~Seriale() override { Stacca(); }
-    void Stacca() {
-        if (maestro >= 0) ::close(maestro);
-        maestro = -1;
+    void Attacca() {
+        terminale = std::make_unique<strumento::PseudoTerminal>();
+        terminale->MakeLink(macchina.Cartella / "ports" / "COM1");
     }
     std::string DalProgramma(std::size_t quanti) {
         std::string letto;
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&] {
-                char byte[512];
-                const ssize_t n = ::read(maestro, byte, sizeof byte);
-                if (n > 0) letto.append(byte, static_cast<std::size_t>(n));
-                return letto.size() >= quanti;
-            },
-            kMassimo));
+        const auto tutti = [&] { return (letto += terminale->Read()).size() >= quanti; };
+        EXPECT_TRUE(QTest::qWaitFor(tutti, kMassimo));
         return letto;
     }
     void AlProgramma(const std::string& byte, std::size_t arrivano) {
-        EXPECT_EQ(::write(maestro, byte.data(), byte.size()), static_cast<ssize_t>(byte.size()));
+        terminale->Write(byte);
         EXPECT_TRUE(QTest::qWaitFor([&] { return porta.InBufferCount() == arrivano; }, kMassimo));
     }
 
     prova::WindowPlatform macchina;
-    int maestro = -1;
+    std::unique_ptr<strumento::PseudoTerminal> terminale;
     QtSerialControl porta;
 };
 
@@ -61,13 +50,14 @@ TEST_F(Seriale, EveryByteGoesBothWaysThoughThePortRefusesItsLines) {
     porta.PortOpen(true);
     ASSERT_TRUE(porta.PortOpen());
     termios modo{};
-    ASSERT_EQ(::tcgetattr(maestro, &modo), 0);
-    EXPECT_EQ(::cfgetospeed(&modo), speed_t{B19200});
+    const int altra = ::open(terminale->Name().c_str(), O_RDWR | O_NOCTTY);
+    ::tcgetattr(altra, &modo);
+    ::close(altra);
+    EXPECT_EQ(::cfgetospeed(&modo), speed_t{B9600});
     std::string tutti;
     for (int c = 0; c < 256; ++c) tutti += static_cast<char>(c);
     porta.Output("H");
-    char primo = 0;
-    EXPECT_EQ(::read(maestro, &primo, 1), 1) << "it has left before any event runs";
+    EXPECT_EQ(terminale->Read(), "H") << "it has left before any event runs";
     porta.Output(tutti);
     EXPECT_EQ(DalProgramma(256), tutti);
     EXPECT_EQ(porta.OutBufferCount(), 0u);
@@ -89,7 +79,7 @@ TEST_F(Seriale, EveryByteGoesBothWaysThoughThePortRefusesItsLines) {
 
 TEST_F(Seriale, WaitWithoutEventsEndsWhenSomethingArrives) {
     porta.PortOpen(true);
-    EXPECT_EQ(::write(maestro, "R", 1), 1);
+    terminale->Write("R");
     porta.WaitForInput(kMassimo);
     EXPECT_EQ(porta.InBufferCount(), 1u);
     QElapsedTimer orologio;
@@ -100,7 +90,7 @@ TEST_F(Seriale, WaitWithoutEventsEndsWhenSomethingArrives) {
 
 TEST_F(Seriale, PortThatVanishesClosesItselfAndCanBeOpenedAgain) {
     porta.PortOpen(true);
-    Stacca();
+    terminale.reset();
     EXPECT_NO_THROW({
         porta.ClearOutBuffer();
         porta.ClearInBuffer();
@@ -109,12 +99,7 @@ TEST_F(Seriale, PortThatVanishesClosesItselfAndCanBeOpenedAgain) {
     EXPECT_FALSE(porta.PortOpen()) << "it counts as closed at once";
     EXPECT_EQ(porta.InBufferCount() + porta.OutBufferCount(), 0u);
     EXPECT_EQ(porta.Input(), "");
-    maestro = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-    ::grantpt(maestro);
-    ::unlockpt(maestro);
-    const auto legame = macchina.Cartella / "ports" / "COM1";
-    std::filesystem::remove(legame);
-    std::filesystem::create_symlink(::ptsname(maestro), legame);
+    Attacca();
     porta.PortOpen(true);
     QCoreApplication::processEvents();
     EXPECT_TRUE(porta.PortOpen());
