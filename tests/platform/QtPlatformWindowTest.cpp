@@ -128,6 +128,8 @@ TEST_F(MacchinaQt, WaitsEndWithTheirTimeOrWithAnEvent) {
         macchina.DoEvents(30);
     }
     EXPECT_LT(giri, 20) << "it spins";
+    for (int giro = 0; giro < 20; ++giro) macchina.DoEvents(10);
+    EXPECT_LT(macchina.GetTickCount() - da, 10000) << "it sleeps until something happens";
     QPointer<QObject> oggetto = new QObject;
     oggetto->deleteLater();
     macchina.DoEvents();
