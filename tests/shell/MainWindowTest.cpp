@@ -435,32 +435,6 @@ TEST_F(Finestra, PollNeverRunsInsideItself) {
     EXPECT_TRUE(Pulsante("DownData")->isEnabled());
 }
 
-TEST_F(Finestra, DownloadByMouseEndsInTheSaveDialog) {
-    Apri();
-    porta->PortOpen(true);
-    porta->Risponde = [&](const std::string& frame) {
-        if (ByteIn(frame, 2) == 37) porta->Fra(1, std::string(36, '\0'));
-    };
-    finestra->Abilita(Comando::DownData, true);
-    macchina.FileScelti.push_back(std::nullopt);
-    QTimer guardia;
-    int viste = 0;
-    QObject::connect(&guardia, &QTimer::timeout, [&] {
-        auto* dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (dialogo == nullptr) return;
-        auto* ok = Controllo<QPushButton>(*dialogo, "OKButton");
-        if (!ok->isEnabled()) return;
-        ++viste;
-        EXPECT_EQ(FaseComunicazione, 0);
-        QTest::keyClick(dialogo, Qt::Key_Return);
-    });
-    guardia.start(20);
-    QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
-    EXPECT_EQ(viste, 1);
-    EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
-    EXPECT_FALSE(VoceMenu("mnuSaveData")->isEnabled());
-}
-
 TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     Apri();
     porta->PortOpen(true);
@@ -491,6 +465,7 @@ TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     EXPECT_EQ(macchina.Mostrati.back().Testo,
               Testo(Voce::ScaricoManca) + "\r\n\r\n" + Testo(Voce::ScaricoFine) + " 512 / 2560");
     EXPECT_TRUE(macchina.RichiesteFile.back().Name.string().ends_with(" partial.csv"));
+    EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
     EXPECT_TRUE(VoceMenu("mnuSaveData")->isEnabled());
     EXPECT_FALSE(Pulsante("SaveData")->isEnabled());
 }
