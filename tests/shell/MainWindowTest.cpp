@@ -144,6 +144,7 @@ TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
     EXPECT_TRUE(VoceMenu("mnuNote")->isEnabled());
     EXPECT_EQ(Pannello(1), Utf8Da1252(Testo(Voce::ProgettoSenzaNome)));
     const QString italiano = Pulsante("Analize")->toolTip();
+    ListaCanaliA = {"Non usato"};
 
     QTimer::singleShot(0, [] {
         auto* dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -219,7 +220,8 @@ TEST_F(Finestra, WhatWasTakenBackIsOfferedUntilItIsSaved) {
             QTest::mouseClick(Pulsante("Save"), Qt::LeftButton);
         } else {
             macchina.Risposte = {Answer::No};  // to save it
-            finestra->close();
+            QTest::mouseClick(Pulsante("Exit"), Qt::LeftButton);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra->isVisible(); }));
         }
         EXPECT_EQ(soccorsi(), 0) << salva;
     }
@@ -400,6 +402,7 @@ TEST_F(Finestra, AnotherProjectComesWithTheNotesOpenOnceTheyHaveAsked) {
     macchina.Risposte = {Answer::No};
     VoceMenu("mnuRecentFiles1")->trigger();
     EXPECT_EQ(Pannello(1), "mio");
+    EXPECT_TRUE(macchina.Risposte.empty()) << "it was not asked";
     EXPECT_EQ(prova::Leggi(altro).find("Bianchi"), std::string::npos);
     // A project that was never saved needs a name; without one nothing happens, nothing is lost.
     QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
