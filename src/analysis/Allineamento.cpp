@@ -10,15 +10,16 @@ namespace lapvane {
 
 namespace {
 
-constexpr double kRiga = 0.1;               // s from row to row
-constexpr std::int32_t kRigheRecord = 10;   // a record is a second
-constexpr double kTolleranza = 1.05;        // s between the rows of a lap and its official time
-constexpr double kJerk = 500.0;  // (m/s3)2 s, spectral density of the jerk
-constexpr double kVarianzaMetri = 1.0 / 12.0;     // of a metre that was cut
-constexpr double kVarianzaLettura = 1.0 / 12.0;   // of a whole reading of the speed
-constexpr double kVarianzaTraguardo = 4e-4;       // m2
-constexpr double kMetriResidui = 30.0;      // more than that the conversion cuts to 0 in a marked record
-constexpr double kFinestra = 4.0;           // s on each side of a crossing that tell its moment
+constexpr double kRiga = 0.1;                  // s from row to row
+constexpr std::int32_t kRigheRecord = 10;      // a record is a second
+constexpr double kTolleranza = 1.05;           // s between the rows of a lap and its official time
+constexpr double kJerk = 500.0;                // (m/s3)2 s, spectral density of the jerk
+constexpr double kVarianzaMetri = 1.0 / 12.0;  // of a metre that was cut
+constexpr double kVarianzaLettura = 1.0 / 12.0;  // of a whole reading of the speed
+constexpr double kVarianzaTraguardo = 4e-4;      // m2
+constexpr double kMetriResidui =
+    30.0;                          // more than that the conversion cuts to 0 in a marked record
+constexpr double kFinestra = 4.0;  // s on each side of a crossing that tell its moment
 constexpr double kIgnoto = 1e6;
 
 using Vettore = std::array<double, 3>;
@@ -115,8 +116,8 @@ double GiroAllineato::TempoA(double metri) const {
     double tempo = u * dt;
     if (v0 > 0.5 * medio && v1 > 0.5 * medio && v0 < 2.0 * medio && v1 < 2.0 * medio) {
         const double p0 = tratto / v0, p1 = tratto / v1;
-        tempo = ((u - 2.0) * u + 1.0) * u * p0 + (3.0 - 2.0 * u) * u * u * dt +
-                (u - 1.0) * u * u * p1;
+        tempo =
+            ((u - 2.0) * u + 1.0) * u * p0 + (3.0 - 2.0 * u) * u * u * dt + (u - 1.0) * u * u * p1;
     }
     return tempo_[i - 1] + std::clamp(tempo, 0.0, dt);
 }
@@ -130,8 +131,8 @@ double GiroAllineato::MetriA(double secondi) const {
     const double u = (secondi - tempo_[i - 1]) / dt;
     const double tratto = metri_[i] - metri_[i - 1];
     const double p0 = velocita_[i - 1] * dt, p1 = velocita_[i] * dt;
-    const double metri = ((u - 2.0) * u + 1.0) * u * p0 + (3.0 - 2.0 * u) * u * u * tratto +
-                         (u - 1.0) * u * u * p1;
+    const double metri =
+        ((u - 2.0) * u + 1.0) * u * p0 + (3.0 - 2.0 * u) * u * u * tratto + (u - 1.0) * u * u * p1;
     return metri_[i - 1] + std::clamp(metri, 0.0, tratto);
 }
 
@@ -215,7 +216,8 @@ void Allineamento::CalibraVelocita() {
     }
     const Somme& s = somme[static_cast<std::size_t>(migliore)];
     const double scala = s.VW / s.VV;
-    // The two do not tell of one motion: a wheel that is not there, a channel that says something else.
+    // The two do not tell of one motion: a wheel that is not there, a channel that says something
+    // else.
     constexpr double kRestoMassimo = 4.0;  // (m/s)2
     if (resto(migliore) > kRestoMassimo || scala <= 0.0) return;
     const double a = resto(migliore - 1), b = resto(migliore), c = resto(migliore + 1);
@@ -243,8 +245,9 @@ std::vector<Allineamento::Evento> Allineamento::Eventi(int i, double da, double 
     const bool dopo = vicini && lunghezza_ > 0.0 && giro.UltimaRiga + 1 < righe;
     const auto primaRiga = std::max<std::int32_t>(
         prima ? 0 : giro.PrimaRiga, static_cast<std::int32_t>(std::ceil(da / kRiga - 1e-9)));
-    const auto ultimaRiga = std::min<std::int32_t>(
-        dopo ? righe - 1 : giro.UltimaRiga, static_cast<std::int32_t>(std::floor(a / kRiga + 1e-9)));
+    const auto ultimaRiga =
+        std::min<std::int32_t>(dopo ? righe - 1 : giro.UltimaRiga,
+                               static_cast<std::int32_t>(std::floor(a / kRiga + 1e-9)));
     std::int32_t uguali = 0;  // rows of the metre at hand that lie behind
     for (std::int32_t r = primaRiga; r <= ultimaRiga;) {
         const double d = corsa_.Distanza[static_cast<std::size_t>(r)];
@@ -267,10 +270,11 @@ std::vector<Allineamento::Evento> Allineamento::Eventi(int i, double da, double 
             }
         }
         std::int32_t oltre = r + 1;
-        while (oltre <= ultimaRiga && corsa_.Distanza[static_cast<std::size_t>(oltre)] == d) ++oltre;
+        while (oltre <= ultimaRiga && corsa_.Distanza[static_cast<std::size_t>(oltre)] == d)
+            ++oltre;
         const std::int32_t quante = oltre - r;
-        // A slow car shows the same metre for several rows, which is one thing told and not several;
-        // the row in which the metre changes tells more.
+        // A slow car shows the same metre for several rows, which is one thing told and not
+        // several; the row in which the metre changes tells more.
         if (uguali > 0 && corsa_.Distanza[static_cast<std::size_t>(r - 1)] == d - 1.0 &&
             std::min(uguali, quante) > 1) {
             const double n = std::min(uguali, quante);

@@ -9,8 +9,8 @@ namespace lapvane {
 
 /// A lap as the log has it.
 struct GiroDelLog {
-    int Indice = 0;                ///< row of the lap table
-    std::int32_t PrimaRiga = 0;    ///< first row of its stretch; a stretch begins with a whole record
+    int Indice = 0;              ///< row of the lap table
+    std::int32_t PrimaRiga = 0;  ///< first row of its stretch; a stretch begins with a whole record
     std::int32_t UltimaRiga = -1;  ///< last row of it
     std::int32_t Centesimi = 0;    ///< official time; 0: not known
 };
@@ -53,15 +53,16 @@ class GiroAllineato {
 
 /// Finds the true crossings of a log and the distance between them.
 ///
-/// A log cuts laps at whole records (1 s), official times come in hundredths. Three things tell more:
+/// A log cuts laps at whole records (1 s), official times come in hundredths. Three things tell
+/// more:
 /// - each crossing lies in the record that begins its lap, and the official times add up along an
 ///   unbroken log, so that all crossings hang on one another;
 /// - the distance starts over at the crossing, inside that record;
 /// - distance (whole metres, cut) and speed (one reading a record) are the same motion. It is
-///   estimated by a smoother of three states, place, speed and acceleration, with white jerk (Kalman
-///   filter and Rauch-Tung-Striebel smoother; Bar-Shalom, Li, Kirubarajan: Estimation with
-///   Applications to Tracking and Navigation, 2001, 6.2 and 8.6), held at 0 and at the lap's length at the
-///   two crossings.
+///   estimated by a smoother of three states, place, speed and acceleration, with white jerk
+///   (Kalman filter and Rauch-Tung-Striebel smoother; Bar-Shalom, Li, Kirubarajan: Estimation with
+///   Applications to Tracking and Navigation, 2001, 6.2 and 8.6), held at 0 and at the lap's length
+///   at the two crossings.
 /// At which instant of its record the speed was read, and its unit, are estimated from the log.
 /// On whole logs a gained or lost time comes within 0.015 s root mean square and 0.05 s anywhere.
 class Allineamento {

@@ -35,8 +35,8 @@ std::vector<double> ConfiniUguali(int parti, double lunghezza) {
     return confini;
 }
 
-std::vector<std::int32_t> TempiSettori(const GiroAllineato& giro, const std::vector<double>& confini,
-                                       double lunghezza) {
+std::vector<std::int32_t> TempiSettori(const GiroAllineato& giro,
+                                       const std::vector<double>& confini, double lunghezza) {
     std::vector<std::int32_t> tempi;
     std::int32_t prima = 0;
     // Moments are rounded, not their differences: so the parts add up.

@@ -7,24 +7,24 @@
 
 namespace lapvane {
 
-/// Seconds that `giro` has lost against `riferimento` (positive: it is slower) when both have driven the
-/// same share of their lap; `metri` counts along the reference, 0 to its length.
+/// Seconds that `giro` has lost against `riferimento` (positive: it is slower) when both have
+/// driven the same share of their lap; `metri` counts along the reference, 0 to its length.
 double Distacco(const GiroAllineato& giro, const GiroAllineato& riferimento, double metri);
 
-/// Places along a lap, metres from 0 to its length, both included, `passo` apart; the last step may be
-/// shorter. `passo` is above 0.
+/// Places along a lap, metres from 0 to its length, both included, `passo` apart; the last step may
+/// be shorter. `passo` is above 0.
 std::vector<double> Griglia(double lunghezza, double passo);
 
-/// Where a lap is cut: metres along a lap of the middle length, increasing, without its two ends. Sectors
-/// that lie behind the end of the lap are left out.
+/// Where a lap is cut: metres along a lap of the middle length, increasing, without its two ends.
+/// Sectors that lie behind the end of the lap are left out.
 std::vector<double> ConfiniSettori(const std::vector<double>& settori, double lunghezza);
 /// The same for `parti` equal parts, 1 to 20.
 std::vector<double> ConfiniUguali(int parti, double lunghezza);
 
-/// Hundredths of a second of each part of a lap; they add up to its official time. `confini` count along
-/// a lap of `lunghezza` metres and are stretched to this one's.
-std::vector<std::int32_t> TempiSettori(const GiroAllineato& giro, const std::vector<double>& confini,
-                                       double lunghezza);
+/// Hundredths of a second of each part of a lap; they add up to its official time. `confini` count
+/// along a lap of `lunghezza` metres and are stretched to this one's.
+std::vector<std::int32_t> TempiSettori(const GiroAllineato& giro,
+                                       const std::vector<double>& confini, double lunghezza);
 
 /// The best parts of several laps, as by `TempiSettori`, put together.
 struct GiroIdeale {

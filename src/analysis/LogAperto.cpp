@@ -41,8 +41,7 @@ int Colonne(std::string_view titolo) {
 
 void LeggiPiano(LettoreDati& lettore, TabellaArray& tabella, Piano piano) {
     const auto colonne = tabella.Destinazioni(piano);
-    for (std::int32_t riga = 0;
-         riga < tabella.NumeroRighe() && lettore.LeggiRiga(colonne, riga);) {
+    for (std::int32_t riga = 0; riga < tabella.NumeroRighe() && lettore.LeggiRiga(colonne, riga);) {
         ++riga;
     }
 }
@@ -73,7 +72,8 @@ std::int32_t CentesimiDi(std::string_view tempo) {
 
 LogAperto::LogAperto(fs::path file) : file_(std::move(file)) {
     Ripara(file_);
-    if (!FileEsiste(file_)) throw ErroreRuntime(NumeroErrore::FileNotFound, Lavoro::LeggereLog, file_);
+    if (!FileEsiste(file_))
+        throw ErroreRuntime(NumeroErrore::FileNotFound, Lavoro::LeggereLog, file_);
     LeggiTempi();
     LeggiTabelle();
     LeggiSessioneECircuito();
@@ -124,8 +124,8 @@ void LogAperto::LeggiSessioneECircuito() {
     bool cE = false;
     std::string veicolo;
     CanaliSessione canali;
-    LeggiSessione(Accanto(SenzaFine(file_, 3, "ses"), Lavoro::LeggereSessione, cE), sessione_, veicolo,
-                  canali);
+    LeggiSessione(Accanto(SenzaFine(file_, 3, "ses"), Lavoro::LeggereSessione, cE), sessione_,
+                  veicolo, canali);
     if (sessione_.Circuito.empty()) return;
     const auto divisione = LeggiFileSettori(sessione_.Circuito, kNumCanali);
     if (!divisione) return;
@@ -149,8 +149,9 @@ void LogAperto::TrovaGiri() {
             giro.UltimaRiga = righe_.Fine[i];
         }
         giri_.push_back(giro);
-        const double numero =
-            righe_.Esiste(i) ? tabella_.Valore(kColonnaGiro, Piano::Laterale, giro.PrimaRiga) : i - 1;
+        const double numero = righe_.Esiste(i)
+                                  ? tabella_.Valore(kColonnaGiro, Piano::Laterale, giro.PrimaRiga)
+                                  : i - 1;
         numeri_.push_back(std::fabs(numero) < 1e6 ? static_cast<int>(numero) : 0);
         sessioni_.push_back(riga.Sessione);
     }
@@ -166,7 +167,8 @@ int LogAperto::Migliore() const {
     for (int i = 0; i < std::ssize(giri_); ++i) {
         const std::int32_t tempo = giri_[static_cast<std::size_t>(i)].Centesimi;
         if (tempo <= 0) continue;
-        if (migliore < 0 || tempo < giri_[static_cast<std::size_t>(migliore)].Centesimi) migliore = i;
+        if (migliore < 0 || tempo < giri_[static_cast<std::size_t>(migliore)].Centesimi)
+            migliore = i;
     }
     return migliore;
 }

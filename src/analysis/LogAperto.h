@@ -19,19 +19,19 @@ struct CanaleLog {
     std::string Unita;  ///< "RPM"; empty: none is told
 };
 
-/// A log opened beside the analysis: its rows, laps, session and circuit, in memory of its own. None of the
-/// system's records is read or written.
+/// A log opened beside the analysis: its rows, laps, session and circuit, in memory of its own.
+/// None of the system's records is read or written.
 class LogAperto {
  public:
-    /// Reads the data file and what lies beside it. Error 53 without a data file, 61, 75 or 76 for what
-    /// can't be read; what is missing of the other files is left empty.
+    /// Reads the data file and what lies beside it. Error 53 without a data file, 61, 75 or 76 for
+    /// what can't be read; what is missing of the other files is left empty.
     explicit LogAperto(std::filesystem::path file);
 
     const std::filesystem::path& File() const { return file_; }
     const TabellaArray& Tabella() const { return tabella_; }
     const RecordSessione& Sessione() const { return sessione_; }
-    bool ConTempi() const { return conTempi_; }          ///< there is a file of lap times
-    bool ConLaterale() const { return conLaterale_; }    ///< there is a side file
+    bool ConTempi() const { return conTempi_; }        ///< there is a file of lap times
+    bool ConLaterale() const { return conLaterale_; }  ///< there is a side file
     /// The channels, from column 3 on.
     const std::vector<CanaleLog>& Canali() const { return canali_; }
     /// Metres of each sector of the session's circuit; empty without one, or without a division.
@@ -42,7 +42,9 @@ class LogAperto {
     /// The number that the lap table shows of lap `i`.
     int Numero(int i) const { return numeri_[static_cast<std::size_t>(i)]; }
     /// Session of lap `i`, as the file of lap times has it.
-    const std::string& SessioneDelGiro(int i) const { return sessioni_[static_cast<std::size_t>(i)]; }
+    const std::string& SessioneDelGiro(int i) const {
+        return sessioni_[static_cast<std::size_t>(i)];
+    }
     /// Which lap has this number, from 0; -1: none.
     int CercaNumero(int numero) const;
     /// The fastest lap, from 0; the first of several; -1: none.
