@@ -13,7 +13,7 @@ namespace {
 constexpr double kRiga = 0.1;                  // s from row to row
 constexpr std::int32_t kRigheRecord = 10;      // a record is a second
 constexpr double kTolleranza = 1.05;           // s between the rows of a lap and its official time
-constexpr double kJerk = 500.0;                // (m/s3)2 s, spectral density of the jerk
+constexpr double kJerk = 50.0;                 // (m/s3)2 s, spectral density of the jerk
 constexpr double kVarianzaMetri = 1.0 / 12.0;  // of a metre that was cut
 constexpr double kVarianzaLettura = 1.0 / 12.0;  // of a whole reading of the speed
 constexpr double kVarianzaTraguardo = 4e-4;      // m2

@@ -121,8 +121,8 @@ TEST(Allineamento, GainedTimeOfAFormulaIsKnownToHundredths) {
         double Istante;  // s, of the reading
         double Medio, Massimo;
     };
-    const Caso casi[] = {{"km/h at the end", 1.0 / 3.6, 0.9, 0.012, 0.04},
-                         {"mph at the start", 0.44704, 0.2, 0.012, 0.04},
+    const Caso casi[] = {{"km/h at the end", 1.0 / 3.6, 0.9, 0.015, 0.05},
+                         {"mph at the start", 0.44704, 0.2, 0.015, 0.05},
                          {"distance alone", 0.0, 0.0, 0.02, 0.06}};
     for (const Caso& caso : casi) {
         Corsa corsa = Formula(caso.Scala > 0.0 ? caso.Scala : 1.0, caso.Istante);
