@@ -462,6 +462,11 @@ std::optional<GiroAllineato> Allineamento::Allinea(int i) const {
         giro.metri_.push_back(metri);
         giro.velocita_.push_back(std::max(0.0, nodo.Stato[1]));
     }
+    // Numbers that no car makes: no way from line to line comes of them.
+    if (giro.tempo_.size() < 2 || !(giro.metri_.back() > kMetriResidui) ||
+        !std::isfinite(giro.metri_.back())) {
+        return std::nullopt;
+    }
     giro.tempo_.front() = 0.0;
     giro.tempo_.back() = giro.Durata;
     giro.Lunghezza = giro.metri_.back();

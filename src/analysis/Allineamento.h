@@ -74,7 +74,7 @@ class Allineamento {
     const GiroDelLog& Giro(int i) const { return corsa_.Giri[static_cast<std::size_t>(i)]; }
     /// Whether lap `i` (from 0, in the order of the log) can be aligned.
     PercheNo Esito(int i) const { return esiti_[static_cast<std::size_t>(i)]; }
-    /// Lap `i`; nothing where `Esito` says why.
+    /// Lap `i`; nothing where `Esito` says why, and where the log's numbers make no way at all.
     std::optional<GiroAllineato> Allinea(int i) const;
 
     /// Metres from line to line that the laps of the log have in the middle; 0 where none is known.

@@ -38,7 +38,7 @@ std::string Pad(const std::string& text, std::size_t width) {
 const char* Words(PercheNo why) {
     switch (why) {
         case PercheNo::Allineato:
-            return "";
+            return "its distances make no way";
         case PercheNo::SenzaTempo:
             return "no official time";
         case PercheNo::SenzaRighe:
@@ -149,7 +149,7 @@ std::string LapsText(const LogAperto& log, const Table& table) {
                 Pad(Hundredths(row.Parts[p]) + (row.Parts[p] == table.Ideal.Settori[p] ? "*" : " "),
                     kWidth);
         }
-        if (row.Why != PercheNo::Allineato) text += std::string("  ") + Words(row.Why);
+        if (row.Parts.empty()) text += std::string("  ") + Words(row.Why);
         text += "\n";
     }
     if (table.Ideal.Centesimi > 0 && table.Parts > 1) {
@@ -178,7 +178,7 @@ std::string LapsJson(const LogAperto& log, const Table& table) {
         lap["session"] = Utf8Da1252(row.Session);
         lap["sectors"] = ordered_json::array();
         for (const std::int32_t part : row.Parts) lap["sectors"].push_back(part / 100.0);
-        if (row.Why != PercheNo::Allineato) lap["not aligned"] = Words(row.Why);
+        if (row.Parts.empty()) lap["not aligned"] = Words(row.Why);
         all["laps"].push_back(std::move(lap));
     }
     ordered_json& ideal = all["ideal"];
