@@ -25,12 +25,12 @@ void LoadTable(benchmark::State& state) {
     Log();
     for (auto _ : state) {
         TabellaArray table;
-        const std::string csv = LeggiFile(Log().Csv(), "benchmark");
+        const std::string csv = LeggiFile(Log().Csv(), Lavoro::LeggereLog);
         LettoreDati reader(csv);
         table.Alloca(16, 11, reader.NumeroRecord());
         std::int32_t row = 0;
         while (reader.LeggiRiga(table.Destinazioni(Piano::Dati), row)) ++row;
-        const std::string side = LeggiFile(Log().Side(), "benchmark");
+        const std::string side = LeggiFile(Log().Side(), Lavoro::LeggereLog);
         LettoreDati sideReader(side);
         for (row = 0; row < table.NumeroRighe() &&
                       sideReader.LeggiRiga(table.Destinazioni(Piano::Laterale), row);) {

@@ -29,13 +29,12 @@ foreach(language it en)
 endforeach()
 
 file(GLOB_RECURSE LAPVANE_MANUAL_CHAPTERS CONFIGURE_DEPENDS docs/manual/*)
-file(GLOB_RECURSE LAPVANE_MANUAL_SCANNED CONFIGURE_DEPENDS src/*.cpp src/*.h)
 add_custom_command(
     OUTPUT ${CMAKE_BINARY_DIR}/manual/index.html
     COMMAND makemanual ${CMAKE_SOURCE_DIR} ${LAPVANE_TOURS}/it ${LAPVANE_TOURS}/en
             ${CMAKE_BINARY_DIR}/manual
     DEPENDS makemanual ${LAPVANE_TOURS}/it.stamp ${LAPVANE_TOURS}/en.stamp data/testi.tsv
-            ${LAPVANE_MANUAL_CHAPTERS} ${LAPVANE_MANUAL_SCANNED}
+            ${LAPVANE_MANUAL_CHAPTERS}
     COMMENT "Manual"
     VERBATIM)
 add_custom_target(manual DEPENDS ${CMAKE_BINARY_DIR}/manual/index.html)

@@ -53,7 +53,7 @@ double Perimetro(const std::vector<Punto>& punti) {
 }
 
 std::vector<Punto> LeggiContorno(const fs::path& trk) {
-    const std::string testo = LeggiFile(trk, "reading a circuit's outline");
+    const std::string testo = LeggiFile(trk, Lavoro::LeggereTracciato);
     std::vector<Punto> punti;
     LettoreRighe righe(testo);
     while (!righe.Fine() && punti.size() < kPuntiMassimi) {
@@ -109,7 +109,7 @@ Circuito Circuito::Leggi(const fs::path& trk) {
     for (const fs::path& file : {trk, sec}) {
         if (!FileEsiste(file)) throw ErroreCircuito("no circuit file " + file.string());
     }
-    const std::string lunghezza = LeggiFile(sec, "reading a circuit's length");
+    const std::string lunghezza = LeggiFile(sec, Lavoro::LeggereSettori);
     const double metri = PrefissoNumerico(LettoreRighe(lunghezza).Prossima());
     try {
         return Circuito(LeggiContorno(trk), metri);

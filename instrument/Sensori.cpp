@@ -34,7 +34,7 @@ std::string Asse(LettoreRighe& righe, int fattore) {
 
 /// A sensor file as the payload of a curve's frame behind its channel byte.
 std::optional<std::string> LeggiCurva(const std::filesystem::path& percorso) {
-    const std::string testo = LeggiFile(percorso, "reading the sensor library");
+    const std::string testo = LeggiFile(percorso, Lavoro::LeggereLibreria);
     LettoreRighe righe(testo);
     if (righe.Prossima() != "ZEVSensor") return std::nullopt;
     const int fattore = FattoreSensore(righe.Prossima());

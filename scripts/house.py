@@ -1,11 +1,14 @@
-"""The rooms of the house and the arrows between them, and the globals of its headers.
+"""The rooms of the house and the arrows between them, the globals of its headers, the words of its messages.
 
 Reads every C++ file of the work tree that git does not ignore. Fails, with file and line, on
 - an include that no arrow allows,
 - files that include each other in a circle, and arrows that do,
 - a file that no room claims, or more than one, and a room without files,
 - an exception that nothing needs any more,
-- a mutable variable in a header of src/ that AzzeraTutto of the tests does not put back.
+- a mutable variable in a header of src/, or the state behind an accessor there, that AzzeraTutto of the
+  tests does not put back,
+- a message box of Qt outside of platform/qt,
+- a text that the table calls one of a message, or a row of the run-time errors, that src/ nowhere names.
 With --files it only prints the files that it looks at, with --sources FILE ... a source through which the
 compiler sees each of those.
 """
@@ -77,6 +80,9 @@ EXCEPTIONS = []
 
 SUFFIXES = (".cpp", ".h", ".cc", ".cxx", ".hpp", ".hxx", ".c", ".inl")
 INCLUDE_ROOTS = ["src", ".", "tests"]
+TEXTS = "data/testi.tsv"
+ERRORS = "src/platform/TabelleErrore.h"
+SEAMS = ("platform", "principale")  # whoever makes the object sets it and takes it away
 RESET = ("tests/support/Azzera.cpp", "AzzeraTutto")
 
 faults = []  # (file, line, text)
@@ -177,6 +183,8 @@ def check_arrows(files, texts):
     graph, line_of, needed = {}, {}, set()
     for file in files:
         for number, name, quoted in includes(texts[file]):
+            if name == "QMessageBox" and file.startswith("src/") and room_of.get(file) != "platform/qt":
+                fault(file, number, f"#include <{name}>: a box is shown by Platform::MsgBox")
             folders = [str(pathlib.PurePosixPath(file).parent)] if quoted else []
             target = next((path for folder in folders + INCLUDE_ROOTS
                            if (path := str(pathlib.PurePosixPath(folder, name))) in here), None)
@@ -338,6 +346,27 @@ def check_globals(files, texts):
                              rf"\bfor \((?!const)[^;]*& \w+ : {name}\)", reset):
                 fault(file, line, f"{name} is a mutable variable that {RESET[1]} ({RESET[0]}) does not "
                       "put back")
+        for found in re.finditer(r"^(?!const\b)[\w:]+& (\w+)\(\);", texts[file], flags=re.M):
+            if found[1] not in SEAMS and not re.search(rf"\b{found[1]}\(\) = ", reset):
+                fault(file, texts[file].count("\n", 0, found.start()) + 1,
+                      f"{found[1]}() is state that {RESET[1]} ({RESET[0]}) does not put back")
+
+
+def check_words(files, texts):
+    """Texts of messages and words of run-time errors that are still in their tables, unused."""
+    said = set()
+    for file in files:
+        if file.startswith("src/"):
+            said |= set(re.findall(r"\b(Voce|NumeroErrore|Lavoro)::(\w+)", texts[file]))
+    for number, line in enumerate(pathlib.Path(TEXTS).read_text(encoding="utf-8").split("\n"), 1):
+        columns = line.split("\t")
+        if len(columns) == 6 and columns[4] in ("heading", "part") and ("Voce", columns[1]) not in said:
+            fault(TEXTS, number, f"{columns[1]} is a text of a message, and nothing in src/ names it")
+    for number, line in enumerate(texts[ERRORS].split("\n"), 1):
+        if found := re.match(r'\s*RIGA\((\w+), (\d?)', line):
+            kind = "NumeroErrore" if found[2] else "Lavoro"
+            if (kind, found[1]) not in said:
+                fault(ERRORS, number, f"nothing in src/ names {kind}::{found[1]}")
 
 
 def main():
@@ -356,6 +385,7 @@ def main():
         print("\n".join(sorted(sources)))
         return
     check_globals(files, texts)
+    check_words(files, texts)
     for file, line, text in sorted(set(faults)):
         print(f"{file}:{line}: {text}")
     if faults:

@@ -69,7 +69,7 @@ void AnalisiDati::LeggiTempi() {
             FileMancante(TestoDaPercorso(percorso));
             return;
         }
-        testo = LeggiFile(percorso, "reading the lap times", kByteMassimi);
+        testo = LeggiFile(percorso, Lavoro::LeggereTempi, kByteMassimi);
     } catch (const ErroreRuntime&) {
         FileMancante(TestoDaPercorso(percorso));  // its text says "or cannot be accessed" as well
         return;

@@ -95,7 +95,7 @@ std::string LeggiLog(const std::filesystem::path& percorso) {
         std::error_code ignorato;
         const std::uintmax_t byte = std::filesystem::file_size(percorso, ignorato);
         if (!ignorato && byte > kGrande) {
-            const std::string inizio = LeggiFile(percorso, "reading the log", kInizio);
+            const std::string inizio = LeggiFile(percorso, Lavoro::LeggereLog, kInizio);
             if (inizio.find_first_of("\r\n") == std::string::npos ||
                 inizio.find('\0') != std::string::npos) {
                 platform().MsgBox(TestoDaPercorso(percorso) + "\r\n" + Testo(Voce::NonUnLog),
@@ -103,7 +103,7 @@ std::string LeggiLog(const std::filesystem::path& percorso) {
                 return {};
             }
         }
-        return LeggiFile(percorso, "reading the log");
+        return LeggiFile(percorso, Lavoro::LeggereLog);
     } catch (const ErroreRuntime&) {
         return {};
     } catch (const std::bad_alloc&) {

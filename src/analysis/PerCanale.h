@@ -11,7 +11,7 @@ namespace lapvane {
 /// A channel or lap index that somebody asks for; error 9 outside 0 to `massimo`.
 inline int IndiceChiesto(int indice, int massimo) {
     if (indice >= 0 && indice <= massimo) return indice;
-    throw ErroreRuntime(NumeroErrore::Subscript, "asking an analysis for a channel or a lap");
+    throw ErroreRuntime(NumeroErrore::Subscript, Lavoro::ChiedereAnalisi);
 }
 
 /// One value a column, 1 to 20; entry 0 is unused.

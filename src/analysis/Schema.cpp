@@ -38,7 +38,7 @@ void ScriviSchema(const std::filesystem::path& cartella, const std::filesystem::
         ScriviFile(cartella / "schema.ini",
                    TestoSchema(TestoDaPercorso(nomeCsv), numCampi, TestoDaPercorso(nomeLaterale),
                                numCampiTxt),
-                   "writing schema.ini");
+                   Lavoro::ScrivereSchema);
     } catch (const ErroreRuntime&) {
         // A log on a medium that cannot be written to is read all the same.
     }

@@ -22,7 +22,7 @@ void SessioneLog::LeggiDatiSessione(const std::filesystem::path& nomeFileDati,
     std::string testo;
     try {
         if (FileEsiste(NomeFileSessione_)) {
-            testo = LeggiFile(NomeFileSessione_, "reading the session", kByteMassimi);
+            testo = LeggiFile(NomeFileSessione_, Lavoro::LeggereSessione, kByteMassimi);
         }
     } catch (const ErroreRuntime&) {
         FileMancante(TestoDaPercorso(NomeFileSessione_));
@@ -38,7 +38,7 @@ void SessioneLog::SalvaDatiSessione(const ElencoCanali& canali) const {
         // Kept: the file is not emptied first, so that a shorter text leaves the end of the old one
         // behind it. The reader takes 26 lines and never gets there.
         RiscriviInizio(NomeFileSessione_, ScriviSessione(DatiSessione, canali.PerSessione()),
-                       "writing the session");
+                       Lavoro::ScrivereSessione);
     } catch (const ErroreRuntime& errore) {
         // A medium that cannot be written to must not take the window with it.
         SegnalaScrittura(errore, Voce::SessioneNonSalvata);

@@ -29,7 +29,7 @@ ValoreCodec::ValoreCodec(std::string_view testo) {
     if (testo.empty()) return;
     const auto valore = LeggiNumero(testo);
     if (!valore) {
-        throw ErroreRuntime(NumeroErrore::TypeMismatch, "encoding a field for the instrument");
+        throw ErroreRuntime(NumeroErrore::TypeMismatch, Lavoro::CodificareCampo);
     }
     bit_ = BitDi(*valore);
 }
@@ -99,7 +99,7 @@ std::string CalcolaChecksum(std::string_view testo) {
     int somma = 0;
     for (std::size_t i = 1; i <= testo.size(); ++i) {
         somma += ByteIn(testo, i);
-        if (somma > 32767) throw ErroreRuntime(NumeroErrore::Overflow, "computing a checksum");
+        if (somma > 32767) throw ErroreRuntime(NumeroErrore::Overflow, Lavoro::CalcolareChecksum);
     }
     return ByteInEsa(static_cast<std::int16_t>(somma));
 }

@@ -8,7 +8,6 @@
 
 namespace lapvane {
 
-VistaDiagnostica* DiagnosticaAperta = nullptr;
 std::array<std::int16_t, kIngressiAnalogici> ValoriAnalogici{};
 
 const std::array<CampoLive, 16> CampiLive = {{{0, Voce::VivoGiriMotore, ' '},
@@ -67,16 +66,17 @@ constexpr std::array<Posto, 15> kPosti = {{{0, 5, 2, DecodificaInt16, 1, ""},
                                            {16, 30, 2, DecodificaInt16, 1470, "##0.000"}}};
 
 std::string Mostra(const Posto& posto, std::string_view risposta, char separatore) {
-    const std::string letto = posto.Decodifica(risposta.substr(posto.Byte - 1, posto.Larghezza));
+    std::string letto = posto.Decodifica(risposta.substr(posto.Byte - 1, posto.Larghezza));
     if (*posto.Figura == '\0') return letto;
     return Formatta(Intero(letto) / posto.Divisore, posto.Figura, separatore);
 }
 
 /// Reads one of the two groups. What fails is shown in the window before it is told: the message
 /// stands until somebody comes.
-std::string LeggiGruppo(GruppoLive gruppo, int comando, std::size_t caratteri) {
-    const std::string risposta = Domanda(Frame(comando), caratteri);
-    if (DiagnosticaAperta != nullptr) DiagnosticaAperta->Letto(gruppo, !risposta.empty());
+std::string LeggiGruppo(VistaDiagnostica* vista, GruppoLive gruppo, int comando,
+                        std::size_t caratteri) {
+    std::string risposta = Domanda(Frame(comando), caratteri);
+    if (vista != nullptr) vista->Letto(gruppo, !risposta.empty());
     if (risposta.empty()) {
         SegnalaErroreComunicazione();
     } else {
@@ -85,12 +85,14 @@ std::string LeggiGruppo(GruppoLive gruppo, int comando, std::size_t caratteri) {
     return risposta;
 }
 
-/// The same behind the check of the link.
-void Leggi(VistaDiagnostica& vista, GruppoLive gruppo, void (*lettura)()) {
-    if (LinkPronto()) {
-        lettura();
-    } else {
+/// One group of the cycle, behind the check of the link.
+void Leggi(VistaDiagnostica& vista, GruppoLive gruppo) {
+    if (!LinkPronto()) {
         vista.Letto(gruppo, false);
+    } else if (gruppo == GruppoLive::Valori) {
+        LeggiValoriLive(vista);
+    } else {
+        LeggiValoriAnalogici(&vista);
     }
 }
 
@@ -106,11 +108,10 @@ void Pausa(const VistaDiagnostica& vista) {
 
 }  // namespace
 
-void LeggiValoriLive() {
-    const std::string risposta = LeggiGruppo(GruppoLive::Valori, kComandoLive, kCaratteriLive);
-    // Events ran meanwhile, and the window may be gone.
-    if (risposta.empty() || DiagnosticaAperta == nullptr) return;
-    VistaDiagnostica& vista = *DiagnosticaAperta;
+void LeggiValoriLive(VistaDiagnostica& vista) {
+    const std::string risposta =
+        LeggiGruppo(&vista, GruppoLive::Valori, kComandoLive, kCaratteriLive);
+    if (risposta.empty()) return;
     const std::int32_t avvisi = Intero(DecodificaInt16(risposta.substr(2, 2)));
     for (int n = 0; n < kAllarmiLive; ++n) {
         vista.Allarme(n, BitAttivo(avvisi, n + kPrimoBitAllarme));
@@ -125,15 +126,15 @@ void LeggiValoriLive() {
     vista.ValoreCampo(15, TestoNumero(libera, separatore));
 }
 
-void LeggiValoriAnalogici() {
+void LeggiValoriAnalogici(VistaDiagnostica* vista) {
     const std::string risposta =
-        LeggiGruppo(GruppoLive::Analogici, kComandoAnalogici, kCaratteriAnalogici);
+        LeggiGruppo(vista, GruppoLive::Analogici, kComandoAnalogici, kCaratteriAnalogici);
     if (risposta.empty()) return;
     for (int i = 0; i < kIngressiAnalogici; ++i) {
         const auto posto = static_cast<std::size_t>(i);
         const std::string valore = DecodificaInt16(risposta.substr(2 + 2 * posto, 2));
-        if (DiagnosticaAperta != nullptr) {
-            DiagnosticaAperta->ValoreAnalogico(i, valore);
+        if (vista != nullptr) {
+            vista->ValoreAnalogico(i, valore);
         } else {
             ValoriAnalogici[posto] = static_cast<std::int16_t>(Intero(valore));
         }
@@ -145,10 +146,10 @@ void EseguiDiagnostica(VistaDiagnostica& vista) {
     // the next transfer ends.
     FaseComunicazione = kComandoLive;
     while (vista.Visibile()) {
-        Leggi(vista, GruppoLive::Valori, LeggiValoriLive);
+        Leggi(vista, GruppoLive::Valori);
         Pausa(vista);
         if (!vista.Visibile()) break;
-        Leggi(vista, GruppoLive::Analogici, LeggiValoriAnalogici);
+        Leggi(vista, GruppoLive::Analogici);
         Pausa(vista);
     }
 }

@@ -28,9 +28,6 @@ class VistaDiagnostica {
     virtual bool Visibile() const = 0;
 };
 
-/// The window while it is open, else null. Written by the window.
-extern VistaDiagnostica* DiagnosticaAperta;
-
 /// Raw values of the analogue inputs, filled by a read without the window.
 extern std::array<std::int16_t, kIngressiAnalogici> ValoriAnalogici;
 
@@ -47,12 +44,13 @@ constexpr Voce TestoAllarmeLive(int n) {
     return Dopo(Voce::AllarmePompaOlio, n);
 }
 
-/// Sends frame 37 and fills the open window; nothing without one.
-void LeggiValoriLive();
-/// Sends frame 9. The raw values go to the open window as text, else into `ValoriAnalogici`.
-void LeggiValoriAnalogici();
+/// Sends frame 37 and fills the window.
+void LeggiValoriLive(VistaDiagnostica& vista);
+/// Sends frame 9. The raw values go to the window as text, without one into `ValoriAnalogici`.
+void LeggiValoriAnalogici(VistaDiagnostica* vista = nullptr);
 
-/// The cycle of the live view: both reads with their pauses, as long as the window is visible.
+/// The cycle of the live view: both reads with their pauses, as long as the window is visible. The
+/// window must live until it returns.
 void EseguiDiagnostica(VistaDiagnostica& vista);
 
 }  // namespace lapvane

@@ -87,7 +87,7 @@ class Corsa {
             if (!primo) platform().Sleep(kPausaSetup);
             primo = false;
             // An exchange that nobody waits for any more is not begun.
-            if (TrasferimentoAbbandonato) break;
+            if (collegamento().Abbandonato) break;
             // Kept: without a link the exchange is left out and nothing is said, so that a run
             // without an instrument goes through all its steps.
             if (!LinkPronto()) continue;
@@ -119,8 +119,8 @@ class Corsa {
 
     void Interrompi(bool chiusa) {
         // An exchange that was cut off by the person is no failure of the link.
-        const bool errore = ErroreComunicazione && !TrasferimentoAbbandonato;
-        TrasferimentoAbbandonato = false;
+        const bool errore = ErroreComunicazione && !collegamento().Abbandonato;
+        collegamento().Abbandonato = false;
         Libera();
         if (chiusa) {
             platform().MsgBox(Testo(verso_.Interrotta), Buttons::Ok, Icon::Information,

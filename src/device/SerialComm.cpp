@@ -14,8 +14,11 @@
 namespace lapvane {
 
 bool ErroreComunicazione = false;
-bool TrasferimentoAbbandonato = false;
-std::int32_t TempoMassimo[3] = {};
+
+StatoCollegamento& collegamento() {
+    static StatoCollegamento stato;
+    return stato;
+}
 
 namespace {
 
@@ -34,7 +37,7 @@ constexpr int kImpazienza = 0;
 
 /// Whether nobody waits any more for what a wait waits for.
 bool Rinuncia(int pazienza = kPazienza) {
-    return TrasferimentoAbbandonato || principale().RinunciaAttesa(pazienza);
+    return collegamento().Abbandonato || principale().RinunciaAttesa(pazienza);
 }
 
 void Cedi(Eventi eventi) {
@@ -70,8 +73,8 @@ void Svuota(SerialControl& porta) {
     porta.InputLen(0);
 }
 
-void MostraErroreControllo(const char* testo) {
-    platform().MsgBox(testo, Buttons::Ok, Icon::Information, platform().ExeName());
+void MostraErroreControllo(Voce testo) {
+    platform().MsgBox(Testo(testo), Buttons::Ok, Icon::Information, platform().ExeName());
 }
 
 bool Scrivi(const std::string& frame, std::string_view attesa, int attesaConferma, Eventi eventi) {
@@ -83,7 +86,7 @@ bool Scrivi(const std::string& frame, std::string_view attesa, int attesaConferm
         porta.Output(frame);
         return AttendiEsito(attesa, attesa.empty() ? kSvuotamento : attesaConferma, eventi);
     } catch (const ErroreControllo&) {
-        MostraErroreControllo("Errore nella scrittura dati");
+        MostraErroreControllo(Voce::ErroreScritturaDati);
         return false;
     }
 }
@@ -199,7 +202,7 @@ std::string RiceviRisposta(std::size_t numero) {
             if (risposta.size() < numero) platform().DoEvents(kAttesaEventi);
         }
     } catch (const ErroreControllo&) {
-        MostraErroreControllo("Errore nella lettura dati");
+        MostraErroreControllo(Voce::ErroreLetturaDati);
         return {};
     }
 }
@@ -246,7 +249,7 @@ void VerificaComunicazione() {
 void SegnalaErroreComunicazione() {
     ErroreComunicazione = true;
     platform().MousePointer(Pointer::Normal);
-    if (TrasferimentoAbbandonato) return;
+    if (collegamento().Abbandonato) return;
     platform().MsgBox(Testo(Voce::StrumentoNonRisponde), Buttons::Ok, Icon::None,
                       platform().ExeName());
 }
@@ -268,18 +271,16 @@ std::string ChiediStrumento(const std::string& frame, std::size_t numero) {
 void tmrComm_Timer() {
     constexpr int kPausa = 50;
     // A transfer whose window has closed may still be about to return from its wait.
-    if (AnalisiInCorso || FaseComunicazione != 0 || TrasferimentoAbbandonato) return;
+    if (AnalisiInCorso || FaseComunicazione != 0 || collegamento().Abbandonato) return;
     if (LinkPronto()) {
-        TempoMassimo[0] = 3000;
-        TempoMassimo[1] = 10000;
-        TempoMassimo[2] = 10000;
+        collegamento().TempoMassimo = {3000, 10000, 10000};
         VerificaComunicazione();
         const std::int64_t fine = platform().GetTickCount() + kPausa;
         while (platform().GetTickCount() < fine && !Rinuncia()) {
             platform().DoEvents(kAttesaEventi);
         }
     } else {
-        for (std::int32_t& tempo : TempoMassimo) tempo = 3000;
+        collegamento().TempoMassimo.fill(3000);
         MostraNessunaComunicazione();
         // Without a port there was no identity query; an instrument that is not there is absent.
         StrumentoPresente = false;

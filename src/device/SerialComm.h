@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -10,9 +11,16 @@ namespace lapvane {
 /// True after a transfer whose exchange failed, false after one that succeeded.
 extern bool ErroreComunicazione;
 
-/// Set by a transfer's window that closes while its transfer runs, cleared when that has ended:
-/// every wait gives up at once, and what fails is not told to a person who has turned away.
-extern bool TrasferimentoAbbandonato;
+/// What the link knows beside.
+struct StatoCollegamento {
+    /// Set by a transfer's window that closes while its transfer runs, cleared when that has ended:
+    /// every wait gives up at once, and what fails is not told to a person who has turned away.
+    bool Abbandonato = false;
+    /// The three time-out settings in ms.
+    /// Kept: the poll writes them and nothing reads them.
+    std::array<std::int32_t, 3> TempoMassimo{};
+};
+StatoCollegamento& collegamento();
 
 /// Applies the port settings of the link (19200,N,8,1 ...) to the serial control.
 void ImpostaPorta();
@@ -60,9 +68,5 @@ void MostraComunicazione();
 /// One firing of `tmrComm`. The caller re-arms its timer when this has returned, so that the poll
 /// never runs inside itself.
 void tmrComm_Timer();
-
-/// The three time-out settings in ms.
-/// Kept: the poll writes them and nothing reads them.
-extern std::int32_t TempoMassimo[3];
 
 }  // namespace lapvane

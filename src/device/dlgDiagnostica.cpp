@@ -96,11 +96,6 @@ dlgDiagnostica::dlgDiagnostica(QWidget* parent)
     colonna->addLayout(sotto);
     Testi();
     resize(NelloSchermo(*this, {1180, 680}));
-    DiagnosticaAperta = this;
-}
-
-dlgDiagnostica::~dlgDiagnostica() {
-    DiagnosticaAperta = nullptr;
 }
 
 QWidget* dlgDiagnostica::CreaCampo(const CampoLive& campo) {
@@ -209,13 +204,13 @@ void dlgDiagnostica::showEvent(QShowEvent* evento) {
         inCorso_ = true;
         Protetto([this] { EseguiDiagnostica(*this); });
         inCorso_ = false;
-        TrasferimentoAbbandonato = false;
+        collegamento().Abbandonato = false;
     });
 }
 
 void dlgDiagnostica::done(int esito) {
     // A wait that still runs gives up at once.
-    if (inCorso_) TrasferimentoAbbandonato = true;
+    if (inCorso_) collegamento().Abbandonato = true;
     QDialog::done(esito);
 }
 

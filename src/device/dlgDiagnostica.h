@@ -16,7 +16,6 @@ class dlgDiagnostica : public Dialogo, private VistaDiagnostica {
     Q_OBJECT
  public:
     explicit dlgDiagnostica(QWidget* parent = nullptr);
-    ~dlgDiagnostica() override;
 
     void done(int esito) override;
 

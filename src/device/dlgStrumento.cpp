@@ -91,7 +91,7 @@ void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
     inCorso_ = true;
     corsa(*this);
     inCorso_ = false;
-    TrasferimentoAbbandonato = false;
+    collegamento().Abbandonato = false;
     if (!isVisible()) return;
     unsetCursor();
     CancelButton_->setText(Mnemonica().Con(InQt(Testo(Voce::Riuscito))));
@@ -105,7 +105,7 @@ void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
 }
 
 void dlgStrumento::done(int esito) {
-    if (inCorso_) TrasferimentoAbbandonato = true;
+    if (inCorso_) collegamento().Abbandonato = true;
     QDialog::done(esito);
 }
 

@@ -8,8 +8,11 @@ std::int32_t NumBlocchi = 0;
 std::int16_t NumeroGiri = 0;
 std::string BloccoDati1;
 std::string BloccoDati2;
-bool LogParziale = false;
-bool LogDaSalvare = false;
+
+StatoLog& logInMemoria() {
+    static StatoLog stato;
+    return stato;
+}
 
 void AzzeraBufferLog() {
     for (std::string& giro : TabellaGiri) giro = "00:00.00";
@@ -18,8 +21,7 @@ void AzzeraBufferLog() {
     NumeroGiri = 0;
     BloccoDati1.clear();
     BloccoDati2.clear();
-    LogParziale = false;
-    LogDaSalvare = false;
+    logInMemoria() = {};
 }
 
 }  // namespace lapvane

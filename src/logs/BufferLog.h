@@ -25,10 +25,12 @@ extern std::int16_t NumeroGiri;
 extern std::string BloccoDati1;
 extern std::string BloccoDati2;
 
-/// The download ended before the end of the memory.
-extern bool LogParziale;
-/// There are records that no conversion has saved yet.
-extern bool LogDaSalvare;
+/// What is known of the log in memory.
+struct StatoLog {
+    bool Parziale = false;   ///< the download ended before the end of the memory
+    bool DaSalvare = false;  ///< there are records that no conversion has saved yet
+};
+StatoLog& logInMemoria();
 
 /// What Download Data does before its window opens.
 void AzzeraBufferLog();

@@ -165,7 +165,7 @@ class Convertitore {
 
     void Campione(std::string_view blocco, std::size_t i) {
         if (righeCsv_.Numero() >= kRigheMassime) {
-            throw ErroreRuntime(NumeroErrore::Subscript, "converting the log");
+            throw ErroreRuntime(NumeroErrore::Subscript, Lavoro::ConvertireLog);
         }
         const std::size_t base = kByteCampione * i;
         std::array<char, kRigaMassima> riga{};
@@ -317,20 +317,20 @@ FileLog ComponiLog() {
 }
 
 void ConvertiLog() {
-    constexpr std::string_view kCosa = "converting the log";
+    constexpr Lavoro kCosa = Lavoro::ConvertireLog;
     // Side files are named after the data file, its last three characters replaced.
     const fs::path txt = SenzaFine(PercorsoCsv, 3, "txt");
     const fs::path tim = SenzaFine(PercorsoCsv, 3, "tim");
     // A data file of that name would be written over by its own side file.
     if (PercorsoCsv == txt || PercorsoCsv == tim) {
-        throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, std::string(kCosa), PercorsoCsv);
+        throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, kCosa, PercorsoCsv);
     }
     const FileLog file = ComponiLog();
     // The data file last: where it is new, its side files are there when it appears.
     const std::array<FileNuovo, 3> insieme = {
         {{txt, file.Txt}, {tim, file.Tim}, {PercorsoCsv, file.Csv}}};
     ScriviInsieme(insieme, kCosa);
-    LogDaSalvare = false;
+    logInMemoria().DaSalvare = false;
     platform().MsgBox(Testo(Voce::ConversioneCompletata), Buttons::Ok, Icon::Information,
                       platform().ExeName());
 }
@@ -342,7 +342,7 @@ void mnuSaveData_Click() {
     // extension: the side files take their names from its three letters.
     constexpr std::array<std::string_view, 3> kFini = {".csv", ".txt", ".tim"};
     std::string stelo = "Lapvane " + platform().Stamp();
-    if (LogParziale) stelo += " " + Testo(Voce::Parziale);
+    if (logInMemoria().Parziale) stelo += " " + Testo(Voce::Parziale);
     const auto scelto =
         platform().AskSave({Testo(Voce::SalvaDatiScaricati), cartella, "Data File (*.csv)|*.csv",
                             PercorsoDaTesto(NomeLibero(cartella, stelo, kFini) + ".csv"), ".csv"});

@@ -181,8 +181,8 @@ void Scarico::ScaricaLog() {
     vista_.Stato(Testo(Voce::ScaricamentoInCorso));
     NumBlocchi = 0;
     BlocchiLog.clear();
-    LogDaSalvare = false;
-    LogParziale = true;  // until the end is reached
+    logInMemoria().DaSalvare = false;
+    logInMemoria().Parziale = true;  // until the end is reached
     falliti_ = 0;
     letti_ = 0;
     pagineScartate_ = 0;
@@ -212,7 +212,7 @@ void Scarico::ScaricaLog() {
                 BlocchiLog.push_back(BloccoDati1);
                 BlocchiLog.push_back(BloccoDati2);
                 NumBlocchi += 2;
-                LogDaSalvare = true;
+                logInMemoria().DaSalvare = true;
             } else {
                 // The page behind the end holds anything.
                 pagineScartate_ += primo < BytesDati ? 1 : 0;
@@ -223,7 +223,7 @@ void Scarico::ScaricaLog() {
         platform().DoEvents();
     }
     finita_ = letti_ >= BytesDati;
-    LogParziale = !finita_ || pagineNonLette_ != 0;
+    logInMemoria().Parziale = !finita_ || pagineNonLette_ != 0;
     vista_.AbilitaOK(true);
     platform().MousePointer(Pointer::Normal);
     const bool qualcosa = NumBlocchi != 0;

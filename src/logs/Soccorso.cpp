@@ -11,6 +11,7 @@
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
+#include "project/FileProgetto.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/Principale.h"
@@ -126,10 +127,10 @@ void RiprendiProgetto(const Parti& parti) {
         Imposta(campo.Campo, parti.Di("field." + std::string(campo.Nome)));
     }
     PercorsoProgetto = PercorsoDaRiga(DaUnaRiga(parti.Di("path")));
-    ProgettoSenzaFile = parti.Numero("untitled") != 0;
+    progettoAperto().SenzaFile = parti.Numero("untitled") != 0;
     ProgettoModificato = true;
     AbilitaModificaProgetto();
-    const bool conFile = !PercorsoProgetto.empty() && !ProgettoSenzaFile;
+    const bool conFile = !PercorsoProgetto.empty() && !progettoAperto().SenzaFile;
     principale().Abilita(Comando::Save, conFile);
     principale().Abilita(Comando::SaveAs, true);
     principale().Abilita(Comando::ReadDev, true);
@@ -152,8 +153,8 @@ void RiprendiLog(const Parti& parti) {
     for (std::size_t i = 0; i < parti.Giri.size() && i + 1 < TabellaGiri.size(); ++i) {
         TabellaGiri[i + 1] = DaUnaRiga(parti.Giri[i]);
     }
-    LogParziale = parti.Numero("partial") != 0;
-    LogDaSalvare = true;
+    logInMemoria().Parziale = parti.Numero("partial") != 0;
+    logInMemoria().DaSalvare = true;
     principale().AbilitaMenu(Comando::SaveData, true);
 }
 
@@ -208,14 +209,14 @@ std::string ScriviSoccorso(bool progetto, bool log) {
     if (progetto) {
         riga("project", "1");
         riga("path", InUnaRiga(RigaDaPercorso(PercorsoProgetto)));
-        riga("untitled", ProgettoSenzaFile ? "1" : "0");
+        riga("untitled", progettoAperto().SenzaFile ? "1" : "0");
         for (const DescrizioneCampo& campo : kCampiProgetto) {
             riga("field." + std::string(campo.Nome), Valore(campo.Campo));
         }
     }
     const std::size_t blocchi = log ? BlocchiLog.size() : 0;
     if (log) {
-        riga("partial", LogParziale ? "1" : "0");
+        riga("partial", logInMemoria().Parziale ? "1" : "0");
         riga("laps", TestoNumero(int{NumeroGiri}));
         for (int giro = 1; giro <= NumeroGiri && giro < kGiriTabella; ++giro) {
             riga("lap", InUnaRiga(TabellaGiri[static_cast<std::size_t>(giro)]));
@@ -252,7 +253,7 @@ void RiprendiSoccorso(std::string_view testo) {
 }
 
 EsitoSoccorso MettiDaParte() {
-    const bool log = LogDaSalvare && !BlocchiLog.empty();
+    const bool log = logInMemoria().DaSalvare && !BlocchiLog.empty();
     if (!ProgettoModificato && !log) return {};
     const std::string testo = ScriviSoccorso(ProgettoModificato, log);
     for (const fs::path& luogo : Luoghi()) {
@@ -261,7 +262,7 @@ EsitoSoccorso MettiDaParte() {
             luogo / PercorsoDaTesto(NomeLibero(luogo, "Lapvane " + platform().Stamp(), kFini) +
                                     std::string(kFineSoccorso));
         try {
-            ScriviFile(file, testo, "saving the project");
+            ScriviFile(file, testo, Lavoro::SalvareProgetto);
         } catch (const ErroreRuntime&) {
             continue;
         }
@@ -278,7 +279,7 @@ void OffriSoccorso() {
     for (const Trovato& trovato : Cerca()) {
         std::string testo;
         try {
-            testo = LeggiFile(trovato.File, "reading a file", kByteMassimi);
+            testo = LeggiFile(trovato.File, Lavoro::LeggereFile, kByteMassimi);
         } catch (const ErroreRuntime&) {
             continue;
         }
@@ -305,7 +306,7 @@ void LasciaSoccorso(bool nonSalvato) {
 }
 
 void FineSoccorso() {
-    if (fileRipreso.empty() || LogDaSalvare) return;
+    if (fileRipreso.empty() || logInMemoria().DaSalvare) return;
     std::error_code ignorato;
     fs::remove(fileRipreso, ignorato);
     fileRipreso.clear();

@@ -48,7 +48,7 @@ void frmDownload::showEvent(QShowEvent* evento) {
         inCorso_ = true;
         Protetto([this] { Scarico(*this).Esegui(); });
         inCorso_ = false;
-        TrasferimentoAbbandonato = false;
+        collegamento().Abbandonato = false;
         FaseComunicazione = 0;
         platform().MousePointer(Pointer::Normal);
     });
@@ -57,7 +57,7 @@ void frmDownload::showEvent(QShowEvent* evento) {
 void frmDownload::done(int esito) {
     // While the download still unwinds, the poll stays off the port: the routine frees it itself.
     if (inCorso_) {
-        TrasferimentoAbbandonato = true;
+        collegamento().Abbandonato = true;
     } else {
         FaseComunicazione = 0;
     }

@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::string_view kMemoria = ".lapvane.installed";
 constexpr std::string_view kPrimaRiga = "Lapvane installed 1";
-constexpr std::string_view kCosa = "filling the program's folder";
+constexpr Lavoro kCosa = Lavoro::RiempireCartella;
 constexpr std::string_view kLingue = "LANGUAGES.DAT";
 // Without these the program does not start.
 constexpr std::array<std::string_view, 2> kNecessari = {kLingue, "RecentFiles.ini"};

@@ -3,45 +3,32 @@
 #include <cstdint>
 #include <filesystem>
 #include <stdexcept>
-#include <string>
+
+#include "platform/TabelleErrore.h"
 
 namespace lapvane {
 
-/// The classic run-time error numbers that the program can raise.
-enum class NumeroErrore : int {
-    Overflow = 6,
-    Subscript = 9,
-    Division = 11,
-    TypeMismatch = 13,
-    FileNotFound = 53,
-    FileAlreadyOpen = 55,
-    DeviceIo = 57,
-    DiskFull = 61,
-    InputPastEnd = 62,
-    PathAccess = 75,
-    PathNotFound = 76,
-    PrinterError = 482,
-};
-
-/// The classic English text of an error number ("Subscript out of range", ...).
-const char* TestoErrore(NumeroErrore numero);
+/// The words of an error number ("Subscript out of range", ...).
+const Parole& ParoleDi(NumeroErrore numero);
+/// The words of what the program was doing.
+const Parole& ParoleDi(Lavoro lavoro);
 
 /// A run-time error that nobody is meant to catch: it goes up to the one door, which shows it and
 /// ends the program. `Cosa` says what the program was doing, `File` and `Riga` where (both may be
-/// empty or 0).
+/// empty or 0), `what()` the number's words in English.
 class ErroreRuntime : public std::runtime_error {
  public:
-    explicit ErroreRuntime(NumeroErrore numero, const std::string& cosa = {},
-                           std::filesystem::path file = {}, std::int64_t riga = 0);
+    explicit ErroreRuntime(NumeroErrore numero, Lavoro cosa, std::filesystem::path file = {},
+                           std::int64_t riga = 0);
 
     NumeroErrore Numero() const { return numero_; }
-    const std::string& Cosa() const { return cosa_; }
+    Lavoro Cosa() const { return cosa_; }
     const std::filesystem::path& File() const { return file_; }
     std::int64_t Riga() const { return riga_; }
 
  private:
     NumeroErrore numero_;
-    std::string cosa_;
+    Lavoro cosa_;
     std::filesystem::path file_;
     std::int64_t riga_;
 };

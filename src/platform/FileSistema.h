@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/TabelleErrore.h"
+
 // What each system does in its own way for `FileTesto`; nobody else includes it.
 namespace lapvane::sistema {
 
@@ -11,8 +13,7 @@ namespace lapvane::sistema {
 using Codice = unsigned long;
 
 /// Raises what the number means for that file.
-[[noreturn]] void Fallisci(Codice codice, std::string_view cosa,
-                           const std::filesystem::path& percorso);
+[[noreturn]] void Fallisci(Codice codice, Lavoro cosa, const std::filesystem::path& percorso);
 
 /// Whether the number says that somebody forbids it (and not that the medium is full or gone).
 bool Negato(Codice codice);
@@ -36,7 +37,6 @@ Codice SulPosto(const std::filesystem::path& file, std::string_view testo, bool 
 void Fissa(const std::filesystem::path& cartella);
 
 /// At most the first `massimo` bytes of a file.
-std::string Leggi(const std::filesystem::path& percorso, std::string_view cosa,
-                  std::size_t massimo);
+std::string Leggi(const std::filesystem::path& percorso, Lavoro cosa, std::size_t massimo);
 
 }  // namespace lapvane::sistema

@@ -125,7 +125,7 @@ std::vector<VoceMarca> LeggiMarca(const fs::path& marca) {
     std::string testo;
     try {
         if (!FileEsiste(marca)) return {};
-        testo = sistema::Leggi(marca, "reading a file", kMarcaMassima);
+        testo = sistema::Leggi(marca, Lavoro::LeggereFile, kMarcaMassima);
     } catch (const ErroreRuntime&) {
         return {};
     }
@@ -159,7 +159,7 @@ sistema::Codice Avanti(const VoceMarca& voce) {
     }
     try {
         const std::string testo =
-            sistema::Leggi(voce.Copia, "reading a file", static_cast<std::size_t>(-1));
+            sistema::Leggi(voce.Copia, Lavoro::LeggereFile, static_cast<std::size_t>(-1));
         return sistema::SulPosto(voce.File, testo, voce.Come == Modo::Intero);
     } catch (const ErroreRuntime&) {
         return CE(voce.Copia) ? static_cast<sistema::Codice>(-1) : 0;
@@ -193,7 +193,7 @@ struct Passo : VoceMarca {
 
 class Salvataggio {
  public:
-    explicit Salvataggio(std::string_view cosa) : cosa_(cosa) {}
+    explicit Salvataggio(Lavoro cosa) : cosa_(cosa) {}
     Salvataggio(const Salvataggio&) = delete;
     Salvataggio& operator=(const Salvataggio&) = delete;
     ~Salvataggio() {
@@ -330,7 +330,7 @@ class Salvataggio {
         return true;
     }
 
-    std::string cosa_;
+    Lavoro cosa_;
     std::vector<Passo> passi_;
     bool marcato_ = false;
 };
@@ -359,7 +359,7 @@ void RiparaCartella(const fs::path& cartella) {
     }
 }
 
-std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size_t massimo) {
+std::string LeggiFile(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
     const fs::path vero = Vero(percorso);
     for (const fs::path& marca : Marche(vero)) {
         const auto voci = LeggiMarca(marca);
@@ -376,7 +376,7 @@ std::string LeggiFile(const fs::path& percorso, std::string_view cosa, std::size
     return sistema::Leggi(percorso, cosa, massimo);
 }
 
-void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
+void ScriviFile(const fs::path& percorso, std::string_view testo, Lavoro cosa) {
     Ripara(percorso);
     Salvataggio salvataggio(cosa);
     salvataggio.Prepara(percorso, testo, true);
@@ -384,7 +384,7 @@ void ScriviFile(const fs::path& percorso, std::string_view testo, std::string_vi
     salvataggio.Riordina();
 }
 
-void ScriviInsieme(std::span<const FileNuovo> insieme, std::string_view cosa) {
+void ScriviInsieme(std::span<const FileNuovo> insieme, Lavoro cosa) {
     if (insieme.empty()) return;
     Ripara(insieme.front().Percorso);
     Salvataggio salvataggio(cosa);
@@ -393,7 +393,7 @@ void ScriviInsieme(std::span<const FileNuovo> insieme, std::string_view cosa) {
     salvataggio.Riordina();
 }
 
-void RiscriviInizio(const fs::path& percorso, std::string_view testo, std::string_view cosa) {
+void RiscriviInizio(const fs::path& percorso, std::string_view testo, Lavoro cosa) {
     Ripara(percorso);
     std::error_code ignorato;
     if (FileEsiste(percorso)) {
@@ -463,7 +463,7 @@ std::vector<fs::path> ElencaPercorsi(const fs::path& cartella) {
     if (errore) {
         throw ErroreRuntime(errore == std::errc::permission_denied ? NumeroErrore::PathAccess
                                                                    : NumeroErrore::PathNotFound,
-                            "listing a folder", cartella);
+                            Lavoro::ElencareCartella, cartella);
     }
     for (const auto& voce : voci) {
         std::error_code ignorato;

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/TabelleErrore.h"
+
 namespace lapvane {
 
 // The one service for reading and writing whole files, and for listing folders. All failures are
@@ -15,15 +17,14 @@ namespace lapvane {
 
 /// The whole file, bytes as they stand; at most its first `massimo` bytes. A save of that file
 /// which was cut is completed first (see `Ripara`).
-std::string LeggiFile(const std::filesystem::path& percorso, std::string_view cosa,
+std::string LeggiFile(const std::filesystem::path& percorso, Lavoro cosa,
                       std::size_t massimo = static_cast<std::size_t>(-1));
 
 /// Writes the whole text to a temporary name in the same folder, flushes it to the disk and renames
 /// it over `percorso`: a full disk or a pulled plug leaves the old file whole. What a save that was
 /// broken off has left in that folder goes when it is an hour old. A file that has several names,
 /// or lies in a folder where nothing can be made, is written in place behind a flushed copy.
-void ScriviFile(const std::filesystem::path& percorso, std::string_view testo,
-                std::string_view cosa);
+void ScriviFile(const std::filesystem::path& percorso, std::string_view testo, Lavoro cosa);
 
 /// One file of a set.
 struct FileNuovo {
@@ -34,7 +35,7 @@ struct FileNuovo {
 /// Writes files that belong together: after an error all of them are the old ones. A save that is
 /// killed leaves all old ones, or a mark (`kMarca`) from which `Ripara` makes all new ones. They
 /// share their folder and their name less its last three characters.
-void ScriviInsieme(std::span<const FileNuovo> insieme, std::string_view cosa);
+void ScriviInsieme(std::span<const FileNuovo> insieme, Lavoro cosa);
 
 /// Completes a save that was cut: the file's own, or that of a set which the file is part of. Where
 /// that can't be done now the mark stays, and `LeggiFile` reads what was to be written.
@@ -64,8 +65,7 @@ bool CartellaScrivibile(const std::filesystem::path& cartella);
 
 /// Puts `testo` over the first bytes of the file and leaves what stands behind them; makes the file
 /// if it is missing. As safe as `ScriviFile`; of a huge file only those first bytes are written.
-void RiscriviInizio(const std::filesystem::path& percorso, std::string_view testo,
-                    std::string_view cosa);
+void RiscriviInizio(const std::filesystem::path& percorso, std::string_view testo, Lavoro cosa);
 
 /// Whether there is a file (not a folder) of that path; false when the system refuses to tell.
 bool FileEsiste(const std::filesystem::path& percorso);

@@ -62,7 +62,7 @@ Codice ScriviTutto(int d, std::string_view testo) {
 
 }  // namespace
 
-void Fallisci(Codice codice, std::string_view cosa, const fs::path& percorso) {
+void Fallisci(Codice codice, Lavoro cosa, const fs::path& percorso) {
     NumeroErrore numero = NumeroErrore::DeviceIo;
     switch (static_cast<int>(codice)) {
         case ENOENT: {
@@ -92,7 +92,7 @@ void Fallisci(Codice codice, std::string_view cosa, const fs::path& percorso) {
         default:
             break;
     }
-    throw ErroreRuntime(numero, std::string(cosa), percorso);
+    throw ErroreRuntime(numero, cosa, percorso);
 }
 
 bool Negato(Codice codice) {
@@ -154,7 +154,7 @@ void Fissa(const fs::path& cartella) {
     if (d.Valore() >= 0) static_cast<void>(::fsync(d.Valore()));
 }
 
-std::string Leggi(const fs::path& percorso, std::string_view cosa, std::size_t massimo) {
+std::string Leggi(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
     const Descrittore file(::open(percorso.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.Valore() < 0) Fallisci(Ultimo(), cosa, percorso);
     struct stat stato {};

@@ -60,7 +60,7 @@ HANDLE ApriProvvisorio(const fs::path& cartella, fs::path& nome) {
 
 }  // namespace
 
-void Fallisci(Codice codice, std::string_view cosa, const fs::path& percorso) {
+void Fallisci(Codice codice, Lavoro cosa, const fs::path& percorso) {
     NumeroErrore numero = NumeroErrore::DeviceIo;
     switch (codice) {
         case ERROR_FILE_NOT_FOUND:
@@ -89,7 +89,7 @@ void Fallisci(Codice codice, std::string_view cosa, const fs::path& percorso) {
         default:
             break;
     }
-    throw ErroreRuntime(numero, std::string(cosa), percorso);
+    throw ErroreRuntime(numero, cosa, percorso);
 }
 
 bool Negato(Codice codice) {
@@ -158,7 +158,7 @@ Codice SulPosto(const fs::path& file, std::string_view testo, bool intero) {
 
 void Fissa(const fs::path&) {}  // renames are written through
 
-std::string Leggi(const fs::path& percorso, std::string_view cosa, std::size_t massimo) {
+std::string Leggi(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
     std::error_code ignorato;
     if (fs::is_directory(percorso, ignorato)) Fallisci(ERROR_DIRECTORY, cosa, percorso);
     const Maniglia file(::CreateFileW(percorso.c_str(), GENERIC_READ,

@@ -115,7 +115,7 @@ std::size_t PosizioneCampo(std::string_view nome) {
     for (std::size_t i = 0; i < kCampiProgetto.size(); ++i) {
         if (kCampiProgetto[i].Nome == nome) return i;
     }
-    throw ErroreRuntime(NumeroErrore::Subscript, "looking for a project field");
+    throw ErroreRuntime(NumeroErrore::Subscript, Lavoro::CercareCampo);
 }
 
 void AzzeraCampo(const DescrizioneCampo& descrizione) {

@@ -22,6 +22,11 @@ namespace fs = std::filesystem;
 
 std::array<std::string, 201> ValoriProgetto;
 
+StatoProgetto& progettoAperto() {
+    static StatoProgetto stato;
+    return stato;
+}
+
 namespace {
 
 constexpr std::string_view kMagia = "ZEVProject";
@@ -97,14 +102,14 @@ std::string TestoProgetto() {
 void SalvaProgetto() {
     // Until it is written it is not saved: the door puts it aside if the write fails.
     ProgettoModificato = true;
-    ScriviFile(PercorsoProgetto, TestoProgetto(), "saving the project");
+    ScriviFile(PercorsoProgetto, TestoProgetto(), Lavoro::SalvareProgetto);
     principale().Abilita(Comando::Save, true);
     principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto.empty()
                                                        ? "No Project Name"
                                                        : DatiProgetto.NomeProgetto);
     principale().TestoPannello(Pannello::Percorso, TestoDaPercorso(PercorsoProgetto));
     ProgettoModificato = false;
-    ProgettoSenzaFile = false;
+    progettoAperto().SenzaFile = false;
 }
 
 bool LeggiValoriProgetto(std::string_view righe) {
@@ -137,7 +142,7 @@ bool LeggiProgetto(const fs::path& scelto) {
     std::string contenuto;
     try {
         // The reading ends at the 202nd value at the latest: no more of a huge file is of use.
-        contenuto = LeggiFile(percorso, "opening the project", kMassimoProgetto);
+        contenuto = LeggiFile(percorso, Lavoro::AprireProgetto, kMassimoProgetto);
     } catch (const ErroreRuntime&) {
         return rifiuta(Testo(Voce::IlFile) + " " + TestoDaPercorso(percorso) + " " +
                        Testo(Voce::NonTrovato));
@@ -145,8 +150,8 @@ bool LeggiProgetto(const fs::path& scelto) {
     LettoreRighe righe(contenuto);
     if (righe.Fine()) {
         // Kept: the wording of the language file.
-        return rifiuta("Fatal Error: Language database file " + TestoDaPercorso(percorso) +
-                       " is missing critical information.");
+        return rifiuta(Testo(Voce::TabellaTestiGuasta) + " " + TestoDaPercorso(percorso) + " " +
+                       Testo(Voce::TabellaTestiMancante));
     }
     const std::string_view prima = righe.Prossima();
     if (prima != kMagia) return rifiuta(Testo(Voce::NonEUnProgetto));
@@ -169,7 +174,7 @@ void mnuNew_Click() {
     principale().TestoPannello(Pannello::Progetto, Testo(Voce::ProgettoSenzaNome));
     principale().TestoPannello(Pannello::Percorso, "");
     ProgettoModificato = false;
-    ProgettoSenzaFile = true;
+    progettoAperto().SenzaFile = true;
     // Kept: `PercorsoProgetto` stays what it was, and Save is off until the next Save As.
     principale().Abilita(Comando::Save, false);
     principale().Abilita(Comando::SaveAs, true);
@@ -196,7 +201,7 @@ void mnuOpen_Click() {
     principale().TestoPannello(Pannello::Progetto, DatiProgetto.NomeProgetto);
     principale().TestoPannello(Pannello::Percorso, TestoDaPercorso(PercorsoProgetto));
     ProgettoModificato = false;
-    ProgettoSenzaFile = false;
+    progettoAperto().SenzaFile = false;
     for (const Comando c : {Comando::Save, Comando::SaveAs, Comando::ReadDev, Comando::ProgDev}) {
         principale().Abilita(c, true);
     }
@@ -215,7 +220,7 @@ void mnuSaveAs_Click() {
     // project without a file gets one that nothing has: no question protects what is there.
     const fs::path cartella = PercorsoProgetto.parent_path();
     fs::path nome = PercorsoProgetto.filename();
-    if (PercorsoProgetto.empty() || ProgettoSenzaFile) {
+    if (PercorsoProgetto.empty() || progettoAperto().SenzaFile) {
         constexpr std::array<std::string_view, 1> kFine = {".pro"};
         nome = PercorsoDaTesto(NomeLibero(cartella.empty() ? platform().CurDir() : cartella,
                                           Testo(Voce::NuovoProgetto), kFine) +

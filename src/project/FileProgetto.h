@@ -10,6 +10,13 @@ namespace lapvane {
 /// Values of a project file by position, as text; position 200 is the last.
 extern std::array<std::string, 201> ValoriProgetto;
 
+/// What is known of the open project beside its record and its path.
+struct StatoProgetto {
+    /// It has no file of its own yet, whatever `PercorsoProgetto` still holds. Set by New.
+    bool SenzaFile = false;
+};
+StatoProgetto& progettoAperto();
+
 /// The 102 lines of a project file made from `DatiProgetto`.
 std::string TestoProgetto();
 

@@ -11,14 +11,16 @@
 
 namespace lapvane {
 
-std::array<std::string, 5> ListaRecenti;
-int NumRecenti = 0;
+ElencoRecenti& recenti() {
+    static ElencoRecenti elenco;
+    return elenco;
+}
 
 namespace {
 
 constexpr int kVociMenu = 4;
-constexpr std::string_view kLettura = "reading the list of recent files";
-constexpr std::string_view kScrittura = "writing the list of recent files";
+constexpr Lavoro kLettura = Lavoro::LeggereRecenti;
+constexpr Lavoro kScrittura = Lavoro::ScrivereRecenti;
 
 // No system has longer paths: a line that is longer is none.
 constexpr std::size_t kRigaMassima = 32767;
@@ -29,7 +31,8 @@ std::filesystem::path File() {
 }
 
 void Leggi(const std::string& contenuto) {
-    NumRecenti = 0;
+    ElencoRecenti& elenco = recenti();
+    elenco.Quante = 0;
     principale().NascondiFileRecenti();
     LettoreRighe righe(contenuto);
     while (!righe.Fine()) {
@@ -40,32 +43,32 @@ void Leggi(const std::string& contenuto) {
             AnalisiSpeed = riga == "1";
             continue;
         }
-        if (NumRecenti >= kVociMenu) {
-            throw ErroreRuntime(NumeroErrore::Subscript, std::string(kLettura), File(),
-                                righe.Numero());
+        if (elenco.Quante >= kVociMenu) {
+            throw ErroreRuntime(NumeroErrore::Subscript, kLettura, File(), righe.Numero());
         }
-        ListaRecenti[static_cast<std::size_t>(NumRecenti)] = riga;
-        principale().MostraFileRecente(NumRecenti, PercorsoDaRiga(riga));
-        ++NumRecenti;
+        elenco.Righe[static_cast<std::size_t>(elenco.Quante)] = riga;
+        principale().MostraFileRecente(elenco.Quante, PercorsoDaRiga(riga));
+        ++elenco.Quante;
     }
 }
 
 /// Puts `FileRecenteScelto` on top and returns the text of the file.
 std::string Componi() {
+    ElencoRecenti& elenco = recenti();
     const std::string scelto = RigaDaPercorso(FileRecenteScelto);
     // The places above the one that falls free move down into it, so that opening what is on the
     // list already loses nothing.
     std::size_t libera = kVociMenu - 1;
     for (std::size_t i = kVociMenu; i-- > 0;) {
-        if (ListaRecenti[i] != scelto) continue;
-        ListaRecenti[i].clear();
+        if (elenco.Righe[i] != scelto) continue;
+        elenco.Righe[i].clear();
         libera = i;
     }
-    for (std::size_t i = libera; i > 0; --i) ListaRecenti[i] = ListaRecenti[i - 1];
-    ListaRecenti[0] = scelto;
+    for (std::size_t i = libera; i > 0; --i) elenco.Righe[i] = elenco.Righe[i - 1];
+    elenco.Righe[0] = scelto;
     std::string testo = AnalisiSpeed ? "1\r\n" : "0\r\n";
-    for (int i = 0; i <= NumRecenti; ++i) {
-        const std::string& voce = ListaRecenti[static_cast<std::size_t>(i)];
+    for (int i = 0; i <= elenco.Quante; ++i) {
+        const std::string& voce = elenco.Righe[static_cast<std::size_t>(i)];
         if (!voce.empty()) testo += voce + "\r\n";
     }
     return testo;
@@ -94,7 +97,7 @@ void AggiornaFileRecenti() {
 }
 
 void mnuRecentFiles_Click(int indice) {
-    ApriRecente(ListaRecenti.at(static_cast<std::size_t>(indice)));
+    ApriRecente(recenti().Righe.at(static_cast<std::size_t>(indice)));
 }
 
 void ApriRecente(const std::string& riga) {

@@ -6,10 +6,12 @@
 
 namespace lapvane {
 
-/// The last opened projects, most recent first (as lines of the file, see `RigaDaPercorso`), and
-/// how many there are.
-extern std::array<std::string, 5> ListaRecenti;
-extern int NumRecenti;
+/// The last opened projects, most recent first.
+struct ElencoRecenti {
+    std::array<std::string, 5> Righe;  ///< as lines of the file, see `RigaDaPercorso`
+    int Quante = 0;
+};
+ElencoRecenti& recenti();
 
 /// Reads RecentFiles.ini into the list, the menu entries and `AnalisiSpeed`. A missing file ends
 /// the program (53), as do five or more paths (9).

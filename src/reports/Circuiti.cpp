@@ -53,7 +53,7 @@ bool EUnaCartella(const fs::path& percorso) {
 
 /// The text of a side file of a circuit; empty optional if it cannot be had.
 std::optional<std::string> TestoDelCircuito(const std::string& nome, std::string_view estensione,
-                                            std::string_view cosa) {
+                                            Lavoro cosa) {
     const fs::path percorso = FileCircuito(nome, estensione);
     if (percorso.empty() || !FileEsiste(percorso)) return std::nullopt;
     try {
@@ -134,7 +134,7 @@ std::vector<PuntoTracciato> LeggiTracciato(std::string_view testo, int* righe) {
 }
 
 std::optional<std::vector<PuntoTracciato>> LeggiFileTracciato(const std::string& nome, int* righe) {
-    const auto testo = TestoDelCircuito(nome, "trk", "reading the outline of a track");
+    const auto testo = TestoDelCircuito(nome, "trk", Lavoro::LeggereTracciato);
     if (!testo) return std::nullopt;
     return LeggiTracciato(*testo, righe);
 }
@@ -152,7 +152,7 @@ FileSettori LeggiTestoSettori(std::string_view testo, std::size_t massimo) {
 }
 
 std::optional<FileSettori> LeggiFileSettori(const std::string& nome, std::size_t massimo) {
-    const auto testo = TestoDelCircuito(nome, "sec", "reading the sectors");
+    const auto testo = TestoDelCircuito(nome, "sec", Lavoro::LeggereSettori);
     if (!testo) return std::nullopt;
     return LeggiTestoSettori(*testo, massimo);
 }

@@ -103,11 +103,11 @@ void EditorSessione::ScriviSettori() const {
     const std::string testo =
         ScriviTestoSettori(DatiSessione.LunghTracciato, divisione_.SettoriCircuito);
     try {
-        ScriviFile(FileSettori_, testo, "writing the sectors");
+        ScriviFile(FileSettori_, testo, Lavoro::ScrivereSettori);
     } catch (const ErroreRuntime& errore) {
         // A program folder that cannot be written to is no matter while nothing changes there.
         try {
-            if (LeggiFile(FileSettori_, "reading the sectors", testo.size() + 1) == testo) return;
+            if (LeggiFile(FileSettori_, Lavoro::LeggereSettori, testo.size() + 1) == testo) return;
         } catch (const ErroreRuntime&) {
             // The message is the same.
         }

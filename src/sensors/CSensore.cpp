@@ -18,7 +18,7 @@ std::vector<CSensore> LibreriaSensori;
 
 std::size_t CSensore::Indice(int i) {
     if (i < 0 || static_cast<std::size_t>(i) >= kElementi) {
-        throw ErroreRuntime(NumeroErrore::Subscript, "reading a point of a sensor curve");
+        throw ErroreRuntime(NumeroErrore::Subscript, Lavoro::LeggerePuntoCurva);
     }
     return static_cast<std::size_t>(i);
 }
@@ -51,7 +51,7 @@ void CaricaLibreriaSensori() {
     for (const fs::path& percorso : FileDellaLibreria()) {
         std::optional<CSensore> sensore;
         try {
-            sensore = LeggiSensore(LeggiFile(percorso, "reading the sensor library", kMassimoFile));
+            sensore = LeggiSensore(LeggiFile(percorso, Lavoro::LeggereLibreria, kMassimoFile));
         } catch (const ErroreRuntime&) {
             // A file that cannot be read, or holds a number beyond all range, is rejected alike.
         }

@@ -71,7 +71,7 @@ std::string TestoSensore(std::string_view tipo, std::string_view nome,
 void ScriviSensore(const std::filesystem::path& percorso, std::string_view tipo,
                    std::string_view nome, std::span<const std::string> x,
                    std::span<const std::string> y) {
-    ScriviFile(percorso, TestoSensore(tipo, nome, x, y), "writing a sensor file");
+    ScriviFile(percorso, TestoSensore(tipo, nome, x, y), Lavoro::ScrivereSensore);
 }
 
 }  // namespace lapvane

@@ -406,7 +406,7 @@ void frmImpostaSensore::MostraAvviso() {
     avviso_ = false;
     if (!isVisible()) return;
     // Kept: Italian in every language.
-    platform().MsgBox("Il valore di bit deve essere crescente", Buttons::Ok, Icon::Warning,
+    platform().MsgBox(Testo(Voce::BitNonCrescente), Buttons::Ok, Icon::Warning,
                       DaQt(windowTitle()));
     // The row has lost its tick and its X: an empty box would not let go.
     CasellaNumerica::NonRestareInUnaErrata(*this, *Check1_[rigaAvviso_]);

@@ -23,7 +23,7 @@ frmScambio::~frmScambio() {
 
 void frmScambio::done(int esito) {
     // While an exchange still unwinds, the poll stays off the port: the exchange frees it itself.
-    if (inCorso_) TrasferimentoAbbandonato = true;
+    if (inCorso_) collegamento().Abbandonato = true;
     // Kept: a window that opened this one is not known to the poll any more.
     if (FormAttiva == this) ImpostaFormAttiva(nullptr);
     QDialog::done(esito);
@@ -80,7 +80,7 @@ frmScambio::InCorso::InCorso(frmScambio& finestra, std::vector<QWidget*> spenti,
 
 frmScambio::InCorso::~InCorso() {
     Chiudi();
-    TrasferimentoAbbandonato = false;
+    collegamento().Abbandonato = false;
     FaseComunicazione = 0;
 }
 

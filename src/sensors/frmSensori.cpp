@@ -411,7 +411,7 @@ void frmSensori::Concludi(bool riuscito, Voce fine, const std::string& titolo, V
     if (riuscito) return informa(fine, titolo);
     if (!isVisible()) informa(interrotta, platform().ExeName());
     // What the person has cut off is no failure of the link.
-    if (ErroreComunicazione && !TrasferimentoAbbandonato)
+    if (ErroreComunicazione && !collegamento().Abbandonato)
         informa(kTestoErrore, platform().ExeName());
 }
 

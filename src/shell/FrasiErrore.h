@@ -1,16 +1,14 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "platform/ErroreRuntime.h"
 #include "shell/Voci.h"
 
 namespace lapvane {
 
-/// A phrase of the run-time error box in the current language. The code writes its phrases in
-/// English where an error is raised; one without an Italian form comes back as it stands.
-std::string FraseErrore(std::string_view inglese);
+/// Words of a run-time error in the current language; English as long as there are no texts.
+std::string FraseErrore(const Parole& parole);
 
 /// Why a file was not written, as a sentence for a person.
 std::string Motivo(const ErroreRuntime& errore);

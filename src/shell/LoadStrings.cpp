@@ -19,7 +19,7 @@ std::int16_t BaseTesti = 0;
 
 namespace {
 
-constexpr std::string_view kLettura = "reading the language table";
+constexpr Lavoro kLettura = Lavoro::LeggereTesti;
 
 /// The value of a line: what follows its first "=", less one double quote at each end. False
 /// without "=".
@@ -41,28 +41,26 @@ void CaricaTesti() {
         // Kept: the report of a missing file is looked up in the table that is missing, so the
         // program ends with the subscript error of that lookup.
         Testi.clear();
-        throw ErroreRuntime(NumeroErrore::Subscript, std::string(kLettura), percorso);
+        throw ErroreRuntime(NumeroErrore::Subscript, kLettura, percorso);
     }
     const std::string contenuto = LeggiFile(percorso, kLettura);
     LettoreRighe righe(contenuto);
     const auto guasto = [&percorso] {
-        platform().MsgBox("Fatal Error: Language database file " + TestoDaPercorso(percorso) +
-                              " is missing critical information.",
+        platform().MsgBox(Testo(Voce::TabellaTestiGuasta) + " " + TestoDaPercorso(percorso) + " " +
+                              Testo(Voce::TabellaTestiMancante),
                           Buttons::Ok, Icon::Critical, platform().ExeName());
         EndProgram(1);
     };
     const auto prossima = [&] {
         if (righe.Fine()) {
-            throw ErroreRuntime(NumeroErrore::InputPastEnd, std::string(kLettura), percorso,
-                                righe.Numero() + 1);
+            throw ErroreRuntime(NumeroErrore::InputPastEnd, kLettura, percorso, righe.Numero() + 1);
         }
         return righe.Prossima();
     };
     const auto numero = [&](std::string_view testo) {
         const auto letto = LeggiInt32(testo);
         if (!letto) {
-            throw ErroreRuntime(NumeroErrore::TypeMismatch, std::string(kLettura), percorso,
-                                righe.Numero());
+            throw ErroreRuntime(NumeroErrore::TypeMismatch, kLettura, percorso, righe.Numero());
         }
         return *letto;
     };
@@ -75,8 +73,8 @@ void CaricaTesti() {
     // An entry takes two bytes at the least ("=" and the line end): a larger count is a lie that
     // would only cost memory before it fails.
     if (n < 0 || static_cast<std::size_t>(n) > contenuto.size()) {
-        throw ErroreRuntime(n < 0 ? NumeroErrore::Subscript : NumeroErrore::InputPastEnd,
-                            std::string(kLettura), percorso, 2);
+        throw ErroreRuntime(n < 0 ? NumeroErrore::Subscript : NumeroErrore::InputPastEnd, kLettura,
+                            percorso, 2);
     }
     Testi.assign(static_cast<std::size_t>(n) + 1, {});
     for (std::int32_t i = 1; i <= n; ++i) {
@@ -95,7 +93,7 @@ namespace {
 const std::string& DelFile(int n) {
     const std::int64_t posizione = std::int64_t{BaseTesti} + n;
     if (posizione < 0 || posizione >= static_cast<std::int64_t>(Testi.size())) {
-        throw ErroreRuntime(NumeroErrore::Subscript, "looking for a text of the language table",
+        throw ErroreRuntime(NumeroErrore::Subscript, Lavoro::CercareTesto,
                             platform().AppPath() / "LANGUAGES.DAT", posizione + 2);
     }
     return Testi[static_cast<std::size_t>(posizione)];
@@ -113,7 +111,7 @@ const std::string& Testo(Voce voce) {
 
 void SalvaLingua() {
     RiscriviInizio(platform().CurDir() / "LANGUAGES.DAT", TestoNumero(IndiceLingua) + "\r\n",
-                   "saving the choice of language");
+                   Lavoro::SalvareLingua);
 }
 
 }  // namespace lapvane

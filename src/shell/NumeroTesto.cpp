@@ -23,7 +23,7 @@ struct Decimale {
 
 Decimale InDecimale(double valore) {
     Decimale d;
-    if (!std::isfinite(valore)) throw ErroreRuntime(NumeroErrore::Overflow, "number to text");
+    if (!std::isfinite(valore)) throw ErroreRuntime(NumeroErrore::Overflow, Lavoro::NumeroInTesto);
     std::array<char, 40> testo{};
     const auto fine = std::to_chars(testo.data(), testo.data() + testo.size(), std::fabs(valore),
                                     std::chars_format::scientific, kCifre - 1)
@@ -150,7 +150,7 @@ double Leggi(const char*& p, const char* fine, bool virgola) {
     const auto esito = std::from_chars(testo.data() + segno, testo.data() + testo.size(), valore);
     if (esito.ec == std::errc::invalid_argument) return 0.0;
     if (esito.ec == std::errc::result_out_of_range) {
-        throw ErroreRuntime(NumeroErrore::Overflow, "text to number");
+        throw ErroreRuntime(NumeroErrore::Overflow, Lavoro::TestoInNumero);
     }
     p += esito.ptr - testo.data();
     return valore;
@@ -262,7 +262,7 @@ std::string DueCifre(std::int64_t valore) {
 std::int16_t ConvertiInt16(double valore) {
     const double r = std::nearbyint(valore);
     if (!(r >= -32768.0 && r <= 32767.0)) {
-        throw ErroreRuntime(NumeroErrore::Overflow, "conversion to a 16-bit number");
+        throw ErroreRuntime(NumeroErrore::Overflow, Lavoro::Convertire16Bit);
     }
     return static_cast<std::int16_t>(r);
 }
@@ -270,7 +270,7 @@ std::int16_t ConvertiInt16(double valore) {
 std::int32_t ConvertiInt32(double valore) {
     const double r = std::nearbyint(valore);
     if (!(r >= -2147483648.0 && r <= 2147483647.0)) {
-        throw ErroreRuntime(NumeroErrore::Overflow, "conversion to a 32-bit number");
+        throw ErroreRuntime(NumeroErrore::Overflow, Lavoro::Convertire32Bit);
     }
     return static_cast<std::int32_t>(r);
 }

@@ -42,9 +42,9 @@ void ImpostaSoccorso(EsitoSoccorso (*mettiDaParte)()) {
 }
 
 void PortaDegliErrori(const ErroreRuntime& errore) {
-    std::string testo =
-        TestoNumero(static_cast<int>(errore.Numero())) + ": " + FraseErrore(errore.what());
-    if (!errore.Cosa().empty()) testo += " (" + FraseErrore(errore.Cosa()) + ")";
+    std::string testo = TestoNumero(static_cast<int>(errore.Numero())) + ": " +
+                        FraseErrore(ParoleDi(errore.Numero())) + " (" +
+                        FraseErrore(ParoleDi(errore.Cosa())) + ")";
     if (!errore.File().empty()) testo += "\r\n" + TestoDaPercorso(errore.File());
     if (errore.Riga() > 0) testo += " : " + TestoNumero(errore.Riga());
     MostraEChiudi(testo);

@@ -11,7 +11,6 @@ bool AnalisiCaricata = false;
 Editor* FormAttiva = nullptr;
 bool ProgettoModificato = false;
 std::filesystem::path PercorsoProgetto;
-bool ProgettoSenzaFile = false;
 std::filesystem::path FileRecenteScelto;
 
 void ImpostaFormAttiva(Editor* editor) {

@@ -30,8 +30,6 @@ extern Editor* FormAttiva;
 extern bool ProgettoModificato;
 /// Full path of the open project; empty for one never saved.
 extern std::filesystem::path PercorsoProgetto;
-/// The project has no file of its own yet, whatever `PercorsoProgetto` still holds. Set by New.
-extern bool ProgettoSenzaFile;
 /// Path handed from an entry of the recent list to the Open command; empty otherwise.
 extern std::filesystem::path FileRecenteScelto;
 

@@ -10,7 +10,7 @@ namespace lapvane {
 namespace {
 
 [[noreturn]] void NonTempo() {
-    throw ErroreRuntime(NumeroErrore::TypeMismatch, "reading a time (hh:mm:ss.cc)");
+    throw ErroreRuntime(NumeroErrore::TypeMismatch, Lavoro::LeggereTempo);
 }
 
 int DueCifreIn(std::string_view testo, std::size_t da) {
@@ -82,7 +82,7 @@ std::string SommaTempi(std::string& a, std::string& b) {
 }
 
 std::string DividiTempo(std::string tempo, std::int16_t divisore) {
-    if (divisore == 0) throw ErroreRuntime(NumeroErrore::Division, "computing a mean time");
+    if (divisore == 0) throw ErroreRuntime(NumeroErrore::Division, Lavoro::CalcolareTempoMedio);
     const int centesimi = Centesimi(tempo);
     Allunga(tempo);
     const OraDelGiorno ora = Ora(tempo);

@@ -143,7 +143,7 @@ void frmMain::CostruisciMenu() {
                 connect(recenti_[i], &QAction::triggered, this, [this, i] {
                     Protetto([this, i] {
                         // The list may have another order when its turn comes.
-                        Comandato(recenti_[i], [this, scelto = ListaRecenti[i]] {
+                        Comandato(recenti_[i], [this, scelto = recenti().Righe[i]] {
                             Apri([&scelto] { ApriRecente(scelto); });
                         });
                     });
@@ -393,19 +393,15 @@ void frmMain::Rifiuta(Comando comando) {
 void frmMain::Esegui(Comando comando) {
     switch (comando) {
         case Comando::New:
-            Apri(mnuNew_Click);
-            break;
+            return Apri(mnuNew_Click);
         case Comando::Open:
-            Apri(mnuOpen_Click);
-            break;
+            return Apri(mnuOpen_Click);
         case Comando::Save:
             mnuSave_Click();
-            ConcludiSoccorso();
-            break;
+            return ConcludiSoccorso();
         case Comando::SaveAs:
             mnuSaveAs_Click();
-            ConcludiSoccorso();
-            break;
+            return ConcludiSoccorso();
         case Comando::Exit:
             // Behind the end of this command, as a click on the close box would come.
             QTimer::singleShot(0, this, [this] { close(); });
@@ -429,26 +425,20 @@ void frmMain::Esegui(Comando comando) {
             dlgStrumento(this).Esegui(mnuReadDevice_Click);
             break;
         case Comando::DownData:
-            ScaricaDati();
-            break;
+            return ScaricaDati();
         case Comando::SaveData:
             mnuSaveData_Click();
-            ConcludiSoccorso();
-            break;
+            return ConcludiSoccorso();
         case Comando::Analize:
-            Analizza();
-            break;
+            return Analizza();
         case Comando::Language:
-            CambiaLingua();
-            break;
+            return CambiaLingua();
         case Comando::Info:
-            MostraInformazioni();
-            break;
+            return MostraInformazioni();
         case Comando::Print:
             break;  // Kept: nothing enables it
         case Comando::Note:
-            MostraNote();
-            break;
+            return MostraNote();
         case Comando::ViewDev:
             dlgDiagnostica(this).exec();
             break;
@@ -503,7 +493,7 @@ void frmMain::Apri(const std::function<void()>& comando) {
 }
 
 void frmMain::ScaricaDati() {
-    LasciaSoccorso(LogDaSalvare);
+    LasciaSoccorso(logInMemoria().DaSalvare);
     AzzeraBufferLog();
     {
         frmDownload finestra(this);

@@ -17,8 +17,6 @@ namespace {
 
 class VistaProva : public VistaDiagnostica {
  public:
-    VistaProva() { DiagnosticaAperta = this; }
-    ~VistaProva() override { DiagnosticaAperta = nullptr; }
     void ValoreCampo(int campo, const std::string& testo) override { campi[campo] = testo; }
     void Allarme(int n, bool acceso) override { allarmi[n] = acceso; }
     void ValoreAnalogico(int i, const std::string& testo) override { analogici[i] = testo; }
@@ -68,7 +66,7 @@ TEST_F(Diagnostica, ShowsEveryFieldOfTheLiveFrame) {
                     "\x81\x05\x1F\x40\xAA\xAA\x00\xC8\x03\xD9\x03\x2C\x14\x82\x0E\xD8\x00\x7E"
                     // -       laps     fuel gear turbo throttle G   lambda   free memory
                     "\xAA\xAA\x00\x11\x41\x04\xFA\x64\xF3\x05\xBE\x00\x0F\xFE\x80"s);
-    LeggiValoriLive();
+    LeggiValoriLive(vista);
     const std::map<int, std::string> attesi = {
         {0, "8000"},  {2, "200"},    {3, "98.5"}, {4, "81.2"},  {5, "5.250"}, {6, "3.800"},
         {7, "12.6"},  {8, "17"},     {9, "6.5"},  {10, "4"},    {11, "-0.6"}, {12, "100"},
@@ -85,11 +83,11 @@ TEST_F(Diagnostica, ShowsEveryFieldOfTheLiveFrame) {
                                                   {6, false},
                                                   {7, true}}));
     live = Risposta(36, 32, "\x00\x1F\xFD\x00"s);  // 2096384: the memory is full
-    LeggiValoriLive();
+    LeggiValoriLive(vista);
     EXPECT_EQ(vista.campi[15], "0");
     macchina.Separatore = ',';
     live = std::string(36, '\0');
-    LeggiValoriLive();
+    LeggiValoriLive(vista);
     EXPECT_EQ(vista.campi[15], "100");
     EXPECT_EQ(vista.campi[5], "0,000");
 }
@@ -103,8 +101,8 @@ TEST_F(Diagnostica, AnalogueInputsGoToTheWindowOrToTheNumbers) {
               (std::array<std::int16_t, 8>{1, -1, 1023, -32768, 32767, 0, 10, 4660}));
     ValoriAnalogici = {};
     VistaProva vista;
-    LeggiValoriAnalogici();
-    EXPECT_EQ(ValoriAnalogici[7], 0) << "the open window takes them";
+    LeggiValoriAnalogici(&vista);
+    EXPECT_EQ(ValoriAnalogici[7], 0) << "the window takes them";
     EXPECT_EQ(vista.analogici[3], "-32768");
     EXPECT_EQ(vista.analogici[7], "4660");
 }
@@ -137,7 +135,7 @@ TEST_F(Diagnostica, LostLinkIsToldReadByReadAndTheWindowStillCloses) {
     macchina.DuranteEventi = [&] {
         if (macchina.Mostrati.size() == 2 && macchina.ChiamateEventi % 7 == 0) {
             vista.visibile = false;
-            TrasferimentoAbbandonato = true;
+            collegamento().Abbandonato = true;
         }
     };
     EseguiDiagnostica(vista);

@@ -343,7 +343,7 @@ TEST_F(Corsa, ClosedWindowEndsTheRunAtTheStep) {
                     finestra.Immagine(Pannello::TX) == 4 || finestra.Immagine(Pannello::RX) == 4;
                 if (!acceso || !vista.Aperta || Riusciti() != k) return;
                 vista.Aperta = false;
-                TrasferimentoAbbandonato = true;
+                collegamento().Abbandonato = true;
             };
             Clic(verso);
             macchina.DuranteEventi = nullptr;
@@ -358,7 +358,7 @@ TEST_F(Corsa, ClosedWindowEndsTheRunAtTheStep) {
             EXPECT_EQ(Comandi(prima), attesi) << dove;
             EXPECT_TRUE(porta.PortOpen()) << dove;
             EXPECT_EQ(FaseComunicazione, 0) << dove;
-            EXPECT_FALSE(TrasferimentoAbbandonato) << dove;
+            EXPECT_FALSE(collegamento().Abbandonato) << dove;
             EXPECT_FALSE(ProgettoModificato) << dove;
             EXPECT_EQ(vista.Fine, "") << dove;
         }
@@ -374,7 +374,7 @@ TEST_F(Corsa, ClosedWindowCutsOffAWaitAndIsNotCalledAFailure) {
         if (!vista.Aperta || porta.RichiesteDi(25) == 0) return;
         chiusa = macchina.Orologio;
         vista.Aperta = false;
-        TrasferimentoAbbandonato = true;
+        collegamento().Abbandonato = true;
         apparecchio.Difetti.Togli();
     };
     Clic(kVersi[1]);

@@ -218,7 +218,7 @@ TEST_F(Collegamento, PollFollowsTheInstrumentAndTheEditorOnlyChanges) {
     EXPECT_EQ(finestra.Testo(Pannello::Identita), "LVX-4 1.08");
     EXPECT_TRUE(finestra.Menu(Comando::DownData));
     EXPECT_TRUE(finestra.Pulsante(Comando::DownData));
-    EXPECT_EQ(TempoMassimo[1], 10000);
+    EXPECT_EQ(collegamento().TempoMassimo[1], 10000);
     tmrComm_Timer();
     EXPECT_EQ(editor.Chiamate, (std::vector<bool>{true}));
 
@@ -236,7 +236,7 @@ TEST_F(Collegamento, PollFollowsTheInstrumentAndTheEditorOnlyChanges) {
     porta.PortOpen(false);  // the port itself is gone
     porta.Porte.clear();
     tmrComm_Timer();
-    EXPECT_EQ(TempoMassimo[1], 3000);
+    EXPECT_EQ(collegamento().TempoMassimo[1], 3000);
     Strumento(1);
     tmrComm_Timer();
     EXPECT_EQ(editor.Chiamate, (std::vector<bool>{true, false, true}));
@@ -256,7 +256,7 @@ TEST_F(Collegamento, PollKeepsOffThePortDuringTransferAndAnalysis) {
     FaseComunicazione = 38;
     tmrComm_Timer();
     FaseComunicazione = 0;
-    TrasferimentoAbbandonato = true;  // its window has closed, its wait has not returned yet
+    collegamento().Abbandonato = true;  // its window has closed, its wait has not returned yet
     tmrComm_Timer();
     EXPECT_TRUE(porta.Scritti.empty());
     EXPECT_TRUE(finestra.Storia.empty());
@@ -302,7 +302,7 @@ TEST_F(Collegamento, AbandonedTransferEndsEveryWaitAndTellsNobody) {
     FaseComunicazione = 38;
     const std::int64_t inizio = macchina.Orologio;
     macchina.DuranteEventi = [&] {
-        if (macchina.Orologio - inizio >= 100) TrasferimentoAbbandonato = true;
+        if (macchina.Orologio - inizio >= 100) collegamento().Abbandonato = true;
     };
     EXPECT_LT(Durata([] { EXPECT_FALSE(LinkPronto()); }), 150);
     porta.CommPort(1);

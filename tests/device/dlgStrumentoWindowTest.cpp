@@ -140,7 +140,7 @@ TEST_F(StrumentoFinestra, ClosedInTheMiddleStopsAndCanBeStartedAgain) {
         if (Aperta() == nullptr || Etichetta("Label1").count(QLatin1Char('\n')) < 4) return;
         ++passi;
         QTest::keyClick(Aperta(), Qt::Key_Escape);
-        EXPECT_TRUE(TrasferimentoAbbandonato) << "the waits go on";
+        EXPECT_TRUE(collegamento().Abbandonato) << "the waits go on";
     };
     Clic("ProgDev");
     macchina.DuranteEventi = nullptr;
@@ -148,7 +148,7 @@ TEST_F(StrumentoFinestra, ClosedInTheMiddleStopsAndCanBeStartedAgain) {
     ASSERT_EQ(macchina.Mostrati.size(), 2u);
     EXPECT_EQ(macchina.Mostrati[1].Testo, Testo(Voce::ProgrammazioneInterrotta));
     EXPECT_EQ(FaseComunicazione, 0);
-    EXPECT_FALSE(TrasferimentoAbbandonato);
+    EXPECT_FALSE(collegamento().Abbandonato);
     EXPECT_EQ(Pannello3(), QString());
     EXPECT_TRUE(porta->PortOpen());
 

@@ -179,28 +179,29 @@ void Download(Source& from) {
 }
 
 /// One exchange; false when a promise about time or the error flag is broken.
-bool Exchange(FuzzPlatform& machine, unsigned what) {
+bool Exchange(FuzzPlatform& machine, unsigned what, LiveView& live) {
     const std::int64_t start = machine.Clock;
     const RecordProgetto before = DatiProgetto;
     const auto x = CurvaX;
     const auto y = CurvaY;
     ErroreComunicazione = false;
     const auto channel = static_cast<std::int16_t>(what / 12 % 9);
-    const std::function<void()> exchanges[] = {VerificaComunicazione,
-                                               InviaDatiSetup1,
-                                               InviaDatiSetup2,
-                                               InviaDatiSensori,
-                                               InviaDatiAllarmi,
-                                               [channel] { InviaCurvaSensore(channel); },
-                                               LeggiDatiSetup1,
-                                               LeggiDatiSetup2,
-                                               LeggiDatiSensori,
-                                               LeggiDatiAllarmi,
-                                               [channel] { LeggiCurvaSensore(channel); },
-                                               [] {
-                                                   LeggiValoriLive();
-                                                   LeggiValoriAnalogici();
-                                               }};
+    const std::function<void()> exchanges[] = {
+        VerificaComunicazione,
+        InviaDatiSetup1,
+        InviaDatiSetup2,
+        InviaDatiSensori,
+        InviaDatiAllarmi,
+        [channel] { InviaCurvaSensore(channel); },
+        LeggiDatiSetup1,
+        LeggiDatiSetup2,
+        LeggiDatiSensori,
+        LeggiDatiAllarmi,
+        [channel] { LeggiCurvaSensore(channel); },
+        [&] {
+            LeggiValoriLive(live);
+            LeggiValoriAnalogici((what & 0x40u) != 0 ? &live : nullptr);
+        }};
     exchanges[what % 12]();
     if (what % 12 == 0 && ErroreComunicazione) return false;
     if (ErroreComunicazione) {
@@ -243,9 +244,6 @@ void Fuzz(std::string_view input) {
             Download(from);
             continue;
         }
-        DiagnosticaAperta = (what & 0x40u) != 0 ? &live : nullptr;
-        const bool kept = Exchange(machine, what);
-        DiagnosticaAperta = nullptr;
-        Must(kept);
+        Must(Exchange(machine, what, live));
     }
 }

@@ -29,8 +29,8 @@ std::vector<std::string> Axis(const CSensore& sensor, bool x) {
 void Fuzz(std::string_view input) {
     static FuzzPlatform machine;
     // A number beyond all range is an error: the library leaves such a file out.
-    const auto sensor = LeggiSensore(input);
-    if (!sensor) return;
+    std::optional<CSensore> sensor;
+    if (!Accepted([&] { sensor = LeggiSensore(input); }) || !sensor) return;
     Must(sensor->NumPunti() >= 0 && sensor->NumPunti() <= static_cast<int>(CSensore::kElementi));
     for (int i = 0; i < static_cast<int>(CSensore::kElementi); ++i) {
         Must(std::isfinite(sensor->X(i)) && std::isfinite(sensor->Y(i)));

@@ -19,25 +19,28 @@ using namespace lapvane;
 void Languages(const FuzzFolder& folder, std::string_view text) {
     folder.Write("LANGUAGES.DAT", text);
     Testi.clear();
-    CaricaTesti();
-    Must(MetaTesti >= 0 && Testi.size() >= 1 && Testi.size() <= text.size() + 1);
-    CalcolaBaseTesti();
-    for (int n = 0; n <= 334; ++n) Testo(static_cast<Voce>(n));
-    CaricaTabelleNomi();
+    Accepted([text] {
+        CaricaTesti();
+        Must(MetaTesti >= 0 && Testi.size() >= 1 && Testi.size() <= text.size() + 1);
+        CalcolaBaseTesti();
+        for (int n = 0; n <= 334; ++n) Testo(static_cast<Voce>(n));
+        CaricaTabelleNomi();
+    });
 }
 
 void Recent(FuzzPlatform& machine, const FuzzFolder& folder, std::string_view text) {
     folder.Write("RecentFiles.ini", text);
     AzzeraFileRecenti();
-    LeggiFileRecenti();
-    Must(NumRecenti >= 0 && NumRecenti <= 4);
+    if (!Accepted(LeggiFileRecenti)) return;
+    Must(recenti().Quante >= 0 && recenti().Quante <= 4);
     // What is written now can be read again, with the file that was opened on top.
     const bool fast = AnalisiSpeed;
     FileRecenteScelto = machine.Folder / "new.pro";
     ScriviFileRecenti();
     AzzeraFileRecenti();
     LeggiFileRecenti();
-    Must(AnalisiSpeed == fast && NumRecenti >= 1 && ListaRecenti[0] == FileRecenteScelto.native());
+    Must(AnalisiSpeed == fast && recenti().Quante >= 1 &&
+         recenti().Righe[0] == FileRecenteScelto.native());
 }
 
 void Texts(std::string_view tsv) {

@@ -260,7 +260,7 @@ TEST_F(SalvaDati, TheSuggestedNameIsNewAndTellsThatADownloadWasStopped) {
     // Any of the three is enough to make a name somebody's.
     prova::Scrivi(macchina.Cartella / "lapvane 2026-11-24 10-20-30.TIM", "x");
     EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30 2.csv");
-    LogParziale = true;
+    logInMemoria().Parziale = true;
     EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30 parziale.csv");
     IndiceLingua = 1;
     EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30 partial.csv");
@@ -269,7 +269,7 @@ TEST_F(SalvaDati, TheSuggestedNameIsNewAndTellsThatADownloadWasStopped) {
 TEST_F(SalvaDati, WhatCantBeWrittenIsToldAndStaysInMemory) {
     BlocchiLog.assign(120, std::string(128, '\1'));
     NumBlocchi = 120;
-    LogDaSalvare = true;
+    logInMemoria().DaSalvare = true;
     const fs::path csv = macchina.Cartella / "run.csv";
     const auto salva = [&](const fs::path& dove) {
         macchina.FileScelti.push_back(dove);
@@ -295,10 +295,10 @@ TEST_F(SalvaDati, WhatCantBeWrittenIsToldAndStaysInMemory) {
     EXPECT_EQ(salva(macchina.Cartella / "manca" / "x.csv"),
               atteso(macchina.Cartella / "manca" / "x.txt", Voce::MotivoSparito));
     EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
-    EXPECT_TRUE(LogDaSalvare);
+    EXPECT_TRUE(logInMemoria().DaSalvare);
     EXPECT_EQ(NumBlocchi, 120);
     EXPECT_EQ(salva(csv), Testo(Voce::ConversioneCompletata));
-    EXPECT_FALSE(LogDaSalvare);
+    EXPECT_FALSE(logInMemoria().DaSalvare);
 }
 
 TEST_F(SalvaDati, NameOfASideFileIsRefusedBeforeAnythingIsWritten) {

@@ -127,7 +127,7 @@ TEST_F(DalloStrumento, MisbehaviourCostsItsPageOrItsRetryAndNoMore) {
     EXPECT_EQ(tutti - NumBlocchi, 2);
     EXPECT_EQ(macchina.Mostrati.at(0).Testo,
               Testo(Voce::ScaricoManca) + "\r\n\r\n" + Testo(Voce::ScaricoPagine) + " 1");
-    EXPECT_FALSE(LogParziale);
+    EXPECT_FALSE(logInMemoria().Parziale);
     for (const Caso caso : {Caso{"blank:5", 2, 0}, Caso{"drop:14:9:2", 0, 2},
                             Caso{"cut:60:14:4:1", 0, 1}, Caso{"delay:4000:14:2:1", 0, 0}}) {
         apparecchio.Difetti.Togli();

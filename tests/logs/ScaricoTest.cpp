@@ -286,8 +286,8 @@ TEST_F(Scaricamento, UndisturbedItSendsEachFrameOnce) {
                                         Frame(14, CodificaLong(128)), Frame(14, CodificaLong(256)),
                                         Frame(14, CodificaLong(384))}));
     EXPECT_TRUE(macchina.Mostrati.empty());
-    EXPECT_FALSE(LogParziale);
-    EXPECT_TRUE(LogDaSalvare);
+    EXPECT_FALSE(logInMemoria().Parziale);
+    EXPECT_TRUE(logInMemoria().DaSalvare);
 }
 
 TEST_F(Scaricamento, SizesAndLapBlocksAreAskedThreeTimesMoreBesideTheLogsOwnCount) {
@@ -337,7 +337,7 @@ TEST_F(Scaricamento, WhatDidNotComeIsToldOnceAtTheEnd) {
     EXPECT_EQ(macchina.Mostrati.back().Testo,
               Perso({Testo(Voce::ScaricoFine) + " 512 / 1024", Testo(Voce::ScaricoPagine) + " 1",
                      Testo(Voce::ScaricoGiri) + " 33-64, 65-70"}));
-    EXPECT_TRUE(LogParziale);
+    EXPECT_TRUE(logInMemoria().Parziale);
     EXPECT_EQ(FaseComunicazione, 0);
 }
 

@@ -52,8 +52,8 @@ class Soccorso : public ::testing::Test {
         NumeroGiri = 2;
         TabellaGiri[1] = "01:20.00, 1";
         TabellaGiri[2] = "01:19.50, 1";
-        LogParziale = true;
-        LogDaSalvare = true;
+        logInMemoria().Parziale = true;
+        logInMemoria().DaSalvare = true;
     }
     /// A fresh process.
     void Riparti() {
@@ -103,7 +103,7 @@ TEST_F(Soccorso, WhatWasPutAsideComesBackToTheLastField) {
     EXPECT_EQ(NumBlocchi, 6);
     EXPECT_EQ(NumeroGiri, 2);
     EXPECT_EQ(TabellaGiri[2], "01:19.50, 1");
-    EXPECT_TRUE(LogParziale);
+    EXPECT_TRUE(logInMemoria().Parziale);
     EXPECT_TRUE(finestra.Menu(Comando::SaveData));
     EXPECT_TRUE(finestra.Menu(Comando::Save));
     // Another failure before anything was saved: one file holds it all.
@@ -115,7 +115,7 @@ TEST_F(Soccorso, WhatWasPutAsideComesBackToTheLastField) {
     ProgettoModificato = false;
     ConcludiSoccorso();
     EXPECT_EQ(Rimasti().size(), 1u) << "the log is not saved";
-    LogDaSalvare = false;
+    logInMemoria().DaSalvare = false;
     ConcludiSoccorso();
     EXPECT_TRUE(Rimasti().empty());
     EXPECT_FALSE(MettiDaParte().Serviva);
@@ -123,8 +123,8 @@ TEST_F(Soccorso, WhatWasPutAsideComesBackToTheLastField) {
 
 TEST_F(Soccorso, DeclinedItStaysAndIsNotOfferedAgain) {
     Lavora();
-    LogDaSalvare = false;
-    ProgettoSenzaFile = true;
+    logInMemoria().DaSalvare = false;
+    progettoAperto().SenzaFile = true;
     MettiDaParte();
     Riparti();
     macchina.Risposte = {Answer::No};
@@ -141,7 +141,7 @@ TEST_F(Soccorso, WhatIsReplacedUnsavedIsOfferedAgain) {
     Riparti();
     macchina.Risposte = {Answer::Yes};
     OffriSoccorso();
-    LasciaSoccorso(LogDaSalvare);  // another download begins ...
+    LasciaSoccorso(logInMemoria().DaSalvare);  // another download begins ...
     AzzeraBufferLog();
     ProgettoModificato = false;  // ... and the project is saved
     FineSoccorso();

@@ -15,6 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 using prova::PlatformProva;
 
+constexpr Lavoro kLavoro = Lavoro::LeggereFile;  // any
+
 template <class F>
 NumeroErrore ErroreDi(F azione) {
     try {
@@ -29,13 +31,14 @@ NumeroErrore ErroreDi(F azione) {
 
 TEST(FileTesto, FailuresTellWhatIsWrong) {
     PlatformProva macchina;
-    const auto leggi = [](const fs::path& p) { return ErroreDi([&] { LeggiFile(p, "x"); }); };
+    const auto leggi = [](const fs::path& p) { return ErroreDi([&] { LeggiFile(p, kLavoro); }); };
     EXPECT_EQ(leggi(macchina.Cartella / "manca"), NumeroErrore::FileNotFound);
     EXPECT_EQ(leggi(macchina.Cartella / "manca" / "x"), NumeroErrore::PathNotFound);
     EXPECT_EQ(leggi(macchina.Cartella), NumeroErrore::PathAccess);
-    EXPECT_EQ(ErroreDi([&] { ScriviFile(macchina.Cartella / "manca" / "x", "t", "x"); }),
+    EXPECT_EQ(ErroreDi([&] { ScriviFile(macchina.Cartella / "manca" / "x", "t", kLavoro); }),
               NumeroErrore::PathNotFound);
-    EXPECT_EQ(ErroreDi([&] { ScriviFile(macchina.Cartella, "t", "x"); }), NumeroErrore::PathAccess);
+    EXPECT_EQ(ErroreDi([&] { ScriviFile(macchina.Cartella, "t", kLavoro); }),
+              NumeroErrore::PathAccess);
     EXPECT_EQ(ErroreDi([&] { ElencaFile(macchina.Cartella / "manca"); }),
               NumeroErrore::PathNotFound);
 }
@@ -54,7 +57,7 @@ TEST(FileTesto, WhatABrokenSaveLeftGoesAnHourLater) {
         fs::last_write_time(voce, ora - std::chrono::minutes(61), ignorato);
     }
     fs::last_write_time(fresco, ora - std::chrono::minutes(59));
-    ScriviFile(macchina.Cartella / "progetto.pro", "t", "x");
+    ScriviFile(macchina.Cartella / "progetto.pro", "t", kLavoro);
     EXPECT_FALSE(fs::exists(vecchio));
     for (const fs::path& voce : {fresco, altrui, cartella}) EXPECT_TRUE(fs::exists(voce)) << voce;
 }
@@ -66,7 +69,7 @@ TEST(FileTesto, AFullDiskLeavesTheOldFileWhole) {
     prova::Scrivi(file, "vecchio");
     const auto scrivi = [&] {
         const prova::SpazioFinito poco(4096);
-        ScriviFile(file, std::string(100000, 'n'), "saving the project");
+        ScriviFile(file, std::string(100000, 'n'), Lavoro::SalvareProgetto);
     };
     EXPECT_EQ(ErroreDi(scrivi), NumeroErrore::DiskFull);
     EXPECT_EQ(prova::Leggi(file), "vecchio");
@@ -82,7 +85,7 @@ TEST(FileTesto, WritingKeepsTheModeAndFollowsLinks) {
     fs::permissions(file, fs::perms{0640});
     const fs::path legame = macchina.Cartella / "legame.txt";
     fs::create_symlink("vero.txt", legame);
-    ScriviFile(legame, "2", "x");
+    ScriviFile(legame, "2", kLavoro);
     EXPECT_TRUE(fs::is_symlink(legame));
     EXPECT_EQ(prova::Leggi(file), "2");
     EXPECT_EQ(static_cast<unsigned>(fs::status(file).permissions()), 0640u);
@@ -98,13 +101,13 @@ TEST(FileTesto, AFileOfSeveralNamesKeepsThem) {
     const fs::path file = macchina.Cartella / "vero.txt", altro = macchina.Cartella / "altro.txt";
     prova::Scrivi(file, "vecchio e lungo");
     fs::create_hard_link(file, altro);
-    ScriviFile(file, "nuovo", "x");
+    ScriviFile(file, "nuovo", kLavoro);
     EXPECT_EQ(prova::Leggi(altro), "nuovo");
     EXPECT_EQ(fs::hard_link_count(file), 2u);
     const auto scrivi = [&] {
         const prova::SpazioFinito poco(4096);
         // The copy fits not either: what is there stays.
-        ScriviFile(altro, std::string(5000, 'n'), "x");
+        ScriviFile(altro, std::string(5000, 'n'), kLavoro);
     };
     EXPECT_EQ(ErroreDi(scrivi), NumeroErrore::DiskFull);
     EXPECT_EQ(prova::Leggi(file), "nuovo");
@@ -122,8 +125,8 @@ TEST(FileTesto, AFileThatMayBeWrittenIsInAFolderThatMayNot) {
     {
         const prova::SenzaPrivilegi nessuno;
         EXPECT_FALSE(CartellaScrivibile(cartella));
-        ScriviFile(file, "nuovo", "x");
-        EXPECT_EQ(ErroreDi([&] { ScriviFile(cartella / "altro.pro", "n", "x"); }),
+        ScriviFile(file, "nuovo", kLavoro);
+        EXPECT_EQ(ErroreDi([&] { ScriviFile(cartella / "altro.pro", "n", kLavoro); }),
                   NumeroErrore::PathAccess);
     }
     EXPECT_EQ(prova::Leggi(file), "nuovo");
@@ -141,7 +144,7 @@ TEST(FileTesto, AnInPlaceWriteThatWasCutIsReadFromItsCopy) {
     // The mark of a name less its last three characters: FNV-1a of "progetto.".
     const fs::path marca = cartella / ".lapvane+33f30f77e488aab9";
     prova::Scrivi(marca, "Lapvane save 1\r\n" + voce);
-    EXPECT_EQ(LeggiFile(file, "x"), "nuovo");
+    EXPECT_EQ(LeggiFile(file, kLavoro), "nuovo");
     EXPECT_EQ(prova::Leggi(file), "nuovo");
     EXPECT_EQ(Voci(cartella), 1u);
     // A mark that leads out of its folder, or is itself cut, is nobody's.
@@ -154,7 +157,7 @@ TEST(FileTesto, AnInPlaceWriteThatWasCutIsReadFromItsCopy) {
         prova::Scrivi(cartella / ".lapvane-Copia1", "falso");
         prova::Scrivi(cartella / "x", "falso");
         prova::Scrivi(marca, falsa);
-        EXPECT_EQ(LeggiFile(file, "x"), "nuovo") << falsa;
+        EXPECT_EQ(LeggiFile(file, kLavoro), "nuovo") << falsa;
         EXPECT_EQ(prova::Leggi(macchina.Cartella / "b.txt"), "altrui");
     }
 }
@@ -181,10 +184,10 @@ TEST(FileTesto, ASetIsOfOneAgeWhereverItIsCut) {
                 }
                 prova::Scrivi(macchina.Cartella / ".lapvane+bfee071f6f5897ec", marca + "end\r\n");
                 // A save of something else in the folder takes nothing away from the set.
-                ScriviFile(macchina.Cartella / "altro.pro", "x", "x");
+                ScriviFile(macchina.Cartella / "altro.pro", "x", kLavoro);
                 fs::remove(macchina.Cartella / "altro.pro");
                 if (rinominati == 0 && !conVecchi) Ripara(macchina.Cartella / letto);
-                EXPECT_EQ(LeggiFile(macchina.Cartella / letto, "x"), "nuovo " + letto);
+                EXPECT_EQ(LeggiFile(macchina.Cartella / letto, kLavoro), "nuovo " + letto);
                 for (const std::string& nome : nomi) {
                     EXPECT_EQ(prova::Leggi(macchina.Cartella / nome), "nuovo " + nome)
                         << rinominati;
@@ -207,8 +210,8 @@ TEST(FileTesto, WhereNothingCanBeMendedTheCopiesAreRead) {
     fs::permissions(cartella, fs::perms{0555});
     {
         const prova::SenzaPrivilegi nessuno;
-        EXPECT_EQ(LeggiFile(cartella / "run.csv", "x"), "nuovo");
-        EXPECT_EQ(LeggiFile(cartella / "run.txt", "x"), "nuovo");
+        EXPECT_EQ(LeggiFile(cartella / "run.csv", kLavoro), "nuovo");
+        EXPECT_EQ(LeggiFile(cartella / "run.txt", kLavoro), "nuovo");
     }
     fs::permissions(cartella, fs::perms{0777});
     EXPECT_EQ(prova::Leggi(cartella / "run.csv"), "vecchio");
@@ -225,7 +228,7 @@ TEST(FileTesto, ASetThatCantBeWrittenLeavesTheOldOne) {
             const std::string grande(byte, 'n');
             const std::vector<FileNuovo> insieme = {
                 {txt, "nuovo"}, {tim, "nuovo"}, {ultimo, grande}};
-            ScriviInsieme(insieme, "converting the log");
+            ScriviInsieme(insieme, Lavoro::ConvertireLog);
         });
     };
     EXPECT_EQ(scrivi(csv, 100000), NumeroErrore::DiskFull);
@@ -243,9 +246,9 @@ TEST(FileTesto, OfAHugeFileOnlyTheStartIsWrittenAnew) {
     prova::Scrivi(file, "0123456789");
     fs::resize_file(file, std::uintmax_t{1} << 40);
     const auto inizio = std::chrono::steady_clock::now();
-    RiscriviInizio(file, "abc", "x");
+    RiscriviInizio(file, "abc", kLavoro);
     EXPECT_LT(std::chrono::steady_clock::now() - inizio, std::chrono::seconds(1));
-    EXPECT_EQ(LeggiFile(file, "x", 10), "abc3456789");
+    EXPECT_EQ(LeggiFile(file, kLavoro, 10), "abc3456789");
     EXPECT_EQ(fs::file_size(file), std::uintmax_t{1} << 40);
     EXPECT_EQ(Voci(macchina.Cartella), 1u);
 }

@@ -192,7 +192,7 @@ TEST_F(Allarmi, ClosedInsideAnExchangeItSaysNothingAndFreesThePort) {
         EXPECT_FALSE(finestra->isVisible());
         EXPECT_EQ(Mostrati().size(), 1u) << "the question alone";
         EXPECT_EQ(FaseComunicazione, 0);
-        EXPECT_FALSE(TrasferimentoAbbandonato);
+        EXPECT_FALSE(collegamento().Abbandonato);
         EXPECT_EQ(FormAttiva, nullptr);
         EXPECT_EQ(principale.Testo(Pannello::Progresso), "");
         EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);

@@ -186,7 +186,7 @@ TEST_F(FinestraCalibrazione, ALinkThatBreaksTellsItEachTimeAndTheWindowCloses) {
     });
     EXPECT_EQ(Mostrati(), V{}) << "nobody is told what they turned away from";
     EXPECT_EQ(FaseComunicazione, 0);
-    EXPECT_FALSE(TrasferimentoAbbandonato);
+    EXPECT_FALSE(collegamento().Abbandonato);
     EXPECT_EQ(Riga(0), "-/");
 
     // The close box likewise; the point that was on its way is not entered.
@@ -203,7 +203,7 @@ TEST_F(FinestraCalibrazione, ALinkThatBreaksTellsItEachTimeAndTheWindowCloses) {
     EXPECT_EQ(Riga(0), "200/0.0");
     EXPECT_EQ(Riga(1), "-/");
     EXPECT_TRUE(finestra->isVisible());
-    EXPECT_FALSE(TrasferimentoAbbandonato);
+    EXPECT_FALSE(collegamento().Abbandonato);
 }
 
 }  // namespace

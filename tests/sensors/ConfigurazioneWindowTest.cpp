@@ -334,7 +334,7 @@ TEST_F(Configurazione, ClosedBetweenTwoRecordsTheSecondStaysBehind) {
     EXPECT_EQ(porta.RichiesteDi(28), 0u);
     EXPECT_EQ(Mostrati().size(), 1u);
     EXPECT_EQ(FaseComunicazione, 0);
-    EXPECT_FALSE(TrasferimentoAbbandonato);
+    EXPECT_FALSE(collegamento().Abbandonato);
 }
 
 TEST_F(Configurazione, ButtonsFollowTheInstrumentInTheWholeProgram) {

@@ -359,7 +359,7 @@ TEST_F(ImpostaSensore, ReadsACurveFromTheInstrument) {
     EXPECT_LT(giri, 10) << "the waits gave up";
     EXPECT_EQ(Mostrati(), V{});
     EXPECT_EQ(FaseComunicazione, 0);
-    EXPECT_FALSE(TrasferimentoAbbandonato);
+    EXPECT_FALSE(collegamento().Abbandonato);
     EXPECT_EQ(FormAttiva, nullptr);
 }
 

@@ -353,7 +353,7 @@ TEST_F(Sensori, AnExchangeThatStopsSaysWhy) {
             EXPECT_EQ(macchina.Mostrati[1].Titolo, "lapvane");
             EXPECT_EQ(Mostrati()[1], lapvane::Testo(chiusa));
             EXPECT_EQ(FaseComunicazione, 0);
-            EXPECT_FALSE(TrasferimentoAbbandonato);
+            EXPECT_FALSE(collegamento().Abbandonato);
             EXPECT_EQ(FormAttiva, nullptr);
             EXPECT_EQ(principale.Testo(Pannello::Progresso), "");
             EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);

@@ -396,8 +396,7 @@ TEST_F(Finestra, ClosingInsideAScanStopsInOrderBehindIt) {
     Apri();
     porta->Porte = {{1, true}};
     FileRecenteScelto.clear();
-    ListaRecenti = {"/a", "/b", "/c", "/d", ""};
-    NumRecenti = 4;
+    recenti() = {{"/a", "/b", "/c", "/d", ""}, 4};
     ProgettoModificato = true;
     DatiProgetto.NomeProgetto = "x";
     macchina.Risposte = {Answer::Cancel, Answer::No};
@@ -488,7 +487,7 @@ TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     EXPECT_NE(aperta, nullptr);
     EXPECT_EQ(allaChiusura, 38);
     EXPECT_EQ(FaseComunicazione, 0);
-    EXPECT_FALSE(TrasferimentoAbbandonato) << "every wait would give up from now on";
+    EXPECT_FALSE(collegamento().Abbandonato) << "every wait would give up from now on";
     EXPECT_EQ(macchina.Mostrati.back().Testo,
               Testo(Voce::ScaricoManca) + "\r\n\r\n" + Testo(Voce::ScaricoFine) + " 512 / 2560");
     EXPECT_TRUE(macchina.RichiesteFile.back().Name.string().ends_with(" partial.csv"));

@@ -27,7 +27,6 @@ void AzzeraTutto() {
     CurvaX = {};
     CurvaY = {};
     ValoriAnalogici = {};
-    DiagnosticaAperta = nullptr;
     AzzeraStatoShell();
     Testi.clear();
     MetaTesti = 0;

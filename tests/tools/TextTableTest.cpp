@@ -35,10 +35,10 @@ void WriteWhole(const fs::path& path, const std::string& text) {
 
 /// A table of the least size in which every text is named after its number.
 std::vector<std::string> PlainLines() {
-    std::vector<std::string> lines = {"number\tname\titalian\tenglish\twhere used"};
+    std::vector<std::string> lines = {"number\tname\titalian\tenglish\tmessage\twhere used"};
     for (std::size_t i = 1; i <= kTexts; ++i) {
         std::ostringstream line;
-        line << i << "\t-\tuno " << i << "\tone " << i << "\tmenu";
+        line << i << "\t-\tuno " << i << "\tone " << i << "\t-\tmenu";
         lines.push_back(line.str());
     }
     return lines;
@@ -132,40 +132,42 @@ TEST(TextTable, EachFaultIsToldOnceWithItsLine) {
     };
     using Lines = std::vector<std::string>;
     const Case cases[] = {
-        {"1: the heading is not number, name, italian, english, where used, separated by tabs\n",
-         [](Lines& l) { l[0] = "number\titalian\tenglish\twhere used"; }},
-        {"6: 5 columns expected, 4 found\n", [](Lines& l) { l[5] = "5\tcinque\tfive\tx"; }},
+        {"1: the heading is not number, name, italian, english, message, where used, by tabs\n",
+         [](Lines& l) { l[0] = "number\titalian\tenglish\tmessage\twhere used"; }},
+        {"6: 6 columns expected, 5 found\n", [](Lines& l) { l[5] = "5\tcinque\tfive\t-\tx"; }},
         {"6: number 5 expected, \"6\" found\n335: 334 rows expected, 333 found\n",
          [](Lines& l) { l.erase(l.begin() + 5); }},
         {"7: number 6 expected, \"5\" found\n", [](Lines& l) { l.insert(l.begin() + 6, l[5]); }},
-        {"6: number 5 expected, \"05\" found\n", [](Lines& l) { l[5] = "05\t-\ta\tb\tc"; }},
+        {"6: number 5 expected, \"05\" found\n", [](Lines& l) { l[5] = "05\t-\ta\tb\t-\tc"; }},
         {"335: 334 rows expected, 333 found\n", [](Lines& l) { l.pop_back(); }},
-        {"3: the Italian text is empty\n", [](Lines& l) { l[2] = "2\t-\t\tb\tc"; }},
-        {"3: the English text is empty\n", [](Lines& l) { l[2] = "2\t-\ta\t  \tc"; }},
-        {"3: the column of where it is used is empty\n", [](Lines& l) { l[2] = "2\t-\ta\tb\t"; }},
+        {"3: the Italian text is empty\n", [](Lines& l) { l[2] = "2\t-\t\tb\t-\tc"; }},
+        {"3: the English text is empty\n", [](Lines& l) { l[2] = "2\t-\ta\t  \t-\tc"; }},
+        {"3: the column of where it is used is empty\n",
+         [](Lines& l) { l[2] = "2\t-\ta\tb\t-\t"; }},
         {"3: the Italian text begins or ends with a double quote\n",
-         [](Lines& l) { l[2] = "2\t-\t\"a\" b\tb\tc"; }},
+         [](Lines& l) { l[2] = "2\t-\t\"a\" b\tb\t-\tc"; }},
         {"3: the English text begins or ends with a double quote\n",
-         [](Lines& l) { l[2] = "2\t-\ta\ta \"b\"\tc"; }},
+         [](Lines& l) { l[2] = "2\t-\ta\ta \"b\"\t-\tc"; }},
         {"3: the English text has the control character 13\n",
-         [](Lines& l) { l[2] = "2\t-\ta\tb\r\tc"; }},
+         [](Lines& l) { l[2] = "2\t-\ta\tb\r\t-\tc"; }},
         {"3: the column of where it is used has the control character 13\n",
          [](Lines& l) { l[2] += "\r"; }},
         {"3: the Italian text has the control character 127\n",
-         [](Lines& l) { l[2] = "2\t-\ta\x7F\tb\tc"; }},
+         [](Lines& l) { l[2] = "2\t-\ta\x7F\tb\t-\tc"; }},
         {"3: the English text has the control character 31\n",
-         [](Lines& l) { l[2] = "2\t-\ta\t\x1F\tc"; }},
+         [](Lines& l) { l[2] = "2\t-\ta\t\x1F\t-\tc"; }},
         {"3: the Italian text is not UTF-8 or has a character that Windows-1252 lacks\n"
          "3: the English text is not UTF-8 or has a character that Windows-1252 lacks\n",
-         [](Lines& l) { l[2] = "2\t-\tcitt\xE0\t\u03A9\tc"; }},
+         [](Lines& l) { l[2] = "2\t-\tcitt\xE0\t\u03A9\t-\tc"; }},
+        {"3: \"yes\" is not heading, part or -\n", [](Lines& l) { l[2] = "2\tDue\ta\tb\tyes\tc"; }},
         // A text of the program's own has a name, and one that no other has.
-        {"336: \"-\" is not a name\n", [](Lines& l) { l.push_back("335\t-\ta\tb\tc"); }},
+        {"336: \"-\" is not a name\n", [](Lines& l) { l.push_back("335\t-\ta\tb\t-\tc"); }},
         {"336: \"due parole\" is not a name\n",
-         [](Lines& l) { l.push_back("335\tdue parole\ta\tb\tc"); }},
+         [](Lines& l) { l.push_back("335\tdue parole\ta\tb\t-\tc"); }},
         {"337: the name Uno stands twice\n",
          [](Lines& l) {
-             l.push_back("335\tUno\ta\tb\tc");
-             l.push_back("336\tUno\ta\tb\tc");
+             l.push_back("335\tUno\ta\tb\t-\tc");
+             l.push_back("336\tUno\ta\tb\t-\tc");
          }},
     };
     for (const Case& c : cases) {
@@ -173,10 +175,9 @@ TEST(TextTable, EachFaultIsToldOnceWithItsLine) {
         c.Damage(lines);
         EXPECT_EQ(Faults(Joined(lines)), c.Expected);
     }
-    EXPECT_EQ(
-        Faults(""),
-        "1: the heading is not number, name, italian, english, where used, separated by tabs\n"
-        "2: 334 rows expected, 0 found\n");
+    EXPECT_EQ(Faults(""),
+              "1: the heading is not number, name, italian, english, message, where used, by tabs\n"
+              "2: 334 rows expected, 0 found\n");
 }
 
 TEST_F(TextTableFile, AFaultyTableLeavesTheOldFileAndAGoodOneReplacesItWhole) {
@@ -184,7 +185,7 @@ TEST_F(TextTableFile, AFaultyTableLeavesTheOldFileAndAGoodOneReplacesItWhole) {
     const fs::path out = folder / "LANGUAGES.DAT";
     WriteWhole(out, "old");
     std::vector<std::string> lines = PlainLines();
-    lines[10] = "10\t-\tdieci\t\tmenu";
+    lines[10] = "10\t-\tdieci\t\t-\tmenu";
     WriteWhole(in, Joined(lines));
     std::ostringstream errors;
     EXPECT_EQ(MakeLanguageFile(in, out, errors), 1);
@@ -202,8 +203,8 @@ TEST_F(TextTableFile, AFaultyTableLeavesTheOldFileAndAGoodOneReplacesItWhole) {
 TEST(TextTable, OwnTextsAreBuiltInAndStayOutOfTheLanguageFile) {
     std::vector<std::string> lines = PlainLines();
     const std::string file = LanguageFile(ReadTable(Joined(lines)).Entries);
-    lines[9] = "9\tNove\tuno 9\tone 9\tmenu";
-    lines.push_back("335\tVelocita\tVelocit\u00E0 1 \"a\" \\\tSpeed\tc");
+    lines[9] = "9\tNove\tuno 9\tone 9\t-\tmenu";
+    lines.push_back("335\tVelocita\tVelocit\u00E0 1 \"a\" \\\tSpeed\t-\tc");
     const auto entries = ReadTable(Joined(lines)).Entries;
     EXPECT_EQ(LanguageFile(entries), file);
     EXPECT_NE(NamesHeader(entries).find("enum class Voce : int {\n    Nessuna = 0,\n    Nove = 9,\n"

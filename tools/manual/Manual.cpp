@@ -10,10 +10,10 @@
 #include <set>
 #include <stdexcept>
 
+#include "platform/TabelleErrore.h"
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
 #include "tools/manual/Markdown.h"
-#include "tools/manual/Messages.h"
 #include "tools/manual/Tables.h"
 #include "tools/manual/Texts.h"
 #include "tools/texttable/texttable.h"
@@ -89,10 +89,9 @@ struct Chapter {
 /// One language of the manual.
 class Edition {
  public:
-    Edition(const Folders& folders, Texts texts, const Messages& messages, std::ostream& errors)
+    Edition(const Folders& folders, Texts texts, std::ostream& errors)
         : folders_(folders),
           texts_(std::move(texts)),
-          messages_(messages),
           errors_(errors),
           code_(texts_.Pick("it", "en")),
           pictures_(
@@ -199,14 +198,14 @@ class Edition {
         }
         if (name.starts_with("error:")) {
             const int error = std::atoi(name.c_str() + 6);
-            if (messages_.RunTime.contains(error)) return Escaped(RunTimeError(error, texts_));
+            if (const auto words = RunTimeError(error, texts_)) return Escaped(*words);
             Fault(file, line, "there is no run-time error " + name.substr(6));
             return {};
         }
         if (const auto known = texts_.ByName.find(name); known != texts_.ByName.end()) {
             return Escaped(texts_.Of(known->second));
         }
-        if (auto table = Table(name, texts_, messages_, fields_)) return *table;
+        if (auto table = Table(name, texts_, fields_)) return *table;
         Fault(file, line, "nothing is called {{" + name + "}}");
         return {};
     }
@@ -277,7 +276,6 @@ class Edition {
     /// Which texts a line of the message chapter names.
     void NoteMessages(const std::string& line) {
         const bool heading = line.starts_with("###");
-        messageChapter_ += line + '\n';
         for (std::size_t at = line.find("{{"); at != std::string::npos;
              at = line.find("{{", at + 1)) {
             const std::string name = line.substr(at + 2, line.find("}}", at) - at - 2);
@@ -293,32 +291,27 @@ class Edition {
         }
     }
 
+    /// What the table of texts calls a message must have its place in the chapter, and no heading
+    /// there may be of a text that is none.
     void CheckMessages() {
         const fs::path file =
             folders_.Source / "docs/manual" / code_ / (std::string(kMessageChapter) + ".md");
-        const auto missing = [&](const std::string& what) {
-            Fault(file, 1, what + " has no place in the chapter of messages");
-        };
-        for (const int number : messages_.Texts) {
-            const bool caption = messages_.Captions.contains(number);
-            if (!(caption ? textsTold_ : textsHeaded_).contains(number)) {
-                missing("text " + std::to_string(number) + " (" + texts_.Of(number) + ")");
-            }
-        }
-        // The titles of the boxes, and whatever the table of texts itself calls a message.
         for (int number = 1; number <= static_cast<int>(texts_.All.size()); ++number) {
-            const std::string& where = texts_.Where[static_cast<std::size_t>(number - 1)];
-            const bool told = where.find("message") != std::string::npos ||
-                              where.find("question") != std::string::npos;
-            if (told && !textsTold_.contains(number)) {
-                missing("text " + std::to_string(number) + " (" + texts_.Of(number) + ")");
+            const texttable::Place place = texts_.Places[static_cast<std::size_t>(number - 1)];
+            const bool headed = textsHeaded_.contains(number);
+            const std::string text = "text " + std::to_string(number) + " (" + texts_.Of(number);
+            if (place == texttable::Place::Heading && !headed) {
+                Fault(file, 1, text + ") has no heading in the chapter of messages");
+            } else if (place == texttable::Place::Part && !textsTold_.contains(number)) {
+                Fault(file, 1, text + ") has no place in the chapter of messages");
+            } else if (place != texttable::Place::Heading && headed) {
+                Fault(file, 1, text + ") has a heading there, which its table does not ask for");
             }
         }
-        for (const std::string& literal : messages_.Literals) {
-            if (messageChapter_.find(literal) == std::string::npos) missing('"' + literal + '"');
-        }
-        for (const auto& [number, name] : messages_.RunTime) {
-            if (!errorsTold_.contains(number)) missing("run-time error " + std::to_string(number));
+        for (const RigaErrore& error : kErrori) {
+            const int number = static_cast<int>(error.Numero);
+            if (errorsTold_.contains(number)) continue;
+            Fault(file, 1, "run-time error " + std::to_string(number) + " has no heading there");
         }
     }
 
@@ -426,14 +419,12 @@ class Edition {
 
     const Folders& folders_;
     Texts texts_;
-    const Messages& messages_;
     std::ostream& errors_;
     std::string code_;
     std::map<std::string, fs::path> pictures_;
     std::map<std::string, fs::path> used_;
     std::map<std::string, std::string> fields_;
     std::vector<Chapter> chapters_;
-    std::string messageChapter_;
     std::set<int> textsTold_;
     std::set<int> textsHeaded_;
     std::set<int> errorsTold_;
@@ -464,8 +455,7 @@ void Compare(const Edition& one, Edition& other) {
 }
 
 Texts ReadTexts(const fs::path& tsv, Language language) {
-    const std::string file = ReadFile(tsv);
-    const texttable::Table table = texttable::ReadTable(file);
+    const texttable::Table table = texttable::ReadTable(ReadFile(tsv));
     if (!table.Faults.empty()) {
         throw std::runtime_error(tsv.string() + ":" + std::to_string(table.Faults[0].Line) + ": " +
                                  table.Faults[0].What);
@@ -475,11 +465,8 @@ Texts ReadTexts(const fs::path& tsv, Language language) {
     for (const texttable::Entry& entry : table.Entries) {
         texts.All.push_back(
             Utf8Da1252(language == Language::Italian ? entry.Italian : entry.English));
+        texts.Places.push_back(entry.InMessages);
         if (!entry.Name.empty()) texts.ByName[entry.Name] = static_cast<int>(texts.All.size());
-    }
-    const auto lines = Split(file, '\n');
-    for (std::size_t i = 1; i <= texts.All.size(); ++i) {
-        texts.Where.push_back(Split(lines.at(i), '\t').at(4));
     }
     return texts;
 }
@@ -504,16 +491,12 @@ std::string Escaped(std::string_view text) {
 
 int MakeManual(const Folders& folders, std::ostream& errors) {
     const fs::path tsv = folders.Source / "data/testi.tsv";
-    const Texts texts = ReadTexts(tsv, Language::Italian);
-    const Messages messages = ScanMessages(folders.Source / "src", texts.ByName);
-    for (const std::string& fault : messages.Faults) errors << fault << '\n';
-
-    Edition italian(folders, texts, messages, errors);
-    Edition english(folders, ReadTexts(tsv, Language::English), messages, errors);
+    Edition italian(folders, ReadTexts(tsv, Language::Italian), errors);
+    Edition english(folders, ReadTexts(tsv, Language::English), errors);
     italian.Make();
     english.Make();
     Compare(italian, english);
-    if (!messages.Faults.empty() || italian.Faults() + english.Faults() > 0) return 1;
+    if (italian.Faults() + english.Faults() > 0) return 1;
 
     // Made beside its place, so that a failure leaves the old one.
     fs::path made = folders.Out;

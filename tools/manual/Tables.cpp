@@ -8,15 +8,13 @@
 #include "device/TabelleRecord.h"
 #include "instrument/Options.h"
 #include "logs/Conversione.h"
-#include "platform/ErroreRuntime.h"
+#include "platform/TabelleErrore.h"
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
 #include "sensors/Allarmi.h"
 #include "sensors/Configurazione.h"
 #include "sensors/Curve.h"
 #include "sensors/ImpostaSensore.h"
-#include "shell/FrasiErrore.h"
-#include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane::manual {
@@ -131,22 +129,22 @@ std::string Live(const Texts& texts) {
     return table;
 }
 
-std::string Doing(const Texts& texts, const Messages& messages) {
+/// Words of a run-time error in the language of the page.
+std::string Words(const Parole& words, const Texts& texts) {
+    return Utf8Da1252(texts.Italian() ? words.Italiano : words.Inglese);
+}
+
+std::string Doing(const Texts& texts) {
     std::string list;
-    for (const std::string& phrase : messages.Doing) {
-        list += "- " + Escaped(Utf8Da1252(FraseErrore(phrase))) + '\n';
-    }
-    static_cast<void>(texts);
+    for (const Parole& words : kLavori) list += "- " + Escaped(Words(words, texts)) + '\n';
     return list;
 }
 
 }  // namespace
 
 std::optional<std::string> Table(std::string_view name, const Texts& texts,
-                                 const Messages& messages,
                                  const std::map<std::string, std::string>& fields) {
     const int language = texts.Italian() ? 0 : 1;
-    IndiceLingua = language;  // the phrases of the run-time errors follow the program's language
     if (name == "project") return Project(texts, fields);
     if (name == "csv") return Titles(texts, TitoliCsv(language, "Km/h", "\xB0 C"));
     if (name == "txt") return Titles(texts, TitoliTxt(language));
@@ -156,15 +154,17 @@ std::optional<std::string> Table(std::string_view name, const Texts& texts,
     if (name == "thresholds") return Thresholds(texts);
     if (name == "schema") return Block(TestoSchema("run.csv", 16, "run.txt", 10));
     if (name == "instrument") return Block(strumento::HelpText());
-    if (name == "doing") return Doing(texts, messages);
+    if (name == "doing") return Doing(texts);
     if (name == "version") return LAPVANE_VERSION;
     return std::nullopt;
 }
 
-std::string RunTimeError(int number, const Texts& texts) {
-    IndiceLingua = texts.Italian() ? 0 : 1;
-    return Number(number) + ": " +
-           Utf8Da1252(FraseErrore(TestoErrore(static_cast<NumeroErrore>(number))));
+std::optional<std::string> RunTimeError(int number, const Texts& texts) {
+    for (const RigaErrore& error : kErrori) {
+        if (static_cast<int>(error.Numero) != number) continue;
+        return Number(number) + ": " + Words(error.Testo, texts);
+    }
+    return std::nullopt;
 }
 
 }  // namespace lapvane::manual

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "shell/Voci.h"
+#include "tools/texttable/texttable.h"
 
 namespace lapvane::manual {
 
@@ -15,8 +16,8 @@ enum class Language { Italian, English };
 /// The program's own texts in one language, UTF-8.
 struct Texts {
     Language In = Language::Italian;
-    std::vector<std::string> All;    ///< text n at n - 1
-    std::vector<std::string> Where;  ///< where text n is used, as its table says
+    std::vector<std::string> All;          ///< text n at n - 1
+    std::vector<texttable::Place> Places;  ///< of text n in the chapter of messages
     std::map<std::string, int> ByName;
 
     bool Italian() const { return In == Language::Italian; }

@@ -220,9 +220,7 @@ class Ride {
 
     void Live() {
         CountingView view;
-        DiagnosticaAperta = &view;
-        LeggiValoriLive();
-        DiagnosticaAperta = nullptr;
+        LeggiValoriLive(view);
         Told();
         const bool all = view.Fields == 16 && view.Lamps == 8;
         if (all == ErroreComunicazione) throw Wrong{"the live view shows half a frame"};

@@ -152,8 +152,9 @@ Begin RecentFiles(const fs::path& folder) {
         return [program](int which) {
             AzzeraFileRecenti();
             if (which != 0) {
-                for (auto i : {0u, 1u, 2u}) ListaRecenti[i] = Long(1 + static_cast<int>(i), 4000);
-                NumRecenti = 3;
+                for (auto i : {0u, 1u, 2u})
+                    recenti().Righe[i] = Long(1 + static_cast<int>(i), 4000);
+                recenti().Quante = 3;
             }
             FileRecenteScelto = "/a/b.pro";
             ScriviFileRecenti();

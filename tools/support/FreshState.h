@@ -1,6 +1,7 @@
 #pragma once
 
 #include "device/SerialComm.h"
+#include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
 #include "shell/StatoShell.h"
 
@@ -18,19 +19,17 @@ inline void AzzeraStatoShell() {
     FormAttiva = nullptr;
     ProgettoModificato = false;
     PercorsoProgetto.clear();
-    ProgettoSenzaFile = false;
+    progettoAperto() = {};
     FileRecenteScelto.clear();
 }
 
 inline void AzzeraSerialComm() {
     ErroreComunicazione = false;
-    TrasferimentoAbbandonato = false;
-    for (std::int32_t& tempo : TempoMassimo) tempo = 0;
+    collegamento() = {};
 }
 
 inline void AzzeraFileRecenti() {
-    for (std::string& voce : ListaRecenti) voce.clear();
-    NumRecenti = 0;
+    recenti() = {};
 }
 
 }  // namespace lapvane

@@ -16,7 +16,7 @@ namespace lapvane::texttable {
 
 namespace {
 
-constexpr std::string_view kHeading = "number\tname\titalian\tenglish\twhere used";
+constexpr std::string_view kHeading = "number\tname\titalian\tenglish\tmessage\twhere used";
 
 std::string Decimal(std::size_t number, std::size_t width = 1) {
     std::string text = std::to_string(number);
@@ -61,6 +61,13 @@ bool IsName(std::string_view text) {
            std::all_of(text.begin(), text.end(), inside);
 }
 
+/// What is wrong with the name of a text; `names` are those before it.
+std::string UnfitName(std::string_view name, std::set<std::string_view>& names) {
+    if (!IsName(name)) return "\"" + std::string(name) + "\" is not a name";
+    if (!names.insert(name).second) return "the name " + std::string(name) + " stands twice";
+    return {};
+}
+
 /// A C++ literal. Octal, since a hexadecimal escape takes the letters behind it as digits.
 std::string Literal(std::string_view text) {
     std::string literal = "\"";
@@ -79,6 +86,13 @@ std::string Literal(std::string_view text) {
         }
     }
     return literal + '"';
+}
+
+std::optional<Place> PlaceOf(std::string_view word) {
+    if (word == "-") return Place::None;
+    if (word == "part") return Place::Part;
+    if (word == "heading") return Place::Heading;
+    return std::nullopt;
 }
 
 std::string ReadWhole(const std::filesystem::path& path) {
@@ -148,7 +162,7 @@ Table ReadTable(std::string_view tsv) {
     long number = 1;
     const auto fault = [&](std::string what) { table.Faults.push_back({number, std::move(what)}); };
     if (TakeUpTo(tsv, '\n') != kHeading) {
-        fault("the heading is not number, name, italian, english, where used, separated by tabs");
+        fault("the heading is not number, name, italian, english, message, where used, by tabs");
     }
     std::uint32_t expected = 1;
     std::set<std::string_view> names;
@@ -156,8 +170,8 @@ Table ReadTable(std::string_view tsv) {
         ++number;
         std::string_view line = TakeUpTo(tsv, '\n');
         const auto columns = 1 + std::count(line.begin(), line.end(), '\t');
-        if (columns != 5) {
-            fault("5 columns expected, " + std::to_string(columns) + " found");
+        if (columns != 6) {
+            fault("6 columns expected, " + std::to_string(columns) + " found");
             ++expected;
             continue;
         }
@@ -180,15 +194,15 @@ Table ReadTable(std::string_view tsv) {
         Entry entry;
         const std::string_view name = TakeUpTo(line, '\t');
         if (name != "-" || expected - 1 > kTexts) {
-            if (!IsName(name)) {
-                fault("\"" + std::string(name) + "\" is not a name");
-            } else if (!names.insert(name).second) {
-                fault("the name " + std::string(name) + " stands twice");
-            }
+            if (const std::string what = UnfitName(name, names); !what.empty()) fault(what);
             entry.Name = name;
         }
         entry.Italian = text("the Italian text", TakeUpTo(line, '\t'));
         entry.English = text("the English text", TakeUpTo(line, '\t'));
+        const std::string_view message = TakeUpTo(line, '\t');
+        const auto place = PlaceOf(message);
+        if (!place) fault("\"" + std::string(message) + "\" is not heading, part or -");
+        entry.InMessages = place.value_or(Place::None);
         if (const std::string what = UnfitColumn(line); !what.empty()) {
             fault("the column of where it is used " + what);
         }

@@ -14,11 +14,16 @@ namespace lapvane::texttable {
 /// in.
 inline constexpr std::size_t kTexts = 334;
 
+/// The place that the manual's chapter of messages must give a text: a heading of its own or of a
+/// message that it belongs to, a mention (a part that varies, a title), or none.
+enum class Place { None, Part, Heading };
+
 /// One text in both languages, in Windows-1252; entry 0 of a table is text 1.
 struct Entry {
     std::string Name;  ///< what the code calls it; empty for a text that is found by its number
     std::string Italian;
     std::string English;
+    Place InMessages = Place::None;
 };
 
 /// What is wrong, and in which line, counted from 1.
@@ -37,8 +42,9 @@ struct Table {
 std::optional<std::string> Encode1252(std::string_view utf8, std::string& what);
 
 /// Reads and checks a table: a heading line, then the texts 1 to 334 and perhaps more in order,
-/// five columns each (number, name, Italian, English, where used) separated by tabs. A name is
-/// letters and digits, the first a capital, and stands once; "-" for none, up to 334 only.
+/// six columns each (number, name, Italian, English, message, where used) separated by tabs. A name
+/// is letters and digits, the first a capital, and stands once; "-" for none, up to 334 only. The
+/// column of messages is "heading", "part" or "-".
 Table ReadTable(std::string_view tsv);
 
 /// The language file of the program as it is delivered: English chosen, first the Italian half,

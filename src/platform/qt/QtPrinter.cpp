@@ -129,14 +129,14 @@ void QtPrinter::Salva() const {
     const QByteArray& byte = pdf_.data();
     try {
         ScriviFile(file_, {byte.constData(), static_cast<std::size_t>(byte.size())},
-                   "printing a document");
+                   Lavoro::Stampare);
     } catch (const ErroreRuntime&) {
         Guasto();
     }
 }
 
 void QtPrinter::Guasto() const {
-    throw ErroreRuntime(NumeroErrore::PrinterError, "printing a document",
+    throw ErroreRuntime(NumeroErrore::PrinterError, Lavoro::Stampare,
                         file_.empty() ? PercorsoDaQt(stampante_) : file_);
 }
 
