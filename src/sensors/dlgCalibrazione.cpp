@@ -145,7 +145,7 @@ void dlgCalibrazione::OKButton_Click() {
     calibrazione_.StatoCalibrazione = 1;
     {
         const InCorso scambio(*this, {Corpo(), OKButton_, cmdFineProcedura_}, kFase, Voce::Nessuna);
-        if (Passo(LeggiValoriAnalogici) == Esito::Chiusa) return;
+        if (Passo([] { LeggiValoriAnalogici(); }) == Esito::Chiusa) return;
     }
     if (ErroreComunicazione) {
         // The value of the step before would be a point that nobody measured.
