@@ -49,31 +49,22 @@ TEST(Tacche, AreRoundNumbersInsideTheRange) {
 }
 
 TEST(Tacche, DoNotExistWhereThereIsNoRange) {
-    const std::pair<double, double> casi[] = {{1, 1},
-                                              {2, 1},
-                                              {0, kNessuno},
-                                              {kNessuno, 1},
-                                              {0, kInfinito},
-                                              {-1e308, 1.7e308},
-                                              {1e9, 1e9 + 1e-3},
-                                              {0, 1e-310}};
-    for (const auto& [da, a] : casi) {
+    for (const auto& [da, a] : {std::pair{1.0, 1.0},
+                                {2, 1},
+                                {0, kNessuno},
+                                {0, kInfinito},
+                                {-1e308, 1.7e308},
+                                {1e9, 1e9 + 1e-3},
+                                {0, 1e-310}}) {
         EXPECT_TRUE(CalcolaTacche(da, a, 10).Valori.empty()) << da << " " << a;
+        const bool finito = a > da && std::isfinite(a - da);
+        EXPECT_EQ((ScalaPixel{da, a, 0, 10}).Valida(), finito);
     }
     EXPECT_TRUE(CalcolaTacche(0, 1, 0).Valori.empty());
     EXPECT_LE(CalcolaTacche(0, 1e300, 1000000).Valori.size(), 100u);
-}
-
-TEST(ScalaPixel, GoesThereAndBack) {
     const ScalaPixel y{-100, 300, 500, 100};  // downwards
-    EXPECT_TRUE(y.Valida());
-    EXPECT_EQ(y.Pixel(-100), 500);
-    EXPECT_EQ(y.Pixel(300), 100);
     EXPECT_EQ(y.Pixel(0), 400);
     EXPECT_EQ(y.Valore(400), 0);
-    EXPECT_FALSE((ScalaPixel{1, 1, 0, 10}).Valida());
-    EXPECT_FALSE((ScalaPixel{0, kInfinito, 0, 10}).Valida());
-    EXPECT_FALSE((ScalaPixel{-1.7e308, 1.7e308, 0, 10}).Valida());
 }
 
 TEST(TagliaLinea, KeepsWhatLiesInsideAsConnectedStretches) {
