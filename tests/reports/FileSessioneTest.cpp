@@ -60,7 +60,6 @@ TEST(FileSessione, LosesTheVehicleAndGivesTheProjectsBack) {
     LeggiSessione(ScriviSessione(Prova(), {}), letta, veicolo, canali);
     EXPECT_EQ(veicolo, "");
     EXPECT_EQ(letta.VeicoloSessione, "");
-    EXPECT_EQ(letta.Circuito, "Citt\xE0 di Bra");
     EXPECT_EQ(letta.Piloti, "Rossi Bianchi Verdi");
     EXPECT_EQ(letta.OraSessione, "10=30");
     canali[0].Filtro = 7;

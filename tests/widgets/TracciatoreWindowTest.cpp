@@ -83,29 +83,6 @@ TEST(Tracciatore, CoversPixelsByTheirDistanceWhateverTheLine) {
     }
 }
 
-TEST(Tracciatore, MixesEachColourByItselfAndFillsAFieldToItsLastColumn) {
-    Foglio foglio;
-    std::fill(foglio.Pixel.begin(), foglio.Pixel.end(), 0xFFC86400U);
-    Tracciatore tracciatore;
-    tracciatore.Inizia(foglio.Tela(), {0, 0, kLato, kLato - 3});
-    // Its middle on the border of rows 49 and 50: half of each. In the middle of a row: all of it.
-    for (const double y : {50.0, 80.5, kLato - 3.5}) {
-        tracciatore.Linea(Tratto{{-9.0, y}, {kLato + 9.0, y}}, 1.0, 0x00003264U);
-    }
-    tracciatore.Traccia();
-    for (const int x : {0, 7, 80, kLato - 1}) {
-        for (const int y : {49, 50}) {
-            const std::uint32_t c = foglio.Colore(x, y);
-            EXPECT_EQ(c >> 24, 0xFFU);
-            EXPECT_NEAR(static_cast<int>(c >> 16 & 0xFFU), 100, 4);
-            EXPECT_NEAR(static_cast<int>(c >> 8 & 0xFFU), 75, 2);
-            EXPECT_NEAR(static_cast<int>(c & 0xFFU), 50, 2);
-        }
-        for (const int y : {48, 51, kLato - 3}) EXPECT_EQ(foglio.Colore(x, y), 0xFFC86400U) << y;
-        for (const int y : {80, kLato - 4}) EXPECT_EQ(foglio.Colore(x, y), 0xFF003264U) << y;
-    }
-}
-
 TEST(Tracciatore, APointIsADisc) {
     Foglio foglio;
     Tracciatore tracciatore;
