@@ -21,7 +21,6 @@ namespace lapvane::prova {
 
 /// A curve as it was handed to the graph, points not yet thinned out.
 struct ElementoProva {
-    std::int16_t Numero = 0;
     Colore Tinta = 0;
     std::int16_t Spessore = 0;
     std::string Nome;
@@ -29,7 +28,6 @@ struct ElementoProva {
     std::vector<double> Y;
     double Scala = 0.0;
     int Passo = 0;
-    MisureCanale Misure;
     int Riquadro = 0;
 };
 
@@ -41,10 +39,8 @@ class GraficoProva : public QuietGraph {
     void ColoreAsse(Colore colore) override { coloreAsse = colore; }
     void PulisciGrafico() override {
         elementi.clear();
-        corrente = 1;
         ++pulizie;
     }
-    std::int16_t ElementoCorrente() const override { return corrente; }
     void ColoreElemento(Colore colore) override { prossimo.Tinta = colore; }
     void SpessoreElemento(std::int16_t spessore) override { prossimo.Spessore = spessore; }
     void NomeElemento(const std::string& nome) override { prossimo.Nome = nome; }
@@ -55,16 +51,13 @@ class GraficoProva : public QuietGraph {
     }
     IntervalloGrafico LeggiIntervallo() const override { return intervallo; }
     void ScalaY(double fattore) override { scalaY = fattore; }
-    void DisegnaArray(std::span<const double> x, std::span<const double> y, std::int16_t elemento,
-                      double scala, int passo, const MisureCanale& misure) override {
-        prossimo.Numero = elemento;
+    void DisegnaArray(std::span<const double> x, std::span<const double> y, std::int16_t,
+                      double scala, int passo, const MisureCanale&) override {
         prossimo.X.assign(x.begin(), x.end());
         prossimo.Y.assign(y.begin(), y.end());
         prossimo.Scala = scala;
         prossimo.Passo = passo;
-        prossimo.Misure = misure;
         elementi.push_back(prossimo);
-        ++corrente;
     }
     void ImpostaModoCursore(ModoCursore modo) override { aggancio = modo == ModoCursore::Aggancio; }
     void ColoreCursore(Colore colore) override { coloreCursore = colore; }
@@ -83,7 +76,6 @@ class GraficoProva : public QuietGraph {
 
  private:
     ElementoProva prossimo;
-    std::int16_t corrente = 1;
 };
 
 /// A window that writes down what it is told.

@@ -37,6 +37,16 @@ class EditorDellaSessione : public ::testing::Test {
     std::filesystem::path tracks = macchina.Cartella / "tracks";
 };
 
+TEST_F(EditorDellaSessione, OpensWithWhatIsThere) {
+    DatiSessione.Circuito = " Prova ";
+    DatiSessione.DataSessione = "12/5";
+    for (int volta = 0; volta < 2; ++volta) const EditorSessione editor;
+    EXPECT_EQ(ListaCircuiti, (std::vector<std::string>{"Altro", "Prova"}));
+    EXPECT_EQ(EditorSessione::Leggi().Circuito, "Prova");
+    EXPECT_EQ(EditorSessione::Leggi().DataSessione, "12/5");
+    EXPECT_EQ(EditorSessione::Titolo("Prova"), "Prova") << "no length, no dash";
+}
+
 TEST_F(EditorDellaSessione, LengthStaysAsTypedAndHasToBeTheSumOfTheSectors) {
     EditorSessione editor;
     ASSERT_TRUE(editor.ScegliCircuito("Prova"));
