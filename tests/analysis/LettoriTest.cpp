@@ -9,8 +9,6 @@
 #include "analysis/Schema.h"
 #include "analysis/Statistiche.h"
 #include "analysis/TabellaArray.h"
-#include "shell/LoadStrings.h"
-#include "support/PlatformProva.h"
 
 using namespace lapvane;
 
@@ -72,24 +70,6 @@ TEST(LettoreDati, TakesEveryShapeOfRowThatALogCanHave) {
     EXPECT_EQ(LettoreDati("a [x];b\r\n1\r\n").Titolo(), "a [x];b");
     EXPECT_EQ(LettoreDati("a;b").Titolo(), "a;b");
 }
-
-#ifndef _WIN32  // no huge file without its room there
-TEST(LettoreDati, HugeFilesWithoutLinesAreNotRead) {
-    prova::PlatformProva macchina;
-    const auto file = macchina.Cartella / "run.txt";
-    for (const std::string& inizio :
-         {std::string(), std::string("a;b\r\n\0", 6), std::string(70000, 'x')}) {
-        prova::Scrivi(file, inizio);
-        std::filesystem::resize_file(file, std::uintmax_t{1} << 40);
-        macchina.Risposte = {Answer::Ok};
-        EXPECT_EQ(LeggiLog(file), "");
-        EXPECT_EQ(macchina.Mostrati.back().Testo, file.string() + "\r\n" + Testo(Voce::NonUnLog));
-    }
-    std::string righe(std::size_t{17} << 20, '\n');
-    prova::Scrivi(file, righe);
-    EXPECT_EQ(LeggiLog(file).size(), righe.size()) << "a long log is a log";
-}
-#endif
 
 TEST(TabellaArray, IsZeroOutsideAndKeepsItsPlanesApart) {
     TabellaArray tabella;
