@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/qt/ConversioniQt.h"
 #include "project/DatiProgetto.h"
 #include "reports/DatiSessione.h"
 #include "reports/DisegnoGrafico.h"

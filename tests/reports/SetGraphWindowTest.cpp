@@ -3,7 +3,7 @@
 #include <QTest>
 #include <memory>
 
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "reports/ReportProva.h"
 #include "reports/dlgSetGraph.h"
