@@ -118,7 +118,6 @@ class VistaProva : public BareAnalysisView {
         caratteri[{riga, colonna}] = colore;
     }
     void CellaCorrente(int riga, int colonna) override { corrente = {riga, colonna}; }
-    void SegnaGiro(int riga) override { giro = riga; }
     void Scarica() override { scaricata = true; }
     std::string Cella(int riga, int colonna) { return celle[{riga, colonna}]; }
 
@@ -136,7 +135,7 @@ class VistaProva : public BareAnalysisView {
     std::map<Posto, std::string> celle;
     std::map<Posto, Colore> sfondi, caratteri;
     Posto corrente{};
-    int scala = 0, scheda = -1, righe = 0, giro = 0;
+    int scala = 0, scheda = -1, righe = 0;
     bool controlli = true, griglia = true, scaricata = false;
 };
 

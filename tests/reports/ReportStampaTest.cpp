@@ -59,17 +59,14 @@ class ReportStampa : public ::testing::Test {
                         "mai",   "Rossi\r\nBianchi", "pista\r\numida\n"};
         DatiProgetto.Veicolo = "Monoposto";
     }
-    static std::vector<RigaReport> Giri(int quanti) {
+    static StampanteProva Stampa(int quanti) {
         std::vector<RigaReport> giri;
         for (int i = 1; i <= quanti; ++i) {
             const std::string n = std::to_string(i);
             giri.push_back({"s" + n, n, "t" + n, "v" + n});
         }
-        return giri;
-    }
-    static StampanteProva Stampa(int giri) {
         StampanteProva stampante;
-        StampaReport(stampante, Giri(giri));
+        StampaReport(stampante, giri);
         EXPECT_EQ(stampante.fini, 1);
         return stampante;
     }
