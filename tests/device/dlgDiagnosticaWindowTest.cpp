@@ -1,14 +1,14 @@
 #include "device/dlgDiagnostica.h"
 
-#include <gtest/gtest.h>
-
+#include <QElapsedTimer>
 #include <QTest>
 
 #include "device/SerialComm.h"
-#include "instrument/Guasti.h"
-#include "instrument/SerialeStrumento.h"
-#include "instrument/Strumento.h"
+#include "platform/qt/TestoQt.h"
+#include "project/DatiProgetto.h"
 #include "shell/LoadStrings.h"
+#include "shell/TabelleNomi.h"
+#include "support/StrumentoProva.h"
 #include "support/WindowPlatform.h"
 
 namespace lapvane {
@@ -16,59 +16,109 @@ namespace {
 
 using prova::Controllo;
 
-TEST(VistaDalVivo, ValuesThatAreNotReadAreGreyAndComeBackByThemselves) {
-    prova::WindowPlatform macchina;
-    prova::PrincipaleProva principale;
-    strumento::Strumento apparecchio;
-    strumento::SerialeStrumento porta{apparecchio, [&] { return macchina.Orologio; },
-                                      [&](int ms) { macchina.Orologio += ms; }};
-    principale.Seriale = &porta;
-    prova::CaricaTestiVeri(0);
-    dlgDiagnostica finestra;
-    auto* giri = Controllo<QLabel>(finestra, "txtValoreCampo0");
-    auto* ingresso = Controllo<QLabel>(finestra, "txtValoreAnalogico7");
-    auto* lampada = Controllo<LampadaAllarme>(finestra, "shpAllarme2");
-    auto* riga = Controllo<QLabel>(finestra, "lblFermi");
-    const auto vivi = [&] {
-        EXPECT_EQ(giri->isEnabled(), lampada->isEnabled());
-        return giri->isEnabled() && ingresso->isEnabled() && !riga->isVisible() &&
-               !giri->text().isEmpty();
-    };
-    const auto fermi = [&] {
-        return !giri->isEnabled() && riga->isVisible() && riga->text().contains(u"grigio") &&
-               principale.Testo(Pannello::Collegamento) == "NO COMMUNICATION";
-    };
-    int passo = 0;
-    bool fermiPresto = false;
+class VistaDalVivo : public prova::ConStrumento<prova::WindowPlatform> {
+ protected:
+    bool Vivi() const { return giri->isEnabled() && lampada->isEnabled(); }
+    /// Shows the window; `passo` runs in its waits until the window has closed.
+    void Gira(const std::function<void()>& passo) {
+        macchina.DuranteEventi = [&] {
+            if (dialogo.isVisible()) passo();
+        };
+        dialogo.show();
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return !dialogo.isVisible() && !collegamento().Abbandonato; }, 60000));
+        macchina.DuranteEventi = nullptr;
+        dialogo.close();
+    }
+    std::string Barra() const { return finestra.Testo(Pannello::Collegamento); }
+
+    dlgDiagnostica dialogo;
+    QLabel* giri = Controllo<QLabel>(dialogo, "txtValoreCampo0");
+    QLabel* ingresso = Controllo<QLabel>(dialogo, "txtValoreAnalogico7");
+    LampadaAllarme* lampada = Controllo<LampadaAllarme>(dialogo, "shpAllarme2");
+    QLabel* riga = Controllo<QLabel>(dialogo, "lblFermi");
+};
+
+TEST_F(VistaDalVivo, EveryValueHasItsNameAndItsUnit) {
+    IndiceLingua = 0;
+    CalcolaBaseTesti();
+    DatiProgetto.UMVel = 0;
+    DatiProgetto.UMTemp = 1;
+    DatiProgetto.UMPress = 2;  // no list has it
+    dlgDiagnostica italiana;
+    const auto testo = [&](const char* nome) { return Controllo<QLabel>(italiana, nome)->text(); };
+    EXPECT_EQ(testo("lblUM0"), QString());
+    EXPECT_EQ(testo("lblUM2"), InQt(ListaUMVelocita[0]));
+    EXPECT_EQ(testo("lblUM4"), InQt(ListaUMTemperatura[1]));
+    EXPECT_EQ(testo("lblNomeCampo4"), InQt(Testo(Voce::TemperaturaAcqua)));
+    EXPECT_EQ(testo("lblNomeAllarme2"), InQt(Testo(Voce::AllarmePompaOlio)));
+    for (const char* numero : {"2", "9"}) {
+        const std::string n(numero);
+        EXPECT_EQ(Controllo<QLabel>(italiana, ("txtValoreCampo" + n).c_str())->accessibleName(),
+                  testo(("lblNomeCampo" + n).c_str()));
+        EXPECT_EQ(Controllo<QWidget>(italiana, ("shpAllarme" + n).c_str())->accessibleName(),
+                  testo(("lblNomeAllarme" + n).c_str()));
+    }
+    QStringList ingressi;
+    for (const QLabel* label : Controllo<QGroupBox>(italiana, "fraIngressiAnalogici")
+                                   ->findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
+        if (label->objectName().isEmpty()) ingressi += label->text();
+    }
+    EXPECT_EQ(ingressi.join(u' '), QStringLiteral("1 2 3 4 5 6 7 8"));
+    EXPECT_EQ(Controllo<QGroupBox>(italiana, "fraAllarmi")->title(), InQt(Testo(Voce::Allarmi)));
+    EXPECT_EQ(italiana.windowTitle(), InQt(Testo(Voce::ValoriInTempoReale)));
+    EXPECT_TRUE(riga->sizePolicy().retainSizeWhenHidden()) << "the values would jump";
+    EXPECT_TRUE(italiana.isModal());
+}
+
+TEST_F(VistaDalVivo, ValuesThatAreNotReadAreGreyAndComeBackByThemselves) {
+    apparecchio.Dati.AggiungiBlocco(std::string(128, '\x40'));
+    auto* memoria = Controllo<QLabel>(dialogo, "txtValoreCampo15");
+    memoria->setFixedWidth(70);
+    int fase = 0;
     QString ultimo;
+    QElapsedTimer da;
     macchina.AlBox = [&] {
-        EXPECT_TRUE(fermi()) << "the message covers values that look alive";
-        EXPECT_EQ(giri->text(), ultimo) << "grey, and still there to be read";
-        apparecchio.Difetti.Togli();
-        passo = 3;
+        EXPECT_TRUE(riga->isVisible());
+        EXPECT_EQ(Vivi(), fase == 1) << "the message covers values that look alive";
+        EXPECT_FALSE(ingresso->isEnabled());
+        Guasta("");
+        ++fase;
     };
-    macchina.Risposte = {Answer::Ok};
-    macchina.DuranteEventi = [&] {
-        if (passo == 0 && vivi()) {
-            EXPECT_EQ(principale.Testo(Pannello::Collegamento), "COM 1");
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    Gira([&] {
+        EXPECT_EQ(giri->isEnabled(), lampada->isEnabled());
+        const bool tutti = Vivi() && ingresso->isEnabled() && !riga->isVisible();
+        if (fase == 0 && tutti) {
+            EXPECT_EQ(Barra(), "COM 1");
+            EXPECT_EQ(giri->text(), QStringLiteral("16448"));
+            EXPECT_NE(ingresso->text(), QString());
+            EXPECT_TRUE(memoria->text().startsWith(u"99.9")) << memoria->text().toStdString();
+            QTest::qWait(400);  // so that a clock that began with the window would show
+            Guasta("drop:9");
+            fase = 1;
+        } else if (fase == 2 && tutti) {
             ultimo = giri->text();
-            apparecchio.Difetti.Aggiungi(strumento::LeggiGuasto("silent"));
-            passo = 1;
-        } else if (passo == 1) {
-            QTest::qSleep(1100);  // long before the reply is given up
-            passo = 2;
-        } else if (passo == 2) {
-            fermiPresto = fermiPresto || fermi();
-        } else if (passo == 3 && vivi()) {
-            EXPECT_EQ(principale.Testo(Pannello::Collegamento), "COM 1");
-            passo = 4;
-            finestra.close();
+            da.start();
+            Guasta("silent");
+            fase = 3;
+        } else if (fase == 3 && Vivi()) {
+            // Long before the reply is given up.
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !Vivi(); }, 60000));
+            EXPECT_GE(da.elapsed(), 750) << "it was read a moment ago";
+            EXPECT_EQ(Barra(), "NO COMMUNICATION");
+            EXPECT_EQ(giri->text(), ultimo) << "grey, and still there to be read";
+        } else if (fase == 4 && tutti) {
+            EXPECT_EQ(Barra(), "COM 1");
+            Guasta("silent");
+            fase = 5;
+        } else if (fase == 5) {
+            dialogo.close();
+            EXPECT_TRUE(collegamento().Abbandonato) << "the person waits for the instrument";
         }
-    };
-    finestra.show();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return passo == 4; }, 15000)) << passo;
-    EXPECT_EQ(macchina.Mostrati.size(), 1u);
-    EXPECT_TRUE(fermiPresto) << "grey only once the reply was given up";
+    });
+    EXPECT_EQ(fase, 5);
+    EXPECT_EQ(Detto(), std::vector<std::string>(2, Testo(Voce::StrumentoNonRisponde)));
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
-#include <stdlib.h>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -11,14 +10,13 @@
 
 #include <chrono>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 #include <thread>
 
 #include "device/Codec.h"
 #include "instrument/Options.h"
 #include "instrument/PseudoTerminal.h"
 #include "support/Cartelle.h"
+#include "support/PlatformProva.h"
 
 extern char** environ;
 
@@ -28,182 +26,194 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-TEST(Options, WrongArgumentsAreRefusedWithAReason) {
-    for (const auto& [arguments, reason] :
-         std::vector<std::pair<std::vector<std::string>, const char*>>{
-             {{"--lap", "3"}, "unknown argument"},
-             {{"COM1"}, "unknown argument"},
-             {{"--laps"}, "needs a value"},
-             {{"--laps", "0"}, "--laps"},
-             {{"--laps", "1101"}, "--laps"},
-             {{"--laps", "many"}, "--laps"},
-             {{"--full", "--empty"}, "exclude"},
-             {{"--full", "--laps", "3"}, "exclude"},
-             {{"--identity", "ELEVEN CHAR"}, "--identity"},
-             {{"--link", "ports/"}, "--link"},
-             {{"--fault", "cut"}, "fault"}}) {
-        try {
-            ParseOptions(arguments);
-            ADD_FAILURE() << arguments.front();
-        } catch (const std::invalid_argument& error) {
-            EXPECT_NE(std::string(error.what()).find(reason), std::string::npos) << error.what();
-        }
+/// Waits for something that another process does, however slow the machine.
+bool Comes(const std::function<bool()>& what) {
+    for (int i = 0; i < 24000; ++i) {
+        if (what()) return true;
+        std::this_thread::sleep_for(5ms);
     }
+    return false;
 }
 
-class Temporary : public ::testing::Test {
- protected:
-    Temporary() {
-        std::string name = (fs::temp_directory_path() / "lapvane-strumento-XXXXXX").native();
-        if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        folder = name;
-    }
-    ~Temporary() override { fs::remove_all(folder); }
-
-    /// The other program's side of the port: opens it, writes, collects `count` bytes.
-    static std::string Exchange(const fs::path& port, const std::string& bytes, std::size_t count) {
-        const int descriptor = ::open(port.c_str(), O_RDWR | O_NOCTTY);
-        EXPECT_GE(descriptor, 0) << port;
-        EXPECT_EQ(::write(descriptor, bytes.data(), bytes.size()),
-                  static_cast<ssize_t>(bytes.size()));
-        std::string reply;
-        pollfd waiting{descriptor, POLLIN, 0};
-        while (reply.size() < count && ::poll(&waiting, 1, 5000) > 0) {
-            char buffer[512];
-            const ssize_t got = ::read(descriptor, buffer, sizeof buffer);
-            if (got <= 0) break;
-            reply.append(buffer, static_cast<std::size_t>(got));
-        }
-        ::close(descriptor);
-        return reply;
-    }
-
-    fs::path folder;
-};
-
-class Terminal : public Temporary {};
-class Program : public Temporary {
- protected:
-    pid_t Start(std::vector<std::string> arguments) {
+/// The program as a child of the test, gone with it.
+class Child {
+ public:
+    Child(const fs::path& folder, std::vector<std::string> arguments) : said_(folder / "said") {
         const std::string program = (prova::CartellaBin() / "lapvane-instrument").string();
         arguments.insert(arguments.begin(), program);
         std::vector<char*> pointers;
         for (std::string& argument : arguments) pointers.push_back(argument.data());
         pointers.push_back(nullptr);
+        int pipe[2];
+        EXPECT_EQ(::pipe2(pipe, O_CLOEXEC), 0);
         posix_spawn_file_actions_t files;
         posix_spawn_file_actions_init(&files);
-        for (const int number : {STDOUT_FILENO, STDERR_FILENO}) {
-            posix_spawn_file_actions_addopen(&files, number, (folder / "said").c_str(),
-                                             O_WRONLY | O_CREAT | O_APPEND, 0600);
-        }
-        pid_t process = -1;
+        posix_spawn_file_actions_adddup2(&files, pipe[0], STDIN_FILENO);
+        posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, said_.c_str(),
+                                         O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        posix_spawn_file_actions_adddup2(&files, STDOUT_FILENO, STDERR_FILENO);
         EXPECT_EQ(
-            ::posix_spawn(&process, program.c_str(), &files, nullptr, pointers.data(), environ), 0);
+            ::posix_spawn(&process_, program.c_str(), &files, nullptr, pointers.data(), environ),
+            0);
         posix_spawn_file_actions_destroy(&files);
-        return process;
+        ::close(pipe[0]);
+        console_ = pipe[1];
     }
-    static bool Appears(const fs::path& link) {
-        for (int i = 0; i < 500 && !fs::exists(link); ++i) std::this_thread::sleep_for(10ms);
-        return fs::exists(link);
+    ~Child() {
+        if (process_ > 0) Exits(SIGKILL);
+        ::close(console_);
     }
-    static int ExitCode(pid_t process) {
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    /// Sends a signal (0: none) and waits; the exit code, -1 for another end, -2 for none.
+    int Exits(int signal = 0) {
+        if (signal != 0) ::kill(process_, signal);
         int status = 0;
-        EXPECT_EQ(::waitpid(process, &status, 0), process);
+        if (!Comes([&] { return ::waitpid(process_, &status, WNOHANG) != 0; })) return -2;
+        process_ = -1;
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
-    std::string Said() const {
-        std::ifstream file(folder / "said", std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+    void Type(const std::string& line) const {
+        EXPECT_EQ(::write(console_, line.data(), line.size()), static_cast<ssize_t>(line.size()));
     }
+    std::string Said() const { return prova::Leggi(said_); }
+
+ private:
+    fs::path said_;
+    pid_t process_ = -1;
+    int console_ = -1;
 };
 
-TEST_F(Terminal, BytesPassAsTheyAreAndTheLinkComesAndGoes) {
-    const fs::path link = folder / "new" / "ports" / "COM1";
-    fs::create_directories(link.parent_path());
-    fs::create_symlink("/nowhere", link);
+/// The other program's side of a port.
+class Port {
+ public:
+    explicit Port(const fs::path& port) : descriptor_(::open(port.c_str(), O_RDWR | O_NOCTTY)) {
+        EXPECT_GE(descriptor_, 0) << port;
+    }
+    ~Port() { ::close(descriptor_); }
+    Port(const Port&) = delete;
+    Port& operator=(const Port&) = delete;
+    int Descriptor() const { return descriptor_; }
+    void Write(const std::string& bytes) const {
+        EXPECT_EQ(::write(descriptor_, bytes.data(), bytes.size()),
+                  static_cast<ssize_t>(bytes.size()));
+    }
+    std::string Read(std::size_t count) const {
+        std::string reply;
+        pollfd waiting{descriptor_, POLLIN, 0};
+        while (reply.size() < count && ::poll(&waiting, 1, 120000) > 0) {
+            char buffer[512];
+            const ssize_t got = ::read(descriptor_, buffer, sizeof buffer);
+            if (got <= 0) break;
+            reply.append(buffer, static_cast<std::size_t>(got));
+        }
+        return reply;
+    }
+    std::string Ask(const std::string& bytes, std::size_t count) const {
+        Write(bytes);
+        return Read(count);
+    }
+
+ private:
+    int descriptor_;
+};
+
+TEST(Options, WrongArgumentsAreRefused) {
+    using Arguments = std::vector<std::string>;
+    for (const Arguments& wrong : {Arguments{"--lap", "3"},
+                                   {"--track"},
+                                   {"--laps", "0"},
+                                   {"--laps", "1101"},
+                                   {"--full", "--empty"},
+                                   {"--full", "--laps", "3"},
+                                   {"--identity", "ELEVEN CHAR"},
+                                   {"--link", "ports/"},
+                                   {"--fault", "cut"}}) {
+        EXPECT_THROW(ParseOptions(wrong), std::invalid_argument) << wrong[0];
+    }
+    EXPECT_EQ(ParseOptions({"--full"}).Session.Modo, ModoSessione::Piena);
+    EXPECT_EQ(ParseOptions({"--laps", "7"}).Session.Giri, 7);
+}
+
+class Program : public ::testing::Test {
+ protected:
+    prova::PlatformProva machine;
+    fs::path link = machine.Cartella / "new" / "ports" / "COM1";
+};
+
+TEST_F(Program, TheTerminalPassesBytesAsTheyAreAndItsLinkComesAndGoes) {
     // Characters that a terminal in its usual mode would act on: interrupt, flow, line ends, erase.
     const std::string bytes("\x03\x11\x13\r\n\x7F\x04\x00\xFF\x1A", 10);
+    prova::Scrivi(machine.Cartella / "COM2", "precious");
     {
-        PseudoTerminal terminal;
+        PseudoTerminal terminal, second;
         terminal.MakeLink(link);
-        EXPECT_EQ(fs::read_symlink(link), terminal.Name());
         for (int time = 0; time < 2; ++time) {  // closing the port does not end the terminal
+            const Port port(link);
+            // A program that crashed has taken the port for itself alone.
+            EXPECT_EQ(::ioctl(port.Descriptor(), TIOCEXCL), 0);
             terminal.Write(bytes);
-            EXPECT_EQ(Exchange(link, bytes, bytes.size()), bytes);
+            EXPECT_EQ(port.Ask(bytes, bytes.size()), bytes);
             EXPECT_EQ(terminal.Read(), bytes);
             EXPECT_EQ(terminal.Read(), "");
+            int locked = -1;
+            EXPECT_EQ(::ioctl(port.Descriptor(), TIOCGEXCL, &locked), 0);
+            EXPECT_EQ(locked, 0);
         }
+        EXPECT_THROW(terminal.MakeLink(machine.Cartella / "COM2"), std::runtime_error);
+        {
+            PseudoTerminal first;
+            first.MakeLink(machine.Cartella / "COM3");
+            second.MakeLink(machine.Cartella / "COM3");
+        }
+        EXPECT_EQ(fs::read_symlink(machine.Cartella / "COM3"), second.Name());
     }
     EXPECT_FALSE(fs::exists(fs::symlink_status(link)));
-}
-
-TEST_F(Terminal, AProgramThatCrashedDoesNotLockThePort) {
-    PseudoTerminal terminal;
-    const int crashed = ::open(terminal.Name().c_str(), O_RDWR | O_NOCTTY);
-    ASSERT_EQ(::ioctl(crashed, TIOCEXCL), 0);
-    ASSERT_EQ(::write(crashed, "?", 1), 1);
-    ::close(crashed);
-    EXPECT_EQ(terminal.Read(), "?");
-    const int next = ::open(terminal.Name().c_str(), O_RDWR | O_NOCTTY);
-    int locked = -1;
-    EXPECT_EQ(::ioctl(next, TIOCGEXCL, &locked), 0);
-    EXPECT_EQ(locked, 0);
-    ::close(next);
-}
-
-TEST_F(Terminal, ALinkIsNotTakenFromOthers) {
-    const fs::path file = folder / "COM1";
-    std::ofstream(file) << "precious";
-    {
-        PseudoTerminal terminal;
-        EXPECT_THROW(terminal.MakeLink(file), std::runtime_error);
-    }
-    EXPECT_TRUE(fs::is_regular_file(file));
-    const fs::path link = folder / "COM2";
-    PseudoTerminal second;
-    {
-        PseudoTerminal first;
-        first.MakeLink(link);
-        second.MakeLink(link);
-    }
-    EXPECT_EQ(fs::read_symlink(link), second.Name());
+    EXPECT_EQ(prova::Leggi(machine.Cartella / "COM2"), "precious");
 }
 
 TEST_F(Program, ServesUntilItIsToldToEnd) {
-    const fs::path link = folder / "ports" / "COM7";
-    const pid_t process =
-        Start({"--link", link.string(), "--empty", "--identity", "PROVA", "--fault", "drop:38"});
-    ASSERT_TRUE(Appears(link)) << Said();
-    EXPECT_EQ(Exchange(link, Frame(1), 5), Conferma(1));
-    EXPECT_EQ(Exchange(link, Frame(38, CodificaWord(0)) + Frame(2), 13).substr(2, 10),
-              "PROVA     ");
-    ASSERT_EQ(::kill(process, SIGTERM), 0);
-    EXPECT_EQ(ExitCode(process), 0) << Said();
+    Child child(machine.Cartella, {"--link", link.string(), "--empty", "--identity", "PROVA",
+                                   "--fault", "drop:38", "--tank", "10:falling", "--pace"});
+    ASSERT_TRUE(Comes([&] { return fs::exists(link); })) << child.Said();
+    {
+        const Port port(link);
+        EXPECT_EQ(port.Ask(Frame(1), 5), Conferma(1));
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(port.Ask(Frame(14, CodificaLong(0)), 130).size(), 130u);
+        EXPECT_GE(std::chrono::steady_clock::now() - start, 60ms) << "a line of 19200 baud";
+        EXPECT_EQ(port.Ask(Frame(38, CodificaWord(0)) + Frame(2), 13).substr(2, 10), "PROVA     ");
+        child.Type("20\n");
+        EXPECT_TRUE(Comes([&] { return child.Said().find("tank: 20") != std::string::npos; }));
+        EXPECT_EQ(Int16In(port.Ask(Frame(9), 19), 11), 1023 - 40 - 320) << "it still falls";
+    }
+    EXPECT_EQ(child.Exits(SIGTERM), 0) << child.Said();
     EXPECT_FALSE(fs::exists(fs::symlink_status(link)));
-    EXPECT_NE(Said().find("session: empty, 0 laps, 0 bytes"), std::string::npos) << Said();
-    EXPECT_NE(Said().find("lap block (38) x1"), std::string::npos) << Said();
+    for (const char* said : {"session: empty, 0 laps, 0 bytes", "lap block (38) x1", "faults x1"}) {
+        EXPECT_NE(child.Said().find(said), std::string::npos) << child.Said();
+    }
 }
 
 TEST_F(Program, AnIncompleteFrameIsGivenUpWithoutAnythingMoreComing) {
-    const fs::path link = folder / "COM1";
-    const pid_t process = Start({"--link", link.string(), "--empty", "--quiet"});
-    ASSERT_TRUE(Appears(link)) << Said();
+    Child child(machine.Cartella, {"--link", link.string(), "--empty", "--quiet"});
+    ASSERT_TRUE(Comes([&] { return fs::exists(link); })) << child.Said();
     const std::string begun = Frame(18, std::string(26, '\0')).substr(0, 9);
-    EXPECT_EQ(Exchange(link, begun + Frame(1), 5), Conferma(1));
-    ASSERT_EQ(::kill(process, SIGINT), 0);
-    EXPECT_EQ(ExitCode(process), 0);
-    EXPECT_EQ(Said(), "");
+    EXPECT_EQ(Port(link).Ask(begun + Frame(1), 5), Conferma(1));
+    EXPECT_EQ(child.Exits(SIGINT), 0);
+    EXPECT_EQ(child.Said(), "");
 }
 
-TEST_F(Program, WrongArgumentsAndMissingCircuitsEndWithAMessage) {
-    EXPECT_EQ(ExitCode(Start({"--fault", "explode"})), 2);
-    EXPECT_NE(Said().find("no such kind"), std::string::npos) << Said();
-    EXPECT_EQ(ExitCode(Start({"--tracks", folder.string(), "--track", "Nowhere"})), 1);
-    EXPECT_NE(Said().find("Nowhere.trk"), std::string::npos) << Said();
-    EXPECT_EQ(ExitCode(Start({"--tracks", (folder / "none").string()})), 1);
-    EXPECT_NE(Said().find("no circuit in the folder"), std::string::npos) << Said();
-    EXPECT_EQ(ExitCode(Start({"--help"})), 0);
-    EXPECT_NE(Said().find("--fault"), std::string::npos);
+TEST_F(Program, WhatCannotStartEndsWithAMessage) {
+    const std::string none = (machine.Cartella / "none").string();
+    for (const auto& [arguments, code, said] :
+         {std::tuple{std::vector<std::string>{"--fault", "explode"}, 2, "no such kind"},
+          {{"--tracks", none}, 1, "no circuit in the folder"},
+          {{"--help"}, 0, "--fault"}}) {
+        Child child(machine.Cartella, arguments);
+        EXPECT_EQ(child.Exits(), code);
+        EXPECT_NE(child.Said().find(said), std::string::npos) << child.Said();
+    }
 }
 
 }  // namespace

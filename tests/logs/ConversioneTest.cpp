@@ -38,95 +38,55 @@ struct Blocco {
     }
 };
 
-std::vector<std::string> Righe(const std::string& testo) {
-    EXPECT_TRUE(testo.empty() || testo.ends_with("\r\n"));
-    std::vector<std::string> righe;
+/// Rows of both files, each cut into its columns.
+using Righe = std::vector<std::vector<std::string>>;
+Righe Dividi(const std::string& testo) {
+    Righe righe;
     std::istringstream flusso(testo);
     for (std::string riga; std::getline(flusso, riga);) {
-        EXPECT_TRUE(riga.ends_with('\r'));
-        riga.pop_back();
-        righe.push_back(riga);
+        std::vector<std::string>& colonne = righe.emplace_back();
+        std::istringstream campi(riga);
+        for (std::string campo; std::getline(campi, campo, ';');) colonne.push_back(campo);
     }
     return righe;
 }
-
-struct Convertito {
-    std::vector<std::string> Csv;
-    std::vector<std::string> Txt;
-};
-
-Convertito Converti(const std::vector<Blocco>& blocchi, char separatore = '.') {
+std::pair<Righe, Righe> Converti(const std::vector<Blocco>& blocchi) {
     std::vector<std::string> byte;
     for (const Blocco& b : blocchi) byte.push_back(b.Byte);
     std::string csv, txt;
-    ConvertiBlocchi(byte, byte.size(), separatore, csv, txt);
-    return {Righe(csv), Righe(txt)};
+    ConvertiBlocchi(byte, byte.size(), '.', csv, txt);
+    return {Dividi(csv), Dividi(txt)};
 }
 
-std::string Colonna(const std::string& riga, int colonna) {
-    std::istringstream flusso(riga);
-    std::string campo;
-    for (int i = 0; i < colonna; ++i) std::getline(flusso, campo, ';');
-    return campo;
-}
-
-TEST(Conversione, TitlesToTheByteInBothLanguages) {
-    EXPECT_EQ(TitoliCsv(0, "Km/h", "\xB0 C"),
-              "Tempo [sec];Distanza [m];Motore [RPM];Velocit\xE0 [Km/h];Press. carbur. [bar];"
-              "Press. olio [bar];Farfalla [%];Temp. acqua [\xB0 C];Sensore G [G];"
-              "Temp. olio [\xB0 C];Tensione Batteria [V];Marcia [];Livello Carbur. [];"
-              "Pressione Turbo [bar];Sonda Lambda [A/F];Sonda Lambda [Lambda]");
-    EXPECT_EQ(TitoliCsv(1, "mph", "\xB0 F"),
-              "Time [sec];Distance [m];Engine [RPM];Speed [mph];Fuel Press. [bar];"
-              "Oil Press. [bar];Throttle [%];Water Temp [\xB0 F];G Sensor [G];Oil Temp. [\xB0 F];"
-              "Battery [V];Gear [];Fuel Level [];Turbo Press. [bar];Lambda sensor [A/F];"
-              "Lambda sensor[Lambda]");
-    EXPECT_EQ(TitoliTxt(0),
-              "Tempo [sec];Distanza [m];Pompa Olio;Alternatore;Temperatura Olio;Temperatura Acqua;"
-              "Batteria;Pressione carburante;Pressione Olio;Livello carburante;");
+TEST(Conversione, ChannelsSitAtTheirPlacesAndScales) {
+    Blocco b;
+    // Sample 3 begins behind byte 33; the slow channels climb from the reading before.
+    b.W(34, 11500).W(36, 654).B(38, 4).B(39, -7).B(40, 88).B(41, -12);
+    b.W(111, 900).W(113, -55).B(115, 45).B(116, 30).B(117, 60).B(118, 138).B(119, 147).W(122, 200);
+    b.W(124, 0x8100);  // the first and the last alarm
+    std::string csv, txt;
+    ConvertiBlocchi({b.Byte, b.Byte}, 2, ',', csv, txt);
+    const auto riga = [](const std::string& testo, int numero) {
+        std::size_t inizio = 0;
+        while (numero-- > 0) inizio = testo.find("\r\n", inizio) + 2;
+        return testo.substr(inizio, testo.find("\r\n", inizio) - inizio);
+    };
+    EXPECT_EQ(riga(csv, 0), "0,0;0,0;0;0,0;0,0;0,0;0,0;0,0;0,0;0,0;0,0;;0,0;0,0;0,0;0,0");
+    EXPECT_EQ(riga(csv, 3),
+              "0,3;654,0;11500;60,0;0,9;1,35;88,0;-1,65;-1,2;27,0;4,14;4;18,0;-0,7;4,41;0,3");
+    EXPECT_EQ(riga(csv, 5), "0,5;0,0;0;100,0;1,5;2,25;0,0;-2,75;0,0;45,0;6,9;;30,0;0,0;7,35;0,5");
+    EXPECT_EQ(riga(csv, 19), "1,9;0,0;0;200,0;3,0;4,5;0,0;-5,5;0,0;90,0;13,8;;60,0;0,0;14,7;1,0");
+    EXPECT_EQ(riga(txt, 3), "0,3;654,0;2;3;5;7;9;11;13;16;1");
+    EXPECT_TRUE(csv.ends_with(riga(csv, 19) + "\r\n"));
+    EXPECT_EQ(TitoliCsv(0, "Km/h", "\xB0 C")
+                  .find("Tempo [sec];Distanza [m];Motore [RPM];Velocit\xE0 "
+                        "[Km/h];Press. carbur. [bar];"),
+              0u);
+    EXPECT_NE(TitoliCsv(1, "mph", "\xB0 F").find("[bar];Throttle [%];Water Temp [\xB0 F];G Sensor"),
+              std::string::npos);
     EXPECT_EQ(TitoliTxt(1),
               "Time [sec];Distance [m];Oil Pump;Alternator;Oil Temperature;Water Temperature;"
               "Battery;Fuel Pressure;Oil Pressure;Fuel Level;");
-}
-
-TEST(Conversione, FastChannelsSitAtTheirPlacesAndScales) {
-    Blocco b;
-    // Sample 3 begins behind byte 33.
-    b.W(34, 11500).W(36, 654).B(38, 4).B(39, -7).B(40, 88).B(41, -12);
-    const auto [csv, txt] = Converti({b});
-    ASSERT_EQ(csv.size(), 10u);
-    EXPECT_EQ(csv[3], "0.3;654.0;11500;0.0;0.0;0.0;88.0;0.0;-1.2;0.0;0.0;4;0.0;-0.7;0.0;0.0");
-    EXPECT_EQ(csv[2], "0.2;0.0;0;0.0;0.0;0.0;0.0;0.0;0.0;0.0;0.0;;0.0;0.0;0.0;0.0");
-    EXPECT_EQ(txt[3], "0.3;654.0;1;3;5;7;9;11;13;15;1");
-}
-
-TEST(Conversione, SlowChannelsClimbFromThePreviousReading) {
-    Blocco b;
-    b.W(111, 900).W(113, -55).B(115, 45).B(116, 30).B(117, 60).B(118, 138).B(119, 147).W(122, 200);
-    const auto [csv, txt] = Converti({b, b});
-    // Row 0 holds the reading of the block before (0), row i adds i tenths of the step.
-    EXPECT_EQ(csv[0], "0.0;0.0;0;0.0;0.0;0.0;0.0;0.0;0.0;0.0;0.0;;0.0;0.0;0.0;0.0");
-    EXPECT_EQ(csv[5], "0.5;0.0;0;100.0;1.5;2.25;0.0;-2.75;0.0;45.0;6.9;;30.0;0.0;7.35;0.5");
-    EXPECT_EQ(csv[9], "0.9;0.0;0;180.0;2.7;4.05;0.0;-4.95;0.0;81.0;12.42;;54.0;0.0;13.23;0.9");
-    EXPECT_EQ(csv[10], "1.0;0.0;0;200.0;3.0;4.5;0.0;-5.5;0.0;90.0;13.8;;60.0;0.0;14.7;1.0");
-    EXPECT_EQ(csv[19], "1.9;0.0;0;200.0;3.0;4.5;0.0;-5.5;0.0;90.0;13.8;;60.0;0.0;14.7;1.0");
-}
-
-TEST(Conversione, AlarmBitsGiveEveryLineItsBand) {
-    Blocco b;
-    b.W(124, 0x8100);  // bits 8 and 15
-    EXPECT_EQ(Converti({b}).Txt[0], "0.0;0.0;2;3;5;7;9;11;13;16;1");
-    b.W(124, 0xFF00);
-    EXPECT_EQ(Converti({b}).Txt[0], "0.0;0.0;2;4;6;8;10;12;14;16;1");
-}
-
-TEST(Conversione, LogWithoutMarksIsWrittenByTheFinalFlush) {
-    const auto [csv, txt] = Converti({Blocco{}, Blocco{}});
-    ASSERT_EQ(csv.size(), 20u);
-    EXPECT_EQ(Colonna(csv[19], 1), "1.9");
-    EXPECT_EQ(Colonna(txt[0], 11), "1");
-    EXPECT_EQ(Colonna(txt[19], 11), "1");
-    EXPECT_TRUE(Converti({}).Csv.empty());
 }
 
 TEST(Conversione, LapMarkRestartsTimeAndTheBuffer) {
@@ -137,66 +97,38 @@ TEST(Conversione, LapMarkRestartsTimeAndTheBuffer) {
     giro2.Giro(2, true).Distanze(0, 3);
     const auto [csv, txt] = Converti({prima, giro1, dentro, giro2});
     ASSERT_EQ(csv.size(), 40u);
-    EXPECT_EQ(Colonna(txt[9], 11), "1");  // rows before the first mark carry the new lap's number
-    EXPECT_EQ(Colonna(csv[9], 1), "0.9");
-    EXPECT_EQ(Colonna(csv[10], 1), "0.0");  // the first sample behind the mark
-    EXPECT_EQ(Colonna(csv[29], 1), "1.9");
-    EXPECT_EQ(Colonna(txt[29], 11), "2");
-    EXPECT_EQ(Colonna(csv[30], 1), "0.0");
-    EXPECT_EQ(Colonna(txt[39], 11), "3");  // the last rows: last lap number plus 1
-    EXPECT_EQ(Colonna(csv[0], 2), "2000.0");
-    EXPECT_EQ(Colonna(csv[10], 2), "28.0");
-    EXPECT_EQ(Colonna(csv[12], 2), "30.0");
-    EXPECT_EQ(Colonna(csv[13], 2), "0");  // literally
-    EXPECT_EQ(Colonna(txt[13], 2), "0");
-    EXPECT_EQ(Colonna(csv[20], 2), "56.0");  // only the block of the mark
+    EXPECT_EQ(txt[9].back(), "1\r");  // rows before the first mark carry the new lap's number
+    EXPECT_EQ(txt[29].back(), "2\r");
+    EXPECT_EQ(txt[39].back(), "3\r");  // the last rows: last lap number plus 1
+    EXPECT_EQ(csv[9][0], "0.9");
+    EXPECT_EQ(csv[10][0], "0.0");  // the first sample behind the mark
+    EXPECT_EQ(csv[29][0], "1.9");
+    EXPECT_EQ(csv[30][0], "0.0");
+    EXPECT_EQ(csv[0][1], "2000.0");
+    EXPECT_EQ(csv[12][1], "30.0");
+    EXPECT_EQ(csv[13][1] + txt[13][1], "00");  // literally
+    EXPECT_EQ(csv[20][1], "56.0");             // only the block of the mark
+    EXPECT_TRUE(Converti({}).first.empty());
 }
 
 TEST(Conversione, JumpOrRepeatedLapNumberGoesOnCounting) {
-    Blocco a, salto, stesso, nuovo;
+    Blocco a, salto, stesso, nuovo, indietro;
     salto.Giro(3, true);   // from 0: a jump of more than one
     stesso.Giro(3, true);  // the same number again
     nuovo.Giro(4, true);
-    const auto [csv, txt] = Converti({a, salto, stesso, nuovo});
-    ASSERT_EQ(csv.size(), 40u);
-    EXPECT_EQ(Colonna(txt[0], 11), "0");    // P was 0
-    EXPECT_EQ(Colonna(txt[10], 11), "-1");  // P was 3
-    EXPECT_EQ(Colonna(csv[10], 1), "1.0");  // time = row / 10, the buffer was not started over
-    EXPECT_EQ(Colonna(csv[19], 1), "1.9");
-    EXPECT_EQ(Colonna(txt[20], 11), "4");  // the new lap's flush counts from its first row
-    EXPECT_EQ(Colonna(csv[20], 1), "0.0");
-    EXPECT_EQ(Colonna(csv[29], 1), "0.9");
-    EXPECT_EQ(Colonna(csv[30], 1), "0.0");
-    EXPECT_EQ(Colonna(txt[30], 11), "5");
-    // A number that falls back counts as a new lap too.
-    Blocco indietro;
-    indietro.Giro(1, true);
-    EXPECT_EQ(Colonna(Converti({salto, indietro}).Txt[0], 11), "1");
-}
-
-TEST(Conversione, MarkInTheFirstBlockFlushesNothing) {
-    Blocco primo;
-    primo.Giro(1, true).Distanze(100, 1);
-    const auto [csv, txt] = Converti({primo});
-    ASSERT_EQ(csv.size(), 10u);
-    EXPECT_EQ(Colonna(csv[0], 2), "0");
-    EXPECT_EQ(Colonna(txt[9], 11), "2");
-}
-
-TEST(Conversione, DecimalSeparatorIsTheMachinesOwn) {
-    Blocco b;
-    b.B(8, 15);
-    EXPECT_EQ(Converti({b}, ',').Csv[0],
-              "0,0;0,0;0;0,0;0,0;0,0;0,0;0,0;1,5;0,0;0,0;;0,0;0,0;0,0;0,0");
-}
-
-TEST(Conversione, MoreRowsThanTheTableHoldsAreRefused) {
-    std::string csv, txt;
+    indietro.Giro(1, true);  // a number that falls back counts as a new lap too
+    const auto [csv, txt] = Converti({a, salto, stesso, nuovo, indietro});
+    ASSERT_EQ(csv.size(), 50u);
+    EXPECT_EQ(txt[0].back(), "0\r");    // P was 0
+    EXPECT_EQ(txt[10].back(), "-1\r");  // P was 3
+    EXPECT_EQ(csv[10][0], "1.0");       // time = row / 10, the buffer was not started over
+    EXPECT_EQ(txt[20].back(), "4\r");   // the new lap's flush counts from its first row
+    EXPECT_EQ(csv[20][0], "0.0");
+    EXPECT_EQ(csv[30][0], "0.0");
+    EXPECT_EQ(txt[30].back(), "1\r");
+    std::string righe, altre;
     const std::vector<std::string> troppi(16385, std::string(128, '\0'));
-    EXPECT_THROW(ConvertiBlocchi(troppi, troppi.size(), '.', csv, txt), ErroreRuntime);
-    csv.clear();
-    txt.clear();
-    EXPECT_NO_THROW(ConvertiBlocchi(troppi, 16378, '.', csv, txt));
+    EXPECT_THROW(ConvertiBlocchi(troppi, troppi.size(), '.', righe, altre), ErroreRuntime);
 }
 
 class SalvaDati : public ::testing::Test {
@@ -225,12 +157,13 @@ TEST_F(SalvaDati, WritesThreeFilesNamedAfterTheFirst) {
     EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::ConversioneCompletata));
     EXPECT_EQ(macchina.Puntatori, (std::vector<Pointer>{Pointer::Busy, Pointer::Normal}));
     const std::string dati = prova::Leggi(csv);
-    EXPECT_EQ(dati.substr(0, dati.find("\r\n")), TitoliCsv(0, "mph", "\xB0 C"));
+    EXPECT_EQ(dati.find(TitoliCsv(0, "mph", "\xB0 C") + "\r\n0.0;"), 0u);
     EXPECT_EQ(std::count(dati.begin(), dati.end(), '\n'), 21);
-    const std::string laterale = prova::Leggi(csv.parent_path() / "run \u00E0.txt");
-    EXPECT_EQ(laterale.substr(0, laterale.find("\r\n")), TitoliTxt(0));
-    EXPECT_EQ(prova::Leggi(csv.parent_path() / "run \u00E0.tim"),
-              "1.4\r\n01:20.00, 1\r\n01:19.50, 1\r\n\r\n");
+    const auto accanto = [&](const char* fine) {
+        return prova::Leggi(prova::ConFine(csv.parent_path() / "run \u00E0", fine));
+    };
+    EXPECT_EQ(accanto(".txt").find(TitoliTxt(0) + "\r\n0.0;"), 0u);
+    EXPECT_EQ(accanto(".tim"), "1.4\r\n01:20.00, 1\r\n01:19.50, 1\r\n\r\n");
     // The blocks stay: the command can be given again.
     macchina.FileScelti.push_back(macchina.Cartella / "altro.csv");
     macchina.Risposte = {Answer::Ok};
@@ -238,19 +171,7 @@ TEST_F(SalvaDati, WritesThreeFilesNamedAfterTheFirst) {
     EXPECT_EQ(prova::Leggi(macchina.Cartella / "altro.csv"), dati);
 }
 
-TEST_F(SalvaDati, AsksBeforeReplacingAndCancelWritesNothing) {
-    macchina.FileScelti.push_back(std::nullopt);
-    mnuSaveData_Click();
-    const fs::path csv = macchina.Cartella / "run.csv";
-    prova::Scrivi(csv, "vecchio");
-    macchina.FileScelti.push_back(macchina.Cartella / "RUN.csv");
-    macchina.Risposte = {Answer::Cancel};
-    mnuSaveData_Click();
-    EXPECT_EQ(prova::Leggi(csv), "vecchio");
-    EXPECT_FALSE(fs::exists(macchina.Cartella / "RUN.txt"));
-}
-
-TEST_F(SalvaDati, TheSuggestedNameIsNewAndTellsThatADownloadWasStopped) {
+TEST_F(SalvaDati, TheSuggestedNameIsNewAndAnOldOneIsAskedAbout) {
     const auto proposto = [&] {
         macchina.FileScelti.push_back(std::nullopt);
         mnuSaveData_Click();
@@ -262,8 +183,11 @@ TEST_F(SalvaDati, TheSuggestedNameIsNewAndTellsThatADownloadWasStopped) {
     EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30 2.csv");
     logInMemoria().Parziale = true;
     EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30 parziale.csv");
-    IndiceLingua = 1;
-    EXPECT_EQ(proposto(), "Lapvane 2026-11-24 10-20-30 partial.csv");
+    prova::Scrivi(macchina.Cartella / "run.csv", "vecchio");
+    macchina.FileScelti.push_back(macchina.Cartella / "RUN.csv");
+    macchina.Risposte = {Answer::Cancel};
+    mnuSaveData_Click();
+    EXPECT_FALSE(fs::exists(macchina.Cartella / "RUN.txt"));
 }
 
 TEST_F(SalvaDati, WhatCantBeWrittenIsToldAndStaysInMemory) {
@@ -294,26 +218,23 @@ TEST_F(SalvaDati, WhatCantBeWrittenIsToldAndStaysInMemory) {
 #endif
     EXPECT_EQ(salva(macchina.Cartella / "manca" / "x.csv"),
               atteso(macchina.Cartella / "manca" / "x.txt", Voce::MotivoSparito));
+    // An error that names no file itself.
+    NumBlocchi = 16385;
+    BlocchiLog.resize(16385, BlocchiLog[0]);
+    EXPECT_NE(salva(csv).find(csv.string()), std::string::npos);
     EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
     EXPECT_TRUE(logInMemoria().DaSalvare);
-    EXPECT_EQ(NumBlocchi, 120);
+    NumBlocchi = 120;
     EXPECT_EQ(salva(csv), Testo(Voce::ConversioneCompletata));
     EXPECT_FALSE(logInMemoria().DaSalvare);
 }
 
 TEST_F(SalvaDati, NameOfASideFileIsRefusedBeforeAnythingIsWritten) {
     for (const char* nome : {"note.txt", "note.tim"}) {
-        const fs::path file = macchina.Cartella / nome;
-        prova::Scrivi(file, "vecchio");
-        PercorsoCsv = file;
-        try {
-            ConvertiLog();
-            FAIL();
-        } catch (const ErroreRuntime& errore) {
-            EXPECT_EQ(errore.Numero(), NumeroErrore::FileAlreadyOpen);
-        }
-        EXPECT_EQ(prova::Leggi(file), "vecchio");
-        EXPECT_FALSE(fs::exists(macchina.Cartella / "note.csv"));
+        PercorsoCsv = macchina.Cartella / nome;
+        prova::Scrivi(PercorsoCsv, "vecchio");
+        EXPECT_THROW(ConvertiLog(), ErroreRuntime);
+        EXPECT_EQ(prova::Leggi(PercorsoCsv), "vecchio");
     }
     // A unit that its list does not have leaves the brackets empty.
     DatiProgetto.UMVel = 7;

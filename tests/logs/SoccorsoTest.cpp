@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "logs/BufferLog.h"
 #include "platform/FileTesto.h"
 #include "platform/Testo1252.h"
@@ -20,6 +22,13 @@ namespace fs = std::filesystem;
 using prova::PlatformProva;
 using prova::PrincipaleProva;
 
+void Diverso(std::string& valore, int n) {
+    valore = "a=b\r\n%0A \"\xE8\" " + std::to_string(n);
+}
+void Diverso(auto& valore, int n) {
+    valore = static_cast<std::remove_reference_t<decltype(valore)>>(n % 2 == 0 ? -n : n);
+}
+
 class Soccorso : public ::testing::Test {
  protected:
     Soccorso() {
@@ -30,17 +39,7 @@ class Soccorso : public ::testing::Test {
     void Lavora() {
         int n = 1;
         for (const DescrizioneCampo& campo : kCampiProgetto) {
-            std::visit(
-                [&n](auto membro) {
-                    auto& valore = DatiProgetto.*membro;
-                    using Tipo = std::remove_reference_t<decltype(valore)>;
-                    if constexpr (std::is_same_v<Tipo, std::string>) {
-                        valore = "a=b\r\n%0A \"\xE8\" " + std::to_string(n++);
-                    } else {
-                        valore = static_cast<Tipo>(n++ % 2 == 0 ? -n : n);
-                    }
-                },
-                campo.Campo);
+            std::visit([&](auto m) { Diverso(DatiProgetto.*m, n++); }, campo.Campo);
         }
         DatiProgetto.NomeProgetto = "Valdoro";
         PercorsoProgetto = macchina.Cartella / "\u0141\u00F3d\u017A" / "a.pro";
@@ -60,6 +59,7 @@ class Soccorso : public ::testing::Test {
         DatiProgetto = {};
         AzzeraBufferLog();
         AzzeraStatoShell();
+        finestra.AbilitaMenu(Comando::SaveData, false);
         macchina.Mostrati.clear();
     }
     std::vector<std::string> Rimasti() const {
@@ -121,31 +121,34 @@ TEST_F(Soccorso, WhatWasPutAsideComesBackToTheLastField) {
     EXPECT_FALSE(MettiDaParte().Serviva);
 }
 
-TEST_F(Soccorso, DeclinedItStaysAndIsNotOfferedAgain) {
-    Lavora();
-    logInMemoria().DaSalvare = false;
-    progettoAperto().SenzaFile = true;
-    MettiDaParte();
-    Riparti();
-    macchina.Risposte = {Answer::No};
+TEST_F(Soccorso, TheNewestIsOfferedFirstAndADeclinedOneNotAgain) {
+    for (const char* nome : {"Valdoro", "Imola"}) {
+        Lavora();
+        logInMemoria().DaSalvare = false;
+        progettoAperto().SenzaFile = true;
+        DatiProgetto.NomeProgetto = nome;
+        const auto file = MettiDaParte().File;
+        if (nome[0] == 'I') {
+            fs::last_write_time(file, fs::last_write_time(file) + std::chrono::hours(1));
+        }
+        Riparti();
+    }
+    macchina.Risposte = {Answer::No, Answer::Yes};
     OffriSoccorso();
-    OffriSoccorso();
-    EXPECT_EQ(macchina.Mostrati.size(), 1u);
-    EXPECT_EQ(Rimasti(), std::vector<std::string>{"Lapvane 2026-11-24 10-20-30.rescued"});
-    EXPECT_FALSE(ProgettoModificato);
-}
-
-TEST_F(Soccorso, WhatIsReplacedUnsavedIsOfferedAgain) {
-    Lavora();
-    MettiDaParte();
-    Riparti();
-    macchina.Risposte = {Answer::Yes};
-    OffriSoccorso();
-    LasciaSoccorso(logInMemoria().DaSalvare);  // another download begins ...
-    AzzeraBufferLog();
-    ProgettoModificato = false;  // ... and the project is saved
+    ASSERT_EQ(macchina.Mostrati.size(), 2u);
+    EXPECT_NE(macchina.Mostrati[0].Testo.find("Imola"), std::string::npos);
+    EXPECT_EQ(DatiProgetto.NomeProgetto, "Valdoro");
+    EXPECT_EQ(Rimasti(), (std::vector<std::string>{"Lapvane 2026-11-24 10-20-30 2.rescued",
+                                                   "Lapvane 2026-11-24 10-20-30.rescue"}));
+    // It has no file of its own: nothing is written over.
+    EXPECT_TRUE(progettoAperto().SenzaFile);
+    EXPECT_FALSE(finestra.Menu(Comando::Save) || finestra.Menu(Comando::ProgDev));
+    EXPECT_TRUE(finestra.Menu(Comando::SaveAs) && finestra.Menu(Comando::ReadDev));
+    EXPECT_EQ(finestra.Testo(Pannello::Percorso), "");
+    EXPECT_FALSE(finestra.Menu(Comando::SaveData));
+    LasciaSoccorso(true);  // something unsaved is replaced: what was put aside stays
     FineSoccorso();
-    EXPECT_EQ(Rimasti().size(), 1u);
+    EXPECT_EQ(Rimasti().size(), 2u);
 }
 
 TEST_F(Soccorso, CutOrForeignFilesAreNoOffer) {
@@ -156,6 +159,7 @@ TEST_F(Soccorso, CutOrForeignFilesAreNoOffer) {
         EXPECT_FALSE(GuardaSoccorso(intero.substr(0, n)).has_value()) << n;
     }
     EXPECT_FALSE(GuardaSoccorso(intero + "x").has_value());
+    EXPECT_FALSE(GuardaSoccorso(intero.substr(0, intero.size() - 1) + "x").has_value());
     EXPECT_FALSE(GuardaSoccorso("Lapvane rescue 2" + intero.substr(16)).has_value());
     EXPECT_FALSE(GuardaSoccorso("Lapvane rescue 1\r\nrecords=99999999\r\n\r\nend").has_value());
     EXPECT_FALSE(GuardaSoccorso("Lapvane rescue 1\r\nrecords=0\r\n\r\nend").has_value());
@@ -171,6 +175,9 @@ TEST_F(Soccorso, TheFirstPlaceThatTakesItGetsIt) {
     {
         const prova::SenzaPrivilegi nessuno;
         EXPECT_EQ(MettiDaParte().File.parent_path(), macchina.Documenti);
+    }
+    if (::geteuid() == 0) {
+        OffriSoccorso();  // nobody's: no box
     }
     fs::permissions(macchina.Cartella, fs::perms{0777});
     const prova::SpazioFinito niente(100);

@@ -92,6 +92,13 @@ TEST_F(CartellaPropria, ANewVersionTouchesNothingThatThePersonChanged) {
     Avvia();
     EXPECT_EQ(Leggi(personale / "LANGUAGES.DAT"), "1\r\nN=2\r\nk=\"mio\"\r\n");
     EXPECT_EQ(Leggi(personale / "RecentFiles.ini"), "1\r\n");
+    // What was put there is known again where its list has gone.
+    fs::remove(personale / ".lapvane.installed");
+    Avvia();
+    Consegna("3");
+    Avvia();
+    EXPECT_EQ(Leggi(personale / "sensors" / "B.sns"), "B 3");
+    EXPECT_EQ(Leggi(personale / "sensors" / "A.sns"), "mio");
 }
 
 }  // namespace

@@ -109,21 +109,9 @@ PrincipaleProva::~PrincipaleProva() {
     ImpostaPrincipale(nullptr);
 }
 
-void PrincipaleProva::AbilitaMenu(Comando comando, bool acceso) {
-    Menu_[static_cast<std::size_t>(comando)] = acceso;
-}
-void PrincipaleProva::AbilitaPulsante(Comando comando, bool acceso) {
-    Pulsanti_[static_cast<std::size_t>(comando)] = acceso;
-}
-void PrincipaleProva::AbilitaTitolo(Titolo titolo, bool acceso) {
-    Titoli_[static_cast<std::size_t>(titolo)] = acceso;
-}
 void PrincipaleProva::TestoPannello(Pannello pannello, const std::string& testo) {
     Testi_[static_cast<std::size_t>(pannello)] = testo;
     Storia.push_back(std::to_string(static_cast<int>(pannello)) + ":" + testo);
-}
-void PrincipaleProva::ImmaginePannello(Pannello pannello, int immagine) {
-    Immagini_[static_cast<std::size_t>(pannello)] = immagine;
 }
 void PrincipaleProva::MostraFileRecente(int indice, const std::filesystem::path& percorso) {
     ASSERT_EQ(static_cast<std::size_t>(indice), Recenti.size());

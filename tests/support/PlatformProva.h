@@ -81,11 +81,19 @@ class PrincipaleProva : public Principale {
     PrincipaleProva();
     ~PrincipaleProva() override;
 
-    void AbilitaMenu(Comando comando, bool acceso) override;
-    void AbilitaPulsante(Comando comando, bool acceso) override;
-    void AbilitaTitolo(Titolo titolo, bool acceso) override;
+    void AbilitaMenu(Comando comando, bool acceso) override {
+        Menu_[static_cast<std::size_t>(comando)] = acceso;
+    }
+    void AbilitaPulsante(Comando comando, bool acceso) override {
+        Pulsanti_[static_cast<std::size_t>(comando)] = acceso;
+    }
+    void AbilitaTitolo(Titolo titolo, bool acceso) override {
+        Titoli_[static_cast<std::size_t>(titolo)] = acceso;
+    }
     void TestoPannello(Pannello pannello, const std::string& testo) override;
-    void ImmaginePannello(Pannello pannello, int immagine) override;
+    void ImmaginePannello(Pannello pannello, int immagine) override {
+        Immagini_[static_cast<std::size_t>(pannello)] = immagine;
+    }
     void AbilitaPannello(Pannello pannello, bool acceso) override {
         Accesi_[static_cast<std::size_t>(pannello)] = acceso;
     }
@@ -130,9 +138,9 @@ void AzzeraTutto();
 /// Loads the delivered language table (built beside the programs) and selects a language.
 void CaricaTestiVeri(int lingua);
 
-/// A file's bytes, and a file of given bytes.
 /// "run" and ".csv" give "run.csv".
 std::filesystem::path ConFine(std::filesystem::path stelo, const char* fine);
+/// A file's bytes, and a file of given bytes.
 std::string Leggi(const std::filesystem::path& percorso);
 void Scrivi(const std::filesystem::path& percorso, const std::string& testo);
 

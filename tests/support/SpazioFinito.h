@@ -34,10 +34,10 @@ class SenzaPrivilegi {
  public:
     SenzaPrivilegi() : prima_(::geteuid()) {
         constexpr uid_t kNessuno = 65534;
-        if (prima_ == 0) riuscito_ = ::seteuid(kNessuno) == 0;
+        if (prima_ == 0) riuscito_ = ::setresuid(kNessuno, kNessuno, prima_) == 0;
     }
     ~SenzaPrivilegi() {
-        if (riuscito_) static_cast<void>(::seteuid(prima_) == 0);
+        if (riuscito_) static_cast<void>(::setresuid(prima_, prima_, prima_) == 0);
     }
     SenzaPrivilegi(const SenzaPrivilegi&) = delete;
     SenzaPrivilegi& operator=(const SenzaPrivilegi&) = delete;

@@ -1,0 +1,91 @@
+#include "logs/frmDownload.h"
+
+#include <QTest>
+
+#include "device/SerialComm.h"
+#include "logs/BufferLog.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
+#include "support/StrumentoProva.h"
+#include "support/WindowPlatform.h"
+
+namespace lapvane {
+namespace {
+
+using prova::Controllo;
+
+class DownloadFinestra : public prova::ConStrumento<prova::WindowPlatform> {
+ protected:
+    DownloadFinestra() {
+        for (int b = 0; b < 8; ++b) apparecchio.Dati.AggiungiBlocco(std::string(128, '\1'));
+        EXPECT_TRUE(LinkPronto());
+    }
+    /// Shows the window until the download is over; `durante` runs in its waits.
+    void Scarica(const std::function<void()>& durante) {
+        const int prima = macchina.ChiamateEventi;
+        macchina.DuranteEventi = [&] {
+            EXPECT_EQ(FaseComunicazione, 38) << "the poll runs into it";
+            durante();
+        };
+        dialogo.show();
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return macchina.ChiamateEventi > prima && FaseComunicazione == 0; }, 60000));
+        macchina.DuranteEventi = nullptr;
+        EXPECT_FALSE(collegamento().Abbandonato) << "every wait would give up from now on";
+        EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
+    }
+
+    frmDownload dialogo;
+    QPushButton* ok = Controllo<QPushButton>(dialogo, "OKButton");
+    QProgressBar* barra = Controllo<QProgressBar>(dialogo, "ProgressBar1");
+    QLabel* percento = Controllo<QLabel>(dialogo, "lblPerc");
+    QLabel* stato = Controllo<QLabel>(dialogo, "lblStatoDownload");
+};
+
+TEST_F(DownloadFinestra, ShowsHowFarItIsAndWaitsForOK) {
+    EXPECT_EQ(dialogo.windowTitle(), InQt(Testo(Voce::ScaricaDati)));
+    EXPECT_EQ(percento->text(), QStringLiteral("0 %"));
+    std::vector<int> visti;
+    Scarica([&] {
+        EXPECT_FALSE(ok->isEnabled());
+        EXPECT_EQ(stato->text(), InQt(Testo(Voce::ScaricamentoInCorso)));
+        EXPECT_EQ(percento->text(), QStringLiteral("%1 %").arg(std::max(barra->value(), 0)));
+        if (visti.empty() || visti.back() != barra->value()) visti.push_back(barra->value());
+    });
+    EXPECT_GE(visti.size(), 4u);
+    EXPECT_EQ(barra->value(), 100);
+    EXPECT_EQ(percento->text(), QStringLiteral("100 %"));
+    EXPECT_EQ(stato->text(), InQt(Testo(Voce::ScaricamentoCompletato)));
+    EXPECT_EQ(NumBlocchi, 8);
+    EXPECT_TRUE(ok->isEnabled());
+    EXPECT_EQ(dialogo.focusWidget(), ok);
+    const std::size_t frame = porta.Richieste().size();
+    dialogo.hide();
+    dialogo.show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(porta.Richieste().size(), frame) << "it downloads once";
+    FaseComunicazione = 38;
+    QTest::mouseClick(ok, Qt::LeftButton);
+    EXPECT_FALSE(dialogo.isVisible());
+    EXPECT_EQ(FaseComunicazione, 0);
+}
+
+TEST_F(DownloadFinestra, ClosingItGivesUpTheWaitAndThePortOnlyBehindIt) {
+    Guasta("silent:14:5");
+    macchina.Risposte = {Answer::Ok};
+    std::int64_t chiusa = 0;
+    Scarica([&] {
+        if (porta.RichiesteDi(14) < 5 || chiusa != 0) return;
+        chiusa = macchina.Orologio;
+        QTest::keyClick(&dialogo, Qt::Key_Escape);
+        EXPECT_TRUE(collegamento().Abbandonato);
+    });
+    EXPECT_LT(macchina.Orologio - chiusa, 100);
+    EXPECT_EQ(NumBlocchi, 4);
+    EXPECT_EQ(Detto(), std::vector<std::string>{Testo(Voce::ScaricoManca) + "\r\n\r\n" +
+                                                Testo(Voce::ScaricoFine) + " 512 / 1024"});
+}
+
+}  // namespace
+}  // namespace lapvane
