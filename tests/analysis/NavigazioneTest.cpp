@@ -348,9 +348,9 @@ TEST(CalcoloFigure, TimesAndSpeedsOfTheSession) {
         {lunghi + lunghi + lunghi + lunghi + lunghi, "01:25:00.00", "61:00.00", ".984", 0},
     };
     const auto giri = [](const std::string& tempi) {
-        GiriLog giri;
-        giri.Prendi(LeggiFileTim("1.4\r\n" + tempi + "\r\n"));
-        return giri;
+        GiriLog letti;
+        letti.Prendi(LeggiFileTim("1.4\r\n" + tempi + "\r\n"));
+        return letti;
     };
     for (const Caso& caso : casi) {
         SCOPED_TRACE(caso.Tempi);
