@@ -10,8 +10,6 @@
 namespace lapvane {
 namespace {
 
-using prova::PlatformProva;
-
 class Curve : public ::testing::Test {
  protected:
     Curve() {
@@ -31,59 +29,48 @@ class Curve : public ::testing::Test {
         LibreriaSensori.push_back(s);
         return LibreriaSensori.back();
     }
-    PlatformProva macchina;
+    prova::PlatformProva macchina;
 };
 
-TEST_F(Curve, AreScaledByTheFactorOfTheirType) {
-    struct Caso {
-        const char* Tipo;
-        double Y2;
-    };
-    for (const Caso caso :
-         {Caso{"TemperaturaOlio", 25.0}, Caso{"TemperaturaAcqua", 25.0}, Caso{"Pressione", 2500.0},
-          Caso{"PressioneTurbo", 2500.0}, Caso{"LivelloBenzina", 25.0}, Caso{"Altro", 2.5},
-          Caso{"SensoreG", 2500.0}, Caso{"SensoreLambda", 250.0}, Caso{"Pressione ", 0.0}}) {
-        Sensore(caso.Tipo, "s", 20);
-        CaricaCurvaSensore("s");
-        EXPECT_EQ(CurvaX[2], 30.0) << caso.Tipo;
-        EXPECT_EQ(CurvaY[2], caso.Y2) << caso.Tipo;
-        EXPECT_EQ(CurvaX[20], -7.0) << caso.Tipo;
-        LibreriaSensori.clear();
+TEST_F(Curve, AreScaledAndLeaveTheirTailUnlessTheyAreAFuelLevel) {
+    for (const auto& [tipo, fattore] : {std::pair{"TemperaturaOlio", 10},
+                                        {"TemperaturaAcqua", 10},
+                                        {"Pressione", 1000},
+                                        {"PressioneTurbo", 1000},
+                                        {"LivelloBenzina", 10},
+                                        {"Altro", 1},
+                                        {"SensoreG", 1000},
+                                        {"SensoreLambda", 100},
+                                        {"Pressione ", 0}}) {
+        Sensore(tipo, tipo, 20);
+        CaricaCurvaSensore(tipo);
+        EXPECT_EQ(CurvaX[2], 30.0) << tipo;
+        EXPECT_EQ(CurvaY[2], 2.5 * fattore) << tipo;
+        EXPECT_EQ(CurvaX[20], -7.0) << tipo;
     }
-}
-
-TEST_F(Curve, LeaveTheirTailToTheNextChannelUnlessTheyAreAFuelLevel) {
-    Sensore("Altro", "venti", 20);
     Sensore("Pressione", "cinque", 5);
     Sensore("LivelloBenzina", "serbatoio", 3);
     Sensore("LivelloBenzina", "vuoto", 0);
-    CaricaCurvaSensore("venti");
+    CaricaCurvaSensore("Altro");
     CaricaCurvaSensore("cinque");
     EXPECT_EQ(CurvaY[4], 4500.0);
     EXPECT_EQ(CurvaX[5], 60.0);
     EXPECT_EQ(CurvaY[5], 5.5);
-    EXPECT_EQ(CurvaY[19], 19.5);
-
     CaricaCurvaSensore("serbatoio");
     EXPECT_EQ(CurvaX[2], 30.0);
-    EXPECT_EQ(CurvaY[2], 25.0);
-    for (std::size_t i = 3; i < 20; ++i) {
+    for (const std::size_t i : {3u, 19u}) {
         EXPECT_EQ(CurvaX[i], 1024.0) << i;
         EXPECT_EQ(CurvaY[i], 25.0) << i;
     }
     EXPECT_EQ(CurvaX[20], -7.0);
-
     CaricaCurvaSensore("no such name");
     EXPECT_EQ(CurvaY[2], 25.0);
     CaricaCurvaSensore("vuoto");
     EXPECT_EQ(CurvaX[0], 1024.0);
     EXPECT_EQ(CurvaY[0], 0.0);
-
     CurvaY.fill(3.0);
     AzzeraCurvaSensore();
-    EXPECT_EQ(CurvaX[0], 0.0);
-    EXPECT_EQ(CurvaX[19], 0.0);
-    EXPECT_EQ(CurvaY[19], 0.0);
+    EXPECT_EQ(CurvaX[0] + CurvaX[19] + CurvaY[0] + CurvaY[19], 0.0);
     EXPECT_EQ(CurvaX[20], -7.0);
     EXPECT_EQ(CurvaY[20], 3.0);
 }
@@ -93,24 +80,19 @@ TEST_F(Curve, TheLastOfTwoSensorsOfOneNameIsSentAndTheFirstOfTwoEqualOnesFound) 
     Sensore("Pressione", "doppio", 20).X(0, 2.0);
     CaricaCurvaSensore("doppio");
     EXPECT_EQ(CurvaX[0], 2.0);
-    EXPECT_EQ(CurvaY[0], 500.0);
-
     LibreriaSensori.clear();
     Sensore("Altro", "altro tipo", 20);
     Sensore("Pressione", "primo", 20);
     Sensore("Pressione", "secondo", 20);
-    CaricaCurvaSensore("primo");
-    for (std::size_t i = 0; i < 20; ++i) CurvaY[i] /= 1000;
+    CaricaCurvaSensore("altro tipo");
     EXPECT_EQ(CercaNomeSensore("Pressione"), "primo");
     EXPECT_EQ(CercaNomeSensore("PressioneTurbo"), "");
     // One bit in the last point of either axis, and the element that does not count.
     LibreriaSensori[1].Y(19, std::nextafter(19.5, 20.0));
+    LibreriaSensori[2].X(20, 99.0);
     EXPECT_EQ(CercaNomeSensore("Pressione"), "secondo");
     LibreriaSensori[2].X(0, 11.0);
     EXPECT_EQ(CercaNomeSensore("Pressione"), "");
-    LibreriaSensori[2].X(0, 10.0);
-    LibreriaSensori[2].X(20, 99.0);
-    EXPECT_EQ(CercaNomeSensore("Pressione"), "secondo");
 }
 
 }  // namespace
