@@ -84,7 +84,7 @@ TEST(Libreria, DeliveredFilesLoadAndTheSampleProjectNamesThem) {
                                     p.PressioneBenzina, p.LivelloBenzina, p.SensoreLambda}) {
         EXPECT_TRUE(nomi.contains(nome)) << nome;
     }
-    // Two analogue inputs: no two of the sensors that are on share one.
+    // Two analogue inputs: the two optional sensors that are on do not share one.
     EXPECT_EQ(p.AbilSG + p.AbilCambio + p.AbilPT + p.AbilSensoreLambda, 2);
     EXPECT_EQ(p.AbilSG * p.ChannSG + p.AbilCambio * p.ChannCambio + p.AbilPT * p.ChannPT +
                   p.AbilSensoreLambda * p.ChannSensoreLambda,

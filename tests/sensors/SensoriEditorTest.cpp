@@ -1,5 +1,7 @@
 #include "sensors/SensoriEditor.h"
 
+#include <cmath>
+
 #include "device/RecordStrumentoProva.h"
 
 namespace lapvane {
@@ -10,16 +12,18 @@ using R = RecordProgetto;
 class SensoriEditor : public ::testing::Test {
  protected:
     SensoriEditor() { MostraDatiSensori({}, controlli); }
-    static void Sensore(const char* tipo, const char* nome, double y) {
-        CSensore sensore;
+    /// X is 10, 20, 30 ...; Y begins with `y` and rises by `passo`.
+    static CSensore& Sensore(const char* tipo, const char* nome, double y, double passo = 0,
+                             int punti = 20) {
+        CSensore& sensore = LibreriaSensori.emplace_back();
         sensore.Tipo(tipo);
         sensore.Nome(nome);
-        sensore.NumPunti(20);
-        for (int i = 0; i < 20; ++i) {
-            sensore.X(i, 10 * i);
-            sensore.Y(i, y);
+        sensore.NumPunti(static_cast<std::int16_t>(punti));
+        for (int i = 0; i < punti; ++i) {
+            sensore.X(i, 10 * (i + 1));
+            sensore.Y(i, y + passo * i);
         }
-        LibreriaSensori.push_back(sensore);
+        return sensore;
     }
     void Spunta(std::size_t canale, bool accesa) {
         controlli.Spunta(kCanaliSensore[canale].chkAbil, accesa);
@@ -72,18 +76,13 @@ TEST_F(SensoriEditor, EveryFieldHasItsControl) {
 
 TEST_F(SensoriEditor, MissingSensorsAreToldInTheirOrder) {
     for (std::size_t i = 0; i < 9; ++i) Spunta(i, true);
-    std::vector<Voce> testi;
+    std::vector<std::size_t> senza;
     while (const auto canale = CanaleSenzaNome(controlli)) {
-        testi.push_back(kCanaliSensore[*canale].TestoManca);
+        senza.push_back(*canale);
         controlli.Testo(kCanaliSensore[*canale].cboNome, "di nessun file");
-        ASSERT_LE(testi.size(), 9u);
+        ASSERT_LE(senza.size(), 9u);
     }
-    EXPECT_EQ(testi,
-              (std::vector<Voce>{Voce::IncompletoTemperaturaOlio, Voce::IncompletoPressioneOlio,
-                                 Voce::IncompletoTemperaturaAcqua, Voce::IncompletoPressioneBenzina,
-                                 Voce::IncompletoLivelloBenzina, Voce::IncompletoPressioneTurbo,
-                                 Voce::IncompletoSensoreG, Voce::IncompletoMarcia,
-                                 Voce::IncompletoLambda}));
+    EXPECT_EQ(senza, (std::vector<std::size_t>{0, 1, 3, 2, 4, 7, 8, 5, 6}));
     controlli.Testo("cboSG", "");
     Spunta(kCanaleSG, false);
     EXPECT_FALSE(CanaleSenzaNome(controlli));
@@ -119,7 +118,7 @@ TEST_F(SensoriEditor, CurvesGoOutByTheirBoxAndTheAccelerationByTheTurbos) {
     Spunta(kCanaleSG, false);
     Spunta(kCanalePT, true);
     PreparaCurva(8, controlli);
-    EXPECT_EQ(CurvaX[19], 190.0);
+    EXPECT_EQ(CurvaX[19], 200.0);
     EXPECT_EQ(CurvaY[0], 3000.0) << "acceleration off, turbo on: the curve";
     PreparaCurva(7, controlli);
     EXPECT_EQ(CurvaY[0], 500.0);
@@ -147,7 +146,7 @@ TEST_F(SensoriEditor, NamesComeFromTheirTypeAloneInTheLibrarysOrder) {
     EXPECT_EQ(NomiSensori(2), NomiSensori(1));
     EXPECT_EQ(NomiSensori(7), std::vector<std::string>{"turbo"});
     const auto letta = [&](std::size_t canale, double y) {
-        for (std::size_t i = 0; i < 20; ++i) CurvaX[i] = 10.0 * static_cast<double>(i);
+        for (std::size_t i = 0; i < 20; ++i) CurvaX[i] = 10.0 * static_cast<double>(i + 1);
         CurvaY.fill(y);
         NominaCurva(canale, controlli);
         return controlli.Testo(kCanaliSensore[canale].cboNome);
@@ -157,6 +156,70 @@ TEST_F(SensoriEditor, NamesComeFromTheirTypeAloneInTheLibrarysOrder) {
     EXPECT_EQ(letta(7, 125), "turbo");
     EXPECT_EQ(letta(1, 126), "") << "a name that stood there goes";
     EXPECT_EQ(letta(0, 125), "") << "no sensor of that type";
+}
+
+TEST_F(SensoriEditor, CurvesAreScaledAndLeaveTheirTailUnlessTheyAreAFuelLevel) {
+    CurvaX.fill(-7.0);
+    for (const auto& [tipo, fattore] : {std::pair{"TemperaturaOlio", 10},
+                                        {"TemperaturaAcqua", 10},
+                                        {"Pressione", 1000},
+                                        {"PressioneTurbo", 1000},
+                                        {"LivelloBenzina", 10},
+                                        {"Altro", 1},
+                                        {"SensoreG", 1000},
+                                        {"SensoreLambda", 100},
+                                        {"Pressione ", 0}}) {
+        Sensore(tipo, tipo, 0.5, 1);
+        CaricaCurvaSensore(tipo);
+        EXPECT_EQ(CurvaX[2], 30.0) << tipo;
+        EXPECT_EQ(CurvaY[2], 2.5 * fattore) << tipo;
+        EXPECT_EQ(CurvaX[20], -7.0) << tipo;
+    }
+    Sensore("Pressione", "cinque", 0.5, 1, 5);
+    Sensore("LivelloBenzina", "serbatoio", 0.5, 1, 3);
+    Sensore("LivelloBenzina", "vuoto", 0, 0, 0);
+    CaricaCurvaSensore("Altro");
+    CaricaCurvaSensore("cinque");
+    EXPECT_EQ(CurvaY[4], 4500.0);
+    EXPECT_EQ(CurvaX[5], 60.0);
+    EXPECT_EQ(CurvaY[5], 5.5);
+    CaricaCurvaSensore("serbatoio");
+    EXPECT_EQ(CurvaX[2], 30.0);
+    for (const std::size_t i : {3u, 19u}) {
+        EXPECT_EQ(CurvaX[i], 1024.0) << i;
+        EXPECT_EQ(CurvaY[i], 25.0) << i;
+    }
+    EXPECT_EQ(CurvaX[20], -7.0);
+    CaricaCurvaSensore("no such name");
+    EXPECT_EQ(CurvaY[2], 25.0);
+    CaricaCurvaSensore("vuoto");
+    EXPECT_EQ(CurvaX[0], 1024.0);
+    EXPECT_EQ(CurvaY[0], 0.0);
+    CurvaY.fill(3.0);
+    AzzeraCurvaSensore();
+    EXPECT_EQ(CurvaX[0] + CurvaX[19] + CurvaY[0] + CurvaY[19], 0.0);
+    EXPECT_EQ(CurvaX[20], -7.0);
+    EXPECT_EQ(CurvaY[20], 3.0);
+}
+
+TEST_F(SensoriEditor, TheLastOfTwoSensorsOfOneNameIsSentAndTheFirstOfTwoEqualOnesFound) {
+    Sensore("Altro", "doppio", 0.5, 1).X(0, 1.0);
+    Sensore("Pressione", "doppio", 0.5, 1).X(0, 2.0);
+    CaricaCurvaSensore("doppio");
+    EXPECT_EQ(CurvaX[0], 2.0);
+    LibreriaSensori.clear();
+    Sensore("Altro", "altro tipo", 0.5, 1);
+    Sensore("Pressione", "primo", 0.5, 1);
+    Sensore("Pressione", "secondo", 0.5, 1);
+    CaricaCurvaSensore("altro tipo");
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "primo");
+    EXPECT_EQ(CercaNomeSensore("PressioneTurbo"), "");
+    // One bit in the last point of either axis, and the element that does not count.
+    LibreriaSensori[1].Y(19, std::nextafter(19.5, 20.0));
+    LibreriaSensori[2].X(20, 99.0);
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "secondo");
+    LibreriaSensori[2].X(0, 11.0);
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "");
 }
 
 }  // namespace
