@@ -60,15 +60,15 @@ TEST(Tabella, OnlyTheBorderOfTheRowsInUseMoves) {
     EXPECT_EQ(tabella.Riga(11).X, "77");
     EXPECT_EQ(tabella.NumPuntiTabella(), 11);
 
-    for (int i = 11; i < 20; ++i) tabella.Spunta(i, true);
     for (const bool nuovo : {false, true}) {
         for (int i = 0; i < 20; ++i) tabella.Spunta(i, true);
         EXPECT_EQ(Figura(tabella), "xxxxxxxxxxxxxxxxxxxx");
+        tabella.Y(11, "7");
         nuovo ? tabella.NuovoSensore() : tabella.SvuotaTabella();
         EXPECT_EQ(Figura(tabella), "o...................") << nuovo;
         EXPECT_EQ(Aperte(tabella), "--------------------") << nuovo;
         EXPECT_EQ(tabella.NumPuntiTabella(), 0) << nuovo;
-        EXPECT_EQ(tabella.Riga(11).X, "") << nuovo;
+        EXPECT_EQ(tabella.Riga(11).X + tabella.Riga(11).Y, "") << nuovo;
     }
 }
 
@@ -118,7 +118,8 @@ TEST(Tabella, ShowsSensorsAndCurvesInTheirDecimals) {
 
 TEST(Tabella, XMayStandStillButNotFall) {
     TabellaPunti tabella;
-    Riempi(tabella, {{"100", "1"}, {"100", "2"}, {"90", "3"}, {"testo", "4"}, {"100,5", "-5"}});
+    Riempi(tabella,
+           {{"100", "1"}, {"100", "2"}, {"90", "3"}, {"testo", "4"}, {"100,5", "-5"}, {"5", "1"}});
     EXPECT_TRUE(tabella.Crescente(0));
     EXPECT_TRUE(tabella.Crescente(1));
     EXPECT_FALSE(tabella.Crescente(2));
