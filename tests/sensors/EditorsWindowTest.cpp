@@ -169,9 +169,11 @@ TEST_F(Editors, AFailedExchangeIsNeverReportedAsDone) {
         finestra->AbilitaStrumento(true);
         porta.Sparisci();
         const std::size_t prima = porta.RichiesteDi(scambio.Comando);
+        const std::int64_t dormito = macchina.Dormito;
         EXPECT_EQ(Esegui(scambio, Answer::Ok), dice ? V{Dice(Voce::ErroreDiComunicazione)} : V{});
         EXPECT_TRUE(ErroreComunicazione);
         EXPECT_EQ(porta.RichiesteDi(scambio.Comando), prima);
+        EXPECT_EQ(macchina.Dormito, dormito) << "for a second record";
         Libero(true);
         porta.Riappari();
         macchina.BoxLiberi = false;

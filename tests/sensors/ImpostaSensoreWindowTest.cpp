@@ -196,6 +196,10 @@ TEST_F(ImpostaSensore, TheCurveFollowsEachBoxWithItsPointsMarkedInsideTheFrame) 
     for (const QPoint& d : {QPoint(-2, 0), QPoint(2, 0), QPoint(0, -2), QPoint(0, 2)}) {
         EXPECT_TRUE(rosso(x0 + d.x(), y0 + d.y())) << d.x() << " " << d.y();
     }
+    Punto(2, "400", "0");
+    const QRect tetto = preso();
+    EXPECT_FALSE(rosso(tetto.center().x(), tetto.bottom() - 3)) << "a way back to the curve before";
+    Clic("Check12");
     Clic("Check11");
     EXPECT_EQ(grafico->LeggiIntervallo().XMax, 0.0) << "a tick draws as well";
     EXPECT_LT(preso().height(), 9) << "one point alone";
@@ -233,6 +237,11 @@ TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
     EXPECT_EQ(Mostrati(), V{});
     errata("abc");
     Scrivi("txtX2", "110");
+    macchina.Risposte = {Answer::Ok};
+    Scrivi("txtY2", "abc");
+    Tasto(Qt::Key_Tab);
+    EXPECT_EQ(Mostrati(), V{Dice(Voce::NumeroNonValido) + "\r\nY (bar) 3"});
+    Scrivi("txtY2", "3");
 
     // A row in the middle keeps its tick. The click that left the box does nothing more; nor does
     // a button that leaves the focus there, nor the row's own tick.
