@@ -70,8 +70,12 @@ TEST(PagineSetup, StayWithinThePagesThatThereAre) {
 TEST(PagineSetup, PicturesAreThoseOfTheEndsAndTheLastShowsThatOfPage8) {
     RecordProgetto r;
     r.MaxPagine = 9;
+    r.PaginaAbilitata10 = true;
     PagineSetup pagine;
     pagine.Carica(r);
+    RecordProgetto salvato;
+    pagine.Salva(salvato);
+    EXPECT_TRUE(salvato.PaginaAbilitata10);
     for (int n = 1; n <= 9; ++n, pagine.Avanti()) {
         EXPECT_EQ(pagine.ConFile(), n == 1 || n == 9);
         pagine.Scegli(r, std::to_string(n));
