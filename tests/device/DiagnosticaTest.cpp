@@ -97,4 +97,12 @@ TEST_F(Diagnostica, CycleRunsUntilTheWindowClosesAndLeavesThePollOff) {
     EXPECT_EQ(vista.analogici.size(), 8u);
     EXPECT_EQ(vista.letti.size(), 2u);
     EXPECT_EQ(FaseComunicazione, 37);
+    // A port that has gone.
+    seriale.PortOpen(false);
+    seriale.Porte.clear();
+    vista.letti.clear();
+    vista.visibile = true;
+    macchina.DuranteEventi = [&] { vista.visibile = vista.letti.empty(); };
+    EseguiDiagnostica(vista);
+    EXPECT_EQ(vista.letti[GruppoLive::Valori], std::vector<bool>{false});
 }

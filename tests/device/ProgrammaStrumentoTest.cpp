@@ -8,6 +8,7 @@
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "sensors/CSensore.h"
+#include "sensors/CanaliSensore.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "support/Cartelle.h"
@@ -98,6 +99,7 @@ class Corsa : public prova::ConStrumento<PlatformProva> {
         EXPECT_FALSE(collegamento().Abbandonato) << dove;
         EXPECT_FALSE(ProgettoModificato) << dove;
         EXPECT_EQ(porta.Richieste().back(), Frame(1)) << dove;
+        EXPECT_EQ(std::exchange(finestra.SenzaPoll, 0), 1) << "the poll runs inside the handshake";
     }
 
     VistaProva vista;
@@ -234,29 +236,20 @@ TEST_F(Corsa, ChannelsThatAreOnNeedASensorAndARate) {
         EXPECT_EQ(FaseComunicazione, 18);
         return detto[0];
     };
-    using Testo_ = std::string R::*;
-    for (const auto& [nome, rata, titolo] :
-         {std::tuple{&R::TemperaturaOlio, Testo_{&R::TCampTO}, Voce::IncompletoTemperaturaOlio},
-          {&R::PressioneOlio, &R::TCampPO, Voce::IncompletoPressioneOlio},
-          {&R::TemperaturaAcqua, &R::TCampTA, Voce::IncompletoTemperaturaAcqua},
-          {&R::PressioneBenzina, &R::TCampPB, Voce::IncompletoPressioneBenzina},
-          {&R::LivelloBenzina, &R::TCampLB, Voce::IncompletoLivelloBenzina},
-          {&R::SensoreG, &R::TCampSG, Voce::IncompletoSensoreG},
-          {&R::Cambio, &R::TCampCambio, Voce::IncompletoMarcia}}) {
-        for (const auto& [campo, manca] :
-             {std::pair{nome, Voce::MancaNome}, {rata, Voce::MancaFrequenza}}) {
-            EXPECT_EQ(prova([campo = campo](R& p) { (p.*campo).clear(); }),
-                      Testo(titolo) + "\r\n" + Testo(manca));
-        }
+    for (const CanaleSensore& canale : kCanaliSensore) {
+        const std::string titolo = Testo(canale.TestoManca) + "\r\n";
+        const bool lambda = canale.Abil == &R::AbilSensoreLambda;  // not asked for
+        const bool turbo = canale.Abil == &R::AbilPT;  // goes by the fuel pressure's name
+        EXPECT_EQ(prova([&](R& p) { (p.*canale.TCamp).clear(); }),
+                  lambda ? "" : titolo + Testo(Voce::MancaFrequenza));
+        EXPECT_EQ(prova([&](R& p) { (p.*canale.Nome).clear(); }),
+                  lambda || turbo ? "" : titolo + Testo(Voce::MancaNome));
     }
     EXPECT_EQ(prova([](R& p) {
                   p.AbilTO = false;
                   p.TemperaturaOlio.clear();
-                  p.SensoreLambda.clear();  // lambda is not asked for
-                  p.PressioneTurbo.clear();
               }),
               "");
-    // The turbo channel goes by the fuel pressure's name.
     EXPECT_EQ(prova([](R& p) {
                   p.AbilPB = false;
                   p.PressioneBenzina.clear();

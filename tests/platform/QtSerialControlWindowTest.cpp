@@ -23,7 +23,7 @@ class Seriale : public ::testing::Test {
  protected:
     Seriale() {
         Attacca();
-        porta.Settings("9600,N,8,1");
+        porta.Settings("38400,N,8,1");
         porta.CommPort(1);
     }
     void Attacca() {
@@ -53,7 +53,7 @@ TEST_F(Seriale, EveryByteGoesBothWaysThoughThePortRefusesItsLines) {
     const int altra = ::open(terminale->Name().c_str(), O_RDWR | O_NOCTTY);
     ::tcgetattr(altra, &modo);
     ::close(altra);
-    EXPECT_EQ(::cfgetospeed(&modo), speed_t{B9600});
+    EXPECT_EQ(::cfgetospeed(&modo), speed_t{B38400});
     std::string tutti;
     for (int c = 0; c < 256; ++c) tutti += static_cast<char>(c);
     porta.Output("H");

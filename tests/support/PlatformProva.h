@@ -102,6 +102,10 @@ class PrincipaleProva : public Principale {
     SerialControl& SerialComm() override;
     bool RinunciaAttesa(int) override { return Rinuncia && Rinuncia(); }
     void QuandoLibero(const void* chi, std::function<void()> azione) override;
+    void SenzaSorveglianza(const std::function<void()>& azione) override {
+        ++SenzaPoll;
+        azione();
+    }
 
     bool Menu(Comando comando) const { return Menu_[static_cast<std::size_t>(comando)]; }
     bool Pulsante(Comando comando) const { return Pulsanti_[static_cast<std::size_t>(comando)]; }
@@ -121,6 +125,7 @@ class PrincipaleProva : public Principale {
     bool PollAttivo = false;
     void FinePoll();
     SerialControl* Seriale = nullptr;
+    int SenzaPoll = 0;  ///< how often something asked that no poll runs inside it
 
  private:
     bool Menu_[32] = {};
