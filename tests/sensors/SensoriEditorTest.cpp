@@ -2,7 +2,10 @@
 
 #include <cmath>
 
-#include "device/RecordStrumentoProva.h"
+#include "sensors/CSensore.h"
+#include "sensors/Curve.h"
+#include "sensors/SensoriEditorProva.h"
+#include "support/PlatformProva.h"
 
 namespace lapvane {
 namespace {
