@@ -51,7 +51,7 @@ struct FullLog {
         std::ofstream(Side(), std::ios::binary) << side;
         std::string times = "1.4\r\n";
         for (int lap = 0; lap < kRows / kRowsPerLap; ++lap) {
-            times += "01:2" + std::to_string(lap % 7 + 2) + ".00, 1\r\n";
+            times += "01:22.0" + std::to_string(lap % 7) + ", 1\r\n";
         }
         std::ofstream(Times(), std::ios::binary) << times;
     }

@@ -15,6 +15,7 @@
 #include "BenchMain.h"
 #include "FullLog.h"
 #include "analysis/AnalisiDatiSpeed.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/QtPlatform.h"
 #include "shell/LoadStrings.h"
 #include "tools/support/BareViews.h"

@@ -31,6 +31,8 @@ inline constexpr Limit kLimits[] = {
     {"window", "report of 998 laps shown", "ShowReport", "", "", 100, "ms"},
     {"window", "report as PDF", "PrintReport", "", "", 1000, "ms"},
     {"logic", "full log: load", "LoadTable", "", "BareFromChars", 2, "x bare read"},
+    {"logic", "two full logs compared, beyond their loads", "OpenTwoLogs", "beyond_ms", "", 60,
+     "ms"},
     {"logic", "three figures of the scales", "ScaleFigures", "", "One/PlainRead", 3,
      "x plain read"},
     {"logic", "conversion of a full memory", "ConversioneInMemoria", "", "ScritturaNuda", 2,

@@ -4,6 +4,7 @@
 #     cpack --config build/release/CPackConfig.cmake  packs it
 set(files ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 install(TARGETS lapvane RUNTIME DESTINATION . COMPONENT lapvane)
+install(TARGETS lapvane-tool RUNTIME DESTINATION . COMPONENT lapvane)
 if(TARGET lapvane-instrument)
     install(TARGETS lapvane-instrument RUNTIME DESTINATION . COMPONENT lapvane)
 endif()

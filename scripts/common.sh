@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 PACKAGES_BUILD=(build-essential cmake ninja-build ccache
     qt6-base-dev qt6-serialport-dev qt6-svg-dev libqt6svg6 qt6-translations-l10n
-    libgl1-mesa-dev libgtest-dev libbenchmark-dev)
+    libgl1-mesa-dev libgtest-dev libbenchmark-dev libcli11-dev nlohmann-json3-dev)
 PACKAGES_RUN=(fonts-dejavu-core)
 PACKAGES_HOUSE=(git python3)
 PACKAGES_FORMAT=(clang-format-14)

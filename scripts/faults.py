@@ -20,6 +20,7 @@ import hashlib
 import os
 import re
 import resource
+import signal
 import subprocess
 import sys
 import time
@@ -31,7 +32,8 @@ WORK = ROOT / "build/faults"
 TREE = WORK / "tree"
 BUILD = TREE / "build/release"
 SUITES = {"logic": "lapvane_tests", "windows": "lapvane_window_tests"}
-LIMIT = {"logic": 60, "windows": 150}  # seconds, many times what a suite takes
+LIMIT = {"logic": 120, "windows": 240}  # seconds, many times what a suite takes
+PROCESSOR = 20  # seconds of it
 KEYS = ("harm", "in", "was", "now", "build", "lives", "equal")
 OWN_BUILDS = 10
 
@@ -219,6 +221,7 @@ def run_suite(suite, number, only=None):
 
     def limits():
         resource.setrlimit(resource.RLIMIT_AS, (6 << 30, 6 << 30))
+        resource.setrlimit(resource.RLIMIT_CPU, (PROCESSOR, PROCESSOR))
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
     try:
@@ -226,6 +229,8 @@ def run_suite(suite, number, only=None):
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=LIMIT[suite],
                               preexec_fn=limits, errors="replace", text=True)
     except subprocess.TimeoutExpired:
+        return "does not end"
+    if done.returncode == -signal.SIGXCPU or done.returncode == -signal.SIGKILL:
         return "does not end"
     if done.returncode == 0:
         return None

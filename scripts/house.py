@@ -61,6 +61,7 @@ ROOMS = [
     ("instrument", rf"instrument/{ANY}", [*BASE, "sensors", "device"]),
     ("tools/support", rf"tools/support/{ANY}", LOGIC),
     ("tools/texttable", rf"tools/texttable/{ANY}", ["platform"]),
+    ("tools/laptool", rf"tools/laptool/{ANY}", [*LOGIC, "tools/support"]),
     ("tools/makesample", rf"tools/makesample/{ANY}", [*LOGIC, "instrument", "tools/support"]),
     ("tools/manual", rf"tools/manual/{ANY}", [*LOGIC, "instrument", "tools/texttable"]),
     ("tools/soak", rf"tools/soak/{ANY}", [*PROGRAM, "instrument", "tools/support"]),
@@ -68,7 +69,7 @@ ROOMS = [
     ("bench", rf"bench/{ANY}", [*PROGRAM, "instrument", "tools/support"]),
     ("tests/support", rf"tests/support/{ANY}", [*PROGRAM, "instrument", "tools/support"]),
     ("tests", rf"tests/(?!support/|fuzz/){ANY}/{ANY}",
-     [*PROGRAM, "instrument", "tools/support", "tools/texttable", "tests/support"]),
+     [*PROGRAM, "instrument", "tools/support", "tools/texttable", "tools/laptool", "tests/support"]),
     ("tests/fuzz", rf"tests/fuzz/{ANY}", [*LOGIC, "instrument", "tools/support", "tools/texttable"]),
 ]
 

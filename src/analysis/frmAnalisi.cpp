@@ -8,7 +8,7 @@
 #include <tuple>
 #include <utility>
 
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"

@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "platform/Colore.h"
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 
 namespace lapvane {
 

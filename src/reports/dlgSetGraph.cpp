@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "platform/Platform.h"
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"

@@ -20,7 +20,7 @@
 #include "logs/frmDownload.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"

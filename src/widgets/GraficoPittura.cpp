@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "platform/Platform.h"
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "widgets/Contrasto.h"
 #include "widgets/GraficoWidget.h"

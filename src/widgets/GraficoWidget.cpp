@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/qt/QtPlatform.h"
 #include "shell/Protetto.h"
 
 namespace lapvane {

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "widgets/Contrasto.h"
 

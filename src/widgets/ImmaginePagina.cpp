@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 
 namespace lapvane {
 

@@ -10,15 +10,17 @@
 
 #include "analysis/AnalisiDatiSpeed.h"
 #include "reports/DatiSessione.h"
+#include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 #include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
+#include "tools/support/BareViews.h"
+#include "tools/support/QuietGraph.h"
 
 namespace lapvane::prova {
 
 /// A curve as it was handed to the graph, points not yet thinned out.
 struct ElementoProva {
-    std::int16_t Numero = 0;
     Colore Tinta = 0;
     std::int16_t Spessore = 0;
     std::string Nome;
@@ -26,27 +28,19 @@ struct ElementoProva {
     std::vector<double> Y;
     double Scala = 0.0;
     int Passo = 0;
-    MisureCanale Misure;
     int Riquadro = 0;
 };
 
 /// A graph that writes down what it is told.
-class GraficoProva : public GraphControl {
+class GraficoProva : public QuietGraph {
  public:
-    void Titolo(const std::string& testo) override { titolo = testo; }
     void EtichettaX(const std::string& testo) override { etichettaX = testo; }
     void EtichettaY(const std::string& testo) override { etichettaY = testo; }
     void ColoreAsse(Colore colore) override { coloreAsse = colore; }
-    void ColoreSfondo(Colore) override {}
-    void ColoreCornice(Colore) override {}
-    void MostraGriglia(bool) override {}
-    void MostraNumeriY(bool) override {}
     void PulisciGrafico() override {
         elementi.clear();
-        corrente = 1;
         ++pulizie;
     }
-    std::int16_t ElementoCorrente() const override { return corrente; }
     void ColoreElemento(Colore colore) override { prossimo.Tinta = colore; }
     void SpessoreElemento(std::int16_t spessore) override { prossimo.Spessore = spessore; }
     void NomeElemento(const std::string& nome) override { prossimo.Nome = nome; }
@@ -57,51 +51,35 @@ class GraficoProva : public GraphControl {
     }
     IntervalloGrafico LeggiIntervallo() const override { return intervallo; }
     void ScalaY(double fattore) override { scalaY = fattore; }
-    void DisegnaArray(std::span<const double> x, std::span<const double> y, std::int16_t elemento,
-                      double scala, int passo, const MisureCanale& misure) override {
-        prossimo.Numero = elemento;
+    void DisegnaArray(std::span<const double> x, std::span<const double> y, std::int16_t,
+                      double scala, int passo, const MisureCanale&) override {
         prossimo.X.assign(x.begin(), x.end());
         prossimo.Y.assign(y.begin(), y.end());
         prossimo.Scala = scala;
         prossimo.Passo = passo;
-        prossimo.Misure = misure;
         elementi.push_back(prossimo);
-        ++corrente;
     }
-    void AggiungiPunto(double, double) override {}
-    int NumeroCursori() const override { return cursori; }
-    void AggiungiCursore() override { ++cursori; }
-    void ImpostaModoCursore(ModoCursore) override {}
+    void ImpostaModoCursore(ModoCursore modo) override { aggancio = modo == ModoCursore::Aggancio; }
     void ColoreCursore(Colore colore) override { coloreCursore = colore; }
-    void CursoreVisibile(bool) override {}
-    void CursoreX(double x) override { cursoreX = x; }
-    double CursoreX() const override { return cursoreX; }
-    void CursoreY(double) override {}
-    void CursoreAttivo(bool attivo) override { cursoreAttivo = attivo; }
-    bool CursoreAttivo() const override { return cursoreAttivo; }
     std::int32_t IndiceDaX(double, double) const override { return indice; }
     void ImpostaModoMouse(ModoMouse modo) override { modoMouse = modo; }
 
-    std::string titolo, etichettaX, etichettaY;
-    Colore coloreAsse = 0;
-    Colore coloreCursore = 0;
+    std::string etichettaX, etichettaY;
+    Colore coloreAsse = 0, coloreCursore = 0;
     IntervalloGrafico intervallo;
     double scalaY = 1.0;
     std::vector<ElementoProva> elementi;
     int pulizie = 0;
-    int cursori = 0;
-    double cursoreX = 0.0;
-    bool cursoreAttivo = true;
+    bool aggancio = false;
     std::int32_t indice = 0;  ///< what `IndiceDaX` answers
     ModoMouse modoMouse = ModoMouse::Cursore;
 
  private:
     ElementoProva prossimo;
-    std::int16_t corrente = 1;
 };
 
 /// A window that writes down what it is told.
-class VistaProva : public VistaAnalisi {
+class VistaProva : public BareAnalysisView {
  public:
     void MostraCanale(int c, bool visibile) override { visibili[c] = visibile; }
     void NomeCampo(int c, const std::string& nome) override { nomi[c] = nome; }
@@ -121,17 +99,15 @@ class VistaProva : public VistaAnalisi {
     }
     void Lampada(int k, bool accesa) override { lampade[k] = accesa; }
     void Barra(const StatoBarra& stato) override { barra = stato; }
-    void Rinfresca() override {}
     void MostraMappa(bool visibile) override { mappa = visibile; }
     void Mappa(std::vector<PuntoTracciato> punti, const std::string& circuito,
-               const std::string&) override {
-        puntiMappa = static_cast<int>(punti.size());
-        circuitoMappa = circuito;
+               const std::string& piloti) override {
+        puntiMappa = punti.size();
+        testiMappa = circuito + "/" + piloti;
     }
     void MarcatoreMappa(int punto) override { marcatore = punto; }
     void MostraGriglia(bool visibile) override { griglia = visibile; }
     void RigheGriglia(int numero) override { righe = numero; }
-    void LarghezzaColonna(int, int) override {}
     void Cella(int riga, int colonna, const std::string& testo) override {
         celle[{riga, colonna}] = testo;
     }
@@ -142,13 +118,8 @@ class VistaProva : public VistaAnalisi {
         caratteri[{riga, colonna}] = colore;
     }
     void CellaCorrente(int riga, int colonna) override { corrente = {riga, colonna}; }
-    void SegnaGiro(int riga) override { giro = riga; }
     void Scarica() override { scaricata = true; }
-
-    std::string Cella(int riga, int colonna) const {
-        const auto trovata = celle.find({riga, colonna});
-        return trovata == celle.end() ? std::string() : trovata->second;
-    }
+    std::string Cella(int riga, int colonna) { return celle[{riga, colonna}]; }
 
     using Posto = std::pair<int, int>;
     std::map<int, bool> visibili, segnati, lampade;
@@ -158,13 +129,13 @@ class VistaProva : public VistaAnalisi {
     StatoBarra barra;
     bool zoomIn = true, mappa = false;
     int marcatore = -1;
-    int puntiMappa = 0;
-    std::string circuitoMappa;
+    std::size_t puntiMappa = 0;
+    std::string testiMappa;
     std::map<int, Colore> colori;
     std::map<Posto, std::string> celle;
     std::map<Posto, Colore> sfondi, caratteri;
     Posto corrente{};
-    int scala = 0, scheda = -1, righe = 0, giro = 0;
+    int scala = 0, scheda = -1, righe = 0;
     bool controlli = true, griglia = true, scaricata = false;
 };
 
@@ -228,12 +199,29 @@ class LogProva {
     std::vector<RigaLog> Righe;
 };
 
-/// A session file with the given lines of channels 3 and 4.
-inline std::string Sessione(const std::string& canale3, const std::string& canale4) {
+/// Start (5 rows, 0 to 4), laps of 40, 30 and 50 rows, one without, no End. Column 3 counts the
+/// rows of its lap from 1000 times its number, 4 is negative throughout, 5 positive.
+inline LogProva QuattroGiri() {
+    LogProva log;
+    log.Tratto(1, 5);
+    for (const auto& [giro, righe] : {std::pair{2, 40}, {3, 30}, {4, 50}}) {
+        log.Tratto(giro, righe, [g = giro](int r) { return 1000.0 * g + r; });
+    }
+    for (std::size_t r = 0; r < log.Righe.size(); ++r) {
+        log.Righe[r].Celle[4] = TestoNumero(-5.0 - static_cast<double>(r % 7));
+        log.Righe[r].Celle[5] = TestoNumero(2.0 + static_cast<double>(r % 3) / 2.0);
+    }
+    log.Tim = "1.4\r\n01:02.30, 1\r\n01:01.90, 1\r\n01:03.10, 2\r\n01:02.00, 2\r\n\r\n";
+    return log;
+}
+
+/// A session file of that circuit with the given lines of channels 3 and 4.
+inline std::string Sessione(const std::string& circuito, const std::string& canale3 = "x",
+                            const std::string& canale4 = "x") {
     std::string ses =
-        "Sessione= Prove libere \r\nDataSessione=12/5\r\nOra=10=30\r\nCircuito= \r\n"
-        "Lungh=5793\r\nVeicolo=  Alfa 8 \r\nPiloti=Rossi\r\nNote=a;b\r\n";
-    ses += canale3 + "\r\n" + canale4 + "\r\n";
+        "Sessione= Prove libere \r\nDataSessione=12/5\r\nOra=10=30\r\nCircuito=" + circuito +
+        "\r\nLungh=5793\r\nVeicolo=  Alfa 8 \r\nPiloti=Rossi\r\nNote=a;b\r\n" + canale3 + "\r\n" +
+        canale4 + "\r\n";
     for (int c = 5; c <= 20; ++c) ses += "x;1;12;1;0;0\r\n";
     return ses;
 }
@@ -241,11 +229,7 @@ inline std::string Sessione(const std::string& canale3, const std::string& canal
 /// An analysis with everything around it, on logs of a folder of its own.
 class AnalisiProva : public ::testing::Test {
  protected:
-    AnalisiProva() {
-        CaricaTestiVeri(1);
-        DatiSessione = {};
-    }
-    ~AnalisiProva() override { DatiSessione = {}; }
+    AnalisiProva() { CaricaTestiVeri(1); }
 
     std::filesystem::path Stelo() const { return macchina.Cartella / "run"; }
     /// Writes the log and opens it.
@@ -256,6 +240,12 @@ class AnalisiProva : public ::testing::Test {
     bool ApriCsv() {
         AnalisiInCorso = true;
         return analisi.Carica(ConFine(Stelo(), ".csv"));
+    }
+
+    /// The texts of both tabs with a lap's number.
+    static std::map<int, std::string> Schede(const std::string& giro) {
+        const std::string coda = " " + Testo(Voce::Giro) + " " + giro;
+        return {{0, Testo(Voce::Grafici) + coda}, {1, Testo(Voce::Allarmi) + coda}};
     }
 
     PlatformProva macchina;

@@ -8,39 +8,26 @@
 #include "analysis/AnalisiProva.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
-#include "shell/LoadStrings.h"
 #include "support/WindowPdf.h"
+#include "support/WindowPlatform.h"
 
 using namespace lapvane;
 using namespace lapvane::prova;
 
 namespace {
 
-/// Start (5 rows), laps of 40, 30 and 50 rows, one lap without rows, End.
-LogProva QuattroGiri() {
-    LogProva log;
-    log.Tratto(1, 5);
-    for (int giro = 2; giro <= 4; ++giro) {
-        log.Tratto(giro,
-                   giro == 2   ? 40
-                   : giro == 3 ? 30
-                               : 50,
-                   [giro](int r) { return 1000.0 * giro + r; });
-    }
-    log.Tim =
-        "1.4\r\n01:02.30, 1\r\n01:01.90, 1\r\n01:03.10, 1\r\n01:02.00, 1\r\n01:02.10, 1\r\n\r\n";
-    return log;
-}
-
 class FinestraAnalisi : public ::testing::Test {
  protected:
     FinestraAnalisi() {
         CaricaTestiVeri(1);
-        QuattroGiri().Scrivi(macchina.Cartella / "run");
+        LogProva log = QuattroGiri();
+        for (std::size_t r = 9; r < 45; ++r) log.Righe[r].Allarme2 = true;
+        log.Scrivi(macchina.Cartella / "run");
+        Scrivi(macchina.Cartella / "tracks" / "Corto.trk", "0,0\r\n10,0\r\n10,10\r\n");
+        Scrivi(macchina.Cartella / "tracks" / "Corto.sec", "300\r\n100\r\n200\r\n");
         AnalisiInCorso = true;
         finestra.NomeFileDati = macchina.Cartella / "run.csv";
     }
-    ~FinestraAnalisi() override { DatiSessione = {}; }
 
     void Mostra() {
         ASSERT_TRUE(finestra.Carica());
@@ -49,22 +36,39 @@ class FinestraAnalisi : public ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&finestra));
     }
     template <class T>
-    T* Controllo(const char* nome, int c = 0) {
-        T* const trovato = finestra.findChild<T*>(
-            c == 0 ? QString::fromLatin1(nome) : QString::fromLatin1(nome) + QString::number(c));
-        EXPECT_NE(trovato, nullptr) << nome << c;
-        return trovato;
+    T* C(const std::string& nome, int c = 0) {
+        return Controllo<T>(finestra, (c == 0 ? nome : nome + std::to_string(c)).c_str());
     }
-    GrigliaGiri* Griglia() { return Controllo<GrigliaGiri>("MSFlexGrid1"); }
-    /// Clicks a cell by table row and column.
+    GrigliaGiri* Griglia() { return C<GrigliaGiri>("MSFlexGrid1"); }
+    QToolButton* Chiave(const std::string& nome) { return C<QToolButton>("Toolbar1_" + nome); }
+    int Giro() { return finestra.Analisi().Giri().GiroSelezionato(); }
+    QModelIndex Cella(int riga, int colonna) {
+        return Griglia()->model()->index(riga - 1, colonna);
+    }
+    std::string TestoCella(int riga, int colonna) {
+        return DaQt(Cella(riga, colonna).data().toString());
+    }
     void Clicca(int riga, int colonna) {
-        const QModelIndex cella = Griglia()->model()->index(riga - 1, colonna);
-        Griglia()->scrollTo(cella);
+        Griglia()->scrollTo(Cella(riga, colonna));
         QTest::mouseClick(Griglia()->viewport(), Qt::LeftButton, {},
-                          Griglia()->visualRect(cella).center());
+                          Griglia()->visualRect(Cella(riga, colonna)).center());
     }
-    std::string Cella(int riga, int colonna) {
-        return DaQt(Griglia()->model()->index(riga - 1, colonna).data().toString());
+    /// Does something in the dialog that `apri` opens.
+    void InDialogo(QAbstractButton* apri, const char* nome,
+                   const std::function<void(QDialog&)>& azione) {
+        bool aperto = false;
+        QTimer poi;
+        poi.setSingleShot(true);
+        QObject::connect(&poi, &QTimer::timeout, &finestra, [&] {
+            auto* const dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialogo, nullptr);
+            aperto = dialogo->objectName() == QLatin1String(nome);
+            if (aperto) azione(*dialogo);
+            if (dialogo != &finestra) dialogo->reject();
+        });
+        poi.start(0);
+        apri->click();
+        EXPECT_TRUE(aperto) << nome;
     }
 
     PlatformProva macchina;
@@ -77,326 +81,277 @@ class FinestraAnalisi : public ::testing::Test {
 TEST_F(FinestraAnalisi, ShowsTheChannelsOfTheLogAndItsLaps) {
     Mostra();
     EXPECT_EQ(DaQt(finestra.windowTitle()), "run.csv");
+    EXPECT_EQ(C<QTabWidget>("SSTab1")->currentIndex(), 0);
     for (int c = 3; c <= 20; ++c) {
-        EXPECT_EQ(Controllo<QCheckBox>("chkGrafico", c)->isVisible(), c <= 16) << c;
-        EXPECT_EQ(Controllo<QLabel>("lblNomeCampo", c)->isVisible(), c <= 16) << c;
-        EXPECT_FALSE(Controllo<QRadioButton>("optScala", c)->isEnabled()) << c;
+        EXPECT_EQ(C<QCheckBox>("chkGrafico", c)->isVisible(), c <= 16) << c;
+        EXPECT_EQ(C<QPushButton>("cmdSetGraph", c)->isVisible(), c <= 16) << c;
     }
-    EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 4)->text()), Testo(Voce::CanaleVelocita));
-    EXPECT_EQ(DaQt(Controllo<QLabel>("lblUM", 4)->text()), "[Km/h]");
-    EXPECT_EQ(DaQt(Controllo<QLabel>("lblUM", 8)->text()), "[\xB0 C]");
-    EXPECT_EQ(Griglia()->model()->rowCount(), 7) << "Start, five laps, End";
-    EXPECT_EQ(Cella(1, 0), "Start");
-    EXPECT_EQ(Cella(3, 1), "01:01.90");
-    EXPECT_EQ(Cella(7, 0), "End");
-    EXPECT_EQ(DaQt(Griglia()->model()->headerData(1, Qt::Horizontal).toString()),
-              Testo(Voce::ColonnaTempoGiro));
-    EXPECT_FALSE(Griglia()->isColumnHidden(1));
+    EXPECT_EQ(DaQt(C<QLabel>("lblNomeCampo", 4)->text()), Testo(Voce::CanaleVelocita));
+    EXPECT_EQ(DaQt(C<QLabel>("lblUM", 8)->text()), "[\xB0 C]");
+    EXPECT_EQ(C<CampioneColore>("shpColor", 3)->grab().toImage().pixelColor(8, 8),
+              QColor(192, 0, 0));
+    EXPECT_EQ(Griglia()->model()->rowCount(), 6) << "Start, four laps, End";
+    EXPECT_EQ(TestoCella(1, 0), "Start");
+    EXPECT_EQ(TestoCella(3, 1), "01:01.90");
+    EXPECT_EQ(TestoCella(6, 0), "End");
     EXPECT_TRUE(Griglia()->isColumnHidden(2)) << "no sectors, no column";
-    EXPECT_EQ(Griglia()->currentIndex(), Griglia()->model()->index(0, 1));
-    // Nothing is cut off: the list is as wide as its longest row.
-    const auto* lista = Controllo<QFrame>("fraMisure");
-    EXPECT_GE(lista->width(), lista->minimumSizeHint().width());
-    EXPECT_LE(finestra.minimumSizeHint().width(), 1366);
-    EXPECT_LE(finestra.minimumSizeHint().height(), 700);
-}
-
-TEST_F(FinestraAnalisi, TickingDrawsAndChoosesTheScale) {
-    Mostra();
-    Clicca(2, 1);
-    auto* const grafico = Controllo<GraficoWidget>("NTGraph1");
-    EXPECT_EQ(grafico->ElementoCorrente(), 1) << "no curve yet";
-    auto* const spunta = Controllo<QCheckBox>("chkGrafico", 3);
-    spunta->setFocus();
-    QTest::keyClick(spunta, Qt::Key_Space);
-    EXPECT_TRUE(spunta->isChecked());
-    EXPECT_EQ(grafico->ElementoCorrente(), 2);
-    EXPECT_TRUE(Controllo<QRadioButton>("optScala", 3)->isEnabled());
-    EXPECT_TRUE(Controllo<QRadioButton>("optScala", 3)->isChecked());
-    // A click on the channel's name ticks it as well.
-    QTest::mouseClick(Controllo<QLabel>("lblNomeCampo", 5), Qt::LeftButton);
-    EXPECT_TRUE(Controllo<QCheckBox>("chkGrafico", 5)->isChecked());
-    EXPECT_EQ(grafico->ElementoCorrente(), 3);
-    EXPECT_TRUE(Controllo<QRadioButton>("optScala", 5)->isChecked());
-    Controllo<QRadioButton>("optScala", 3)->click();
-    EXPECT_EQ(finestra.Analisi().Canali().CanaleScala(), 3);
-    QTest::keyClick(spunta, Qt::Key_Space);
-    EXPECT_EQ(grafico->ElementoCorrente(), 2);
-    EXPECT_TRUE(Controllo<QRadioButton>("optScala", 5)->isChecked());
-    EXPECT_FALSE(Controllo<QRadioButton>("optScala", 3)->isEnabled());
-}
-
-TEST_F(FinestraAnalisi, MarksBestWorstAndSelectedLapReadably) {
-    Mostra();
-    Clicca(3, 1);
-    EXPECT_EQ(finestra.Analisi().Giri().GiroSelezionato(), 3);
-    const auto colore = [&](int riga, int colonna, int ruolo) {
-        return Griglia()->model()->index(riga - 1, colonna).data(ruolo).value<QColor>();
-    };
-    EXPECT_EQ(colore(3, 1, Qt::BackgroundRole), QColor(0, 255, 0));
-    EXPECT_EQ(colore(4, 1, Qt::BackgroundRole), QColor(255, 0, 0));
-    EXPECT_EQ(colore(3, 2, Qt::BackgroundRole), QColor(0, 0, 255));
-    EXPECT_FALSE(Griglia()->model()->index(1, 2).data(Qt::BackgroundRole).isValid());
-    EXPECT_TRUE(Griglia()->model()->index(2, 0).data(ModelloGiri::kRuoloGiro).toBool());
-    EXPECT_FALSE(Griglia()->model()->index(0, 0).data(ModelloGiri::kRuoloGiro).toBool());
-    EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)),
-              Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
-    // On the screen: the label of the selected lap is blue, the best time green.
-    const QImage foto = Griglia()->viewport()->grab().toImage();
-    const auto angolo = [&](int riga, int colonna) {
-        const QRect cella = Griglia()->visualRect(Griglia()->model()->index(riga - 1, colonna));
-        return foto.pixelColor(cella.left() + 5, cella.center().y());
-    };
-    EXPECT_EQ(angolo(3, 0), QColor(0, 0, 255));
-    EXPECT_EQ(angolo(3, 1), QColor(0, 255, 0));
-    EXPECT_EQ(angolo(4, 1), QColor(255, 0, 0));
-}
-
-TEST_F(FinestraAnalisi, OnlyTheLapTimeSelectsWithTheMouseAndEnterWithTheKeyboard) {
-    Mostra();
-    Clicca(4, 0);
-    EXPECT_EQ(finestra.Analisi().Giri().GiroSelezionato(), 1);
-    EXPECT_EQ(Griglia()->currentIndex().row(), 3);
-    QTest::keyClick(Griglia(), Qt::Key_Down);
-    QTest::keyClick(Griglia(), Qt::Key_Up);
-    EXPECT_EQ(finestra.Analisi().Giri().GiroSelezionato(), 1) << "the arrows only move";
-    QTest::keyClick(Griglia(), Qt::Key_Return);
-    EXPECT_EQ(finestra.Analisi().Giri().GiroSelezionato(), 4);
-    EXPECT_EQ(finestra.Analisi().Giri().RigheGiro(), 49);
-    EXPECT_TRUE(finestra.isVisible()) << "Enter is no button of the window";
-}
-
-TEST_F(FinestraAnalisi, LapWithoutRowsHidesTheGraphAndKeepsItsPlace) {
-    Mostra();
-    const int prima = Griglia()->x();
-    Clicca(5, 1);
-    EXPECT_TRUE(Controllo<QTabWidget>("SSTab1")->isHidden());
-    EXPECT_TRUE(Controllo<QFrame>("fraMisure")->isHidden());
-    QTest::qWait(20);
-    EXPECT_EQ(Griglia()->x(), prima);
-    Clicca(2, 1);
-    EXPECT_TRUE(Controllo<QTabWidget>("SSTab1")->isVisible());
-    EXPECT_TRUE(Controllo<QFrame>("fraMisure")->isVisible());
-}
-
-TEST_F(FinestraAnalisi, SectorColumnsFollowTheTrack) {
-    Scrivi(macchina.Cartella / "tracks" / "Prova.sec", "300\r\n100\r\n200\r\n");
-    std::string ses = "a=\r\nb=\r\nc=\r\nCircuito=Prova\r\ne=300\r\nf=\r\ng=\r\nh=\r\n";
-    for (int c = 3; c <= 20; ++c) ses += "x;1;255;1;0;0\r\n";
-    Scrivi(macchina.Cartella / "run.ses", ses);
-    Mostra();
-    EXPECT_FALSE(Griglia()->isColumnHidden(2));
-    EXPECT_FALSE(Griglia()->isColumnHidden(3));
-    EXPECT_TRUE(Griglia()->isColumnHidden(4));
-    EXPECT_EQ(Cella(2, 2), "00:01.00") << "100 m at 10 m a row";
-}
-
-TEST_F(FinestraAnalisi, TabGoesFromTheChannelsToTheLaps) {
-    Mostra();
-    auto* const primo = Controllo<QCheckBox>("chkGrafico", 3);
-    primo->setFocus();
-    QTest::keyClick(primo, Qt::Key_Tab);
-    EXPECT_EQ(finestra.focusWidget(), Controllo<QCheckBox>("chkGrafico", 4));
-    for (int i = 0; i < 40 && finestra.focusWidget() != Griglia(); ++i) {
-        QTest::keyClick(finestra.focusWidget(), Qt::Key_Tab);
-    }
-    EXPECT_EQ(finestra.focusWidget(), Griglia());
-}
-
-TEST_F(FinestraAnalisi, LanguageFollowsAtTheNextActivation) {
-    Mostra();
+    EXPECT_EQ(Griglia()->currentIndex(), Cella(1, 1));
     IndiceLingua = 0;
     QEvent attiva(QEvent::WindowActivate);
     QApplication::sendEvent(&finestra, &attiva);
-    EXPECT_EQ(DaQt(Controllo<QLabel>("lblNomeCampo", 3)->text()), Testo(Voce::CanaleGiriMotore));
-    EXPECT_EQ(DaQt(Controllo<QRadioButton>("optScala", 3)->toolTip()), Testo(Voce::ScalaDisegno));
-    EXPECT_EQ(DaQt(Controllo<QTabWidget>("SSTab1")->tabText(0)),
-              Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 1");
+    EXPECT_EQ(DaQt(C<QRadioButton>("optScala", 3)->toolTip()), Testo(Voce::ScalaDisegno));
+    EXPECT_EQ(DaQt(C<QLabel>("lblPiloti")->text()), Testo(Voce::Piloti));
+    EXPECT_EQ(DaQt(C<QLabel>("lblNomeAllarme0")->text()), Testo(Voce::AllarmePompaOlio));
+    EXPECT_EQ(DaQt(C<QLabel>("lblNomeAllarme", 7)->text()), Testo(Dopo(Voce::AllarmePompaOlio, 7)));
+    EXPECT_EQ(DaQt(Chiave("Stampa")->toolTip()), Testo(Voce::StampaGrafico));
+}
+
+TEST_F(FinestraAnalisi, TickingDrawsMarksTheRowAndChoosesTheScale) {
+    Mostra();
+    Clicca(2, 1);
+    auto* const grafico = C<GraficoWidget>("NTGraph1");
+    auto* const spunta = C<QCheckBox>("chkGrafico", 3);
+    auto* const valore = C<QLineEdit>("txtValore", 3);
+    auto* const impostazioni = C<QPushButton>("cmdSetGraph", 3);
+    const QColor sistema = impostazioni->palette().color(QPalette::Active, QPalette::Button);
+    spunta->setFocus();
+    for (const bool disegnato : {false, true, false, true}) {
+        SCOPED_TRACE(disegnato);
+        const QColor giallo(255, 255, 0);
+        EXPECT_EQ(spunta->isChecked(), disegnato);
+        EXPECT_EQ(grafico->ElementoCorrente(), disegnato ? 2 : 1);
+        EXPECT_EQ(C<QRadioButton>("optScala", 3)->isEnabled(), disegnato);
+        EXPECT_EQ(impostazioni->isEnabled(), disegnato);
+        EXPECT_EQ(valore->palette().color(QPalette::Base), disegnato ? giallo : QColor(Qt::white));
+        EXPECT_EQ(valore->font().bold(), disegnato);
+        EXPECT_EQ(impostazioni->palette().color(QPalette::Active, QPalette::Button),
+                  disegnato ? giallo : sistema);
+        QTest::keyClick(spunta, Qt::Key_Space);
+    }
+    QTest::keyClick(spunta, Qt::Key_Space);
+    EXPECT_TRUE(C<QRadioButton>("optScala", 3)->isChecked());
+    // A click on the channel's name ticks it as well.
+    auto* const nome = C<QLabel>("lblNomeCampo", 5);
+    QTest::mouseClick(nome, Qt::RightButton);
+    EXPECT_FALSE(C<QCheckBox>("chkGrafico", 5)->isChecked());
+    QTest::mouseClick(nome, Qt::LeftButton);
+    EXPECT_EQ(grafico->ElementoCorrente(), 3);
+    EXPECT_TRUE(C<QRadioButton>("optScala", 5)->isChecked());
+    C<QRadioButton>("optScala", 3)->click();
+    EXPECT_EQ(finestra.Analisi().Canali().CanaleScala(), 3);
+    InDialogo(C<QPushButton>("cmdSetGraph", 5), "dlgSetGraph", [](QDialog& dialogo) {
+        Controllo<QLineEdit>(dialogo, "txtNomeCampo")->setText(QStringLiteral("Benzina"));
+        Controllo<QPushButton>(dialogo, "OKButton")->click();
+    });
+    EXPECT_EQ(DaQt(nome->text()), "Benzina");
+    EXPECT_EQ(C<QCheckBox>("chkGrafico", 5)->accessibleName(), nome->text());
+    C<QCheckBox>("chkDistanza")->click();
+    EXPECT_FALSE(C<QCheckBox>("chkTempo")->isChecked());
+    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 390.0);
+}
+
+TEST_F(FinestraAnalisi, LapsAreChosenByTheirTimesOrByEnterAndMarkedReadably) {
+    Mostra();
+    Clicca(4, 0);
+    EXPECT_EQ(Giro(), 1);
+    QTest::keyClick(Griglia(), Qt::Key_Up);
+    EXPECT_EQ(Giro(), 1) << "the arrows only move";
+    QTest::keyClick(Griglia(), Qt::Key_Return);
+    EXPECT_EQ(Giro(), 3);
+    EXPECT_TRUE(finestra.isVisible()) << "Enter is no button of the window";
+    Clicca(4, 1);
+    EXPECT_EQ(Giro(), 4);
+    Clicca(3, 1);
+    EXPECT_EQ(DaQt(C<QTabWidget>("SSTab1")->tabText(0)),
+              Testo(Voce::Grafici) + " " + Testo(Voce::Giro) + " 3");
+    const auto colore = [&](int riga, int colonna, int ruolo) {
+        return Cella(riga, colonna).data(ruolo).value<QColor>();
+    };
+    EXPECT_EQ(colore(3, 2, Qt::BackgroundRole), QColor(0, 0, 255));
+    EXPECT_EQ(colore(3, 2, Qt::ForegroundRole), QColor(Qt::white));
+    EXPECT_FALSE(Cella(2, 2).data(Qt::BackgroundRole).isValid());
+    EXPECT_FALSE(Cella(4, 2).data(Qt::BackgroundRole).isValid()) << "the lap before";
+    // On the screen: the label of the selected lap is blue between bars, the best time green with
+    // black letters.
+    Griglia()->clearFocus();
+    const QImage foto = Griglia()->viewport()->grab().toImage();
+    const auto pixel = [&](int riga, int colonna, int y) {
+        const QRect cella = Griglia()->visualRect(Cella(riga, colonna));
+        return foto.pixelColor(cella.left() + 5, cella.top() + (y < 0 ? cella.height() / 2 : y));
+    };
+    const QColor blu(0, 0, 255);
+    EXPECT_EQ(pixel(3, 0, -1), blu);
+    EXPECT_EQ(pixel(3, 1, -1), QColor(0, 255, 0));
+    EXPECT_EQ(pixel(3, 1, 0), blu);
+    EXPECT_EQ(pixel(4, 1, -1), QColor(255, 0, 0));
+    EXPECT_NE(pixel(4, 1, 0), blu);
+    // A lap without rows hides the graph, and nothing moves.
+    const int prima = Griglia()->x();
+    for (const int riga : {5, 2}) {
+        Clicca(riga, 1);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(C<QTabWidget>("SSTab1")->isVisible(), riga == 2);
+        EXPECT_EQ(C<QFrame>("fraMisure")->isVisible(), riga == 2);
+        EXPECT_EQ(C<QPushButton>("cmdZoomIn10")->isVisible(), riga == 2);
+        EXPECT_EQ(Griglia()->x(), prima);
+    }
 }
 
 TEST_F(FinestraAnalisi, EscapeClosesAndPutsTheStatusBarBack) {
     DatiProgetto.NomeProgetto = "Montecorvo";
-    bool vista = false;
-    QTimer::singleShot(0, &finestra, [&] {
-        vista = finestra.isVisible() && finestra.isModal() && AnalisiCaricata;
-        QTest::keyClick(&finestra, Qt::Key_Escape);
-    });
+    QTimer::singleShot(0, &finestra, [&] { QTest::keyClick(&finestra, Qt::Key_Escape); });
     finestra.Apri();
-    EXPECT_TRUE(vista);
-    EXPECT_FALSE(finestra.isVisible());
     EXPECT_FALSE(AnalisiInCorso);
-    EXPECT_FALSE(AnalisiCaricata);
     EXPECT_EQ(principale.Testo(Pannello::Progetto), "Montecorvo");
-    EXPECT_EQ(principale.Testo(Pannello::Progresso), "");
-    EXPECT_EQ(Controllo<GraficoWidget>("NTGraph1")->ElementoCorrente(), 1);
-}
-
-TEST_F(FinestraAnalisi, MissingSideFileNeverShowsTheWindow) {
     std::filesystem::remove(macchina.Cartella / "run.txt");
     macchina.Risposte = {Answer::Ok, Answer::Ok};
-    finestra.Apri();  // returns at once
-    EXPECT_FALSE(finestra.isVisible());
-    EXPECT_FALSE(AnalisiInCorso);
-    EXPECT_FALSE(AnalisiCaricata);
-}
-
-TEST_F(FinestraAnalisi, TheInvariantOfTickedChannelsIsSeen) {
-    Mostra();
-    Clicca(2, 1);
-    auto* const valore = Controllo<QLineEdit>("txtValore", 3);
-    auto* const impostazioni = Controllo<QPushButton>("cmdSetGraph", 3);
-    const auto fondo = [&] { return valore->palette().color(QPalette::Base); };
-    const QColor sistema = impostazioni->palette().color(QPalette::Active, QPalette::Button);
-    EXPECT_EQ(fondo(), QColor(Qt::white));
-    EXPECT_FALSE(impostazioni->isEnabled());
-    Controllo<QCheckBox>("chkGrafico", 3)->click();
-    EXPECT_EQ(fondo(), QColor(255, 255, 0));
-    EXPECT_TRUE(valore->font().bold());
-    EXPECT_TRUE(impostazioni->isEnabled());
-    EXPECT_EQ(impostazioni->palette().color(QPalette::Button), QColor(255, 255, 0));
-    Controllo<QCheckBox>("chkGrafico", 3)->click();
-    EXPECT_EQ(fondo(), QColor(Qt::white));
-    EXPECT_FALSE(valore->font().bold());
-    EXPECT_EQ(impostazioni->palette().color(QPalette::Active, QPalette::Button), sistema);
+    frmAnalisiDatiSpeed altra;
+    altra.NomeFileDati = finestra.NomeFileDati;
+    QTimer::singleShot(0, &altra, [&] { ADD_FAILURE() << "shown without its side file"; });
+    altra.Apri();
 }
 
 TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     Mostra();
     Clicca(2, 1);
-    Controllo<QCheckBox>("chkGrafico", 3)->click();
-    auto* const grafico = Controllo<GraficoWidget>("NTGraph1");
-    auto* const panoramica = Controllo<GraficoWidget>("NTGraphAll");
-    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 3.9);
-    Controllo<QPushButton>("cmdZoomIn50")->click();
-    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 1.95);
-    // Out by a tenth divides, to the last bit.
-    Controllo<QPushButton>("cmdZoomOut10")->click();
-    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 1.95 / 0.9);
-    Controllo<QPushButton>("cmdZoomIn10")->click();
-    Controllo<QPushButton>("cmdZoomOut50")->click();
-    Controllo<QPushButton>("cmdZoomIn50")->click();
-    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 1.95);
-    Controllo<QPushButton>("cmdSpostaDX10")->click();
-    EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMin, 0.195);
-    EXPECT_EQ(DaQt(Controllo<QLineEdit>("txtValore", 3)->text()), "2002");
-    Controllo<QTabWidget>("SSTab1")->setCurrentIndex(1);
-    EXPECT_DOUBLE_EQ(panoramica->LeggiIntervallo().XMin, 0.195);
+    C<QCheckBox>("chkGrafico", 3)->click();
+    auto* const grafico = C<GraficoWidget>("NTGraph1");
+    auto* const panoramica = C<GraficoWidget>("NTGraphAll");
+    const auto premi = [&](const char* nome) {
+        C<QPushButton>(nome)->click();
+        return grafico->LeggiIntervallo();
+    };
+    EXPECT_DOUBLE_EQ(premi("cmdZoomIn50").XMax, 1.95);
+    EXPECT_EQ(premi("cmdZoomOut10").XMax, 1.95 / 0.9) << "divides, to the last bit";
+    premi("cmdZoomIn10");
+    premi("cmdZoomOut50");
+    EXPECT_DOUBLE_EQ(premi("cmdZoomIn50").XMax, 1.95);
+    EXPECT_DOUBLE_EQ(premi("cmdSpostaDX10").XMin, 0.195);
+    EXPECT_EQ(DaQt(C<QLineEdit>("txtValore", 3)->text()), "2002");
+    EXPECT_TRUE(C<QPushButton>("cmdSpostaSX1")->autoRepeat());
+    EXPECT_DOUBLE_EQ(premi("cmdSpostaSX1").XMin, 0.1755);
+    C<QTabWidget>("SSTab1")->setCurrentIndex(1);
+    EXPECT_DOUBLE_EQ(panoramica->LeggiIntervallo().XMin, 0.1755);
     EXPECT_EQ(panoramica->ElementoCorrente(), 9) << "eight alarms";
-    Controllo<QTabWidget>("SSTab1")->setCurrentIndex(0);
-    Controllo<QToolButton>("Toolbar1_Separati")->click();
-    EXPECT_FALSE(Controllo<QToolButton>("Toolbar1_SetZoom")->isEnabled());
-    EXPECT_FALSE(Controllo<QToolButton>("Toolbar1_Sovrapposti")->isChecked());
-    Controllo<QToolButton>("Toolbar1_DimOriginali")->click();
+    // Alarm 2 is on from the third row of the lap on.
+    auto* const lampada = C<LampadaAllarme>("shpAlarm", 1);
+    for (const int indice : {0, 5}) {
+        panoramica->EventoCursore(0.0, 0.0, indice);
+        EXPECT_EQ(
+            lampada->grab().toImage().pixelColor(lampada->rect().center()) == QColor(255, 0, 0),
+            indice == 5);
+    }
+    EXPECT_LT(lampada->y(), C<LampadaAllarme>("shpAlarm0")->y()) << "as its band";
+    C<QTabWidget>("SSTab1")->setCurrentIndex(0);
+    premi("cmdZoomIn50");
+    premi("cmdZoomIn50");
+    EXPECT_FALSE(C<QPushButton>("cmdZoomIn50")->isEnabled()) << "the right edge is below 1";
+    Chiave("Separati")->click();
+    EXPECT_FALSE(Chiave("SetZoom")->isEnabled());
+    EXPECT_FALSE(Chiave("Sovrapposti")->isChecked());
+    Chiave("DimOriginali")->click();
     EXPECT_DOUBLE_EQ(grafico->LeggiIntervallo().XMax, 3.9);
-    Controllo<QToolButton>("Toolbar1_Sovrapposti")->click();
+    Chiave("Sovrapposti")->click();
     // A zoom rectangle draws the finer points at once.
-    Controllo<QToolButton>("Toolbar1_SetZoom")->click();
+    Chiave("SetZoom")->click();
     const QRect area = grafico->AreaDisegno().toRect();
     QTest::mousePress(grafico, Qt::LeftButton, {}, area.topLeft() + QPoint(area.width() / 2, 5));
     QTest::mouseMove(grafico, area.bottomRight() - QPoint(2, 5));
     QTest::mouseRelease(grafico, Qt::LeftButton, {}, area.bottomRight() - QPoint(2, 5));
     EXPECT_NEAR(finestra.Analisi().Finestra().XMin(), 1.95, 0.1);
-    EXPECT_GT(finestra.Analisi().Finestra().RigaDa(), 20);
-}
+    Chiave("SetZoom")->click();
+    Chiave("DimOriginali")->click();
 
-TEST_F(FinestraAnalisi, LapTableKeepsItsWidthHoweverOftenTheWindowIsResized) {
-    Mostra();
-    const int larga = Griglia()->width();
-    const auto* grafico = Controllo<GraficoWidget>("NTGraph1");
-    for (const QSize& misura : {QSize(1200, 700), QSize(1366, 738), QSize(1280, 720),
-                                QSize(1366, 700), QSize(1900, 1000), QSize(1366, 738)}) {
-        finestra.resize(misura);
-        QTest::qWait(1);
-        EXPECT_EQ(Griglia()->width(), larga) << misura.width();
-    }
-    EXPECT_LE(larga, Griglia()->columnWidth(0) + 160) << "a label, a time and the scroll bar";
-    EXPECT_GT(grafico->width(), finestra.width() / 2);
+    // The window closes in the middle of a scroll.
+    premi("cmdZoomIn50");
+    int giri = 0;
+    macchina.DuranteEventi = [&] {
+        const QColor verde(0, 255, 0);
+        EXPECT_EQ(C<QPushButton>("cmdScorriDX")->palette().color(QPalette::Button), verde);
+        EXPECT_NE(C<QPushButton>("cmdScorriSX")->palette().color(QPalette::Button), verde);
+        EXPECT_FALSE(C<QPushButton>("cmdScorriSX")->isEnabled());
+        if (++giri == 6) finestra.close();
+        ASSERT_LT(giri, 10);
+    };
+    premi("cmdScorriDX");
+    EXPECT_FALSE(finestra.isVisible());
+    EXPECT_FALSE(AnalisiInCorso);
 }
 
 TEST_F(FinestraAnalisi, PrintedGraphSaysWhichLapAndNamesEachAlarmAtItsLine) {
     Mostra();
     Clicca(3, 1);
-    Controllo<QCheckBox>("chkGrafico", 3)->click();
+    C<QCheckBox>("chkGrafico", 3)->click();
     const auto stampa = [&](const char* nome) {
         macchina.FileScelti = {macchina.Cartella / nome};
-        Controllo<QToolButton>("Toolbar1_Stampa")->click();
+        Chiave("Stampa")->click();
+        EXPECT_EQ(macchina.RichiesteFile.back().Name, "run.pdf");
         return LeggiPdf(macchina.Cartella / nome).at(0);
     };
-    const auto quante = [](const PaginaPdf& pagina, const QString& testo) {
-        return std::count_if(pagina.Parole.begin(), pagina.Parole.end(),
-                             [&](const Parola& p) { return p.Testo == testo; });
-    };
     const PaginaPdf canali = stampa("canali.pdf");
-    for (const char* parola : {"run.csv", "01:01.90"}) EXPECT_NE(canali.Trova(parola), nullptr);
-    EXPECT_EQ(quante(canali, InQt(Testo(Voce::Giro))), 1) << "the lap";
-    EXPECT_LT(canali.Trova("run.csv")->Y, canali.Trova("01:01.90")->Y + 0.01);
+    EXPECT_GT(canali.Larghezza, canali.Altezza);
+    EXPECT_NE(canali.Trova("run.csv"), nullptr);
+    EXPECT_NE(canali.Trova("01:01.90"), nullptr);
     EXPECT_EQ(canali.Trova("Alternator"), nullptr);
-
-    Clicca(1, 1);
-    Controllo<QTabWidget>("SSTab1")->setCurrentIndex(1);
+    C<QTabWidget>("SSTab1")->setCurrentIndex(1);
     const PaginaPdf allarmi = stampa("allarmi.pdf");
-    EXPECT_NE(allarmi.Trova("run.csv"), nullptr);
-    EXPECT_EQ(allarmi.Trova("01:01.90"), nullptr) << "the stretch before the first mark";
-    // Each name once at its line and once in the legend; the highest line is the last alarm's.
-    EXPECT_EQ(quante(allarmi, QStringLiteral("Alternator")), 1);
-    const auto altezza = [&](const QString& testo, const QString& dopo) {
-        for (std::size_t i = 0; i + 1 < allarmi.Parole.size(); ++i) {
-            const Parola& p = allarmi.Parole[i];
-            if (p.Testo == testo && allarmi.Parole[i + 1].Testo == dopo && p.X < 4.0 &&
-                p.Y < 18.5) {
-                return p.Y;
-            }
-        }
-        ADD_FAILURE() << testo.toStdString();
-        return 0.0;
+    // Each name once at its line, and once in the legend; the highest line is the last alarm's.
+    const auto altezza = [&](const char* testo) {
+        const auto& parole = allarmi.Parole;
+        const auto trovata = std::find_if(parole.begin(), parole.end(), [&](const Parola& p) {
+            return p.Testo == QLatin1String(testo) && p.X < 4.0 && p.Y < 18.5;
+        });
+        return trovata == parole.end() ? 0.0 : trovata->Y;
     };
-    const double pompa = altezza(QStringLiteral("Oil"), QStringLiteral("pump"));
-    const double livello = altezza(QStringLiteral("Fuel"), QStringLiteral("level"));
-    const double alternatore = allarmi.Trova("Alternator")->Y;
-    EXPECT_LT(livello, alternatore);
-    EXPECT_LT(alternatore, pompa);
+    const double livello = altezza("level");
+    const double alternatore = altezza("Alternator");
+    const double pompa = altezza("pump");
+    EXPECT_GT(livello, 5.0);
     EXPECT_NEAR(pompa - livello, 7.0 * (pompa - alternatore), 0.1) << "as far apart as the lines";
+    EXPECT_GT(pompa, 16.0) << "the lowest line of 18";
 }
 
-TEST_F(FinestraAnalisi, ClosesInTheMiddleOfAScroll) {
+TEST_F(FinestraAnalisi, ToolBarOpensItsDialogs) {
     Mostra();
-    Clicca(4, 1);
-    Controllo<QCheckBox>("chkGrafico", 3)->click();
-    Controllo<QPushButton>("cmdZoomIn50")->click();
-    int giri = 0;
-    macchina.DuranteEventi = [&] {
-        if (++giri == 6) finestra.close();
-        ASSERT_LT(giri, 10);
-    };
-    Controllo<QPushButton>("cmdScorriDX")->click();
-    EXPECT_FALSE(finestra.isVisible());
-    EXPECT_FALSE(finestra.Analisi().ScorrimentoAttivo());
-    EXPECT_FALSE(AnalisiInCorso);
-    EXPECT_EQ(principale.Testo(Pannello::Percorso), "") << "the status bar is the project's again";
-    EXPECT_TRUE(std::filesystem::exists(macchina.Cartella / "run.ses"));
+    InDialogo(Chiave("Statistiche"), "dlgStatistiche", [](QDialog&) {});
+    InDialogo(Chiave("StatisticheMisure"), "dlgStatisticheMisure", [](QDialog&) {});
+    InDialogo(Chiave("ReportGiri"), "dlgReportGiri", [&](QDialog& dialogo) {
+        macchina.FileScelti = {std::nullopt};
+        Controllo<QPushButton>(dialogo, "cmdStampa")->click();
+        EXPECT_EQ(macchina.RichiesteFile.back().Name, "run.pdf");
+    });
+    auto* const disegno = C<DisegnoTracciato>("Picture1");
+    macchina.Risposte = {Answer::Ok};
+    Chiave("Circuito")->click();
+    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::TracciatoNonTrovato));
+    EXPECT_FALSE(Chiave("Circuito")->isChecked());
+    DatiSessione.Circuito = "Corto";
+    DatiSessione.Piloti = "Rossi";
+    InDialogo(Chiave("DatiSessione"), "dlgDatiSessione",
+              [](QDialog& dialogo) { Controllo<QPushButton>(dialogo, "OKButton")->click(); });
+    EXPECT_NE(Leggi(macchina.Cartella / "run.ses").find("Circuito=Corto"), std::string::npos);
+    EXPECT_FALSE(Griglia()->isColumnHidden(3));
+    EXPECT_TRUE(Griglia()->isColumnHidden(4));
+    EXPECT_EQ(TestoCella(2, 2), "00:01.00") << "100 m at 10 m a row";
+    Chiave("Circuito")->click();
+    EXPECT_TRUE(Chiave("Circuito")->isChecked());
+    EXPECT_TRUE(C<QLabel>("txtCircuito")->isVisible());
+    EXPECT_EQ(DaQt(C<QLabel>("txtPiloti")->text()), "Rossi");
+    EXPECT_EQ(disegno->Punti().size(), 3u);
+    Clicca(2, 1);
+    C<QCheckBox>("chkGrafico", 3)->click();
+    finestra.Analisi().EventoCursore(Grafico::Canali, 1000);
+    EXPECT_EQ(disegno->PuntoMarcato(), 0) << "a point that the outline lacks";
+    Chiave("Circuito")->click();
+    EXPECT_FALSE(C<QLabel>("txtCircuito")->isVisible());
 }
 
-TEST_F(FinestraAnalisi, CommandsWithoutLapsAndWithoutATrack) {
-    prova::Scrivi(macchina.Cartella / "run.tim", "1.4\r\n\r\n");
+TEST_F(FinestraAnalisi, WithoutLapsThereAreNoStatistics) {
+    Scrivi(macchina.Cartella / "run.tim", "1.4\r\n\r\n");
     Mostra();
-    macchina.Risposte = {Answer::Ok, Answer::Ok, Answer::Ok, Answer::Ok};
     for (const char* chiave : {"Statistiche", "StatisticheMisure", "ReportGiri"}) {
-        Controllo<QToolButton>((std::string("Toolbar1_") + chiave).c_str())->click();
+        macchina.Risposte = {Answer::Ok};
+        Chiave(chiave)->click();
         EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::NessunGiroCompleto)) << chiave;
     }
-    auto* const circuito = Controllo<QToolButton>("Toolbar1_Circuito");
-    circuito->click();
-    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::TracciatoNonTrovato));
-    EXPECT_FALSE(circuito->isChecked());
-    std::filesystem::create_directory(macchina.Cartella / "Tracks");
-    prova::Scrivi(macchina.Cartella / "Tracks" / "Corto.trk", "0,0\r\n10,0\r\n10,10\r\n");
-    DatiSessione.Circuito = "Corto";
-    circuito->click();
-    EXPECT_TRUE(circuito->isChecked());
-    EXPECT_TRUE(Controllo<QLabel>("txtCircuito")->isVisible());
-    EXPECT_EQ(Controllo<DisegnoTracciato>("Picture1")->Punti().size(), 3u);
-    finestra.Analisi().EventoCursore(Grafico::Canali, 0);
-    EXPECT_EQ(Controllo<DisegnoTracciato>("Picture1")->PuntoMarcato(), 0);
-    circuito->click();
-    EXPECT_FALSE(Controllo<QLabel>("txtCircuito")->isVisible());
 }

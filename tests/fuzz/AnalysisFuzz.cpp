@@ -2,9 +2,11 @@
 // circuit's two files, parted by the byte 1. Both kinds of analysis load any of them, draw what is
 // asked and leave; only a run-time error may end it.
 #include <array>
+#include <cmath>
 
 #include "analysis/AnalisiDatiFoglio.h"
 #include "analysis/AnalisiDatiSpeed.h"
+#include "analysis/LogAperto.h"
 #include "fuzz/Fuzz.h"
 #include "fuzz/FuzzPlatform.h"
 #include "reports/Circuiti.h"
@@ -61,6 +63,26 @@ void Open(const std::filesystem::path& csv) {
     log.Form_Unload();
 }
 
+/// The same log beside the analysis: every lap that can be aligned is a way that grows from line to
+/// line.
+void Compare(const std::filesystem::path& csv) {
+    Accepted([&csv] {
+        const LogAperto log(csv);
+        for (int i = 0; i < log.Allineati().NumGiri(); ++i) {
+            const auto lap = log.Allineati().Allinea(i);
+            if (!lap) continue;
+            double before = 0.0;
+            for (const double share : {0.0, 0.3, 0.7, 1.0}) {
+                const double now = lap->TempoA(share * lap->Lunghezza);
+                Must(now >= before && now <= lap->Durata);
+                before = now;
+            }
+            Must(before == lap->Durata && std::isfinite(lap->Lunghezza));
+            log.Valore(kPrimoCanale, lap->Inizio);
+        }
+    });
+}
+
 }  // namespace
 
 void Fuzz(std::string_view rest) {
@@ -84,4 +106,5 @@ void Fuzz(std::string_view rest) {
     Open<AnalisiDatiSpeed>(folder.Path / "run.csv");
     DatiSessione = {};
     Open<AnalisiDatiFoglio>(folder.Path / "run.csv");
+    Compare(folder.Path / "run.csv");
 }

@@ -15,12 +15,12 @@ void Fuzz(std::string_view text) {
     const FileTim laps = LeggiFileTim(text);
     Must(laps.IndiceFine() >= 2 && laps.IndiceFine() <= kUltimaRiga + 1);
     for (const RigaTim& lap : laps.Righe) {
-        Must(lap.Tempo.find_first_of(",\r\n") == std::string::npos));
+        Must(lap.Tempo.find_first_of(",\r\n") == std::string::npos);
     }
 
     LettoreDati reader(text);
     TabellaArray table;
-    table.Alloca(0, kColonnaGiro, reader.NumeroRecord();
+    table.Alloca(0, kColonnaGiro, reader.NumeroRecord());
     std::int32_t row = 0;
     while (reader.LeggiRiga(table.Destinazioni(Piano::Laterale), row)) ++row;
     Must(row == table.NumeroRighe());

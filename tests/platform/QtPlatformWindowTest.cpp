@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "platform/qt/ConversioniQt.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {

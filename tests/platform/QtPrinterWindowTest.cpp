@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include "platform/ErroreRuntime.h"
+#include "platform/qt/ConversioniQt.h"
 #include "support/WindowPdf.h"
 #include "support/WindowPlatform.h"
 #include "widgets/Stampante.h"

@@ -55,7 +55,8 @@ TEST(StampaProgetto, PaperShowsTheFormAsItIsLaidOut) {
     DatiProgetto.PaginaAbilitata2 = true;
     DatiProgetto.PaginaAbilitata10 = true;
     DatiProgetto.DiametroRuota = 1840;
-    DatiProgetto.UMVel = 99;  // no list has it
+    DatiProgetto.UMVel = 32767;  // no list has it
+    DatiProgetto.UMTemp = 1;
     frmStampaDatiProgetto finestra;
     finestra.show();
     const auto testo = [&](const char* nome) {
@@ -64,10 +65,12 @@ TEST(StampaProgetto, PaperShowsTheFormAsItIsLaidOut) {
     EXPECT_EQ(testo("lblValPagineAbilitate"), "2  10");
     EXPECT_EQ(testo("lblDiametroRuota"), Testo(Voce::DiametroRuota) + " :");
     EXPECT_EQ(testo("lblValUMVel"), "");
+    EXPECT_EQ(testo("lblValUMTemp"), ListaUMTemperatura[1]);
     EXPECT_EQ(testo("lblValLinguaDisplay"), ListaLingue[0]);
     const auto file = macchina.Cartella / "foglio.pdf";
     finestra.ApriStampante = [&] { return std::make_unique<QtPrinter>(file); };
     finestra.findChild<QPushButton*>(QStringLiteral("cmdPrint"))->click();
+    EXPECT_EQ(macchina.Puntatori, (std::vector<Pointer>{Pointer::Busy, Pointer::Normal}));
     const auto pagine = LeggiPdf(file);
     ASSERT_EQ(pagine.size(), 1u);
     const Parola* const nome = pagine[0].Trova("Montecorvo");

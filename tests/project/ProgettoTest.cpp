@@ -9,9 +9,11 @@
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
+#include "shell/Domande.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
+#include "support/SpazioFinito.h"
 #include "tools/support/FreshState.h"
 
 namespace lapvane {
@@ -167,9 +169,10 @@ TEST_F(Progetto, OldFilesKeepTheDefaultsOfWhatTheyLack) {
     std::string testo = Progetto0();
     std::size_t riga = 0;
     for (int i = 0; i <= 84; ++i) riga = testo.find('\n', riga) + 1;  // magic and positions 0 to 83
-    const fs::path file = cartella / "vecchio.pro";
+    const fs::path file = macchina.Cartella / "vecchio.pro";
     prova::Scrivi(file, testo.substr(0, riga));
-    Apri(file);
+    ValoriProgetto.fill("7");              // of a file that was read before
+    Apri("vecchio.pro");                   // without a folder: the program's
     EXPECT_EQ(DatiProgetto.MaxPagine, 0);  // the file's own value
     EXPECT_FALSE(DatiProgetto.chkAbilRecLap);
     EXPECT_EQ(DatiProgetto.Settore5, 0);
@@ -342,6 +345,17 @@ TEST_F(Progetto, OverwriteIsAskedOnlyInTheProgramsOwnFolder) {
     macchina.FileScelti.push_back(std::nullopt);
     mnuSaveAs_Click();
     EXPECT_EQ(PercorsoProgetto, cartella / "mio.pro");
+#ifndef _WIN32
+    // A folder that can't be listed may still hold the very file.
+    fs::permissions(macchina.Cartella, fs::perms{0311});
+    {
+        const prova::SenzaPrivilegi nessuno;
+        macchina.Risposte = {Answer::Cancel};
+        EXPECT_FALSE(ConfermaSostituzione(mio));
+        EXPECT_TRUE(ConfermaSostituzione(macchina.Cartella / "altro.pro"));
+    }
+    fs::permissions(macchina.Cartella, fs::perms{0700});
+#endif
 }
 
 TEST_F(Progetto, StopQuestionInAllItsForms) {

@@ -8,6 +8,7 @@
 
 #include "reports/AnalisiPubblica.h"
 #include "reports/DatiSessione.h"
+#include "shell/LoadStrings.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane::prova {
@@ -45,11 +46,7 @@ class AnalisiFinta : public AnalisiPubblica {
 /// The machine around a report's window.
 class DialogoDiReport : public ::testing::Test {
  protected:
-    DialogoDiReport() {
-        CaricaTestiVeri(1);
-        DatiSessione = {};
-    }
-    ~DialogoDiReport() override { AzzeraTutto(); }
+    DialogoDiReport() { CaricaTestiVeri(1); }
 
     PlatformProva macchina;
     PrincipaleProva principale_;

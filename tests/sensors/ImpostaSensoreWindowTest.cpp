@@ -43,9 +43,7 @@ class ImpostaSensore : public prova::EditorWindowProva<frmImpostaSensore> {
         return voci;
     }
     std::string TestoDi(const std::string& nome) { return DaQt(C<QComboBox>(nome)->currentText()); }
-    std::string Scritta(const std::string& nome) { return DaQt(C<QLabel>(nome)->text()); }
     std::string Titolo() { return DaQt(finestra->windowTitle()); }
-    bool Acceso(const std::string& nome) { return C<QWidget>(nome)->isEnabled(); }
     /// Ticks the next row and types its point, by keys alone.
     void Punto(int i, const std::string& x, const std::string& y) {
         C<QCheckBox>(N("Check1", i))->setFocus();
@@ -60,54 +58,30 @@ class ImpostaSensore : public prova::EditorWindowProva<frmImpostaSensore> {
 
 TEST_F(ImpostaSensore, EachTypeHasItsSensorsAndCaptions) {
     Apri();
-    EXPECT_EQ(FormAttiva, finestra.get());
-    EXPECT_EQ(Titolo(), lapvane::Testo(Voce::TitoloLibreriaSensori));
+    EXPECT_EQ(Titolo(), Dice(Voce::TitoloLibreriaSensori));
     EXPECT_EQ(C<QComboBox>("cboTipiSensore")->currentIndex(), 0);
     EXPECT_EQ(Voci("cboTipiSensore").size(), 9u);
     EXPECT_FALSE(Acceso("cmdLeggiSensoreStrumento"));
+    EXPECT_FALSE(Acceso("cmdCalibrazione"));
     EXPECT_EQ(C<GraficoWidget>("GraficoSensore")->LeggiIntervallo().XMax, 1.0);
-    struct Caso {
-        const char *Opzione, *X, *Y;
-        V Sensori;
-    };
-    const std::vector<Caso> casi = {
-        {"optSensoreLambda", "mV", "A/F", {"Lambda 0-5 V"}},
-        {"optSensoreG", "mV", "G", {"Accelerometro 3 g"}},
-        {"optAltro", "Bit", "Y ( )", {"Cambio 6 marce"}},
-        {"optLivelloBenzina", "Bit", "Y", {"Serbatoio 45 litri", "Serbatoio 60 litri"}},
-        {"optPressioneTurbo", "mV", "Y (bar)", {"Turbo -1 +3 bar", "Turbo 0-4 bar assoluta"}},
-        {"optPressione",
-         "Bit",
-         "Y (bar)",
-         {"Pressione 0-10 bar", "Pressione 0-7 bar", "Pressione 150 psi"}},
-        {"optTemperaturaAcqua",
-         "Bit",
-         "Y (\xB0"
-         "C)",
-         {"NTC acqua M10", "NTC acqua M14"}},
-        {"optTemperaturaOlio",
-         "Bit",
-         "Y (\xB0"
-         "C)",
-         {"NTC olio M10", "NTC olio M12 rapida"}}};
-    for (const Caso& caso : casi) {
+    for (auto tipo = kTipiSensore.rbegin(); tipo != kTipiSensore.rend(); ++tipo) {
         Scrivi("txtNomeNuovo", "x");
-        Opzione(caso.Opzione);
-        EXPECT_EQ(Voci("cboListaSensori"), caso.Sensori);
+        Opzione("opt" + std::string(tipo->Tipo));
+        EXPECT_EQ(Voci("cboListaSensori"), NomiSensori(tipo->Tipo));
         EXPECT_EQ(TestoDi("cboListaSensori"), "");
-        EXPECT_EQ(Scritta("lblX"), caso.X);
-        EXPECT_EQ(Scritta("lblY"), caso.Y);
+        EXPECT_EQ(Scritta("lblX"), tipo->EtichettaX);
+        EXPECT_EQ(Scritta("lblY"), tipo->EtichettaY);
+        EXPECT_EQ(DaQt(C<QLineEdit>("txtY0")->accessibleName()),
+                  std::string(tipo->EtichettaY) + " 1");
         EXPECT_EQ(Testo("txtNomeNuovo"), "");
-        EXPECT_EQ(C<QPushButton>("cmdCalibrazione")->isVisible(),
-                  std::string(caso.Opzione) == "optLivelloBenzina");
+        EXPECT_EQ(C<QPushButton>("cmdCalibrazione")->isVisible(), tipo->Tipo == "LivelloBenzina");
     }
-    const std::array<const char*, 9> opzioni = {
-        "optTemperaturaOlio",  "optPressione",      "optPressione",
-        "optTemperaturaAcqua", "optLivelloBenzina", "optAltro",
-        "optSensoreLambda",    "optPressioneTurbo", "optSensoreG"};
     for (const int i : {1, 2, 3, 4, 5, 6, 7, 8, 0}) {
         Scegli("cboTipiSensore", i);
-        EXPECT_TRUE(C<QRadioButton>(opzioni[static_cast<std::size_t>(i)])->isChecked()) << i;
+        const auto canale = static_cast<std::size_t>(i);
+        EXPECT_TRUE(
+            C<QRadioButton>("opt" + std::string(kCanaliSensore[canale].Sensore->Tipo))->isChecked())
+            << i;
         EXPECT_TRUE(Acceso("cmdLeggiSensoreStrumento")) << "whether or not it is there";
     }
     // Between the two pressures the list stays and the table goes.
@@ -117,10 +91,16 @@ TEST_F(ImpostaSensore, EachTypeHasItsSensorsAndCaptions) {
     Scegli("cboTipiSensore", 2);
     EXPECT_EQ(Spuntate(), 0);
     EXPECT_EQ(TestoDi("cboListaSensori"), "Pressione 0-7 bar");
+    Scegli("cboListaSensori", 2);
+    Opzione("optAltro");
+    EXPECT_EQ(Spuntate(), 0);
+    EXPECT_EQ(Titolo(), Dice(Voce::TitoloLibreriaSensori));
     QTest::keyClicks(C<QComboBox>("cboTipiSensore"), QStringLiteral("x"));
     EXPECT_EQ(TestoDi("cboTipiSensore"), "");
     EXPECT_EQ(C<QComboBox>("cboTipiSensore")->currentIndex(), -1);
     EXPECT_FALSE(Acceso("cmdLeggiSensoreStrumento"));
+    finestra->AbilitaStrumento(true);
+    EXPECT_TRUE(Acceso("cmdCalibrazione") && Acceso("cmdLeggiSensoreStrumento"));
     Tasto(Qt::Key_Escape);
     EXPECT_FALSE(finestra->isVisible());
     EXPECT_EQ(FormAttiva, nullptr);
@@ -131,7 +111,10 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
     Opzione("optPressione");
     Clic("cmdNuovoSensore");
     EXPECT_EQ(Titolo(), "Sensor: new");
+    const auto fondo = [&] { return C<QLineEdit>("txtX0")->palette().color(QPalette::Base); };
+    EXPECT_EQ(fondo(), finestra->palette().color(QPalette::Window));
     Punto(0, "52", "0");
+    EXPECT_NE(fondo(), finestra->palette().color(QPalette::Window));
     Punto(1, "243", "1,5");
     Punto(2, "500", "3.25");
     EXPECT_EQ(Testo("txtY0"), "0.000");
@@ -139,27 +122,20 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
     EXPECT_TRUE(C<QCheckBox>("Check13")->hasFocus()) << "the next row is the next stop";
     Clic("Check10");
     EXPECT_TRUE(Spuntata(0));
-    Clic("cmdDisegnaCurva");
-    const IntervalloGrafico curva = C<GraficoWidget>("GraficoSensore")->LeggiIntervallo();
-    EXPECT_EQ(curva.XMax, 500.0);
-    EXPECT_EQ(curva.YMax, 3.25);
-    EXPECT_EQ(curva.XMin, 0.0);
-    macchina.Risposte = {Answer::Ok};
-    Clic("cmdSalvaSensore");
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::InserireNomeSensore)});
-    macchina.Risposte = {Answer::Ok};
-    Scrivi("txtNomeNuovo", "no/name");
-    Clic("cmdSalvaSensore");
-    EXPECT_EQ(Mostrati().size(), 1u);
-    EXPECT_EQ(Spuntate(), 3);
-    EXPECT_EQ(Testo("txtNomeNuovo"), "no/name");
+    // What can't be saved is told, and stays.
+    for (const char* nome : {"", "no/name"}) {
+        macchina.Risposte = {Answer::Ok};
+        Scrivi("txtNomeNuovo", nome);
+        Clic("cmdSalvaSensore");
+        EXPECT_EQ(Mostrati().size(), 1u) << nome;
+        EXPECT_EQ(Spuntate(), 3);
+    }
     Scrivi("txtNomeNuovo", "Mio");
     C<QPushButton>("cmdSalvaSensore")->setFocus();
     Tasto(Qt::Key_Return);
     EXPECT_EQ(Spuntate(), 0) << "saved, and to be chosen from the list to be seen";
     EXPECT_EQ(Testo("txtNomeNuovo"), "");
-    EXPECT_EQ(Titolo(), lapvane::Testo(Voce::TitoloLibreriaSensori));
-    EXPECT_EQ(Mostrati(), V{});
+    EXPECT_EQ(Titolo(), Dice(Voce::TitoloLibreriaSensori));
     ASSERT_EQ(Voci("cboListaSensori").front(), "Mio");
     Scegli("cboListaSensori", 0);
     EXPECT_EQ(Spuntate(), 20);
@@ -167,7 +143,6 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
     EXPECT_EQ(Testo("txtNomeNuovo"), "Mio");
     EXPECT_EQ(Testo("txtX19"), "500");
     EXPECT_EQ(Testo("txtY19"), "3.250");
-
     // A letter in the list begins a new sensor, and the name stays.
     QTest::keyClicks(C<QComboBox>("cboListaSensori"), QStringLiteral("M"));
     EXPECT_EQ(TestoDi("cboListaSensori"), "");
@@ -179,7 +154,6 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
     Clic("cmdSalvaSensore");
     EXPECT_EQ(Mostrati().size(), 1u);
     EXPECT_EQ(Spuntate(), 1) << "nothing is lost when the question is declined";
-
     Opzione("optAltro");
     Punto(0, "1", "1,5");
     EXPECT_EQ(Testo("txtY0"), "1.5");
@@ -188,36 +162,47 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
 TEST_F(ImpostaSensore, TheCurveFollowsEachBoxWithItsPointsMarkedInsideTheFrame) {
     Apri();
     Opzione("optAltro");
+    auto* grafico = C<GraficoWidget>("GraficoSensore");
+    // Where the picture is red.
+    QImage foto;
+    const auto rosso = [&](int x, int y) {
+        const QColor c = foto.pixelColor(x, y);
+        return c.red() > 150 && c.green() < 90 && c.blue() < 90;
+    };
+    const auto preso = [&] {
+        foto = grafico->Fotografa(1.0);
+        QRect campo;
+        for (int y = 0; y < foto.height(); ++y) {
+            for (int x = 0; x < foto.width(); ++x) {
+                if (rosso(x, y)) campo |= QRect(x, y, 1, 1);
+            }
+        }
+        return campo;
+    };
     Punto(0, "0", "0");
     Punto(1, "100", "10");
-    auto* grafico = static_cast<GraficoWidget*>(C<QWidget>("GraficoSensore"));
     Scrivi("txtX1", "200");
     EXPECT_EQ(grafico->LeggiIntervallo().XMax, 100.0);
     Tasto(Qt::Key_Tab);
     EXPECT_EQ(grafico->LeggiIntervallo().XMax, 200.0);
     Scrivi("txtY1", "40");
-    Tasto(Qt::Key_Tab);
+    Tasto(Qt::Key_Return);  // draws
     EXPECT_EQ(grafico->LeggiIntervallo().YMax, 40.0);
-
-    const QImage foto = grafico->Fotografa(1.0);
-    const QRect area = grafico->AreaDisegno().toAlignedRect();
-    const auto rosso = [&](int x, int y) {
-        const QColor c = foto.pixelColor(x, y);
-        return c.red() > 150 && c.green() < 90 && c.blue() < 90;
-    };
-    QRect preso;
-    for (int y = 0; y < foto.height(); ++y) {
-        for (int x = 0; x < foto.width(); ++x) {
-            if (rosso(x, y)) preso |= QRect(x, y, 1, 1);
-        }
-    }
-    ASSERT_FALSE(preso.isEmpty());
-    EXPECT_TRUE(area.adjusted(4, 4, -4, -4).contains(preso));
+    const QRect campo = preso();
+    ASSERT_FALSE(campo.isEmpty());
+    EXPECT_TRUE(grafico->AreaDisegno().toAlignedRect().adjusted(4, 4, -4, -4).contains(campo));
     // The mark of the first point, three pixels round its middle.
-    const int x0 = preso.left() + 3, y0 = preso.bottom() - 3;
+    const int x0 = campo.left() + 3, y0 = campo.bottom() - 3;
     for (const QPoint& d : {QPoint(-2, 0), QPoint(2, 0), QPoint(0, -2), QPoint(0, 2)}) {
         EXPECT_TRUE(rosso(x0 + d.x(), y0 + d.y())) << d.x() << " " << d.y();
     }
+    Punto(2, "400", "0");
+    const QRect tetto = preso();
+    EXPECT_FALSE(rosso(tetto.center().x(), tetto.bottom() - 3)) << "a way back to the curve before";
+    Clic("Check12");
+    Clic("Check11");
+    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 0.0) << "a tick draws as well";
+    EXPECT_LT(preso().height(), 9) << "one point alone";
 }
 
 TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
@@ -227,14 +212,16 @@ TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
     Punto(1, "100", "2");
     C<QCheckBox>("Check12")->setFocus();
     Tasto(Qt::Key_Space);
-    for (const char* testo : {"abc", "32768", ""}) {
+    const V crescente = {"Il valore di bit deve essere crescente"};
+    const auto errata = [&](const char* testo) {
         macchina.Risposte = {Answer::Ok};
         Scrivi("txtX2", testo);
         Tasto(Qt::Key_Tab);
-        EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::NumeroNonValido) + "\r\nBit 3"}) << testo;
+        EXPECT_EQ(Mostrati(), V{Dice(Voce::NumeroNonValido) + "\r\nBit 3"}) << testo;
         EXPECT_TRUE(C<QLineEdit>("txtX2")->hasFocus());
-    }
-    const V crescente = {"Il valore di bit deve essere crescente"};
+    };
+    errata("32768");
+    errata("");
     macchina.Risposte = {Answer::Ok};
     QTest::keyClicks(C<QLineEdit>("txtX2"), QStringLiteral("90"));
     Tasto(Qt::Key_Tab);
@@ -244,45 +231,41 @@ TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
     EXPECT_FALSE(Spuntata(2));
     EXPECT_TRUE(Acceso("txtX2"));
     EXPECT_FALSE(Acceso("Check13"));
-    // The focus is not in a box that would not let go.
+    // The focus is not in a box that would not let go; that one is looked at again.
     EXPECT_TRUE(C<QCheckBox>("Check12")->hasFocus());
     Tasto(Qt::Key_Backtab);
     EXPECT_EQ(Mostrati(), V{});
+    errata("abc");
+    Scrivi("txtX2", "110");
+    macchina.Risposte = {Answer::Ok};
+    Scrivi("txtY2", "abc");
+    Tasto(Qt::Key_Tab);
+    EXPECT_EQ(Mostrati(), V{Dice(Voce::NumeroNonValido) + "\r\nY (bar) 3"});
     Scrivi("txtY2", "3");
 
-    // A row in the middle keeps its tick. The click that left the box does nothing more.
+    // A row in the middle keeps its tick. The click that left the box does nothing more; nor does
+    // a button that leaves the focus there, nor the row's own tick.
     Scrivi("txtNomeNuovo", "Cala");
-    for (const bool clic : {true, false}) {
-        Scrivi("txtX2", "110");
+    for (const int come : {0, 1, 2}) {
         if (!Spuntata(2)) Clic("Check12");
-        Scrivi("txtX1", "90");
+        const std::string riga = come == 2 ? "2" : "1";
+        Scrivi("txtX" + riga, "90");
         macchina.Risposte = {Answer::Ok};
-        if (clic) {
-            Clic("cmdSalvaSensore");
-        } else {
-            Tasto(Qt::Key_S, Qt::AltModifier);
-            QTest::qWait(150);
-        }
-        EXPECT_EQ(Mostrati(), crescente) << clic;
-        EXPECT_EQ(Testo("txtX1"), "") << clic;
-        EXPECT_TRUE(Spuntata(1)) << clic;
-        EXPECT_EQ(CercaSensore("Cala"), nullptr) << clic;
+        if (come == 0) Clic("cmdSalvaSensore");
+        if (come == 1) C<QPushButton>("cmdSalvaSensore")->click();
+        if (come == 2) Clic("Check12");
+        QCoreApplication::processEvents();
+        EXPECT_EQ(Mostrati(), crescente) << come;
+        EXPECT_EQ(Testo("txtX" + riga), "") << come;
+        EXPECT_EQ(Spuntata(2), come != 2);
+        EXPECT_EQ(CercaSensore("Cala"), nullptr) << come;
         EXPECT_FALSE(C<QPushButton>("cmdSalvaSensore")->isDown());
-        EXPECT_EQ(Testo("txtNomeNuovo"), "Cala");
-        Scrivi("txtX1", "105");
+        if (come != 2) Scrivi("txtX1", "105");
     }
-    // Its own tick, clicked, does not come back either.
-    Scrivi("txtX2", "50");
-    macchina.Risposte = {Answer::Ok};
-    Clic("Check12");
-    QCoreApplication::processEvents();
-    EXPECT_EQ(Mostrati(), crescente);
-    EXPECT_FALSE(Spuntata(2));
-
     Opzione("optLivelloBenzina");
     Punto(0, "900", "1");
     Punto(1, "100", "2");
-    EXPECT_EQ(Spuntate(), 2);
+    EXPECT_EQ(Spuntate(), 2) << "a fuel level may fall";
     // Cancel is a way out of everything.
     Opzione("optPressione");
     Punto(0, "900", "1");
@@ -302,56 +285,40 @@ TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {
 TEST_F(ImpostaSensore, ReadsACurveFromTheInstrument) {
     Collega();
     Apri();
-    EXPECT_TRUE(Acceso("cmdLeggiSensoreStrumento"));
+    EXPECT_TRUE(Acceso("cmdLeggiSensoreStrumento") && Acceso("cmdCalibrazione"));
     Scegli("cboTipiSensore", 1);
-    CurvaX.fill(0);
-    CurvaY.fill(0);
-    std::int16_t fase = 0;
     macchina.DuranteEventi = [&] {
-        fase = FaseComunicazione;
+        EXPECT_EQ(FaseComunicazione, 25);
         EXPECT_FALSE(Acceso("cmdSalvaSensore"));
     };
     principale.Storia.clear();
     Clic("cmdLeggiSensoreStrumento");
     macchina.DuranteEventi = nullptr;
-    EXPECT_EQ(fase, 25);
     EXPECT_EQ(FaseComunicazione, 0);
-    EXPECT_EQ(principale.Storia, (V{"3:" + lapvane::Testo(Voce::LetturaCurvaSensore), "3:"}));
+    EXPECT_EQ(principale.Storia, (V{"3:" + Dice(Voce::LetturaCurvaSensore), "3:"}));
     EXPECT_EQ(Spuntate(), 20);
-    EXPECT_EQ(CurvaX[19], 1023.0);
     EXPECT_EQ(Testo("txtX19"), "1023");
-    const std::string alto = Testo("txtY19");
-    EXPECT_EQ(alto.size() - alto.find('.'), 4u) << alto;
     const double bar = CurvaY[19];
-    EXPECT_EQ(std::stod(alto), bar);
+    EXPECT_EQ(std::stod(Testo("txtY19")), bar);
     EXPECT_EQ(porta.Richieste().back().substr(0, 3), "H\x19\x01");
-
     // The option clicked afterwards gives the factor, the list still the channel.
     Opzione("optAltro");
     Clic("cmdLeggiSensoreStrumento");
     EXPECT_EQ(porta.Richieste().back().substr(0, 3), "H\x19\x01");
     EXPECT_EQ(std::stod(Testo("txtY19")), bar * 1000);
-
     // A read that fails shows what the arrays hold.
     Opzione("optPressione");
     apparecchio.Difetti.Aggiungi(strumento::LeggiGuasto("drop:25"));
     macchina.Risposte = {Answer::Ok};
     Clic("cmdLeggiSensoreStrumento");
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::StrumentoNonRisponde)});
+    EXPECT_EQ(Mostrati(), V{Dice(Voce::StrumentoNonRisponde)});
     EXPECT_EQ(Spuntate(), 20);
     EXPECT_EQ(std::stod(Testo("txtY19")), bar);
     EXPECT_TRUE(C<QPushButton>("cmdLeggiSensoreStrumento")->hasFocus());
-
-    // The port that vanishes is no reason to wait, and a window that closes says nothing.
-    porta.SparisciAlFrame = porta.Richieste().size() + 1;
-    macchina.Risposte = {Answer::Ok};
-    Clic("cmdLeggiSensoreStrumento");
-    EXPECT_EQ(Mostrati(), V{lapvane::Testo(Voce::StrumentoNonRisponde)});
-    porta.Riappari();
-    porta.SparisciAlFrame = 0;
+    // A window that closes says nothing, and nobody waits on.
     int giri = 0;
     macchina.DuranteEventi = [&] {
-        if (FaseComunicazione == 25 && porta.RichiesteDi(25) > 0 && ++giri == 3) finestra->close();
+        if (FaseComunicazione == 25 && ++giri == 3) finestra->close();
     };
     Clic("cmdLeggiSensoreStrumento");
     macchina.DuranteEventi = nullptr;
@@ -360,7 +327,6 @@ TEST_F(ImpostaSensore, ReadsACurveFromTheInstrument) {
     EXPECT_EQ(Mostrati(), V{});
     EXPECT_EQ(FaseComunicazione, 0);
     EXPECT_FALSE(collegamento().Abbandonato);
-    EXPECT_EQ(FormAttiva, nullptr);
 }
 
 TEST_F(ImpostaSensore, FitsItsScreenAndItsWords) {
@@ -368,21 +334,8 @@ TEST_F(ImpostaSensore, FitsItsScreenAndItsWords) {
         IndiceLingua = lingua;
         Apri();
         Opzione("optLivelloBenzina");
-        EXPECT_LE(finestra->width(), 1340);
-        EXPECT_LE(finestra->height(), 700);
-        for (const auto* pulsante : finestra->findChildren<QAbstractButton*>()) {
-            if (!pulsante->isVisible()) continue;
-            EXPECT_LE(pulsante->sizeHint().width(), pulsante->width())
-                << DaQt(pulsante->objectName());
-        }
-        for (const auto* etichetta : finestra->findChildren<QLabel*>()) {
-            EXPECT_LE(etichetta->sizeHint().width(), etichetta->width())
-                << DaQt(etichetta->objectName());
-        }
-        for (int i = 0; i < 19; ++i) {
-            EXPECT_GT(C<QWidget>(N("txtX", i + 1))->y(),
-                      C<QWidget>(N("txtX", i))->geometry().bottom());
-        }
+        SchermoIntero();
+        EXPECT_GT(C<QWidget>("txtX1")->y(), C<QWidget>("txtX0")->geometry().bottom());
     }
 }
 

@@ -1,12 +1,10 @@
 #include "sensors/SensoriEditor.h"
 
-#include <gtest/gtest.h>
-
-#include <map>
-#include <set>
+#include <cmath>
 
 #include "sensors/CSensore.h"
 #include "sensors/Curve.h"
+#include "sensors/SensoriEditorProva.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {
@@ -14,227 +12,130 @@ namespace {
 
 using R = RecordProgetto;
 
-/// Controls that remember what they were told.
-class ControlliProva : public ControlliEditor {
- public:
-    std::string Testo(std::string_view c) const override {
-        const auto trovato = Testi.find(std::string(c));
-        return trovato == Testi.end() ? std::string() : trovato->second;
-    }
-    void Testo(std::string_view c, const std::string& testo) override {
-        Testi[std::string(c)] = testo;
-    }
-    int Indice(std::string_view c) const override {
-        const auto trovato = Indici.find(std::string(c));
-        return trovato == Indici.end() ? -1 : trovato->second;
-    }
-    void Indice(std::string_view c, int indice) override {
-        Indici[std::string(c)] = indice;
-        Testi[std::string(c)] = "AN " + std::to_string(indice + 1);
-    }
-    bool Spunta(std::string_view c) const override { return Accese.contains(std::string(c)); }
-    void Spunta(std::string_view c, bool accesa) override {
-        if (accesa) {
-            Accese.insert(std::string(c));
-        } else {
-            Accese.erase(std::string(c));
-        }
-    }
-    void Abilita(std::string_view c, bool acceso) override { Abilitati[std::string(c)] = acceso; }
-
-    std::map<std::string, std::string> Testi;
-    std::map<std::string, int> Indici;
-    std::set<std::string> Accese;
-    std::map<std::string, bool> Abilitati;
-};
-
 class SensoriEditor : public ::testing::Test {
  protected:
-    static void Sensore(const char* tipo, const char* nome, double y) {
-        CSensore sensore;
+    SensoriEditor() { MostraDatiSensori({}, controlli); }
+    /// X is 10, 20, 30 ...; Y begins with `y` and rises by `passo`.
+    static CSensore& Sensore(const char* tipo, const char* nome, double y, double passo = 0,
+                             int punti = 20) {
+        CSensore& sensore = LibreriaSensori.emplace_back();
         sensore.Tipo(tipo);
         sensore.Nome(nome);
-        sensore.NumPunti(20);
-        for (int i = 0; i < 20; ++i) {
-            sensore.X(i, 10 * i);
-            sensore.Y(i, y);
+        sensore.NumPunti(static_cast<std::int16_t>(punti));
+        for (int i = 0; i < punti; ++i) {
+            sensore.X(i, 10 * (i + 1));
+            sensore.Y(i, y + passo * i);
         }
-        LibreriaSensori.push_back(sensore);
+        return sensore;
+    }
+    void Spunta(std::size_t canale, bool accesa) {
+        controlli.Spunta(kCanaliSensore[canale].chkAbil, accesa);
     }
     prova::PlatformProva macchina;
-    ControlliProva controlli;
+    record::EditorProva controlli{"frmSensori"};
 };
 
-// Which control stands for which field, and what a channel that is off looks like.
+// No two values are the same; the flags, which have their own test in the records', alternate.
 TEST_F(SensoriEditor, EveryFieldHasItsControl) {
-    struct Canale {
-        const char *Nome, *TCamp, *Abil, *Chann;
-        std::string R::*N;
-        std::string R::*T;
-        bool R::*A;
-        std::int16_t R::*C;
-    };
-    const Canale canali[] = {
-        {"cboTemperaturaOlio0", "cboTCampTO", "chkAbilTO", nullptr, &R::TemperaturaOlio,
-         &R::TCampTO, &R::AbilTO, nullptr},
-        {"cboPressione0", "cboTCampPO", "chkAbilPO", nullptr, &R::PressioneOlio, &R::TCampPO,
-         &R::AbilPO, nullptr},
-        {"cboPressione1", "cboTCampPB", "chkAbilPB", nullptr, &R::PressioneBenzina, &R::TCampPB,
-         &R::AbilPB, nullptr},
-        {"cboTemperaturaAcqua0", "cboTCampTA", "chkAbilTA", nullptr, &R::TemperaturaAcqua,
-         &R::TCampTA, &R::AbilTA, nullptr},
-        {"cboLivelloBenzina0", "cboTCampLB", "chkAbilLB", nullptr, &R::LivelloBenzina, &R::TCampLB,
-         &R::AbilLB, nullptr},
-        {"cboAltro0", "cboTCampCambio", "chkAbilCambio", "cboChannCambio", &R::Cambio,
-         &R::TCampCambio, &R::AbilCambio, &R::ChannCambio},
-        {"cboSensoreLambda", "cboTCampSensoreLambda", "chkAbilSensoreLambda",
-         "cboChannSensoreLambda", &R::SensoreLambda, &R::TCampSensoreLambda, &R::AbilSensoreLambda,
-         &R::ChannSensoreLambda},
-        {"cboPressioneTurbo", "cboTCampPT", "chkAbilPT", "cboChannPT", &R::PressioneTurbo,
-         &R::TCampPT, &R::AbilPT, &R::ChannPT},
-        {"cboSG", "cboTCampSG", "chkAbilSG", "cboChannSG", &R::SensoreG, &R::TCampSG, &R::AbilSG,
-         &R::ChannSG},
-    };
-    // One channel at a time is on, so that no other can stand in for it.
-    for (const Canale& c : canali) {
-        controlli = {};
-        R mostrato;
-        mostrato.*c.N = "nome";
-        mostrato.*c.T = "10 Hz";
-        mostrato.*c.A = true;
-        if (c.C != nullptr) mostrato.*c.C = 5;
-        MostraDatiSensori(mostrato, controlli);
-        EXPECT_EQ(controlli.Testo(c.Nome), "nome");
-        EXPECT_EQ(controlli.Testo(c.TCamp), "10 Hz");
-        EXPECT_EQ(controlli.Accese, std::set<std::string>{c.Abil});
-        std::set<std::string> accesi{c.Nome, c.TCamp};
-        if (c.C != nullptr) {
-            EXPECT_EQ(controlli.Indice(c.Chann), 5);
-            accesi.insert(c.Chann);
-        }
-        std::set<std::string> abilitati;
-        for (const auto& [nome, acceso] : controlli.Abilitati) {
-            if (acceso) abilitati.insert(nome);
-        }
-        EXPECT_EQ(abilitati, accesi);
-        EXPECT_EQ(controlli.Abilitati.size(), 22u);
-
-        R salvato;
-        SalvaDatiSensori(controlli, salvato);
-        EXPECT_EQ(salvato.*c.N, "nome");
-        EXPECT_EQ(salvato.*c.T, "10 Hz");
-        EXPECT_TRUE(salvato.*c.A);
-        if (c.C == nullptr) continue;
-        EXPECT_EQ(salvato.*c.C, 0) << "the inputs come later";
-        SalvaIngressiSensori(controlli, salvato);
-        EXPECT_EQ(salvato.*c.C, 5);
+    record::Progetto(
+        "TemperaturaOlio=to|TCampTO=1|AbilTO=1|PressioneOlio=po|TCampPO=2|PressioneBenzina=pb|"
+        "TCampPB=3|AbilPB=1|TemperaturaAcqua=ta|TCampTA=4|LivelloBenzina=lb|TCampLB=5|AbilLB=1|"
+        "Cambio=c|TCampCambio=6|ChannCambio=10|SensoreLambda=sl|TCampSensoreLambda=7|"
+        "AbilSensoreLambda=1|ChannSensoreLambda=11|PressioneTurbo=pt|TCampPT=8|ChannPT=12|"
+        "SensoreG=sg|TCampSG=9|AbilSG=1|ChannSG=13|NumAccRPM=20|ImpulsiRuota=-21|"
+        "DiametroRuota=30000|TCampRPM=23|TCampVV=24|LAPO=25|LAAL=26");
+    MostraDatiSensori(DatiProgetto, controlli);
+    EXPECT_EQ(controlli.Stato(),
+              "cboAltro0=c|cboAltro0!=0|cboChannCambio=10|cboChannCambio!=0|cboChannPT=12|"
+              "cboChannPT!=0|cboChannSG=13|cboChannSG!=1|cboChannSensoreLambda=11|"
+              "cboChannSensoreLambda!=1|cboLAAL=26|cboLAPO=25|cboLivelloBenzina0=lb|"
+              "cboLivelloBenzina0!=1|cboPressione0=po|cboPressione0!=0|cboPressione1=pb|"
+              "cboPressione1!=1|cboPressioneTurbo=pt|cboPressioneTurbo!=0|cboSG=sg|cboSG!=1|"
+              "cboSensoreLambda=sl|cboSensoreLambda!=1|cboTCampCambio=6|cboTCampCambio!=0|"
+              "cboTCampLB=5|cboTCampLB!=1|cboTCampPB=3|cboTCampPB!=1|cboTCampPO=2|cboTCampPO!=0|"
+              "cboTCampPT=8|cboTCampPT!=0|cboTCampRPM=23|cboTCampSG=9|cboTCampSG!=1|"
+              "cboTCampSensoreLambda=7|cboTCampSensoreLambda!=1|cboTCampTA=4|cboTCampTA!=0|"
+              "cboTCampTO=1|cboTCampTO!=1|cboTCampVV=24|cboTemperaturaAcqua0=ta|"
+              "cboTemperaturaAcqua0!=0|cboTemperaturaOlio0=to|cboTemperaturaOlio0!=1|"
+              "chkAbilCambio=0|chkAbilLB=1|chkAbilPB=1|chkAbilPO=0|chkAbilPT=0|chkAbilSG=1|"
+              "chkAbilSensoreLambda=1|chkAbilTA=0|chkAbilTO=1|txtDiametroRuota=30000|"
+              "txtImpulsiRuota=-21|txtNumAccRPM=20");
+    R salvato;
+    SalvaDatiSensori(controlli, salvato);
+    EXPECT_EQ(salvato.ChannSG, 0) << "the inputs come later";
+    SalvaIngressiSensori(controlli, salvato);
+    for (const auto& campo : kCampiProgetto) {
+        EXPECT_EQ(record::Campo(salvato, campo.Nome), record::Campo(DatiProgetto, campo.Nome));
     }
-    R altri;
-    altri.NumAccRPM = 2;
-    altri.ImpulsiRuota = -3;
-    altri.DiametroRuota = 30000;
-    altri.TCampRPM = "20 Hz";
-    altri.TCampVV = "50 Hz";
-    altri.LAPO = 1;
-    altri.LAAL = 2;
-    MostraDatiSensori(altri, controlli);
-    EXPECT_EQ(controlli.Testo("txtNumAccRPM"), "2");
-    EXPECT_EQ(controlli.Testo("txtImpulsiRuota"), "-3");
-    EXPECT_EQ(controlli.Testo("txtDiametroRuota"), "30000");
-    EXPECT_EQ(controlli.Testo("cboTCampRPM"), "20 Hz");
-    EXPECT_EQ(controlli.Testo("cboTCampVV"), "50 Hz");
-    EXPECT_EQ(controlli.Indice("cboLAPO"), 1);
-    EXPECT_EQ(controlli.Indice("cboLAAL"), 2);
-    controlli.Testo("txtNumAccRPM", "12.5");
-    controlli.Testo("txtImpulsiRuota", " ");
-    controlli.Testo("txtDiametroRuota", "13,5");
-    controlli.Indice("cboLAPO", -1);
-    SalvaDatiSensori(controlli, altri);
-    EXPECT_EQ(altri.NumAccRPM, 12) << "half to even";
-    EXPECT_EQ(altri.ImpulsiRuota, 0);
-    EXPECT_EQ(altri.DiametroRuota, 14);
-    EXPECT_EQ(altri.LAPO, 0);
-    EXPECT_EQ(altri.LAAL, 2);
+    controlli.Imposta("txtNumAccRPM=12.5|txtImpulsiRuota= |txtDiametroRuota=13,5|cboLAPO=-1");
+    SalvaDatiSensori(controlli, salvato);
+    EXPECT_EQ(salvato.NumAccRPM, 12) << "half to even";
+    EXPECT_EQ(salvato.ImpulsiRuota, 0);
+    EXPECT_EQ(salvato.DiametroRuota, 14);
+    EXPECT_EQ(salvato.LAPO, 0);
     EXPECT_FALSE(LeggiNumero(kNumeriSensori[kNumAccRPM], " "));
     EXPECT_FALSE(LeggiNumero(kNumeriSensori[kDiametroRuota], "40000"));
 }
 
 TEST_F(SensoriEditor, MissingSensorsAreToldInTheirOrder) {
-    for (const CanaleSensore& canale : kCanaliSensore) controlli.Spunta(canale.chkAbil, true);
-    std::vector<Voce> testi;
+    for (std::size_t i = 0; i < 9; ++i) Spunta(i, true);
+    std::vector<std::size_t> senza;
     while (const auto canale = CanaleSenzaNome(controlli)) {
-        testi.push_back(kCanaliSensore[*canale].TestoManca);
+        senza.push_back(*canale);
         controlli.Testo(kCanaliSensore[*canale].cboNome, "di nessun file");
-        ASSERT_LE(testi.size(), 9u);
+        ASSERT_LE(senza.size(), 9u);
     }
-    EXPECT_EQ(testi,
-              (std::vector<Voce>{Voce::IncompletoTemperaturaOlio, Voce::IncompletoPressioneOlio,
-                                 Voce::IncompletoTemperaturaAcqua, Voce::IncompletoPressioneBenzina,
-                                 Voce::IncompletoLivelloBenzina, Voce::IncompletoPressioneTurbo,
-                                 Voce::IncompletoSensoreG, Voce::IncompletoMarcia,
-                                 Voce::IncompletoLambda}));
+    EXPECT_EQ(senza, (std::vector<std::size_t>{0, 1, 3, 2, 4, 7, 8, 5, 6}));
     controlli.Testo("cboSG", "");
-    controlli.Spunta("chkAbilSG", false);
+    Spunta(kCanaleSG, false);
     EXPECT_FALSE(CanaleSenzaNome(controlli));
 }
 
 TEST_F(SensoriEditor, OnlyTurboAccelerationAndLambdaFightForAnInput) {
-    const char* const abil[] = {"chkAbilSG", "chkAbilPT", "chkAbilSensoreLambda", "chkAbilCambio"};
-    const char* const chann[] = {"cboChannSG", "cboChannPT", "cboChannSensoreLambda",
-                                 "cboChannCambio"};
-    for (int a = 0; a < 4; ++a) {
-        for (int b = a + 1; b < 4; ++b) {
-            for (const bool accesi : {true, false}) {
-                for (const bool uguali : {true, false}) {
-                    controlli = {};
-                    for (int i = 0; i < 4; ++i) controlli.Indice(chann[i], 10 + i);
-                    controlli.Indice(chann[a], 0);
-                    controlli.Indice(chann[b], uguali ? 0 : 1);
-                    controlli.Spunta(abil[a], true);
-                    controlli.Spunta(abil[b], accesi);
-                    const auto coppia = CanaliInConflitto(controlli);
-                    EXPECT_EQ(coppia.has_value(), accesi && uguali && b < 3)
-                        << chann[a] << " " << chann[b] << accesi << uguali;
-                    if (!coppia) continue;
-                    EXPECT_EQ(kCanaliSensore[coppia->first].cboChann, chann[a]);
-                    EXPECT_EQ(kCanaliSensore[coppia->second].cboChann, chann[b]);
-                }
-            }
+    const std::size_t quattro[] = {kCanaleSG, kCanalePT, kCanaleLambda, kCanaleCambio};
+    for (int caso = 0; caso < 64; ++caso) {
+        const std::size_t a = quattro[caso & 3], b = quattro[(caso >> 2) & 3];
+        if ((caso & 3) >= ((caso >> 2) & 3)) continue;
+        for (const std::size_t canale : quattro) {
+            controlli.Indice(kCanaliSensore[canale].cboChann, static_cast<int>(10 + canale));
+            Spunta(canale, canale == a || (canale == b && (caso & 16) != 0));
         }
+        controlli.Indice(kCanaliSensore[a].cboChann, 0);
+        controlli.Indice(kCanaliSensore[b].cboChann, (caso & 32) != 0 ? 0 : 1);
+        const auto coppia = CanaliInConflitto(controlli);
+        EXPECT_EQ(coppia.has_value(), (caso & 48) == 48 && b != kCanaleCambio) << caso;
+        EXPECT_EQ(coppia.value_or(std::pair(a, b)), std::pair(a, b));
     }
 }
 
 TEST_F(SensoriEditor, CurvesGoOutByTheirBoxAndTheAccelerationByTheTurbos) {
     Sensore("PressioneTurbo", "turbo", 0.5);
     Sensore("SensoreG", "g", 3.0);
-    controlli.Testo("cboPressioneTurbo", "turbo");
-    controlli.Testo("cboSG", "g");
+    controlli.Imposta("cboPressioneTurbo=turbo|cboSG=g");
     CurvaX.fill(7);
     CurvaY.fill(7);
-
-    controlli.Spunta("chkAbilSG", true);
+    Spunta(kCanaleSG, true);
     PreparaCurva(8, controlli);
     EXPECT_EQ(CurvaX[19], 0.0) << "acceleration on, turbo off: zeros";
     EXPECT_EQ(CurvaY[0], 0.0);
-    controlli.Spunta("chkAbilSG", false);
-    controlli.Spunta("chkAbilPT", true);
+    Spunta(kCanaleSG, false);
+    Spunta(kCanalePT, true);
     PreparaCurva(8, controlli);
-    EXPECT_EQ(CurvaX[19], 190.0);
+    EXPECT_EQ(CurvaX[19], 200.0);
     EXPECT_EQ(CurvaY[0], 3000.0) << "acceleration off, turbo on: the curve";
     PreparaCurva(7, controlli);
     EXPECT_EQ(CurvaY[0], 500.0);
     controlli.Testo("cboSG", "");
     PreparaCurva(8, controlli);
     EXPECT_EQ(CurvaY[0], 500.0) << "no name: the turbo's curve stands";
-
     // Every other channel by its own box.
-    for (std::size_t i = 0; i < 8; ++i) {
-        controlli.Accese = {std::string(kCanaliSensore[i].chkAbil)};
-        for (std::size_t altro = 0; altro < 8; ++altro) {
+    for (std::size_t acceso = 0; acceso < 8; ++acceso) {
+        for (std::size_t i = 0; i < 8; ++i) Spunta(i, i == acceso);
+        for (std::size_t i = 0; i < 8; ++i) {
             CurvaX.fill(7);
-            controlli.Testo(kCanaliSensore[altro].cboNome, "di nessun file");
-            PreparaCurva(altro, controlli);
-            EXPECT_EQ(CurvaX[0], altro == i ? 7.0 : 0.0) << i << altro;
+            controlli.Testo(kCanaliSensore[i].cboNome, "di nessun file");
+            PreparaCurva(i, controlli);
+            EXPECT_EQ(CurvaX[0], i == acceso ? 7.0 : 0.0) << acceso << i;
         }
     }
 }
@@ -247,13 +148,9 @@ TEST_F(SensoriEditor, NamesComeFromTheirTypeAloneInTheLibrarysOrder) {
     EXPECT_EQ(NomiSensori(1), (std::vector<std::string>{"Zeta", "alfa", "Zeta"}));
     EXPECT_EQ(NomiSensori(2), NomiSensori(1));
     EXPECT_EQ(NomiSensori(7), std::vector<std::string>{"turbo"});
-    EXPECT_TRUE(NomiSensori(6).empty());
-
     const auto letta = [&](std::size_t canale, double y) {
-        for (std::size_t i = 0; i < 20; ++i) {
-            CurvaX[i] = 10.0 * static_cast<double>(i);
-            CurvaY[i] = y;
-        }
+        for (std::size_t i = 0; i < 20; ++i) CurvaX[i] = 10.0 * static_cast<double>(i + 1);
+        CurvaY.fill(y);
         NominaCurva(canale, controlli);
         return controlli.Testo(kCanaliSensore[canale].cboNome);
     };
@@ -262,6 +159,70 @@ TEST_F(SensoriEditor, NamesComeFromTheirTypeAloneInTheLibrarysOrder) {
     EXPECT_EQ(letta(7, 125), "turbo");
     EXPECT_EQ(letta(1, 126), "") << "a name that stood there goes";
     EXPECT_EQ(letta(0, 125), "") << "no sensor of that type";
+}
+
+TEST_F(SensoriEditor, CurvesAreScaledAndLeaveTheirTailUnlessTheyAreAFuelLevel) {
+    CurvaX.fill(-7.0);
+    for (const auto& [tipo, fattore] : {std::pair{"TemperaturaOlio", 10},
+                                        {"TemperaturaAcqua", 10},
+                                        {"Pressione", 1000},
+                                        {"PressioneTurbo", 1000},
+                                        {"LivelloBenzina", 10},
+                                        {"Altro", 1},
+                                        {"SensoreG", 1000},
+                                        {"SensoreLambda", 100},
+                                        {"Pressione ", 0}}) {
+        Sensore(tipo, tipo, 0.5, 1);
+        CaricaCurvaSensore(tipo);
+        EXPECT_EQ(CurvaX[2], 30.0) << tipo;
+        EXPECT_EQ(CurvaY[2], 2.5 * fattore) << tipo;
+        EXPECT_EQ(CurvaX[20], -7.0) << tipo;
+    }
+    Sensore("Pressione", "cinque", 0.5, 1, 5);
+    Sensore("LivelloBenzina", "serbatoio", 0.5, 1, 3);
+    Sensore("LivelloBenzina", "vuoto", 0, 0, 0);
+    CaricaCurvaSensore("Altro");
+    CaricaCurvaSensore("cinque");
+    EXPECT_EQ(CurvaY[4], 4500.0);
+    EXPECT_EQ(CurvaX[5], 60.0);
+    EXPECT_EQ(CurvaY[5], 5.5);
+    CaricaCurvaSensore("serbatoio");
+    EXPECT_EQ(CurvaX[2], 30.0);
+    for (const std::size_t i : {3u, 19u}) {
+        EXPECT_EQ(CurvaX[i], 1024.0) << i;
+        EXPECT_EQ(CurvaY[i], 25.0) << i;
+    }
+    EXPECT_EQ(CurvaX[20], -7.0);
+    CaricaCurvaSensore("no such name");
+    EXPECT_EQ(CurvaY[2], 25.0);
+    CaricaCurvaSensore("vuoto");
+    EXPECT_EQ(CurvaX[0], 1024.0);
+    EXPECT_EQ(CurvaY[0], 0.0);
+    CurvaY.fill(3.0);
+    AzzeraCurvaSensore();
+    EXPECT_EQ(CurvaX[0] + CurvaX[19] + CurvaY[0] + CurvaY[19], 0.0);
+    EXPECT_EQ(CurvaX[20], -7.0);
+    EXPECT_EQ(CurvaY[20], 3.0);
+}
+
+TEST_F(SensoriEditor, TheLastOfTwoSensorsOfOneNameIsSentAndTheFirstOfTwoEqualOnesFound) {
+    Sensore("Altro", "doppio", 0.5, 1).X(0, 1.0);
+    Sensore("Pressione", "doppio", 0.5, 1).X(0, 2.0);
+    CaricaCurvaSensore("doppio");
+    EXPECT_EQ(CurvaX[0], 2.0);
+    LibreriaSensori.clear();
+    Sensore("Altro", "altro tipo", 0.5, 1);
+    Sensore("Pressione", "primo", 0.5, 1);
+    Sensore("Pressione", "secondo", 0.5, 1);
+    CaricaCurvaSensore("altro tipo");
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "primo");
+    EXPECT_EQ(CercaNomeSensore("PressioneTurbo"), "");
+    // One bit in the last point of either axis, and the element that does not count.
+    LibreriaSensori[1].Y(19, std::nextafter(19.5, 20.0));
+    LibreriaSensori[2].X(20, 99.0);
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "secondo");
+    LibreriaSensori[2].X(0, 11.0);
+    EXPECT_EQ(CercaNomeSensore("Pressione"), "");
 }
 
 }  // namespace

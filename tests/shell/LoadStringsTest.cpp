@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "platform/ErroreRuntime.h"
+#include "shell/TabelleNomi.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {
@@ -114,6 +115,17 @@ TEST(LoadStrings, OwnTextsNeedNoFileAndFollowTheLanguage) {
     IndiceLingua = 1;
     CalcolaBaseTesti();
     EXPECT_EQ(Testo(Voce::Anteprima), "Preview");
+}
+
+TEST(TabelleNomi, ListsStandInTheOrderOfTheirIndices) {
+    PlatformProva macchina;
+    prova::CaricaTestiVeri(1);
+    CaricaTabelleNomi();
+    EXPECT_EQ(ListaCanaliA, (std::vector<std::string>{"Not used", "Active low", "Active high"}));
+    EXPECT_EQ(ListaCanaliB, ListaCanaliA);
+    EXPECT_EQ(ListaUMPressione, (std::vector<std::string>{"bar", "psi"}));
+    EXPECT_EQ(ListaUMTemperatura, (std::vector<std::string>{"\xB0 C", "\xB0 F"}));
+    EXPECT_EQ(ListaUMVelocita.at(1), "mph");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QFrame>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
@@ -14,14 +15,18 @@
 
 #include "device/Codec.h"
 #include "device/SerialComm.h"
+#include "logs/BufferLog.h"
+#include "logs/Soccorso.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
+#include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
 #include "project/dlgNoteProgetto.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
+#include "shell/TabelleNomi.h"
 #include "shell/dlgLanguages.h"
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
@@ -113,6 +118,21 @@ TEST_F(Finestra, StartsWithTheCommandsAsDesigned) {
     }
     EXPECT_EQ(Pannello(5), "RX");
     EXPECT_EQ(Pannello(6), "TX");
+    // A letter opens one entry, and what the bar has no room for stands in a tip.
+    for (const DescrizioneTitolo& titolo : kTitoli) {
+        QString lettere;
+        for (QAction* voce : finestra->findChild<QMenu*>(InQt(titolo.NomeMenu))->actions()) {
+            const qsizetype segno = voce->text().indexOf(QLatin1Char('&'));
+            if (segno >= 0 && voce->isVisible()) lettere += voce->text()[segno + 1].toUpper();
+        }
+        for (const QChar lettera : lettere) EXPECT_EQ(lettere.count(lettera), 1) << titolo.NomeMenu;
+    }
+    finestra->TestoPannello(lapvane::Pannello::Collegamento, "NO COMMUNICATION");
+    QCoreApplication::processEvents();
+    const auto* collegamento = Controllo<PannelloStato>(*finestra, "sbStatusBar_4");
+    EXPECT_EQ(collegamento->toolTip(), QStringLiteral("NO COMMUNICATION"));
+    EXPECT_GT(collegamento->sizeHint().width(),
+              collegamento->fontMetrics().horizontalAdvance(QStringLiteral("NO COMMUNICATION")));
 }
 
 TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
@@ -124,6 +144,7 @@ TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
     EXPECT_TRUE(VoceMenu("mnuNote")->isEnabled());
     EXPECT_EQ(Pannello(1), Utf8Da1252(Testo(Voce::ProgettoSenzaNome)));
     const QString italiano = Pulsante("Analize")->toolTip();
+    ListaCanaliA = {"Non usato"};
 
     QTimer::singleShot(0, [] {
         auto* dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -139,6 +160,7 @@ TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
     EXPECT_NE(Pulsante("Analize")->toolTip(), italiano);
     EXPECT_EQ(macchina.Lingua, 1);
     EXPECT_EQ(prova::Leggi(macchina.Cartella / "LANGUAGES.DAT")[0], '1');
+    EXPECT_EQ(ListaCanaliA.at(0), "Not used");
 
     IndiceLingua = 0;
     QTimer::singleShot(0, [] {
@@ -148,6 +170,16 @@ TEST_F(Finestra, NewEnablesByMouseAndCaptionsFollowTheLanguage) {
     });
     QTest::mouseClick(Pulsante("Language"), Qt::LeftButton);
     EXPECT_EQ(prova::Leggi(macchina.Cartella / "LANGUAGES.DAT").substr(0, 3), "0\r\n");
+    // Where it can't be kept the choice holds for the run.
+    macchina.CartellaCorrente = macchina.Cartella / "altrove";
+    fs::create_directories(macchina.CartellaCorrente / "LANGUAGES.DAT");
+    macchina.Risposte = {Answer::Ok};
+    QTimer::singleShot(0,
+                       [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+    QTest::mouseClick(Pulsante("Language"), Qt::LeftButton);
+    EXPECT_NE(macchina.Mostrati.back().Testo.find(Testo(Voce::LinguaNonSalvata)),
+              std::string::npos);
+    macchina.CartellaCorrente = macchina.Cartella;
 }
 
 TEST_F(Finestra, PrintAndAnEnterTooManyDoNothing) {
@@ -155,9 +187,44 @@ TEST_F(Finestra, PrintAndAnEnterTooManyDoNothing) {
     // Nor does an Enter too many behind a dialog.
     ASSERT_NE(QApplication::focusWidget(), nullptr);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    EXPECT_FALSE(Pulsante("SaveAs")->isEnabled()) << "it was New";
     QTest::mouseClick(Pulsante("Print"), Qt::LeftButton);
+    QCoreApplication::processEvents();
     EXPECT_EQ(Pannello(3), "");
+    EXPECT_FALSE(Pulsante("SaveAs")->isEnabled()) << "it was New";
+    EXPECT_FALSE(Pulsante("Print")->hasFocus()) << "the next Enter would press it";
+    // By Tab a button gets it, and both Enters press it.
+    Pulsante("New")->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(Pulsante("New"), Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_TRUE(Pulsante("SaveAs")->isEnabled());
+}
+
+TEST_F(Finestra, WhatWasTakenBackIsOfferedUntilItIsSaved) {
+    Apri();
+    const auto soccorsi = [&] {
+        int numero = 0;
+        for (const auto& voce : fs::directory_iterator(macchina.Cartella)) {
+            numero += voce.path().extension() == kFineSoccorso ? 1 : 0;
+        }
+        return numero;
+    };
+    for (const bool salva : {true, false}) {
+        mnuNew_Click();
+        PercorsoProgetto = macchina.Cartella / "mio.pro";
+        SalvaProgetto();
+        ProgettoModificato = true;
+        MettiDaParte();
+        macchina.Risposte = {Answer::Yes};
+        OffriSoccorso();
+        ASSERT_EQ(soccorsi(), 1);
+        if (salva) {
+            QTest::mouseClick(Pulsante("Save"), Qt::LeftButton);
+        } else {
+            macchina.Risposte = {Answer::No};  // to save it
+            QTest::mouseClick(Pulsante("Exit"), Qt::LeftButton);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !finestra->isVisible(); }));
+        }
+        EXPECT_EQ(soccorsi(), 0) << salva;
+    }
 }
 
 TEST_F(Finestra, RecentEntriesShowAmpersandsAndOpenWithoutADialog) {
@@ -330,10 +397,12 @@ TEST_F(Finestra, AnotherProjectComesWithTheNotesOpenOnceTheyHaveAsked) {
     EXPECT_NE(prova::Leggi(mio).find("Rossi"), std::string::npos);
     EXPECT_EQ(DatiProgetto.AutoreProgetto.find("Rossi"), std::string::npos);
     // No, by way of the recent list: they go with their project.
-    scrivi("Bianchi");
+    QTest::mouseClick(Pulsante("Note"), Qt::LeftButton);
+    Controllo<QPlainTextEdit>(*note(), "txtNoteProgetto")->setPlainText(QStringLiteral("Bianchi"));
     macchina.Risposte = {Answer::No};
     VoceMenu("mnuRecentFiles1")->trigger();
     EXPECT_EQ(Pannello(1), "mio");
+    EXPECT_TRUE(macchina.Risposte.empty()) << "it was not asked";
     EXPECT_EQ(prova::Leggi(altro).find("Bianchi"), std::string::npos);
     // A project that was never saved needs a name; without one nothing happens, nothing is lost.
     QTest::mouseClick(Pulsante("New"), Qt::LeftButton);
@@ -435,32 +504,6 @@ TEST_F(Finestra, PollNeverRunsInsideItself) {
     EXPECT_TRUE(Pulsante("DownData")->isEnabled());
 }
 
-TEST_F(Finestra, DownloadByMouseEndsInTheSaveDialog) {
-    Apri();
-    porta->PortOpen(true);
-    porta->Risponde = [&](const std::string& frame) {
-        if (ByteIn(frame, 2) == 37) porta->Fra(1, std::string(36, '\0'));
-    };
-    finestra->Abilita(Comando::DownData, true);
-    macchina.FileScelti.push_back(std::nullopt);
-    QTimer guardia;
-    int viste = 0;
-    QObject::connect(&guardia, &QTimer::timeout, [&] {
-        auto* dialogo = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (dialogo == nullptr) return;
-        auto* ok = Controllo<QPushButton>(*dialogo, "OKButton");
-        if (!ok->isEnabled()) return;
-        ++viste;
-        EXPECT_EQ(FaseComunicazione, 0);
-        QTest::keyClick(dialogo, Qt::Key_Return);
-    });
-    guardia.start(20);
-    QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
-    EXPECT_EQ(viste, 1);
-    EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
-    EXPECT_FALSE(VoceMenu("mnuSaveData")->isEnabled());
-}
-
 TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     Apri();
     porta->PortOpen(true);
@@ -483,7 +526,9 @@ TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     finestra->Abilita(Comando::DownData, true);
     macchina.FileScelti.push_back(std::nullopt);
     macchina.Risposte = {Answer::Ok};
+    TabellaGiri[7] = "01:02.03, 1";  // of the log before
     QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
+    EXPECT_EQ(TabellaGiri[7], "00:00.00");
     EXPECT_NE(aperta, nullptr);
     EXPECT_EQ(allaChiusura, 38);
     EXPECT_EQ(FaseComunicazione, 0);
@@ -491,6 +536,7 @@ TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     EXPECT_EQ(macchina.Mostrati.back().Testo,
               Testo(Voce::ScaricoManca) + "\r\n\r\n" + Testo(Voce::ScaricoFine) + " 512 / 2560");
     EXPECT_TRUE(macchina.RichiesteFile.back().Name.string().ends_with(" partial.csv"));
+    EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
     EXPECT_TRUE(VoceMenu("mnuSaveData")->isEnabled());
     EXPECT_FALSE(Pulsante("SaveData")->isEnabled());
 }

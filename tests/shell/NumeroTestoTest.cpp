@@ -19,6 +19,8 @@ TEST(NumeroTesto, PlainTextIsTheShortestWithFifteenDigitsAtMost) {
     EXPECT_EQ(TestoNumero(-12.5, ','), "-12,5");
     EXPECT_EQ(TestoNumero(123456789012345.0), "123456789012345");
     EXPECT_EQ(TestoNumero(1e20), "1E+20");
+    EXPECT_EQ(TestoNumero(-2.5e-9), "-0.0000000025");
+    EXPECT_EQ(TestoNumero(1e-16), "1E-16");
     EXPECT_EQ(TestoNumero(100.0), "100");
     EXPECT_EQ(TestoNumero(1.0 / 3), "0.333333333333333");
     EXPECT_EQ(TestoNumeroConSpazio(0.5), " .5");
@@ -42,6 +44,7 @@ TEST(NumeroTesto, PicturesRoundHalfAwayFromZeroOnFifteenDigits) {
         {-1.005, "0.0#", "-1.01"},
         {-0.004, "0.0#", "0.0"},
         {-0.005, "0.0#", "-0.01"},
+        {0.05, "0.0#", "0.05"},
         {9.999, "0.0#", "10.0"},
         {0.995, "0.0#", "1.0"},
         {12345.678, "0", "12346"},
@@ -134,7 +137,8 @@ TEST(NumeroTesto, ConversionsRoundTiesToEvenAndRefuseWhatDoesNotFit) {
 
     EXPECT_EQ(LeggiInt16("12,5"), 12);
     EXPECT_EQ(LeggiInt16(" 7 "), 7);
-    EXPECT_FALSE(LeggiInt16("40000"));
+    EXPECT_EQ(LeggiInt16("-32768"), -32768);
+    EXPECT_FALSE(LeggiInt16("32768"));
     EXPECT_FALSE(LeggiInt16("7x"));
     EXPECT_FALSE(LeggiInt16(""));
     EXPECT_EQ(LeggiIntero("-15"), -15);
@@ -142,6 +146,8 @@ TEST(NumeroTesto, ConversionsRoundTiesToEvenAndRefuseWhatDoesNotFit) {
     EXPECT_FALSE(LeggiIntero("1.5"));
     EXPECT_FALSE(LeggiIntero("2147483648"));
     EXPECT_FALSE(LeggiIntero(" "));
+    EXPECT_EQ(DueCifre(-5), "-05");
+    EXPECT_EQ(DueCifre(100), "100");
 }
 
 }  // namespace

@@ -39,5 +39,33 @@ TEST(PortaErrori, TellsNumberWorkFileAndLineInTheLanguageOfNow) {
               Testo(Voce::ErroreEsecuzione) + " x\r\n\r\n" + Testo(Voce::ProgrammaChiude));
 }
 
+TEST(PortaErrori, SaysWhatBecameOfTheWorkThatIsNotSaved) {
+    PlatformProva macchina;
+    prova::CaricaTestiVeri(1);
+    static EsitoSoccorso esito;
+    static bool fallisce;
+    ImpostaSoccorso([] {
+        if (fallisce) throw std::runtime_error("y");
+        return esito;
+    });
+    const auto detto = [&](bool serviva, const char* file, bool fallito) {
+        esito = {serviva, file};
+        fallisce = fallito;
+        const std::string box = BoxDi(macchina, [] { throw std::runtime_error("x"); });
+        EXPECT_EQ(macchina.Puntatori.back(), Pointer::Normal);
+        macchina.Puntatori = {Pointer::Busy};
+        const std::string inizio = Testo(Voce::ErroreEsecuzione) + " x\r\n\r\n";
+        EXPECT_TRUE(box.starts_with(inizio) && box.ends_with(Testo(Voce::ProgrammaChiude))) << box;
+        return box.substr(inizio.size(),
+                          box.size() - inizio.size() - Testo(Voce::ProgrammaChiude).size());
+    };
+    EXPECT_EQ(detto(false, "", false), "");
+    EXPECT_EQ(detto(true, "/a.rescue", false),
+              Testo(Voce::SoccorsoScritto) + "\r\n/a.rescue\r\n\r\n");
+    EXPECT_EQ(detto(true, "", false), Testo(Voce::SoccorsoFallito) + "\r\n\r\n");
+    EXPECT_EQ(detto(false, "", true), Testo(Voce::SoccorsoFallito) + "\r\n\r\n");
+    ImpostaSoccorso(nullptr);
+}
+
 }  // namespace
 }  // namespace lapvane

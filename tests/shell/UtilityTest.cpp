@@ -39,7 +39,9 @@ TEST(Utility, SumOfTimesCarriesAndWraps) {
     // One digit of hundredths is lengthened by a zero: .5 is .50.
     EXPECT_EQ(Somma("00:00:01.5", "00:00:00.00"), "00:00:01.50");
     EXPECT_THROW(Somma("00:00:0a.00", "00:00:00.00"), ErroreRuntime);
-    EXPECT_THROW(Somma("", "00:00:00.00"), ErroreRuntime);
+    for (const char* tempo : {"", "24:00:00.00", "00:60:00.00", "00:00:60.00", "00.00:00.00"}) {
+        EXPECT_THROW(Somma(tempo, "00:00:00.00"), ErroreRuntime) << tempo;
+    }
 }
 
 TEST(Utility, DivisionTruncatesAtEveryStepAndHidesTheHours) {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 
 namespace lapvane::prova {
 

@@ -21,6 +21,7 @@
 #include "device/Codec.h"
 #include "instrument/PseudoTerminal.h"
 #include "platform/ErroreRuntime.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtSerialControl.h"
 #include "project/DatiProgetto.h"

@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include "Tour.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 

@@ -16,6 +16,7 @@
 #include <filesystem>
 
 #include "Tour.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
 #include "project/frmStampaDatiProgetto.h"

@@ -10,6 +10,7 @@
 #include <cstdio>
 
 #include "Tour.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
 #include "tools/support/QuietQt.h"

@@ -19,6 +19,7 @@
 #include <cstdlib>
 
 #include "platform/CartellaProgramma.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 
 namespace lapvane {
@@ -125,32 +126,6 @@ QString FormatoGenerale(const QDateTime& quando, const QLocale& paese) {
     // Some locales set a blank that no code page has before AM and PM.
     for (const char16_t blank : {u'\u00A0', u'\u202F'}) testo.replace(QChar(blank), u' ');
     return testo.simplified();
-}
-
-QString PercorsoInQt(const std::filesystem::path& path) {
-#ifdef Q_OS_WIN
-    return QString::fromStdWString(path.wstring());
-#else
-    return QString::fromStdString(path.string());
-#endif
-}
-
-std::filesystem::path PercorsoDaQt(const QString& text) {
-#ifdef Q_OS_WIN
-    return text.toStdWString();
-#else
-    return text.toStdString();
-#endif
-}
-
-QColor InQColor(Colore colore) {
-    return {static_cast<int>(colore & 0xFFu), static_cast<int>((colore >> 8) & 0xFFu),
-            static_cast<int>((colore >> 16) & 0xFFu)};
-}
-
-Colore DaQColor(const QColor& colore) {
-    return Rgb(static_cast<unsigned>(colore.red()), static_cast<unsigned>(colore.green()),
-               static_cast<unsigned>(colore.blue()));
 }
 
 QtPlatform::QtPlatform() {

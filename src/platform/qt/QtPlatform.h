@@ -46,10 +46,4 @@ class QtPlatform : public Platform {
 /// Date and time in the general format of a locale, the year with four digits.
 QString FormatoGenerale(const QDateTime& quando, const QLocale& paese);
 
-/// Conversions of paths and colours at the border of the windows.
-QString PercorsoInQt(const std::filesystem::path& path);
-std::filesystem::path PercorsoDaQt(const QString& text);
-QColor InQColor(Colore colore);
-Colore DaQColor(const QColor& colore);
-
 }  // namespace lapvane

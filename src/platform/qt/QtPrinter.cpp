@@ -7,7 +7,7 @@
 
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
-#include "platform/qt/QtPlatform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 
 namespace lapvane {

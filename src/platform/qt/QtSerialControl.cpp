@@ -6,7 +6,8 @@
 #include <algorithm>
 
 #include "platform/ErroreRuntime.h"
-#include "platform/qt/QtPlatform.h"
+#include "platform/Platform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 
 namespace lapvane {

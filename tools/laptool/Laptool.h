@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace lapvane::laptool {
+
+/// What the command line of `lapvane-tool` asks for.
+enum class Form { Text, Csv, Json };
+
+struct LapsRequest {
+    std::string File;
+    Form As = Form::Text;
+    int Parts = 0;  ///< equal parts in place of the circuit's sectors; 0: those
+};
+
+struct CompareRequest {
+    std::string File;
+    int Reference = 0;
+    std::vector<int> Laps;
+    std::vector<std::string> Channels;  ///< by name, or the beginning of one, whatever the case
+    Form As = Form::Text;
+};
+
+/// A request that can't be met, in words for the person who made it.
+struct Refusal {
+    std::string Why;
+};
+
+/// The table of laps: number, time, session, sectors, gap to the best, in seconds with two digits;
+/// in text and JSON the ideal lap too. Throws Refusal, ErroreRuntime.
+std::string Laps(const LapsRequest& request);
+
+/// Gained or lost time of laps against a reference along its distance, at most 1 m apart (10 m in
+/// text), positive where the lap is slower; behind it the channels. Throws Refusal, ErroreRuntime.
+std::string Compare(const CompareRequest& request);
+
+}  // namespace lapvane::laptool

@@ -1,0 +1,89 @@
+// lapvane-tool: laps of a log on the command line. Exit codes: 0 done, 1 it can't be done (the
+// reason on the standard error), 2 the command line is wrong.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+#include "platform/Testo1252.h"
+#include "tools/laptool/Laptool.h"
+#include "tools/support/BarePlatform.h"
+
+namespace {
+
+using namespace lapvane;
+using namespace lapvane::laptool;
+
+void Forms(CLI::App& command, Form& as) {
+    auto* csv = command.add_flag_callback(
+        "--csv", [&as] { as = Form::Csv; }, "commas and points, for scripts");
+    auto* json = command.add_flag_callback(
+        "--json", [&as] { as = Form::Json; }, "JSON, for scripts");
+    csv->excludes(json);
+}
+
+/// The folder of this program, where the circuits lie.
+std::filesystem::path Folder(const char* called) {
+    std::error_code error;
+    const auto self = std::filesystem::read_symlink("/proc/self/exe", error);
+    return (error ? std::filesystem::absolute(called) : self).parent_path();
+}
+
+int Run(int argc, char* argv[]) {
+    CLI::App app{"Laps of a log recorded by the instrument"};
+    app.name("lapvane-tool");
+    app.set_version_flag("--version", LAPVANE_VERSION);
+    app.require_subcommand(1);
+
+    LapsRequest laps;
+    CLI::App* table = app.add_subcommand("laps", "the laps, their sectors and the ideal lap");
+    table->add_option("FILE", laps.File, "data file (.csv), with its .tim and .txt beside it")
+        ->required();
+    table
+        ->add_option("--parts", laps.Parts, "so many equal parts in place of the circuit's sectors")
+        ->check(CLI::Range(1, 20));
+    Forms(*table, laps.As);
+
+    CompareRequest compare;
+    CLI::App* against =
+        app.add_subcommand("compare", "time gained or lost against a lap, along its way");
+    against->add_option("FILE", compare.File, "data file (.csv), with its .tim and .txt beside it")
+        ->required();
+    against
+        ->add_option("REFERENCE", compare.Reference,
+                     "lap to compare with, by its number in the lap table")
+        ->required();
+    against->add_option("LAP", compare.Laps, "laps to compare")->required();
+    against->add_option("--channels", compare.Channels, "channels by name, parted by commas")
+        ->delimiter(',');
+    Forms(*against, compare.As);
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : 2;
+    }
+    const BarePlatform machine(Folder(argv[0]));
+    std::string text;
+    try {
+        text = *table ? Laps(laps) : Compare(compare);
+    } catch (const Refusal& refusal) {
+        std::fprintf(stderr, "lapvane-tool: %s\n", refusal.Why.c_str());
+        return 1;
+    } catch (const ErroreRuntime& error) {
+        std::fprintf(stderr, "lapvane-tool: %s: %s\n",
+                     Utf8Da1252(TestoDaPercorso(error.File())).c_str(), error.what());
+        return 1;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "lapvane-tool: %s\n", error.what());
+        return 1;
+    }
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (written && std::fflush(stdout) == 0) return 0;
+    std::fprintf(stderr, "lapvane-tool: the output could not be written\n");
+    return 1;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    return Run(argc, argv);
+}
