@@ -16,6 +16,7 @@ Blanks and line breaks count for nothing when a text is looked for. Every text m
 
 import argparse
 import concurrent.futures
+import contextlib
 import hashlib
 import os
 import re
@@ -23,6 +24,7 @@ import resource
 import signal
 import subprocess
 import sys
+import tempfile
 import time
 from collections import defaultdict
 from pathlib import Path
@@ -224,18 +226,26 @@ def run_suite(suite, number, only=None):
         resource.setrlimit(resource.RLIMIT_CPU, (PROCESSOR, PROCESSOR))
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
-    try:
-        done = subprocess.run(command, cwd=BUILD / "tests", env=environment, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=LIMIT[suite],
-                              preexec_fn=limits, errors="replace", text=True)
-    except subprocess.TimeoutExpired:
+    with tempfile.TemporaryFile() as out:
+        process = subprocess.Popen(command, cwd=BUILD / "tests", env=environment, stdin=subprocess.DEVNULL,
+                                   stdout=out, stderr=subprocess.STDOUT, preexec_fn=limits,
+                                   start_new_session=True)
+        try:
+            code = process.wait(LIMIT[suite])
+        except subprocess.TimeoutExpired:
+            code = -signal.SIGKILL
+        # What a test has started and could not end goes with it.
+        with contextlib.suppress(ProcessLookupError):
+            os.killpg(process.pid, signal.SIGKILL)
+        process.wait()
+        out.seek(0)
+        said = out.read().decode(errors="replace")
+    if code in (-signal.SIGXCPU, -signal.SIGKILL):
         return "does not end"
-    if done.returncode == -signal.SIGXCPU or done.returncode == -signal.SIGKILL:
-        return "does not end"
-    if done.returncode == 0:
+    if code == 0:
         return None
-    named = re.search(r"\[  FAILED  \] (\w+[./]\w+)", done.stdout)
-    return named.group(1) if named else f"ends with {done.returncode}"
+    named = re.search(r"\[  FAILED  \] (\w+[./]\w+)", said)
+    return named.group(1) if named else f"ends with {code}"
 
 
 def try_fault(fault, known):
