@@ -278,6 +278,21 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     EXPECT_FALSE(AnalisiInCorso);
 }
 
+TEST_F(FinestraAnalisi, EachButtonOfTheBarMovesTheGraphItsOwnWay) {
+    BarraNavigazione barra;
+    std::vector<std::string> detti;
+    QObject::connect(&barra, &BarraNavigazione::ScorriPremuto,
+                     [&](int verso) { detti.push_back("scroll " + std::to_string(verso)); });
+    QObject::connect(&barra, &BarraNavigazione::Sposta,
+                     [&](int passi) { detti.push_back("step " + std::to_string(passi)); });
+    for (const char* nome : {"cmdScorriSX", "cmdSpostaSX10", "cmdSpostaSX1", "cmdSpostaDX1",
+                             "cmdSpostaDX10", "cmdScorriDX"}) {
+        Controllo<QPushButton>(barra, nome)->click();
+    }
+    EXPECT_EQ(detti, (std::vector<std::string>{"scroll -1", "step -10", "step -1", "step 1",
+                                               "step 10", "scroll 1"}));
+}
+
 TEST_F(FinestraAnalisi, PrintedGraphSaysWhichLapAndNamesEachAlarmAtItsLine) {
     Mostra();
     Clicca(3, 1);
