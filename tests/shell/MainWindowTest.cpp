@@ -24,6 +24,7 @@
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
 #include "project/dlgNoteProgetto.h"
+#include "sensors/CSensore.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
@@ -196,6 +197,39 @@ TEST_F(Finestra, PrintAndAnEnterTooManyDoNothing) {
     Pulsante("New")->setFocus(Qt::TabFocusReason);
     QTest::keyClick(Pulsante("New"), Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_TRUE(Pulsante("SaveAs")->isEnabled());
+}
+
+TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
+    for (const char* cartella : {"sensors", "pages"}) {
+        fs::copy(prova::CartellaDati() / cartella, macchina.Cartella / cartella);
+    }
+    Apri();
+    EXPECT_GT(LibreriaSensori.size(), 10u);
+    mnuNew_Click();
+    std::string aperta;
+    QTimer guardia;
+    QObject::connect(&guardia, &QTimer::timeout, [&] {
+        if (QWidget* dialogo = QApplication::activeModalWidget()) {
+            aperta = dialogo->objectName().toStdString();
+            dialogo->close();
+        }
+    });
+    guardia.start(5);
+    for (const auto& [chiave, nome] : {std::pair{"Setup", "frmConfigurazione"},
+                                       {"Sensor", "frmSensori"},
+                                       {"Alarm", "frmAllarmi"},
+                                       {"CustSensors", "frmImpostaSensore"}}) {
+        aperta.clear();
+        QTest::mouseClick(Pulsante(chiave), Qt::LeftButton);
+        EXPECT_EQ(aperta, nome) << chiave;
+    }
+    for (const auto& [comando, domanda] : {std::pair{Comando::ProgDev, Voce::StrumentoSovrascritto},
+                                           {Comando::ReadDev, Voce::DatiSostituiti}}) {
+        finestra->Abilita(comando, true);
+        macchina.Risposte = {Answer::Cancel};
+        VoceMenu(comando == Comando::ProgDev ? "mnuProgramDevice" : "mnuReadDevice")->trigger();
+        EXPECT_NE(macchina.Mostrati.back().Testo.find(Testo(domanda)), std::string::npos);
+    }
 }
 
 TEST_F(Finestra, WhatWasTakenBackIsOfferedUntilItIsSaved) {
