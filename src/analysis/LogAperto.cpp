@@ -23,12 +23,12 @@ constexpr int kPrimoGiro = 2;  // index of the first timed lap
 constexpr int kColonnaVelocita = 4;
 
 /// The text of a file beside the log; empty where there is none that can be read.
-std::string Accanto(const fs::path& file, Lavoro lavoro, bool& cE) {
-    cE = false;
+std::string Accanto(const fs::path& file, Lavoro lavoro, bool& trovato) {
+    trovato = false;
     try {
         if (!FileEsiste(file)) return {};
         std::string testo = LeggiFile(file, lavoro, kByteMassimi);
-        cE = true;
+        trovato = true;
         return testo;
     } catch (const ErroreRuntime&) {
         return {};
@@ -121,11 +121,11 @@ void LogAperto::LeggiCanali(std::string_view titolo, int colonne) {
 }
 
 void LogAperto::LeggiSessioneECircuito() {
-    bool cE = false;
+    bool conSessione = false;
     std::string veicolo;
     CanaliSessione canali;
-    LeggiSessione(Accanto(SenzaFine(file_, 3, "ses"), Lavoro::LeggereSessione, cE), sessione_,
-                  veicolo, canali);
+    LeggiSessione(Accanto(SenzaFine(file_, 3, "ses"), Lavoro::LeggereSessione, conSessione),
+                  sessione_, veicolo, canali);
     if (sessione_.Circuito.empty()) return;
     const auto divisione = LeggiFileSettori(sessione_.Circuito, kNumCanali);
     if (!divisione) return;

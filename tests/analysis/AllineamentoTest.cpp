@@ -204,7 +204,7 @@ TEST(Allineamento, GainedTimeOfTheSimulatedCarIsKnownToHundredths) {
 
 TEST(Allineamento, WhatCantBeAlignedSaysWhyAndTheOthersStay) {
     Corsa corsa = Formula(1.0 / 3.6, 0.9);
-    const Allineamento ganz(corsa.Log());
+    const Allineamento senzaGuasti(corsa.Log());
     corsa.Giri[0].Centesimi = 0;
     corsa.Giri[1].PrimaRiga = 0;
     corsa.Giri[1].UltimaRiga = -1;
@@ -219,7 +219,9 @@ TEST(Allineamento, WhatCantBeAlignedSaysWhyAndTheOthersStay) {
     EXPECT_EQ(allineati.Esito(3), PercheNo::SenzaDistanza);
     for (int i = 0; i < 4; ++i) EXPECT_FALSE(allineati.Allinea(i)) << i;
     for (int i = 4; i < 6; ++i) {
-        EXPECT_NEAR(allineati.Allinea(i).value().Inizio, ganz.Allinea(i).value().Inizio, 0.01) << i;
+        EXPECT_NEAR(allineati.Allinea(i).value().Inizio, senzaGuasti.Allinea(i).value().Inizio,
+                    0.01)
+            << i;
     }
     const Allineamento nulla(CorsaLog{});
     EXPECT_EQ(nulla.NumGiri(), 0);

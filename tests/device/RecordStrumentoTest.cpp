@@ -11,14 +11,15 @@
 #include "device/TabelleRecord.h"
 #include "project/DatiProgetto.h"
 #include "sensors/Curve.h"
-#include "shell/Editor.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
+#include "support/EditorProva.h"
 #include "support/SerialeProva.h"
 
 namespace lapvane {
 namespace {
 
+using prova::EditorProva;
 using prova::PlatformProva;
 using prova::PrincipaleProva;
 using prova::SerialeProva;
@@ -41,35 +42,6 @@ std::string Hex(std::string_view testo) {
     }
     return byte;
 }
-
-/// An editor without a window: each control's value as text, and "name!" whether it is enabled.
-class EditorProva : public Editor, public ControlliEditor {
- public:
-    using Valori = std::map<std::string, std::string, std::less<>>;
-    explicit EditorProva(std::string_view nome, Valori v = {}) : valori(std::move(v)), nome_(nome) {
-        ImpostaFormAttiva(this);
-    }
-    ~EditorProva() override { ImpostaFormAttiva(nullptr); }
-    std::string Stato() const {
-        std::string stato;
-        for (const auto& [controllo, valore] : valori) stato += controllo + "=" + valore + "|";
-        return stato;
-    }
-    std::string_view Nome() const override { return nome_; }
-    void AbilitaStrumento(bool) override {}
-    ControlliEditor* Controlli() override { return this; }
-    std::string Testo(std::string_view c) const override { return valori.find(c)->second; }
-    void Testo(std::string_view c, const std::string& t) override { valori[std::string(c)] = t; }
-    int Indice(std::string_view c) const override { return std::stoi(Testo(c)); }
-    void Indice(std::string_view c, int i) override { Testo(c, std::to_string(i)); }
-    bool Spunta(std::string_view c) const override { return Testo(c) == "1"; }
-    void Spunta(std::string_view c, bool s) override { Testo(c, s ? "1" : "0"); }
-    void Abilita(std::string_view c, bool a) override { Spunta(std::string(c) + "!", a); }
-    Valori valori;
-
- private:
-    std::string nome_;
-};
 
 /// The project's fields that are neither empty nor 0.
 std::string Progetto() {

@@ -5,6 +5,7 @@
 #include "sensors/CSensore.h"
 #include "sensors/Curve.h"
 #include "sensors/SensoriEditorProva.h"
+#include "support/EditorProva.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {
@@ -32,7 +33,7 @@ class SensoriEditor : public ::testing::Test {
         controlli.Spunta(kCanaliSensore[canale].chkAbil, accesa);
     }
     prova::PlatformProva macchina;
-    record::EditorProva controlli{"frmSensori"};
+    prova::EditorProva controlli{"frmSensori"};
 };
 
 // No two values are the same; the flags, which have their own test in the records', alternate.
@@ -59,7 +60,7 @@ TEST_F(SensoriEditor, EveryFieldHasItsControl) {
               "cboTemperaturaAcqua0!=0|cboTemperaturaOlio0=to|cboTemperaturaOlio0!=1|"
               "chkAbilCambio=0|chkAbilLB=1|chkAbilPB=1|chkAbilPO=0|chkAbilPT=0|chkAbilSG=1|"
               "chkAbilSensoreLambda=1|chkAbilTA=0|chkAbilTO=1|txtDiametroRuota=30000|"
-              "txtImpulsiRuota=-21|txtNumAccRPM=20");
+              "txtImpulsiRuota=-21|txtNumAccRPM=20|");
     R salvato;
     SalvaDatiSensori(controlli, salvato);
     EXPECT_EQ(salvato.ChannSG, 0) << "the inputs come later";
@@ -67,7 +68,9 @@ TEST_F(SensoriEditor, EveryFieldHasItsControl) {
     for (const auto& campo : kCampiProgetto) {
         EXPECT_EQ(record::Campo(salvato, campo.Nome), record::Campo(DatiProgetto, campo.Nome));
     }
-    controlli.Imposta("txtNumAccRPM=12.5|txtImpulsiRuota= |txtDiametroRuota=13,5|cboLAPO=-1");
+    for (const auto& [nome, valore] :
+         record::Coppie("txtNumAccRPM=12.5|txtImpulsiRuota= |txtDiametroRuota=13,5|cboLAPO=-1"))
+        controlli.Testo(nome, valore);
     SalvaDatiSensori(controlli, salvato);
     EXPECT_EQ(salvato.NumAccRPM, 12) << "half to even";
     EXPECT_EQ(salvato.ImpulsiRuota, 0);
@@ -111,7 +114,8 @@ TEST_F(SensoriEditor, OnlyTurboAccelerationAndLambdaFightForAnInput) {
 TEST_F(SensoriEditor, CurvesGoOutByTheirBoxAndTheAccelerationByTheTurbos) {
     Sensore("PressioneTurbo", "turbo", 0.5);
     Sensore("SensoreG", "g", 3.0);
-    controlli.Imposta("cboPressioneTurbo=turbo|cboSG=g");
+    for (const auto& [nome, valore] : record::Coppie("cboPressioneTurbo=turbo|cboSG=g"))
+        controlli.Testo(nome, valore);
     CurvaX.fill(7);
     CurvaY.fill(7);
     Spunta(kCanaleSG, true);
