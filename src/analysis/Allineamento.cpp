@@ -238,66 +238,70 @@ bool Allineamento::Continuo(int i) const {
 std::vector<Allineamento::Evento> Allineamento::Eventi(int i, double da, double a,
                                                        bool vicini) const {
     std::vector<Evento> eventi;
-    const GiroDelLog& giro = Giro(i);
     const auto righe = static_cast<std::int32_t>(corsa_.Distanza.size());
-    const double inizio = passaggi_[static_cast<std::size_t>(i)];
-    const bool prima = vicini && lunghezza_ > 0.0 && Continuo(i);
-    const bool dopo = vicini && lunghezza_ > 0.0 && giro.UltimaRiga + 1 < righe;
-    const auto primaRiga = std::max<std::int32_t>(
-        prima ? 0 : giro.PrimaRiga, static_cast<std::int32_t>(std::ceil(da / kRiga - 1e-9)));
-    const auto ultimaRiga =
-        std::min<std::int32_t>(dopo ? righe - 1 : giro.UltimaRiga,
-                               static_cast<std::int32_t>(std::floor(a / kRiga + 1e-9)));
-    std::int32_t uguali = 0;  // rows of the metre at hand that lie behind
-    for (std::int32_t r = primaRiga; r <= ultimaRiga;) {
-        const double d = corsa_.Distanza[static_cast<std::size_t>(r)];
-        double somma = 0.0;
-        if (r < giro.PrimaRiga) {
-            somma = -lunghezza_;
-        } else if (r < giro.PrimaRiga + kRigheRecord) {
-            // The record of the crossing: only what is surely behind it.
-            if (d <= 0.0 || d > kMetriResidui || r * kRiga < inizio - 0.5 * kRiga) {
-                ++r;
-                uguali = 0;
-                continue;
-            }
-        } else if (r > giro.UltimaRiga) {
-            somma = lunghezza_;
-            if (r <= giro.UltimaRiga + kRigheRecord && (d <= 0.0 || d > kMetriResidui)) {
-                ++r;
-                uguali = 0;
-                continue;
-            }
+    const bool conVicini = vicini && lunghezza_ > 0.0;
+    const std::int32_t prima = conVicini && Continuo(i) ? 0 : Giro(i).PrimaRiga;
+    const std::int32_t ultima = conVicini ? righe - 1 : Giro(i).UltimaRiga;
+    AggiungiPosti(i, std::max(prima, static_cast<std::int32_t>(std::ceil(da / kRiga - 1e-9))),
+                  std::min(ultima, static_cast<std::int32_t>(std::floor(a / kRiga + 1e-9))),
+                  eventi);
+    if (scala_ <= 0.0) return eventi;
+    for (auto b = static_cast<std::int32_t>(std::floor(std::max(da, 0.0))); b <= a; ++b) {
+        const double tempo = b + istante_;
+        const std::int32_t r = (b + 1) * kRigheRecord;  // of the record's reading
+        if (tempo < da || tempo > a || r >= righe) continue;
+        if (r < prima || r > ultima + kRigheRecord) continue;
+        const double lettura = corsa_.Velocita[static_cast<std::size_t>(r)];
+        eventi.push_back({tempo, 1, lettura * scala_, kVarianzaLettura * scala_ * scala_});
+    }
+    return eventi;
+}
+
+/// Metres to add to the distance of a row, so that it counts from the line of lap `i`; nothing for
+/// a row of a crossing's record that may lie before it.
+std::optional<double> Allineamento::DallaLinea(int i, std::int32_t riga) const {
+    const GiroDelLog& giro = Giro(i);
+    const double d = corsa_.Distanza[static_cast<std::size_t>(riga)];
+    const bool incerta = d <= 0.0 || d > kMetriResidui;
+    if (riga < giro.PrimaRiga) return -lunghezza_;
+    if (riga < giro.PrimaRiga + kRigheRecord) {
+        const double inizio = passaggi_[static_cast<std::size_t>(i)];
+        if (incerta || riga * kRiga < inizio - 0.5 * kRiga) return std::nullopt;
+        return 0.0;
+    }
+    if (riga <= giro.UltimaRiga) return 0.0;
+    if (riga <= giro.UltimaRiga + kRigheRecord && incerta) return std::nullopt;
+    return lunghezza_;
+}
+
+void Allineamento::AggiungiPosti(int i, std::int32_t prima, std::int32_t ultima,
+                                 std::vector<Evento>& eventi) const {
+    const auto metri = [this](std::int32_t r) {
+        return corsa_.Distanza[static_cast<std::size_t>(r)];
+    };
+    std::int32_t uguali = 0;  // rows of the metre before that lie behind
+    for (std::int32_t r = prima; r <= ultima;) {
+        const auto somma = DallaLinea(i, r);
+        if (!somma) {
+            ++r;
+            uguali = 0;
+            continue;
         }
+        const double d = metri(r);
         std::int32_t oltre = r + 1;
-        while (oltre <= ultimaRiga && corsa_.Distanza[static_cast<std::size_t>(oltre)] == d)
-            ++oltre;
+        while (oltre <= ultima && metri(oltre) == d) ++oltre;
         const std::int32_t quante = oltre - r;
         // A slow car shows the same metre for several rows, which is one thing told and not
         // several; the row in which the metre changes tells more.
-        if (uguali > 0 && corsa_.Distanza[static_cast<std::size_t>(r - 1)] == d - 1.0 &&
-            std::min(uguali, quante) > 1) {
-            const double n = std::min(uguali, quante);
-            eventi.push_back({(r - 0.5) * kRiga, 0, d + somma, kVarianzaMetri / (n * n)});
+        const std::int32_t n = std::min(uguali, quante);
+        if (n > 1 && metri(r - 1) == d - 1.0) {
+            eventi.push_back({(r - 0.5) * kRiga, 0, d + *somma, kVarianzaMetri / (n * n)});
         }
         for (; r < oltre; ++r) {
-            eventi.push_back({r * kRiga, 0, d + 0.5 + somma, kVarianzaMetri * quante});
+            eventi.push_back({r * kRiga, 0, d + 0.5 + *somma, kVarianzaMetri * quante});
         }
         uguali = quante;
     }
-    if (scala_ > 0.0) {
-        const auto primo = std::max<std::int32_t>(0, static_cast<std::int32_t>(std::floor(da)));
-        for (std::int32_t b = primo; b <= a; ++b) {
-            const double tempo = b + istante_;
-            const std::int32_t r = (b + 1) * kRigheRecord;
-            if (tempo < da || tempo > a || r >= righe) continue;
-            if (r < giro.PrimaRiga && !prima) continue;
-            if (r > giro.UltimaRiga + kRigheRecord && !dopo) continue;
-            const double lettura = corsa_.Velocita[static_cast<std::size_t>(r)];
-            eventi.push_back({tempo, 1, lettura * scala_, kVarianzaLettura * scala_ * scala_});
-        }
-    }
-    return eventi;
 }
 
 std::vector<Allineamento::Nodo> Allineamento::Leviga(std::vector<Evento> eventi) {

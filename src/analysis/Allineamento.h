@@ -94,6 +94,9 @@ class Allineamento {
     double Passaggio(int i, bool daDueLati) const;
     void MettiInsieme(const std::vector<double>& trovati);
     std::vector<Evento> Eventi(int i, double da, double a, bool vicini) const;
+    void AggiungiPosti(int i, std::int32_t prima, std::int32_t ultima,
+                       std::vector<Evento>& eventi) const;
+    std::optional<double> DallaLinea(int i, std::int32_t riga) const;
     static std::vector<Nodo> Leviga(std::vector<Evento> eventi);
     bool Continuo(int i) const;
 

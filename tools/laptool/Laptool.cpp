@@ -246,6 +246,79 @@ double At(const LogAperto& log, const Compared& lap, const CanaleLog& channel, d
     return log.Valore(channel.Colonna, lap.Lap.Inizio + lap.Lap.TempoA(share * lap.Lap.Lunghezza));
 }
 
+/// What `Compare` prints: its columns, and a row for each place.
+struct Comparison {
+    std::vector<std::string> Heads;
+    std::vector<std::vector<double>> Rows;
+};
+
+/// The first of `laps` is the reference.
+Comparison Columns(const LogAperto& log, const std::vector<Compared>& laps,
+                   const CompareRequest& request) {
+    std::vector<const CanaleLog*> channels;
+    for (const std::string& name : request.Channels) channels.push_back(&Find(log, name));
+    Comparison table;
+    table.Heads = {"distance"};
+    for (std::size_t i = 1; i < laps.size(); ++i) {
+        table.Heads.push_back("delta " + std::to_string(laps[i].Number));
+    }
+    for (const CanaleLog* channel : channels) {
+        for (const Compared& lap : laps) {
+            table.Heads.push_back(Utf8Da1252(NameOf(log, *channel)) + " " +
+                                  std::to_string(lap.Number));
+        }
+    }
+    const GiroAllineato& reference = laps.front().Lap;
+    const double step = request.As == Form::Text ? 50.0 : 1.0;
+    for (const double metres : Griglia(reference.Lunghezza, step)) {
+        std::vector<double> row = {metres};
+        for (std::size_t i = 1; i < laps.size(); ++i) {
+            row.push_back(Distacco(laps[i].Lap, reference, metres));
+        }
+        const double share = std::min(1.0, metres / reference.Lunghezza);
+        for (const CanaleLog* channel : channels) {
+            for (const Compared& lap : laps) row.push_back(At(log, lap, *channel, share));
+        }
+        table.Rows.push_back(std::move(row));
+    }
+    return table;
+}
+
+std::string CompareJson(const Comparison& table, const CompareRequest& request) {
+    ordered_json json;
+    json["reference"] = request.Reference;
+    json["laps"] = request.Laps;
+    json["columns"] = table.Heads;
+    json["rows"] = ordered_json::array();
+    for (std::vector<double> row : table.Rows) {
+        for (double& value : row) value = std::round(value * 1000.0) / 1000.0;
+        json["rows"].push_back(row);
+    }
+    return json.dump() + "\n";
+}
+
+/// Fields between commas, or columns for people, in which `deltas` columns have a sign.
+std::string CompareLines(const Comparison& table, std::size_t deltas, bool csv) {
+    std::string text;
+    const auto field = [&](std::size_t i, const std::string& value) {
+        if (csv) {
+            text += (i == 0 ? "" : ",") + value;
+        } else {
+            text += Pad(value, std::max<std::size_t>(table.Heads[i].size() + 2, 10));
+        }
+    };
+    for (std::size_t i = 0; i < table.Heads.size(); ++i) field(i, table.Heads[i]);
+    text += "\n";
+    for (const std::vector<double>& row : table.Rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            const bool delta = i >= 1 && i <= deltas;
+            field(i, csv ? Seconds(row[i], 3) : delta ? Signed(row[i]) : Seconds(row[i], 1));
+        }
+        text += "\n";
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string Laps(const LapsRequest& request) {
@@ -264,75 +337,11 @@ std::string Laps(const LapsRequest& request) {
 
 std::string Compare(const CompareRequest& request) {
     const LogAperto log = Open(request.File);
-    const Compared reference = Take(log, request.Reference);
-    std::vector<Compared> laps;
+    std::vector<Compared> laps = {Take(log, request.Reference)};
     for (const int number : request.Laps) laps.push_back(Take(log, number));
-    std::vector<const CanaleLog*> channels;
-    for (const std::string& name : request.Channels) channels.push_back(&Find(log, name));
-
-    // The columns, and what stands in each at a place.
-    const double length = reference.Lap.Lunghezza;
-    std::vector<std::string> heads = {"distance"};
-    for (const Compared& lap : laps) heads.push_back("delta " + std::to_string(lap.Number));
-    std::vector<const Compared*> all = {&reference};
-    for (const Compared& lap : laps) all.push_back(&lap);
-    for (const CanaleLog* channel : channels) {
-        for (const Compared* lap : all) {
-            heads.push_back(Utf8Da1252(NameOf(log, *channel)) + " " + std::to_string(lap->Number));
-        }
-    }
-    const auto row = [&](double metres) {
-        std::vector<double> values = {metres};
-        for (const Compared& lap : laps) values.push_back(Distacco(lap.Lap, reference.Lap, metres));
-        for (const CanaleLog* channel : channels) {
-            for (const Compared* lap : all) {
-                values.push_back(At(log, *lap, *channel, std::min(1.0, metres / length)));
-            }
-        }
-        return values;
-    };
-    const std::vector<double> places = Griglia(length, request.As == Form::Text ? 50.0 : 1.0);
-
-    if (request.As == Form::Json) {
-        ordered_json json;
-        json["reference"] = request.Reference;
-        json["laps"] = request.Laps;
-        json["columns"] = heads;
-        json["rows"] = ordered_json::array();
-        for (const double metres : places) {
-            std::vector<double> values = row(metres);
-            for (double& value : values) value = std::round(value * 1000.0) / 1000.0;
-            json["rows"].push_back(values);
-        }
-        return json.dump() + "\n";
-    }
-    std::string text;
-    const bool csv = request.As == Form::Csv;
-    const auto line = [&](const std::vector<std::string>& fields) {
-        for (std::size_t i = 0; i < fields.size(); ++i) {
-            if (csv) {
-                text += (i == 0 ? "" : ",") + fields[i];
-            } else {
-                text += Pad(fields[i], std::max<std::size_t>(heads[i].size() + 2, 10));
-            }
-        }
-        text += "\n";
-    };
-    line(heads);
-    for (const double metres : places) {
-        const std::vector<double> values = row(metres);
-        std::vector<std::string> fields;
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            const bool delta = i >= 1 && i <= laps.size();
-            if (csv) {
-                fields.push_back(Seconds(values[i], 3));
-            } else {
-                fields.push_back(delta ? Signed(values[i]) : Seconds(values[i], 1));
-            }
-        }
-        line(fields);
-    }
-    return text;
+    const Comparison table = Columns(log, laps, request);
+    if (request.As == Form::Json) return CompareJson(table, request);
+    return CompareLines(table, request.Laps.size(), request.As == Form::Csv);
 }
 
 }  // namespace lapvane::laptool
