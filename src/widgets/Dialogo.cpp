@@ -6,6 +6,8 @@
 #include <QHBoxLayout>
 #include <QPointer>
 #include <QScreen>
+#include <QTimer>
+#include <algorithm>
 #include <utility>
 
 #include "platform/qt/TestoQt.h"
@@ -25,6 +27,18 @@ void TieniPosto(QWidget* widget) {
 QSize NelloSchermo(const QWidget& finestra, QSize misura) {
     const QScreen* schermo = finestra.screen();
     return misura.boundedTo(schermo != nullptr ? schermo->availableSize() : QSize(1366, 768));
+}
+
+void PortaNelloSchermo(QWidget& finestra) {
+    const QScreen* schermo = finestra.screen();
+    if (schermo == nullptr) return;
+    const QRect libero = schermo->availableGeometry();
+    const QRect cornice = finestra.frameGeometry();
+    const int x =
+        std::max(libero.left(), std::min(cornice.x(), libero.right() + 1 - cornice.width()));
+    const int y =
+        std::max(libero.top(), std::min(cornice.y(), libero.bottom() + 1 - cornice.height()));
+    if (QPoint(x, y) != cornice.topLeft()) finestra.move(x, y);
 }
 
 QLabel* Etichetta(QWidget* dove, std::string_view nome, QWidget* compagno) {
@@ -99,6 +113,11 @@ void Dialogo::SenzaRotella(QComboBox* lista) {
 }
 
 bool Dialogo::event(QEvent* evento) {
+    // The window manager has its own mind about the place, and tells it a little later.
+    constexpr int kPoiPosto = 150;  // ms
+    if (evento->type() == QEvent::WindowActivate && !std::exchange(aSuoPosto_, true)) {
+        QTimer::singleShot(kPoiPosto, this, [this] { PortaNelloSchermo(*this); });
+    }
     if (evento->type() == QEvent::WindowActivate && seguono_) Protetto([this] { Testi(); });
     return QDialog::event(evento);
 }

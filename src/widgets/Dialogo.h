@@ -21,6 +21,10 @@ void TieniPosto(QWidget* widget);
 /// A size that fits the screen of a window.
 QSize NelloSchermo(const QWidget& finestra, QSize misura);
 
+/// Moves a window that reaches beyond its screen back into it; one that is larger keeps its top
+/// left corner in view.
+void PortaNelloSchermo(QWidget& finestra);
+
 /// A label of that name; its Alt letter leads to `compagno`.
 QLabel* Etichetta(QWidget* dove, std::string_view nome, QWidget* compagno = nullptr);
 
@@ -62,7 +66,8 @@ class Dialogo : public QDialog {
     QPushButton* CancelButton_ = nullptr;
 
  private:
-    bool seguono_ = false;  // the texts, the language
+    bool seguono_ = false;    // the texts, the language
+    bool aSuoPosto_ = false;  // put into the screen once; where a person moves it is his affair
 };
 
 }  // namespace lapvane
