@@ -1,4 +1,4 @@
-#include "analysis/LogAperto.h"
+#include "analysis/compare/LogAperto.h"
 
 #include <algorithm>
 #include <cmath>

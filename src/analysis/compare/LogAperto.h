@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "analysis/Allineamento.h"
 #include "analysis/FileTim.h"
 #include "analysis/Giri.h"
 #include "analysis/TabellaArray.h"
+#include "analysis/compare/Allineamento.h"
 #include "reports/DatiSessione.h"
 
 namespace lapvane {
