@@ -6,7 +6,7 @@
 
 #include "FullLog.h"
 #include "analysis/LettoreDati.h"
-#include "analysis/LogAperto.h"
+#include "analysis/compare/LogAperto.h"
 #include "platform/FileTesto.h"
 #include "tools/support/BarePlatform.h"
 

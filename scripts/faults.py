@@ -59,7 +59,7 @@ class Fault:
         parts = self.file.split("/")
         if parts[0] == "src":
             window = re.match(r"(frm|dlg|Disegno|main\.cpp)", parts[-1])
-            if len(parts) > 3 or parts[1] == "widgets" or window:
+            if parts[1:3] == ["platform", "qt"] or parts[1] == "widgets" or window:
                 return "windows", "/".join(parts[1:-1]) or "main"
             return "logic", parts[1]
         return ("tools" if parts[0] == "tools" else "logic"), "/".join(parts[:-1])

@@ -33,9 +33,9 @@ def windows(folder):
 # From the ground up: room, its files without .h and .cpp, the rooms that it may include beside itself.
 BASE = ["platform", "shell"]
 QT = [*BASE, "platform/qt", "widgets", "widgets/style"]
-LOGIC = [*BASE, "project", "sensors", "device", "logs", "reports", "analysis"]
+LOGIC = [*BASE, "project", "sensors", "device", "logs", "reports", "analysis", "compare"]
 WINDOWS = ["project windows", "sensors windows", "device windows", "logs windows", "reports windows",
-           "analysis windows", "shell windows"]
+           "compare windows", "analysis windows", "shell windows"]
 PROGRAM = [*LOGIC, *QT, *WINDOWS]
 
 ROOMS = [
@@ -47,6 +47,7 @@ ROOMS = [
     ("logs", logic("logs"), [*BASE, "project", "device"]),
     ("reports", logic("reports"), [*BASE, "project"]),
     ("analysis", logic("analysis"), [*BASE, "project", "reports"]),
+    ("compare", logic("analysis/compare"), [*BASE, "project", "reports", "analysis"]),
     ("platform/qt", rf"src/platform/qt/{ANY}", ["platform"]),
     ("widgets/style", rf"src/widgets/style/{ANY}", ["platform", "platform/qt"]),
     ("widgets", rf"src/widgets/{ANY}", [*BASE, "platform/qt", "widgets/style"]),
@@ -55,8 +56,10 @@ ROOMS = [
     ("device windows", windows("device"), [*QT, "project", "sensors", "device"]),
     ("logs windows", windows("logs"), [*QT, "project", "device", "logs"]),
     ("reports windows", windows("reports"), [*QT, "project", "reports"]),
+    ("compare windows", windows("analysis/compare"),
+     [*QT, "project", "reports", "analysis", "compare", "reports windows"]),
     ("analysis windows", windows("analysis"),
-     [*QT, "project", "reports", "analysis", "reports windows"]),
+     [*QT, "project", "reports", "analysis", "compare", "reports windows", "compare windows"]),
     ("shell windows", windows("shell"), [*LOGIC, *QT, *WINDOWS]),
     ("main", r"src/main", ["platform/qt", "shell windows"]),
     ("instrument", rf"instrument/{ANY}", [*BASE, "sensors", "device"]),
@@ -69,7 +72,7 @@ ROOMS = [
     ("tools/tour", rf"tools/tour/{ANY}", [*PROGRAM, "instrument", "tools/support"]),
     ("bench", rf"bench/{ANY}", [*PROGRAM, "instrument", "tools/support"]),
     ("tests/support", rf"tests/support/{ANY}", [*PROGRAM, "instrument", "tools/support"]),
-    ("tests", rf"tests/(?!support/|fuzz/){ANY}/{ANY}",
+    ("tests", rf"tests/(?!support/|fuzz/){ANY}/(compare/)?{ANY}",
      [*PROGRAM, "instrument", "tools/support", "tools/texttable", "tools/laptool", "tests/support"]),
     ("tests/fuzz", rf"tests/fuzz/{ANY}", [*LOGIC, "instrument", "tools/support", "tools/texttable"]),
 ]

@@ -46,6 +46,11 @@ namespace lapvane {
     RIGA(ConvertireLog, "converting the log", "conversione del log")                            \
     RIGA(LeggereLog, "reading the log", "lettura del log")                                      \
     RIGA(LeggereTempi, "reading the lap times", "lettura dei tempi sul giro")                   \
+    RIGA(LeggereScelte, "reading the choices of the comparison",                                \
+         "lettura delle scelte del confronto")                                                  \
+    RIGA(ScrivereScelte, "writing the choices of the comparison",                               \
+         "scrittura delle scelte del confronto")                                                \
+    RIGA(ScrivereConfronto, "writing the compared laps", "scrittura dei giri confrontati")      \
     RIGA(ChiedereAnalisi, "asking an analysis for a channel or a lap",                          \
          "richiesta di un canale o di un giro a un'analisi")                                    \
     RIGA(LeggereSettori, "reading the sectors", "lettura dei settori")                          \

@@ -6,7 +6,7 @@
 
 #include "analysis/AnalisiDatiFoglio.h"
 #include "analysis/AnalisiDatiSpeed.h"
-#include "analysis/LogAperto.h"
+#include "analysis/compare/LogAperto.h"
 #include "fuzz/Fuzz.h"
 #include "fuzz/FuzzPlatform.h"
 #include "reports/Circuiti.h"

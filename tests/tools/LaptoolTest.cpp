@@ -4,7 +4,7 @@
 
 #include <sstream>
 
-#include "analysis/LogAperto.h"
+#include "analysis/compare/LogAperto.h"
 #include "platform/ErroreRuntime.h"
 #include "reports/DatiSessione.h"
 #include "support/Cartelle.h"

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "analysis/ConfrontoGiri.h"
-#include "analysis/LogAperto.h"
+#include "analysis/compare/ConfrontoGiri.h"
+#include "analysis/compare/LogAperto.h"
 #include "platform/FileTesto.h"
 #include "platform/Testo1252.h"
 #include "shell/NumeroTesto.h"

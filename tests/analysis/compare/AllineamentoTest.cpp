@@ -1,14 +1,14 @@
-#include "analysis/Allineamento.h"
+#include "analysis/compare/Allineamento.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
 
-#include "analysis/ConfrontoGiri.h"
 #include "analysis/Giri.h"
 #include "analysis/LettoreDati.h"
 #include "analysis/TabellaArray.h"
+#include "analysis/compare/ConfrontoGiri.h"
 #include "device/Codec.h"
 #include "instrument/Circuito.h"
 #include "instrument/Memoria.h"

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "analysis/Allineamento.h"
+#include "analysis/compare/Allineamento.h"
 
 namespace lapvane {
 

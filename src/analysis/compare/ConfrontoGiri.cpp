@@ -1,4 +1,4 @@
-#include "analysis/ConfrontoGiri.h"
+#include "analysis/compare/ConfrontoGiri.h"
 
 #include <algorithm>
 #include <cmath>

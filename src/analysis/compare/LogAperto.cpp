@@ -1,4 +1,4 @@
-#include "analysis/LogAperto.h"
+#include "analysis/compare/LogAperto.h"
 
 #include <algorithm>
 #include <cmath>
@@ -137,10 +137,13 @@ void LogAperto::LeggiSessioneECircuito() {
 
 void LogAperto::TrovaGiri() {
     righe_ = CercaGiriColonna(tabella_.Colonna(kColonnaGiro, Piano::Laterale), 0);
-    for (int i = kPrimoGiro; i < tempi_.IndiceFine() - 1; ++i) {
+    // Without lap times there are still the laps that the log marks, all but the last one, which
+    // nothing ends.
+    const int fine = conTempi_ ? tempi_.IndiceFine() - 1 : righe_.Numero;
+    for (int i = kPrimoGiro; i < fine; ++i) {
         const std::size_t k = static_cast<std::size_t>(i - kPrimoGiro);
-        if (k >= tempi_.Righe.size()) break;
-        const RigaTim& riga = tempi_.Righe[k];
+        if (conTempi_ && k >= tempi_.Righe.size()) break;
+        const RigaTim riga = conTempi_ ? tempi_.Righe[k] : RigaTim{};
         GiroDelLog giro;
         giro.Indice = i;
         giro.Centesimi = CentesimiDi(riga.Tempo);

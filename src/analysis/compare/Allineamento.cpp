@@ -1,4 +1,4 @@
-#include "analysis/Allineamento.h"
+#include "analysis/compare/Allineamento.h"
 
 #include <algorithm>
 #include <array>

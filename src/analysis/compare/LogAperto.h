@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "analysis/Allineamento.h"
 #include "analysis/FileTim.h"
 #include "analysis/Giri.h"
 #include "analysis/TabellaArray.h"
+#include "analysis/compare/Allineamento.h"
 #include "reports/DatiSessione.h"
 
 namespace lapvane {
@@ -37,7 +37,7 @@ class LogAperto {
     /// Metres of each sector of the session's circuit; empty without one, or without a division.
     const std::vector<double>& Settori() const { return settori_; }
 
-    /// Timed laps in the order of the log.
+    /// Timed laps in the order of the log; without a file of lap times those that it marks.
     const std::vector<GiroDelLog>& Giri() const { return giri_; }
     /// The number that the lap table shows of lap `i`.
     int Numero(int i) const { return numeri_[static_cast<std::size_t>(i)]; }

@@ -1,0 +1,1 @@
+#include "analysis/compare/DisegnoQuadri.h"

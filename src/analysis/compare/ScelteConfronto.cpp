@@ -1,0 +1,124 @@
+#include "analysis/compare/ScelteConfronto.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
+#include "platform/Platform.h"
+#include "shell/NumeroTesto.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr std::string_view kPrimaRiga = "lapvane-compare 1";
+constexpr std::size_t kByteMassimi = 1 << 18;
+
+std::string Numero(int n) {
+    return TestoNumero(static_cast<std::int64_t>(n));
+}
+
+/// "R12 A10": letters and laps of the log before.
+void LeggiGiri(std::string_view valore, ScelteLog& log) {
+    while (!(valore = Rifila(valore)).empty()) {
+        const std::size_t fine = std::min(valore.find(' '), valore.size());
+        const char lettera = valore.front();
+        const auto numero = LeggiIntero(valore.substr(1, fine - 1));
+        if ((lettera == 'R' || (lettera >= 'A' && lettera <= 'F')) && numero) {
+            log.Giri.emplace_back(lettera, *numero);
+        }
+        valore.remove_prefix(fine);
+    }
+}
+
+void LeggiRiga(std::string_view chiave, const std::string& valore, ScelteConfronto& scelte) {
+    if (chiave == "axis") {
+        scelte.PerDistanza = valore != "time";
+    } else if (chiave == "parts") {
+        const int parti = LeggiIntero(valore).value_or(0);
+        if (parti >= 3 && parti <= 20) scelte.Parti = parti;
+    } else if (chiave == "pane") {
+        scelte.Quadri.push_back(valore);
+    } else if (chiave == "map") {
+        scelte.Mappa = valore;
+    } else if (chiave == "x") {
+        scelte.X = valore;
+    } else if (chiave == "y") {
+        scelte.Y = valore;
+    } else if (chiave == "xy") {
+        scelte.Linea = valore == "line";
+    } else if (chiave == "histogram") {
+        scelte.Istogramma = valore;
+    } else if (chiave == "log" && scelte.Log.size() < kLogRicordati) {
+        scelte.Log.push_back(
+            {std::filesystem::path(std::u8string(valore.begin(), valore.end())), {}});
+    } else if (chiave == "laps" && !scelte.Log.empty()) {
+        LeggiGiri(valore, scelte.Log.back());
+    }
+}
+
+}  // namespace
+
+std::filesystem::path FileScelte() {
+    return platform().AppPath() / "Compare.lapvane";
+}
+
+ScelteConfronto LeggiScelte(std::string_view testo) {
+    ScelteConfronto scelte;
+    LettoreRighe righe(testo);
+    if (righe.Prossima() != kPrimaRiga) return scelte;
+    while (!righe.Fine()) {
+        const std::string_view riga = righe.Prossima();
+        const std::size_t uguale = riga.find('=');
+        if (uguale == std::string_view::npos) continue;
+        LeggiRiga(riga.substr(0, uguale), DaUnaRiga(riga.substr(uguale + 1)), scelte);
+    }
+    return scelte;
+}
+
+std::string ScriviScelte(const ScelteConfronto& scelte) {
+    std::string testo(kPrimaRiga);
+    testo += "\n";
+    const auto riga = [&testo](std::string_view chiave, const std::string& valore) {
+        testo += std::string(chiave) + "=" + InUnaRiga(valore) + "\n";
+    };
+    riga("axis", scelte.PerDistanza ? "distance" : "time");
+    riga("parts", Numero(scelte.Parti));
+    for (const std::string& quadro : scelte.Quadri) riga("pane", quadro);
+    riga("map", scelte.Mappa);
+    riga("x", scelte.X);
+    riga("y", scelte.Y);
+    riga("xy", scelte.Linea ? "line" : "points");
+    riga("histogram", scelte.Istogramma);
+    for (std::size_t i = 0; i < std::min(scelte.Log.size(), kLogRicordati); ++i) {
+        const std::u8string file = scelte.Log[i].File.u8string();
+        riga("log", std::string(file.begin(), file.end()));
+        std::string giri;
+        for (const auto& [lettera, numero] : scelte.Log[i].Giri) {
+            giri += (giri.empty() ? "" : " ") + std::string(1, lettera) + Numero(numero);
+        }
+        riga("laps", giri);
+    }
+    return testo;
+}
+
+ScelteConfronto CaricaScelte() {
+    try {
+        const auto file = FileScelte();
+        if (!FileEsiste(file)) return {};
+        return LeggiScelte(LeggiFile(file, Lavoro::LeggereScelte, kByteMassimi));
+    } catch (const std::exception&) {
+        return {};
+    }
+}
+
+void SalvaScelte(const ScelteConfronto& scelte) {
+    try {
+        ScriviFile(FileScelte(), ScriviScelte(scelte), Lavoro::ScrivereScelte);
+    } catch (const ErroreRuntime&) {
+        // Choices are not worth a message.
+    }
+}
+
+}  // namespace lapvane
