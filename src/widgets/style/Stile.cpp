@@ -92,6 +92,21 @@ void Elenco(const Stile& stile, const QStyleOptionComboBox& o, QPainter& penna,
     Freccia(penna, freccia.center(), Qt::DownArrow, ColoreFreccia(o));
 }
 
+void TestoElenco(const Stile& stile, const QStyleOptionComboBox& o, QPainter& penna,
+                 const QWidget* widget) {
+    const bool attivo = o.state & QStyle::State_Enabled;
+    QRect r = stile.subControlRect(QStyle::CC_ComboBox, &o, QStyle::SC_ComboBoxEditField, widget);
+    if (!o.currentIcon.isNull()) {
+        const QRect icona(r.left(), r.center().y() - o.iconSize.height() / 2, o.iconSize.width(),
+                          o.iconSize.height());
+        o.currentIcon.paint(&penna, icona, Qt::AlignCenter,
+                            attivo ? QIcon::Normal : QIcon::Disabled);
+        r.setLeft(icona.right() + kSpazio);
+    }
+    stile.drawItemText(&penna, r, Qt::AlignLeft | Qt::AlignVCenter, o.palette, attivo,
+                       o.currentText, QPalette::Text);
+}
+
 void Spin(const Stile& stile, const QStyleOptionSpinBox& o, QPainter& penna,
           const QWidget* widget) {
     if (o.frame) Campo(penna, o, o.state & QStyle::State_HasFocus);
@@ -268,16 +283,7 @@ bool Stile::DisegnaTesto(ControlElement parte, const QStyleOption& opzioni, QPai
     if (parte == CE_ComboBoxLabel) {
         const auto* o = qstyleoption_cast<const QStyleOptionComboBox*>(&opzioni);
         if (!o || o->editable) return false;
-        QRect r = subControlRect(CC_ComboBox, o, SC_ComboBoxEditField, widget);
-        if (!o->currentIcon.isNull()) {
-            const QRect icona(r.left(), r.center().y() - o->iconSize.height() / 2,
-                              o->iconSize.width(), o->iconSize.height());
-            o->currentIcon.paint(&penna, icona, Qt::AlignCenter,
-                                 o->state & State_Enabled ? QIcon::Normal : QIcon::Disabled);
-            r.setLeft(icona.right() + kSpazio);
-        }
-        drawItemText(&penna, r, Qt::AlignLeft | Qt::AlignVCenter, o->palette,
-                     o->state & State_Enabled, o->currentText, QPalette::Text);
+        TestoElenco(*this, *o, penna, widget);
         return true;
     }
     return false;

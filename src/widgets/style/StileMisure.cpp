@@ -6,6 +6,7 @@
 #include <QFocusFrame>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyleOption>
 #include <QTextEdit>
@@ -144,62 +145,76 @@ QRect ParteSpin(const QStyleOptionSpinBox& o, QStyle::SubControl parte) {
     }
 }
 
+/// The metrics that are the same for all fonts and widgets; less than 0: not one of them.
+int MisuraFissa(QStyle::PixelMetric misura) {
+    switch (misura) {
+        case QStyle::PM_ButtonMargin:
+        case QStyle::PM_ScrollBarExtent:
+            return 12;
+        case QStyle::PM_ComboBoxFrameWidth:
+        case QStyle::PM_SpinBoxFrameWidth:
+        case QStyle::PM_MenuPanelWidth:
+        case QStyle::PM_TabBarBaseOverlap:
+            return 1;
+        case QStyle::PM_ButtonDefaultIndicator:
+        case QStyle::PM_ButtonShiftHorizontal:
+        case QStyle::PM_ButtonShiftVertical:
+        case QStyle::PM_ToolBarFrameWidth:
+        case QStyle::PM_TabBarTabOverlap:
+        case QStyle::PM_TabBarTabShiftVertical:
+        case QStyle::PM_TabBarTabShiftHorizontal:
+        case QStyle::PM_MenuHMargin:
+            return 0;
+        case QStyle::PM_LayoutHorizontalSpacing:
+        case QStyle::PM_LayoutVerticalSpacing:
+        case QStyle::PM_SplitterWidth:
+        case QStyle::PM_CheckBoxLabelSpacing:
+        case QStyle::PM_RadioButtonLabelSpacing:
+            return kSpazio;
+        case QStyle::PM_IndicatorWidth:
+        case QStyle::PM_IndicatorHeight:
+        case QStyle::PM_ExclusiveIndicatorWidth:
+        case QStyle::PM_ExclusiveIndicatorHeight:
+        case QStyle::PM_SmallIconSize:
+            return kLatoSpunta;
+        case QStyle::PM_ScrollBarSliderMin:
+            return kManigliaMinima;
+        case QStyle::PM_ToolBarIconSize:
+            return kLatoIcona;
+        case QStyle::PM_ToolBarItemSpacing:
+            return 2;
+        case QStyle::PM_ToolBarItemMargin:
+        case QStyle::PM_MenuVMargin:
+            return 4;
+        case QStyle::PM_ToolBarSeparatorExtent:
+            return 17;
+        case QStyle::PM_TabBarTabHSpace:
+            return 32;
+        case QStyle::PM_TabBarTabVSpace:
+        case QStyle::PM_MenuButtonIndicator:
+            return 12;
+        default:
+            return -1;
+    }
+}
+
 }  // namespace
 
 int Stile::pixelMetric(PixelMetric misura, const QStyleOption* opzioni,
                        const QWidget* widget) const {
+    if (const int fissa = MisuraFissa(misura); fissa >= 0) return fissa;
     switch (misura) {
-        case PM_ButtonMargin:
-        case PM_ScrollBarExtent:
-            return 12;
-        case PM_DefaultFrameWidth:
-        case PM_ComboBoxFrameWidth:
-        case PM_SpinBoxFrameWidth:
-        case PM_MenuPanelWidth:
-        case PM_TabBarBaseOverlap:
-            return 1;
-        case PM_ButtonDefaultIndicator:
-        case PM_ButtonShiftHorizontal:
-        case PM_ButtonShiftVertical:
-        case PM_ToolBarFrameWidth:
-        case PM_TabBarTabOverlap:
-        case PM_TabBarTabShiftVertical:
-        case PM_TabBarTabShiftHorizontal:
-        case PM_MenuHMargin:
-            return 0;
-        case PM_LayoutHorizontalSpacing:
-        case PM_LayoutVerticalSpacing:
-        case PM_SplitterWidth:
-        case PM_CheckBoxLabelSpacing:
-        case PM_RadioButtonLabelSpacing:
-            return kSpazio;
+        case PM_DefaultFrameWidth: {
+            // The ring of the focus lies in the frame of a box for text.
+            const bool testo = qobject_cast<const QPlainTextEdit*>(widget) ||
+                               qobject_cast<const QTextEdit*>(widget);
+            return testo ? 2 : 1;
+        }
         case PM_LayoutLeftMargin:
         case PM_LayoutTopMargin:
         case PM_LayoutRightMargin:
         case PM_LayoutBottomMargin:
             return MargineLayout(widget);
-        case PM_IndicatorWidth:
-        case PM_IndicatorHeight:
-        case PM_ExclusiveIndicatorWidth:
-        case PM_ExclusiveIndicatorHeight:
-        case PM_SmallIconSize:
-            return kLatoSpunta;
-        case PM_ScrollBarSliderMin:
-            return kManigliaMinima;
-        case PM_ToolBarIconSize:
-            return kLatoIcona;
-        case PM_ToolBarItemSpacing:
-            return 2;
-        case PM_ToolBarItemMargin:
-        case PM_MenuVMargin:
-            return 4;
-        case PM_ToolBarSeparatorExtent:
-            return 17;
-        case PM_TabBarTabHSpace:
-            return 32;
-        case PM_TabBarTabVSpace:
-        case PM_MenuButtonIndicator:
-            return 12;
         case PM_HeaderMargin: {
             // With more a row of a table could not be as low as `Misure` wants it.
             const auto* testata = qobject_cast<const QHeaderView*>(widget);
