@@ -17,7 +17,6 @@ Scrittore::Scrittore(const QFont& carattere, double rapporto)
     for (char c = '0'; c <= '9'; ++c) {
         cifra_ = std::max(cifra_, misura_.horizontalAdvance(QLatin1Char(c)));
     }
-    cifra_ = SuPixel(cifra_);
 }
 
 double Scrittore::SuPixel(double v) const {
@@ -46,20 +45,24 @@ void Scrittore::Scrivi(QPainter& penna, const QRectF& posto, Qt::Alignment come,
         return;
     }
     const QStaticText& pronto = Pronto(testo);
-    const QSizeF resto = posto.size() - pronto.size();
-    double x = posto.left();
-    if (come.testFlag(Qt::AlignRight)) x += resto.width();
-    if (come.testFlag(Qt::AlignHCenter)) x += resto.width() / 2.0;
-    double y = posto.top();
-    if (come.testFlag(Qt::AlignVCenter)) y += resto.height() / 2.0;
-    penna.drawStaticText(QPointF(SuPixel(x), SuPixel(y)), pronto);
+    const QPointF dove = Inizio(posto, come, pronto.size());
+    penna.drawStaticText(QPointF(SuPixel(dove.x()), SuPixel(dove.y())), pronto);
+}
+
+QPointF Scrittore::Inizio(const QRectF& posto, Qt::Alignment come, const QSizeF& misura) {
+    const QSizeF resto = posto.size() - misura;
+    QPointF inizio = posto.topLeft();
+    if (come.testFlag(Qt::AlignRight)) inizio.rx() += resto.width();
+    if (come.testFlag(Qt::AlignHCenter)) inizio.rx() += resto.width() / 2.0;
+    if (come.testFlag(Qt::AlignVCenter)) inizio.ry() += resto.height() / 2.0;
+    return inizio;
 }
 
 double Scrittore::Cella(QChar segno) {
     if (segno >= u'0' && segno <= u'9') return cifra_;
     const auto trovata = celle_.constFind(segno);
     if (trovata != celle_.constEnd()) return *trovata;
-    return *celle_.insert(segno, SuPixel(misura_.horizontalAdvance(segno)));
+    return *celle_.insert(segno, misura_.horizontalAdvance(segno));
 }
 
 double Scrittore::LargoCifre(const QString& testo) {
@@ -70,11 +73,19 @@ double Scrittore::LargoCifre(const QString& testo) {
 
 void Scrittore::Cifre(QPainter& penna, const QRectF& posto, const QString& testo) {
     penna.setFont(carattere_);
+    constexpr Qt::Alignment kMezzo = Qt::AlignHCenter | Qt::AlignVCenter;
     QRectF cella(posto);
     cella.moveLeft(SuPixel(posto.right()) - LargoCifre(testo));
     for (const QChar segno : testo) {
         cella.setWidth(Cella(segno));
-        Scrivi(penna, cella, Qt::AlignHCenter | Qt::AlignVCenter, QString(segno));
+        if (rapporto_ <= 0.0) {
+            Scrivi(penna, cella, kMezzo, QString(segno));
+        } else {
+            // Between pixels, as in a text of one piece.
+            const QStaticText& pronto = Pronto(QString(segno));
+            const QPointF dove = Inizio(cella, kMezzo, pronto.size());
+            penna.drawStaticText(QPointF(dove.x(), SuPixel(dove.y())), pronto);
+        }
         cella.moveLeft(cella.right());
     }
 }

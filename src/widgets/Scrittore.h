@@ -31,6 +31,7 @@ class Scrittore {
 
  private:
     double SuPixel(double v) const;
+    static QPointF Inizio(const QRectF& posto, Qt::Alignment come, const QSizeF& misura);
     double Cella(QChar segno);
     const QStaticText& Pronto(const QString& testo);
 

@@ -33,4 +33,8 @@ QString TempoGiro(std::int32_t centesimi) {
            secondi.rightJustified(5, QLatin1Char('0'));
 }
 
+QString ConTratto(QString testo) {
+    return testo.replace(QChar(0x2212), QLatin1Char('-'));
+}
+
 }  // namespace lapvane

@@ -41,13 +41,13 @@ class QuadriDisegnati : public ::testing::Test {
                          false);
         QCoreApplication::sendEvent(&quadri, &gira);
     }
-    void Trascina(const QPoint& da, const QPoint& a, Qt::MouseButton con) {
+    void Trascina(const QPoint& da, int passi, Qt::MouseButton con = Qt::LeftButton) {
         QTest::mousePress(&quadri, con, {}, da);
-        QTest::mouseRelease(&quadri, con, {}, a);
+        QTest::mouseRelease(&quadri, con, {}, da + QPoint(passi, 0));
     }
-    void Vede(double da, double a, double entro = 1e-6) const {
-        EXPECT_NEAR(quadri.Da(), da, entro);
-        EXPECT_NEAR(quadri.A(), a, entro);
+    void Vede(double da, double a) const {
+        EXPECT_NEAR(quadri.Da(), da, 1e-6);
+        EXPECT_NEAR(quadri.A(), a, 1e-6);
     }
 
     prova::PlatformProva macchina;
@@ -65,15 +65,16 @@ TEST_F(QuadriDisegnati, TheMouseZoomsWhereItStandsAndMovesWithinTheData) {
     Vede(0.0, kLunghezza);
 
     quadri.MettiVista(400.0, 600.0);
-    const double metri = quadri.ValoreX(qui.x() + 50);
-    Trascina(qui + QPoint(50, 0), qui, Qt::LeftButton);
-    EXPECT_NEAR(quadri.ValoreX(qui.x()), metri, 1e-6);
-    EXPECT_NEAR(quadri.Cursore(), metri, 1e-6);
-    for (int n = 0; n < 4; ++n) Trascina(qui, qui - QPoint(400, 0), Qt::LeftButton);
+    const double preso = quadri.ValoreX(qui.x());
+    Trascina(qui, -50);
+    EXPECT_NEAR(quadri.ValoreX(qui.x() - 50), preso, 1e-6);
+    EXPECT_NEAR(quadri.Cursore(), preso, 1e-6);
+    for (int n = 0; n < 4; ++n) Trascina(qui, -400);
     Vede(800.0, kLunghezza);
-    QTest::mouseDClick(&quadri, Qt::LeftButton, {}, qui);
-    Trascina(Dove(300.0), Dove(100.0), Qt::RightButton);
-    Vede(100.0, 300.0, 1.0);
+    const double da = quadri.ValoreX(qui.x() - 100);
+    const double a = quadri.ValoreX(qui.x());
+    Trascina(qui, -100, Qt::RightButton);
+    Vede(da, a);
     QTest::mouseDClick(&quadri, Qt::LeftButton, {}, qui);
     Vede(0.0, kLunghezza);
     QTest::mouseClick(&quadri, Qt::LeftButton, {}, {Dove(600.0).x(), 5});
