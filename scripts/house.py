@@ -32,7 +32,7 @@ def windows(folder):
 
 # From the ground up: room, its files without .h and .cpp, the rooms that it may include beside itself.
 BASE = ["platform", "shell"]
-QT = [*BASE, "platform/qt", "widgets"]
+QT = [*BASE, "platform/qt", "widgets", "widgets/style"]
 LOGIC = [*BASE, "project", "sensors", "device", "logs", "reports", "analysis", "compare"]
 WINDOWS = ["project windows", "sensors windows", "device windows", "logs windows", "reports windows",
            "compare windows", "analysis windows", "shell windows"]
@@ -49,7 +49,8 @@ ROOMS = [
     ("analysis", logic("analysis"), [*BASE, "project", "reports"]),
     ("compare", logic("analysis/compare"), [*BASE, "project", "reports", "analysis"]),
     ("platform/qt", rf"src/platform/qt/{ANY}", ["platform"]),
-    ("widgets", rf"src/widgets/{ANY}", [*BASE, "platform/qt"]),
+    ("widgets/style", rf"src/widgets/style/{ANY}", ["platform", "platform/qt"]),
+    ("widgets", rf"src/widgets/{ANY}", [*BASE, "platform/qt", "widgets/style"]),
     ("project windows", windows("project"), [*QT, "project"]),
     ("sensors windows", windows("sensors"), [*QT, "project", "sensors", "device"]),
     ("device windows", windows("device"), [*QT, "project", "sensors", "device"]),

@@ -174,6 +174,9 @@ void frmAnalisi::Collega() {
     AnalisiDati& a = *analisi_;
     connect(MSFlexGrid1_, &GrigliaGiri::CellaScelta, this,
             [&a](int riga, int colonna) { Protetto([&] { a.MSFlexGrid1_Click(riga, colonna); }); });
+    MSFlexGrid1_->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(MSFlexGrid1_, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& dove) { Protetto([&] { MenuGiri(dove); }); });
     connect(Riga(kColonnaTempo)->chkGrafico, &QCheckBox::clicked, this,
             [&a](bool spuntato) { Protetto([&] { a.chkTempo_Click(spuntato); }); });
     connect(Riga(kColonnaDistanza)->chkGrafico, &QCheckBox::clicked, this,

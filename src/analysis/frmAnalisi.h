@@ -115,6 +115,7 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     void MostraTracciato();
     void MostraSessione();
     void StampaGrafico();
+    void MenuGiri(const QPoint& dove);
 
     QSplitter* divisore_ = nullptr;
     QSplitter* giri_ = nullptr;  ///< lap table above, track map below

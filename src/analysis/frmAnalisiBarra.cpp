@@ -1,6 +1,8 @@
 // The tool bar of an analysis window and the dialogs that it opens.
+#include <QMenu>
 #include <utility>
 
+#include "analysis/compare/frmConfronto.h"
 #include "analysis/frmAnalisi.h"
 #include "platform/Testo1252.h"
 #include "platform/qt/TestoQt.h"
@@ -111,6 +113,18 @@ void frmAnalisi::MostraReport() {
     std::filesystem::path filePdf = NomeFileDati;
     filePdf.replace_extension(".pdf");
     dlgReportGiri(*analisi_, filePdf, this).exec();
+}
+
+/// The lap under the mouse against the best one, in a window that leaves this analysis alone.
+void frmAnalisi::MenuGiri(const QPoint& dove) {
+    const QModelIndex cella = MSFlexGrid1_->indexAt(dove);
+    if (!cella.isValid() || !analisi_->CiSonoGiri()) return;
+    QMenu menu(this);
+    const QAction* const confronta = menu.addAction(InQt(Testo(Voce::ConfrontaColMigliore)));
+    if (menu.exec(MSFlexGrid1_->viewport()->mapToGlobal(dove)) != confronta) return;
+    frmConfronto finestra(this);
+    finestra.Apri(NomeFileDati, cella.row() + 1);
+    finestra.exec();
 }
 
 void frmAnalisi::MostraTracciato() {

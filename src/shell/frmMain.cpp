@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "analysis/compare/frmConfronto.h"
 #include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
 #include "device/SerialComm.h"
@@ -162,7 +163,19 @@ void frmMain::CostruisciMenu() {
             menu_[comando.Sotto]->addAction(voce);
         }
     }
+    CreaConfronto();
     NascondiFileRecenti();
+}
+
+/// An entry of our own behind the commands of the system, which have their places and their keys.
+void frmMain::CreaConfronto() {
+    mnuConfronto_ = new QAction(Icona("Confronto"), {}, this);
+    mnuConfronto_->setObjectName(QStringLiteral("mnuConfronto"));
+    mnuConfronto_->setShortcut(QKeySequence(QStringLiteral("Ctrl+G")));
+    mnuConfronto_->setMenuRole(QAction::NoRole);
+    connect(mnuConfronto_, &QAction::triggered, this,
+            [this] { Protetto([this] { Comandato(mnuConfronto_, [this] { Confronta(); }); }); });
+    menu_[Titolo::Analysis]->addAction(mnuConfronto_);
 }
 
 void frmMain::CostruisciBarra() {
@@ -258,6 +271,7 @@ void frmMain::AggiornaTesti() {
         pulsante->second->setStatusTip(QString());
         if (!tasti.isEmpty()) pulsante->second->setAccessibleDescription(tasti.toString());
     }
+    mnuConfronto_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceConfronto))));
 }
 
 bool frmMain::event(QEvent* evento) {
@@ -520,6 +534,16 @@ void frmMain::Analizza() {
     finestra->NomeFileDati = *scelto;
     finestra->Apri();
     analisi_ = nullptr;
+}
+
+/// The poll rests while laps are compared, as it does for an analysis.
+void frmMain::Confronta() {
+    struct Fine {
+        bool Prima;
+        ~Fine() { AnalisiInCorso = Prima; }
+    } const fine{AnalisiInCorso};
+    AnalisiInCorso = true;
+    frmConfronto(this).exec();
 }
 
 void frmMain::CambiaLingua() {

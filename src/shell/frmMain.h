@@ -83,6 +83,8 @@ class frmMain final : public QMainWindow, public Principale {
     void Corri(const std::function<void()>& comando);
     void Rifiuta(Comando comando);
     void Analizza();
+    void CreaConfronto();
+    void Confronta();
     void ScaricaDati();
     void CambiaLingua();
     void MostraInformazioni();
@@ -97,6 +99,7 @@ class frmMain final : public QMainWindow, public Principale {
     std::map<Titolo, QMenu*> menu_;
     std::array<QAction*, 4> recenti_{};
     QAction* separatoreRecenti_ = nullptr;
+    QAction* mnuConfronto_ = nullptr;
     QToolBar* barra_ = nullptr;
     std::array<PannelloStato*, 8> pannelli_{};
     QTimer tmrComm_;

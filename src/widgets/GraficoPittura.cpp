@@ -1,8 +1,6 @@
 // How the graph is painted: layout of its parts, panes, axes, curves, legend, cursor.
-#include <QHash>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QStaticText>
 #include <algorithm>
 #include <cmath>
 
@@ -11,6 +9,7 @@
 #include "platform/qt/TestoQt.h"
 #include "widgets/Contrasto.h"
 #include "widgets/GraficoWidget.h"
+#include "widgets/Scrittore.h"
 
 namespace lapvane {
 
@@ -33,7 +32,6 @@ constexpr double kLarghezzaCursore = 1.5;
 constexpr double kFuoco = 2.0;  // width of the mark of the focus
 constexpr int kRigheLegenda = 3;
 constexpr double kVelo = 0.10;            // of the zoom rectangle
-constexpr qsizetype kTestiPronti = 300;   // a scrolling axis makes new labels for ever
 constexpr std::size_t kPuntiFila = 64;    // of one path on paper
 constexpr double kLarghezzaCarta = 1000;  // pixels that a printed page stands for ...
 constexpr double kAltezzaCarta = 640;
@@ -59,56 +57,6 @@ double Spessore(std::int16_t spessore) {
 }
 
 }  // namespace
-
-/// Texts in one font. On the screen each is laid out once and kept, as long as the font stays.
-class GraficoWidget::Scrittore {
- public:
-    /// `rapporto` 0: for paper, where texts stay texts.
-    Scrittore(const QFont& carattere, double rapporto)
-        : rapporto_(rapporto), carattere_(carattere), misura_(carattere) {}
-
-    double Rapporto() const { return rapporto_; }
-    double Riga() const { return misura_.height(); }
-    const QFont& Carattere() const { return carattere_; }
-
-    double Largo(const QString& testo) {
-        return rapporto_ > 0.0 ? Pronto(testo).size().width() : misura_.horizontalAdvance(testo);
-    }
-
-    void Scrivi(QPainter& penna, const QRectF& posto, Qt::Alignment come, const QString& testo) {
-        if (testo.isEmpty()) return;
-        if (rapporto_ <= 0.0) {
-            penna.drawText(posto, static_cast<int>(come) | Qt::TextDontClip, testo);
-            return;
-        }
-        const QStaticText& pronto = Pronto(testo);
-        const QSizeF resto = posto.size() - pronto.size();
-        double x = posto.left();
-        if (come.testFlag(Qt::AlignRight)) x += resto.width();
-        if (come.testFlag(Qt::AlignHCenter)) x += resto.width() / 2.0;
-        double y = posto.top();
-        if (come.testFlag(Qt::AlignVCenter)) y += resto.height() / 2.0;
-        penna.drawStaticText(QPointF(SuPixel(x), SuPixel(y)), pronto);
-    }
-
- private:
-    double SuPixel(double v) const { return std::round(v * rapporto_) / rapporto_; }
-
-    const QStaticText& Pronto(const QString& testo) {
-        const auto trovato = pronti_.constFind(testo);
-        if (trovato != pronti_.constEnd()) return *trovato;
-        if (pronti_.size() >= kTestiPronti) pronti_.clear();
-        QStaticText nuovo(testo);
-        nuovo.setTextFormat(Qt::PlainText);
-        nuovo.prepare(QTransform::fromScale(rapporto_, rapporto_), carattere_);
-        return *pronti_.insert(testo, nuovo);
-    }
-
-    double rapporto_;
-    QFont carattere_;
-    QFontMetricsF misura_;
-    QHash<QString, QStaticText> pronti_;
-};
 
 /// What the graph is drawn on, and in which colours.
 struct GraficoWidget::Foglio {

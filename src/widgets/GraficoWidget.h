@@ -13,6 +13,8 @@
 
 namespace lapvane {
 
+class Scrittore;
+
 /// The one cursor of a graph.
 struct CursoreGrafico {
     double X = 0.0;
@@ -116,7 +118,6 @@ class GraficoWidget : public QWidget, public GraphControl {
         double Scala = 1.0;
     };
     struct Disposizione;
-    class Scrittore;
     struct Foglio;
 
     void Sporca();

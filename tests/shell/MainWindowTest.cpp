@@ -207,10 +207,12 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
     EXPECT_GT(LibreriaSensori.size(), 10u);
     mnuNew_Click();
     std::string aperta;
+    bool pollFermo = false;
     QTimer guardia;
     QObject::connect(&guardia, &QTimer::timeout, [&] {
         if (QWidget* dialogo = QApplication::activeModalWidget()) {
             aperta = dialogo->objectName().toStdString();
+            pollFermo = AnalisiInCorso;
             dialogo->close();
         }
     });
@@ -223,6 +225,12 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
         QTest::mouseClick(Pulsante(chiave), Qt::LeftButton);
         EXPECT_EQ(aperta, nome) << chiave;
     }
+    QAction* const confronto = VoceMenu("mnuConfronto");
+    EXPECT_EQ(Controllo<QMenu>(*finestra, "mnuAnalysis")->actions().last(), confronto);
+    confronto->trigger();
+    EXPECT_EQ(aperta, "frmConfronto");
+    EXPECT_TRUE(pollFermo);
+    EXPECT_FALSE(AnalisiInCorso);
     for (const auto& [comando, domanda] : {std::pair{Comando::ProgDev, Voce::StrumentoSovrascritto},
                                            {Comando::ReadDev, Voce::DatiSostituiti}}) {
         finestra->Abilita(comando, true);

@@ -129,6 +129,9 @@ class Tour {
     void CompareSpeeds();
     void OverTheDistance();
 
+    // CompareRoad.cpp: laps laid beside one another.
+    void CompareLaps();
+
     QString out_;
     bool italian_;
     TourPlatform& machine_;

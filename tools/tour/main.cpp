@@ -75,6 +75,7 @@ int Tour::Play() {
     Editors();
     Download();
     Analyse();
+    CompareLaps();
     RecentProjects();
     UnsavedChanges();
     OtherLanguage();

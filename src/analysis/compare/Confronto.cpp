@@ -130,6 +130,43 @@ void Confronto::Riferimento(GiroScelto giro) {
     ScegliFuoco();
 }
 
+std::vector<std::pair<char, int>> Confronto::ScelteDi(int log) const {
+    std::vector<std::pair<char, int>> giri;
+    for (std::size_t p = 0; p < scelti_.size(); ++p) {
+        if (scelti_[p] && scelti_[p]->Log == log) {
+            giri.emplace_back(LetteraDi(p), Numero(*scelti_[p]));
+        }
+    }
+    return giri;
+}
+
+void Confronto::LasciaTutti() {
+    scelti_ = {};
+    fuoco_ = 0;
+}
+
+void Confronto::Ripristina(int log, const std::vector<std::pair<char, int>>& giri) {
+    std::vector<std::pair<char, GiroScelto>> validi;
+    for (const auto& [lettera, numero] : giri) {
+        const int giro = Log(log).CercaNumero(numero);
+        const bool libera = NumLog() == 1 || (lettera != kRiferimento && !Di(lettera));
+        if (giro >= 0 && libera) validi.emplace_back(lettera, GiroScelto{log, giro});
+    }
+    if (validi.empty()) return;
+    if (NumLog() == 1) {
+        if (validi.front().first != kRiferimento) return;
+        LasciaTutti();
+    } else {
+        for (auto& scelto : scelti_) {
+            if (scelto && scelto->Log == log && scelto != scelti_[0]) scelto.reset();
+        }
+    }
+    for (const auto& [lettera, giro] : validi) {
+        if (Lettera(giro) == 0) scelti_[Posto(lettera)] = giro;
+    }
+    ScegliFuoco();
+}
+
 void Confronto::Fuoco(char lettera) {
     if (lettera != kRiferimento && Di(lettera)) fuoco_ = lettera;
 }
@@ -192,6 +229,11 @@ const GiroAllineato* Confronto::Allineato(GiroScelto giro) const {
         log.Provato[i] = true;
     }
     return log.Giri[i] ? &*log.Giri[i] : nullptr;
+}
+
+int Confronto::NumAllineati(int log) const {
+    const auto& provato = log_[static_cast<std::size_t>(log)].Provato;
+    return static_cast<int>(std::count(provato.begin(), provato.end(), true));
 }
 
 bool Confronto::AllineaUnAltro() const {
@@ -299,7 +341,7 @@ bool Confronto::TracciatiDiversi(GiroScelto a, GiroScelto b) const {
 }
 
 std::int32_t GiroContinuo(const std::vector<const GiroAllineato*>& giri) {
-    constexpr int kPosti = 400;
+    constexpr int kPosti = 100;
     double migliore = 0.0;
     for (std::size_t i = 0; i < giri.size(); ++i) {
         const GiroAllineato* giro = giri[i];
@@ -307,11 +349,20 @@ std::int32_t GiroContinuo(const std::vector<const GiroAllineato*>& giri) {
         if (migliore == 0.0 || giro->Durata < migliore) migliore = giro->Durata;
         const GiroAllineato* poi = i + 1 < giri.size() ? giri[i + 1] : nullptr;
         if (poi == nullptr || std::fabs(giro->Inizio + giro->Durata - poi->Inizio) > 0.02) continue;
+        const auto da = [&](double quota) {
+            return giro->Durata - giro->TempoA(quota * giro->Lunghezza) +
+                   poi->TempoA(quota * poi->Lunghezza);
+        };
+        // Each hundredth of the lap first, then around the best of them.
+        int posto = 0;
         for (int k = 1; k < kPosti; ++k) {
-            const double quota = static_cast<double>(k) / kPosti;
-            const double tempo = giro->Durata - giro->TempoA(quota * giro->Lunghezza) +
-                                 poi->TempoA(quota * poi->Lunghezza);
-            migliore = std::min(migliore, tempo);
+            if (da(static_cast<double>(k) / kPosti) < da(static_cast<double>(posto) / kPosti)) {
+                posto = k;
+            }
+        }
+        for (int k = -10; k <= 10; ++k) {
+            const double quota = (posto + k / 10.0) / kPosti;
+            migliore = std::min(migliore, da(std::clamp(quota, 0.0, 1.0)));
         }
     }
     return static_cast<std::int32_t>(std::lround(migliore * 100.0));

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/compare/DatiConfronto.h"
@@ -51,6 +52,12 @@ class Confronto {
     bool Spunta(GiroScelto giro, bool acceso);
     /// Makes a lap the reference; the old one stays chosen where a letter is free for it.
     void Riferimento(GiroScelto giro);
+    /// Letters and numbers of the chosen laps of a log, and the way back: what is not there any
+    /// more is passed over. The reference comes back only where the log is the only one.
+    std::vector<std::pair<char, int>> ScelteDi(int log) const;
+    void Ripristina(int log, const std::vector<std::pair<char, int>>& giri);
+    /// Nothing is chosen any more.
+    void LasciaTutti();
     /// The lap in focus, one of those beside the reference.
     void Fuoco(char lettera);
     char Fuoco() const { return fuoco_; }
@@ -67,6 +74,8 @@ class Confronto {
     PercheNo Esito(GiroScelto giro) const { return Log(giro.Log).Allineati().Esito(giro.Giro); }
     /// The aligned lap; null where it can't be aligned. The first call for a lap takes a while.
     const GiroAllineato* Allineato(GiroScelto giro) const;
+    /// Laps of a log that have been aligned, or found not to be.
+    int NumAllineati(int log) const;
     /// Aligns one more lap that nobody has asked for. False: all are.
     bool AllineaUnAltro() const;
 
@@ -92,6 +101,9 @@ class Confronto {
     /// The curves of one channel, the reference first.
     QuadroConfronto Quadro(const std::string& chiave) const;
     TabellaParti Tabella() const;
+    /// Best lap that begins anywhere, of the aligned laps of the reference's log, hundredths; 0:
+    /// none.
+    std::int32_t Continuo() const;
     /// The best of all parts that any aligned lap of the open logs has driven, hundredths; 0: none.
     std::int32_t IdealeDiTutti() const;
     TabellaCursore AlCursore(const std::vector<std::string>& chiavi, double x,

@@ -173,17 +173,19 @@ TabellaParti Confronto::Tabella() const {
         }
     }
     if (const GiroIdeale ideale = Ideale(interi); ideale.Centesimi > 0) {
-        tabella.Righe.push_back({0, Testo(Voce::GiroIdealeTesto), ideale.Settori, ideale.Centesimi,
+        tabella.Righe.push_back({0, Testo(Voce::GiroIdeale), ideale.Settori, ideale.Centesimi,
                                  riferimento > 0 ? ideale.Centesimi - riferimento : 0});
     }
-    std::vector<const GiroAllineato*> delLog;
-    for (int i = 0; i < std::ssize(Log(scelti_[0]->Log).Giri()); ++i) {
-        const auto& log = log_[static_cast<std::size_t>(scelti_[0]->Log)];
-        const auto& giro = log.Giri[static_cast<std::size_t>(i)];
-        delLog.push_back(giro ? &*giro : nullptr);
-    }
-    tabella.Continuo = GiroContinuo(delLog);
     return tabella;
+}
+
+std::int32_t Confronto::Continuo() const {
+    if (!scelti_[0]) return 0;
+    std::vector<const GiroAllineato*> giri;
+    for (const auto& giro : log_[static_cast<std::size_t>(scelti_[0]->Log)].Giri) {
+        giri.push_back(giro ? &*giro : nullptr);
+    }
+    return GiroContinuo(giri);
 }
 
 std::int32_t Confronto::IdealeDiTutti() const {

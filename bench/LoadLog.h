@@ -1,0 +1,37 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <ctime>
+
+#include "FullLog.h"
+#include "analysis/LettoreDati.h"
+#include "analysis/TabellaArray.h"
+#include "platform/FileTesto.h"
+
+namespace lapvane::bench {
+
+/// Of the processor, so that a machine with other work tells the same.
+double Milliseconds(const auto& work) {
+    const std::clock_t start = std::clock();
+    work();
+    return static_cast<double>(std::clock() - start) * 1000.0 / CLOCKS_PER_SEC;
+}
+
+/// The full log and its side file into a table, as every window that shows one has to.
+inline void LoadLog() {
+    TabellaArray table;
+    for (const auto plane : {Piano::Dati, Piano::Laterale}) {
+        const std::string text =
+            LeggiFile(plane == Piano::Dati ? Log().Csv() : Log().Side(), Lavoro::LeggereLog);
+        LettoreDati reader(text);
+        if (plane == Piano::Dati) table.Alloca(16, 11, reader.NumeroRecord());
+        for (std::int32_t row = 0;
+             row < table.NumeroRighe() && reader.LeggiRiga(table.Destinazioni(plane), row);) {
+            ++row;
+        }
+    }
+    benchmark::DoNotOptimize(table.Valore(1, Piano::Dati, 5));
+}
+
+}  // namespace lapvane::bench

@@ -1,0 +1,822 @@
+#include "analysis/compare/frmConfronto.h"
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QSplitter>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QToolButton>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "analysis/compare/DisegnoElenco.h"
+#include "analysis/compare/DisegnoIstogramma.h"
+#include "analysis/compare/DisegnoMappa.h"
+#include "analysis/compare/DisegnoParti.h"
+#include "analysis/compare/DisegnoQuadri.h"
+#include "analysis/compare/DisegnoScheda.h"
+#include "analysis/compare/DisegnoValori.h"
+#include "analysis/compare/DisegnoXY.h"
+#include "platform/ErroreRuntime.h"
+#include "platform/Platform.h"
+#include "platform/qt/ConversioniQt.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/FrasiErrore.h"
+#include "shell/LoadStrings.h"
+#include "shell/Protetto.h"
+#include "widgets/Icone.h"
+#include "widgets/style/Misure.h"
+#include "widgets/style/Stile.h"
+#include "widgets/style/Tavolozza.h"
+#include "widgets/style/Vesti.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr int kStretta = 1200;  // width below which the right side folds into tabs
+constexpr int kSinistra = 268;
+constexpr int kDestra = 298;
+constexpr int kListaStretta = 90;
+constexpr int kAltezzaBarra = 44;
+constexpr int kAltezzaRisposta = 40;
+constexpr int kSchedaGrafico = 0;
+constexpr int kSchedaXY = 1;
+constexpr int kSchedaIstogramma = 2;
+
+/// A button of the tool bar: its drawing and its words.
+struct Tasto {
+    const char* Nome;
+    Voce Parole;
+};
+
+constexpr std::array<Tasto, 8> kTasti = {{{"ApriLog", Voce::ApriLogConfronto},
+                                          {"TogliLog", Voce::TogliLog},
+                                          {"TuttoIlGiro", Voce::TuttoIlGiro},
+                                          {"CopiaImmagine", Voce::CopiaImmagine},
+                                          {"CopiaTabelle", Voce::CopiaTabelle},
+                                          {"SalvaImmagine", Voce::SalvaImmagine},
+                                          {"StampaConfronto", Voce::StampaConfronto},
+                                          {"SalvaCsv", Voce::SalvaCsvConfronto}}};
+
+/// Two buttons of which one is pressed.
+QWidget* Coppia(QPushButton*& una, QPushButton*& altra, const char* nomeUna,
+                const char* nomeAltra) {
+    auto* posto = new QWidget;
+    auto* riga = new QHBoxLayout(posto);
+    riga->setContentsMargins(0, 0, 0, 0);
+    riga->setSpacing(0);
+    auto* gruppo = new QButtonGroup(posto);
+    for (auto& [pulsante, nome] : {std::pair{&una, nomeUna}, std::pair{&altra, nomeAltra}}) {
+        *pulsante = new QPushButton(posto);
+        (*pulsante)->setObjectName(QLatin1String(nome));
+        (*pulsante)->setCheckable(true);
+        (*pulsante)->setAutoDefault(false);
+        gruppo->addButton(*pulsante);
+        riga->addWidget(*pulsante);
+    }
+    Segmenti({una, altra});
+    una->setChecked(true);
+    return posto;
+}
+
+/// A list that gives way where the window is narrow.
+QComboBox* Lista(const char* nome) {
+    auto* lista = new QComboBox;
+    lista->setObjectName(QLatin1String(nome));
+    lista->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    lista->setMinimumWidth(kListaStretta);
+    return lista;
+}
+
+/// A hint at the end of a row, the first that gives way.
+QLabel* Accenno(QWidget* dove, const char* nome) {
+    QLabel* accenno = Etichetta(dove, nome);
+    accenno->setForegroundRole(QPalette::PlaceholderText);
+    accenno->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    accenno->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    return accenno;
+}
+
+}  // namespace
+
+frmConfronto::frmConfronto(QWidget* parent)
+    : Dialogo("frmConfronto", parent,
+              Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                  Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint) {
+    setModal(true);
+    setAcceptDrops(true);
+    scelte_ = CaricaScelte();
+    quadri_ = scelte_.Quadri;
+    confronto_.PerDistanza = scelte_.PerDistanza;
+    confronto_.Parti(scelte_.Parti);
+    Disponi();
+    Collega();
+    Testi();
+    Vesti(*this);
+    resize(NelloSchermo(*this, {1366, 738}));
+    lstGiri_->setFocus();
+    Aggiorna();
+}
+
+frmConfronto::~frmConfronto() = default;
+
+void frmConfronto::Disponi() {
+    divisore_ = new QSplitter(Qt::Horizontal);
+    divisore_->setObjectName(QStringLiteral("divisore"));
+    divisore_->setChildrenCollapsible(false);
+    divisore_->addWidget(CreaSinistra());
+    divisore_->addWidget(CreaCentro());
+    divisore_->addWidget(CreaDestra());
+    divisore_->setStretchFactor(0, 0);
+    divisore_->setStretchFactor(1, 1);
+    divisore_->setStretchFactor(2, 0);
+    divisore_->setSizes({kSinistra, 768, kDestra});
+    auto* corpo = new QHBoxLayout;
+    corpo->setContentsMargins(kMargineFinestra, kMargineFinestra, kMargineFinestra,
+                              kMargineFinestra);
+    corpo->addWidget(divisore_);
+
+    auto* colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(0);
+    barra_ = CreaBarra();
+    colonna->addWidget(barra_);
+    colonna->addWidget(CreaRisposta());
+    colonna->addWidget(avviso_);
+    colonna->addLayout(corpo, 1);
+    colonna->addWidget(CreaStato());
+}
+
+QToolButton* frmConfronto::CreaTasto(const char* nome, std::function<void()> azione) {
+    auto* tasto = new QToolButton(barra_);
+    tasto->setObjectName(QStringLiteral("barra_") + QLatin1String(nome));
+    tasto->setIcon(Icona(nome));
+    tasto->setAutoRaise(true);
+    tasto->setFocusPolicy(Qt::TabFocus);
+    connect(tasto, &QToolButton::clicked, this, [azione = std::move(azione)] { Protetto(azione); });
+    tasti_.push_back(tasto);
+    return tasto;
+}
+
+QToolBar* frmConfronto::CreaBarra() {
+    barra_ = new QToolBar(this);
+    barra_->setObjectName(QStringLiteral("barra"));
+    barra_->setIconSize(QSize(kLatoIcona, kLatoIcona));
+    barra_->setMinimumHeight(kAltezzaBarra);
+    const auto spazio = [this] {
+        auto* vuoto = new QWidget(barra_);
+        vuoto->setFixedWidth(kSpazio);
+        barra_->addWidget(vuoto);
+    };
+    barra_->addWidget(CreaTasto("ApriLog", [this] { cmdApri_Click(); }));
+    barra_->addWidget(CreaTasto("TogliLog", [this] { cmdTogli_Click(); }));
+    barra_->addSeparator();
+    lblAsse_ = Etichetta(barra_, "lblAsse");
+    spazio();
+    barra_->addWidget(lblAsse_);
+    spazio();
+    barra_->addWidget(Coppia(optDistanza_, optTempo_, "optDistanza", "optTempo"));
+    spazio();
+    cboParti_ = Lista("cboParti");
+    lblParti_ = Etichetta(barra_, "lblParti", cboParti_);
+    barra_->addWidget(lblParti_);
+    spazio();
+    barra_->addWidget(cboParti_);
+    spazio();
+    barra_->addSeparator();
+    barra_->addWidget(CreaTasto("TuttoIlGiro", [this] { grafico_->VediTutto(); }));
+    barra_->addSeparator();
+    barra_->addWidget(CreaTasto("CopiaImmagine", [this] { CopiaImmagine(); }));
+    barra_->addWidget(CreaTasto("CopiaTabelle", [this] { CopiaTabelle(); }));
+    barra_->addWidget(CreaTasto("SalvaImmagine", [this] { SalvaImmagine(); }));
+    barra_->addWidget(CreaTasto("StampaConfronto", [this] { Stampa(); }));
+    barra_->addWidget(CreaTasto("SalvaCsv", [this] { SalvaCsv(); }));
+    return barra_;
+}
+
+/// The answer in words, with the parts where most is lost as buttons; below it, when there is one,
+/// what could not be done.
+QWidget* frmConfronto::CreaRisposta() {
+    auto* posto = new QWidget;
+    posto->setObjectName(QStringLiteral("risposta"));
+    posto->setBackgroundRole(QPalette::Base);
+    posto->setAutoFillBackground(true);
+    posto->setMinimumHeight(kAltezzaRisposta);
+    auto* riga = new QHBoxLayout(posto);
+    riga->setContentsMargins(12, 4, 12, 4);
+    riga->setSpacing(kSpazio);
+    lblRisposta_ = new QLabel;
+    lblRisposta_->setObjectName(QStringLiteral("lblRisposta"));
+    lblRisposta_->setTextFormat(Qt::RichText);
+    lblRisposta_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    riga->addWidget(lblRisposta_);
+    for (std::size_t i = 0; i < cmdParte_.size(); ++i) {
+        cmdParte_[i] = new QPushButton;
+        cmdParte_[i]->setObjectName(QStringLiteral("cmdParte%1").arg(i));
+        cmdParte_[i]->setAutoDefault(false);
+        riga->addWidget(cmdParte_[i]);
+    }
+    riga->addStretch(1);
+    lblIdeale_ = new QLabel;
+    lblIdeale_->setObjectName(QStringLiteral("lblIdeale"));
+    lblIdeale_->setTextFormat(Qt::RichText);
+    riga->addWidget(lblIdeale_);
+
+    avviso_ = new QFrame;
+    avviso_->setObjectName(QStringLiteral("avviso"));
+    avviso_->setAutoFillBackground(true);
+    auto* dentro = new QHBoxLayout(avviso_);
+    dentro->setContentsMargins(12, 6, 12, 6);
+    lblAvviso_ = new QLabel;
+    lblAvviso_->setObjectName(QStringLiteral("lblAvviso"));
+    lblAvviso_->setWordWrap(true);
+    lblAvviso_->setTextFormat(Qt::PlainText);
+    dentro->addWidget(lblAvviso_, 1);
+    avviso_->hide();
+    return posto;
+}
+
+QWidget* frmConfronto::CreaSinistra() {
+    schedaGiri_ = new DisegnoScheda("schedaGiri");
+    lstGiri_ = new DisegnoElenco("lstGiri");
+    schedaGiri_->Contenuto()->addWidget(lstGiri_, 1);
+    cmdApri_ = CreaPulsante("cmdApri", [this] { cmdApri_Click(); });
+    schedaGiri_->Contenuto()->addWidget(cmdApri_, 0, Qt::AlignHCenter);
+
+    schedaQuadri_ = new DisegnoScheda("schedaQuadri");
+    lstQuadri_ = new DisegnoElenco("lstQuadri");
+    schedaQuadri_->Contenuto()->addWidget(lstQuadri_, 1);
+
+    auto* divisore = new QSplitter(Qt::Vertical);
+    divisore->setChildrenCollapsible(false);
+    divisore->addWidget(schedaGiri_);
+    divisore->addWidget(schedaQuadri_);
+    divisore->setSizes({386, 220});
+    elenchi_ = divisore;
+
+    sinistra_ = new QTabWidget;
+    sinistra_->setObjectName(QStringLiteral("sinistra"));
+    sinistra_->setDocumentMode(true);
+    sinistra_->addTab(elenchi_, QString());
+    sinistra_->tabBar()->hide();
+    sinistra_->setMinimumWidth(220);
+    return sinistra_;
+}
+
+QWidget* frmConfronto::CreaCentro() {
+    grafico_ = new DisegnoQuadri;
+    grafico_->setObjectName(QStringLiteral("grafico"));
+    schede_ = new QTabWidget;
+    schede_->setObjectName(QStringLiteral("schede"));
+    schede_->setDocumentMode(true);
+    schede_->addTab(grafico_, QString());
+    schede_->addTab(CreaSchedaXY(), QString());
+    schede_->addTab(CreaSchedaIstogramma(), QString());
+    schedaParti_ = new DisegnoScheda("schedaParti");
+    parti_ = new DisegnoParti;
+    parti_->setObjectName(QStringLiteral("parti"));
+    schedaParti_->Contenuto()->addWidget(parti_, 1);
+    auto* divisore = new QSplitter(Qt::Vertical);
+    divisore->setChildrenCollapsible(false);
+    divisore->addWidget(schede_);
+    divisore->addWidget(schedaParti_);
+    divisore->setStretchFactor(0, 1);
+    divisore->setStretchFactor(1, 0);
+    divisore->setSizes({420, 190});
+    return divisore;
+}
+
+QWidget* frmConfronto::CreaSchedaXY() {
+    auto* pagina = new QWidget;
+    pagina->setBackgroundRole(QPalette::Base);
+    pagina->setAutoFillBackground(true);
+    auto* riga = new QHBoxLayout;
+    riga->setContentsMargins(12, kSpazio, 12, kSpazio);
+    riga->setSpacing(kSpazio);
+    cboX_ = Lista("cboX");
+    cboY_ = Lista("cboY");
+    lblX_ = Etichetta(pagina, "lblX", cboX_);
+    lblY_ = Etichetta(pagina, "lblY", cboY_);
+    lblTrattoXY_ = Accenno(pagina, "lblTrattoXY");
+    riga->addWidget(lblX_);
+    riga->addWidget(cboX_);
+    riga->addWidget(lblY_);
+    riga->addWidget(cboY_);
+    riga->addWidget(Coppia(optPunti_, optLinea_, "optPunti", "optLinea"));
+    riga->addWidget(lblTrattoXY_, 1);
+    xy_ = new DisegnoXY;
+    xy_->setObjectName(QStringLiteral("xy"));
+    auto* colonna = new QVBoxLayout(pagina);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(0);
+    colonna->addLayout(riga);
+    colonna->addWidget(xy_, 1);
+    return pagina;
+}
+
+QWidget* frmConfronto::CreaSchedaIstogramma() {
+    auto* pagina = new QWidget;
+    pagina->setBackgroundRole(QPalette::Base);
+    pagina->setAutoFillBackground(true);
+    auto* riga = new QHBoxLayout;
+    riga->setContentsMargins(12, kSpazio, 12, kSpazio);
+    riga->setSpacing(kSpazio);
+    cboCanale_ = Lista("cboCanale");
+    cboFasce_ = Lista("cboFasce");
+    lblCanale_ = Etichetta(pagina, "lblCanale", cboCanale_);
+    lblFasce_ = Etichetta(pagina, "lblFasce", cboFasce_);
+    lblTrattoFasce_ = Accenno(pagina, "lblTrattoFasce");
+    riga->addWidget(lblCanale_);
+    riga->addWidget(cboCanale_);
+    riga->addWidget(lblFasce_);
+    riga->addWidget(cboFasce_);
+    riga->addWidget(lblTrattoFasce_, 1);
+    istogramma_ = new DisegnoIstogramma;
+    istogramma_->setObjectName(QStringLiteral("istogramma"));
+    auto* colonna = new QVBoxLayout(pagina);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(0);
+    colonna->addLayout(riga);
+    colonna->addWidget(istogramma_, 1);
+    return pagina;
+}
+
+QWidget* frmConfronto::CreaDestra() {
+    schedaValori_ = new DisegnoScheda("schedaValori");
+    valori_ = new DisegnoValori;
+    valori_->setObjectName(QStringLiteral("valori"));
+    schedaValori_->Contenuto()->addWidget(valori_, 1);
+    schedaMappa_ = new DisegnoScheda("schedaMappa");
+    cboMappa_ = Lista("cboMappa");
+    auto* riga = new QHBoxLayout;
+    riga->setContentsMargins(10, 6, 10, 0);
+    riga->addWidget(cboMappa_, 1);
+    mappa_ = new DisegnoMappa;
+    mappa_->setObjectName(QStringLiteral("mappa"));
+    schedaMappa_->Contenuto()->addLayout(riga);
+    schedaMappa_->Contenuto()->addWidget(mappa_, 1);
+    destra_ = new QSplitter(Qt::Vertical);
+    destra_->setChildrenCollapsible(false);
+    destra_->addWidget(schedaValori_);
+    destra_->addWidget(schedaMappa_);
+    destra_->setSizes({236, 370});
+    destra_->setMinimumWidth(240);
+    return destra_;
+}
+
+QWidget* frmConfronto::CreaStato() {
+    auto* posto = new QWidget;
+    posto->setMinimumHeight(Misure(*this).Riga);
+    auto* riga = new QHBoxLayout(posto);
+    riga->setContentsMargins(10, 0, 10, 2);
+    riga->setSpacing(kSpazioGruppi);
+    lblStato_ = new QLabel;
+    lblStato_->setObjectName(QStringLiteral("lblStato"));
+    lblStato_->setForegroundRole(QPalette::PlaceholderText);
+    progresso_ = new QProgressBar;
+    progresso_->setObjectName(QStringLiteral("progresso"));
+    progresso_->setTextVisible(false);
+    progresso_->setFixedSize(160, 6);
+    progresso_->hide();
+    cmdFerma_ = CreaPulsante("cmdFerma", [this] {
+        fermato_ = true;
+        AggiornaStato();
+    });
+    cmdFerma_->setAutoDefault(false);
+    cmdFerma_->hide();
+    lblAiuto_ = new QLabel;
+    lblAiuto_->setObjectName(QStringLiteral("lblAiuto"));
+    lblAiuto_->setForegroundRole(QPalette::PlaceholderText);
+    riga->addWidget(lblStato_);
+    riga->addWidget(progresso_);
+    riga->addWidget(cmdFerma_);
+    riga->addStretch(1);
+    riga->addWidget(lblAiuto_);
+    return posto;
+}
+
+void frmConfronto::AggiornaTesti(Mnemonica& lettere) {
+    const auto testo = [](Voce voce) { return InQt(Testo(voce)); };
+    lblAsse_->setText(testo(Voce::AsseConfronto));
+    optDistanza_->setText(lettere.Con(testo(Voce::DistanzaAsse)));
+    optTempo_->setText(lettere.Con(testo(Voce::TempoAsse)));
+    lblParti_->setText(lettere.Con(testo(Voce::PartiConfronto)));
+    for (QToolButton* tasto : tasti_) {
+        for (const Tasto& uno : kTasti) {
+            if (tasto->objectName() != QStringLiteral("barra_") + QLatin1String(uno.Nome)) continue;
+            tasto->setToolTip(testo(uno.Parole));
+            tasto->setAccessibleName(tasto->toolTip());
+        }
+    }
+    schedaGiri_->Titolo(testo(Voce::GiriConfronto));
+    schedaQuadri_->Titolo(testo(Voce::RiquadriConfronto));
+    lstGiri_->setAccessibleName(testo(Voce::GiriConfronto));
+    lstQuadri_->setAccessibleName(testo(Voce::RiquadriConfronto));
+    lstGiri_->Invito(testo(Voce::ApriOTrascina));
+    cmdApri_->setText(lettere.Con(testo(Voce::ApriLogConfronto)));
+    grafico_->Invito(testo(Voce::SpuntaCanale));
+    schede_->setTabText(kSchedaGrafico, lettere.Con(testo(Voce::SchedaGrafico)));
+    schede_->setTabText(kSchedaXY, lettere.Con(testo(Voce::SchedaXY)));
+    schede_->setTabText(kSchedaIstogramma, lettere.Con(testo(Voce::SchedaIstogramma)));
+    lblX_->setText(lettere.Con(testo(Voce::InOrizzontale)));
+    lblY_->setText(lettere.Con(testo(Voce::InVerticale)));
+    optPunti_->setText(lettere.Con(testo(Voce::PuntiGrafico)));
+    optLinea_->setText(lettere.Con(testo(Voce::LineaGrafico)));
+    lblCanale_->setText(lettere.Con(testo(Voce::CanaleConfrontato)));
+    lblFasce_->setText(lettere.Con(testo(Voce::FasceConfronto)));
+    schedaParti_->Titolo(testo(Voce::PartiConfronto));
+    cboMappa_->setAccessibleName(testo(Voce::MappaConfronto));
+    lblAiuto_->setText(testo(Voce::AiutoConfronto));
+    cmdFerma_->setText(lettere.Con(testo(Voce::FermaAllineamento)));
+    RiempiParti();
+    RiempiCanali();
+    DisponiStretta();
+    Aggiorna();
+}
+
+void frmConfronto::Collega() {
+    CollegaElenchi();
+    CollegaGrafico();
+    CollegaScelte();
+    tmrAllinea_.setInterval(0);
+    connect(&tmrAllinea_, &QTimer::timeout, this,
+            [this] { Protetto([this] { AllineaAncora(); }); });
+    for (std::size_t i = 0; i < cmdParte_.size(); ++i) {
+        connect(cmdParte_[i], &QPushButton::clicked, this, [this, i] {
+            Protetto([this, i] {
+                const std::vector<int>& peggiori = tabella_.Peggiori;
+                schede_->setCurrentIndex(kSchedaGrafico);
+                if (i < peggiori.size()) grafico_->VediParte(peggiori[i]);
+            });
+        });
+    }
+}
+
+void frmConfronto::CollegaElenchi() {
+    connect(lstGiri_, &DisegnoElenco::SpuntaChiesta, this,
+            [this](int riga, bool accesa) { Protetto([&] { SpuntaGiro(riga, accesa); }); });
+    connect(lstGiri_, &DisegnoElenco::Scelta, this, [this](int riga) {
+        Protetto([&] {
+            const RigaGiri& scelta = righe_[static_cast<std::size_t>(riga)];
+            confronto_.Fuoco(confronto_.Lettera({scelta.Log, scelta.Giro}));
+            Aggiorna();
+        });
+    });
+    connect(lstGiri_, &DisegnoElenco::Azionata, this,
+            [this](int riga) { Protetto([&] { MettiRiferimento(riga); }); });
+    connect(lstGiri_, &DisegnoElenco::MenuChiesto, this,
+            [this](int riga, QPoint dove) { Protetto([&] { MenuGiri(riga, dove); }); });
+    connect(lstQuadri_, &DisegnoElenco::SpuntaChiesta, this,
+            [this](int riga, bool accesa) { Protetto([&] { SpuntaQuadro(riga, accesa); }); });
+    const auto inverti = [this](int riga) {
+        Protetto([&] {
+            SpuntaQuadro(riga, !lstQuadri_->Voci()[static_cast<std::size_t>(riga)].Spuntata);
+        });
+    };
+    connect(lstQuadri_, &DisegnoElenco::Scelta, this, inverti);
+}
+
+void frmConfronto::CollegaGrafico() {
+    connect(grafico_, &DisegnoQuadri::CursoreMosso, this,
+            [this](double) { Protetto([this] { AggiornaCursore(); }); });
+    connect(grafico_, &DisegnoQuadri::SecondoMosso, this, [this](std::optional<double> x) {
+        Protetto([&] {
+            AggiornaCursore();
+            FaiPosto(x.has_value());
+        });
+    });
+    connect(grafico_, &DisegnoQuadri::VistaCambiata, this, [this](double, double) {
+        Protetto([this] {
+            AggiornaXY();
+            AggiornaIstogramma();
+        });
+    });
+    connect(mappa_, &DisegnoMappa::Mosso, this, [this](double quota) {
+        Protetto([&] {
+            const auto primo = confronto_.Di(kRiferimento);
+            const GiroAllineato* riferimento = primo ? confronto_.Allineato(*primo) : nullptr;
+            if (riferimento == nullptr) return;
+            grafico_->MettiCursore(confronto_.XDaMetri(quota * riferimento->Lunghezza));
+        });
+    });
+    connect(parti_, &DisegnoParti::Scelto, this, [this](char lettera) {
+        Protetto([&] {
+            confronto_.Fuoco(lettera);
+            Aggiorna();
+        });
+    });
+    connect(parti_, &DisegnoParti::ParteScelta, this, [this](int parte) {
+        Protetto([&] {
+            schede_->setCurrentIndex(kSchedaGrafico);
+            grafico_->VediParte(parte);
+        });
+    });
+}
+
+void frmConfronto::CollegaScelte() {
+    connect(optDistanza_, &QPushButton::toggled, this, [this](bool distanza) {
+        Protetto([&] {
+            confronto_.PerDistanza = distanza;
+            Aggiorna();
+        });
+    });
+    connect(cboParti_, &QComboBox::activated, this, [this] {
+        Protetto([this] {
+            confronto_.Parti(cboParti_->currentData().toInt());
+            Aggiorna();
+        });
+    });
+    connect(schede_, &QTabWidget::currentChanged, this, [this] {
+        Protetto([this] {
+            AggiornaXY();
+            AggiornaIstogramma();
+        });
+    });
+    const auto cambia = [this](QComboBox* lista, std::string& scelto,
+                               void (frmConfronto::*aggiorna)()) {
+        SenzaRotella(lista);
+        connect(lista, &QComboBox::activated, this, [this, lista, &scelto, aggiorna] {
+            Protetto([&] {
+                scelto = lista->currentData().toByteArray().toStdString();
+                (this->*aggiorna)();
+            });
+        });
+    };
+    SenzaRotella(cboParti_);
+    SenzaRotella(cboFasce_);
+    cambia(cboX_, scelte_.X, &frmConfronto::AggiornaXY);
+    cambia(cboY_, scelte_.Y, &frmConfronto::AggiornaXY);
+    cambia(cboCanale_, scelte_.Istogramma, &frmConfronto::AggiornaIstogramma);
+    cambia(cboMappa_, scelte_.Mappa, &frmConfronto::AggiornaMappa);
+    connect(cboFasce_, &QComboBox::activated, this,
+            [this] { Protetto([this] { AggiornaIstogramma(); }); });
+    connect(optLinea_, &QPushButton::toggled, this, [this](bool linea) {
+        Protetto([&] {
+            scelte_.Linea = linea;
+            AggiornaXY();
+        });
+    });
+    optTempo_->setChecked(!confronto_.PerDistanza);
+    optLinea_->setChecked(scelte_.Linea);
+}
+
+void frmConfronto::RiempiParti() {
+    cboParti_->clear();
+    if (confronto_.ConSettori()) cboParti_->addItem(InQt(Testo(Voce::SettoriCircuito)), 0);
+    for (int n = 3; n <= 20; ++n) {
+        cboParti_->addItem(QString::number(n) + QLatin1Char(' ') + InQt(Testo(Voce::PartiUguali)),
+                           n);
+    }
+    const int parti = confronto_.Parti() == 0 && !confronto_.ConSettori() ? 9 : confronto_.Parti();
+    cboParti_->setCurrentIndex(cboParti_->findData(parti));
+}
+
+void frmConfronto::RiempiCanale(QComboBox* lista, const std::string& scelto, bool conDistacco) {
+    lista->clear();
+    if (conDistacco) lista->addItem(InQt(Testo(Voce::MappaTempo)), QByteArray());
+    for (const CanaleConfronto& canale : confronto_.Canali()) {
+        lista->addItem(InQt(canale.Unita.empty() ? canale.Nome : canale.Chiave()),
+                       QByteArray::fromStdString(canale.Chiave()));
+    }
+    const int posto = lista->findData(QByteArray::fromStdString(scelto));
+    lista->setCurrentIndex(std::max(posto, 0));
+}
+
+void frmConfronto::RiempiCanali() {
+    const std::vector<CanaleConfronto> canali = confronto_.Canali();
+    const auto primo = [&canali](std::string& scelto, std::size_t quale) {
+        const bool gia = std::any_of(canali.begin(), canali.end(),
+                                     [&](const auto& canale) { return canale.Chiave() == scelto; });
+        if (!gia && quale < canali.size()) scelto = canali[quale].Chiave();
+    };
+    // Speed and engine, which every log has first.
+    primo(scelte_.X, 1);
+    primo(scelte_.Y, 0);
+    primo(scelte_.Istogramma, 1);
+    RiempiCanale(cboX_, scelte_.X, false);
+    RiempiCanale(cboY_, scelte_.Y, false);
+    RiempiCanale(cboCanale_, scelte_.Istogramma, false);
+    RiempiCanale(cboMappa_, scelte_.Mappa, true);
+}
+
+void frmConfronto::Apri(const std::filesystem::path& file, std::optional<int> indiceGiro) {
+    platform().MousePointer(Pointer::Busy);
+    try {
+        const bool primo = confronto_.NumLog() == 0;
+        const int prima = confronto_.NumLog();
+        const int log = confronto_.Apri(file);
+        Dici({});
+        if (indiceGiro) {
+            const auto& giri = confronto_.Log(log).Giri();
+            for (int i = 0; i < std::ssize(giri); ++i) {
+                if (giri[static_cast<std::size_t>(i)].Indice != *indiceGiro) continue;
+                if (confronto_.Lettera({log, i}) != kRiferimento) {
+                    for (const char lettera : confronto_.Accanto()) {
+                        confronto_.Spunta(*confronto_.Di(lettera), false);
+                    }
+                    confronto_.Spunta({log, i}, true);
+                }
+            }
+        } else if (log == prima) {
+            for (const ScelteLog& scelta : scelte_.Log) {
+                if (scelta.File == confronto_.Log(log).File()) {
+                    confronto_.Ripristina(log, scelta.Giri);
+                }
+            }
+        }
+        if (primo && quadri_.empty()) {
+            quadri_ = {kChiaveDistacco};
+            const auto canali = confronto_.Canali();
+            // Speed, engine, throttle.
+            for (const std::size_t c : {1U, 0U, 4U}) {
+                if (c < canali.size()) quadri_.push_back(canali[c].Chiave());
+            }
+        }
+        fermato_ = false;
+    } catch (const ErroreRuntime& errore) {
+        Dici(PercorsoInQt(file.filename()) + QStringLiteral(": ") +
+             InQt(Testo(Voce::LogNonAperto)) + QStringLiteral(" ") +
+             InQt(FraseErrore(ParoleDi(errore.Numero()))));
+    }
+    platform().MousePointer(Pointer::Normal);
+    RiempiParti();
+    RiempiCanali();
+    Aggiorna();
+    if (confronto_.NumLog() > 0) grafico_->setFocus();
+    tmrAllinea_.start();
+}
+
+void frmConfronto::cmdApri_Click() {
+    const auto scelto = platform().AskOpen({Testo(Voce::ApriLogConfronto),
+                                            platform().AppPath(),
+                                            "Analysis File (*.csv)|*.csv",
+                                            {},
+                                            {}});
+    if (scelto) Apri(*scelto);
+}
+
+/// The log of the current row goes; of the only one where there is one alone.
+void frmConfronto::cmdTogli_Click() {
+    const int riga = lstGiri_->currentRow();
+    if (confronto_.NumLog() == 0 || (riga < 0 && confronto_.NumLog() > 1)) return;
+    Ricorda();
+    confronto_.Chiudi(riga < 0 ? 0 : righe_[static_cast<std::size_t>(riga)].Log);
+    Dici({});
+    RiempiParti();
+    RiempiCanali();
+    Aggiorna();
+}
+
+void frmConfronto::SpuntaGiro(int riga, bool accesa) {
+    const RigaGiri& scelta = righe_[static_cast<std::size_t>(riga)];
+    const GiroScelto giro{scelta.Log, scelta.Giro};
+    Dici(accesa && !confronto_.Spunta(giro, true) ? InQt(Testo(Voce::GiriTutti)) : QString());
+    if (!accesa) confronto_.Spunta(giro, false);
+    Aggiorna();
+}
+
+void frmConfronto::MettiRiferimento(int riga) {
+    const RigaGiri& scelta = righe_[static_cast<std::size_t>(riga)];
+    if (scelta.Giro < 0) return;
+    confronto_.Riferimento({scelta.Log, scelta.Giro});
+    Dici({});
+    RiempiParti();
+    Aggiorna();
+}
+
+void frmConfronto::MenuGiri(int riga, const QPoint& dove) {
+    const RigaGiri scelta = righe_[static_cast<std::size_t>(riga)];
+    QMenu menu(this);
+    QAction* riferimento = nullptr;
+    if (scelta.Giro >= 0) riferimento = menu.addAction(InQt(Testo(Voce::UsaRiferimento)));
+    const QAction* const togli = menu.addAction(InQt(Testo(Voce::TogliLog)));
+    const QAction* const fatto = menu.exec(dove);
+    if (fatto == nullptr) return;
+    if (fatto == riferimento) {
+        MettiRiferimento(riga);
+    } else if (fatto == togli) {
+        lstGiri_->setCurrentRow(riga);
+        cmdTogli_Click();
+    }
+}
+
+void frmConfronto::SpuntaQuadro(int riga, bool accesa) {
+    std::vector<std::string> tutti = {kChiaveDistacco};
+    for (const CanaleConfronto& canale : confronto_.Canali()) tutti.push_back(canale.Chiave());
+    const std::string& chiave = tutti[static_cast<std::size_t>(riga)];
+    std::erase(quadri_, chiave);
+    if (accesa) quadri_.push_back(chiave);
+    // Panes stand in the order of the list, the gained time first.
+    std::stable_sort(quadri_.begin(), quadri_.end(),
+                     [](const std::string& a, const std::string& b) {
+                         return a == kChiaveDistacco && b != kChiaveDistacco;
+                     });
+    Aggiorna();
+}
+
+/// One lap at a time, so that the window answers meanwhile.
+void frmConfronto::AllineaAncora() {
+    if (fermato_ || !confronto_.AllineaUnAltro()) {
+        tmrAllinea_.stop();
+        AggiornaNotaParti();
+    }
+    AggiornaStato();
+}
+
+void frmConfronto::DisponiStretta() {
+    if (stretta_) {
+        sinistra_->addTab(schedaValori_, InQt(Testo(Voce::CursoreConfronto)));
+        sinistra_->addTab(schedaMappa_, InQt(Testo(Voce::MappaConfronto)));
+    } else if (sinistra_->count() > 1) {
+        destra_->addWidget(schedaValori_);
+        destra_->addWidget(schedaMappa_);
+        schedaValori_->show();
+        schedaMappa_->show();
+    }
+    sinistra_->setTabText(0, InQt(Testo(Voce::GiriConfronto)));
+    sinistra_->tabBar()->setVisible(stretta_);
+    destra_->setVisible(!stretta_);
+}
+
+void frmConfronto::resizeEvent(QResizeEvent* evento) {
+    Dialogo::resizeEvent(evento);
+    const bool stretta = width() < kStretta;
+    if (stretta == stretta_) return;
+    stretta_ = stretta;
+    DisponiStretta();
+    if (!stretta) divisore_->setSizes({kSinistra, width() - kSinistra - kDestra, kDestra});
+}
+
+void frmConfronto::changeEvent(QEvent* evento) {
+    Dialogo::changeEvent(evento);
+    if (evento->type() == QEvent::PaletteChange && lblRisposta_ != nullptr) AggiornaRisposta();
+}
+
+void frmConfronto::dragEnterEvent(QDragEnterEvent* evento) {
+    const auto indirizzi = evento->mimeData()->urls();
+    const bool log = std::any_of(indirizzi.begin(), indirizzi.end(), [](const QUrl& uno) {
+        return uno.isLocalFile() &&
+               uno.toLocalFile().endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive);
+    });
+    if (log) evento->acceptProposedAction();
+}
+
+void frmConfronto::dropEvent(QDropEvent* evento) {
+    Protetto([&] {
+        for (const QUrl& uno : evento->mimeData()->urls()) {
+            const QString file = uno.toLocalFile();
+            if (file.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive)) {
+                Apri(PercorsoDaQt(file));
+            }
+        }
+        evento->acceptProposedAction();
+    });
+}
+
+/// What lies between two cursors needs more room than the map; it gets it back behind them.
+void frmConfronto::FaiPosto(bool due) {
+    if (due == due_) return;
+    due_ = due;
+    const int alto = destra_->height();
+    if (due) altezze_ = destra_->sizes();
+    const int voluto = valori_->sizeHint().height() + Misure(*this).Testata + kSpazio;
+    destra_->setSizes(due ? QList<int>{std::min(voluto, alto * 3 / 5), alto * 2 / 5} : altezze_);
+}
+
+/// What is chosen now, for the next time; logs that are not open keep what was said of them.
+void frmConfronto::Ricorda() {
+    scelte_.PerDistanza = confronto_.PerDistanza;
+    scelte_.Parti = confronto_.Parti();
+    scelte_.Quadri = quadri_;
+    std::vector<ScelteLog> log;
+    for (int l = 0; l < confronto_.NumLog(); ++l) {
+        log.push_back({confronto_.Log(l).File(), confronto_.ScelteDi(l)});
+    }
+    for (const ScelteLog& vecchio : scelte_.Log) {
+        const bool gia = std::any_of(log.begin(), log.end(), [&](const ScelteLog& nuovo) {
+            return nuovo.File == vecchio.File;
+        });
+        if (!gia) log.push_back(vecchio);
+    }
+    scelte_.Log = std::move(log);
+}
+
+void frmConfronto::done(int esito) {
+    Protetto([this] {
+        tmrAllinea_.stop();
+        Ricorda();
+        SalvaScelte(scelte_);
+    });
+    Dialogo::done(esito);
+}
+
+}  // namespace lapvane

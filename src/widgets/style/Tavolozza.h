@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+#include <array>
+#include <optional>
+
+class QWidget;
+
+namespace lapvane {
+
+enum class Tema { Chiaro, Scuro };
+
+/// The colour that a lap wears wherever it is shown, and that of its letter on it.
+struct ColoreGiro {
+    char Lettera = ' ';
+    QColor Tinta;
+    QColor Carattere;  ///< white where that gives a contrast of 4.5, else black
+};
+
+/// All colours of a theme. What `PalettaDi` hands to Qt as a role is here too, for own drawing.
+struct Colori {
+    QColor Window;  ///< ground of windows
+    QColor Bar;     ///< menu, tool bar, status bar
+    QColor Base;    ///< lists, boxes, cards
+    QColor Alt;     ///< heads of tables and cards, group rows
+    QColor Raised;  ///< buttons
+    QColor Line;    ///< edges of cards; decoration only
+    QColor Edge;    ///< outline of what one can click or type in
+    QColor Grid;    ///< rows of tables, grid of own graphs
+    QColor Text;
+    QColor Text2;  ///< labels, units, heads of columns
+    QColor Stale;  ///< a value that is not read any more
+    QColor Off;    ///< disabled
+    QColor Accent;
+    QColor AccentText;
+    QColor Sel;  ///< selected, in a list with focus
+    QColor SelText;
+    QColor SelSoft;  ///< selected without focus, pressed tool button, lap in focus
+    QColor Gain;     ///< time gained; never without a sign or a width that says the same
+    QColor GainSoft;
+    QColor Loss;
+    QColor LossSoft;
+    QColor Ok;
+    QColor Warn;
+    QColor WarnSoft;
+    QColor Err;
+    QColor ErrSoft;
+    QColor Tip;
+    QColor TipText;
+    QColor Plot;                       ///< ground of own graphs
+    std::array<ColoreGiro, 7> Giri;    ///< the reference R, then A to F
+    std::array<QColor, 3> Gradazione;  ///< least, middle and greatest of a continuous scale
+};
+
+const Colori& ColoriDi(Tema tema);
+/// The colours of the theme that the widget's palette belongs to.
+const Colori& ColoriDi(const QWidget& widget);
+const Colori& ColoriDi(const QPalette& paletta);
+
+/// The colour of the lap with that letter; that of the reference for a letter that no lap has.
+const ColoreGiro& GiroDi(const Colori& colori, char lettera);
+/// The colour at `quota` of the continuous scale, 0 (least) to 1 (greatest). Its lightness grows
+/// steadily and its hue runs from blue to yellow, so that the red-green blind read it too.
+QColor Gradazione(const Colori& colori, double quota);
+
+/// The palette of a theme, with all roles of all groups.
+QPalette PalettaDi(Tema tema);
+
+/// What the desktop asks for: its window ground is light or dark. `ImpostaTema` overrules it.
+Tema TemaDelDesktop();
+/// Sets the theme by hand for as long as the application lives; none: the desktop's again.
+void ImpostaTema(std::optional<Tema> tema);
+
+}  // namespace lapvane

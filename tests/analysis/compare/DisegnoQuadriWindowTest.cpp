@@ -1,0 +1,150 @@
+#include "analysis/compare/DisegnoQuadri.h"
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <QWheelEvent>
+
+#include "analysis/compare/DisegnoPittura.h"
+#include "support/PlatformProva.h"
+
+namespace lapvane {
+namespace {
+
+constexpr double kLunghezza = 1000.0;
+constexpr double kPasso = 10.0;
+constexpr int kVelocita = 1;  // the pane below the gained time
+
+/// 100 for the reference and, for A, 50 with a rise of 0.1 a metre.
+class QuadriDisegnati : public ::testing::Test {
+ protected:
+    QuadriDisegnati() {
+        DatiQuadri dati;
+        dati.Fine = kLunghezza;
+        dati.Confini = {250.0, 500.0, 750.0};
+        dati.Fuoco = 'A';
+        CurvaGiro riferimento, giro{'A', {}, {}}, distacco{'A', {}, {}};
+        for (double x = 0.0; x <= kLunghezza; x += kPasso) {
+            for (CurvaGiro* c : {&riferimento, &giro, &distacco}) c->X.push_back(x);
+            riferimento.Y.push_back(100.0);
+            giro.Y.push_back(50.0 + 0.1 * x);
+            distacco.Y.push_back(0.0004 * x);
+        }
+        dati.Quadri = {{"Gained", "s", 2, true, {distacco}},
+                       {"Speed", "Km/h", 0, false, {riferimento, giro}}};
+        quadri.resize(768, 390);
+        quadri.Imposta(dati);
+    }
+    QPoint Dove(double x) const { return {qRound(quadri.PixelX(x)), 150}; }
+    void Rotella(const QPointF& dove, int scatti) {
+        QWheelEvent gira(dove, dove, {}, {0, 120 * scatti}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                         false);
+        QCoreApplication::sendEvent(&quadri, &gira);
+    }
+    void Trascina(const QPoint& da, int passi, Qt::MouseButton con = Qt::LeftButton) {
+        QTest::mousePress(&quadri, con, {}, da);
+        QTest::mouseRelease(&quadri, con, {}, da + QPoint(passi, 0));
+    }
+    void Vede(double da, double a) const {
+        EXPECT_NEAR(quadri.Da(), da, 1e-6);
+        EXPECT_NEAR(quadri.A(), a, 1e-6);
+    }
+
+    prova::PlatformProva macchina;
+    DisegnoQuadri quadri;
+};
+
+TEST_F(QuadriDisegnati, TheMouseZoomsWhereItStandsAndMovesWithinTheData) {
+    const QPoint qui = Dove(800.0);
+    const double sotto = quadri.ValoreX(qui.x());
+    for (const int scatti : {3, 40, -30}) {
+        Rotella(qui, scatti);
+        EXPECT_NEAR(quadri.ValoreX(qui.x()), sotto, 1e-6) << scatti;
+    }
+    Rotella(qui, -60);
+    Vede(0.0, kLunghezza);
+
+    quadri.MettiVista(400.0, 600.0);
+    const double preso = quadri.ValoreX(qui.x());
+    Trascina(qui, -50);
+    EXPECT_NEAR(quadri.ValoreX(qui.x() - 50), preso, 1e-6);
+    EXPECT_NEAR(quadri.Cursore(), preso, 1e-6);
+    for (int n = 0; n < 4; ++n) Trascina(qui, -400);
+    Vede(800.0, kLunghezza);
+    const double da = quadri.ValoreX(qui.x() - 100);
+    const double a = quadri.ValoreX(qui.x());
+    Trascina(qui, -100, Qt::RightButton);
+    Vede(da, a);
+    QTest::mouseDClick(&quadri, Qt::LeftButton, {}, qui);
+    Vede(0.0, kLunghezza);
+    QTest::mouseClick(&quadri, Qt::LeftButton, {}, {Dove(600.0).x(), 5});
+    Vede(500.0, 750.0);
+}
+
+TEST_F(QuadriDisegnati, KeysMoveCursorsAndView) {
+    const struct {
+        int Tasto;
+        Qt::KeyboardModifiers Con;
+        double Cursore, Secondo, Da, A;  // a second cursor below 0: there is none
+    } casi[] = {
+        {Qt::Key_Right, {}, 510.0, -1.0, 500.0, 750.0},
+        {Qt::Key_Right, Qt::ControlModifier, 610.0, -1.0, 500.0, 750.0},
+        {Qt::Key_Left, Qt::ShiftModifier, 610.0, 600.0, 500.0, 750.0},
+        {Qt::Key_Home, {}, 500.0, 600.0, 500.0, 750.0},
+        {Qt::Key_Escape, {}, 500.0, -1.0, 500.0, 750.0},
+        {Qt::Key_End, {}, 750.0, -1.0, 500.0, 750.0},
+        {Qt::Key_Right, {}, 760.0, -1.0, 535.0, 785.0},  // comes into view
+        {Qt::Key_PageDown, {}, 760.0, -1.0, 735.0, 985.0},
+        {Qt::Key_Minus, {}, 760.0, -1.0, 625.0, 1000.0},
+        {Qt::Key_0, {}, 760.0, -1.0, 0.0, 1000.0},
+    };
+    quadri.VediParte(2);
+    quadri.MettiCursore(503.0);
+    for (const auto& caso : casi) {
+        SCOPED_TRACE(QKeySequence(caso.Tasto).toString().toStdString());
+        QTest::keyClick(&quadri, static_cast<Qt::Key>(caso.Tasto), caso.Con);
+        EXPECT_NEAR(quadri.Cursore(), caso.Cursore, 1e-6);
+        EXPECT_NEAR(quadri.Secondo().value_or(-1.0), caso.Secondo, 1e-6);
+        Vede(caso.Da, caso.A);
+    }
+}
+
+TEST_F(QuadriDisegnati, ShiftSetsTheSecondCursorAndTakesItAway) {
+    for (const double atteso : {700.0, -1.0}) {
+        QTest::mouseClick(&quadri, Qt::LeftButton, Qt::ShiftModifier, Dove(700.0));
+        EXPECT_NEAR(quadri.Secondo().value_or(-1.0), atteso, 1.0);
+    }
+}
+
+TEST_F(QuadriDisegnati, TheScaleFitsWhatIsInSightAndCurvesLieOnTheirValues) {
+    for (const Tema tema : {Tema::Chiaro, Tema::Scuro}) {
+        quadri.setPalette(PalettaDi(tema));
+        for (const auto& [da, a] : {std::pair(0.0, 1000.0), std::pair(0.0, 200.0)}) {
+            quadri.MettiVista(da, a);
+            const auto [minimo, massimo] = quadri.EstremiY(kVelocita);
+            const double alto = std::max(100.0, 50.0 + 0.1 * a);
+            EXPECT_TRUE(minimo < 50.0 && minimo > 38.0) << minimo;
+            EXPECT_TRUE(massimo > alto && massimo < alto + 12.0) << massimo;
+            const QImage foto = quadri.grab().toImage();
+            for (const auto& [lettera, valore] : {std::pair('R', 100.0), std::pair('A', 60.0)}) {
+                const QRectF area = quadri.Area(kVelocita);
+                const double y =
+                    area.bottom() - area.height() * (valore - minimo) / (massimo - minimo);
+                EXPECT_EQ(foto.pixel(Dove(100.0).x(), static_cast<int>(y)),
+                          GiroDi(ColoriDi(tema), lettera).Tinta.rgb())
+                    << lettera;
+            }
+        }
+    }
+}
+
+TEST(DisegnoPittura, HeightsAndLettersFindTheirRoom) {
+    EXPECT_EQ(AltezzeQuadri({100.0, 50.0, 10.0}, 240.0, 40.0),
+              (std::vector<double>{400.0 / 3.0, 200.0 / 3.0, 40.0}));
+    EXPECT_EQ(Scosta({50.0, 52.0, 98.0}, 10.0, 0.0, 100.0),
+              (std::vector<double>{46.0, 56.0, 95.0}));
+    EXPECT_EQ(Scosta({1.0, 1.0, 1.0}, 10.0, 0.0, 24.0), (std::vector<double>{4.0, 12.0, 20.0}));
+}
+
+}  // namespace
+}  // namespace lapvane
