@@ -271,7 +271,7 @@ void DisegnoQuadri::DisegnaCursore(QPainter& penna, double x, bool secondo) cons
 
 /// The stretch that is being drawn, to be zoomed to.
 void DisegnoQuadri::DisegnaRitaglio(QPainter& penna) const {
-    const auto [da, a] = std::minmax(PixelX(altroCapo_), PixelX(capo_));
+    const auto [da, a] = std::minmax({PixelX(altroCapo_), PixelX(capo_)});
     const QRectF tratto(da, 0.0, a - da, Pittura().Asse().top());
     const QColor accento = ColoriDi(*this).Accent;
     QColor velo = accento;
