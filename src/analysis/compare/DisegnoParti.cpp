@@ -19,6 +19,7 @@ namespace lapvane {
 namespace {
 
 constexpr double kBarra = 3.0;
+constexpr double kBarraMassima = 72.0;  // pixels; longer ones would underline the table
 constexpr double kSottoBarra = 2.0;
 constexpr double kFuoco = 2.0;
 
@@ -184,11 +185,11 @@ void DisegnoParti::DisegnaFissa(QPainter& penna, int riga) const {
                            Qt::AlignLeft | Qt::AlignVCenter, NomeDi(dati));
 }
 
-/// What is lost or gained, below the figures; the longest is as wide as its column.
+/// What is lost or gained, below the figures.
 void DisegnoParti::DisegnaBarra(QPainter& penna, const QRectF& cella, std::int32_t perso) const {
     if (perso == 0 || massimo_ == 0) return;
-    const double larga =
-        std::max(1.0, (larghezzaParte_ - kSpazio - 4.0) * std::abs(perso) / massimo_);
+    const double piena = std::min(larghezzaParte_ - kSpazio - 4.0, kBarraMassima);
+    const double larga = std::max(1.0, piena * std::abs(perso) / massimo_);
     const QRectF barra(cella.right() - kSpazio - larga, cella.bottom() - kSottoBarra - kBarra,
                        larga, kBarra);
     const Colori& colori = ColoriDi(*this);

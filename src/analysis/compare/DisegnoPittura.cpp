@@ -19,10 +19,10 @@ constexpr double kPesoDistacco = 114.0;
 constexpr double kPesi[] = {104.0, 74.0, 50.0};  // of the other panes, the last for all further
 constexpr double kRespiro = 4.0;                 // pixels between the curves and the pane's ends
 constexpr double kTacca = 4.0;                   // length of a tick
-constexpr double kRigheTacca = 1.7;              // of text, from one tick to the next
-constexpr double kRigheTaccaMinime = 0.9;        // the same where there would be hardly any
-constexpr double kDistaccoMinimo = 0.1;          // seconds that a pane spans at least
-constexpr double kParteMinima = 0.01;            // of the value, the same for the others
+// Lines of text from one tick to the next; closer where there would be fewer than three ticks.
+constexpr double kRigheTacca[] = {1.7, 1.3, 0.9};
+constexpr double kDistaccoMinimo = 0.1;  // seconds that a pane spans at least
+constexpr double kParteMinima = 0.01;    // of the value, the same for the others
 constexpr double kTrattoRiferimento = 2.8;
 constexpr double kTrattoFuoco = 2.0;
 constexpr double kTratto = 1.4;
@@ -272,12 +272,12 @@ void PitturaQuadri::DisponiY(const QuadroConfronto& dati, Quadro& quadro) const 
     quadro.Y = {dentro.Valore(area.bottom()), dentro.Valore(area.top()), area.bottom(), area.top()};
     if (niente && !dati.Distacco) return;
     const double riga = scrittori_.Piccolo.Riga();
-    const auto fitte = [&](double righe) {
+    Tacche tacche;
+    for (const double righe : kRigheTacca) {
         const int massime = static_cast<int>(area.height() / (righe * riga)) + 1;
-        return CalcolaTacche(quadro.Y.Da, quadro.Y.A, std::clamp(massime, 3, 12));
-    };
-    Tacche tacche = fitte(kRigheTacca);
-    if (tacche.Valori.size() < 3) tacche = fitte(kRigheTaccaMinime);
+        tacche = CalcolaTacche(quadro.Y.Da, quadro.Y.A, std::clamp(massime, 3, 12));
+        if (tacche.Valori.size() >= 3) break;
+    }
     const char separatore = platform().DecimalSeparator();
     for (const double valore : tacche.Valori) {
         QString testo = ColMeno(TestoTacca(valore, tacche, separatore));
@@ -358,9 +358,10 @@ void PitturaQuadri::DisegnaTratti(QPainter& penna) const {
         const double da = std::max(x_.Pixel(Confine(parte)), Sinistra());
         const double a = std::min(x_.Pixel(Confine(parte + 1)), Destra());
         if (a <= da) continue;
+        // Where all parts are the worst the colour would tell nothing.
         const auto& peggiori = dati_.Peggiori;
         const bool peggiore = std::find(peggiori.begin(), peggiori.end(), parte) != peggiori.end();
-        if (peggiore) {
+        if (peggiore && std::ssize(peggiori) < Parti()) {
             penna.fillRect(SuiPixel(penna, QRectF(da, 0.0, a - da, asse_.top())), velo);
         }
         Scrittore& scritta = peggiore ? scrittori_.Marca : scrittori_.Piccolo;

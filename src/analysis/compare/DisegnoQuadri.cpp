@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -69,9 +68,7 @@ void DisegnoQuadri::Invito(const QString& frase) {
 }
 
 bool DisegnoQuadri::Vuoto() const {
-    return !(dati_.Fine > 0.0) ||
-           std::all_of(dati_.Quadri.begin(), dati_.Quadri.end(),
-                       [](const QuadroConfronto& q) { return q.Curve.empty(); });
+    return !(dati_.Fine > 0.0) || dati_.Quadri.empty();
 }
 
 void DisegnoQuadri::Sporca() {
@@ -274,7 +271,7 @@ void DisegnoQuadri::DisegnaCursore(QPainter& penna, double x, bool secondo) cons
 
 /// The stretch that is being drawn, to be zoomed to.
 void DisegnoQuadri::DisegnaRitaglio(QPainter& penna) const {
-    const auto [da, a] = std::minmax(PixelX(altroCapo_), PixelX(capo_));
+    const auto [da, a] = std::minmax({PixelX(altroCapo_), PixelX(capo_)});
     const QRectF tratto(da, 0.0, a - da, Pittura().Asse().top());
     const QColor accento = ColoriDi(*this).Accent;
     QColor velo = accento;
@@ -292,7 +289,7 @@ void DisegnoQuadri::AggiornaCursore(std::optional<double> x) {
     update(Bandiera(*x).adjusted(-1.0, -1.0, 1.0, 1.0).toAlignedRect());
 }
 
-void DisegnoQuadri::paintEvent(QPaintEvent* evento) {
+void DisegnoQuadri::paintEvent(QPaintEvent*) {
     const double rapporto = devicePixelRatioF();
     if (sporco_ || foto_.devicePixelRatio() != rapporto ||
         foto_.size() != (QSizeF(size()) * rapporto).toSize()) {
@@ -301,11 +298,13 @@ void DisegnoQuadri::paintEvent(QPaintEvent* evento) {
         ++ridisegni_;
     }
     QPainter penna(this);
-    for (const QRect& parte : evento->region()) {
-        penna.drawImage(
-            QRectF(parte), foto_,
-            QRectF(QPointF(parte.topLeft()) * rapporto, QSizeF(parte.size()) * rapporto));
-    }
+    // Pixel for pixel: with a scale of its own the picture would be drawn as if it were stretched.
+    const QImage pixel(foto_.constBits(), foto_.width(), foto_.height(), foto_.bytesPerLine(),
+                       foto_.format());
+    penna.save();
+    penna.scale(1.0 / rapporto, 1.0 / rapporto);
+    penna.drawImage(0, 0, pixel);
+    penna.restore();
     if (!Vuoto()) {
         if (gesto_ == Gesto::Ritaglio) DisegnaRitaglio(penna);
         if (secondo_) DisegnaCursore(penna, *secondo_, true);

@@ -39,14 +39,14 @@ TEST(DisegnoParti, BarsBestPartsClicksAndKeys) {
               "Ideal lap\t5.90\t7.00\t12.90\t-0.10\n");
     const QImage foto = parti.grab().toImage();
     const Colori& colori = ColoriDi(parti);
-    const auto barra = [&](int parte, double quota) {
-        const QRectF cella = parti.Cella(1, parte);
-        return foto.pixelColor(static_cast<int>(cella.right() - quota * cella.width()),
-                               static_cast<int>(cella.bottom()) - 4);
+    // That many pixels from the right end of the figures.
+    const auto barra = [&](int parte, int pixel) {
+        const QPointF fine = parti.Cella(1, parte).bottomRight() - QPointF(8, 4);
+        return foto.pixelColor(fine.toPoint() - QPoint(pixel, 0));
     };
-    EXPECT_EQ(barra(1, 0.9), colori.Loss);
-    EXPECT_EQ(barra(0, 0.4), colori.Gain);
-    EXPECT_EQ(barra(0, 0.6), colori.Base);
+    EXPECT_EQ(barra(1, 70), colori.Loss);
+    EXPECT_EQ(barra(0, 34), colori.Gain);
+    EXPECT_EQ(barra(0, 38), colori.Base);
 
     std::string detto;
     QObject::connect(&parti, &DisegnoParti::Scelto, [&](char lettera) { detto += lettera; });
