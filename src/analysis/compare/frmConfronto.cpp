@@ -434,6 +434,10 @@ void frmConfronto::AggiornaTesti(Mnemonica& lettere) {
     lblCanale_->setText(lettere.Con(testo(Voce::CanaleConfrontato)));
     lblFasce_->setText(lettere.Con(testo(Voce::FasceConfronto)));
     schedaParti_->Titolo(testo(Voce::PartiConfronto));
+    parti_->setAccessibleName(testo(Voce::PartiConfronto));
+    valori_->setAccessibleName(testo(Voce::CursoreConfronto));
+    schede_->setAccessibleName(testo(Voce::VoceConfronto));
+    sinistra_->setAccessibleName(testo(Voce::GiriConfronto));
     cboMappa_->setAccessibleName(testo(Voce::MappaConfronto));
     lblAiuto_->setText(testo(Voce::AiutoConfronto));
     cmdFerma_->setText(lettere.Con(testo(Voce::FermaAllineamento)));
