@@ -178,7 +178,7 @@ void frmConfronto::AggiornaRisposta() {
     const Colori& colori = ColoriDi(*this);
     const auto primo = confronto_.Di(kRiferimento);
     const auto fuoco = confronto_.Fuoco() != 0 ? confronto_.Di(confronto_.Fuoco()) : std::nullopt;
-    QString frase;
+    QString frase = primo ? QString() : T(Voce::ApriOTrascina).toHtmlEscaped();
     std::vector<std::pair<int, std::int32_t>> perse;
     const TabellaParti& tabella = tabella_;
     if (primo && !fuoco) {
@@ -290,7 +290,8 @@ void frmConfronto::AggiornaCursore() {
     const TabellaCursore tabella =
         confronto_.AlCursore(ChiaviQuadri(), grafico_->Cursore(), grafico_->Secondo());
     valori_->Imposta(tabella, confronto_.Fuoco());
-    schedaValori_->Titolo(valori_->Titolo());
+    const QString dove = valori_->Titolo();
+    schedaValori_->Titolo(dove.isEmpty() ? T(Voce::CursoreConfronto) : dove);
     schedaValori_->Nota(valori_->Nota());
     const auto primo = confronto_.Di(kRiferimento);
     const GiroAllineato* riferimento = primo ? confronto_.Allineato(*primo) : nullptr;
@@ -348,7 +349,7 @@ void frmConfronto::AggiornaMappa() {
     dati.Perde = T(Voce::MappaPerde);
     dati.Uguale = T(Voce::MappaPari);
     dati.Guadagna = T(Voce::MappaGuadagna);
-    dati.Invito = T(Voce::SenzaTracciato);
+    if (primo) dati.Invito = T(Voce::SenzaTracciato);
     const QString contro = confronto_.Fuoco() == 0 ? QString()
                                                    : QStringLiteral("   %1 %2 R")
                                                          .arg(QLatin1Char(confronto_.Fuoco()))
