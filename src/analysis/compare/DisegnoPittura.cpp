@@ -381,16 +381,17 @@ void PitturaQuadri::DisegnaConfini(QPainter& penna) const {
         if (confine <= da_ || confine >= a_) continue;
         const double x = x_.Pixel(confine);
         if (SuCarta()) {
-            QPen punti(colori_.Edge, filo);
-            punti.setCapStyle(Qt::FlatCap);
-            punti.setDashPattern({1.0, kPunto / filo - 1.0});
-            penna.setPen(punti);
+            QPen punteggiata(colori_.Edge, filo);
+            punteggiata.setCapStyle(Qt::FlatCap);
+            punteggiata.setDashPattern({1.0, kPunto / filo - 1.0});
+            penna.setPen(punteggiata);
             penna.drawLine(QPointF(x, 0.0), QPointF(x, asse_.top()));
             continue;
         }
         const QRectF punto(SuiPixel(penna, QPointF(x, 0.0)), QSizeF(filo, filo));
-        for (double y = kPunto / 2.0; y < asse_.top(); y += kPunto) {
-            penna.fillRect(punto.translated(0.0, y), colori_.Edge);
+        const int punti = static_cast<int>(asse_.top() / kPunto);
+        for (int n = 0; n < punti; ++n) {
+            penna.fillRect(punto.translated(0.0, (n + 0.5) * kPunto), colori_.Edge);
         }
     }
 }
@@ -500,6 +501,7 @@ void PitturaQuadri::DisegnaLettere(QPainter& penna) const {
     std::stable_sort(segni.begin(), segni.end(),
                      [](const Segno& a, const Segno& b) { return a.Y < b.Y; });
     std::vector<double> centri;
+    centri.reserve(segni.size());
     for (const Segno& segno : segni) centri.push_back(segno.Y);
     const double lato = std::round(scrittori_.Corpo.Riga() - 4.0);
     centri = Scosta(std::move(centri), lato + 2.0, quadro.Posto.top() + 1.0, quadro.Posto.bottom());

@@ -12,7 +12,6 @@ namespace lapvane {
 namespace {
 
 constexpr double kLunghezza = 1000.0;
-constexpr double kPasso = 10.0;
 constexpr int kVelocita = 1;  // the pane below the gained time
 
 /// 100 for the reference and, for A, 50 with a rise of 0.1 a metre.
@@ -24,7 +23,8 @@ class QuadriDisegnati : public ::testing::Test {
         dati.Confini = {250.0, 500.0, 750.0};
         dati.Fuoco = 'A';
         CurvaGiro riferimento, giro{'A', {}, {}}, distacco{'A', {}, {}};
-        for (double x = 0.0; x <= kLunghezza; x += kPasso) {
+        for (int metri = 0; metri <= 1000; metri += 10) {
+            const double x = metri;
             for (CurvaGiro* c : {&riferimento, &giro, &distacco}) c->X.push_back(x);
             riferimento.Y.push_back(100.0);
             giro.Y.push_back(50.0 + 0.1 * x);
