@@ -54,6 +54,7 @@ void DisegnoQuadri::Imposta(DatiQuadri dati) {
     const bool intera = Intera() || dati.PerDistanza != dati_.PerDistanza;
     const bool altroAsse = dati.PerDistanza != dati_.PerDistanza;
     pittura_.reset();  // it looks at the old data
+    larghezzaTacche_.reset();
     dati_ = std::move(dati);
     Sporca();
     updateGeometry();
@@ -91,11 +92,13 @@ void DisegnoQuadri::Descrivi() {
 const PitturaQuadri& DisegnoQuadri::Pittura(double rapporto) const {
     if (!scrittori_ || scrittori_->Piccolo.Rapporto() != rapporto) {
         pittura_.reset();
+        larghezzaTacche_.reset();
         scrittori_ = std::make_unique<ScrittoriQuadri>(font(), rapporto);
     }
+    if (!larghezzaTacche_) larghezzaTacche_ = LarghezzaTacche(dati_, *scrittori_);
     if (!pittura_ || pittura_->Misura() != QSizeF(size())) {
-        pittura_ =
-            std::make_unique<PitturaQuadri>(dati_, da_, a_, size(), ColoriDi(*this), *scrittori_);
+        pittura_ = std::make_unique<PitturaQuadri>(dati_, da_, a_, size(), ColoriDi(*this),
+                                                   *scrittori_, *larghezzaTacche_);
     }
     return *pittura_;
 }
@@ -231,7 +234,8 @@ void DisegnoQuadri::DisegnaSu(QPainter& penna, const QRectF& posto) const {
         DisegnaInvito(penna, QRectF(QPointF(), misura), colori);
     } else {
         ScrittoriQuadri scrittori(carattere, 0.0);
-        const PitturaQuadri pittura(dati_, da_, a_, misura, colori, scrittori);
+        const PitturaQuadri pittura(dati_, da_, a_, misura, colori, scrittori,
+                                    LarghezzaTacche(dati_, scrittori));
         pittura.Fondo(penna);
         pittura.Curve(penna);
     }
