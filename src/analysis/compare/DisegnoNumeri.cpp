@@ -27,7 +27,7 @@ QString Differenza(double valore, int decimali) {
 QString TempoGiro(std::int32_t centesimi) {
     if (centesimi <= 0) return {};
     constexpr std::int32_t kMinuto = 6000;
-    const QString secondi = Numero(centesimi % kMinuto / 100.0, 2);
+    QString secondi = Numero(centesimi % kMinuto / 100.0, 2);
     if (centesimi < kMinuto) return secondi;
     return QString::number(centesimi / kMinuto) + QLatin1Char(':') +
            secondi.rightJustified(5, QLatin1Char('0'));

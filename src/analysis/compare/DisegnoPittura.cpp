@@ -21,6 +21,7 @@ constexpr double kRespiro = 4.0;                 // pixels between the curves an
 constexpr double kTacca = 4.0;                   // length of a tick
 // Lines of text from one tick to the next; closer where there would be fewer than three ticks.
 constexpr double kRigheTacca[] = {1.7, 1.3, 0.9};
+constexpr int kTaccheMassime = 12;
 constexpr double kDistaccoMinimo = 0.1;  // seconds that a pane spans at least
 constexpr double kParteMinima = 0.01;    // of the value, the same for the others
 constexpr double kTrattoRiferimento = 2.8;
@@ -100,7 +101,49 @@ QString ColMeno(const std::string& testo) {
     return InQt(testo).replace(QLatin1Char('-'), QChar(0x2212));
 }
 
+/// What a pane spans at least, so that noise looks like noise.
+double AmpiezzaMinima(const QuadroConfronto& dati, double minimo, double massimo) {
+    if (dati.Distacco) return kDistaccoMinimo;
+    return std::max(4.0 * std::pow(10.0, -dati.Decimali),
+                    kParteMinima * std::max(std::fabs(minimo), std::fabs(massimo)));
+}
+
+/// The ticks of a pane's scale; a gained time has signs.
+std::vector<EtichettaAsse> TaccheY(const QuadroConfronto& dati, double da, double a, int massime) {
+    std::vector<EtichettaAsse> etichette;
+    const Tacche tacche = CalcolaTacche(da, a, massime);
+    const char separatore = platform().DecimalSeparator();
+    for (const double valore : tacche.Valori) {
+        QString testo = ColMeno(TestoTacca(valore, tacche, separatore));
+        if (dati.Distacco && valore > tacche.Passo / 2.0) testo.prepend(QLatin1Char('+'));
+        etichette.push_back({valore, std::move(testo)});
+    }
+    return etichette;
+}
+
 }  // namespace
+
+double LarghezzaTacche(const DatiQuadri& dati, ScrittoriQuadri& scrittori) {
+    double largo = 0.0;
+    for (const QuadroConfronto& quadro : dati.Quadri) {
+        double minimo = HUGE_VAL;
+        double massimo = -HUGE_VAL;
+        for (const CurvaGiro& curva : quadro.Curve) {
+            Allarga(curva, 0.0, dati.Fine, minimo, massimo);
+        }
+        if (minimo > massimo) continue;
+        const double mezza = AmpiezzaMinima(quadro, minimo, massimo) / 2.0;
+        // The narrowest scales have the longest figures.
+        for (const auto& [da, a] : {std::pair(minimo, massimo),
+                                    {minimo - mezza, minimo + mezza},
+                                    {massimo - mezza, massimo + mezza}}) {
+            for (const EtichettaAsse& tacca : TaccheY(quadro, da, a, kTaccheMassime)) {
+                largo = std::max(largo, scrittori.Piccolo.LargoCifre(tacca.Testo));
+            }
+        }
+    }
+    return largo;
+}
 
 std::vector<double> AltezzeQuadri(const std::vector<double>& pesi, double altezza, double minima) {
     std::vector<double> altezze(pesi.size(), minima);
@@ -184,9 +227,10 @@ ScrittoriQuadri::ScrittoriQuadri(const QFont& base, double rapporto)
       Marca(Carattere(base, Scrittura::Lettera), rapporto) {}
 
 PitturaQuadri::PitturaQuadri(const DatiQuadri& dati, double da, double a, const QSizeF& misura,
-                             const Colori& colori, ScrittoriQuadri& scrittori)
+                             const Colori& colori, ScrittoriQuadri& scrittori,
+                             double larghezzaTacche)
     : dati_(dati), da_(da), a_(a), misura_(misura), colori_(colori), scrittori_(scrittori) {
-    DisponiQuadri();
+    DisponiQuadri(larghezzaTacche);
     DisponiX();
 }
 
@@ -210,7 +254,7 @@ std::size_t PitturaQuadri::ConLettere() const {
     return trovato == quadri.end() ? 0 : static_cast<std::size_t>(trovato - quadri.begin());
 }
 
-void PitturaQuadri::DisponiQuadri() {
+void PitturaQuadri::DisponiQuadri(double larghezzaTacche) {
     const double riga = scrittori_.Corpo.Riga();
     const double largo = misura_.width();
     const double alto = dati_.Confini.empty() ? 0.0 : Intero(scrittori_.Piccolo.Riga() + 3.0);
@@ -222,20 +266,15 @@ void PitturaQuadri::DisponiQuadri() {
     }
     const auto altezze = AltezzeQuadri(pesi, basso - alto, kQuadroMinimo);
     double y = alto;
-    double numeri = 0.0;
     for (std::size_t i = 0; i < pesi.size(); ++i) {
         Quadro quadro;
         quadro.Posto.setCoords(0.0, Intero(y), largo, Intero(y + altezze[i]));
         quadro.Area = quadro.Posto.adjusted(0.0, riga + 2.0, 0.0, -1.0);
         y += altezze[i];
         DisponiY(dati_.Quadri[i], quadro);
-        for (const Etichetta& tacca : quadro.Tacche) {
-            numeri = std::max(numeri, scrittori_.Piccolo.LargoCifre(tacca.Testo));
-        }
         quadri_.push_back(std::move(quadro));
     }
-    // Wide enough for most figures, so that the panes don't jump from view to view.
-    const double sinistra = Intero(std::max(3.3 * riga, numeri + 16.0));
+    const double sinistra = Intero(std::max(3.3 * riga, larghezzaTacche + 16.0));
     const double destra = std::max(sinistra + 1.0, Intero(largo - 2.1 * riga));
     for (Quadro& quadro : quadri_) {
         quadro.Area.setLeft(sinistra);
@@ -253,11 +292,7 @@ void PitturaQuadri::DisponiY(const QuadroConfronto& dati, Quadro& quadro) const 
     for (const CurvaGiro& curva : dati.Curve) Allarga(curva, da_, a_, minimo, massimo);
     const bool niente = minimo > massimo;
     if (niente) minimo = massimo = 0.0;
-    double ampia = kDistaccoMinimo;
-    if (!dati.Distacco) {
-        ampia = std::max(4.0 * std::pow(10.0, -dati.Decimali),
-                         kParteMinima * std::max(std::fabs(minimo), std::fabs(massimo)));
-    }
+    const double ampia = AmpiezzaMinima(dati, minimo, massimo);
     const double aggiunta = std::max(0.0, ampia - (massimo - minimo)) / 2.0;
     minimo -= aggiunta;
     massimo += aggiunta;
@@ -272,17 +307,11 @@ void PitturaQuadri::DisponiY(const QuadroConfronto& dati, Quadro& quadro) const 
     quadro.Y = {dentro.Valore(area.bottom()), dentro.Valore(area.top()), area.bottom(), area.top()};
     if (niente && !dati.Distacco) return;
     const double riga = scrittori_.Piccolo.Riga();
-    Tacche tacche;
     for (const double righe : kRigheTacca) {
         const int massime = static_cast<int>(area.height() / (righe * riga)) + 1;
-        tacche = CalcolaTacche(quadro.Y.Da, quadro.Y.A, std::clamp(massime, 3, 12));
-        if (tacche.Valori.size() >= 3) break;
-    }
-    const char separatore = platform().DecimalSeparator();
-    for (const double valore : tacche.Valori) {
-        QString testo = ColMeno(TestoTacca(valore, tacche, separatore));
-        if (dati.Distacco && valore > tacche.Passo / 2.0) testo.prepend(QLatin1Char('+'));
-        quadro.Tacche.push_back({valore, testo});
+        quadro.Tacche =
+            TaccheY(dati, quadro.Y.Da, quadro.Y.A, std::clamp(massime, 3, kTaccheMassime));
+        if (quadro.Tacche.size() >= 3) break;
     }
 }
 
@@ -381,16 +410,17 @@ void PitturaQuadri::DisegnaConfini(QPainter& penna) const {
         if (confine <= da_ || confine >= a_) continue;
         const double x = x_.Pixel(confine);
         if (SuCarta()) {
-            QPen punti(colori_.Edge, filo);
-            punti.setCapStyle(Qt::FlatCap);
-            punti.setDashPattern({1.0, kPunto / filo - 1.0});
-            penna.setPen(punti);
+            QPen punteggiata(colori_.Edge, filo);
+            punteggiata.setCapStyle(Qt::FlatCap);
+            punteggiata.setDashPattern({1.0, kPunto / filo - 1.0});
+            penna.setPen(punteggiata);
             penna.drawLine(QPointF(x, 0.0), QPointF(x, asse_.top()));
             continue;
         }
         const QRectF punto(SuiPixel(penna, QPointF(x, 0.0)), QSizeF(filo, filo));
-        for (double y = kPunto / 2.0; y < asse_.top(); y += kPunto) {
-            penna.fillRect(punto.translated(0.0, y), colori_.Edge);
+        const int punti = static_cast<int>(asse_.top() / kPunto);
+        for (int n = 0; n < punti; ++n) {
+            penna.fillRect(punto.translated(0.0, (n + 0.5) * kPunto), colori_.Edge);
         }
     }
 }
@@ -401,7 +431,7 @@ void PitturaQuadri::DisegnaQuadro(QPainter& penna, std::size_t i) const {
     const double riga = scrittori_.Piccolo.Riga();
     if (i > 0) RigaOrizzontale(penna, quadro.Posto.top(), 0.0, misura_.width(), colori_.Line);
     penna.setPen(colori_.Text2);
-    for (const Etichetta& tacca : quadro.Tacche) {
+    for (const EtichettaAsse& tacca : quadro.Tacche) {
         const double y = quadro.Y.Pixel(tacca.Valore);
         const bool zero = dati_.Quadri[i].Distacco && tacca.Testo == QLatin1String("0");
         RigaOrizzontale(penna, y, area.left(), area.right(),
@@ -500,6 +530,7 @@ void PitturaQuadri::DisegnaLettere(QPainter& penna) const {
     std::stable_sort(segni.begin(), segni.end(),
                      [](const Segno& a, const Segno& b) { return a.Y < b.Y; });
     std::vector<double> centri;
+    centri.reserve(segni.size());
     for (const Segno& segno : segni) centri.push_back(segno.Y);
     const double lato = std::round(scrittori_.Corpo.Riga() - 4.0);
     centri = Scosta(std::move(centri), lato + 2.0, quadro.Posto.top() + 1.0, quadro.Posto.bottom());
@@ -521,7 +552,7 @@ void PitturaQuadri::DisegnaAsseX(QPainter& penna) const {
     penna.setFont(scritta.Carattere());
     penna.setPen(colori_.Text2);
     scritta.Scrivi(penna, QRectF(0.0, alto, fine, riga), Qt::AlignRight, unita);
-    for (const Etichetta& tacca : tacche_) {
+    for (const EtichettaAsse& tacca : tacche_) {
         const double x = x_.Pixel(tacca.Valore);
         RigaVerticale(penna, x, asse_.top(), asse_.top() + kTacca, colori_.Edge);
         const double mezzo = scritta.Largo(tacca.Testo) / 2.0;

@@ -22,23 +22,29 @@ struct ScrittoriQuadri {
     Scrittore Marca;  ///< small and bold: flags, parts where most is lost
 };
 
+/// A tick of an axis.
+struct EtichettaAsse {
+    double Valore = 0.0;
+    QString Testo;
+};
+
+/// Width of the longest figure at the left of the panes in any view, so that they don't jump from
+/// one view to the next.
+double LarghezzaTacche(const DatiQuadri& dati, ScrittoriQuadri& scrittori);
+
 /// The panes of the comparison laid out for one size, view and font, and their drawing on to a
 /// screen or paper. Lengths are pixels, x counts as the data do. Holds on to what it was made with.
 class PitturaQuadri {
  public:
-    struct Etichetta {
-        double Valore = 0.0;
-        QString Testo;
-    };
     struct Quadro {
         QRectF Posto;  ///< with the title
         QRectF Area;   ///< of the curves
         ScalaPixel Y;
-        std::vector<Etichetta> Tacche;
+        std::vector<EtichettaAsse> Tacche;
     };
 
     PitturaQuadri(const DatiQuadri& dati, double da, double a, const QSizeF& misura,
-                  const Colori& colori, ScrittoriQuadri& scrittori);
+                  const Colori& colori, ScrittoriQuadri& scrittori, double larghezzaTacche);
 
     const QSizeF& Misura() const { return misura_; }
     double Rapporto() const { return scrittori_.Piccolo.Rapporto(); }
@@ -62,7 +68,7 @@ class PitturaQuadri {
     void Curve(QPainter& penna) const;
 
  private:
-    void DisponiQuadri();
+    void DisponiQuadri(double larghezzaTacche);
     void DisponiY(const QuadroConfronto& dati, Quadro& quadro) const;
     void DisponiX();
     double Intero(double v) const;
@@ -92,7 +98,7 @@ class PitturaQuadri {
     QRectF righello_;
     QRectF asse_;
     std::vector<Quadro> quadri_;
-    std::vector<Etichetta> tacche_;
+    std::vector<EtichettaAsse> tacche_;
 };
 
 /// Heights of panes by their share of `altezza`, none under `minima` as long as there is room.

@@ -27,6 +27,8 @@ constexpr int kSalto = 10;               // samples, with Ctrl
 constexpr double kPresa = 4.0;           // pixels; so near to the second cursor is on it
 constexpr double kRitaglioMinimo = 6.0;  // pixels; less is a click with an unsteady hand
 constexpr double kLarghezzaCursore = 1.5;
+constexpr double kTratteggio = 10.0;  // from one dash of the second cursor to the next
+constexpr double kTrattoPieno = 6.0;
 constexpr double kMezzoCursore = 3.0;
 constexpr double kVeloRitaglio = 0.12;
 constexpr double kFuoco = 2.0;
@@ -52,6 +54,7 @@ void DisegnoQuadri::Imposta(DatiQuadri dati) {
     const bool intera = Intera() || dati.PerDistanza != dati_.PerDistanza;
     const bool altroAsse = dati.PerDistanza != dati_.PerDistanza;
     pittura_.reset();  // it looks at the old data
+    larghezzaTacche_.reset();
     dati_ = std::move(dati);
     Sporca();
     updateGeometry();
@@ -89,11 +92,13 @@ void DisegnoQuadri::Descrivi() {
 const PitturaQuadri& DisegnoQuadri::Pittura(double rapporto) const {
     if (!scrittori_ || scrittori_->Piccolo.Rapporto() != rapporto) {
         pittura_.reset();
+        larghezzaTacche_.reset();
         scrittori_ = std::make_unique<ScrittoriQuadri>(font(), rapporto);
     }
+    if (!larghezzaTacche_) larghezzaTacche_ = LarghezzaTacche(dati_, *scrittori_);
     if (!pittura_ || pittura_->Misura() != QSizeF(size())) {
-        pittura_ =
-            std::make_unique<PitturaQuadri>(dati_, da_, a_, size(), ColoriDi(*this), *scrittori_);
+        pittura_ = std::make_unique<PitturaQuadri>(dati_, da_, a_, size(), ColoriDi(*this),
+                                                   *scrittori_, *larghezzaTacche_);
     }
     return *pittura_;
 }
@@ -229,7 +234,8 @@ void DisegnoQuadri::DisegnaSu(QPainter& penna, const QRectF& posto) const {
         DisegnaInvito(penna, QRectF(QPointF(), misura), colori);
     } else {
         ScrittoriQuadri scrittori(carattere, 0.0);
-        const PitturaQuadri pittura(dati_, da_, a_, misura, colori, scrittori);
+        const PitturaQuadri pittura(dati_, da_, a_, misura, colori, scrittori,
+                                    LarghezzaTacche(dati_, scrittori));
         pittura.Fondo(penna);
         pittura.Curve(penna);
     }
@@ -253,13 +259,12 @@ void DisegnoQuadri::DisegnaCursore(QPainter& penna, double x, bool secondo) cons
     const double sinistra = std::round((p.X().Pixel(x) - kLarghezzaCursore / 2.0) * r) / r;
     const double fine = p.Asse().top();
     penna.setRenderHint(QPainter::Antialiasing);
-    constexpr double kPieno = 6.0;
-    constexpr double kPeriodo = 10.0;
-    const double passo = secondo ? kPeriodo : fine;
-    const double pieno = secondo ? kPieno : fine;
-    for (double y = 0.0; y < fine; y += passo) {
-        penna.fillRect(QRectF(sinistra, y, kLarghezzaCursore, std::min(pieno, fine - y)),
-                       colori.Accent);
+    const double passo = secondo ? kTratteggio : fine;
+    const int tratti = static_cast<int>(std::ceil(fine / passo));
+    for (int n = 0; n < tratti; ++n) {
+        const double y = n * passo;
+        const double lungo = secondo ? std::min(kTrattoPieno, fine - y) : fine;
+        penna.fillRect(QRectF(sinistra, y, kLarghezzaCursore, lungo), colori.Accent);
     }
     const QRectF bandiera = Bandiera(x);
     Riquadro(penna, bandiera, kRaggioControllo, secondo ? colori.Plot : colori.Accent,
@@ -349,12 +354,11 @@ void DisegnoQuadri::AdattaPuntatore(const QPointF& punto) {
     Qt::CursorShape forma = Qt::ArrowCursor;
     if (gesto_ == Gesto::Sposta) {
         forma = Qt::ClosedHandCursor;
-    } else if (gesto_ == Gesto::Ritaglio || gesto_ == Gesto::Secondo) {
+    } else if (gesto_ == Gesto::Ritaglio || gesto_ == Gesto::Secondo ||
+               (!Vuoto() && SulSecondo(punto))) {
         forma = Qt::SplitHCursor;
     } else if (ParteA(punto) >= 0) {
         forma = Qt::PointingHandCursor;
-    } else if (!Vuoto() && SulSecondo(punto)) {
-        forma = Qt::SplitHCursor;
     }
     if (cursor().shape() != forma) setCursor(forma);
 }

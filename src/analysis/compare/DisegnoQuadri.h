@@ -140,6 +140,7 @@ class DisegnoQuadri : public QWidget {
     int ridisegni_ = 0;
     QString descrizione_;  ///< accessible name that the panes gave themselves
     mutable std::unique_ptr<ScrittoriQuadri> scrittori_;
+    mutable std::optional<double> larghezzaTacche_;
     mutable std::unique_ptr<PitturaQuadri> pittura_;
     mutable Tracciatore tracciatore_;
 };

@@ -1,5 +1,6 @@
 #include "analysis/compare/DisegnoTabella.h"
 
+#include <QEvent>
 #include <QScrollBar>
 #include <algorithm>
 #include <cmath>

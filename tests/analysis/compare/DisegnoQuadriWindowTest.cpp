@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QMouseEvent>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -12,7 +13,6 @@ namespace lapvane {
 namespace {
 
 constexpr double kLunghezza = 1000.0;
-constexpr double kPasso = 10.0;
 constexpr int kVelocita = 1;  // the pane below the gained time
 
 /// 100 for the reference and, for A, 50 with a rise of 0.1 a metre.
@@ -24,7 +24,8 @@ class QuadriDisegnati : public ::testing::Test {
         dati.Confini = {250.0, 500.0, 750.0};
         dati.Fuoco = 'A';
         CurvaGiro riferimento, giro{'A', {}, {}}, distacco{'A', {}, {}};
-        for (double x = 0.0; x <= kLunghezza; x += kPasso) {
+        for (int metri = 0; metri <= 1000; metri += 10) {
+            const double x = metri;
             for (CurvaGiro* c : {&riferimento, &giro, &distacco}) c->X.push_back(x);
             riferimento.Y.push_back(100.0);
             giro.Y.push_back(50.0 + 0.1 * x);
@@ -41,9 +42,9 @@ class QuadriDisegnati : public ::testing::Test {
                          false);
         QCoreApplication::sendEvent(&quadri, &gira);
     }
-    void Trascina(const QPoint& da, int passi, Qt::MouseButton con = Qt::LeftButton) {
-        QTest::mousePress(&quadri, con, {}, da);
-        QTest::mouseRelease(&quadri, con, {}, da + QPoint(passi, 0));
+    void Trascina(const QPoint& da, int passi) {
+        QTest::mousePress(&quadri, Qt::LeftButton, {}, da);
+        QTest::mouseRelease(&quadri, Qt::LeftButton, {}, da + QPoint(passi, 0));
     }
     void Vede(double da, double a) const {
         EXPECT_NEAR(quadri.Da(), da, 1e-6);
@@ -73,7 +74,13 @@ TEST_F(QuadriDisegnati, TheMouseZoomsWhereItStandsAndMovesWithinTheData) {
     Vede(800.0, kLunghezza);
     const double da = quadri.ValoreX(qui.x() - 100);
     const double a = quadri.ValoreX(qui.x());
-    Trascina(qui, -100, Qt::RightButton);
+    const QImage prima = quadri.grab().toImage();
+    QTest::mousePress(&quadri, Qt::RightButton, {}, qui);
+    QMouseEvent muove(QEvent::MouseMove, QPointF(qui) - QPointF(100, 0), QPointF(), Qt::NoButton,
+                      {}, {});
+    QCoreApplication::sendEvent(&quadri, &muove);
+    EXPECT_NE(quadri.grab().toImage().pixel(qui - QPoint(50, 0)), prima.pixel(qui - QPoint(50, 0)));
+    QTest::mouseRelease(&quadri, Qt::RightButton, {}, qui - QPoint(100, 0));
     Vede(da, a);
     QTest::mouseDClick(&quadri, Qt::LeftButton, {}, qui);
     Vede(0.0, kLunghezza);
