@@ -26,8 +26,11 @@ bool StessoStrumento(const std::string& a, const std::string& b) {
     return a.empty() || b.empty() || a == b;
 }
 
-/// Lap blocks that both have must be the same.
-bool StessiGiri(const ScaricoSuDisco& a, const ScaricoSuDisco& b) {
+/// As far as sizes, instrument and the lap blocks that both have tell.
+bool StessaMemoria(const ScaricoSuDisco& a, const ScaricoSuDisco& b) {
+    if (a.Byte != b.Byte || a.Giri != b.Giri || !StessoStrumento(a.Strumento, b.Strumento)) {
+        return false;
+    }
     return std::all_of(a.BlocchiGiri.begin(), a.BlocchiGiri.end(), [&b](const auto& voce) {
         const auto altro = b.BlocchiGiri.find(voce.first);
         return altro == b.BlocchiGiri.end() || altro->second == voce.second;
@@ -77,7 +80,19 @@ fs::path ConFineScarico(const fs::path& file, std::string_view fine) {
 
 void ScaricoConcluso() {
     StatoLog& stato = logInMemoria();
-    if (!stato.File.empty()) stato.File = ConFineScarico(stato.File, kFineSalvato);
+    if (stato.File.empty()) return;
+    stato.File = ConFineScarico(stato.File, kFineSalvato);
+    const auto concluso = ApriScarico(stato.File);
+    if (!concluso) return;
+    for (const ScaricoTenuto& tenuto : ScarichiTenuti(stato.File.parent_path())) {
+        if (tenuto.File.extension() != kFineScarico) continue;
+        const auto altro = ApriScarico(tenuto.File);
+        if (altro && StessaMemoria(*altro, *concluso) &&
+            std::includes(concluso->Pagine.begin(), concluso->Pagine.end(), altro->Pagine.begin(),
+                          altro->Pagine.end())) {
+            ConFineScarico(tenuto.File, kFineSalvato);
+        }
+    }
 }
 
 DiarioScarico::~DiarioScarico() {
@@ -99,9 +114,7 @@ void DiarioScarico::Giri(std::int32_t indirizzo, std::string_view blocco) {
 const ScaricoSuDisco* DiarioScarico::Interrotto() {
     for (const ScaricoTenuto& tenuto : ScarichiTenuti(cartella_)) {
         auto scarico = ApriScarico(tenuto.File);
-        if (!scarico || scarico->Byte != nuovo_.Byte || scarico->Giri != nuovo_.Giri ||
-            !StessoStrumento(scarico->Strumento, nuovo_.Strumento) ||
-            !StessiGiri(*scarico, nuovo_) || FileCrescente::InUso(tenuto.File)) {
+        if (!scarico || !StessaMemoria(*scarico, nuovo_) || FileCrescente::InUso(tenuto.File)) {
             continue;
         }
         // One that was finished since then has what the older ones lack.

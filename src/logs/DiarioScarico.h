@@ -32,7 +32,8 @@ std::optional<ScaricoSuDisco> ApriScarico(const std::filesystem::path& file);
 /// Gives a file the other ending; its new path, or the old one where that can't be done.
 std::filesystem::path ConFineScarico(const std::filesystem::path& file, std::string_view fine);
 
-/// The log in memory is saved elsewhere, so its download is not offered any more.
+/// The log in memory is saved elsewhere, so its download is not offered any more, nor one of the
+/// same memory that has nothing else.
 void ScaricoConcluso();
 
 /// Keeps one download on the disk as it comes. Where the disk takes nothing it falls silent and

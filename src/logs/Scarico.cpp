@@ -196,8 +196,8 @@ bool Scarico::LeggiPagina(std::int32_t indirizzo) {
 }
 
 void Scarico::Riprendi() {
-    if (senzaDimensione_ || senzaNumeroGiri_ || !vista_.Visibile()) return;
     diario_->Memoria(BytesDati, NumeroGiri);
+    if (senzaDimensione_ || senzaNumeroGiri_ || !vista_.Visibile()) return;
     const ScaricoSuDisco* prima = diario_->Interrotto();
     if (prima == nullptr) return;
     if (!LinkPronto() || !StessaMemoria()) {

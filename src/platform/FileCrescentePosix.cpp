@@ -27,6 +27,9 @@ void FileCrescente::Crea(const fs::path& percorso, Lavoro cosa) {
     const int d = ::open(percorso.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (d < 0) sistema::Fallisci(static_cast<sistema::Codice>(errno), cosa, percorso);
     Riserva(d, LOCK_EX);
+    // Its name is on the disk as well, and that of a folder that was made for it.
+    sistema::Fissa(percorso.parent_path());
+    sistema::Fissa(percorso.parent_path().parent_path());
     maniglia_ = d;
     lungo_ = 0;
     percorso_ = percorso;
