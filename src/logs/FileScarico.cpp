@@ -5,8 +5,10 @@
 #include <utility>
 
 #include "device/Codec.h"
+#include "logs/Andamento.h"
 #include "logs/Scarico.h"
 #include "platform/FileTesto.h"
+#include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {
@@ -171,6 +173,14 @@ std::string RecordPagina(std::int32_t indirizzo, std::string_view blocco1,
 
 std::string RecordFine(std::int32_t pagine) {
     return Record(kFine, 0, InByte(static_cast<std::uint32_t>(pagine), 4));
+}
+
+std::string FraseArrivato(const ScaricoSuDisco& scarico) {
+    AndamentoScarico quanto;
+    quanto.Letti = static_cast<std::int32_t>(scarico.Pagine.size()) * kBytePagina;
+    quanto.Totale = std::max(scarico.Byte, quanto.Letti);
+    return Testo(Voce::ScaricoCominciato) + " " + scarico.Quando + "\r\n" +
+           Testo(Voce::ScaricoArrivati) + " " + FraseQuanto(quanto);
 }
 
 void MettiInMemoria(const ScaricoSuDisco& scarico) {

@@ -54,6 +54,9 @@ std::string RecordPagina(std::int32_t indirizzo, std::string_view blocco1,
                          std::string_view blocco2);
 std::string RecordFine(std::int32_t pagine);
 
+/// When it began and how much of the memory it holds, two lines for a person.
+std::string FraseArrivato(const ScaricoSuDisco& scarico);
+
 /// Puts it into the download buffers, as the download would have left them, not saved yet.
 void MettiInMemoria(const ScaricoSuDisco& scarico);
 

@@ -205,11 +205,7 @@ void Scarico::Riprendi() {
         if (vista_.Visibile()) vista_.Avviso(Testo(Voce::ScaricoDaCapo));
         return;
     }
-    AndamentoScarico arrivato;
-    arrivato.Letti = static_cast<std::int32_t>(prima->Pagine.size()) * kBytePagina;
-    arrivato.Totale = BytesDati;
-    const std::string testo = Testo(Voce::ScaricoInterrotto) + " " + FraseQuanto(arrivato) +
-                              "\r\n" + Testo(Voce::ScaricoCominciato) + " " + prima->Quando +
+    const std::string testo = Testo(Voce::ScaricoInterrotto) + "\r\n\r\n" + FraseArrivato(*prima) +
                               "\r\n\r\n" + Testo(Voce::ScaricoProseguire);
     const Answer risposta =
         platform().MsgBox(testo, Buttons::YesNoCancel, Icon::Question, platform().ExeName());

@@ -7,7 +7,6 @@
 #include <system_error>
 #include <vector>
 
-#include "logs/Andamento.h"
 #include "logs/BufferLog.h"
 #include "logs/DiarioScarico.h"
 #include "platform/ErroreRuntime.h"
@@ -214,13 +213,8 @@ std::optional<Offerta> OffertaScarico(const fs::path& file) {
     const auto letto = ApriScarico(file);
     if (!letto) return std::nullopt;
     const auto scarico = std::make_shared<ScaricoSuDisco>(*letto);
-    AndamentoScarico quanto;
-    quanto.Letti = static_cast<std::int32_t>(scarico->Pagine.size()) * kBytePagina;
-    quanto.Totale = std::max(scarico->Byte, quanto.Letti);
     return Offerta{false, true,
-                   Domanda(Voce::ScaricoTrovato, file,
-                           "\r\n" + Testo(Voce::ScaricoCominciato) + " " + scarico->Quando +
-                               "\r\n" + Testo(Voce::ScaricoArrivati) + " " + FraseQuanto(quanto)),
+                   Domanda(Voce::ScaricoTrovato, file, "\r\n" + FraseArrivato(*scarico)),
                    [scarico, file] {
                        MettiInMemoria(*scarico);
                        logInMemoria().File = file;
