@@ -40,6 +40,11 @@ bool Rinuncia(int pazienza = kPazienza) {
     return collegamento().Abbandonato || principale().RinunciaAttesa(pazienza);
 }
 
+/// The clock of the waits, which stands still while a person is asked.
+std::int64_t Adesso() {
+    return platform().GetTickCount() - collegamento().Sospeso;
+}
+
 void Cedi(Eventi eventi) {
     if (eventi == Eventi::Corrono) {
         platform().DoEvents(kAttesaEventi);
@@ -53,7 +58,7 @@ void Cedi(Eventi eventi) {
 bool AttendiEsito(std::string_view attesa, int millisecondi, Eventi eventi,
                   int pazienza = kPazienza) {
     SerialControl& porta = principale().SerialComm();
-    const std::int64_t scadenza = platform().GetTickCount() + millisecondi;
+    const std::int64_t scadenza = Adesso() + millisecondi;
     do {
         if (!porta.PortOpen()) return false;
         if (attesa.empty()) {
@@ -63,7 +68,7 @@ bool AttendiEsito(std::string_view attesa, int millisecondi, Eventi eventi,
         }
         if (Rinuncia(pazienza)) return false;
         Cedi(eventi);
-    } while (scadenza > platform().GetTickCount());
+    } while (scadenza > Adesso());
     return false;
 }
 
@@ -191,14 +196,14 @@ std::string RiceviRisposta(std::size_t numero) {
     SerialControl& porta = principale().SerialComm();
     try {
         if (!porta.PortOpen()) return {};
-        const std::int64_t scadenza = platform().GetTickCount() + kRisposta;
+        const std::int64_t scadenza = Adesso() + kRisposta;
         std::string risposta;
         for (;;) {
             if (risposta.size() == numero) return risposta;
             porta.InputLen(numero - risposta.size());
             risposta += porta.Input();
             if (!porta.PortOpen() || Rinuncia()) return {};
-            if (scadenza < platform().GetTickCount()) return {};
+            if (scadenza < Adesso()) return {};
             if (risposta.size() < numero) platform().DoEvents(kAttesaEventi);
         }
     } catch (const ErroreControllo&) {
@@ -240,7 +245,8 @@ void VerificaComunicazione() {
         StrumentoPresente = false;
     } else {
         MostraComunicazione();
-        principale().TestoPannello(Pannello::Identita, risposta.substr(2, 10));
+        collegamento().Identita = risposta.substr(2, 10);
+        principale().TestoPannello(Pannello::Identita, collegamento().Identita);
         StrumentoPresente = true;
     }
     ErroreComunicazione = false;

@@ -19,6 +19,10 @@ struct StatoCollegamento {
     /// The three time-out settings in ms.
     /// Kept: the poll writes them and nothing reads them.
     std::array<std::int32_t, 3> TempoMassimo{};
+    /// Text of the last identity query that was answered.
+    std::string Identita;
+    /// Milliseconds that questions over a transfer have taken: no wait counts them.
+    std::int64_t Sospeso = 0;
 };
 StatoCollegamento& collegamento();
 

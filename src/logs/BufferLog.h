@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -27,8 +28,10 @@ extern std::string BloccoDati2;
 
 /// What is known of the log in memory.
 struct StatoLog {
-    bool Parziale = false;   ///< the download ended before the end of the memory
-    bool DaSalvare = false;  ///< there are records that no conversion has saved yet
+    bool Parziale = false;       ///< the download ended before the end of the memory
+    bool DaSalvare = false;      ///< there are records that no conversion has saved yet
+    std::filesystem::path File;  ///< of the download on the disk; empty: there is none
+    bool TuttoSuDisco = false;   ///< that file holds every record
 };
 StatoLog& logInMemoria();
 

@@ -6,6 +6,7 @@
 
 #include "device/Codec.h"
 #include "logs/BufferLog.h"
+#include "logs/DiarioScarico.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -300,12 +301,16 @@ void ConvertiBlocchi(const std::vector<std::string>& blocchi, std::size_t numero
     convertitore.Fine();
 }
 
-FileLog ComponiLog() {
+IntestazioneLog IntestazioneCorrente() {
+    return {IndiceLingua, std::string(Unita(ListaUMVelocita, DatiProgetto.UMVel)),
+            std::string(Unita(ListaUMTemperatura, DatiProgetto.UMTemp))};
+}
+
+FileLog ComponiLog(const IntestazioneLog& intestazione) {
     FileLog file;
-    file.Csv = TitoliCsv(IndiceLingua, Unita(ListaUMVelocita, DatiProgetto.UMVel),
-                         Unita(ListaUMTemperatura, DatiProgetto.UMTemp)) +
+    file.Csv = TitoliCsv(intestazione.Lingua, intestazione.UMVelocita, intestazione.UMTemperatura) +
                "\r\n";
-    file.Txt = TitoliTxt(IndiceLingua) + "\r\n";
+    file.Txt = TitoliTxt(intestazione.Lingua) + "\r\n";
     ConvertiBlocchi(BlocchiLog, static_cast<std::size_t>(NumBlocchi), platform().DecimalSeparator(),
                     file.Csv, file.Txt);
     file.Tim = "1.4\r\n";
@@ -316,21 +321,24 @@ FileLog ComponiLog() {
     return file;
 }
 
-void ConvertiLog() {
+void ScriviLog(const fs::path& csv, const FileLog& file) {
     constexpr Lavoro kCosa = Lavoro::ConvertireLog;
     // Side files are named after the data file, its last three characters replaced.
-    const fs::path txt = SenzaFine(PercorsoCsv, 3, "txt");
-    const fs::path tim = SenzaFine(PercorsoCsv, 3, "tim");
+    const fs::path txt = SenzaFine(csv, 3, "txt");
+    const fs::path tim = SenzaFine(csv, 3, "tim");
     // A data file of that name would be written over by its own side file.
-    if (PercorsoCsv == txt || PercorsoCsv == tim) {
-        throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, kCosa, PercorsoCsv);
+    if (csv == txt || csv == tim) {
+        throw ErroreRuntime(NumeroErrore::FileAlreadyOpen, kCosa, csv);
     }
-    const FileLog file = ComponiLog();
     // The data file last: where it is new, its side files are there when it appears.
-    const std::array<FileNuovo, 3> insieme = {
-        {{txt, file.Txt}, {tim, file.Tim}, {PercorsoCsv, file.Csv}}};
+    const std::array<FileNuovo, 3> insieme = {{{txt, file.Txt}, {tim, file.Tim}, {csv, file.Csv}}};
     ScriviInsieme(insieme, kCosa);
+}
+
+void ConvertiLog() {
+    ScriviLog(PercorsoCsv, ComponiLog());
     logInMemoria().DaSalvare = false;
+    ScaricoConcluso();
     platform().MsgBox(Testo(Voce::ConversioneCompletata), Buttons::Ok, Icon::Information,
                       platform().ExeName());
 }

@@ -29,11 +29,25 @@ std::string TitoliTxt(int lingua);
 void ConvertiBlocchi(const std::vector<std::string>& blocchi, std::size_t numero, char separatore,
                      std::string& csv, std::string& txt);
 
-/// The three files of the download buffers.
-FileLog ComponiLog();
+/// What the title lines depend on.
+struct IntestazioneLog {
+    std::int32_t Lingua = 0;
+    std::string UMVelocita;
+    std::string UMTemperatura;
+};
+/// The program's language and the units of the open project; empty for a position that its list
+/// does not have.
+IntestazioneLog IntestazioneCorrente();
 
-/// Writes the three files beside `PercorsoCsv`, all of them or none, and shows text 269. Errors as
-/// those of `ScriviFile`.
+/// The three files of the download buffers.
+FileLog ComponiLog(const IntestazioneLog& intestazione = IntestazioneCorrente());
+
+/// Writes the three files, all of them or none. Errors as those of `ScriviFile`; 55 for a data file
+/// that would be its own side file.
+void ScriviLog(const std::filesystem::path& csv, const FileLog& file);
+
+/// Writes them beside `PercorsoCsv` and shows text 269. The download on the disk is not offered any
+/// more.
 void ConvertiLog();
 
 /// The save command: asks for the path, then converts. What can't be written is told of, and the

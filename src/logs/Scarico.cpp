@@ -5,6 +5,7 @@
 #include "device/Codec.h"
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
+#include "logs/DiarioScarico.h"
 #include "platform/Platform.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
@@ -57,6 +58,23 @@ RecordGiro DecodificaRecordGiro(std::string_view quattroByte) {
     return {tutto & 0xFFFFFF, true};
 }
 
+bool DecodificaBloccoGiri(std::string_view blocco, int i, std::int16_t& sessione) {
+    bool tutti = true;
+    for (int j = 0; j < kGiriBlocco; ++j) {
+        const RecordGiro giro =
+            DecodificaRecordGiro(blocco.substr(4 * static_cast<std::size_t>(j), 4));
+        if (giro.NuovaSessione) ++sessione;
+        const int indice = i + j;
+        if (indice >= kGiriTabella) {
+            tutti = tutti && indice > NumeroGiri;
+            continue;
+        }
+        TabellaGiri[static_cast<std::size_t>(indice)] =
+            CentesimiInTempo(giro.Centesimi) + ", " + TestoNumero(int{sessione});
+    }
+    return tutti;
+}
+
 bool VerificaPagina(std::string_view blocco1, std::string_view blocco2) {
     if (blocco1.size() != kByteBlocco || blocco2.size() != kByteBlocco) return false;
     int somma = 0;
@@ -77,9 +95,10 @@ void Scarico::Esegui() {
     platform().Sleep(kPausa);
     ScaricaGiri();
     platform().Sleep(kPausa);
+    if (diario_ != nullptr) Riprendi();
     ScaricaLog();
     // The poll keeps off the port until the window may let go of it.
-    if (const std::string mancanze = Mancanze(); !mancanze.empty()) {
+    if (const std::string mancanze = Mancanze(); !mancanze.empty() && !rinunciato_) {
         platform().MsgBox(mancanze, Buttons::Ok, Icon::Warning, platform().ExeName());
     }
     FaseComunicazione = 0;
@@ -89,6 +108,8 @@ bool Scarico::Insisti(const std::function<void()>& chiedi) {
     constexpr int kAncora = 3;
     chiedi();
     for (int prova = 0; ErroreComunicazione && prova < kAncora && vista_.Visibile(); ++prova) {
+        ++ripetuti_;
+        MostraAndamento();
         ChiudiPorta();
         if (LinkPronto() && vista_.Visibile()) chiedi();
     }
@@ -139,6 +160,7 @@ void Scarico::ScaricaGiri() {
                     LeggiBloccoGiri((i - 1) / kGiriBlocco * static_cast<int>(kByteBlocco));
             });
             if (arrivato) DecodificaGiri(i);
+            if (arrivato && diario_ != nullptr) diario_->Giri(4 * (i - 1), BloccoDati1);
             platform().Sleep(kPausa);
         }
         if (!arrivato) blocchiPersi_.push_back(i);
@@ -147,19 +169,8 @@ void Scarico::ScaricaGiri() {
 }
 
 void Scarico::DecodificaGiri(int i) {
-    for (int j = 0; j < kGiriBlocco; ++j) {
-        const RecordGiro giro = DecodificaRecordGiro(
-            std::string_view(BloccoDati1).substr(4 * static_cast<std::size_t>(j), 4));
-        if (giro.NuovaSessione) ++NumeroSessione;
-        const int indice = i + j;
-        if (indice >= kGiriTabella) {
-            // Laps past the table are left out; those that the instrument counts are told of.
-            giriOltre_ = giriOltre_ || indice <= NumeroGiri;
-            continue;
-        }
-        TabellaGiri[static_cast<std::size_t>(indice)] =
-            CentesimiInTempo(giro.Centesimi) + ", " + TestoNumero(int{NumeroSessione});
-    }
+    // Laps past the table are left out; those that the instrument counts are told of.
+    if (!DecodificaBloccoGiri(BloccoDati1, i, NumeroSessione)) giriOltre_ = true;
 }
 
 bool Scarico::LeggiConRiprova(std::string& blocco, std::int32_t indirizzo) {
@@ -171,9 +182,89 @@ bool Scarico::LeggiConRiprova(std::string& blocco, std::int32_t indirizzo) {
         LinkPronto();
         if (falliti_ > kFallitiMassimi) vista_.Scarica();
         if (!vista_.Visibile()) return false;
+        ++ripetuti_;
+        MostraAndamento();
         blocco = LeggiBloccoDati(indirizzo);
     }
     platform().Sleep(kPausa);
+    return true;
+}
+
+bool Scarico::LeggiPagina(std::int32_t indirizzo) {
+    return LeggiConRiprova(BloccoDati1, indirizzo) &&
+           LeggiConRiprova(BloccoDati2, indirizzo + static_cast<std::int32_t>(kByteBlocco));
+}
+
+void Scarico::Riprendi() {
+    diario_->Memoria(BytesDati, NumeroGiri);
+    if (senzaDimensione_ || senzaNumeroGiri_ || !vista_.Visibile()) return;
+    const ScaricoSuDisco* prima = diario_->Interrotto();
+    if (prima == nullptr) return;
+    if (!LinkPronto() || !StessaMemoria()) {
+        diario_->Ricomincia();
+        if (vista_.Visibile()) vista_.Avviso(Testo(Voce::ScaricoDaCapo));
+        return;
+    }
+    const std::string testo = Testo(Voce::ScaricoInterrotto) + "\r\n\r\n" + FraseArrivato(*prima) +
+                              "\r\n\r\n" + Testo(Voce::ScaricoProseguire);
+    const Answer risposta =
+        platform().MsgBox(testo, Buttons::YesNoCancel, Icon::Question, platform().ExeName());
+    if (risposta == Answer::Yes) return diario_->Prosegui();
+    diario_->Ricomincia();
+    rinunciato_ = risposta == Answer::Cancel;
+    if (rinunciato_) vista_.Scarica();
+}
+
+bool Scarico::StessaMemoria() {
+    constexpr std::size_t kPrime = 2;
+    constexpr int kProve = 3;
+    const auto pagine = diario_->Indirizzi();
+    for (std::size_t n = 0; n < pagine.size(); ++n) {
+        if (n >= kPrime && n + 1 < pagine.size()) continue;
+        // One that the line has spoiled says nothing.
+        int prova = 0;
+        do {
+            if (!LeggiPagina(pagine[n])) return false;
+        } while (!VerificaPagina(BloccoDati1, BloccoDati2) && ++prova < kProve);
+        if (BloccoDati1 + BloccoDati2 != diario_->Pagina(pagine[n])) return false;
+    }
+    return true;
+}
+
+bool Scarico::GiaScaricata(std::int32_t indirizzo) {
+    if (diario_ == nullptr) return false;
+    const std::string_view pagina = diario_->Pagina(indirizzo);
+    if (pagina.empty()) return false;
+    BloccoDati1 = pagina.substr(0, kByteBlocco);
+    BloccoDati2 = pagina.substr(kByteBlocco);
+    return true;
+}
+
+bool Scarico::Serba() {
+    // More than the memory holds: a size that was garbled on the line.
+    if (BlocchiLog.size() + 2 > kBlocchiMassimi) return false;
+    BlocchiLog.push_back(BloccoDati1);
+    BlocchiLog.push_back(BloccoDati2);
+    NumBlocchi += 2;
+    logInMemoria().DaSalvare = true;
+    return true;
+}
+
+bool Scarico::PaginaArrivata(std::int32_t indirizzo) {
+    passo_.Pagina(platform().GetTickCount());
+    if (ByteIn(BloccoDati1, 1) == 255) {
+        // The log ends at the second page that was never written; the two need not be
+        // neighbours.
+        if (vistaPaginaVuota_) return false;
+        vistaPaginaVuota_ = true;
+    } else if (VerificaPagina(BloccoDati1, BloccoDati2)) {
+        if (!Serba()) return false;
+        if (diario_ == nullptr) return true;
+        diario_->Scrivi(indirizzo, BloccoDati1, BloccoDati2);
+    } else {
+        // The page behind the end holds anything.
+        pagineScartate_ += indirizzo < BytesDati ? 1 : 0;
+    }
     return true;
 }
 
@@ -187,7 +278,7 @@ void Scarico::ScaricaLog() {
     letti_ = 0;
     pagineScartate_ = 0;
     pagineNonLette_ = 0;
-    bool vistaPaginaVuota = false;
+    vistaPaginaVuota_ = false;
     std::int32_t secondo = 0;  // second address of the page before
     for (std::int32_t i = 0; secondo < BytesDati; i += 2) {
         const std::int32_t primo = i * static_cast<std::int32_t>(kByteBlocco);
@@ -196,34 +287,29 @@ void Scarico::ScaricaLog() {
             100, static_cast<int>(ConvertiInt32(static_cast<double>(primo) / BytesDati * 100.0)));
         // Closing the window makes the loop run out without reading.
         if (!vista_.Visibile()) break;
-        if (!LinkPronto()) {
+        if (GiaScaricata(primo)) {
+            if (!Serba()) break;
+        } else if (!LinkPronto()) {
             pagineNonLette_ += primo < BytesDati ? 1 : 0;
-        } else if (!LeggiConRiprova(BloccoDati1, primo) || !LeggiConRiprova(BloccoDati2, secondo)) {
+            passo_.Interrompi();
+        } else if (!LeggiPagina(primo)) {
             break;  // the window has gone
-        } else {
-            if (ByteIn(BloccoDati1, 1) == 255) {
-                // The log ends at the second page that was never written; the two need not be
-                // neighbours.
-                if (vistaPaginaVuota) break;
-                vistaPaginaVuota = true;
-            } else if (VerificaPagina(BloccoDati1, BloccoDati2)) {
-                // More than the memory holds: a size that was garbled on the line.
-                if (BlocchiLog.size() + 2 > kBlocchiMassimi) break;
-                BlocchiLog.push_back(BloccoDati1);
-                BlocchiLog.push_back(BloccoDati2);
-                NumBlocchi += 2;
-                logInMemoria().DaSalvare = true;
-            } else {
-                // The page behind the end holds anything.
-                pagineScartate_ += primo < BytesDati ? 1 : 0;
-            }
+        } else if (!PaginaArrivata(primo)) {
+            break;
         }
         letti_ = std::min(primo + 2 * static_cast<std::int32_t>(kByteBlocco), BytesDati);
         vista_.Percento(percento);
+        MostraAndamento();
         platform().DoEvents();
     }
+    Concludi();
+}
+
+void Scarico::Concludi() {
     finita_ = letti_ >= BytesDati;
     logInMemoria().Parziale = !finita_ || pagineNonLette_ != 0;
+    if (diario_ != nullptr) diario_->Chiudi(!logInMemoria().Parziale);
+    MostraAndamento();
     vista_.AbilitaOK(true);
     platform().MousePointer(Pointer::Normal);
     const bool qualcosa = NumBlocchi != 0;
@@ -231,6 +317,19 @@ void Scarico::ScaricaLog() {
     // Kept: the menu entry alone; the tool button stays off.
     principale().AbilitaMenu(Comando::SaveData, qualcosa);
     if (qualcosa && vista_.Visibile()) vista_.Percento(100);
+}
+
+void Scarico::MostraAndamento() {
+    AndamentoScarico andamento;
+    andamento.Letti = letti_;
+    andamento.Totale = BytesDati;
+    if (letti_ < BytesDati) andamento.Resta = passo_.Secondi(BytesDati - letti_);
+    andamento.Scartate = pagineScartate_;
+    andamento.Ripetuti = ripetuti_;
+    vista_.Andamento(andamento);
+    if (avvisato_ || diario_ == nullptr || diario_->Guasto().empty()) return;
+    avvisato_ = true;
+    vista_.Avviso(diario_->Guasto() + " " + Testo(Voce::ScaricoSenzaDisco));
 }
 
 }  // namespace lapvane

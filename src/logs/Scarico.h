@@ -5,17 +5,23 @@
 #include <string>
 #include <vector>
 
+#include "logs/Andamento.h"
+
 namespace lapvane {
+
+class DiarioScarico;
 
 /// What the download asks of its window.
 class VistaScarico {
  public:
     virtual ~VistaScarico() = default;
     virtual bool Visibile() const = 0;
-    virtual void Stato(const std::string& testo) = 0;  ///< lblStatoDownload
-    virtual void Percento(int percento) = 0;           ///< ProgressBar1 and lblPerc, 0 to 100
-    virtual void AbilitaOK(bool acceso) = 0;           ///< OKButton
-    virtual void Scarica() = 0;                        ///< unloads the window
+    virtual void Stato(const std::string& testo) = 0;   ///< lblStatoDownload
+    virtual void Percento(int percento) = 0;            ///< ProgressBar1 and lblPerc, 0 to 100
+    virtual void AbilitaOK(bool acceso) = 0;            ///< OKButton
+    virtual void Scarica() = 0;                         ///< unloads the window
+    virtual void Andamento(const AndamentoScarico&) {}  ///< how far it is
+    virtual void Avviso(const std::string&) {}          ///< something to know that stops nothing
 };
 
 /// A block of 128 bytes of the log memory or the lap memory, or the empty text with the failure of
@@ -34,16 +40,23 @@ struct RecordGiro {
 };
 RecordGiro DecodificaRecordGiro(std::string_view quattroByte);
 
+/// Puts the 32 laps of a block into `TabellaGiri` from entry `i` on and counts the sessions in
+/// `sessione`. Laps past the table are left out; false: one of `NumeroGiri` was among them.
+bool DecodificaBloccoGiri(std::string_view blocco, int i, std::int16_t& sessione);
+
 /// Whether the last byte of a page (two blocks of 128 bytes) is the checksum of the rest.
 bool VerificaPagina(std::string_view blocco1, std::string_view blocco2);
 
 /// One run of the download window.
 class Scarico {
  public:
-    explicit Scarico(VistaScarico& vista) : vista_(vista) {}
+    /// `diario` keeps it on the disk; null: nobody does.
+    explicit Scarico(VistaScarico& vista, DiarioScarico* diario = nullptr)
+        : vista_(vista), diario_(diario) {}
 
-    /// The activation of the window: sizes, lap memory, log memory. At its end one box tells what
-    /// did not come, if anything.
+    /// The activation of the window: sizes, lap memory, log memory. A download of this memory that
+    /// was broken off is offered to go on with. At its end one box tells what did not come, if
+    /// anything.
     void Esegui();
 
     void ScaricaGiri();
@@ -61,12 +74,33 @@ class Scarico {
 
     /// Reads a block of the log, with the retries; false when they are used up or the window went.
     bool LeggiConRiprova(std::string& blocco, std::int32_t indirizzo);
+    bool LeggiPagina(std::int32_t indirizzo);
+
+    /// Asks whether the download that was broken off is to go on.
+    void Riprendi();
+    /// Whether the first pages that came before, and the last, are still those of the instrument.
+    bool StessaMemoria();
+    /// Takes a page that came before into the buffers; false: it has to be read.
+    bool GiaScaricata(std::int32_t indirizzo);
+    /// What is done with the page in `BloccoDati1` and 2; false: the log ends here.
+    bool PaginaArrivata(std::int32_t indirizzo);
+    /// False: no room.
+    bool Serba();
+    /// How the loop over the memory has ended.
+    void Concludi();
+    void MostraAndamento();
 
     VistaScarico& vista_;
+    DiarioScarico* diario_;
+    PassoScarico passo_;
     int falliti_ = 0;
+    int ripetuti_ = 0;  ///< questions that were asked again
     bool giriOltre_ = false;
     bool senzaDimensione_ = false;
     bool senzaNumeroGiri_ = false;
+    bool rinunciato_ = false;  ///< the person wanted neither to go on nor to begin afresh
+    bool avvisato_ = false;    ///< that nothing goes to the disk
+    bool vistaPaginaVuota_ = false;
     bool finita_ = true;             ///< the log memory was walked to its end
     std::int32_t letti_ = 0;         ///< bytes of it that were walked
     int pagineScartate_ = 0;         ///< dropped by their checksum

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <memory>
 #include <system_error>
 #include <vector>
 
 #include "logs/BufferLog.h"
+#include "logs/DiarioScarico.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -28,6 +31,7 @@ constexpr std::string_view kUltimaRiga = "end";
 constexpr std::size_t kByteMassimi = std::size_t{8} << 20;  // the memory of an instrument has 2
 
 fs::path fileRipreso;
+bool ripresoConLog = false;  // that file holds a log as well
 
 /// The places in their order; those that there are.
 std::vector<fs::path> Luoghi() {
@@ -158,10 +162,15 @@ void RiprendiLog(const Parti& parti) {
     principale().AbilitaMenu(Comando::SaveData, true);
 }
 
+/// Something that is offered at the start: what was put aside, or a download.
 struct Trovato {
     fs::path File;
     fs::file_time_type Scritto;
 };
+
+bool DaScarico(const fs::path& file) {
+    return file.extension() == kFineScarico;
+}
 
 std::vector<Trovato> Cerca() {
     std::vector<Trovato> trovati;
@@ -177,25 +186,75 @@ std::vector<Trovato> Cerca() {
             }
         }
     }
-    std::sort(trovati.begin(), trovati.end(),
-              [](const Trovato& a, const Trovato& b) { return a.Scritto > b.Scritto; });
+    for (const ScaricoTenuto& tenuto : ScarichiTenuti(CartellaScarichi())) {
+        if (!DaScarico(tenuto.File) || FileCrescente::InUso(tenuto.File)) continue;
+        trovati.push_back({tenuto.File, tenuto.Scritto});
+    }
+    std::stable_sort(trovati.begin(), trovati.end(),
+                     [](const Trovato& a, const Trovato& b) { return a.Scritto > b.Scritto; });
     return trovati;
 }
 
-/// The question about one file; empty: it holds nothing that could be taken back.
-std::optional<Answer> Chiedi(const fs::path& file, std::string_view testo) {
+/// One of them, read.
+struct Offerta {
+    bool Progetto = false;
+    bool Log = false;
+    std::string Domanda;
+    std::function<void()> Riprendi;
+};
+
+std::string Domanda(Voce trovato, const fs::path& file, const std::string& cosa) {
+    return Testo(trovato) + "\r\n" + TestoDaPercorso(file) + "\r\n" + cosa + "\r\n\r\n" +
+           Testo(Voce::SoccorsoDomanda);
+}
+
+/// Empty: it holds nothing that could be taken back.
+std::optional<Offerta> OffertaScarico(const fs::path& file) {
+    const auto letto = ApriScarico(file);
+    if (!letto) return std::nullopt;
+    const auto scarico = std::make_shared<ScaricoSuDisco>(*letto);
+    return Offerta{false, true,
+                   Domanda(Voce::ScaricoTrovato, file, "\r\n" + FraseArrivato(*scarico)),
+                   [scarico, file] {
+                       MettiInMemoria(*scarico);
+                       logInMemoria().File = file;
+                       logInMemoria().TuttoSuDisco = true;
+                       principale().AbilitaMenu(Comando::SaveData, true);
+                   }};
+}
+
+std::optional<Offerta> OffertaSoccorso(const fs::path& file) {
+    std::string testo;
+    try {
+        testo = LeggiFile(file, Lavoro::LeggereFile, kByteMassimi);
+    } catch (const ErroreRuntime&) {
+        return std::nullopt;
+    }
     const auto contenuto = GuardaSoccorso(testo);
     if (!contenuto) return std::nullopt;
+    const bool conLog = contenuto->Blocchi > 0;
     std::string cosa;
     if (contenuto->Progetto) {
         cosa += "\r\n" + Testo(Voce::SoccorsoProgetto) + " " + contenuto->NomeProgetto;
     }
-    if (contenuto->Blocchi > 0) {
-        cosa += "\r\n" + Testo(Voce::SoccorsoLog) + " " + TestoNumero(contenuto->Blocchi);
+    if (conLog) cosa += "\r\n" + Testo(Voce::SoccorsoLog) + " " + TestoNumero(contenuto->Blocchi);
+    return Offerta{contenuto->Progetto, conLog, Domanda(Voce::SoccorsoTrovato, file, cosa),
+                   [testo = std::move(testo), file, conLog] {
+                       RiprendiSoccorso(testo);
+                       fileRipreso = file;
+                       ripresoConLog = conLog;
+                   }};
+}
+
+/// It stays, under an ending that is not offered.
+void Rifiuta(const fs::path& file) {
+    if (DaScarico(file)) {
+        ConFineScarico(file, kFineSalvato);
+        return;
     }
-    return platform().MsgBox(Testo(Voce::SoccorsoTrovato) + "\r\n" + TestoDaPercorso(file) +
-                                 "\r\n" + cosa + "\r\n\r\n" + Testo(Voce::SoccorsoDomanda),
-                             Buttons::YesNoCancel, Icon::Question, platform().ExeName());
+    fs::path rifiutato = file;
+    std::error_code ignorato;
+    fs::rename(file, rifiutato.replace_extension(kFineRifiutato), ignorato);
 }
 
 }  // namespace
@@ -253,7 +312,11 @@ void RiprendiSoccorso(std::string_view testo) {
 }
 
 EsitoSoccorso MettiDaParte() {
-    const bool log = logInMemoria().DaSalvare && !BlocchiLog.empty();
+    const StatoLog& stato = logInMemoria();
+    // A download that stands on the disk is offered from there.
+    const bool suDisco = stato.DaSalvare && stato.TuttoSuDisco;
+    const bool log = stato.DaSalvare && !suDisco && !BlocchiLog.empty();
+    if (!ProgettoModificato && suDisco) return {true, stato.File};
     if (!ProgettoModificato && !log) return {};
     const std::string testo = ScriviSoccorso(ProgettoModificato, log);
     for (const fs::path& luogo : Luoghi()) {
@@ -266,34 +329,33 @@ EsitoSoccorso MettiDaParte() {
         } catch (const ErroreRuntime&) {
             continue;
         }
-        // All that was taken back and is not saved stands in the new file as well.
+        // All that was taken back and is not saved stands in the new file as well, and so does what
+        // a download has left on the disk before that took no more.
         std::error_code ignorato;
         if (!fileRipreso.empty()) fs::remove(fileRipreso, ignorato);
         fileRipreso.clear();
+        if (log) ScaricoConcluso();
         return {true, file};
     }
     return {true, {}};
 }
 
 void OffriSoccorso() {
+    bool progetto = false;  // taken back already
+    bool log = false;
     for (const Trovato& trovato : Cerca()) {
-        std::string testo;
-        try {
-            testo = LeggiFile(trovato.File, Lavoro::LeggereFile, kByteMassimi);
-        } catch (const ErroreRuntime&) {
-            continue;
-        }
-        const auto risposta = Chiedi(trovato.File, testo);
+        const auto offerta =
+            DaScarico(trovato.File) ? OffertaScarico(trovato.File) : OffertaSoccorso(trovato.File);
+        // What would take the place of something that was just taken back waits for another start.
+        if (!offerta || (progetto && offerta->Progetto) || (log && offerta->Log)) continue;
+        const Answer risposta = platform().MsgBox(offerta->Domanda, Buttons::YesNoCancel,
+                                                  Icon::Question, platform().ExeName());
         if (risposta == Answer::Yes) {
-            RiprendiSoccorso(testo);
-            fileRipreso = trovato.File;
-            return;
+            offerta->Riprendi();
+            progetto = progetto || offerta->Progetto;
+            log = log || offerta->Log;
         }
-        if (risposta == Answer::No) {
-            fs::path rifiutato = trovato.File;
-            std::error_code ignorato;
-            fs::rename(trovato.File, rifiutato.replace_extension(kFineRifiutato), ignorato);
-        }
+        if (risposta == Answer::No) Rifiuta(trovato.File);
     }
 }
 
@@ -306,7 +368,7 @@ void LasciaSoccorso(bool nonSalvato) {
 }
 
 void FineSoccorso() {
-    if (fileRipreso.empty() || logInMemoria().DaSalvare) return;
+    if (fileRipreso.empty() || (ripresoConLog && logInMemoria().DaSalvare)) return;
     std::error_code ignorato;
     fs::remove(fileRipreso, ignorato);
     fileRipreso.clear();

@@ -11,7 +11,8 @@ namespace lapvane {
 
 // What is not saved when a run-time error ends the program, the project and the downloaded log, is
 // put aside in one file, and the next start offers it back. The file begins with "Lapvane rescue
-// 1".
+// 1". A log that stands on the disk as it was downloaded (`DiarioScarico`) is not put aside once
+// more: it is offered from there, whatever has ended the program.
 
 constexpr std::string_view kFineSoccorso = ".rescue";    ///< of a file that is offered
 constexpr std::string_view kFineRifiutato = ".rescued";  ///< of one that the person declined
@@ -20,8 +21,9 @@ constexpr std::string_view kFineRifiutato = ".rescued";  ///< of one that the pe
 /// person's documents, the machine's temporary files. For the one door (`ImpostaSoccorso`).
 EsitoSoccorso MettiDaParte();
 
-/// Offers back what was put aside, the newest first. What is taken back counts as not saved, and
-/// its file stays until `ConcludiSoccorso`; one that is declined stays under another ending.
+/// Offers back what was put aside and the downloads that were never converted, the newest first.
+/// What is taken back counts as not saved, and its file stays until `ConcludiSoccorso` or the
+/// conversion; one that is declined stays under another ending.
 void OffriSoccorso();
 
 /// Behind each save: the file that was taken back goes when nothing is unsaved any more.

@@ -5,6 +5,8 @@
 #include <QVBoxLayout>
 
 #include "device/SerialComm.h"
+#include "logs/BufferLog.h"
+#include "logs/DiarioScarico.h"
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
@@ -26,6 +28,14 @@ frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     lblPerc_->setText(QStringLiteral("0 %"));
     lblPerc_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblPerc_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("100 %")) + 8);
+    lblQuanto_ = Etichetta(this, "lblQuanto");
+    lblResta_ = Etichetta(this, "lblResta");
+    lblResta_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    lblDisturbi_ = Etichetta(this, "lblDisturbi");
+    lblAvviso_ = Etichetta(this, "lblAvviso");
+    lblAvviso_->setWordWrap(true);
+    lblAvviso_->hide();
+    Andamento({});
     CreaOK([this] { accept(); })->setEnabled(false);
 
     auto* colonna = new QVBoxLayout(this);
@@ -36,6 +46,12 @@ frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     avanzamento->addWidget(ProgressBar1_, 1);
     avanzamento->addWidget(lblPerc_);
     colonna->addLayout(avanzamento);
+    auto* quantita = new QHBoxLayout;
+    quantita->addWidget(lblQuanto_, 1);
+    quantita->addWidget(lblResta_, 1);
+    colonna->addLayout(quantita);
+    colonna->addWidget(lblDisturbi_);
+    colonna->addWidget(lblAvviso_);
     colonna->addLayout(RigaPulsanti(nullptr, {OKButton_}));
     setMinimumWidth(440);
 }
@@ -46,7 +62,10 @@ void frmDownload::showEvent(QShowEvent* evento) {
     avviato_ = true;
     QTimer::singleShot(0, this, [this] {
         inCorso_ = true;
-        Protetto([this] { Scarico(*this).Esegui(); });
+        Protetto([this] {
+            DiarioScarico diario(CartellaScarichi());
+            Scarico(*this, &diario).Esegui();
+        });
         inCorso_ = false;
         collegamento().Abbandonato = false;
         FaseComunicazione = 0;
@@ -54,7 +73,31 @@ void frmDownload::showEvent(QShowEvent* evento) {
     });
 }
 
+/// A person who closes the window in the middle is asked. The answer takes as long as it takes:
+/// the wait of the exchange underneath does not count it.
+bool frmDownload::SiFerma() {
+    std::string domanda = Testo(Voce::ScaricoFermare);
+    if (logInMemoria().TuttoSuDisco) domanda += " " + Testo(Voce::ScaricoPoi);
+    const std::int64_t inizio = platform().GetTickCount();
+    const Answer risposta =
+        platform().MsgBox(domanda, Buttons::OkCancel, Icon::Question, platform().ExeName());
+    collegamento().Sospeso += platform().GetTickCount() - inizio;
+    return risposta == Answer::Ok;
+}
+
 void frmDownload::done(int esito) {
+    if (chiede_) return;
+    if (inCorso_ && !finito_ && isVisible()) {
+        chiede_ = true;
+        bool ferma = false;
+        Protetto([&] { ferma = SiFerma(); });
+        chiede_ = false;
+        if (!ferma) return;
+    }
+    Chiudi(esito);
+}
+
+void frmDownload::Chiudi(int esito) {
     // While the download still unwinds, the poll stays off the port: the routine frees it itself.
     if (inCorso_) {
         collegamento().Abbandonato = true;
@@ -74,8 +117,20 @@ void frmDownload::Percento(int percento) {
 }
 
 void frmDownload::AbilitaOK(bool acceso) {
+    finito_ = acceso;
     OKButton_->setEnabled(acceso);
     if (acceso) OKButton_->setFocus();
+}
+
+void frmDownload::Andamento(const AndamentoScarico& andamento) {
+    lblQuanto_->setText(InQt(FraseQuanto(andamento)));
+    lblResta_->setText(InQt(FraseResta(andamento)));
+    lblDisturbi_->setText(InQt(FraseDisturbi(andamento)));
+}
+
+void frmDownload::Avviso(const std::string& testo) {
+    lblAvviso_->setText(InQt(testo));
+    lblAvviso_->show();
 }
 
 }  // namespace lapvane

@@ -7,7 +7,8 @@
 
 namespace lapvane {
 
-/// The window of a download. It fetches as soon as it is shown; closing it stops the download.
+/// The window of a download. It fetches as soon as it is shown and keeps what comes on the disk;
+/// closing it stops the download, when the person who is asked agrees.
 class frmDownload : public Dialogo, private VistaScarico {
     Q_OBJECT
  public:
@@ -23,13 +24,23 @@ class frmDownload : public Dialogo, private VistaScarico {
     void Stato(const std::string& testo) override;
     void Percento(int percento) override;
     void AbilitaOK(bool acceso) override;
-    void Scarica() override { close(); }
+    void Scarica() override { Chiudi(Rejected); }
+    void Andamento(const AndamentoScarico& andamento) override;
+    void Avviso(const std::string& testo) override;
+    bool SiFerma();
+    void Chiudi(int esito);
 
+    QLabel* lblQuanto_ = nullptr;    // how much of how much
+    QLabel* lblResta_ = nullptr;     // time left
+    QLabel* lblDisturbi_ = nullptr;  // pages dropped, retries
+    QLabel* lblAvviso_ = nullptr;    // there only when there is something to say
     QLabel* lblStatoDownload_ = nullptr;
     QLabel* lblPerc_ = nullptr;
     QProgressBar* ProgressBar1_ = nullptr;
     bool avviato_ = false;
     bool inCorso_ = false;
+    bool finito_ = false;
+    bool chiede_ = false;
 };
 
 }  // namespace lapvane

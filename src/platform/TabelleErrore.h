@@ -43,6 +43,7 @@ namespace lapvane {
     RIGA(CodificareCampo, "encoding a field for the instrument",                                \
          "codifica di un campo per lo strumento")                                               \
     RIGA(CalcolareChecksum, "computing a checksum", "calcolo di un checksum")                   \
+    RIGA(ScaricareLog, "keeping the download on the disk", "copia dello scaricamento su disco") \
     RIGA(ConvertireLog, "converting the log", "conversione del log")                            \
     RIGA(LeggereLog, "reading the log", "lettura del log")                                      \
     RIGA(LeggereTempi, "reading the lap times", "lettura dei tempi sul giro")                   \

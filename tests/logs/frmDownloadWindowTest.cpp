@@ -73,7 +73,7 @@ TEST_F(DownloadFinestra, ShowsHowFarItIsAndWaitsForOK) {
 
 TEST_F(DownloadFinestra, ClosingItGivesUpTheWaitAndThePortOnlyBehindIt) {
     Guasta("silent:14:5");
-    macchina.Risposte = {Answer::Ok};
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
     std::int64_t chiusa = 0;
     Scarica([&] {
         if (porta.RichiesteDi(14) < 5 || chiusa != 0) return;
@@ -83,8 +83,46 @@ TEST_F(DownloadFinestra, ClosingItGivesUpTheWaitAndThePortOnlyBehindIt) {
     });
     EXPECT_LT(macchina.Orologio - chiusa, 100);
     EXPECT_EQ(NumBlocchi, 4);
+    EXPECT_EQ(macchina.Mostrati.front().Testo,
+              Testo(Voce::ScaricoFermare) + " " + Testo(Voce::ScaricoPoi));
+    macchina.Mostrati.erase(macchina.Mostrati.begin());
     EXPECT_EQ(Detto(), std::vector<std::string>{Testo(Voce::ScaricoManca) + "\r\n\r\n" +
                                                 Testo(Voce::ScaricoFine) + " 512 / 1024"});
+}
+
+TEST_F(DownloadFinestra, APersonWhoTakesTimeToGoOnLosesNothingAndSeesHowFarItIs) {
+    porta.Ritardo = 60;
+    Guasta("badsum:1");
+    macchina.Risposte = {Answer::Cancel, Answer::Ok};
+    macchina.AlBox = [&] {
+        if (macchina.Mostrati.size() == 1) dialogo.close();  // asked already
+        macchina.Orologio += 60000;
+    };
+    for (int b = 0; b < 40; ++b) apparecchio.Dati.AggiungiBlocco(std::string(128, '\1'));
+    bool chiesto = false;
+    QString quanto, resta;
+    Scarica([&] {
+        if (!chiesto && porta.RichiesteDi(14) == 5) {
+            chiesto = true;
+            dialogo.close();
+        }
+        if (!Controllo<QLabel>(dialogo, "lblResta")->text().isEmpty() && resta.isEmpty()) {
+            quanto = Controllo<QLabel>(dialogo, "lblQuanto")->text();
+            resta = Controllo<QLabel>(dialogo, "lblResta")->text();
+        }
+    });
+    EXPECT_EQ(macchina.Mostrati.size(), 2u);
+    EXPECT_TRUE(dialogo.isVisible());
+    EXPECT_EQ(NumBlocchi, 46);
+    EXPECT_EQ(quanto, QStringLiteral("2 / 6 kB"));
+    EXPECT_TRUE(resta.startsWith(InQt(Testo(Voce::ScaricoResta)))) << resta.toStdString();
+    EXPECT_EQ(Controllo<QLabel>(dialogo, "lblQuanto")->text(), QStringLiteral("6 / 6 kB"));
+    EXPECT_EQ(Controllo<QLabel>(dialogo, "lblResta")->text(), QString());
+    EXPECT_EQ(Controllo<QLabel>(dialogo, "lblDisturbi")->text(),
+              QStringLiteral("Pages dropped: 1    Retries: 0"));
+    EXPECT_FALSE(Controllo<QLabel>(dialogo, "lblAvviso")->isVisible());
+    dialogo.close();
+    EXPECT_FALSE(dialogo.isVisible()) << "at its end nobody asks";
 }
 
 }  // namespace

@@ -567,7 +567,7 @@ TEST_F(Finestra, DownloadClosedInTheMiddleFreesThePortOnlyBehindItself) {
     };
     finestra->Abilita(Comando::DownData, true);
     macchina.FileScelti.push_back(std::nullopt);
-    macchina.Risposte = {Answer::Ok};
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
     TabellaGiri[7] = "01:02.03, 1";  // of the log before
     QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
     EXPECT_EQ(TabellaGiri[7], "00:00.00");

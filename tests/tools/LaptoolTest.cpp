@@ -5,6 +5,8 @@
 #include <sstream>
 
 #include "analysis/compare/LogAperto.h"
+#include "logs/Conversione.h"
+#include "logs/FileScarico.h"
 #include "platform/ErroreRuntime.h"
 #include "reports/DatiSessione.h"
 #include "support/Cartelle.h"
@@ -114,6 +116,30 @@ TEST_F(Laptool, WhatCantBeDoneIsSaid) {
               "lap 2 can't be compared: rows are missing");
     fs::remove(machine.Cartella / "sample" / "Esempio.txt");
     EXPECT_NE(Why([&] { Laps({file, Form::Csv, 0}); }).find(".txt"), std::string::npos);
+}
+
+TEST_F(Laptool, ADownloadBecomesTheFilesThatTheProgramMakes) {
+    ScaricoSuDisco download;
+    download.Titoli = {1, "mph", "F"};
+    download.Byte = 512;
+    download.Giri = 2;
+    const std::string raw = (machine.Cartella / "a.download").string();
+    const std::string csv = (machine.Cartella / "a.csv").string();
+    const std::string page = RecordPagina(256, std::string(128, '\2'), std::string(128, '\2')) +
+                             RecordPagina(0, std::string(128, '\0'), std::string(128, '\0'));
+    prova::Scrivi(raw,
+                  TestaScarico(download) + RecordGiri(0, "\x80" + std::string(127, '\1')) + page);
+    EXPECT_EQ(Why([&] { Convert({raw, csv, false}); }), "");
+    EXPECT_NE(Convert({raw, csv, true}).find("256 of 512 bytes"), std::string::npos);
+    EXPECT_NE(Why([&] { Convert({raw, csv, false}); }).find("already"), std::string::npos);
+    EXPECT_EQ(prova::Leggi(machine.Cartella / "a.tim"),
+              "1.4\r\n10:57.93, 1\r\n2807:10.09, 1\r\n\r\n");
+    const std::string rows = prova::Leggi(csv);
+    EXPECT_EQ(rows.substr(0, rows.find("\r\n")), TitoliCsv(1, "mph", "F"));
+    EXPECT_EQ(std::count(rows.begin(), rows.end(), '\n'), 21);
+    EXPECT_TRUE(fs::exists(raw)) << "the tool offers and declines nothing";
+    EXPECT_NE(Why([&] { Convert({raw, raw, true}); }), "");
+    EXPECT_NE(Why([&] { Convert({csv, csv, true}); }), "");
 }
 
 TEST(LogAperto, TimesOfEveryForm) {

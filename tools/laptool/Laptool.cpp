@@ -6,11 +6,15 @@
 
 #include "analysis/compare/ConfrontoGiri.h"
 #include "analysis/compare/LogAperto.h"
+#include "logs/Conversione.h"
+#include "logs/FileScarico.h"
 #include "platform/FileTesto.h"
 #include "platform/Testo1252.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane::laptool {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -342,6 +346,26 @@ std::string Compare(const CompareRequest& request) {
     const Comparison table = Columns(log, laps, request);
     if (request.As == Form::Json) return CompareJson(table, request);
     return CompareLines(table, request.Laps.size(), request.As == Form::Csv);
+}
+
+std::string Convert(const ConvertRequest& request) {
+    const fs::path csv = request.File;
+    if (csv.extension() != ".csv") throw Refusal{"the data file must end in .csv"};
+    for (const char* ending : {"csv", "txt", "tim"}) {
+        const fs::path file = SenzaFine(csv, 3, ending);
+        if (request.Force || !FileEsiste(file)) continue;
+        throw Refusal{file.string() + ": there is such a file already (--force)"};
+    }
+    const auto download =
+        LeggiScarico(LeggiFile(request.Raw, Lavoro::LeggereFile, kScaricoMassimo));
+    if (!download) throw Refusal{request.Raw + ": no download"};
+    if (download->Pagine.empty()) throw Refusal{request.Raw + ": it holds no page"};
+    MettiInMemoria(*download);
+    ScriviLog(csv, ComponiLog(download->Titoli));
+    if (download->Finito) return {};
+    return request.Raw +
+           ": the download is not whole: " + std::to_string(download->Pagine.size() * kBytePagina) +
+           " of " + std::to_string(download->Byte) + " bytes";
 }
 
 }  // namespace lapvane::laptool

@@ -1,5 +1,5 @@
-// lapvane-tool: laps of a log on the command line. Exit codes: 0 done, 1 it can't be done (the
-// reason on the standard error), 2 the command line is wrong.
+// lapvane-tool: laps of a log, and the log of a download, on the command line. Exit codes: 0 done,
+// 1 it can't be done (the reason on the standard error), 2 the command line is wrong.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 
@@ -56,6 +56,16 @@ int Run(int argc, char* argv[]) {
         ->delimiter(',');
     Forms(*against, compare.As);
 
+    ConvertRequest convert;
+    CLI::App* conversion =
+        app.add_subcommand("convert", "the data file of a download that was kept on the disk");
+    conversion->add_option("RAW", convert.Raw, "download (.download or .downloaded), as it came")
+        ->required();
+    conversion
+        ->add_option("FILE", convert.File, "data file to make (.csv), its .tim and .txt beside it")
+        ->required();
+    conversion->add_flag("--force", convert.Force, "write over files that are there");
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -64,6 +74,12 @@ int Run(int argc, char* argv[]) {
     const BarePlatform machine(Folder(argv[0]));
     std::string text;
     try {
+        if (*conversion) {
+            if (const std::string lacks = Convert(convert); !lacks.empty()) {
+                std::fprintf(stderr, "lapvane-tool: %s\n", lacks.c_str());
+            }
+            return 0;
+        }
         text = *table ? Laps(laps) : Compare(compare);
     } catch (const Refusal& refusal) {
         std::fprintf(stderr, "lapvane-tool: %s\n", refusal.Why.c_str());
