@@ -6,7 +6,7 @@
 
 #include "analysis/compare/ConfrontoGiri.h"
 #include "platform/FileTesto.h"
-#include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
 
 namespace lapvane {
 
@@ -24,6 +24,10 @@ char LetteraDi(std::size_t posto) {
 }
 
 }  // namespace
+
+std::string CanaleConfronto::Chiave() const {
+    return TestoNumero(static_cast<std::int64_t>(Colonna)) + " [" + Unita + "]";
+}
 
 int Confronto::Apri(const std::filesystem::path& file) {
     for (int i = 0; i < NumLog(); ++i) {
@@ -279,7 +283,7 @@ std::vector<CanaleConfronto> Confronto::Canali() const {
     std::vector<CanaleConfronto> tutti;
     for (int l = 0; l < NumLog(); ++l) {
         for (const CanaleLog& canale : Log(l).Canali()) {
-            const CanaleConfronto uno{canale.Nome, canale.Unita};
+            const CanaleConfronto uno(canale);
             const bool gia = std::any_of(tutti.begin(), tutti.end(), [&](const auto& altro) {
                 return altro.Chiave() == uno.Chiave();
             });
@@ -291,7 +295,7 @@ std::vector<CanaleConfronto> Confronto::Canali() const {
 
 int Confronto::Colonna(int log, const std::string& chiave) const {
     for (const CanaleLog& canale : Log(log).Canali()) {
-        if (CanaleConfronto{canale.Nome, canale.Unita}.Chiave() == chiave) return canale.Colonna;
+        if (CanaleConfronto(canale).Chiave() == chiave) return canale.Colonna;
     }
     return 0;
 }

@@ -21,12 +21,18 @@ struct GiroScelto {
     bool operator==(const GiroScelto&) const = default;
 };
 
-/// A channel of the open logs, the same one by its heading.
+/// A channel of the open logs: the same column in the same unit, whatever language its heading is
+/// in.
 struct CanaleConfronto {
-    std::string Nome;
+    int Colonna = 0;
+    std::string Nome;  ///< in the language of the log that was opened first
     std::string Unita;
-    /// "Speed [Km/h]": what files of choices know it by.
-    std::string Chiave() const { return Nome + " [" + Unita + "]"; }
+    explicit CanaleConfronto(const CanaleLog& canale)
+        : Colonna(canale.Colonna), Nome(canale.Nome), Unita(canale.Unita) {}
+    /// "4 [Km/h]": what panes are asked for by, and what is remembered.
+    std::string Chiave() const;
+    /// "Speed [Km/h]".
+    std::string Titolo() const { return Unita.empty() ? Nome : Nome + " [" + Unita + "]"; }
 };
 
 /// Name of the pane of gained and lost time where a channel's is asked for.

@@ -50,14 +50,13 @@ std::vector<Colonna> Colonne(const Confronto& confronto, const std::vector<std::
     for (const std::string& chiave : canali) {
         for (const GiroScelto giro : giri) {
             const LogAperto& log = confronto.Log(giro.Log);
-            const auto canale =
-                std::find_if(log.Canali().begin(), log.Canali().end(), [&](const CanaleLog& uno) {
-                    return CanaleConfronto{uno.Nome, uno.Unita}.Chiave() == chiave;
-                });
+            const auto canale = std::find_if(
+                log.Canali().begin(), log.Canali().end(),
+                [&](const CanaleLog& uno) { return CanaleConfronto(uno).Chiave() == chiave; });
             if (canale == log.Canali().end()) continue;
             const GiroAllineato* mio = confronto.Allineato(giro);
             colonne.push_back(
-                {chiave + " " + nome(giro),
+                {CanaleConfronto(*canale).Titolo() + " " + nome(giro),
                  [mio, &riferimento, &log, colonna = canale->Colonna](double metri) {
                      const double quota = std::min(1.0, metri / riferimento.Lunghezza);
                      return log.Valore(colonna, mio->Inizio + mio->TempoA(quota * mio->Lunghezza));

@@ -588,8 +588,7 @@ void frmConfronto::RiempiCanale(QComboBox* lista, const std::string& scelto, boo
     lista->clear();
     if (conDistacco) lista->addItem(InQt(Testo(Voce::MappaTempo)), QByteArray());
     for (const CanaleConfronto& canale : confronto_.Canali()) {
-        lista->addItem(InQt(canale.Unita.empty() ? canale.Nome : canale.Chiave()),
-                       QByteArray::fromStdString(canale.Chiave()));
+        lista->addItem(InQt(canale.Titolo()), QByteArray::fromStdString(canale.Chiave()));
     }
     const int posto = lista->findData(QByteArray::fromStdString(scelto));
     lista->setCurrentIndex(std::max(posto, 0));

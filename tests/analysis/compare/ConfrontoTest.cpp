@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kVelocita = "Speed [Km/h]";
+constexpr const char* kVelocita = "4 [Km/h]";
 
 /// The sample run (laps 2 to 15, the best is 12 with 78.48) as yesterday's and as today's.
 class ConfrontoProva : public ::testing::Test {
@@ -185,12 +185,18 @@ TEST_F(ConfrontoProva, WhatCantBeAlignedIsShownAsFarAsItGoes) {
 
 TEST_F(ConfrontoProva, CsvTakesItsSeparatorsAndNamesTheLogs) {
     confronto.Apri(File("ieri.csv"));
+    // Today's log was converted in Italian.
+    std::string oggi = LeggiFile(File("oggi.csv"), Lavoro::LeggereLog);
+    oggi.replace(oggi.find("Speed"), 5, "Velocit\xe0");
+    Scrivi(File("oggi.csv"), oggi);
     confronto.Apri(File("oggi.csv"));
+    EXPECT_EQ(confronto.Canali().size(), confronto.Log(0).Canali().size());
     for (const char lettera : confronto.Accanto()) confronto.Spunta(*confronto.Di(lettera), false);
     confronto.Spunta(Lap(2, 1), true);
     const std::string testo = CsvConfronto(confronto, {kVelocita}, {',', ';', 100.0});
     LettoreRighe righe(testo);
-    EXPECT_EQ(righe.Prossima(), "distance;delta 2 oggi;Speed [Km/h] 12 ieri;Speed [Km/h] 2 oggi");
+    EXPECT_EQ(righe.Prossima(),
+              "distance;delta 2 oggi;Speed [Km/h] 12 ieri;Velocit\xe0 [Km/h] 2 oggi");
     EXPECT_TRUE(righe.Prossima().starts_with("0,000;0,000;"));
     EXPECT_TRUE(righe.Prossima().starts_with("100,000;"));
     std::string ultima;
