@@ -106,6 +106,22 @@ TEST_F(CaricamentoAnalisi, SideFilesThatCannotBeReadAreReportedAndTheLogOpens) {
     }
     EXPECT_EQ(analisi.NumRighe(), 125);
 }
+
+TEST_F(CaricamentoAnalisi, AFileOfATerabyteIsNotWaitedFor) {
+    QuattroGiri().Scrivi(Stelo());
+    const std::filesystem::path csv = ConFine(Stelo(), ".csv");
+    for (const char* inizio :
+         {"no line", "t;d\r\n"}) {  // the second one: more than there is memory
+        std::string testo;
+        while (testo.size() < 70000) testo += inizio;
+        Scrivi(csv, testo);
+        std::filesystem::resize_file(csv, std::uintmax_t{1} << 40);
+        if (inizio[0] == 'n') macchina.Risposte = {Answer::Ok};
+        ASSERT_TRUE(ApriCsv());
+        EXPECT_EQ(analisi.NumRighe(), 0);
+    }
+    EXPECT_EQ(macchina.Mostrati.at(0).Testo, csv.string() + "\r\n" + Testo(Voce::NonUnLog));
+}
 #endif
 
 TEST_F(CaricamentoAnalisi, SideFileHasTheStemBeforeTheLastPoint) {

@@ -101,6 +101,12 @@ TEST_F(TabellaGiri, CutsLapsAtTheSectorsOfTheTrack) {
     Scrivi(Settori(), "1000\r\n30,5\r\n29.5\r\n0\r\n12\r\n");
     analisi.RicompilaTabella();
     EXPECT_EQ(Riga(2, 5), giro + "2|01:02.30|00:00.40|00:00.20|00:00.10|00:00.10");
+    std::string molti = "1000\r\n";
+    for (int i = 0; i < 30; ++i) molti += "5\r\n";
+    Scrivi(Settori(), molti);
+    analisi.RicompilaTabella();
+    EXPECT_EQ(vista.Cella(0, 20), titolo + "19");
+    EXPECT_FALSE(vista.celle.contains({0, 21})) << "no more columns than there are channels";
     std::filesystem::remove(ConFine(Stelo(), ".ses"));
     ASSERT_TRUE(ApriCsv());
     EXPECT_EQ(analisi.Giri().NumSettori(), 1) << "a log without a circuit";

@@ -1,5 +1,6 @@
 #include "analysis/frmAnalisiDatiSpeed.h"
 
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
@@ -185,6 +186,18 @@ TEST_F(FinestraAnalisi, LapsAreChosenByTheirTimesOrByEnterAndMarkedReadably) {
     EXPECT_EQ(pixel(3, 1, 0), blu);
     EXPECT_EQ(pixel(4, 1, -1), QColor(255, 0, 0));
     EXPECT_NE(pixel(4, 1, 0), blu);
+    for (const int colonna : {1, 0}) {
+        const QPointF dove = Griglia()->visualRect(Cella(2, colonna)).center();
+        QMouseEvent muove(QEvent::MouseMove, dove, dove, Qt::NoButton, {}, {});
+        QApplication::sendEvent(Griglia()->viewport(), &muove);
+        EXPECT_EQ(Griglia()->viewport()->cursor().shape() == Qt::PointingHandCursor, colonna == 1);
+    }
+    const auto prese = [&](int riga, int colonna, const std::function<void()>& azione) {
+        return Ridipinto(*Griglia()->viewport(), azione)
+            .contains(Griglia()->visualRect(Cella(riga, colonna)).center());
+    };
+    EXPECT_TRUE(prese(3, 0, [&] { Griglia()->Modello().SegnaGiro(4); })) << "the old mark stays";
+    EXPECT_TRUE(prese(2, 1, [&] { Griglia()->Cella(2, 1, "01:09.99"); }));
     // A lap without rows hides the graph, and nothing moves.
     const int prima = Griglia()->x();
     for (const int riga : {5, 2}) {
@@ -241,6 +254,7 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
             lampada->grab().toImage().pixelColor(lampada->rect().center()) == QColor(255, 0, 0),
             indice == 5);
     }
+    EXPECT_FALSE(Ridipinto(*lampada, [&] { panoramica->EventoCursore(0.0, 0.0, 0); }).isEmpty());
     EXPECT_LT(lampada->y(), C<LampadaAllarme>("shpAlarm0")->y()) << "as its band";
     C<QTabWidget>("SSTab1")->setCurrentIndex(0);
     premi("cmdZoomIn50");
@@ -308,6 +322,11 @@ TEST_F(FinestraAnalisi, PrintedGraphSaysWhichLapAndNamesEachAlarmAtItsLine) {
     EXPECT_NE(canali.Trova("run.csv"), nullptr);
     EXPECT_NE(canali.Trova("01:01.90"), nullptr);
     EXPECT_EQ(canali.Trova("Alternator"), nullptr);
+    EXPECT_TRUE(canali.Ha("Session:", 1.5, 1.35) && canali.Ha("Date:", 1.5, 1.85));
+    const Parola* const legenda = canali.Trova("Channels");
+    ASSERT_NE(legenda, nullptr);
+    for (const Parola& parola : canali.Parole) EXPECT_LE(parola.Y, legenda->Y) << "covered";
+    EXPECT_TRUE(Scuro(FotoPdf(macchina.Cartella / "canali.pdf"), 15.0, 4.2)) << "the frame";
     C<QTabWidget>("SSTab1")->setCurrentIndex(1);
     const PaginaPdf allarmi = stampa("allarmi.pdf");
     // Each name once at its line, and once in the legend; the highest line is the last alarm's.
@@ -359,6 +378,11 @@ TEST_F(FinestraAnalisi, ToolBarOpensItsDialogs) {
     EXPECT_EQ(disegno->PuntoMarcato(), 0) << "a point that the outline lacks";
     Chiave("Circuito")->click();
     EXPECT_FALSE(C<QLabel>("txtCircuito")->isVisible());
+    // A lap time in sight is chosen without the table going sideways.
+    Griglia()->setFixedWidth(Griglia()->columnWidth(0) + Griglia()->columnWidth(1) * 5 / 6);
+    QCoreApplication::processEvents();
+    Griglia()->setCurrentIndex(Cella(3, 1));
+    EXPECT_EQ(Griglia()->horizontalScrollBar()->value(), 0);
 }
 
 TEST_F(FinestraAnalisi, WithoutLapsThereAreNoStatistics) {

@@ -7,6 +7,7 @@
 #include "reports/DatiSessione.h"
 #include "shell/LoadStrings.h"
 #include "support/PlatformProva.h"
+#include "support/SpazioFinito.h"
 
 using namespace lapvane;
 using namespace lapvane::prova;
@@ -108,6 +109,18 @@ TEST_F(EditorDellaSessione, TracksThatCannotBeHadOrWritten) {
     EXPECT_EQ(macchina.Mostrati.back().Testo,
               Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(tracks / "Altro.sec") + "\r\n" +
                   Testo(Voce::MotivoNegato) + "\r\n\r\n" + Testo(Voce::SettoriNonSalvati));
+#ifndef _WIN32
+    // A program folder that forbids is no matter while nothing changes there.
+    editor.ScegliCircuito("Prova");
+    std::filesystem::permissions(macchina.Cartella, std::filesystem::perms{0777});
+    std::filesystem::permissions(tracks / "Prova.sec", std::filesystem::perms{0444});
+    std::filesystem::permissions(tracks, std::filesystem::perms{0555});
+    {
+        const SenzaPrivilegi nessuno;
+        EXPECT_EQ(OK(editor), Esito::Fatto);
+    }
+    std::filesystem::permissions(tracks, std::filesystem::perms{0777});
+#endif
 }
 
 }  // namespace

@@ -80,7 +80,7 @@ TEST(PagineSetup, PicturesAreThoseOfTheEndsAndTheLastShowsThatOfPage8) {
         EXPECT_EQ(pagine.ConFile(), n == 1 || n == 9);
         pagine.Scegli(r, std::to_string(n));
     }
-    EXPECT_EQ(r.Pagina1 + r.Pagina8 + r.Pagina9, "19");
+    EXPECT_EQ(r.Pagina1 + "/" + r.Pagina8 + "/" + r.Pagina9, "1//9");
     r.Pagina8 = "8";
     EXPECT_EQ(pagine.File(r), "8");
     EXPECT_FALSE(Nominata(""));

@@ -61,7 +61,6 @@ TEST_F(CaselleNumeriche, RefuseWhateverWayTheyAreLeft) {
         C<QWidget>("txtLed2")->setFocus();
         C<QWidget>("txtLed3")->setFocus();
     });
-    QTest::qWait(150);  // a letter presses its button for 100 ms
     EXPECT_TRUE(C<QCheckBox>("chkTO")->isChecked());
     EXPECT_FALSE(ProgettoModificato);
     for (const bool enter : {false, true}) {

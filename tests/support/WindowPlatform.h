@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QPaintEvent>
 #include <QWidget>
+#include <functional>
 
 #include "support/PlatformProva.h"
 
@@ -23,6 +25,25 @@ W* Controllo(const QObject& finestra, const char* nome) {
     W* trovato = finestra.findChild<W*>(QString::fromLatin1(nome));
     if (trovato == nullptr) throw std::runtime_error(std::string("no control ") + nome);
     return trovato;
+}
+
+/// Where a window that is shown is drawn anew by `azione`.
+inline QRegion Ridipinto(QWidget& finestra, const std::function<void()>& azione) {
+    struct Spia : QObject {
+        bool eventFilter(QObject*, QEvent* evento) override {
+            if (evento->type() == QEvent::Paint) {
+                Dove += static_cast<QPaintEvent*>(evento)->region();
+            }
+            return false;
+        }
+        QRegion Dove;
+    } spia;
+    finestra.show();
+    QCoreApplication::processEvents();
+    finestra.installEventFilter(&spia);
+    azione();
+    QCoreApplication::processEvents();
+    return spia.Dove;
 }
 
 }  // namespace lapvane::prova

@@ -1,17 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <QBuffer>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QRegularExpression>
-#include <QSvgGenerator>
 #include <QTest>
 #include <cmath>
 #include <limits>
 #include <map>
 
-#include "support/PlatformProva.h"
+#include "support/WindowPdf.h"
+#include "support/WindowPlatform.h"
 #include "widgets/GraficoWidget.h"
 
 using namespace lapvane;
@@ -88,27 +86,14 @@ class GraficoDisegnato : public ::testing::Test {
         QTest::mouseMove(&grafico, a);
         QTest::mouseRelease(&grafico, Qt::LeftButton, {}, a);
     }
-    /// The texts on paper left of `fino` and below y = 40, from the top.
+    /// The texts on paper left of `fino`, from the top.
     std::vector<std::string> TestiSuCarta(double fino) const {
-        QBuffer buffer;
-        QSvgGenerator svg;
-        svg.setOutputDevice(&buffer);
-        svg.setSize(QSize(1000, 640));
-        {
-            QPainter penna(&svg);
-            grafico.DisegnaSu(penna, QRectF(0, 0, 1000, 640));
-        }
-        static const QRegularExpression kTesto(
-            QStringLiteral(" x=\"([^\"]+)\" y=\"([^\"]+)\"[^>]*>([^<]*)</text>"));
-        std::map<double, std::string> dallAlto;
-        auto trovati = kTesto.globalMatch(QString::fromUtf8(buffer.data()));
-        while (trovati.hasNext()) {
-            const auto t = trovati.next();
-            if (t.captured(1).toDouble() > fino) continue;
-            dallAlto[t.captured(2).toDouble()] = t.captured(3).trimmed().toStdString();
-        }
         std::vector<std::string> testi;
-        for (const auto& [y, testo] : dallAlto) testi.push_back(testo);
+        for (const auto& testo : prova::TestiDisegnati(QSize(1000, 640), [&](QPainter& penna) {
+                 grafico.DisegnaSu(penna, QRectF(0, 0, 1000, 640));
+             })) {
+            if (testo.X <= fino) testi.push_back(testo.Testo.toStdString());
+        }
         return testi;
     }
 
@@ -249,6 +234,8 @@ TEST_F(GraficoDisegnato, MouseMovesTheCursorOverThePicture) {
     grafico.CursoreX(5.0);
     EXPECT_TRUE(Passa(Dove(5, 20, 0), Qt::blue) && Passa(Dove(5, 20, 1), Qt::blue));
     EXPECT_EQ(grafico.Ridisegni(), prima + 1);
+    EXPECT_TRUE(prova::Ridipinto(grafico, [&] { grafico.CursoreX(8.0); }).contains(Dove(5, 20)))
+        << "the old cursor stays";
 }
 
 TEST_F(GraficoDisegnato, ShowsItsFocusAndSaysWhatItShows) {
@@ -266,7 +253,7 @@ TEST_F(GraficoDisegnato, ShowsItsFocusAndSaysWhatItShows) {
     EXPECT_EQ(grafico.accessibleName(), QStringLiteral("Speed / Time [sec]"));
     grafico.setAccessibleName(QStringLiteral("Lap"));
     const int prima = grafico.Ridisegni();
-    grafico.EtichettaY("Speed");
+    grafico.EtichettaX("Distance [m]");
     grafico.grab();
     EXPECT_EQ(grafico.Ridisegni(), prima + 1);
     EXPECT_EQ(grafico.accessibleName(), QStringLiteral("Lap")) << "the window knows better";
