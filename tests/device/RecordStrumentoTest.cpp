@@ -302,26 +302,6 @@ TEST_F(RecordStrumento, TheBoxThatNeedsAnotherValueIsNamed) {
     EXPECT_EQ(CampoDi("OKButton"), nullptr);
 }
 
-TEST_F(RecordStrumento, AnyOtherFormGetsAndGivesNoRecord) {
-    EditorProva altra("frmImpostaSensore");
-    // The setup's frames go out without their fields.
-    EXPECT_EQ(Inviato(InviaDatiSetup1, 18), Hex("48 12 | 00*16 | 35 41"));
-    EXPECT_EQ(Inviato(InviaDatiSetup2, 28), Hex("48 1C"));
-    for (const auto invia : {InviaDatiSensori, InviaDatiAllarmi}) {
-        porta.Scritti.clear();
-        NonInviato(invia, Testo(Voce::StrumentoNonRisponde), Icon::None);
-        EXPECT_TRUE(porta.Scritti.empty());
-    }
-    Scambio(LeggiDatiSetup1, std::string(30, '\2'));
-    EXPECT_EQ(Progetto() + altra.Stato(), "");
-    // A curve does not ask which form is open; an acknowledgement that does not come is waited for.
-    EXPECT_EQ(Inviato([] { InviaCurvaSensore(0); }, 24).size(), 101u);
-    porta.Risponde = nullptr;
-    const std::int64_t inizio = macchina.Orologio;
-    NonInviato([] { InviaCurvaSensore(2); }, Testo(Voce::StrumentoNonRisponde), Icon::None);
-    EXPECT_EQ(macchina.Orologio - inizio, 10000);
-}
-
 TEST_F(RecordStrumento, AnEditorThatClosesDuringItsReadLeavesNoTrace) {
     for (const int chiusura : {1, 30}) {  // while the reply is awaited, while the lamp flashes
         EditorProva allarmi("frmAllarmi");

