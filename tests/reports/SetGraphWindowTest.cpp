@@ -48,10 +48,8 @@ TEST_F(SetGraph, ShowsTheChannelAndAnUntouchedOkChangesNothing) {
     EXPECT_EQ(Mostrato("txtFiltro"), "3");
     EXPECT_EQ(Mostrato("txtMinVal"), "0,333333333333333");
     EXPECT_EQ(Mostrato("txtMaxVal"), "12,5");
-    EXPECT_EQ(ColoreMostrato(), Rgb(192, 64, 0));
     EXPECT_EQ(Spessori()->count(), 6);
     EXPECT_EQ(Spessori()->currentIndex(), 1);
-    EXPECT_TRUE(Controllo<QGroupBox>(*dialogo_, "fraScalaDisegno")->isVisible());
     QTest::keyClick(Casella("txtUM"), Qt::Key_Return);
     EXPECT_EQ(dialogo_->result(), QDialog::Accepted);
     EXPECT_EQ(valori.MinDialogo, kTerzo) << "to the last bit";
