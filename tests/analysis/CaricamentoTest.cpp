@@ -3,7 +3,6 @@
 #endif
 
 #include "analysis/AnalisiProva.h"
-#include "project/DatiProgetto.h"
 
 using namespace lapvane;
 using namespace lapvane::prova;

@@ -2,7 +2,6 @@
 #include "analysis/AnalisiDatiFoglio.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "analysis/AnalisiProva.h"
 

@@ -1,5 +1,4 @@
 #include "analysis/AnalisiProva.h"
-#include "platform/ErroreRuntime.h"
 
 using namespace lapvane;
 using namespace lapvane::prova;

@@ -1,6 +1,5 @@
 #include "analysis/AnalisiProva.h"
 #include "platform/Testo1252.h"
-#include "project/DatiProgetto.h"
 #include "support/SpazioFinito.h"
 
 using namespace lapvane;

@@ -1,14 +1,9 @@
 #include "analysis/frmAnalisiDatiSpeed.h"
 
 #include <QScrollBar>
-#include <QTest>
-#include <QTimer>
 #include <algorithm>
-#include <filesystem>
 
 #include "analysis/AnalisiProva.h"
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "support/WindowPdf.h"
 #include "support/WindowPlatform.h"
 

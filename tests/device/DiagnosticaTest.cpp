@@ -1,12 +1,6 @@
 #include "device/Diagnostica.h"
 
-#include <gtest/gtest.h>
-
-#include <map>
-
 #include "device/SerialComm.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "support/SerialeProva.h"
 
 using namespace lapvane;

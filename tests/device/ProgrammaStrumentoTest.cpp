@@ -1,17 +1,11 @@
 // Whole runs through the simulated instrument, both ways, on the virtual clock.
 #include "device/ProgrammaStrumento.h"
 
-#include <filesystem>
-
 #include "device/Codec.h"
 #include "device/SerialComm.h"
-#include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "sensors/CSensore.h"
 #include "sensors/CanaliSensore.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
-#include "support/Cartelle.h"
 #include "support/StrumentoProva.h"
 
 namespace lapvane {

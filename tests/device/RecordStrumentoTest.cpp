@@ -1,18 +1,12 @@
 // The records' frames and replies, byte by byte, against a port that notes them.
 #include "device/RecordStrumento.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
-#include <map>
 
 #include "device/Codec.h"
 #include "device/SerialComm.h"
 #include "device/TabelleRecord.h"
-#include "project/DatiProgetto.h"
 #include "sensors/Curve.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "support/EditorProva.h"
 #include "support/SerialeProva.h"
 

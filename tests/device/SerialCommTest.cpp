@@ -1,12 +1,7 @@
 #include "device/SerialComm.h"
 
-#include <gtest/gtest.h>
-
 #include "device/Codec.h"
 #include "shell/Editor.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
-#include "support/PlatformProva.h"
 #include "support/SerialeProva.h"
 
 namespace lapvane {

@@ -1,12 +1,6 @@
 #include "device/dlgDiagnostica.h"
 
-#include <QTest>
-#include <QTimer>
-
 #include "device/SerialComm.h"
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
-#include "shell/LoadStrings.h"
 #include "shell/TabelleNomi.h"
 #include "support/StrumentoProva.h"
 #include "support/WindowPlatform.h"

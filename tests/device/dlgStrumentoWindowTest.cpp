@@ -1,19 +1,10 @@
 // The window of a run through the instrument, with the simulated one behind the port.
 #include "device/dlgStrumento.h"
 
-#include <QTest>
-#include <QTimer>
-#include <memory>
-
 #include "device/ProgrammaStrumento.h"
 #include "device/SerialComm.h"
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "sensors/CSensore.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
-#include "support/Cartelle.h"
 #include "support/StrumentoProva.h"
 #include "support/WindowPlatform.h"
 

@@ -1,5 +1,4 @@
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
@@ -7,12 +6,10 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <filesystem>
 #include <thread>
 
 #include "device/Codec.h"
 #include "instrument/Options.h"
-#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 
 extern char** environ;

@@ -1,13 +1,9 @@
 // The simulated instrument on its link: bytes in, bytes out, and what it gets wrong.
 #include "instrument/Strumento.h"
 
-#include <gtest/gtest.h>
-
 #include "device/Codec.h"
 #include "instrument/Sensori.h"
 #include "instrument/SerialeStrumento.h"
-#include "platform/ErroreRuntime.h"
-#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane::strumento {

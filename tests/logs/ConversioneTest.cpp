@@ -1,15 +1,9 @@
 #include "logs/Conversione.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "device/Codec.h"
 #include "logs/BufferLog.h"
-#include "platform/ErroreRuntime.h"
-#include "project/DatiProgetto.h"
-#include "shell/LoadStrings.h"
-#include "shell/Principale.h"
 #include "support/PlatformProva.h"
 #include "support/SpazioFinito.h"
 

@@ -6,9 +6,6 @@
 #include "instrument/Circuito.h"
 #include "instrument/Sessione.h"
 #include "logs/BufferLog.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
-#include "support/Cartelle.h"
 #include "support/SerialeProva.h"
 #include "support/StrumentoProva.h"
 

@@ -1,10 +1,7 @@
 #include "platform/qt/QtPrinter.h"
 
-#include <gtest/gtest.h>
-
 #include <QFileInfo>
 
-#include "platform/ErroreRuntime.h"
 #include "platform/qt/ConversioniQt.h"
 #include "support/WindowPdf.h"
 #include "support/WindowPlatform.h"

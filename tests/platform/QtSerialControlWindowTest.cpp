@@ -2,16 +2,12 @@
 #include "platform/qt/QtSerialControl.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <QElapsedTimer>
-#include <QTest>
-#include <memory>
 
 #include "instrument/PseudoTerminal.h"
-#include "platform/ErroreRuntime.h"
 #include "support/WindowPlatform.h"
 
 namespace lapvane {

@@ -1,16 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <QLabel>
 #include <QPdfWriter>
 #include <QPlainTextEdit>
 #include <QTest>
 
 #include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "project/dlgNoteProgetto.h"
 #include "project/frmStampaDatiProgetto.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "support/PlatformProva.h"
 #include "support/WindowPdf.h"

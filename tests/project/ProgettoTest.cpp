@@ -1,17 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <map>
-#include <optional>
-
-#include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
-#include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
 #include "shell/Domande.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
 #include "support/SpazioFinito.h"
 #include "tools/support/FreshState.h"

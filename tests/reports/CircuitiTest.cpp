@@ -4,9 +4,6 @@
 #include <sys/stat.h>
 #endif
 
-#include <gtest/gtest.h>
-
-#include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
 #include "reports/DivisioneSettori.h"
 #include "support/PlatformProva.h"

@@ -1,11 +1,7 @@
 #include "reports/EditorSessione.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/Testo1252.h"
-#include "project/DatiProgetto.h"
 #include "reports/DatiSessione.h"
-#include "shell/LoadStrings.h"
 #include "support/PlatformProva.h"
 #include "support/SpazioFinito.h"
 

@@ -1,15 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <array>
-#include <string>
-#include <vector>
 
-#include "project/DatiProgetto.h"
 #include "reports/DatiSessione.h"
 #include "reports/StampaGrafico.h"
 #include "reports/StampaReport.h"
-#include "shell/LoadStrings.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane::prova {

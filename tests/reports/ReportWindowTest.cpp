@@ -1,13 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
 
-#include "platform/qt/TestoQt.h"
 #include "reports/ReportProva.h"
 #include "reports/dlgReportGiri.h"
 #include "reports/dlgStatistiche.h"

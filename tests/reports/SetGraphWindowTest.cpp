@@ -1,10 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <QTest>
-#include <memory>
-
 #include "platform/qt/ConversioniQt.h"
-#include "platform/qt/TestoQt.h"
 #include "reports/ReportProva.h"
 #include "reports/dlgSetGraph.h"
 #include "support/WindowPlatform.h"

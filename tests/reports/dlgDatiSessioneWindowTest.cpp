@@ -1,11 +1,7 @@
 #include "reports/dlgDatiSessione.h"
 
 #include <QApplication>
-#include <QTest>
-#include <memory>
 
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "reports/DisegnoTracciato.h"
 #include "reports/ReportProva.h"
 #include "support/WindowPdf.h"

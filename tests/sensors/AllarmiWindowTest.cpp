@@ -1,7 +1,5 @@
 #include "sensors/Allarmi.h"
 
-#include <QLabel>
-
 #include "sensors/EditorWindowProva.h"
 #include "sensors/frmAllarmi.h"
 #include "shell/TabelleNomi.h"

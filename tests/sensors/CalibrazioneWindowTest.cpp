@@ -1,6 +1,4 @@
-#include <QLabel>
 #include <QRadioButton>
-#include <QTimer>
 
 #include "device/Diagnostica.h"
 #include "sensors/Curve.h"

@@ -1,7 +1,5 @@
 #include "sensors/Configurazione.h"
 
-#include <QLabel>
-
 #include "sensors/EditorWindowProva.h"
 #include "sensors/frmConfigurazione.h"
 #include "widgets/ImmaginePagina.h"

@@ -1,24 +1,12 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <memory>
-#include <string>
 
 #include "device/SerialComm.h"
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
-#include "support/Cartelle.h"
 #include "support/StrumentoProva.h"
 #include "support/WindowPlatform.h"
 

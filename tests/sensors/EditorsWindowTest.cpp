@@ -1,5 +1,4 @@
 // What the editors of the instrument's settings have in common, exchange by exchange.
-#include <QLabel>
 #include <QWheelEvent>
 
 #include "sensors/EditorWindowProva.h"

@@ -1,8 +1,5 @@
 #include "sensors/FileSensore.h"
 
-#include <gtest/gtest.h>
-
-#include "platform/ErroreRuntime.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {

@@ -1,12 +1,9 @@
 #include "sensors/ImpostaSensore.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
 
 #include "platform/Testo1252.h"
 #include "sensors/Curve.h"
-#include "shell/LoadStrings.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {

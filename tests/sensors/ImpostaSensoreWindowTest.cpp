@@ -1,12 +1,10 @@
 #include <QComboBox>
-#include <QLabel>
 #include <QRadioButton>
 
 #include "sensors/Curve.h"
 #include "sensors/EditorWindowProva.h"
 #include "sensors/FileSensore.h"
 #include "sensors/frmImpostaSensore.h"
-#include "support/Cartelle.h"
 
 namespace lapvane {
 namespace {

@@ -1,12 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <set>
 
-#include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "sensors/CSensore.h"
-#include "shell/LoadStrings.h"
-#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {

@@ -1,7 +1,6 @@
 #include "sensors/frmSensori.h"
 
 #include <QGroupBox>
-#include <QLabel>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QWheelEvent>
@@ -9,7 +8,6 @@
 #include "sensors/CSensore.h"
 #include "sensors/EditorWindowProva.h"
 #include "shell/TabelleNomi.h"
-#include "support/Cartelle.h"
 
 namespace lapvane {
 namespace {

@@ -1,10 +1,5 @@
 #include "shell/LoadStrings.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-#include "platform/ErroreRuntime.h"
 #include "shell/TabelleNomi.h"
 #include "support/PlatformProva.h"
 

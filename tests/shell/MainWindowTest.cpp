@@ -1,37 +1,25 @@
-#include <gtest/gtest.h>
-
 #include <QAction>
 #include <QDialogButtonBox>
 #include <QFrame>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
-#include <QTimer>
 #include <QToolButton>
-#include <utility>
 
 #include "device/Codec.h"
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
 #include "logs/Soccorso.h"
-#include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
 #include "project/dlgNoteProgetto.h"
 #include "sensors/CSensore.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "shell/dlgLanguages.h"
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
-#include "support/Cartelle.h"
 #include "support/SerialeProva.h"
 #include "support/WindowPlatform.h"
 #include "widgets/Mnemonica.h"

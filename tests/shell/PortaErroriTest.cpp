@@ -1,10 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-
-#include "platform/ErroreRuntime.h"
-#include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "support/PlatformProva.h"
 

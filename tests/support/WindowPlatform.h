@@ -1,10 +1,13 @@
 #pragma once
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QLabel>
 #include <QPaintEvent>
-#include <QWidget>
-#include <functional>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
 
+#include "platform/qt/TestoQt.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane::prova {

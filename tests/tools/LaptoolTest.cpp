@@ -1,13 +1,9 @@
 #include "tools/laptool/Laptool.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "analysis/LogAperto.h"
-#include "platform/ErroreRuntime.h"
 #include "reports/DatiSessione.h"
-#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane::laptool {

@@ -1,15 +1,9 @@
 #include "tools/texttable/texttable.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
-#include <filesystem>
-#include <map>
 #include <set>
 #include <sstream>
 
-#include "shell/LoadStrings.h"
-#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 #include "support/SpazioFinito.h"
 

@@ -1,12 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QTest>
 #include <cmath>
 #include <limits>
-#include <map>
 
 #include "support/WindowPdf.h"
 #include "support/WindowPlatform.h"

@@ -1,19 +1,12 @@
 // Keys in every dialog of the program: Enter presses the button that has the focus and is OK
 // elsewhere, Esc leaves.
-#include "support/Cartelle.h"
 #include "widgets/TastoInvio.h"
 
 #include <QComboBox>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
 #include <QToolButton>
-#include <functional>
-#include <memory>
 
 #include "analysis/frmAnalisiDatiSpeed.h"
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "project/frmStampaDatiProgetto.h"
 #include "reports/ReportProva.h"
 #include "reports/dlgDatiSessione.h"
@@ -23,7 +16,6 @@
 #include "sensors/frmConfigurazione.h"
 #include "sensors/frmImpostaSensore.h"
 #include "sensors/frmSensori.h"
-#include "shell/StatoShell.h"
 #include "shell/dlgLanguages.h"
 #include "support/WindowPlatform.h"
 
