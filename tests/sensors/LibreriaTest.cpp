@@ -1,6 +1,3 @@
-#include <set>
-
-#include "project/FileProgetto.h"
 #include "sensors/CSensore.h"
 #include "support/PlatformProva.h"
 
@@ -58,26 +55,6 @@ TEST(Libreria, LoadsInTheOrderOfTheFilesAndTellsWhatIsNoSensor) {
     CaricaLibreriaSensori();
     EXPECT_EQ(macchina.Mostrati.back().Testo,
               Testo(Voce::IlFileConSpazio) + "sensors " + Testo(Voce::NonEUnSensore));
-}
-
-TEST(Libreria, DeliveredFilesLoadAndTheSampleProjectNamesThem) {
-    prova::PlatformProva macchina;
-    fs::copy(prova::CartellaDati() / "sensors", macchina.Cartella / "sensors");
-    CaricaLibreriaSensori();
-    std::set<std::string> tipi, nomi;
-    for (const CSensore& s : LibreriaSensori) {
-        tipi.insert(s.Tipo());
-        EXPECT_TRUE(nomi.insert(s.Nome()).second) << "two sensors of the name " << s.Nome();
-        EXPECT_EQ(s.NumPunti(), 20) << s.Nome();
-        EXPECT_EQ(s.NomeFile().stem().string(), s.Nome());
-    }
-    EXPECT_EQ(tipi.size(), 8u);
-    ASSERT_TRUE(LeggiProgetto(prova::CartellaDati() / "Esempio.pro"));
-    const RecordProgetto& p = DatiProgetto;
-    for (const std::string& nome : {p.TemperaturaOlio, p.PressioneOlio, p.TemperaturaAcqua,
-                                    p.PressioneBenzina, p.LivelloBenzina, p.SensoreLambda}) {
-        EXPECT_TRUE(nomi.contains(nome)) << nome;
-    }
 }
 
 }  // namespace
