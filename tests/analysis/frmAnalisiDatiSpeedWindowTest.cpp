@@ -257,7 +257,10 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     }
     EXPECT_FALSE(Ridipinto(*lampada, [&] { panoramica->EventoCursore(0.0, 0.0, 0); }).isEmpty());
     EXPECT_LT(lampada->y(), C<LampadaAllarme>("shpAlarm0")->y()) << "as its band";
+    panoramica->EventoCursore(0.0, 0.0, 5);
+    const QString altrove = C<QLineEdit>("txtValore", 3)->text();
     C<QTabWidget>("SSTab1")->setCurrentIndex(0);
+    EXPECT_NE(C<QLineEdit>("txtValore", 3)->text(), altrove) << "under its own cursor";
     premi("cmdZoomIn50");
     premi("cmdZoomIn50");
     EXPECT_FALSE(C<QPushButton>("cmdZoomIn50")->isEnabled()) << "the right edge is below 1";
