@@ -10,6 +10,7 @@
 
 #include "device/Codec.h"
 #include "instrument/Options.h"
+#include "instrument/PseudoTerminal.h"
 #include "support/PlatformProva.h"
 
 extern char** environ;
@@ -166,6 +167,12 @@ TEST_F(Program, WhatCannotStartEndsWithAMessage) {
         EXPECT_NE(child.Said().find(said), std::string::npos) << child.Said();
     }
     EXPECT_EQ(prova::Leggi(machine.Cartella / "COM2"), "precious");
+    PseudoTerminal second;
+    {
+        PseudoTerminal first;
+        for (PseudoTerminal* one : {&first, &second}) one->MakeLink(machine.Cartella / "COM3");
+    }
+    EXPECT_EQ(fs::read_symlink(machine.Cartella / "COM3"), second.Name());
 }
 
 }  // namespace
