@@ -204,9 +204,13 @@ TEST_F(Apparecchio, SensorsOfTheLibraryAreMounted) {
     EXPECT_EQ(Int16In(strumento.Dati.Curva(0), 15), 48);
     EXPECT_EQ(Int16In(strumento.Dati.Curva(0), 57), 1710);
     EXPECT_GT(Int16In(strumento.Dati.Curva(6), 95), 1000);
-    prova::Scrivi(cartella / "Pressione 0-10 bar.sns", "cut");
     std::filesystem::remove(cartella / "NTC olio M10.sns");
+    const std::string prima = strumento.Dati.Curva(1);
+    std::string corto = "ZEVSensor\r\nPressione\r\nPressione 0-10 bar\r\n20\r\n";
+    for (int i = 0; i < 39; ++i) corto += "1\r\n";
+    prova::Scrivi(cartella / "Pressione 0-10 bar.sns", corto);
     EXPECT_EQ(MontaSensori(cartella, strumento.Dati), 7);
+    EXPECT_EQ(strumento.Dati.Curva(1), prima);
 }
 
 }  // namespace

@@ -47,6 +47,7 @@ TEST(TextTable, EachFaultIsToldOnceWithItsLine) {
              {6, "05\t-\ta\tb\t-\tc", "number 5 expected, \"05\" found"},
              {3, "2\t-\t\tb\t-\tc", "the Italian text is empty"},
              {3, "2\t-\t\"a\" b\tb\t-\tc", "the Italian text begins or ends with a double quote"},
+             {3, "2\t-\ta\ta \"b\"\t-\tc", "the English text begins or ends with a double quote"},
              {3, "2\t-\ta\t\x7F\t-\tc", "the English text has the control character 127"},
              {3, "2\t-\tcitt\xE0\tb\t-\tc",
               "the Italian text is not UTF-8 or has a character that Windows-1252 lacks"},

@@ -228,6 +228,7 @@ TEST_F(GraficoDisegnato, MouseMovesTheCursorOverThePicture) {
     EXPECT_EQ(grafico.Ridisegni(), prima + 1);
     EXPECT_TRUE(prova::Ridipinto(grafico, [&] { grafico.CursoreX(8.0); }).contains(Dove(5, 20)))
         << "the old cursor stays";
+    EXPECT_FALSE(prova::Ridipinto(grafico, [&] { grafico.EtichettaY("rpm"); }).isEmpty());
 }
 
 TEST_F(GraficoDisegnato, ShowsItsFocusAndSaysWhatItShows) {
