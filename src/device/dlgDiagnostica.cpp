@@ -84,6 +84,7 @@ dlgDiagnostica::dlgDiagnostica(QWidget* parent)
     lblFermi_->hide();
     for (const GruppoLive gruppo : {GruppoLive::Valori, GruppoLive::Analogici}) {
         QTimer& eta = eta_[static_cast<std::size_t>(gruppo)];
+        eta.setParent(this);
         eta.setSingleShot(true);
         eta.setInterval(kVecchio);
         connect(&eta, &QTimer::timeout, this,

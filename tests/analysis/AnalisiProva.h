@@ -1,18 +1,8 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <map>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "analysis/AnalisiDatiSpeed.h"
 #include "reports/DatiSessione.h"
-#include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
-#include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
 #include "tools/support/BareViews.h"
 #include "tools/support/QuietGraph.h"

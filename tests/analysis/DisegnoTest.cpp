@@ -138,6 +138,7 @@ TEST_F(DisegnoCanali, DrawsTheRowsThatTheWindowShows) {
     EXPECT_EQ(righe(0.3, 0.6), (std::pair{8, 14}));
     EXPECT_EQ(grafico.elementi[0].X.front(), 0.3);
     EXPECT_EQ(panoramica.intervallo.XMax, 0.6) << "the alarms follow";
+    EXPECT_EQ(righe(0.5, 0.9), (std::pair{10, 15}));
     EXPECT_EQ(righe(0.0, 0.6), (std::pair{5, 11}));
     for (const auto& [da, a] : {std::pair{5.0, 6.0}, {1e300, 2e300}, {0.0, -1e300}}) {
         righe(da, a);

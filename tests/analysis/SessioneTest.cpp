@@ -1,6 +1,6 @@
 #include "analysis/AnalisiProva.h"
 #include "platform/Testo1252.h"
-#include "project/DatiProgetto.h"
+#include "support/SpazioFinito.h"
 
 using namespace lapvane;
 using namespace lapvane::prova;
@@ -59,11 +59,22 @@ TEST_F(SessioneAnalisi, IsWrittenOverTheBeginningOfTheOldFile) {
 
 TEST_F(SessioneAnalisi, MediumThatCannotBeWrittenIsReportedAndNothingElse) {
     ASSERT_TRUE(ApriCsv());
+    const auto salva = [&](Voce motivo) {
+        macchina.Risposte = {Answer::Ok};
+        analisi.SalvaDatiSessione();
+        EXPECT_EQ(macchina.Mostrati.back().Testo,
+                  Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(File()) + "\r\n" +
+                      Testo(motivo) + "\r\n\r\n" + Testo(Voce::SessioneNonSalvata));
+    };
+#ifndef _WIN32
+    Scrivi(File(), "old");
+    {
+        const SpazioFinito poco(100);
+        salva(Voce::MotivoPieno);
+    }
+    EXPECT_EQ(Leggi(File()), "old");
+    std::filesystem::remove(File());
+#endif
     std::filesystem::create_directory(File());
-    macchina.Risposte = {Answer::Ok};
-    analisi.SalvaDatiSessione();
-    ASSERT_EQ(macchina.Mostrati.size(), 1u);
-    EXPECT_EQ(macchina.Mostrati[0].Testo,
-              Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(File()) + "\r\n" +
-                  Testo(Voce::MotivoNegato) + "\r\n\r\n" + Testo(Voce::SessioneNonSalvata));
+    salva(Voce::MotivoNegato);
 }

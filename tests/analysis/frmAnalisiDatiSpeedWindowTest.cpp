@@ -1,13 +1,9 @@
 #include "analysis/frmAnalisiDatiSpeed.h"
 
-#include <QTest>
-#include <QTimer>
+#include <QScrollBar>
 #include <algorithm>
-#include <filesystem>
 
 #include "analysis/AnalisiProva.h"
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "support/WindowPdf.h"
 #include "support/WindowPlatform.h"
 
@@ -185,6 +181,18 @@ TEST_F(FinestraAnalisi, LapsAreChosenByTheirTimesOrByEnterAndMarkedReadably) {
     EXPECT_EQ(pixel(3, 1, 0), blu);
     EXPECT_EQ(pixel(4, 1, -1), QColor(255, 0, 0));
     EXPECT_NE(pixel(4, 1, 0), blu);
+    for (const int colonna : {1, 0}) {
+        const QPointF dove = Griglia()->visualRect(Cella(2, colonna)).center();
+        QMouseEvent muove(QEvent::MouseMove, dove, dove, Qt::NoButton, {}, {});
+        QApplication::sendEvent(Griglia()->viewport(), &muove);
+        EXPECT_EQ(Griglia()->viewport()->cursor().shape() == Qt::PointingHandCursor, colonna == 1);
+    }
+    const auto prese = [&](int riga, int colonna, const std::function<void()>& azione) {
+        return Ridipinto(*Griglia()->viewport(), azione)
+            .contains(Griglia()->visualRect(Cella(riga, colonna)).center());
+    };
+    EXPECT_TRUE(prese(3, 0, [&] { Griglia()->Modello().SegnaGiro(4); })) << "the old mark stays";
+    EXPECT_TRUE(prese(2, 1, [&] { Griglia()->Cella(2, 1, "01:09.99"); }));
     // A lap without rows hides the graph, and nothing moves.
     const int prima = Griglia()->x();
     for (const int riga : {5, 2}) {
@@ -226,12 +234,18 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     premi("cmdZoomIn10");
     premi("cmdZoomOut50");
     EXPECT_DOUBLE_EQ(premi("cmdZoomIn50").XMax, 1.95);
-    EXPECT_DOUBLE_EQ(premi("cmdSpostaDX10").XMin, 0.195);
+    EXPECT_LT(premi("cmdScorriSX").XMin, 0.0);
+    Chiave("DimOriginali")->click();
+    premi("cmdZoomIn50");
+    EXPECT_DOUBLE_EQ(premi("cmdSpostaDX1").XMin, 0.0195);
+    EXPECT_NEAR(premi("cmdSpostaSX10").XMin, -0.1755, 1e-9);
+    premi("cmdSpostaDX10");
+    EXPECT_NEAR(premi("cmdSpostaDX10").XMin, 0.2145, 1e-9);
     EXPECT_EQ(DaQt(C<QLineEdit>("txtValore", 3)->text()), "2002");
     EXPECT_TRUE(C<QPushButton>("cmdSpostaSX1")->autoRepeat());
-    EXPECT_DOUBLE_EQ(premi("cmdSpostaSX1").XMin, 0.1755);
+    EXPECT_NEAR(premi("cmdSpostaSX1").XMin, 0.195, 1e-9);
     C<QTabWidget>("SSTab1")->setCurrentIndex(1);
-    EXPECT_DOUBLE_EQ(panoramica->LeggiIntervallo().XMin, 0.1755);
+    EXPECT_NEAR(panoramica->LeggiIntervallo().XMin, 0.195, 1e-9);
     EXPECT_EQ(panoramica->ElementoCorrente(), 9) << "eight alarms";
     // Alarm 2 is on from the third row of the lap on.
     auto* const lampada = C<LampadaAllarme>("shpAlarm", 1);
@@ -241,8 +255,12 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
             lampada->grab().toImage().pixelColor(lampada->rect().center()) == QColor(255, 0, 0),
             indice == 5);
     }
+    EXPECT_FALSE(Ridipinto(*lampada, [&] { panoramica->EventoCursore(0.0, 0.0, 0); }).isEmpty());
     EXPECT_LT(lampada->y(), C<LampadaAllarme>("shpAlarm0")->y()) << "as its band";
+    panoramica->EventoCursore(0.0, 0.0, 5);
+    const QString altrove = C<QLineEdit>("txtValore", 3)->text();
     C<QTabWidget>("SSTab1")->setCurrentIndex(0);
+    EXPECT_NE(C<QLineEdit>("txtValore", 3)->text(), altrove) << "under its own cursor";
     premi("cmdZoomIn50");
     premi("cmdZoomIn50");
     EXPECT_FALSE(C<QPushButton>("cmdZoomIn50")->isEnabled()) << "the right edge is below 1";
@@ -278,21 +296,6 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     EXPECT_FALSE(AnalisiInCorso);
 }
 
-TEST_F(FinestraAnalisi, EachButtonOfTheBarMovesTheGraphItsOwnWay) {
-    BarraNavigazione barra;
-    std::vector<std::string> detti;
-    QObject::connect(&barra, &BarraNavigazione::ScorriPremuto,
-                     [&](int verso) { detti.push_back("scroll " + std::to_string(verso)); });
-    QObject::connect(&barra, &BarraNavigazione::Sposta,
-                     [&](int passi) { detti.push_back("step " + std::to_string(passi)); });
-    for (const char* nome : {"cmdScorriSX", "cmdSpostaSX10", "cmdSpostaSX1", "cmdSpostaDX1",
-                             "cmdSpostaDX10", "cmdScorriDX"}) {
-        Controllo<QPushButton>(barra, nome)->click();
-    }
-    EXPECT_EQ(detti, (std::vector<std::string>{"scroll -1", "step -10", "step -1", "step 1",
-                                               "step 10", "scroll 1"}));
-}
-
 TEST_F(FinestraAnalisi, PrintedGraphSaysWhichLapAndNamesEachAlarmAtItsLine) {
     Mostra();
     Clicca(3, 1);
@@ -308,6 +311,13 @@ TEST_F(FinestraAnalisi, PrintedGraphSaysWhichLapAndNamesEachAlarmAtItsLine) {
     EXPECT_NE(canali.Trova("run.csv"), nullptr);
     EXPECT_NE(canali.Trova("01:01.90"), nullptr);
     EXPECT_EQ(canali.Trova("Alternator"), nullptr);
+    EXPECT_TRUE(canali.Ha("Session:", 1.5, 1.35) && canali.Ha("Date:", 1.5, 1.85));
+    const Parola* const legenda = canali.Trova("Channels");
+    ASSERT_NE(legenda, nullptr);
+    for (const Parola& parola : canali.Parole) {
+        EXPECT_TRUE(parola.Y == legenda->Y || parola.Y < legenda->Y - 0.5) << "covered";
+    }
+    EXPECT_TRUE(Scuro(FotoPdf(macchina.Cartella / "canali.pdf"), 15.0, 4.2)) << "the frame";
     C<QTabWidget>("SSTab1")->setCurrentIndex(1);
     const PaginaPdf allarmi = stampa("allarmi.pdf");
     // Each name once at its line, and once in the legend; the highest line is the last alarm's.
@@ -359,6 +369,11 @@ TEST_F(FinestraAnalisi, ToolBarOpensItsDialogs) {
     EXPECT_EQ(disegno->PuntoMarcato(), 0) << "a point that the outline lacks";
     Chiave("Circuito")->click();
     EXPECT_FALSE(C<QLabel>("txtCircuito")->isVisible());
+    // A lap time in sight is chosen without the table going sideways.
+    Griglia()->setFixedWidth(Griglia()->columnWidth(0) + Griglia()->columnWidth(1) * 5 / 6);
+    QCoreApplication::processEvents();
+    Griglia()->setCurrentIndex(Cella(3, 1));
+    EXPECT_EQ(Griglia()->horizontalScrollBar()->value(), 0);
 }
 
 TEST_F(FinestraAnalisi, WithoutLapsThereAreNoStatistics) {

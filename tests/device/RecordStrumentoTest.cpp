@@ -1,18 +1,12 @@
 // The records' frames and replies, byte by byte, against a port that notes them.
 #include "device/RecordStrumento.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
-#include <map>
 
 #include "device/Codec.h"
 #include "device/SerialComm.h"
 #include "device/TabelleRecord.h"
-#include "project/DatiProgetto.h"
 #include "sensors/Curve.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "support/EditorProva.h"
 #include "support/SerialeProva.h"
 
@@ -60,6 +54,30 @@ std::string Progetto() {
         if (!valore.empty()) testo += std::string(campo.Nome) + "=" + valore + "|";
     }
     return testo;
+}
+
+using namespace std::string_literals;
+
+TEST(Codec, EncodersCutAndPad) {
+    EXPECT_EQ(ByteInEsa(0x1AF), "AF");
+    EXPECT_EQ(CodificaByte(std::int16_t{-1}), "\xFF");
+    EXPECT_EQ(CodificaByte(300), "\x2C");
+    EXPECT_EQ(CodificaByte(""), "\0"s);
+    EXPECT_EQ(CodificaWord("1205.5"), "\x04\xB6");
+    EXPECT_EQ(CodificaWord(70000), "\x11\x70");
+    EXPECT_EQ(CodificaWord(-2), "\xFF\xFE");
+    EXPECT_EQ(CodificaLong(0x1FFD00), "\x00\x1F\xFD\x00"s);
+    EXPECT_EQ(CodificaLong(std::int16_t{-1}), "\x00\x00\xFF\xFF"s);  // the width of its own type
+    EXPECT_EQ(CodificaLong(std::int32_t{-1}), "\xFF\xFF\xFF\xFF");
+}
+
+TEST(Codec, ChecksumIsTheLowByteOfTheSum) {
+    EXPECT_EQ(CalcolaChecksum(std::string(2, '\xFF')), "FE");
+    EXPECT_THROW(CalcolaChecksum(std::string(129, '\xFF')), ErroreRuntime);  // 32895
+    EXPECT_EQ(Frame(14, CodificaLong(256)), "H\x0E\0\0\1\0"s + "57");
+    EXPECT_EQ(Conferma(1), "R\x01"s + "53*");
+    EXPECT_TRUE(BitAttivo(std::int16_t{-32768}, 15));
+    EXPECT_FALSE(BitAttivo(2, 0));
 }
 
 class RecordStrumento : public ::testing::Test {
@@ -300,26 +318,6 @@ TEST_F(RecordStrumento, TheBoxThatNeedsAnotherValueIsNamed) {
     EXPECT_EQ(macchina.Mostrati[3].Testo.find(Testo(Voce::ValoreNonInviabile)), 0u);
     EXPECT_EQ(CampoDi("txtLed3")->Byte, 21u);
     EXPECT_EQ(CampoDi("OKButton"), nullptr);
-}
-
-TEST_F(RecordStrumento, AnyOtherFormGetsAndGivesNoRecord) {
-    EditorProva altra("frmImpostaSensore");
-    // The setup's frames go out without their fields.
-    EXPECT_EQ(Inviato(InviaDatiSetup1, 18), Hex("48 12 | 00*16 | 35 41"));
-    EXPECT_EQ(Inviato(InviaDatiSetup2, 28), Hex("48 1C"));
-    for (const auto invia : {InviaDatiSensori, InviaDatiAllarmi}) {
-        porta.Scritti.clear();
-        NonInviato(invia, Testo(Voce::StrumentoNonRisponde), Icon::None);
-        EXPECT_TRUE(porta.Scritti.empty());
-    }
-    Scambio(LeggiDatiSetup1, std::string(30, '\2'));
-    EXPECT_EQ(Progetto() + altra.Stato(), "");
-    // A curve does not ask which form is open; an acknowledgement that does not come is waited for.
-    EXPECT_EQ(Inviato([] { InviaCurvaSensore(0); }, 24).size(), 101u);
-    porta.Risponde = nullptr;
-    const std::int64_t inizio = macchina.Orologio;
-    NonInviato([] { InviaCurvaSensore(2); }, Testo(Voce::StrumentoNonRisponde), Icon::None);
-    EXPECT_EQ(macchina.Orologio - inizio, 10000);
 }
 
 TEST_F(RecordStrumento, AnEditorThatClosesDuringItsReadLeavesNoTrace) {

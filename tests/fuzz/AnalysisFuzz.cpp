@@ -1,6 +1,6 @@
 // A whole log as the analysis opens it: the input is the data file, its .txt, .tim and .ses and the
-// circuit's two files, parted by the byte 1. Both kinds of analysis load any of them, draw what is
-// asked and leave; only a run-time error may end it.
+// circuit's two files, parted by the byte 1. Both kinds of analysis load any of them, hold finite
+// numbers only, draw what is asked and leave; only a run-time error may end it.
 #include <array>
 #include <cmath>
 
@@ -22,6 +22,9 @@ namespace {
 using namespace lapvane;
 
 void Use(AnalisiDati& log) {
+    for (int c = 1; c <= kUltimoCanale; ++c) {
+        for (const double value : log.Tabella().Colonna(c, Piano::Dati)) Must(std::isfinite(value));
+    }
     log.chkGrafico_Click(3, true);
     log.chkGrafico_Click(4, true);
     log.optScala_Click(4);

@@ -1,6 +1,6 @@
-// What is read when the program starts, by the first byte of the input: the language table, the
-// list of recent files, or the table of texts that the build makes the language table from. Any
-// bytes are read or refused with a run-time error, and what was read can be used.
+// What is read when the program starts, by the first byte of the input: the language table or the
+// list of recent files. Any bytes are read or refused with a run-time error, and what was read can
+// be used.
 
 #include "fuzz/Fuzz.h"
 #include "fuzz/FuzzPlatform.h"
@@ -10,7 +10,6 @@
 #include "shell/TabelleNomi.h"
 #include "tools/support/BareViews.h"
 #include "tools/support/FreshState.h"
-#include "tools/texttable/texttable.h"
 
 namespace {
 
@@ -43,13 +42,6 @@ void Recent(FuzzPlatform& machine, const FuzzFolder& folder, std::string_view te
          recenti().Righe[0] == FileRecenteScelto.native());
 }
 
-void Texts(std::string_view tsv) {
-    const texttable::Table table = texttable::ReadTable(tsv);
-    if (!table.Faults.empty()) return;
-    Must(table.Entries.size() >= texttable::kTexts);
-    texttable::LanguageFile(table.Entries);
-}
-
 }  // namespace
 
 void Fuzz(std::string_view input) {
@@ -59,14 +51,9 @@ void Fuzz(std::string_view input) {
     machine.Folder = folder.Path;
     if (input.empty()) return;
     const std::string_view text = input.substr(1);
-    switch (static_cast<unsigned char>(input[0]) % 3) {
-        case 0:
-            Languages(folder, text);
-            break;
-        case 1:
-            Recent(machine, folder, text);
-            break;
-        default:
-            Texts(text);
+    if (static_cast<unsigned char>(input[0]) % 2 == 0) {
+        Languages(folder, text);
+    } else {
+        Recent(machine, folder, text);
     }
 }

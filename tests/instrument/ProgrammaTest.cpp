@@ -1,21 +1,16 @@
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
-#include <sys/ioctl.h>
 #include <sys/wait.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <filesystem>
 #include <thread>
 
 #include "device/Codec.h"
 #include "instrument/Options.h"
 #include "instrument/PseudoTerminal.h"
-#include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 
 extern char** environ;
@@ -94,12 +89,9 @@ class Port {
     ~Port() { ::close(descriptor_); }
     Port(const Port&) = delete;
     Port& operator=(const Port&) = delete;
-    int Descriptor() const { return descriptor_; }
-    void Write(const std::string& bytes) const {
+    std::string Ask(const std::string& bytes, std::size_t count) const {
         EXPECT_EQ(::write(descriptor_, bytes.data(), bytes.size()),
                   static_cast<ssize_t>(bytes.size()));
-    }
-    std::string Read(std::size_t count) const {
         std::string reply;
         pollfd waiting{descriptor_, POLLIN, 0};
         while (reply.size() < count && ::poll(&waiting, 1, 120000) > 0) {
@@ -109,10 +101,6 @@ class Port {
             reply.append(buffer, static_cast<std::size_t>(got));
         }
         return reply;
-    }
-    std::string Ask(const std::string& bytes, std::size_t count) const {
-        Write(bytes);
-        return Read(count);
     }
 
  private:
@@ -142,44 +130,15 @@ class Program : public ::testing::Test {
     fs::path link = machine.Cartella / "new" / "ports" / "COM1";
 };
 
-TEST_F(Program, TheTerminalPassesBytesAsTheyAreAndItsLinkComesAndGoes) {
-    // Characters that a terminal in its usual mode would act on: interrupt, flow, line ends, erase.
-    const std::string bytes("\x03\x11\x13\r\n\x7F\x04\x00\xFF\x1A", 10);
-    prova::Scrivi(machine.Cartella / "COM2", "precious");
-    {
-        PseudoTerminal terminal, second;
-        terminal.MakeLink(link);
-        for (int time = 0; time < 2; ++time) {  // closing the port does not end the terminal
-            const Port port(link);
-            // A program that crashed has taken the port for itself alone.
-            EXPECT_EQ(::ioctl(port.Descriptor(), TIOCEXCL), 0);
-            terminal.Write(bytes);
-            EXPECT_EQ(port.Ask(bytes, bytes.size()), bytes);
-            EXPECT_EQ(terminal.Read(), bytes);
-            EXPECT_EQ(terminal.Read(), "");
-            int locked = -1;
-            EXPECT_EQ(::ioctl(port.Descriptor(), TIOCGEXCL, &locked), 0);
-            EXPECT_EQ(locked, 0);
-        }
-        EXPECT_THROW(terminal.MakeLink(machine.Cartella / "COM2"), std::runtime_error);
-        {
-            PseudoTerminal first;
-            first.MakeLink(machine.Cartella / "COM3");
-            second.MakeLink(machine.Cartella / "COM3");
-        }
-        EXPECT_EQ(fs::read_symlink(machine.Cartella / "COM3"), second.Name());
-    }
-    EXPECT_FALSE(fs::exists(fs::symlink_status(link)));
-    EXPECT_EQ(prova::Leggi(machine.Cartella / "COM2"), "precious");
-}
-
 TEST_F(Program, ServesUntilItIsToldToEnd) {
     Child child(machine.Cartella, {"--link", link.string(), "--empty", "--identity", "PROVA",
                                    "--fault", "drop:38", "--tank", "10:falling", "--pace"});
     ASSERT_TRUE(Comes([&] { return fs::exists(link); })) << child.Said();
     {
         const Port port(link);
-        EXPECT_EQ(port.Ask(Frame(1), 5), Conferma(1));
+        // One that begins and never ends is given up.
+        EXPECT_EQ(port.Ask(Frame(18, std::string(26, '\0')).substr(0, 9) + Frame(1), 5),
+                  Conferma(1));
         const auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(port.Ask(Frame(14, CodificaLong(0)), 130).size(), 130u);
         EXPECT_GE(std::chrono::steady_clock::now() - start, 60ms) << "a line of 19200 baud";
@@ -195,25 +154,25 @@ TEST_F(Program, ServesUntilItIsToldToEnd) {
     }
 }
 
-TEST_F(Program, AnIncompleteFrameIsGivenUpWithoutAnythingMoreComing) {
-    Child child(machine.Cartella, {"--link", link.string(), "--empty", "--quiet"});
-    ASSERT_TRUE(Comes([&] { return fs::exists(link); })) << child.Said();
-    const std::string begun = Frame(18, std::string(26, '\0')).substr(0, 9);
-    EXPECT_EQ(Port(link).Ask(begun + Frame(1), 5), Conferma(1));
-    EXPECT_EQ(child.Exits(SIGINT), 0);
-    EXPECT_EQ(child.Said(), "");
-}
-
 TEST_F(Program, WhatCannotStartEndsWithAMessage) {
     const std::string none = (machine.Cartella / "none").string();
+    prova::Scrivi(machine.Cartella / "COM2", "precious");  // no link: nobody's to take away
     for (const auto& [arguments, code, said] :
          {std::tuple{std::vector<std::string>{"--fault", "explode"}, 2, "no such kind"},
           {{"--tracks", none}, 1, "no circuit in the folder"},
+          {{"--link", (machine.Cartella / "COM2").string()}, 1, "COM2"},
           {{"--help"}, 0, "--fault"}}) {
         Child child(machine.Cartella, arguments);
         EXPECT_EQ(child.Exits(), code);
         EXPECT_NE(child.Said().find(said), std::string::npos) << child.Said();
     }
+    EXPECT_EQ(prova::Leggi(machine.Cartella / "COM2"), "precious");
+    PseudoTerminal second;
+    {
+        PseudoTerminal first;
+        for (PseudoTerminal* one : {&first, &second}) one->MakeLink(machine.Cartella / "COM3");
+    }
+    EXPECT_EQ(fs::read_symlink(machine.Cartella / "COM3"), second.Name());
 }
 
 }  // namespace

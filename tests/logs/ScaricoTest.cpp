@@ -6,9 +6,6 @@
 #include "instrument/Circuito.h"
 #include "instrument/Sessione.h"
 #include "logs/BufferLog.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
-#include "support/Cartelle.h"
 #include "support/SerialeProva.h"
 #include "support/StrumentoProva.h"
 
@@ -16,7 +13,6 @@ namespace lapvane {
 namespace {
 
 using namespace std::string_literals;
-using strumento::ModoSessione;
 
 class VistaProva : public VistaScarico {
  public:
@@ -208,16 +204,14 @@ TEST_F(Scaricamento, MoreThanTheMemoryHoldsIsNotStored) {
 }
 
 TEST_F(Scaricamento, AWholeDriveArrivesAsItWasRecorded) {
-    for (const ModoSessione modo : {ModoSessione::Normale, ModoSessione::Piena}) {
-        RegistraSessione(
-            strumento::Circuito::Leggi(prova::CartellaDati() / "tracks" / "Fontebruna.trk"),
-            {modo, 3}, apparecchio.Dati);
-        EXPECT_TRUE(Scarica().empty());
-        EXPECT_EQ(NumBlocchi, apparecchio.Dati.Blocchi());
-        EXPECT_EQ(NumeroGiri, apparecchio.Dati.Giri());
-        for (int b = 0; b < NumBlocchi; ++b) {
-            ASSERT_EQ(BlocchiLog[static_cast<std::size_t>(b)], apparecchio.Dati.Blocco(b)) << b;
-        }
+    RegistraSessione(
+        strumento::Circuito::Leggi(prova::CartellaDati() / "tracks" / "Fontebruna.trk"),
+        {strumento::ModoSessione::Piena, 3}, apparecchio.Dati);
+    EXPECT_TRUE(Scarica().empty());
+    EXPECT_EQ(NumBlocchi, apparecchio.Dati.Blocchi());
+    EXPECT_EQ(NumeroGiri, apparecchio.Dati.Giri());
+    for (int b = 0; b < NumBlocchi; ++b) {
+        ASSERT_EQ(BlocchiLog[static_cast<std::size_t>(b)], apparecchio.Dati.Blocco(b)) << b;
     }
 }
 

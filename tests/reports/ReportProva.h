@@ -1,14 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <string>
-#include <vector>
-
 #include "reports/AnalisiPubblica.h"
 #include "reports/DatiSessione.h"
-#include "shell/LoadStrings.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane::prova {

@@ -1,15 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <array>
-#include <string>
-#include <vector>
 
-#include "project/DatiProgetto.h"
 #include "reports/DatiSessione.h"
 #include "reports/StampaGrafico.h"
 #include "reports/StampaReport.h"
-#include "shell/LoadStrings.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane::prova {
@@ -124,10 +117,10 @@ TEST_F(ReportStampa, LapsOfAPageGoDownTwoGroupsAndTheLastOneStaysOut) {
                 const std::string n = std::to_string(80 * static_cast<int>(p) + k);
                 const bool primo = k <= 40;
                 const double y = 6.5 + 0.5 * (primo ? k : k - 40);
-                EXPECT_EQ(In(pagina, primo ? 1.5 : 10.5, y), "s" + n + "@9");
-                EXPECT_EQ(In(pagina, primo ? 3.0 : 12.0, y), n + "@9");
-                EXPECT_EQ(In(pagina, primo ? 4.5 : 13.5, y), "t" + n + "@9");
-                EXPECT_EQ(In(pagina, primo ? 7.0 : 16.0, y), "v" + n + "@9");
+                for (const auto& [x, campo] :
+                     {std::pair{1.5, "s"}, {3.0, ""}, {4.5, "t"}, {7.0, "v"}}) {
+                    EXPECT_EQ(In(pagina, primo ? x : x + 9.0, y), campo + n + "@9");
+                }
             }
         }
     }

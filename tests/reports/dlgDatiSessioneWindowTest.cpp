@@ -1,13 +1,10 @@
 #include "reports/dlgDatiSessione.h"
 
 #include <QApplication>
-#include <QTest>
-#include <memory>
 
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
 #include "reports/DisegnoTracciato.h"
 #include "reports/ReportProva.h"
+#include "support/WindowPdf.h"
 #include "support/WindowPlatform.h"
 
 using namespace lapvane;
@@ -202,12 +199,11 @@ TEST(DisegnoTracciato, FitsAndColoursTheOutline) {
         EXPECT_EQ(a((posto(41) + posto(0)) / 2.0), QColor(Qt::red)) << "closing line";
     }
     // The number of the first sector stands beside the line, where it is free: outside.
-    int scritti = 0;
-    const QImage foto = disegno.grab().toImage();
-    for (int x = static_cast<int>(posto(0).x()) - 4; x < posto(4).x(); ++x) {
-        for (int y = 2; y < posto(0).y() - 6; ++y) scritti += qGray(foto.pixel(x, y)) > 128 ? 1 : 0;
-    }
-    EXPECT_GT(scritti, 5);
+    const auto numeri =
+        TestiDisegnati(disegno.size(), [&](QPainter& penna) { disegno.render(&penna); });
+    EXPECT_EQ(numeri.at(0).Testo, QStringLiteral("1"));
+    EXPECT_LT(numeri[0].Y, posto(1).y() - 3);
+    EXPECT_FALSE(Ridipinto(disegno, [&] { disegno.Marcatore(3); }).isEmpty());
     for (const auto& [n, atteso] : {std::pair{7, 7}, {41, 41}, {42, -1}, {-3, -1}, {30, 30}}) {
         disegno.Marcatore(n);
         EXPECT_EQ(disegno.PuntoMarcato(), atteso);

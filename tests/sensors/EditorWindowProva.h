@@ -1,37 +1,23 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <memory>
-#include <string>
 
 #include "device/SerialComm.h"
-#include "instrument/SerialeStrumento.h"
-#include "platform/qt/TestoQt.h"
-#include "project/DatiProgetto.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
-#include "support/Cartelle.h"
+#include "support/StrumentoProva.h"
 #include "support/WindowPlatform.h"
 
 namespace lapvane::prova {
 
 /// A program with a new project and an instrument, and one of its editors under real keys.
 template <class F>
-class EditorWindowProva : public ::testing::Test {
+class EditorWindowProva : public ConStrumento<WindowPlatform> {
  protected:
     EditorWindowProva() {
-        CaricaTestiVeri(1);
         std::filesystem::copy(CartellaDati() / "pages", macchina.Cartella / "pages");
-        principale.Seriale = &porta;
         ValoriInizialiProgetto();
         ProgettoModificato = false;
     }
@@ -77,10 +63,9 @@ class EditorWindowProva : public ::testing::Test {
         QTest::mouseClick(pulsante, Qt::LeftButton, {}, dove);
         QCoreApplication::processEvents();
     }
-    /// What was shown since the last call; all answers were taken.
+    /// What was shown since the last call.
     std::vector<std::string> Mostrati() {
-        std::vector<std::string> testi;
-        for (const Box& box : macchina.Mostrati) testi.push_back(box.Testo);
+        const std::vector<std::string> testi = Detto();
         macchina.Mostrati.clear();
         return testi;
     }
@@ -99,11 +84,7 @@ class EditorWindowProva : public ::testing::Test {
         }
     }
     using V = std::vector<std::string>;
-    WindowPlatform macchina;
-    PrincipaleProva principale;
-    strumento::Strumento apparecchio;
-    strumento::SerialeStrumento porta{apparecchio, [this] { return macchina.Orologio; },
-                                      [this](int ms) { macchina.Orologio += ms; }};
+    PrincipaleProva& principale = ConStrumento<WindowPlatform>::finestra;
     std::unique_ptr<F> finestra;
 };
 

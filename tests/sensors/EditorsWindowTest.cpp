@@ -1,8 +1,6 @@
 // What the editors of the instrument's settings have in common, exchange by exchange.
-#include <QLabel>
 #include <QWheelEvent>
 
-#include "instrument/Guasti.h"
 #include "sensors/EditorWindowProva.h"
 #include "sensors/frmAllarmi.h"
 #include "sensors/frmConfigurazione.h"
@@ -155,14 +153,13 @@ TEST_F(Editors, AFailedExchangeIsNeverReportedAsDone) {
         const bool dice = scambio.Fine != Voce::Nessuna;
         Collega();
         Apri(scambio);
-        apparecchio.Difetti.Aggiungi(
-            strumento::LeggiGuasto("drop:" + std::to_string(scambio.Comando)));
+        Guasta("drop:" + std::to_string(scambio.Comando));
         macchina.DuranteEventi = [&] { StrumentoPresente &= FaseComunicazione == 0; };
         macchina.BoxLiberi = true;
         const V mostrati = Esegui(scambio, Answer::Ok);
         EXPECT_EQ(mostrati.front(), muto);
         EXPECT_EQ(mostrati.back(), dice ? Dice(Voce::ErroreDiComunicazione) : muto);
-        apparecchio.Difetti.Togli();
+        Guasta("");
         Libero(true);
         EXPECT_EQ(Acceso("cmdInviaDati"), StrumentoPresente) << "gone meanwhile";
         // The cable is out: nothing is sent that nobody could answer.
@@ -216,7 +213,9 @@ TEST_F(Editors, OKStoresCancelDoesNotAndAWheelChoosesNothing) {
         const RecordProgetto prima = DatiProgetto;
         for (const char* uscita : {"Esc", "CancelButton", "OKButton"}) {
             ProgettoModificato = false;
+            prova::CaricaTestiVeri(uscita[0] == 'E' ? 0 : 1);
             Apri(scambio);
+            SchermoIntero();
             auto* lista = C<QComboBox>(scambio.Lista);
             const int scelta = lista->currentIndex();
             QWheelEvent rotella(QPointF(9, 9), lista->mapToGlobal(QPointF(9, 9)), {}, {0, -120}, {},
@@ -232,16 +231,6 @@ TEST_F(Editors, OKStoresCancelDoesNotAndAWheelChoosesNothing) {
         Apri(scambio);
         EXPECT_EQ(Testo(scambio.Casella), "77");
         DatiProgetto = prima;
-    }
-}
-
-TEST_F(Editors, FitTheScreenInBothLanguages) {
-    for (const int lingua : {0, 1}) {
-        prova::CaricaTestiVeri(lingua);
-        for (const Scambio& scambio : kScambi) {
-            Apri(scambio);
-            SchermoIntero();
-        }
     }
 }
 

@@ -1,16 +1,10 @@
 #include "support/PlatformProva.h"
-#include "support/Cartelle.h"
-
-#include <gtest/gtest.h>
 
 #include <fstream>
 #include <iterator>
 #include <random>
 
-#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
-#include "shell/LoadStrings.h"
-#include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 
 namespace lapvane::prova {

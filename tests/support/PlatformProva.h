@@ -1,18 +1,25 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <array>
-#include <cstdint>
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "platform/ErroreRuntime.h"
 #include "platform/Platform.h"
 #include "platform/SerialControl.h"
+#include "project/DatiProgetto.h"
+#include "shell/LoadStrings.h"
 #include "shell/Principale.h"
+#include "shell/StatoShell.h"
+#include "support/Cartelle.h"
 
 namespace lapvane::prova {
 

@@ -1,11 +1,5 @@
 #pragma once
 
-#include <functional>
-#include <map>
-#include <string>
-#include <vector>
-
-#include "platform/ErroreRuntime.h"
 #include "platform/SerialControl.h"
 #include "support/PlatformProva.h"
 

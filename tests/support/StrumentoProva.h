@@ -1,10 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "instrument/SerialeStrumento.h"
 #include "support/PlatformProva.h"
 

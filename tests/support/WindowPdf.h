@@ -1,9 +1,15 @@
 #pragma once
 
+#include <QBuffer>
+#include <QImage>
+#include <QPainter>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSvgGenerator>
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -64,6 +70,48 @@ inline std::vector<PaginaPdf> LeggiPdf(const std::filesystem::path& file) {
         }
     }
     return pagine;
+}
+
+/// The first page of a PDF file as a picture, 100 pixels a centimetre.
+inline QImage FotoPdf(const std::filesystem::path& file) {
+    QProcess pittore;
+    pittore.start(QStringLiteral("pdftoppm"),
+                  {QStringLiteral("-r"), QStringLiteral("254"), QStringLiteral("-png"),
+                   QStringLiteral("-singlefile"), PercorsoInQt(file)});
+    pittore.waitForFinished();
+    return QImage::fromData(pittore.readAllStandardOutput());
+}
+/// Whether something dark stands there, centimetres from the corner.
+inline bool Scuro(const QImage& foto, double x, double y) {
+    for (int n = -4; n <= 4; ++n) {
+        const int px = static_cast<int>(x * 100) + n, py = static_cast<int>(y * 100) + n;
+        if (qGray(foto.pixel(px, py)) < 100) return true;
+    }
+    return false;
+}
+
+/// The texts of a drawing from the top, each with its place in pixels.
+inline std::vector<Parola> TestiDisegnati(const QSize& misura,
+                                          const std::function<void(QPainter&)>& disegna) {
+    QBuffer buffer;
+    QSvgGenerator svg;
+    svg.setOutputDevice(&buffer);
+    svg.setSize(misura);
+    {
+        QPainter penna(&svg);
+        disegna(penna);
+    }
+    static const QRegularExpression kTesto(
+        QStringLiteral(" x=\"([^\"]+)\" y=\"([^\"]+)\"[^>]*>([^<]*)</text>"));
+    std::vector<Parola> testi;
+    auto trovati = kTesto.globalMatch(QString::fromUtf8(buffer.data()));
+    while (trovati.hasNext()) {
+        const auto t = trovati.next();
+        testi.push_back(
+            {t.captured(3).trimmed(), t.captured(1).toDouble(), t.captured(2).toDouble(), 0.0});
+    }
+    std::ranges::stable_sort(testi, {}, &Parola::Y);
+    return testi;
 }
 
 }  // namespace lapvane::prova
