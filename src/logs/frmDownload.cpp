@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
@@ -131,6 +132,9 @@ void frmDownload::Andamento(const AndamentoScarico& andamento) {
 void frmDownload::Avviso(const std::string& testo) {
     lblAvviso_->setText(InQt(testo));
     lblAvviso_->show();
+    // The window was as high as it had to be without it.
+    layout()->activate();
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
 }
 
 }  // namespace lapvane

@@ -214,7 +214,7 @@ TEST_F(SuDisco, OnlyTheLastTenAreKept) {
 TEST_F(SuDisco, WhereTheDiskTakesNothingItGoesOnInMemory) {
     const auto resta = [&](const std::string& motivo) {
         EXPECT_EQ(vista.Avvisi,
-                  std::vector<std::string>{motivo + " " + Testo(Voce::ScaricoSenzaDisco)});
+                  std::vector<std::string>{Testo(Voce::ScaricoSenzaDisco) + " " + motivo});
         EXPECT_EQ(BlocchiLog.size(), 22u);
         EXPECT_FALSE(logInMemoria().TuttoSuDisco);
     };

@@ -93,6 +93,7 @@ TEST_F(DownloadFinestra, ClosingItGivesUpTheWaitAndThePortOnlyBehindIt) {
 TEST_F(DownloadFinestra, APersonWhoTakesTimeToGoOnLosesNothingAndSeesHowFarItIs) {
     porta.Ritardo = 60;
     Guasta("badsum:1");
+    prova::Scrivi(macchina.Cartella / "downloads", "no folder");
     macchina.Risposte = {Answer::Cancel, Answer::Ok};
     macchina.AlBox = [&] {
         if (macchina.Mostrati.size() == 1) dialogo.close();  // asked already
@@ -120,7 +121,10 @@ TEST_F(DownloadFinestra, APersonWhoTakesTimeToGoOnLosesNothingAndSeesHowFarItIs)
     EXPECT_EQ(Controllo<QLabel>(dialogo, "lblResta")->text(), QString());
     EXPECT_EQ(Controllo<QLabel>(dialogo, "lblDisturbi")->text(),
               QStringLiteral("Pages dropped: 1    Retries: 0"));
-    EXPECT_FALSE(Controllo<QLabel>(dialogo, "lblAvviso")->isVisible());
+    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::ScaricoFermare)) << "nothing to go on from";
+    const auto* avviso = Controllo<QLabel>(dialogo, "lblAvviso");
+    EXPECT_TRUE(avviso->isVisible());
+    EXPECT_GE(avviso->height(), avviso->heightForWidth(avviso->width())) << "it is cut";
     dialogo.close();
     EXPECT_FALSE(dialogo.isVisible()) << "at its end nobody asks";
 }
