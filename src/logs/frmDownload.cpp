@@ -87,12 +87,9 @@ bool frmDownload::SiFerma() {
 }
 
 void frmDownload::done(int esito) {
-    if (chiede_) return;
     if (inCorso_ && !finito_ && isVisible()) {
-        chiede_ = true;
         bool ferma = false;
         Protetto([&] { ferma = SiFerma(); });
-        chiede_ = false;
         if (!ferma) return;
     }
     Chiudi(esito);

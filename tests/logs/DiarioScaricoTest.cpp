@@ -123,7 +123,7 @@ TEST_F(SuDisco, BrokenOffAnywhereItGoesOnAndEndsAsAnUndisturbedOne) {
             EXPECT_TRUE(pagina <= 5 || Frame().size() < frame.size()) << "pages are read once";
             MettiInMemoria(*sulDisco);
             EXPECT_EQ(Tutto(), intero);
-            EXPECT_EQ(Scarica().size(), 1u) << "one that is whole is no offer";
+            EXPECT_TRUE(Scarica().size() == 1 && vista.Aperta) << "one that is whole is no offer";
         }
     }
 }
@@ -154,6 +154,10 @@ TEST_F(SuDisco, RecordedAnewItBeginsAfreshAndBothStay) {
     Scarica(0, {Answer::No, Answer::Ok});
     EXPECT_EQ(BlocchiLog.size(), 22u);
     EXPECT_EQ(Tenuti().size(), 2u);
+    Scarica(5);
+    apparecchio.Dati.AggiungiGiro(9000, false);
+    EXPECT_TRUE(Scarica().size() == 1 && vista.Aperta) << "it has driven on since";
+    EXPECT_TRUE(vista.Avvisi.empty());
 }
 
 TEST_F(SuDisco, WhatWasNeverConvertedIsOfferedOnce) {
