@@ -329,7 +329,7 @@ void Scarico::MostraAndamento() {
     vista_.Andamento(andamento);
     if (avvisato_ || diario_ == nullptr || diario_->Guasto().empty()) return;
     avvisato_ = true;
-    vista_.Avviso(diario_->Guasto() + " " + Testo(Voce::ScaricoSenzaDisco));
+    vista_.Avviso(Testo(Voce::ScaricoSenzaDisco) + " " + diario_->Guasto());
 }
 
 }  // namespace lapvane

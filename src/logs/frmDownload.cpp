@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
@@ -86,12 +87,9 @@ bool frmDownload::SiFerma() {
 }
 
 void frmDownload::done(int esito) {
-    if (chiede_) return;
     if (inCorso_ && !finito_ && isVisible()) {
-        chiede_ = true;
         bool ferma = false;
         Protetto([&] { ferma = SiFerma(); });
-        chiede_ = false;
         if (!ferma) return;
     }
     Chiudi(esito);
@@ -131,6 +129,9 @@ void frmDownload::Andamento(const AndamentoScarico& andamento) {
 void frmDownload::Avviso(const std::string& testo) {
     lblAvviso_->setText(InQt(testo));
     lblAvviso_->show();
+    // The window was as high as it had to be without it.
+    layout()->activate();
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
 }
 
 }  // namespace lapvane

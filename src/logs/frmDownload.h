@@ -40,7 +40,6 @@ class frmDownload : public Dialogo, private VistaScarico {
     bool avviato_ = false;
     bool inCorso_ = false;
     bool finito_ = false;
-    bool chiede_ = false;
 };
 
 }  // namespace lapvane

@@ -1,12 +1,18 @@
 // The download from the simulated instrument.
 #include "logs/Scarico.h"
 
+#include <chrono>
+
 #include "device/Codec.h"
 #include "device/SerialComm.h"
-#include "instrument/Circuito.h"
-#include "instrument/Sessione.h"
 #include "logs/BufferLog.h"
+#include "logs/Conversione.h"
+#include "logs/DiarioScarico.h"
+#include "logs/Soccorso.h"
+#include "shell/LoadStrings.h"
+#include "shell/StatoShell.h"
 #include "support/SerialeProva.h"
+#include "support/SpazioFinito.h"
 #include "support/StrumentoProva.h"
 
 namespace lapvane {
@@ -24,9 +30,11 @@ class VistaProva : public VistaScarico {
     }
     void AbilitaOK(bool acceso) override { OK = acceso; }
     void Scarica() override { Aperta = false; }
+    void Avviso(const std::string& testo) override { Avvisi.push_back(testo); }
     bool Aperta = true;
     bool OK = false;
     std::vector<std::string> Stati;
+    std::vector<std::string> Avvisi;
     std::vector<int> Percentuali;
     std::function<void(int)> AlPercento;
 };
@@ -203,18 +211,6 @@ TEST_F(Scaricamento, MoreThanTheMemoryHoldsIsNotStored) {
     EXPECT_EQ(BlocchiLog.size(), 16384u);
 }
 
-TEST_F(Scaricamento, AWholeDriveArrivesAsItWasRecorded) {
-    RegistraSessione(
-        strumento::Circuito::Leggi(prova::CartellaDati() / "tracks" / "Fontebruna.trk"),
-        {strumento::ModoSessione::Piena, 3}, apparecchio.Dati);
-    EXPECT_TRUE(Scarica().empty());
-    EXPECT_EQ(NumBlocchi, apparecchio.Dati.Blocchi());
-    EXPECT_EQ(NumeroGiri, apparecchio.Dati.Giri());
-    for (int b = 0; b < NumBlocchi; ++b) {
-        ASSERT_EQ(BlocchiLog[static_cast<std::size_t>(b)], apparecchio.Dati.Blocco(b)) << b;
-    }
-}
-
 TEST_F(Scaricamento, PageChecksumCoversAllButItself) {
     const std::string mezza(128, '\x03');
     const std::string fine = std::string(127, '\x03') + "\xFD";  // 255 x 3 = 765
@@ -229,6 +225,224 @@ TEST_F(Scaricamento, PageChecksumCoversAllButItself) {
     EXPECT_EQ(DecodificaRecordGiro("\x7F\0\0\1"s).Centesimi, 0x7F000001);
     const std::string piena(127, '\xFF');  // 255 bytes of 0xFF: 65025, low byte 0x01
     EXPECT_TRUE(VerificaPagina(piena + '\xFF', piena + '\x01'));
+}
+
+namespace fs = std::filesystem;
+
+struct Spento {};  // the machine, in the middle
+
+/// Twelve pages, the seventh of them broken for good, and 40 laps; what comes goes to the disk.
+class SuDisco : public Scaricamento {
+ protected:
+    SuDisco() {
+        Pagine(12);
+        Giri(40);
+        Guasta("badsum:6");
+    }
+    /// A process that downloads, switched off behind so many pages (0: never); what its boxes said.
+    std::size_t Conserva(std::size_t pagine = 0, std::deque<Answer> risposte = {}) {
+        AzzeraBufferLog();
+        EXPECT_TRUE(LinkPronto());
+        prima = porta.Richieste().size();
+        macchina.Mostrati.clear();
+        macchina.BoxLiberi = risposte.empty();
+        macchina.Risposte = std::move(risposte);
+        vista = {};
+        vista.AlPercento = [&](int) {
+            if (vista.Percentuali.size() == pagine) throw Spento{};
+        };
+        try {
+            DiarioScarico diario(CartellaScarichi());
+            Scarico(vista, &diario).Esegui();
+        } catch (const Spento&) {
+        }
+        ora += std::chrono::seconds(1);  // the machine's clock is too coarse
+        if (!logInMemoria().File.empty()) fs::last_write_time(logInMemoria().File, ora);
+        return macchina.Mostrati.size();
+    }
+    fs::path Tenuto(std::size_t n) const { return ScarichiTenuti(CartellaScarichi()).at(n).File; }
+    std::string Tutto() const {
+        const FileLog file = ComponiLog();
+        return file.Csv + file.Txt + file.Tim;
+    }
+    fs::file_time_type ora = fs::file_time_type::clock::now() - std::chrono::hours(1);
+};
+
+TEST_F(SuDisco, BrokenOffAnywhereItGoesOnAndEndsAsAnUndisturbedOne) {
+    EXPECT_TRUE(LinkPronto());
+    macchina.BoxLiberi = true;
+    Scarico(vista).Esegui();
+    const std::string intero = Tutto();
+    const std::vector<std::string> frame = porta.Richieste();
+    Conserva();
+    EXPECT_EQ(std::vector<std::string>(porta.Richieste().begin() + static_cast<long>(prima),
+                                       porta.Richieste().end()),
+              std::vector<std::string>(frame.begin() + 1, frame.end()))
+        << "on the wire nothing tells that it is kept";
+    for (const std::size_t pagina : {1u, 2u, 5u, 8u, 11u}) {
+        for (const std::size_t taglio : {0u, 1u, 200u}) {
+            fs::remove_all(CartellaScarichi());
+            Conserva(pagina);
+            std::string testo = prova::Leggi(Tenuto(0));
+            testo.resize(testo.size() - taglio);
+            if (pagina > 5) testo[testo.size() - 700] ^= 1;
+            prova::Scrivi(Tenuto(0), testo);
+            const bool offerto = pagina > 1 || taglio == 0;
+            EXPECT_EQ(offerto ? Conserva(0, {Answer::Yes, Answer::Ok}) : Conserva(),
+                      offerto ? 2u : 1u)
+                << "the offer, and the broken page";
+            EXPECT_EQ(Tutto(), intero) << pagina << ", " << taglio;
+            const std::size_t chiesti = porta.Richieste().size() - prima;
+            EXPECT_TRUE(pagina < 8 || chiesti + 1 < frame.size()) << "pages are read once";
+            const auto letto = ApriScarico(logInMemoria().File);
+            ASSERT_TRUE(letto && letto->Finito);
+            MettiInMemoria(*letto);
+            EXPECT_EQ(Tutto(), intero);
+            EXPECT_TRUE(Conserva() == 1 && vista.Aperta) << "one that is whole is no offer";
+        }
+    }
+}
+
+TEST_F(SuDisco, AnotherRecordingBeginsAfreshAndSoDoesWhoDeclines) {
+    for (const int pagina : {0, 7}) {  // the first one, the last that came
+        Conserva(8);
+        apparecchio.Dati = {};
+        for (int b = 0; b < 24; ++b) {
+            apparecchio.Dati.AggiungiBlocco(
+                std::string(128, static_cast<char>(b < 2 * pagina ? b + 1 : b + 50 + pagina)));
+        }
+        Giri(40);
+        Conserva();
+        EXPECT_EQ(vista.Avvisi, std::vector<std::string>{Testo(Voce::ScaricoDaCapo)}) << pagina;
+        EXPECT_EQ(BlocchiLog.at(0), apparecchio.Dati.Blocco(0));
+        EXPECT_NE(Tenuto(0), Tenuto(1));
+        fs::remove_all(CartellaScarichi());
+        apparecchio.Dati = {};
+        Pagine(12);
+        Giri(40);
+    }
+    Conserva(5);
+    Conserva(0, {Answer::Cancel});
+    EXPECT_TRUE(BlocchiLog.empty() && !vista.Aperta);
+    Conserva(0, {Answer::No, Answer::Ok});
+    EXPECT_EQ(BlocchiLog.size(), 22u);
+    Conserva(5);
+    Giri(1);
+    EXPECT_TRUE(Conserva() == 1 && vista.Aperta) << "it has driven on since";
+}
+
+TEST_F(SuDisco, WhatWasNeverConvertedIsOfferedOnce) {
+    Conserva(8);
+    ProgettoModificato = true;
+    const fs::path soccorso = MettiDaParte().File;
+    AzzeraBufferLog();
+    macchina.Risposte = {Answer::Yes, Answer::Yes};
+    macchina.Mostrati.clear();
+    OffriSoccorso();
+    EXPECT_EQ(macchina.Mostrati.size(), 2u) << "the project alone, and the download";
+    EXPECT_EQ(BlocchiLog.size(), 14u);
+    EXPECT_TRUE(finestra.Menu(Comando::SaveData) && logInMemoria().Parziale);
+    ProgettoModificato = false;
+    ConcludiSoccorso();
+    EXPECT_FALSE(fs::exists(soccorso)) << "its project is saved, the log is not its own";
+    EXPECT_EQ(MettiDaParte().File, Tenuto(0));
+    Conserva(9, {Answer::Yes});
+    Conserva(0, {Answer::No, Answer::Ok});
+    macchina.Risposte = {Answer::Ok};
+    PercorsoCsv = macchina.Cartella / "run.csv";
+    ConvertiLog();
+    EXPECT_EQ(Tenuto(1).extension(), kFineSalvato) << "it has nothing that was not converted";
+    OffriSoccorso();
+    Giri(1);
+    Conserva(3);
+    AzzeraBufferLog();
+    macchina.BoxLiberi = false;
+    macchina.Risposte = {Answer::No};
+    OffriSoccorso();
+    OffriSoccorso();
+    EXPECT_TRUE(BlocchiLog.empty());
+}
+
+TEST_F(SuDisco, OnlyTheLastTenAreKept) {
+    fs::create_directories(CartellaScarichi());
+    for (int i = 0; i < 12; ++i) {
+        const fs::path file = CartellaScarichi() / (std::to_string(i) + ".downloaded");
+        prova::Scrivi(file, "x");
+        fs::last_write_time(file, ora + std::chrono::hours(i + 1));
+    }
+    Conserva();
+    EXPECT_EQ(ScarichiTenuti(CartellaScarichi()).size(), kScarichiTenuti);
+    EXPECT_EQ(Tenuto(9), logInMemoria().File) << "the newest, whatever the clock says";
+    EXPECT_EQ(Tenuto(8).filename(), "3.downloaded");
+}
+
+#ifndef _WIN32
+TEST_F(SuDisco, WhereTheDiskTakesNothingItGoesOnInMemory) {
+    const auto avviso = [](Voce motivo) {
+        return std::vector<std::string>{Testo(Voce::ScaricoSenzaDisco) + " " + Testo(motivo)};
+    };
+    {
+        const prova::SpazioFinito poco(1300);
+        Conserva();
+    }
+    EXPECT_EQ(vista.Avvisi, avviso(Voce::MotivoPieno));
+    EXPECT_EQ(BlocchiLog.size(), 22u);
+    EXPECT_EQ(ScarichiTenuti(CartellaScarichi()).size(), 1u) << "it is tried once";
+    EXPECT_EQ(ApriScarico(Tenuto(0))->Pagine.size(), 3u);
+    EXPECT_EQ(ApriScarico(Tenuto(0))->Fine, fs::file_size(Tenuto(0))) << "none is cut";
+    EXPECT_GT(fs::file_size(MettiDaParte().File), 22u * 128);
+    macchina.BoxLiberi = false;
+    macchina.Risposte = {Answer::No};  // and nothing else, for it has those three pages too
+    OffriSoccorso();
+    fs::remove_all(CartellaScarichi());
+    prova::Scrivi(CartellaScarichi(), "no folder");
+    Conserva();
+    EXPECT_EQ(vista.Avvisi, avviso(Voce::MotivoSparito));
+}
+#endif
+
+TEST(FileScarico, DamageCostsOnlyWhatItHits) {
+    ScaricoSuDisco scarico;
+    scarico.Quando = "a=b\r\n";
+    scarico.Byte = 768;
+    std::string testo = TestaScarico(scarico);
+    std::vector<std::size_t> inizi;
+    for (int p = 0; p < 3; ++p) {
+        inizi.push_back(testo.size());
+        testo += RecordPagina(256 * p, std::string(128, '\0'), std::string(128, '\0'));
+    }
+    inizi.push_back(testo.size());
+    testo += RecordFine(3);
+    EXPECT_EQ(testo.substr(inizi[1], 9), "LRP\0\0\1\0\1\0"s);
+    EXPECT_EQ(LeggiScarico(testo)->Quando, "a=b\r\n");
+    for (std::size_t i = 15; i < testo.size(); ++i) {
+        std::string guasto = testo;
+        guasto[i] ^= 0x40;
+        const auto letto = LeggiScarico(guasto);
+        ASSERT_EQ(letto->Pagine.size(), i >= inizi[0] && i < inizi[3] ? 2u : 3u) << i;
+        ASSERT_EQ(letto->Finito, i < inizi[0]) << i;
+        ASSERT_EQ(letto->Byte, i < inizi[0] ? 0 : 768) << i;
+        const auto tagliato = LeggiScarico(testo.substr(0, i));
+        ASSERT_EQ(tagliato.has_value(), i >= inizi[0]) << i;
+        ASSERT_LE(tagliato ? tagliato->Fine : 0, i);
+    }
+    EXPECT_FALSE(LeggiScarico("Lapvane raw 2" + testo.substr(13)).has_value());
+}
+
+TEST(Andamento, TimeLeftFollowsThePaceAndForgetsAPause) {
+    const prova::PlatformProva macchina;
+    prova::CaricaTestiVeri(1);
+    EXPECT_EQ(FraseResta({0, 1, 86, 0, 0}), "Left: about 90 s");
+    EXPECT_EQ(FraseResta({0, 1, 91, 0, 0}), "Left: about 2 min");
+    PassoScarico passo;
+    std::int64_t ms = 0;
+    for (int p = 0; p < 8; ++p) passo.Pagina(ms += 166);
+    EXPECT_FALSE(passo.Secondi(2096384).has_value()) << "seven intervals";
+    passo.Pagina(ms += 166);
+    EXPECT_EQ(passo.Secondi(2096384), 1360);  // 8189 pages of 166 ms
+    ms += 60000;
+    for (int p = 0; p < 100; ++p) passo.Pagina(ms += 166);
+    EXPECT_LT(passo.Secondi(2096384).value(), 1500);
 }
 
 }  // namespace

@@ -88,34 +88,30 @@ TEST_F(DownloadFinestra, ClosingItGivesUpTheWaitAndThePortOnlyBehindIt) {
 TEST_F(DownloadFinestra, APersonWhoTakesTimeToGoOnLosesNothingAndSeesHowFarItIs) {
     porta.Ritardo = 60;
     Guasta("badsum:1");
+    prova::Scrivi(macchina.Cartella / "downloads", "no folder");
     macchina.Risposte = {Answer::Cancel, Answer::Ok};
-    macchina.AlBox = [&] {
-        if (macchina.Mostrati.size() == 1) dialogo.close();  // asked already
-        macchina.Orologio += 60000;
-    };
+    macchina.AlBox = [&] { macchina.Orologio += 60000; };
     for (int b = 0; b < 40; ++b) apparecchio.Dati.AggiungiBlocco(std::string(128, '\1'));
+    const auto scritto = [&](const char* nome) {
+        return DaQt(Controllo<QLabel>(dialogo, nome)->text());
+    };
     bool chiesto = false;
-    QString quanto, resta;
     Scarica([&] {
-        if (!chiesto && porta.RichiesteDi(14) == 5) {
-            chiesto = true;
-            dialogo.close();
-        }
-        if (!Controllo<QLabel>(dialogo, "lblResta")->text().isEmpty() && resta.isEmpty()) {
-            quanto = Controllo<QLabel>(dialogo, "lblQuanto")->text();
-            resta = Controllo<QLabel>(dialogo, "lblResta")->text();
-        }
+        if (chiesto || porta.RichiesteDi(14) != 30) return;
+        chiesto = true;
+        EXPECT_EQ(scritto("lblQuanto"), "4 / 6 kB");
+        EXPECT_TRUE(scritto("lblResta").starts_with(Testo(Voce::ScaricoResta)));
+        dialogo.close();
     });
     EXPECT_EQ(macchina.Mostrati.size(), 2u);
     EXPECT_TRUE(dialogo.isVisible());
     EXPECT_EQ(NumBlocchi, 46);
-    EXPECT_EQ(quanto, QStringLiteral("2 / 6 kB"));
-    EXPECT_TRUE(resta.startsWith(InQt(Testo(Voce::ScaricoResta)))) << resta.toStdString();
-    EXPECT_EQ(Controllo<QLabel>(dialogo, "lblQuanto")->text(), QStringLiteral("6 / 6 kB"));
-    EXPECT_EQ(Controllo<QLabel>(dialogo, "lblResta")->text(), QString());
-    EXPECT_EQ(Controllo<QLabel>(dialogo, "lblDisturbi")->text(),
-              QStringLiteral("Pages dropped: 1    Retries: 0"));
-    EXPECT_FALSE(Controllo<QLabel>(dialogo, "lblAvviso")->isVisible());
+    EXPECT_EQ(scritto("lblResta"), "");
+    EXPECT_EQ(scritto("lblDisturbi"), "Pages dropped: 1    Retries: 0");
+    EXPECT_EQ(macchina.Mostrati[0].Testo, Testo(Voce::ScaricoFermare)) << "nothing to go on from";
+    const auto* avviso = Controllo<QLabel>(dialogo, "lblAvviso");
+    EXPECT_TRUE(avviso->isVisible());
+    EXPECT_GE(avviso->height(), avviso->heightForWidth(avviso->width())) << "it is cut";
     dialogo.close();
     EXPECT_FALSE(dialogo.isVisible()) << "at its end nobody asks";
 }

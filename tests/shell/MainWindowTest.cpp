@@ -488,25 +488,30 @@ TEST_F(Finestra, PollRestsBetweenItsRoundsAndWhereSomethingKeepsItOff) {
     EXPECT_LT(porta->Scritti.size(), prima + 5) << "without a pause";
 }
 
-TEST_F(Finestra, DownloadForgetsTheLogBeforeAndIsOfferedToBeSaved) {
+TEST_F(Finestra, DownloadForgetsTheLogBeforeAndOffersToSaveWhatCame) {
     Apri();
     porta->PortOpen(true);
     porta->Risponde = [&](const std::string& frame) {
-        if (ByteIn(frame, 2) == 37) porta->Fra(1, std::string(36, '\0'));  // nothing recorded
+        if (ByteIn(frame, 2) == 37) {
+            std::string valori(36, '\0');
+            valori.replace(31, 4, CodificaLong(2560));
+            porta->Fra(1, valori);
+        } else if (ByteIn(frame, 2) == 14) {
+            porta->Fra(1, "R\x0E" + std::string(128, '\0'));
+            auto* aperta = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (LongIn(frame, 3) == 512 && aperta != nullptr) aperta->reject();
+        }
     };
-    QTimer guardia;
-    QObject::connect(&guardia, &QTimer::timeout, [&] {
-        auto* dialogo = QApplication::activeModalWidget();
-        if (dialogo == nullptr || FaseComunicazione != 0) return;
-        QTest::keyClick(dialogo, Qt::Key_Return);
-    });
-    guardia.start(5);
     finestra->Abilita(Comando::DownData, true);
     macchina.FileScelti.push_back(std::nullopt);
-    TabellaGiri[7] = "01:02.03, 1";
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    TabellaGiri[7] = "01:02.03, 1";  // of the log before
     QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
     EXPECT_EQ(TabellaGiri[7], "00:00.00");
+    EXPECT_TRUE(macchina.RichiesteFile.back().Name.string().ends_with(" partial.csv"));
     EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
+    EXPECT_TRUE(VoceMenu("mnuSaveData")->isEnabled());
+    EXPECT_FALSE(Pulsante("SaveData")->isEnabled());
 }
 
 TEST_F(Finestra, RunTimeErrorEndsThroughTheDoorWithItsFile) {
