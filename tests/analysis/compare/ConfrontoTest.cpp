@@ -9,6 +9,7 @@
 #include "analysis/compare/ScelteConfronto.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
+#include "shell/NumeroTesto.h"
 #include "support/Cartelle.h"
 #include "support/PlatformProva.h"
 
@@ -37,7 +38,21 @@ class ConfrontoProva : public ::testing::Test {
     GiroScelto Lap(int numero, int log = 0) const {
         return {log, confronto.Log(log).CercaNumero(numero)};
     }
-    std::int32_t Tempo(int numero) const { return confronto.Giro(Lap(numero)).Centesimi; }
+    /// The log as of a track whose metres are nine tenths as many.
+    void Accorcia(const char* nome) const {
+        const std::string intero = LeggiFile(File(nome), Lavoro::LeggereLog);
+        LettoreRighe righe(intero);
+        std::string corto(righe.Prossima());
+        while (!righe.Fine()) {
+            const std::string riga(righe.Prossima());
+            const std::size_t prima = riga.find(';') + 1;
+            const std::size_t dopo = riga.find(';', prima);
+            corto += "\r\n" + riga.substr(0, prima) +
+                     std::to_string(static_cast<int>(std::atof(riga.c_str() + prima) * 0.9)) +
+                     riga.substr(dopo);
+        }
+        Scrivi(File(nome), corto + "\r\n");
+    }
 
     PlatformProva machine;
     Confronto confronto;
@@ -110,6 +125,29 @@ TEST_F(ConfrontoProva, PanesRunOverOneAxisToTheOfficialDifference) {
     }
 }
 
+TEST_F(ConfrontoProva, LapsOfAnotherTrackAreLaidByTheirShareOfTheWay) {
+    confronto.Apri(File("ieri.csv"));
+    Accorcia("oggi.csv");
+    confronto.Apri(File("oggi.csv"));
+    const GiroScelto altro = Lap(12, 1);
+    ASSERT_NE(confronto.Lettera(altro), 0);
+    EXPECT_TRUE(confronto.TracciatiDiversi(Lap(12), altro));
+    EXPECT_FALSE(confronto.TracciatiDiversi(Lap(12), Lap(2)));
+    const CurvaGiro suo = confronto.Quadro(kVelocita).Curve.back();
+    const CurvaGiro riferimento = confronto.Quadro(kVelocita).Curve.front();
+    for (std::size_t i = 0; i < std::min(suo.X.size(), riferimento.X.size()); ++i) {
+        ASSERT_NEAR(suo.X[i], riferimento.X[i], 8.0) << "the same motion, but for a row";
+    }
+    // The same metres under another name.
+    Scrivi(File("altrove.ses"), "Prove\r\n\r\n\r\nRocca\r\n");
+    for (const char* fine : {".csv", ".txt", ".tim"}) {
+        fs::copy(File((std::string("ieri") + fine).c_str()),
+                 File((std::string("altrove") + fine).c_str()));
+    }
+    confronto.Apri(File("altrove.csv"));
+    EXPECT_TRUE(confronto.TracciatiDiversi(Lap(12), Lap(12, 2)));
+}
+
 TEST_F(ConfrontoProva, PartsAddUpAndTheWorstAreNamed) {
     confronto.Apri(File("ieri.csv"));
     confronto.Spunta(Lap(2), true);
@@ -137,12 +175,29 @@ TEST_F(ConfrontoProva, PartsAddUpAndTheWorstAreNamed) {
     }
     const std::int32_t sciolto = confronto.Continuo();
     EXPECT_GT(sciolto, 7000);
+    confronto.Apri(File("oggi.csv"));
     while (confronto.AllineaUnAltro()) {
     }
     EXPECT_EQ(confronto.NumAllineati(0), 14);
+    EXPECT_EQ(confronto.NumAllineati(1), 14);
     EXPECT_LE(confronto.Continuo(), sciolto) << "more laps follow one another now";
     EXPECT_LE(confronto.IdealeDiTutti(), tabella.Righe[3].Tempo);
     EXPECT_GT(confronto.IdealeDiTutti(), 7000);
+    for (int numero = 2; numero < 13; ++numero) {
+        const GiroAllineato* uno = confronto.Allineato(Lap(numero));
+        const GiroAllineato* altro = confronto.Allineato(Lap(numero + 3));
+        EXPECT_EQ(GiroContinuo({uno, altro}),
+                  std::lround(std::min(uno->Durata, altro->Durata) * 100))
+            << "nobody has driven from " << numero << " into the other one";
+    }
+    confronto.Riferimento(Lap(7));  // the slowest
+    confronto.Spunta(Lap(12), true);
+    confronto.Fuoco(confronto.Lettera(Lap(12)));
+    confronto.Parti(25);
+    EXPECT_EQ(confronto.Tabella().Righe[0].Parti.size(), 20u);
+    confronto.Parti(1);
+    EXPECT_EQ(confronto.Tabella().Righe[0].Parti.size(), 3u);
+    EXPECT_TRUE(confronto.Tabella().Peggiori.empty());
 }
 
 TEST_F(ConfrontoProva, CursorsTellWhatLiesAtThemAndBetween) {
@@ -157,7 +212,15 @@ TEST_F(ConfrontoProva, CursorsTellWhatLiesAtThemAndBetween) {
         // The way between both is the mean speed times the time.
         EXPECT_NEAR(riga.Canali[0].Media / 3.6 * riga.Tempo, riga.Metri, riga.Metri * 0.01);
         EXPECT_LT(riga.Canali[0].Minimo, riga.Canali[0].Media);
-        EXPECT_GT(riga.Canali[0].Massimo, riga.Canali[0].Media);
+        for (const CurvaGiro& curva : confronto.Quadro(kVelocita).Curve) {
+            if (curva.Lettera != riga.Lettera) continue;
+            double massimo = 0.0;
+            for (std::size_t i = 0; i < curva.X.size(); ++i) {
+                const bool dentro = curva.X[i] >= fine * 0.25 && curva.X[i] <= fine * 0.75;
+                if (dentro) massimo = std::max(massimo, curva.Y[i]);
+            }
+            EXPECT_EQ(riga.Canali[0].Massimo, massimo);
+        }
         EXPECT_NEAR(riga.Tempo - fra.Righe[0].Tempo, riga.Perso, 1e-9);
     }
     EXPECT_EQ(fra.Righe[0].Canali[0].Differenza, 0.0);
@@ -177,7 +240,11 @@ TEST_F(ConfrontoProva, WhatCantBeAlignedIsShownAsFarAsItGoes) {
     EXPECT_TRUE(dati.Quadri[0].Curve.empty());
     ASSERT_EQ(dati.Quadri[1].Curve.size(), 2u);
     EXPECT_GT(dati.Fine, 3000.0);
-    EXPECT_TRUE(std::is_sorted(dati.Quadri[1].Curve[1].X.begin(), dati.Quadri[1].Curve[1].X.end()));
+    for (int i = 4; i < 9; ++i) confronto.Spunta({0, i}, true);
+    for (const CurvaGiro& curva : confronto.Quadro(kVelocita).Curve) {
+        EXPECT_TRUE(std::is_sorted(curva.X.begin(), curva.X.end()))
+            << "the first rows count the metres of the lap before";
+    }
     EXPECT_TRUE(confronto.Tabella().Righe[1].Parti.empty());
     EXPECT_TRUE(confronto.AlCursore({kVelocita}, 100.0, 200.0).Righe.empty());
     EXPECT_EQ(CsvConfronto(confronto, {kVelocita}, {}), "");
@@ -188,16 +255,24 @@ TEST_F(ConfrontoProva, CsvTakesItsSeparatorsAndNamesTheLogs) {
     // Today's log was converted in Italian.
     std::string oggi = LeggiFile(File("oggi.csv"), Lavoro::LeggereLog);
     oggi.replace(oggi.find("Speed"), 5, "Velocit\xe0");
-    Scrivi(File("oggi.csv"), oggi);
-    confronto.Apri(File("oggi.csv"));
-    EXPECT_EQ(confronto.Canali().size(), confronto.Log(0).Canali().size());
+    Scrivi(File("og;gi.csv"), oggi);
+    for (const char* fine : {".txt", ".tim"}) {
+        fs::copy(File((std::string("oggi") + fine).c_str()),
+                 File((std::string("og;gi") + fine).c_str()));
+    }
+    confronto.Apri(File("og;gi.csv"));
+    EXPECT_EQ(confronto.Canali().size(), 14u);
+    EXPECT_EQ(confronto.Canali().back().Titolo(), "Lambda sensor [Lambda]");
     for (const char lettera : confronto.Accanto()) confronto.Spunta(*confronto.Di(lettera), false);
     confronto.Spunta(Lap(2, 1), true);
     const std::string testo = CsvConfronto(confronto, {kVelocita}, {',', ';', 100.0});
     LettoreRighe righe(testo);
     EXPECT_EQ(righe.Prossima(),
-              "distance;delta 2 oggi;Speed [Km/h] 12 ieri;Velocit\xe0 [Km/h] 2 oggi");
-    EXPECT_TRUE(righe.Prossima().starts_with("0,000;0,000;"));
+              "distance;\"delta 2 og;gi\";Speed [Km/h] 12 ieri;\"Velocit\xe0 [Km/h] 2 og;gi\"");
+    const auto allInizio = confronto.AlCursore({kVelocita}, 0.0, std::nullopt).Righe;
+    EXPECT_EQ(righe.Prossima(), "0,000;0,000;" +
+                                    Formatta(allInizio[0].Canali[0].Qui, "0.000", ',') + ";" +
+                                    Formatta(allInizio[1].Canali[0].Qui, "0.000", ','));
     EXPECT_TRUE(righe.Prossima().starts_with("100,000;"));
     std::string ultima;
     while (!righe.Fine()) ultima = righe.Prossima();
@@ -235,13 +310,15 @@ TEST(Scelte, ComeBackAsTheyWereOrNotAtAll) {
     scelte.Y = "y";
     scelte.Linea = true;
     scelte.Istogramma = "i";
-    scelte.Log = {{u8"/gare/Jarama ñ 東京.csv", {{'R', 12}, {'B', 3}}}, {"/gare/b.csv", {}}};
+    scelte.Log = {{u8"/gare/Jarama ñ 東京.csv", {{'R', 12}, {'B', 3}}},
+                  {"/gare/b.csv", {{'A', 7}}}};
     const ScelteConfronto lette = LeggiScelte(ScriviScelte(scelte));
     EXPECT_EQ(ScriviScelte(lette), ScriviScelte(scelte));
     EXPECT_EQ(lette.Quadri, scelte.Quadri);
     ASSERT_EQ(lette.Log.size(), 2u);
     EXPECT_EQ(lette.Log[0].File, scelte.Log[0].File);
     EXPECT_EQ(lette.Log[0].Giri, scelte.Log[0].Giri);
+    EXPECT_EQ(lette.Log[1].Giri, scelte.Log[1].Giri);
     const std::string vuote = ScriviScelte({});
     for (const char* guasto : {"", "lapvane-compare 2\nparts=5\n", "\x01\x02",
                                "lapvane-compare 1\nparts=99\nlaps=R1\naxis\nnew=1\n"}) {

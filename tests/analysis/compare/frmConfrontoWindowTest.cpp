@@ -95,13 +95,12 @@ TEST_F(FinestraConfronto, ADriverFindsWhereTheTimeGoes) {
         << parte->text().toStdString();
     QTest::mouseClick(parte, Qt::LeftButton);
     const auto confini = finestra.Dati().Confini();
-    EXPECT_NEAR(grafico->A() - grafico->Da(),
-                confini.at(static_cast<std::size_t>(peggiore)) -
-                    (peggiore == 0 ? 0.0 : confini.at(static_cast<std::size_t>(peggiore) - 1)),
-                120.0);
+    EXPECT_NEAR(grafico->Da(),
+                peggiore == 0 ? 0.0 : confini.at(static_cast<std::size_t>(peggiore) - 1), 1.0);
 
     // The map moves the cursor, whatever the axis.
     QTest::mouseClick(Controllo<QPushButton>(finestra, "optTempo"), Qt::LeftButton);
+    EXPECT_FALSE(grafico->Dati().PerDistanza);
     auto* mappa = Controllo<DisegnoMappa>(finestra, "mappa");
     QTest::mouseMove(mappa, mappa->Posizione(0.5).toPoint());
     EXPECT_NEAR(finestra.Dati().MetriDaX(grafico->Cursore()), 1740.0, 60.0);
@@ -155,6 +154,11 @@ TEST_F(FinestraConfronto, ItIsFoundAsItWasLeft) {
         finestra.close();
     }
     ASSERT_NE(lasciato, primo);
+    {
+        frmConfronto altra;
+        altra.Apri(File("ieri.csv"));
+        altra.close();
+    }
     {
         frmConfronto finestra;
         finestra.Apri(File("oggi.csv"));
