@@ -27,7 +27,8 @@ constexpr double kParteMinima = 0.01;    // of the value, the same for the other
 constexpr double kTrattoRiferimento = 2.8;
 constexpr double kTrattoFuoco = 2.0;
 constexpr double kTratto = 1.4;
-constexpr double kColonna = 2.0;          // pixels in which a line keeps two points
+constexpr double kColonna = 2.5;          // pixels in which a noisy line keeps two points
+constexpr int kSvolteMassime = 1;         // turns in a column of a line that is not noisy
 constexpr double kVeloTratto = 0.6;       // of the colour of a part where much is lost
 constexpr double kVeloSuperficie = 0.22;  // of the area below the lap in focus
 constexpr double kPunto = 4.0;            // pixels from one dot of a cut to the next
@@ -70,28 +71,51 @@ void Allarga(const CurvaGiro& curva, double da, double a, double& minimo, double
     }
 }
 
-/// A line of many points in few: of those that fall on one column of that many pixels only the
-/// lowest and the highest are left, in their order: a line about as wide as the columns looks the
-/// same. What is not finite stays, to break the line.
+/// Of the points that fall on one column: the lowest and the highest, in their order, and, unless
+/// the line goes up and down all through the column, the first and the last one.
+void Scegli(const Tratto& punti, std::size_t primo, std::size_t ultimo, Tratto& pochi) {
+    std::size_t minimo = primo;
+    std::size_t massimo = primo;
+    int svolte = 0;
+    double verso = 0.0;
+    for (std::size_t i = primo + 1; i <= ultimo; ++i) {
+        if (punti[i].Y < punti[minimo].Y) minimo = i;
+        if (punti[i].Y > punti[massimo].Y) massimo = i;
+        const double passo = punti[i].Y - punti[i - 1].Y;
+        if (passo * verso < 0.0) ++svolte;
+        if (passo != 0.0) verso = passo;
+    }
+    const auto [uno, altro] = std::minmax({minimo, massimo});
+    const bool liscio = svolte <= kSvolteMassime;
+    if (liscio && primo != uno) pochi.push_back(punti[primo]);
+    // A step begins where its level ends.
+    std::size_t fine = uno;
+    while (fine + 1 < altro && punti[fine + 1].Y == punti[uno].Y) ++fine;
+    if (liscio && fine != uno) pochi.push_back(punti[uno]);
+    pochi.push_back(punti[fine]);
+    if (altro != fine) pochi.push_back(punti[altro]);
+    if ((liscio || altro == primo) && ultimo != altro) pochi.push_back(punti[ultimo]);
+}
+
+/// A line of many points in few: a line about as wide as the columns looks the same. What is not
+/// finite stays, to break the line.
 Tratto Dirada(const Tratto& punti, double colonna) {
     Tratto pochi;
     pochi.reserve(punti.size());
     for (std::size_t i = 0; i < punti.size();) {
-        const double oltreX = (std::floor(punti[i].X / colonna) + 1.0) * colonna;
-        std::size_t minimo = i;
-        std::size_t massimo = i;
+        const double fine = (std::floor(punti[i].X / colonna) + 1.0) * colonna;
         std::size_t oltre = i + 1;
         if (std::isfinite(punti[i].Y)) {
-            for (; oltre < punti.size() && punti[oltre].X < oltreX && std::isfinite(punti[oltre].Y);
-                 ++oltre) {
-                if (punti[oltre].Y < punti[minimo].Y) minimo = oltre;
-                if (punti[oltre].Y > punti[massimo].Y) massimo = oltre;
+            while (oltre < punti.size() && punti[oltre].X < fine && std::isfinite(punti[oltre].Y)) {
+                ++oltre;
             }
         }
-        // A flat stretch keeps its end.
-        if (minimo == massimo) massimo = oltre - 1;
-        pochi.push_back(punti[std::min(minimo, massimo)]);
-        if (minimo != massimo) pochi.push_back(punti[std::max(minimo, massimo)]);
+        if (oltre - i < 3) {
+            pochi.insert(pochi.end(), punti.begin() + static_cast<std::ptrdiff_t>(i),
+                         punti.begin() + static_cast<std::ptrdiff_t>(oltre));
+        } else {
+            Scegli(punti, i, oltre - 1, pochi);
+        }
         i = oltre;
     }
     return pochi;
