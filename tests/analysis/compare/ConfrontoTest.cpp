@@ -74,6 +74,8 @@ TEST_F(ConfrontoProva, LapsAreChosenAndKeepTheirLetters) {
     for (const int numero : {2, 3, 4, 5, 8}) EXPECT_TRUE(confronto.Spunta(Lap(numero), true));
     EXPECT_FALSE(confronto.Spunta(Lap(7), true)) << "six and no more";
     EXPECT_EQ(confronto.Lettera(Lap(4)), 'D');
+    EXPECT_FALSE(confronto.Spunta(Lap(12), false));
+    EXPECT_EQ(confronto.Lettera(Lap(12)), 'R') << "there is always one";
     confronto.Spunta(Lap(3), false);
     EXPECT_EQ(confronto.Lettera(Lap(4)), 'D') << "keeps its colour";
     confronto.Riferimento(Lap(4));
@@ -98,6 +100,8 @@ TEST_F(ConfrontoProva, LapsAreChosenAndKeepTheirLetters) {
     domani.Ripristina(1, nuovi);
     EXPECT_EQ(domani.ScelteDi(0), vecchi);
     EXPECT_EQ(domani.ScelteDi(1), nuovi);
+    domani.Ripristina(1, {{'R', 5}});
+    EXPECT_EQ(domani.ScelteDi(0), vecchi) << "a second log takes nobody's reference";
 }
 
 TEST_F(ConfrontoProva, PanesRunOverOneAxisToTheOfficialDifference) {

@@ -157,6 +157,7 @@ TEST_F(FinestraConfronto, ItIsFoundAsItWasLeft) {
     {
         frmConfronto altra;
         altra.Apri(File("ieri.csv"));
+        Mostra(altra);
         altra.close();
     }
     {
