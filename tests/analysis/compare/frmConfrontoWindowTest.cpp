@@ -157,6 +157,7 @@ TEST_F(FinestraConfronto, ItIsFoundAsItWasLeft) {
     {
         frmConfronto altra;
         altra.Apri(File("ieri.csv"));
+        EXPECT_EQ(altra.Dati().Accanto(), "A") << "another log has choices of its own";
         Mostra(altra);
         altra.close();
     }
