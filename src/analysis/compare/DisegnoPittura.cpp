@@ -28,6 +28,7 @@ constexpr double kTrattoRiferimento = 2.8;
 constexpr double kTrattoFuoco = 2.0;
 constexpr double kTratto = 1.4;
 constexpr double kColonna = 2.5;          // pixels in which a noisy line keeps two points
+constexpr double kScarto = 0.1;           // device pixels that a line may be off
 constexpr int kSvolteMassime = 1;         // turns in a column of a line that is not noisy
 constexpr double kVeloTratto = 0.6;       // of the colour of a part where much is lost
 constexpr double kVeloSuperficie = 0.22;  // of the area below the lap in focus
@@ -118,6 +119,37 @@ Tratto Dirada(const Tratto& punti, double colonna) {
         }
         i = oltre;
     }
+    return pochi;
+}
+
+/// The line without the points that lie on it anyway, as near as can be seen: each piece is as long
+/// as the slopes that pass all of its points allow (Sklansky and Gonzalez: Fast polygonal
+/// approximation of digitized curves, 1980).
+Tratto Raddrizza(const Tratto& punti) {
+    Tratto pochi;
+    pochi.reserve(punti.size());
+    double meno = -HUGE_VAL;
+    double piu = HUGE_VAL;
+    for (std::size_t i = 0; i < punti.size(); ++i) {
+        if (i == 0) {
+            pochi.push_back(punti[i]);
+            continue;
+        }
+        double lungo = punti[i].X - pochi.back().X;
+        double alto = punti[i].Y - pochi.back().Y;
+        // Written so that what is not finite ends a piece.
+        if (!(lungo > 0.0 && alto >= meno * lungo && alto <= piu * lungo)) {
+            pochi.push_back(punti[i - 1]);
+            lungo = punti[i].X - punti[i - 1].X;
+            alto = punti[i].Y - punti[i - 1].Y;
+            meno = -HUGE_VAL;
+            piu = HUGE_VAL;
+        }
+        if (!(lungo > 0.0)) continue;
+        meno = std::max(meno, (alto - kScarto) / lungo);
+        piu = std::min(piu, (alto + kScarto) / lungo);
+    }
+    if (punti.size() > 1) pochi.push_back(punti.back());
     return pochi;
 }
 
@@ -606,7 +638,8 @@ void PitturaQuadri::Curve(QImage& foto, Tracciatore& tracciatore) const {
         for (const CurvaGiro* curva : InOrdine(dati_.Quadri[i])) {
             const double larghezza = Larghezza(curva->Lettera) * r;
             const std::uint32_t tinta = GiroDi(colori_, curva->Lettera).Tinta.rgb();
-            const Tratto punti = Dirada(Punti(*curva, x, y), std::max(larghezza, kColonna * r));
+            const Tratto punti =
+                Raddrizza(Dirada(Punti(*curva, x, y), std::max(larghezza, kColonna * r)));
             if (punti.size() > 1 && Finiti(punti, campo)) {
                 tracciatore.Linea(punti, larghezza, tinta);
                 continue;

@@ -15,7 +15,8 @@ namespace {
 constexpr double kLunghezza = 1000.0;
 constexpr int kVelocita = 1;  // the pane below the gained time
 
-/// 100 for the reference and, for A, 50 with a rise of 0.1 a metre.
+/// A point a metre: 100 for the reference with one of 130 at 500 m and, for A, 50 with a rise of
+/// 0.1 a metre.
 class QuadriDisegnati : public ::testing::Test {
  protected:
     QuadriDisegnati() {
@@ -24,10 +25,10 @@ class QuadriDisegnati : public ::testing::Test {
         dati.Confini = {250.0, 500.0, 750.0};
         dati.Fuoco = 'A';
         CurvaGiro riferimento, giro{'A', {}, {}}, distacco{'A', {}, {}};
-        for (int metri = 0; metri <= 1000; metri += 10) {
+        for (int metri = 0; metri <= 1000; ++metri) {
             const double x = metri;
             for (CurvaGiro* c : {&riferimento, &giro, &distacco}) c->X.push_back(x);
-            riferimento.Y.push_back(100.0);
+            riferimento.Y.push_back(metri == 500 ? 130.0 : 100.0);
             giro.Y.push_back(50.0 + 0.1 * x);
             distacco.Y.push_back(0.0004 * x);
         }
@@ -94,19 +95,19 @@ TEST_F(QuadriDisegnati, KeysMoveCursorsAndView) {
         Qt::KeyboardModifiers Con;
         double Cursore, Secondo, Da, A;  // a second cursor below 0: there is none
     } casi[] = {
-        {Qt::Key_Right, {}, 510.0, -1.0, 500.0, 750.0},
-        {Qt::Key_Right, Qt::ControlModifier, 610.0, -1.0, 500.0, 750.0},
-        {Qt::Key_Left, Qt::ShiftModifier, 610.0, 600.0, 500.0, 750.0},
-        {Qt::Key_Home, {}, 500.0, 600.0, 500.0, 750.0},
+        {Qt::Key_Right, {}, 504.0, -1.0, 500.0, 750.0},
+        {Qt::Key_Right, Qt::ControlModifier, 514.0, -1.0, 500.0, 750.0},
+        {Qt::Key_Left, Qt::ShiftModifier, 514.0, 513.0, 500.0, 750.0},
+        {Qt::Key_Home, {}, 500.0, 513.0, 500.0, 750.0},
         {Qt::Key_Escape, {}, 500.0, -1.0, 500.0, 750.0},
         {Qt::Key_End, {}, 750.0, -1.0, 500.0, 750.0},
-        {Qt::Key_Right, {}, 760.0, -1.0, 535.0, 785.0},  // comes into view
-        {Qt::Key_PageDown, {}, 760.0, -1.0, 735.0, 985.0},
-        {Qt::Key_Minus, {}, 760.0, -1.0, 625.0, 1000.0},
-        {Qt::Key_0, {}, 760.0, -1.0, 0.0, 1000.0},
+        {Qt::Key_Right, {}, 751.0, -1.0, 526.0, 776.0},  // comes into view
+        {Qt::Key_PageDown, {}, 751.0, -1.0, 726.0, 976.0},
+        {Qt::Key_Minus, {}, 751.0, -1.0, 625.0, 1000.0},
+        {Qt::Key_0, {}, 751.0, -1.0, 0.0, 1000.0},
     };
     quadri.VediParte(2);
-    quadri.MettiCursore(503.0);
+    quadri.MettiCursore(503.4);
     for (const auto& caso : casi) {
         SCOPED_TRACE(QKeySequence(caso.Tasto).toString().toStdString());
         QTest::keyClick(&quadri, static_cast<Qt::Key>(caso.Tasto), caso.Con);
@@ -133,13 +134,18 @@ TEST_F(QuadriDisegnati, TheScaleFitsWhatIsInSightAndCurvesLieOnTheirValues) {
             EXPECT_TRUE(minimo < 50.0 && minimo > 38.0) << minimo;
             EXPECT_TRUE(massimo > alto && massimo < alto + 12.0) << massimo;
             const QImage foto = quadri.grab().toImage();
-            for (const auto& [lettera, valore] : {std::pair('R', 100.0), std::pair('A', 60.0)}) {
+            const struct {
+                char Lettera;
+                double X, Y;
+            } punti[] = {{'R', 100.0, 100.0}, {'A', 100.0, 60.0}, {'R', 500.0, 118.0}};
+            for (const auto& punto : punti) {
+                if (punto.X > a) continue;
                 const QRectF area = quadri.Area(kVelocita);
                 const double y =
-                    area.bottom() - area.height() * (valore - minimo) / (massimo - minimo);
-                EXPECT_EQ(foto.pixel(Dove(100.0).x(), static_cast<int>(y)),
-                          GiroDi(ColoriDi(tema), lettera).Tinta.rgb())
-                    << lettera;
+                    area.bottom() - area.height() * (punto.Y - minimo) / (massimo - minimo);
+                EXPECT_EQ(foto.pixel(Dove(punto.X).x(), static_cast<int>(y)),
+                          GiroDi(ColoriDi(tema), punto.Lettera).Tinta.rgb())
+                    << punto.X << punto.Lettera;
             }
         }
     }
