@@ -106,6 +106,22 @@ QLabel* Accenno(QWidget* dove, const char* nome) {
     return accenno;
 }
 
+/// The page of a drawing, and the row above it for what chooses what is drawn.
+std::pair<QWidget*, QHBoxLayout*> Pagina(QWidget* disegno) {
+    auto* pagina = new QWidget;
+    pagina->setBackgroundRole(QPalette::Base);
+    pagina->setAutoFillBackground(true);
+    auto* riga = new QHBoxLayout;
+    riga->setContentsMargins(12, kSpazio, 12, kSpazio);
+    riga->setSpacing(kSpazio);
+    auto* colonna = new QVBoxLayout(pagina);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(0);
+    colonna->addLayout(riga);
+    colonna->addWidget(disegno, 1);
+    return {pagina, riga};
+}
+
 }  // namespace
 
 frmConfronto::frmConfronto(QWidget* parent)
@@ -296,12 +312,9 @@ QWidget* frmConfronto::CreaCentro() {
 }
 
 QWidget* frmConfronto::CreaSchedaXY() {
-    auto* pagina = new QWidget;
-    pagina->setBackgroundRole(QPalette::Base);
-    pagina->setAutoFillBackground(true);
-    auto* riga = new QHBoxLayout;
-    riga->setContentsMargins(12, kSpazio, 12, kSpazio);
-    riga->setSpacing(kSpazio);
+    xy_ = new DisegnoXY;
+    xy_->setObjectName(QStringLiteral("xy"));
+    const auto [pagina, riga] = Pagina(xy_);
     cboX_ = Lista("cboX");
     cboY_ = Lista("cboY");
     lblX_ = Etichetta(pagina, "lblX", cboX_);
@@ -313,23 +326,13 @@ QWidget* frmConfronto::CreaSchedaXY() {
     riga->addWidget(cboY_);
     riga->addWidget(Coppia(optPunti_, optLinea_, "optPunti", "optLinea"));
     riga->addWidget(lblTrattoXY_, 1);
-    xy_ = new DisegnoXY;
-    xy_->setObjectName(QStringLiteral("xy"));
-    auto* colonna = new QVBoxLayout(pagina);
-    colonna->setContentsMargins(0, 0, 0, 0);
-    colonna->setSpacing(0);
-    colonna->addLayout(riga);
-    colonna->addWidget(xy_, 1);
     return pagina;
 }
 
 QWidget* frmConfronto::CreaSchedaIstogramma() {
-    auto* pagina = new QWidget;
-    pagina->setBackgroundRole(QPalette::Base);
-    pagina->setAutoFillBackground(true);
-    auto* riga = new QHBoxLayout;
-    riga->setContentsMargins(12, kSpazio, 12, kSpazio);
-    riga->setSpacing(kSpazio);
+    istogramma_ = new DisegnoIstogramma;
+    istogramma_->setObjectName(QStringLiteral("istogramma"));
+    const auto [pagina, riga] = Pagina(istogramma_);
     cboCanale_ = Lista("cboCanale");
     cboFasce_ = Lista("cboFasce");
     lblCanale_ = Etichetta(pagina, "lblCanale", cboCanale_);
@@ -340,13 +343,6 @@ QWidget* frmConfronto::CreaSchedaIstogramma() {
     riga->addWidget(lblFasce_);
     riga->addWidget(cboFasce_);
     riga->addWidget(lblTrattoFasce_, 1);
-    istogramma_ = new DisegnoIstogramma;
-    istogramma_->setObjectName(QStringLiteral("istogramma"));
-    auto* colonna = new QVBoxLayout(pagina);
-    colonna->setContentsMargins(0, 0, 0, 0);
-    colonna->setSpacing(0);
-    colonna->addLayout(riga);
-    colonna->addWidget(istogramma_, 1);
     return pagina;
 }
 

@@ -7,11 +7,10 @@
 #include "analysis/compare/CsvConfronto.h"
 #include "analysis/compare/FasceConfronto.h"
 #include "analysis/compare/ScelteConfronto.h"
+#include "analysis/compare/UsciteProva.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "shell/NumeroTesto.h"
-#include "support/Cartelle.h"
-#include "support/PlatformProva.h"
 
 namespace lapvane::prova {
 namespace {
@@ -20,19 +19,11 @@ namespace fs = std::filesystem;
 
 constexpr const char* kVelocita = "4 [Km/h]";
 
-/// The sample run (laps 2 to 15, the best is 12 with 78.48) as yesterday's and as today's.
 class ConfrontoProva : public ::testing::Test {
  protected:
     ConfrontoProva() {
         CaricaTestiVeri(1);
-        fs::copy(CartellaDati() / "tracks", machine.Cartella / "tracks");
-        for (const char* nome : {"ieri", "oggi"}) {
-            for (const char* fine : {".csv", ".txt", ".tim"}) {
-                fs::copy(CartellaBin() / "sample" / (std::string("Esempio") + fine),
-                         machine.Cartella / (std::string(nome) + fine));
-            }
-            Scrivi(machine.Cartella / (std::string(nome) + ".ses"), "Prove\r\n\r\n\r\nValdoro\r\n");
-        }
+        MettiDueUscite(machine.Cartella);
     }
     fs::path File(const char* nome) const { return machine.Cartella / nome; }
     GiroScelto Lap(int numero, int log = 0) const {

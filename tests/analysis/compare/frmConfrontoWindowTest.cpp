@@ -12,13 +12,13 @@
 #include "analysis/compare/DisegnoElenco.h"
 #include "analysis/compare/DisegnoMappa.h"
 #include "analysis/compare/DisegnoQuadri.h"
+#include "analysis/compare/UsciteProva.h"
 #include "analysis/compare/dlgCsvConfronto.h"
 #include "platform/FileTesto.h"
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "reports/DatiSessione.h"
 #include "shell/StatoShell.h"
-#include "support/Cartelle.h"
 #include "support/WindowPlatform.h"
 
 namespace lapvane::prova {
@@ -26,20 +26,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The sample run as yesterday's and as today's; its best lap is 12, row 11 of its list.
 class FinestraConfronto : public ::testing::Test {
  protected:
     FinestraConfronto() {
         CaricaTestiVeri(1);
-        fs::copy(CartellaDati() / "tracks", macchina.Cartella / "tracks");
-        for (const char* nome : {"ieri", "oggi"}) {
-            for (const char* fine : {".csv", ".txt", ".tim"}) {
-                fs::copy(CartellaBin() / "sample" / (std::string("Esempio") + fine),
-                         macchina.Cartella / (std::string(nome) + fine));
-            }
-            Scrivi(macchina.Cartella / (std::string(nome) + ".ses"),
-                   "Prove\r\n\r\n\r\nValdoro\r\n");
-        }
+        MettiDueUscite(macchina.Cartella);
     }
     fs::path File(const char* nome) const { return macchina.Cartella / nome; }
     void Mostra(frmConfronto& finestra) {
