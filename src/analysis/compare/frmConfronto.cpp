@@ -305,8 +305,9 @@ QWidget* frmConfronto::CreaCentro() {
     divisore->setChildrenCollapsible(false);
     divisore->addWidget(schede_);
     divisore->addWidget(schedaParti_);
-    divisore->setStretchFactor(0, 1);
-    divisore->setStretchFactor(1, 0);
+    // A taller window shows more laps as well.
+    divisore->setStretchFactor(0, 3);
+    divisore->setStretchFactor(1, 1);
     divisore->setSizes({420, 190});
     return divisore;
 }
