@@ -109,6 +109,9 @@ TEST_F(CaricamentoAnalisi, AFileOfATerabyteIsNotWaitedFor) {
     const std::filesystem::path csv = ConFine(Stelo(), ".csv");
     for (const char* inizio :
          {"no line", "t;d\r\n"}) {  // the second one: more than there is memory
+#ifdef __SANITIZE_ADDRESS__
+        if (inizio[0] != 'n') continue;  // its allocator ends the process in place of a bad_alloc
+#endif
         std::string testo;
         while (testo.size() < 70000) testo += inizio;
         Scrivi(csv, testo);

@@ -34,7 +34,7 @@ QRect SpuntaIn(const QRect& riga) {
 
 class Delegato : public QStyledItemDelegate {
  public:
-    explicit Delegato(const DisegnoElenco& elenco) : elenco_(elenco) {}
+    explicit Delegato(DisegnoElenco& elenco) : QStyledItemDelegate(&elenco), elenco_(elenco) {}
 
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& indice) const override {
         return {0, AltezzaDi(Voce(indice), elenco_)};
