@@ -75,6 +75,16 @@ QKeySequence Scorciatoia(Comando comando) {
     }
 }
 
+/// The caption of a recent file behind its number, counted from 0. A long name keeps its two ends,
+/// and the menu on the screen.
+QString TestoRecente(const QMenu& menu, int indice, const QString& nome) {
+    constexpr int kCaratteri = 70;
+    const QFontMetrics metrica(menu.font());
+    const QString corto =
+        metrica.elidedText(nome, Qt::ElideMiddle, kCaratteri * metrica.averageCharWidth());
+    return QStringLiteral("&%1  ").arg(indice + 1) + Mnemonica::Senza(corto);
+}
+
 /// The files of a drag that the main window opens.
 struct FileLasciati {
     std::vector<std::filesystem::path> Progetti;
@@ -227,8 +237,8 @@ void frmMain::MostraLogRecenti() {
         QAction* const voce = voceLog_[i];
         voce->setVisible(i < logRecenti_.size());
         if (!voce->isVisible()) continue;
-        voce->setText(QStringLiteral("&%1  ").arg(i + 1) +
-                      Mnemonica::Senza(PercorsoInQt(logRecenti_[i].filename())));
+        voce->setText(TestoRecente(*menu_[Titolo::Analysis], static_cast<int>(i),
+                                   PercorsoInQt(logRecenti_[i].filename())));
         voce->setToolTip(PercorsoInQt(logRecenti_[i]));
     }
 }
@@ -731,12 +741,7 @@ void frmMain::NascondiFileRecenti() {
 
 void frmMain::MostraFileRecente(int indice, const std::filesystem::path& percorso) {
     QAction* voce = recenti_.at(static_cast<std::size_t>(indice));
-    // A long path keeps its two ends, and the menu on the screen.
-    constexpr int kCaratteri = 70;
-    const QFontMetrics metrica(menu_[Titolo::ProjectFile]->font());
-    const QString corto = metrica.elidedText(PercorsoInQt(percorso), Qt::ElideMiddle,
-                                             kCaratteri * metrica.averageCharWidth());
-    voce->setText(QStringLiteral("&%1  ").arg(indice + 1) + Mnemonica::Senza(corto));
+    voce->setText(TestoRecente(*menu_[Titolo::ProjectFile], indice, PercorsoInQt(percorso)));
     voce->setVisible(true);
     separatoreRecenti_->setVisible(true);
 }

@@ -408,8 +408,6 @@ TEST_F(FinestraAnalisi, RightButtonTakesThingsOutAndTheWheelZooms) {
     scegli(grafico, 1, "foto.PDF");
     EXPECT_NE(LeggiPdf(macchina.Cartella / "foto.PDF").at(0).Trova("01:01.90"), nullptr);
     macchina.Risposte = {Answer::Cancel};
-    scegli(grafico, 1, "run.csv");  // becomes run.csv.png, which nobody has
-    EXPECT_EQ(macchina.Risposte.size(), 1u);
     scegli(grafico, 1, "foto.png");
     EXPECT_EQ(macchina.Mostrati.back().Titolo, Testo(Voce::SostituzioneFile));
     for (const int voce : {1, 2}) {  // to save, to print
@@ -420,8 +418,7 @@ TEST_F(FinestraAnalisi, RightButtonTakesThingsOutAndTheWheelZooms) {
     }
     macchina.Separatore = ',';
     EXPECT_EQ(scegli(Griglia()->viewport(), 1), 3);
-    const QString tabella = QGuiApplication::clipboard()->text();
-    EXPECT_TRUE(tabella.contains(QStringLiteral("\t01:01.90\n")));
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QStringLiteral("\t01:01.90\n")));
     scegli(Griglia()->viewport(), 2, "t.csv");
     EXPECT_EQ(macchina.RichiesteFile.back().Name, "run-lap-table.csv");
     EXPECT_NE(Leggi(macchina.Cartella / "t.csv").find(";01:01,90\r\n"), std::string::npos);
