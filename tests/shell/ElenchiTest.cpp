@@ -21,8 +21,8 @@ TEST(LogRecenti, FourComeBackTheNewestFirstAndADamagedListNotAtAll) {
          {u8"/a%\n.csv", u8"/b.csv", u8"/東京 ñ.csv", u8"/d.csv", u8"/e.csv"}) {
         MettiInCima(elenco, log);
     }
-    MettiInCima(elenco, elenco.back());
-    EXPECT_EQ(elenco, (ElencoLog{u8"/b.csv", u8"/e.csv", u8"/d.csv", u8"/東京 ñ.csv"}));
+    MettiInCima(elenco, elenco[1]);
+    EXPECT_EQ(elenco, (ElencoLog{u8"/d.csv", u8"/e.csv", u8"/東京 ñ.csv", u8"/b.csv"}));
     elenco[1] = u8"/a%\n.csv";
     SalvaLogRecenti(elenco);
     EXPECT_EQ(CaricaLogRecenti(), elenco);
