@@ -208,6 +208,10 @@ void frmAnalisi::Collega() {
     NTGraphAll_->EventoCursore = [&a](double, double, std::int32_t i) {
         a.EventoCursore(Grafico::Allarmi, i);
     };
+    for (GraficoWidget* const grafico : {NTGraph1_, NTGraphAll_}) {
+        grafico->EventoMenu = [this](const QPoint& dove) { MenuGrafico(dove); };
+        grafico->EventoRotella = [this](bool fuori) { navigazione_->ScattoZoom(fuori); };
+    }
 }
 
 RigaCanale* frmAnalisi::Riga(int c) {
@@ -246,6 +250,7 @@ void frmAnalisi::resizeEvent(QResizeEvent* evento) {
 
 void frmAnalisi::Apri() {
     if (!Carica()) return;
+    if (QuandoCaricato) QuandoCaricato();
     setWindowState(windowState() | Qt::WindowMaximized);
     exec();
 }

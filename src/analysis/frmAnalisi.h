@@ -16,6 +16,7 @@
 
 #include "analysis/AnalisiDati.h"
 #include "platform/Colore.h"
+#include "platform/qt/QtPrinter.h"
 #include "reports/DisegnoTracciato.h"
 #include "widgets/BarraNavigazione.h"
 #include "widgets/Dialogo.h"
@@ -34,6 +35,8 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
  public:
     /// The log to open; set before `Apri`.
     std::filesystem::path NomeFileDati;
+    /// Runs once the log is loaded, before the window shows.
+    std::function<void()> QuandoCaricato;
 
     /// Loads the log, then shows the window modally until it is closed. A log whose side file is
     /// missing is reported and never shown.
@@ -115,7 +118,16 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     void MostraTracciato();
     void MostraSessione();
     void StampaGrafico();
+
+    // frmAnalisiMenu.cpp: what opens under the right mouse button, and what leaves the window.
     void MenuGiri(const QPoint& dove);
+    void MenuGrafico(const QPoint& dove);
+    void ConfrontaColMigliore(int riga);
+    void SalvaImmagine();
+    QImage Immagine();
+    void DisegnaPagina(QtPrinter& stampante);
+    const GraficoWidget& GraficoInVista();
+    std::string TitoloGrafico() const;
 
     QSplitter* divisore_ = nullptr;
     QSplitter* giri_ = nullptr;  ///< lap table above, track map below

@@ -1,12 +1,8 @@
 // The tool bar of an analysis window and the dialogs that it opens.
-#include <QMenu>
 #include <utility>
 
-#include "analysis/compare/frmConfronto.h"
 #include "analysis/frmAnalisi.h"
-#include "platform/Testo1252.h"
 #include "platform/qt/TestoQt.h"
-#include "reports/DisegnoGrafico.h"
 #include "reports/dlgDatiSessione.h"
 #include "reports/dlgReportGiri.h"
 #include "reports/dlgSetGraph.h"
@@ -101,11 +97,11 @@ void frmAnalisi::Impostazioni(int c) {
 
 void frmAnalisi::MostraStatistiche() {
     if (!analisi_->CiSonoGiri()) return;
-    dlgStatistiche(CalcolaStatistiche(analisi_->Giri()), this).exec();
+    dlgStatistiche(CalcolaStatistiche(analisi_->Giri()), this, NomeFileDati).exec();
 }
 
 void frmAnalisi::MostraStatisticheMisure() {
-    if (analisi_->CiSonoGiri()) dlgStatisticheMisure(*analisi_, this).exec();
+    if (analisi_->CiSonoGiri()) dlgStatisticheMisure(*analisi_, this, NomeFileDati).exec();
 }
 
 void frmAnalisi::MostraReport() {
@@ -113,18 +109,6 @@ void frmAnalisi::MostraReport() {
     std::filesystem::path filePdf = NomeFileDati;
     filePdf.replace_extension(".pdf");
     dlgReportGiri(*analisi_, filePdf, this).exec();
-}
-
-/// The lap under the mouse against the best one, in a window that leaves this analysis alone.
-void frmAnalisi::MenuGiri(const QPoint& dove) {
-    const QModelIndex cella = MSFlexGrid1_->indexAt(dove);
-    if (!cella.isValid() || !analisi_->CiSonoGiri()) return;
-    QMenu menu(this);
-    const QAction* const confronta = menu.addAction(InQt(Testo(Voce::ConfrontaColMigliore)));
-    if (menu.exec(MSFlexGrid1_->viewport()->mapToGlobal(dove)) != confronta) return;
-    frmConfronto finestra(this);
-    finestra.Apri(NomeFileDati, cella.row() + 1);
-    finestra.exec();
 }
 
 void frmAnalisi::MostraTracciato() {
@@ -141,26 +125,9 @@ void frmAnalisi::MostraSessione() {
 }
 
 void frmAnalisi::StampaGrafico() {
-    const bool panoramica = SSTab1_->currentIndex() == 1;
     const auto stampante = ScegliStampante(
         Testo(Voce::StampaGrafico), NomeFileDati.stem().concat(".pdf"), QPageLayout::Landscape);
-    if (!stampante) return;
-    TestiStampaGrafico testi = panoramica ? TestiGraficoAllarmi() : TestiGraficoCanali();
-    testi.Titolo = TestoDaPercorso(NomeFileDati.filename()) + " - " + analisi_->NomeGiro();
-    if (panoramica) {
-        // Each line has its name beside it; the frame with the legend is not on the paper.
-        std::vector<LivelloGrafico> livelli;
-        livelli.reserve(kNumAllarmi);
-        for (int k = 0; k < kNumAllarmi; ++k) {
-            livelli.push_back(
-                {2.0 * k + 1.5, ColoreAllarme(k), Testo(Dopo(Voce::AllarmePompaOlio, k))});
-        }
-        NTGraphAll_->Livelli(std::move(livelli));
-    }
-    const GraficoWidget& grafico = panoramica ? *NTGraphAll_ : *NTGraph1_;
-    StampaControllo(*stampante, testi, [&grafico](QPainter& penna, const QRectF& area) {
-        grafico.DisegnaSu(penna, area);
-    });
+    if (stampante) DisegnaPagina(*stampante);
 }
 
 }  // namespace lapvane

@@ -28,6 +28,7 @@ dlgReportGiri::dlgReportGiri(const AnalisiPubblica& analisi, const std::filesyst
     MSFlexGrid1_ = new Tabella(this);
     MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1_->setAccessibleName(windowTitle());
+    MSFlexGrid1_->NomeCsv(filePdf, "-report.csv");
     MSFlexGrid1_->Quote({0.2, 0.2, 0.28, 0.28});
     MSFlexGrid1_->Titoli({InQt(Testo(Voce::Sessione)), InQt(Testo(Voce::Giro)),
                           InQt(Testo(Voce::Tempo)), InQt(TitoloVelocita())});

@@ -17,12 +17,14 @@ constexpr int kLarghezza = 380;
 
 }  // namespace
 
-dlgStatistiche::dlgStatistiche(const FigureSessione& figure, QWidget* parent)
+dlgStatistiche::dlgStatistiche(const FigureSessione& figure, QWidget* parent,
+                               const std::filesystem::path& log)
     : Dialogo("dlgStatistiche", parent) {
     setWindowTitle(InQt(Testo(Voce::StatisticheSessione)));
     auto* MSFlexGrid1 = new Tabella(this);
     MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1->setAccessibleName(windowTitle());
+    MSFlexGrid1->NomeCsv(log, "-statistics.csv");
     MSFlexGrid1->Quote({3.0 / 5.0, 1.88 / 5.0});
 
     // The labels of the worst lap are those of the best one.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+
 #include "reports/FigureSessione.h"
 #include "widgets/Dialogo.h"
 
@@ -9,7 +11,9 @@ namespace lapvane {
 class dlgStatistiche : public Dialogo {
     Q_OBJECT
  public:
-    explicit dlgStatistiche(const FigureSessione& figure, QWidget* parent = nullptr);
+    /// `log` is the file beside which the table is proposed to be saved.
+    explicit dlgStatistiche(const FigureSessione& figure, QWidget* parent = nullptr,
+                            const std::filesystem::path& log = {});
 };
 
 }  // namespace lapvane

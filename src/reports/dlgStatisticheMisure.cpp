@@ -24,12 +24,14 @@ QString DueDecimali(const std::string& numero) {
 
 }  // namespace
 
-dlgStatisticheMisure::dlgStatisticheMisure(const AnalisiPubblica& analisi, QWidget* parent)
+dlgStatisticheMisure::dlgStatisticheMisure(const AnalisiPubblica& analisi, QWidget* parent,
+                                           const std::filesystem::path& log)
     : Dialogo("dlgStatisticheMisure", parent) {
     setWindowTitle(InQt(Testo(Voce::StatisticheCanali)));
     auto* MSFlexGrid1 = new Tabella(this);
     MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
     MSFlexGrid1->setAccessibleName(windowTitle());
+    MSFlexGrid1->NomeCsv(log, "-channels.csv");
     MSFlexGrid1->Quote({8.0 / 19.0, 3.0 / 19.0, 3.0 / 19.0, 4.0 / 19.0});
     MSFlexGrid1->Titoli({InQt(Testo(Voce::Canale)), InQt(Testo(Voce::Minimo)),
                          InQt(Testo(Voce::Massimo)), InQt(Testo(Voce::Media))});

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+
 #include "reports/AnalisiPubblica.h"
 #include "widgets/Dialogo.h"
 
@@ -9,7 +11,9 @@ namespace lapvane {
 class dlgStatisticheMisure : public Dialogo {
     Q_OBJECT
  public:
-    explicit dlgStatisticheMisure(const AnalisiPubblica& analisi, QWidget* parent = nullptr);
+    /// `log` is the file beside which the table is proposed to be saved.
+    explicit dlgStatisticheMisure(const AnalisiPubblica& analisi, QWidget* parent = nullptr,
+                                  const std::filesystem::path& log = {});
 };
 
 }  // namespace lapvane

@@ -8,8 +8,17 @@
 
 namespace lapvane {
 
+namespace {
+
+bool Chiedi(const std::filesystem::path& file) {
+    return platform().MsgBox(TestoDaPercorso(file) + " " + Testo(Voce::EsisteGia),
+                             Buttons::OkCancel, Icon::Question,
+                             Testo(Voce::SostituzioneFile)) == Answer::Ok;
+}
+
+}  // namespace
+
 bool ConfermaSostituzione(const std::filesystem::path& percorso) {
-    const std::string scelto = TestoDaPercorso(percorso);
     std::vector<std::filesystem::path> presenti;
     try {
         presenti = ElencaPercorsi(platform().AppPath());
@@ -20,11 +29,13 @@ bool ConfermaSostituzione(const std::filesystem::path& percorso) {
         }
     }
     for (const std::filesystem::path& file : presenti) {
-        if (!StessoNome(file, percorso)) continue;
-        return platform().MsgBox(scelto + " " + Testo(Voce::EsisteGia), Buttons::OkCancel,
-                                 Icon::Question, Testo(Voce::SostituzioneFile)) == Answer::Ok;
+        if (StessoNome(file, percorso)) return Chiedi(percorso);
     }
     return true;
+}
+
+bool PuoSostituire(const std::filesystem::path& file) {
+    return !FileEsiste(file) || Chiedi(file);
 }
 
 }  // namespace lapvane

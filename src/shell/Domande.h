@@ -8,4 +8,8 @@ namespace lapvane {
 /// question comes only for a file of the program's own folder.
 bool ConfermaSostituzione(const std::filesystem::path& percorso);
 
+/// The same question for any file that is there, wherever it lies: for what a person saves beside
+/// the prescribed files.
+bool PuoSostituire(const std::filesystem::path& file);
+
 }  // namespace lapvane

@@ -14,6 +14,7 @@
 #include <optional>
 
 #include "shell/LoadStrings.h"
+#include "shell/LogRecenti.h"
 #include "shell/Principale.h"
 
 namespace lapvane {
@@ -59,6 +60,8 @@ class frmMain final : public QMainWindow, public Principale {
     bool event(QEvent* evento) override;
     bool eventFilter(QObject* oggetto, QEvent* evento) override;
     void closeEvent(QCloseEvent* evento) override;
+    void dragEnterEvent(QDragEnterEvent* evento) override;
+    void dropEvent(QDropEvent* evento) override;
 
  private:
     /// Something that was asked for and has to wait: for the poll, a command also for the one that
@@ -83,8 +86,13 @@ class frmMain final : public QMainWindow, public Principale {
     void Corri(const std::function<void()>& comando);
     void Rifiuta(Comando comando);
     void Analizza();
+    void ApriAnalisi(const std::filesystem::path& file);
     void CreaConfronto();
-    void Confronta();
+    void Confronta(const std::vector<std::filesystem::path>& log);
+    void CreaLogRecenti();
+    void MostraLogRecenti();
+    void ApriLogRecente(const std::filesystem::path& file);
+    void Ricorda(const std::filesystem::path& log);
     void ScaricaDati();
     void CambiaLingua();
     void MostraInformazioni();
@@ -100,6 +108,9 @@ class frmMain final : public QMainWindow, public Principale {
     std::array<QAction*, 4> recenti_{};
     QAction* separatoreRecenti_ = nullptr;
     QAction* mnuConfronto_ = nullptr;
+    QAction* separatoreLog_ = nullptr;
+    std::array<QAction*, kLogRecenti> voceLog_{};
+    ElencoLog logRecenti_;
     QToolBar* barra_ = nullptr;
     std::array<PannelloStato*, 8> pannelli_{};
     QTimer tmrComm_;

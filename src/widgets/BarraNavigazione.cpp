@@ -45,7 +45,7 @@ BarraNavigazione::BarraNavigazione(QWidget* parent) : QWidget(parent) {
         pulsante->setAccessibleName(QStringLiteral("Zoom ") + QString::fromLatin1(z.Testo));
         connect(pulsante, &QPushButton::clicked, this,
                 [this, z] { Q_EMIT Zoom(z.Fattore, z.Fuori); });
-        if (i < zoomIn_.size()) zoomIn_[i] = pulsante;
+        (i < zoomIn_.size() ? zoomIn_[i] : zoomOut_[i - zoomIn_.size()]) = pulsante;
         riga->addWidget(pulsante);
     }
     riga->addStretch(1);
@@ -84,6 +84,10 @@ QPushButton* BarraNavigazione::Pulsante(const char* nome, const QString& testo) 
 
 void BarraNavigazione::AbilitaZoomIn(bool acceso) {
     for (QPushButton* const pulsante : zoomIn_) pulsante->setEnabled(acceso);
+}
+
+void BarraNavigazione::ScattoZoom(bool fuori) {
+    (fuori ? zoomOut_ : zoomIn_)[0]->click();
 }
 
 void BarraNavigazione::Scorri(bool sinistra, bool sinistraVerde, bool destra, bool destraVerde) {

@@ -14,6 +14,8 @@ class BarraNavigazione : public QWidget {
     explicit BarraNavigazione(QWidget* parent = nullptr);
 
     void AbilitaZoomIn(bool acceso);
+    /// A click on cmdZoomOut10 or cmdZoomIn10: nothing while that button is off.
+    void ScattoZoom(bool fuori);
     /// States of cmdScorriSX and cmdScorriDX: enabled, and green while it scrolls.
     void Scorri(bool sinistra, bool sinistraVerde, bool destra, bool destraVerde);
     /// What the shift and the scroll buttons are called.
@@ -31,6 +33,7 @@ class BarraNavigazione : public QWidget {
     QPushButton* Pulsante(const char* nome, const QString& testo);
 
     std::array<QPushButton*, 2> zoomIn_{};
+    std::array<QPushButton*, 2> zoomOut_{};
     std::array<QPushButton*, 4> sposta_{};
     std::array<QPushButton*, 2> scorri_{};
 };

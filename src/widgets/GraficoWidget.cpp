@@ -1,9 +1,10 @@
 #include "widgets/GraficoWidget.h"
 
-#include <QEvent>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr int kRiquadriMassimi = 3;
 constexpr double kZoomMinimo = 6.0;  // pixels; less is a click with an unsteady hand
+constexpr int kScattoRotella = 120;  // eighths of a degree
 constexpr double kMezzoCursore = 3.0;
 constexpr std::int32_t kSaltoCursore = 10;  // points, with Ctrl
 
@@ -296,6 +298,32 @@ void GraficoWidget::mousePressEvent(QMouseEvent* evento) {
 void GraficoWidget::mouseReleaseEvent(QMouseEvent* evento) {
     if (!zoom_ || evento->button() != Qt::LeftButton) return;
     Protetto([&] { Ingrandisci(); });
+}
+
+void GraficoWidget::contextMenuEvent(QContextMenuEvent* evento) {
+    const bool tasto = evento->reason() == QContextMenuEvent::Keyboard;
+    if (!EventoMenu || (modoMouse_ == ModoMouse::Zoom && !tasto)) {
+        evento->ignore();
+        return;
+    }
+    Protetto([&] { EventoMenu(evento->globalPos()); });
+}
+
+void GraficoWidget::wheelEvent(QWheelEvent* evento) {
+    if (!EventoRotella) {
+        evento->ignore();
+        return;
+    }
+    evento->accept();
+    if (zoom_) return;
+    // Pads turn by parts of a notch, and a turn back begins anew.
+    const int giro = evento->angleDelta().y();
+    if ((giro < 0) != (rotella_ < 0)) rotella_ = 0;
+    for (rotella_ += giro; std::abs(rotella_) >= kScattoRotella;) {
+        const bool verso = rotella_ < 0;
+        rotella_ += verso ? kScattoRotella : -kScattoRotella;
+        Protetto([&] { EventoRotella(verso); });
+    }
 }
 
 QRectF GraficoWidget::RettangoloZoom() const {

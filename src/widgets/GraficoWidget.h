@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QWidget>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -75,6 +76,12 @@ class GraficoWidget : public QWidget, public GraphControl {
     std::int32_t IndiceDaX(double x, double scala) const override;
     void ImpostaModoMouse(ModoMouse modo) override;
 
+    /// A menu is asked for at a place of the screen. The right mouse button asks for none while it
+    /// has a zoom rectangle to drop.
+    std::function<void(const QPoint&)> EventoMenu;
+    /// A notch of the wheel: towards the person (true) or away.
+    std::function<void(bool)> EventoRotella;
+
     /// Marks each point of the curves, and leaves them a margin around the range, so that none
     /// touches the frame.
     void MostraPunti(bool mostra);
@@ -101,6 +108,8 @@ class GraficoWidget : public QWidget, public GraphControl {
     void mousePressEvent(QMouseEvent* evento) override;
     void mouseReleaseEvent(QMouseEvent* evento) override;
     void keyPressEvent(QKeyEvent* evento) override;
+    void contextMenuEvent(QContextMenuEvent* evento) override;
+    void wheelEvent(QWheelEvent* evento) override;
 
  private:
     struct Elemento {
@@ -180,6 +189,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     bool cursoreAttivo_ = true;
     ModoMouse modoMouse_ = ModoMouse::Cursore;
     std::optional<QRectF> zoom_;  ///< the rectangle that is being drawn
+    int rotella_ = 0;             ///< of a notch that is not complete yet, in eighths of a degree
     QImage foto_;
     bool sporco_ = true;
     int ridisegni_ = 0;

@@ -222,6 +222,20 @@ void GrigliaGiri::CellaCorrente(int riga, int colonna) {
     setCurrentIndex(modello_.index(riga - 1, colonna));
 }
 
+RigheTabella GrigliaGiri::Contenuto() const {
+    RigheTabella righe(static_cast<std::size_t>(modello_.rowCount()) + 1);
+    for (int c = 0; c < ModelloGiri::kColonne; ++c) {
+        if (isColumnHidden(c)) continue;
+        righe[0].push_back(
+            DaQt(modello_.headerData(c, Qt::Horizontal, Qt::DisplayRole).toString()));
+        for (int r = 0; r < modello_.rowCount(); ++r) {
+            righe[static_cast<std::size_t>(r) + 1].push_back(
+                DaQt(modello_.index(r, c).data().toString()));
+        }
+    }
+    return righe;
+}
+
 void GrigliaGiri::scrollTo(const QModelIndex& index, ScrollHint hint) {
     const int prima = horizontalScrollBar()->value();
     const int sinistra = columnViewportPosition(index.column());

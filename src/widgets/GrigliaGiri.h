@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Colore.h"
+#include "shell/CsvTabella.h"
 
 namespace lapvane {
 
@@ -61,6 +62,9 @@ class GrigliaGiri : public QTableView {
     /// Width in twips, 15 a pixel; a column is never narrower than its texts.
     void Larghezza(int colonna, int twip);
     void CellaCorrente(int riga, int colonna);
+
+    /// Headings and rows of the columns that show.
+    RigheTabella Contenuto() const;
 
     QSize sizeHint() const override;
     /// Sideways only to a column of which less than half shows: the names of the laps stay in view.

@@ -1,10 +1,8 @@
 #include "widgets/Stampante.h"
 
-#include "platform/FileTesto.h"
 #include "platform/Platform.h"
-#include "platform/Testo1252.h"
 #include "platform/qt/TestoQt.h"
-#include "shell/LoadStrings.h"
+#include "shell/Domande.h"
 
 namespace lapvane {
 
@@ -19,12 +17,7 @@ std::unique_ptr<QtPrinter> ScegliStampante(const std::string& titolo,
         const auto scelto = platform().AskSave(
             {titolo, nome.parent_path(), "PDF (*.pdf)|*.pdf", nome.filename(), ".pdf"});
         if (!scelto) return nullptr;
-        if (FileEsiste(*scelto) &&
-            platform().MsgBox(TestoDaPercorso(*scelto) + " " + Testo(Voce::EsisteGia),
-                              Buttons::OkCancel, Icon::Question,
-                              Testo(Voce::SostituzioneFile)) != Answer::Ok) {
-            return nullptr;
-        }
+        if (!PuoSostituire(*scelto)) return nullptr;
         stampante = std::make_unique<QtPrinter>(*scelto, verso);
     }
     stampante->Titolo(InQt(titolo));

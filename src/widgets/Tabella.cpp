@@ -1,8 +1,7 @@
 #include "widgets/Tabella.h"
 
-#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <algorithm>
@@ -12,6 +11,8 @@
 
 #include "platform/qt/TestoQt.h"
 #include "shell/NumeroTesto.h"
+#include "shell/Protetto.h"
+#include "widgets/MenuUscita.h"
 
 namespace lapvane {
 
@@ -142,6 +143,22 @@ QString Tabella::TestoCopia() const {
     return righe.join(QLatin1Char('\n'));
 }
 
+void Tabella::NomeCsv(const std::filesystem::path& log, const char* fine) {
+    nomeCsv_ = NomeAccanto(log, fine);
+}
+
+RigheTabella Tabella::Contenuto() const {
+    RigheTabella righe;
+    const auto riga = [&](const auto& cella) {
+        std::vector<std::string> celle;
+        for (int c = 0; c < columnCount(); ++c) celle.push_back(DaQt(cella(c)->text()));
+        righe.push_back(std::move(celle));
+    };
+    if (!horizontalHeader()->isHidden()) riga([this](int c) { return horizontalHeaderItem(c); });
+    for (int r = 0; r < rowCount(); ++r) riga([this, r](int c) { return item(r, c); });
+    return righe;
+}
+
 void Tabella::AdattaColonne() {
     for (int c = 0; c < columnCount(); ++c) {
         setColumnWidth(
@@ -162,10 +179,18 @@ void Tabella::resizeEvent(QResizeEvent* evento) {
 
 void Tabella::keyPressEvent(QKeyEvent* evento) {
     if (evento->matches(QKeySequence::Copy)) {
-        QGuiApplication::clipboard()->setText(TestoCopia());
+        CopiaTesto(TestoCopia());
         return;
     }
     QTableWidget::keyPressEvent(evento);
+}
+
+void Tabella::contextMenuEvent(QContextMenuEvent* evento) {
+    Protetto([&] {
+        MostraMenu(this, evento->globalPos(),
+                   {{Voce::CopiaTabella, [this] { CopiaTesto(TestoCopia()); }},
+                    {Voce::SalvaTabellaCsv, [this] { SalvaTabella(Contenuto(), nomeCsv_); }}});
+    });
 }
 
 void Tabella::changeEvent(QEvent* evento) {

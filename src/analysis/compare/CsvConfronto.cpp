@@ -5,6 +5,7 @@
 
 #include "analysis/compare/ConfrontoGiri.h"
 #include "platform/Testo1252.h"
+#include "shell/CsvTabella.h"
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {
@@ -15,14 +16,6 @@ struct Colonna {
     std::string Titolo;
     std::function<double(double)> Valore;  ///< by metres along the reference
 };
-
-/// A field that holds the separator, a quote or a line break stands between quotes.
-std::string Campo(const std::string& testo, char separatore) {
-    if (testo.find_first_of(std::string("\"\r\n") + separatore) == std::string::npos) return testo;
-    std::string campo = "\"";
-    for (const char c : testo) campo += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return campo + "\"";
-}
 
 std::vector<Colonna> Colonne(const Confronto& confronto, const std::vector<std::string>& canali) {
     const GiroScelto primo = *confronto.Di(kRiferimento);
@@ -77,7 +70,7 @@ std::string CsvConfronto(const Confronto& confronto, const std::vector<std::stri
     std::string testo;
     for (std::size_t c = 0; c < colonne.size(); ++c) {
         if (c > 0) testo += forma.Campi;
-        testo += Campo(colonne[c].Titolo, forma.Campi);
+        testo += CampoCsv(colonne[c].Titolo, forma.Campi);
     }
     testo += "\r\n";
     for (const double metri : Griglia(riferimento->Lunghezza, forma.Passo)) {

@@ -15,10 +15,10 @@
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
-#include "platform/Testo1252.h"
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/TestoQt.h"
+#include "shell/Domande.h"
 #include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "widgets/Stampante.h"
@@ -32,14 +32,6 @@ namespace {
 
 constexpr double kRapportoImmagine = 2.0;  // pixels of a saved picture to one of the screen
 constexpr double kMargineCarta = 1.0;      // cm
-
-/// Another file of that name goes only with leave.
-bool PuoSostituire(const std::filesystem::path& file) {
-    return !FileEsiste(file) ||
-           platform().MsgBox(TestoDaPercorso(file) + " " + Testo(Voce::EsisteGia),
-                             Buttons::OkCancel, Icon::Question,
-                             Testo(Voce::SostituzioneFile)) == Answer::Ok;
-}
 
 }  // namespace
 

@@ -1,0 +1,123 @@
+// What opens under the right mouse button, and what leaves an analysis window that way.
+#include <QBuffer>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPainter>
+
+#include "analysis/compare/frmConfronto.h"
+#include "analysis/frmAnalisi.h"
+#include "platform/FileTesto.h"
+#include "platform/Testo1252.h"
+#include "platform/qt/TestoQt.h"
+#include "reports/DisegnoGrafico.h"
+#include "shell/LoadStrings.h"
+#include "widgets/MenuUscita.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr double kRapportoImmagine = 2.0;  // pixels of a picture to one of the screen
+constexpr double kMargineImmagine = 8.0;   // pixels of the screen
+
+}  // namespace
+
+void frmAnalisi::MenuGiri(const QPoint& dove) {
+    const QModelIndex cella = MSFlexGrid1_->indexAt(dove);
+    std::vector<VoceMenu> voci;
+    if (cella.isValid()) {
+        const int riga = cella.row() + 1;
+        voci.push_back({Voce::ConfrontaColMigliore, [this, riga] { ConfrontaColMigliore(riga); }});
+    }
+    voci.push_back(
+        {Voce::CopiaTabella, [this] { CopiaTesto(ConTabulazioni(MSFlexGrid1_->Contenuto())); }});
+    voci.push_back({Voce::SalvaTabellaCsv, [this] {
+                        SalvaTabella(MSFlexGrid1_->Contenuto(),
+                                     NomeAccanto(NomeFileDati, "-lap-table.csv"));
+                    }});
+    MostraMenu(this, MSFlexGrid1_->viewport()->mapToGlobal(dove), voci);
+}
+
+/// A lap against the best one, in a window that leaves this analysis alone.
+void frmAnalisi::ConfrontaColMigliore(int riga) {
+    if (!analisi_->CiSonoGiri()) return;
+    frmConfronto finestra(this);
+    finestra.Apri(NomeFileDati, riga);
+    finestra.exec();
+}
+
+void frmAnalisi::MenuGrafico(const QPoint& dove) {
+    MostraMenu(
+        this, dove,
+        {{Voce::CopiaImmagine, [this] { QGuiApplication::clipboard()->setImage(Immagine()); }},
+         {Voce::SalvaImmagine, [this] { SalvaImmagine(); }},
+         {Voce::StampaGrafico,
+          [this] { StampaOAvvisa(Voce::StampaGrafico, [this] { StampaGrafico(); }); }}});
+}
+
+/// PNG or, where the chosen name says so, PDF: the page that is printed.
+void frmAnalisi::SalvaImmagine() {
+    const auto scelto = ScegliFile(Voce::SalvaImmagine, "PNG, PDF (*.png *.pdf)|*.png *.pdf",
+                                   NomeAccanto(NomeFileDati, ".png"), {".png", ".pdf"});
+    if (!scelto) return;
+    ScriviOAvvisa([&] {
+        if (UgualiSenzaMaiuscole(scelto->extension().string(), ".pdf")) {
+            QtPrinter stampante(*scelto, QPageLayout::Landscape);
+            stampante.Titolo(InQt(Testo(Voce::StampaGrafico)));
+            return DisegnaPagina(stampante);
+        }
+        QByteArray png;
+        QBuffer posto(&png);
+        posto.open(QIODevice::WriteOnly);
+        Immagine().save(&posto, "PNG");
+        ScriviFile(*scelto, {png.constData(), static_cast<std::size_t>(png.size())},
+                   Lavoro::ScrivereImmagine);
+    });
+}
+
+/// The graph in view under the name of its lap, as for paper.
+QImage frmAnalisi::Immagine() {
+    const GraficoWidget& grafico = GraficoInVista();
+    const QFontMetricsF misure(grafico.font());
+    const QRectF disegno(QPointF(kMargineImmagine, kMargineImmagine + misure.height()),
+                         QSizeF(grafico.size()));
+    const QSizeF misura(disegno.right() + kMargineImmagine, disegno.bottom() + kMargineImmagine);
+    QImage immagine((misura * kRapportoImmagine).toSize(), QImage::Format_RGB32);
+    immagine.fill(Qt::white);
+    QPainter penna(&immagine);
+    penna.scale(kRapportoImmagine, kRapportoImmagine);
+    penna.setFont(grafico.font());
+    penna.drawText(QPointF(kMargineImmagine, kMargineImmagine / 2 + misure.ascent()),
+                   InQt(TitoloGrafico()));
+    grafico.DisegnaSu(penna, disegno);
+    return immagine;
+}
+
+std::string frmAnalisi::TitoloGrafico() const {
+    return TestoDaPercorso(NomeFileDati.filename()) + " - " + analisi_->NomeGiro();
+}
+
+const GraficoWidget& frmAnalisi::GraficoInVista() {
+    if (SSTab1_->currentIndex() == 0) return *NTGraph1_;
+    // Each line has its name beside it; the frame with the legend is not on the paper.
+    std::vector<LivelloGrafico> livelli;
+    livelli.reserve(kNumAllarmi);
+    for (int k = 0; k < kNumAllarmi; ++k) {
+        livelli.push_back(
+            {2.0 * k + 1.5, ColoreAllarme(k), Testo(Dopo(Voce::AllarmePompaOlio, k))});
+    }
+    NTGraphAll_->Livelli(std::move(livelli));
+    return *NTGraphAll_;
+}
+
+void frmAnalisi::DisegnaPagina(QtPrinter& stampante) {
+    const GraficoWidget& grafico = GraficoInVista();
+    TestiStampaGrafico testi =
+        &grafico == NTGraphAll_ ? TestiGraficoAllarmi() : TestiGraficoCanali();
+    testi.Titolo = TitoloGrafico();
+    StampaControllo(stampante, testi, [&grafico](QPainter& penna, const QRectF& area) {
+        grafico.DisegnaSu(penna, area);
+    });
+}
+
+}  // namespace lapvane
