@@ -423,6 +423,7 @@ TEST_F(GraficoDisegnato, ZoomRectangleSetsTheRange) {
     QTest::mousePress(&grafico, Qt::RightButton, {}, Dove(2, 80));
     QTest::mouseMove(&grafico, Dove(6, 30));
     QTest::mouseRelease(&grafico, Qt::LeftButton, {}, Dove(6, 30));
+    QTest::mouseRelease(&grafico, Qt::RightButton, {}, Dove(6, 30));
     EXPECT_EQ(eventi, 0);
     Trascina(Dove(6, 30), Dove(2, 80));
     const IntervalloGrafico i = grafico.LeggiIntervallo();
