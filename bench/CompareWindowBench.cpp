@@ -18,7 +18,7 @@ using namespace lapvane::bench;
 
 /// The full log once more under another name, with its own choices.
 struct Logs {
-    Logs() : Machine(Log().Folder) {
+    Logs() : Machine(Log().Folder) {  // `Restored` is made before it and goes behind it
         std::filesystem::copy_file(std::string(LAPVANE_BIN_DIR) + "/LANGUAGES.DAT",
                                    std::filesystem::path(Log().Folder) / "LANGUAGES.DAT",
                                    std::filesystem::copy_options::skip_existing);
@@ -34,6 +34,11 @@ struct Logs {
     static std::filesystem::path Other() {
         return std::filesystem::path(Log().Folder) / "other.csv";
     }
+    /// The machine of the other benches is there again behind these.
+    struct Restore {
+        Platform* Before = &platform();
+        ~Restore() { SetPlatform(Before); }
+    } Restored;
     BarePlatform Machine;
 };
 

@@ -31,7 +31,6 @@ inline constexpr Limit kLimits[] = {
     {"window", "comparison, 7 laps in 4 panes", "RedrawPanes/700", "", "", 6, "ms"},
     {"window", "the same, laps of 6000 points", "RedrawPanes/6000", "", "", 6, "ms"},
     {"window", "the same on 3200 x 1800", "RedrawPanes/Large700", "", "", 12, "ms"},
-    {"window", "the same, laps of 6000 points", "RedrawPanes/Large6000", "", "", 12, "ms"},
     {"window", "comparison, move of the cursor", "PanesCursor", "", "", 2, "ms"},
     {"window", "two full logs compared, first picture, beyond their loads", "CompareOpen",
      "beyond_ms", "", 60, "ms"},
