@@ -55,7 +55,7 @@ class frmConfronto : public Dialogo {
     void changeEvent(QEvent* evento) override;
 
  private:
-    // frmConfronto.cpp: how it is laid out, and what its controls do.
+    // frmConfrontoForma.cpp: how it is laid out.
     void AggiornaTesti(Mnemonica& lettere) override;
     void Disponi();
     QToolBar* CreaBarra();
@@ -67,12 +67,14 @@ class frmConfronto : public Dialogo {
     QWidget* CreaSchedaIstogramma();
     QWidget* CreaDestra();
     QWidget* CreaStato();
+    void DisponiStretta();
+    void FaiPosto(bool due);
+
+    // frmConfronto.cpp: what its controls do.
     void Collega();
     void CollegaElenchi();
     void CollegaGrafico();
     void CollegaScelte();
-    void DisponiStretta();
-    void FaiPosto(bool due);
     void RiempiParti();
     void RiempiCanali();
     void RiempiCanale(QComboBox* lista, const std::string& scelto, bool conDistacco);
