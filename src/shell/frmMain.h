@@ -87,6 +87,7 @@ class frmMain final : public QMainWindow, public Principale {
     void Rifiuta(Comando comando);
     void Analizza();
     void ApriAnalisi(const std::filesystem::path& file);
+    static QString TestoRecente(const QMenu& menu, int indice, const QString& nome);
     void CreaConfronto();
     void Confronta(const std::vector<std::filesystem::path>& log);
     void CreaLogRecenti();
