@@ -52,6 +52,8 @@ namespace lapvane {
     RIGA(ScrivereScelte, "writing the choices of the comparison",                               \
          "scrittura delle scelte del confronto")                                                \
     RIGA(ScrivereConfronto, "writing the compared laps", "scrittura dei giri confrontati")      \
+    RIGA(LeggereUscite, "reading the list of runs", "lettura dell'elenco delle uscite")         \
+    RIGA(ScrivereUscite, "writing the list of runs", "scrittura dell'elenco delle uscite")      \
     RIGA(ScrivereTabella, "writing a table", "scrittura di una tabella")                        \
     RIGA(ScrivereImmagine, "writing a picture", "scrittura di un'immagine")                     \
     RIGA(ChiedereAnalisi, "asking an analysis for a channel or a lap",                          \
