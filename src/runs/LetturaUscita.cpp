@@ -155,10 +155,6 @@ fs::path FileSessione(const fs::path& csv) {
     return SenzaFine(csv, 3, "ses");
 }
 
-fs::path FileImpostazioni(const fs::path& csv) {
-    return SenzaFine(csv, 3, "set");
-}
-
 bool TitoloDiLog(std::string_view riga) {
     const std::size_t primo = riga.find(';');
     if (primo == std::string_view::npos || !ConUnita(riga.substr(0, primo))) return false;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "logs/Impostazioni.h"
 #include "runs/Uscita.h"
 
 namespace lapvane {
@@ -19,7 +20,6 @@ std::filesystem::path FileTempi(const std::filesystem::path& csv);
 std::filesystem::path FileLaterale(const std::filesystem::path& csv);
 std::filesystem::path FileLateraleAlm(const std::filesystem::path& csv);
 std::filesystem::path FileSessione(const std::filesystem::path& csv);
-std::filesystem::path FileImpostazioni(const std::filesystem::path& csv);
 
 /// Whether a line is the heading of a log: its first two titles end with a unit in brackets.
 bool TitoloDiLog(std::string_view riga);
