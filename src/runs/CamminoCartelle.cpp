@@ -6,6 +6,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "logs/Impostazioni.h"
 #include "runs/LetturaUscita.h"
 
 namespace lapvane {

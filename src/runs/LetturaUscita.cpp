@@ -5,10 +5,12 @@
 #include <ctime>
 
 #include "analysis/compare/Confronto.h"
+#include "logs/Impostazioni.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
+#include "project/DatiProgetto.h"
 #include "reports/Circuiti.h"
 #include "reports/FileSessione.h"
 
@@ -45,8 +47,10 @@ std::string LeggiParte(const fs::path& file, Lavoro lavoro, std::size_t massimo,
     }
 }
 
-std::string VeicoloDi(const fs::path&) {
-    return {};
+std::string VeicoloDi(const fs::path& csv) {
+    RecordProgetto record;
+    LeggiImpostazioni(csv, record);
+    return record.Veicolo;
 }
 
 /// Day and minute of the data file, on the clock of the desktop.

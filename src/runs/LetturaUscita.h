@@ -15,7 +15,7 @@ class Confronto;
 /// More bytes than any file of a log has: the memory of an instrument fills a tenth of it.
 constexpr std::int64_t kByteLogMassimi = std::int64_t{1} << 28;
 
-/// The files beside a log, named as the analysis names them.
+/// The files beside a log, named as the analysis names them; `FileImpostazioni` is the fourth.
 std::filesystem::path FileTempi(const std::filesystem::path& csv);
 std::filesystem::path FileLaterale(const std::filesystem::path& csv);
 std::filesystem::path FileLateraleAlm(const std::filesystem::path& csv);
