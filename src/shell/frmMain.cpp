@@ -166,6 +166,7 @@ void frmMain::CostruisciMenu() {
         }
     }
     CreaConfronto();
+    CreaConfrontoStrumento();
     CreaLogRecenti();
     NascondiFileRecenti();
 }
@@ -266,6 +267,7 @@ void frmMain::AggiornaTesti() {
         if (!tasti.isEmpty()) pulsante->second->setAccessibleDescription(tasti.toString());
     }
     mnuConfronto_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceConfronto))));
+    mnuCompareDevice_->setText(menu[Titolo::Device].Con(InQt(Testo(Voce::ConfrontaStrumento))));
 }
 
 bool frmMain::event(QEvent* evento) {
