@@ -31,6 +31,10 @@ class Platform {
     /// Both leave the current folder at the chosen folder. Empty: cancelled.
     virtual std::optional<std::filesystem::path> AskOpen(const FileRequest& request) = 0;
     virtual std::optional<std::filesystem::path> AskSave(const FileRequest& request) = 0;
+    /// A folder that is there; the dialog begins in `initial` (empty: the current folder) and
+    /// leaves the current folder alone. Empty: cancelled.
+    virtual std::optional<std::filesystem::path> AskFolder(
+        const std::string& title, const std::filesystem::path& initial) = 0;
     virtual std::optional<Colore> AskColor(Colore initial) = 0;
 
     virtual std::filesystem::path

@@ -166,6 +166,7 @@ void frmMain::CostruisciMenu() {
         }
     }
     CreaConfronto();
+    CreaArchivio();
     CreaConfrontoStrumento();
     CreaLogRecenti();
     NascondiFileRecenti();
@@ -267,6 +268,7 @@ void frmMain::AggiornaTesti() {
         if (!tasti.isEmpty()) pulsante->second->setAccessibleDescription(tasti.toString());
     }
     mnuConfronto_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceConfronto))));
+    mnuArchivio_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceArchivio))));
     mnuCompareDevice_->setText(menu[Titolo::Device].Con(InQt(Testo(Voce::ConfrontaStrumento))));
 }
 
@@ -520,14 +522,15 @@ void frmMain::Analizza() {
     if (scelto) ApriAnalisi(*scelto);
 }
 
-void frmMain::ApriAnalisi(const std::filesystem::path& file) {
+void frmMain::ApriAnalisi(const std::filesystem::path& file, QWidget* sopra) {
+    QWidget* const sotto = sopra != nullptr ? sopra : this;
     AnalisiInCorso = true;
     platform().DoEvents();
     std::unique_ptr<frmAnalisi> finestra;
     if (AnalisiSpeed) {
-        finestra = std::make_unique<frmAnalisiDatiSpeed>(this);
+        finestra = std::make_unique<frmAnalisiDatiSpeed>(sotto);
     } else {
-        finestra = std::make_unique<frmAnalisiDati>(this);
+        finestra = std::make_unique<frmAnalisiDati>(sotto);
     }
     analisi_ = finestra.get();
     finestra->NomeFileDati = file;

@@ -48,6 +48,8 @@ class PlatformProva : public Platform {
                   const std::string& title) override;
     std::optional<std::filesystem::path> AskOpen(const FileRequest& request) override;
     std::optional<std::filesystem::path> AskSave(const FileRequest& request) override;
+    std::optional<std::filesystem::path> AskFolder(const std::string& title,
+                                                   const std::filesystem::path& initial) override;
     std::optional<Colore> AskColor(Colore initial) override;
     std::filesystem::path AppPath() override { return Cartella; }
     std::filesystem::path CurDir() override { return CartellaCorrente; }
@@ -73,6 +75,7 @@ class PlatformProva : public Platform {
     std::deque<Answer> Risposte;
     std::vector<FileRequest> RichiesteFile;
     std::deque<std::optional<std::filesystem::path>> FileScelti;  ///< empty optional: cancelled
+    std::deque<std::optional<std::filesystem::path>> CartelleScelte;
     std::deque<std::optional<Colore>> ColoriScelti;
     std::vector<Pointer> Puntatori;
     /// Runs inside each DoEvents: the handler of a click, a port that vanishes ...

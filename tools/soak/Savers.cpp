@@ -45,6 +45,10 @@ class PlainMachine : public Platform {
     }
     std::optional<fs::path> AskOpen(const FileRequest&) override { return {}; }
     std::optional<fs::path> AskSave(const FileRequest&) override { return {}; }
+    std::optional<std::filesystem::path> AskFolder(const std::string&,
+                                                   const std::filesystem::path&) override {
+        return {};
+    }
     std::optional<Colore> AskColor(Colore) override { return {}; }
     fs::path AppPath() override { return folder_; }
     fs::path CurDir() override { return folder_; }

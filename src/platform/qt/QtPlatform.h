@@ -22,6 +22,8 @@ class QtPlatform : public Platform {
                   const std::string& title) override;
     std::optional<std::filesystem::path> AskOpen(const FileRequest& request) override;
     std::optional<std::filesystem::path> AskSave(const FileRequest& request) override;
+    std::optional<std::filesystem::path> AskFolder(const std::string& title,
+                                                   const std::filesystem::path& initial) override;
     std::optional<Colore> AskColor(Colore initial) override;
     std::filesystem::path AppPath() override;
     std::filesystem::path Documents() override;
