@@ -40,6 +40,8 @@ class Platform {
     virtual std::filesystem::path
     AppPath() = 0;  ///< the program's folder, as `CartellaDelProgramma` decides
     virtual std::filesystem::path CurDir() = 0;
+    /// Makes a folder the current one; one that is not there changes nothing.
+    virtual void ChDir(const std::filesystem::path& folder) = 0;
     virtual std::string ExeName() = 0;  ///< name of the executable, title of most boxes
     virtual std::string Now() = 0;      ///< date and time in the system's general format
     /// Date and time as part of a file name, "2026-11-25 16-45-30", whatever the system's format.

@@ -180,6 +180,8 @@ QVariant DisegnoModello::DatoUscita(int posto, ColonnaUscite colonna, int ruolo)
             return elenco_.MiglioreDelCircuito(posto);
         case RuoloIncerto:
             return uscita.QuandoDelFile;
+        case RuoloVecchio:
+            return !uscita.Sparito.empty();
         case Qt::ToolTipRole: {
             const QString guaio = InQt(FraseProblema(uscita));
             const QString file = PercorsoInQt(uscita.Csv);

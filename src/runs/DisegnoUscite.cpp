@@ -224,14 +224,14 @@ void DisegnoUscite::DisegnaGruppo(QPainter& penna, const QRect& riga,
                                                   Qt::ElideRight, dove.width()));
 }
 
-/// The room of what is wrong with a run: before its numbers where the words fit there, else they
-/// stand in the place of the numbers.
-QRect DisegnoUscite::PostoGuaio(const QRect& riga, const QString& parole) const {
+/// The room of what is wrong with a run: before its numbers where the words fit there, or where
+/// they tell of those numbers; else they stand in the place of the numbers.
+QRect DisegnoUscite::PostoGuaio(const QRect& riga, const QString& parole, bool vecchio) const {
     QRect dove = riga;
     dove.setLeft(Colonna(ColonnaUscite::Piloti, riga).left() + kSpazio);
     const int prima = Colonna(ColonnaUscite::Giri, riga).left() - kSpazio;
     const int largo = fontMetrics().horizontalAdvance(QStringLiteral("▲ ") + parole) + kSpazio;
-    dove.setRight(dove.left() + largo <= prima ? prima : riga.right() - kSpazio);
+    dove.setRight(vecchio || dove.left() + largo <= prima ? prima : riga.right() - kSpazio);
     return dove;
 }
 
@@ -252,7 +252,8 @@ void DisegnoUscite::DisegnaUscita(QPainter& penna, const QRect& riga, const QMod
                                   bool scelta) const {
     const Colori& colori = ColoriDi(*this);
     const QString guaio = indice.data(RuoloGuaio).toString();
-    const QRect parole = guaio.isEmpty() ? QRect() : PostoGuaio(riga, guaio);
+    const bool vecchio = indice.data(RuoloVecchio).toBool();
+    const QRect parole = guaio.isEmpty() ? QRect() : PostoGuaio(riga, guaio, vecchio);
     const bool primo = indice.data(RuoloPrimo).toBool();
     const bool incerto = indice.data(RuoloIncerto).toBool();
     for (int c = 0; c < kColonneUscite; ++c) {
@@ -264,10 +265,11 @@ void DisegnoUscite::DisegnaUscita(QPainter& penna, const QRect& riga, const QMod
         const bool quando = colonna == ColonnaUscite::Data || colonna == ColonnaUscite::Ora;
         const bool spento = colonna == ColonnaUscite::Ora || (quando && incerto);
         const bool forte = primo && colonna == ColonnaUscite::Migliore;
-        penna.setPen(scelta   ? colori.SelText
-                     : forte  ? colori.Ok
-                     : spento ? colori.Text2
-                              : colori.Text);
+        penna.setPen(scelta                ? colori.SelText
+                     : vecchio && Cifre(c) ? colori.Stale
+                     : forte               ? colori.Ok
+                     : spento              ? colori.Text2
+                                           : colori.Text);
         if (Cifre(c)) {
             (forte ? Scritti().Forte : Scritti().Corpo).Cifre(penna, dove, testo);
         } else {

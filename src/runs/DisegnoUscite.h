@@ -17,6 +17,7 @@ enum RuoloUscite {
     RuoloGuaio,                  ///< of a run: what is wrong with it; empty: nothing
     RuoloPrimo,                  ///< of a run: bool, the best one of its circuit
     RuoloIncerto,                ///< of a run: bool, day and time are those of the file
+    RuoloVecchio,  ///< of a run: bool, its files can't be reached, the values are older
 };
 
 /// The list of runs: rows and heads of groups over one another, painted as one piece each. Arrow
@@ -83,7 +84,7 @@ class DisegnoUscite : public QTreeView {
     void DisegnaGruppo(QPainter& penna, const QRect& riga, const QModelIndex& indice) const;
     void DisegnaUscita(QPainter& penna, const QRect& riga, const QModelIndex& indice,
                        bool scelta) const;
-    QRect PostoGuaio(const QRect& riga, const QString& parole) const;
+    QRect PostoGuaio(const QRect& riga, const QString& parole, bool vecchio) const;
     void DisegnaGuaio(QPainter& penna, QRect dove, const QString& parole, bool scelta) const;
     QRect Colonna(ColonnaUscite colonna, const QRect& riga) const;
     void DisponiInvito();

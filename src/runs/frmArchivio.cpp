@@ -118,6 +118,8 @@ void frmArchivio::CollegaTasti() {
     };
     tasto("Ctrl+K", &frmArchivio::Confronta);
     tasto("Ctrl+O", &frmArchivio::ScegliCartella);
+    tasto("Ctrl+E", &frmArchivio::SalvaCsv);
+    tasto("Ctrl+P", &frmArchivio::Stampa);
     tasto("F5", &frmArchivio::Rileggi);
     tasto("Ctrl+S", &frmArchivio::SalvaNoteTasto);
     tasto("Ctrl+F", &frmArchivio::VaiAllaRicerca);

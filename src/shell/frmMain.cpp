@@ -74,6 +74,24 @@ QKeySequence Scorciatoia(Comando comando) {
     }
 }
 
+/// As long as it lives the current folder is that of a file, unless it was so before.
+class CartellaPer {
+ public:
+    explicit CartellaPer(const std::filesystem::path& file)
+        : prima_(platform().CurDir()), sua_(file.parent_path()) {
+        if (sua_ != prima_) platform().ChDir(sua_);
+    }
+    CartellaPer(const CartellaPer&) = delete;
+    CartellaPer& operator=(const CartellaPer&) = delete;
+    ~CartellaPer() {
+        if (sua_ != prima_) platform().ChDir(prima_);
+    }
+
+ private:
+    std::filesystem::path prima_;
+    std::filesystem::path sua_;
+};
+
 }  // namespace
 
 frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
@@ -524,6 +542,8 @@ void frmMain::Analizza() {
 
 void frmMain::ApriAnalisi(const std::filesystem::path& file, QWidget* sopra) {
     QWidget* const sotto = sopra != nullptr ? sopra : this;
+    // As a file dialog leaves it: the analysis looks for the files beside the log there.
+    const CartellaPer cartella(file);
     AnalisiInCorso = true;
     platform().DoEvents();
     std::unique_ptr<frmAnalisi> finestra;

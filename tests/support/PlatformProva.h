@@ -53,6 +53,7 @@ class PlatformProva : public Platform {
     std::optional<Colore> AskColor(Colore initial) override;
     std::filesystem::path AppPath() override { return Cartella; }
     std::filesystem::path CurDir() override { return CartellaCorrente; }
+    void ChDir(const std::filesystem::path& folder) override { CartellaCorrente = folder; }
     std::string ExeName() override { return "lapvane"; }
     std::string Now() override { return Adesso; }
     std::string Stamp() override { return "2026-11-24 10-20-30"; }

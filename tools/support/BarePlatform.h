@@ -34,6 +34,7 @@ class BarePlatform : public Platform {
     std::optional<Colore> AskColor(Colore) override { return {}; }
     std::filesystem::path AppPath() override { return Folder; }
     std::filesystem::path CurDir() override { return Folder; }
+    void ChDir(const std::filesystem::path&) override {}
     std::string ExeName() override { return "lapvane"; }
     std::string Now() override { return {}; }
     char DecimalSeparator() override { return '.'; }

@@ -266,6 +266,10 @@ std::filesystem::path QtPlatform::CurDir() {
     return PercorsoDaQt(QDir::currentPath());
 }
 
+void QtPlatform::ChDir(const std::filesystem::path& folder) {
+    QDir::setCurrent(PercorsoInQt(folder));
+}
+
 std::string QtPlatform::ExeName() {
     return DaQt(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
 }

@@ -28,6 +28,7 @@ class QtPlatform : public Platform {
     std::filesystem::path AppPath() override;
     std::filesystem::path Documents() override;
     std::filesystem::path CurDir() override;
+    void ChDir(const std::filesystem::path& folder) override;
     std::string ExeName() override;
     std::string Now() override;
     char DecimalSeparator() override;
