@@ -42,7 +42,8 @@ class ArchivioProva : public ::testing::Test {
     }
 
     PlatformProva macchina;
-    const fs::path radice = macchina.Cartella / "runs";
+    const fs::path unita = macchina.Cartella / "drive";
+    const fs::path radice = unita / "runs";
 };
 
 TEST_F(ArchivioProva, FindsTheRunsAndSaysWhatIsWrong) {
@@ -114,6 +115,7 @@ TEST_F(ArchivioProva, LogTellsIdealLapAndGaps) {
     archivio.Salva();
     Archivio poi;
     poi.Apri(radice);
+    ASSERT_EQ(poi.Uscite().size(), 1u);
     EXPECT_EQ(poi.Uscite()[0].Ideale, una.Ideale);
     EXPECT_EQ(FraseProblema(poi.Uscite()[0]), FraseProblema(una)) << "the index keeps it";
     // Other sectors, another ideal lap: not the old one.
@@ -126,6 +128,9 @@ TEST_F(ArchivioProva, LogTellsIdealLapAndGaps) {
 TEST_F(ArchivioProva, IndexShowsAtOnceAndIsBroughtUpToDate) {
     Metti("changed");
     Metti("deleted");
+    fs::create_directory(macchina.Cartella / "stick");
+    fs::create_directory_symlink(macchina.Cartella / "stick", radice / "usb");
+    Metti("usb/five");
     Scrivi(radice / "changed.ses", "Sessione=old\r\n");
     {
         Archivio archivio;
@@ -140,32 +145,34 @@ TEST_F(ArchivioProva, IndexShowsAtOnceAndIsBroughtUpToDate) {
         fs::remove(radice / (std::string("deleted") + fine));
     }
     Metti("added");
+    fs::rename(macchina.Cartella / "stick", macchina.Cartella / "pulled");
 
     Archivio archivio;
     archivio.Apri(radice);
-    EXPECT_EQ(archivio.Uscite().size(), 3u) << "before anything is looked at";
+    EXPECT_EQ(archivio.Uscite().size(), 4u) << "before anything is looked at";
     while (archivio.Passo(0)) {
     }
-    EXPECT_EQ(archivio.Uscite().size(), 3u);
+    EXPECT_EQ(archivio.Uscite().size(), 4u);
     EXPECT_EQ(archivio.DaLeggere(), 2);
     EXPECT_EQ(Di(archivio, "may/one.csv").Migliore, 7848) << "what tells no change is not opened";
     EXPECT_EQ(Di(archivio, "changed.csv").Sessione, "newer");
     EXPECT_EQ(Di(archivio, "added.csv").Giri(), 14);
     EXPECT_EQ(archivio.Trova(radice / "deleted.csv"), -1);
 
+    EXPECT_EQ(Di(archivio, "usb/five.csv").Sparito, radice / "usb");
+
     // The drive goes, in the middle of a walk too, and comes back.
     archivio.Apri(radice);
     archivio.Passo(0);
-    fs::rename(radice, macchina.Cartella / "away");
+    fs::rename(unita, macchina.Cartella / "away");
     while (archivio.Passo(0)) {
     }
-    ASSERT_EQ(archivio.Uscite().size(), 3u);
-    EXPECT_EQ(archivio.Mancante(), radice);
-    EXPECT_EQ(
-        FraseProblema(archivio.Uscite().front()),
-        "the folder " + radice.string() + " can't be reached; values are of the last reading");
+    ASSERT_EQ(archivio.Uscite().size(), 4u);
+    EXPECT_EQ(archivio.Mancante(), unita);
+    EXPECT_EQ(FraseProblema(archivio.Uscite().front()),
+              "the folder " + unita.string() + " can't be reached; values are of the last reading");
     EXPECT_TRUE(archivio.LeggiLogDi(0, 0)) << "nobody waits for it";
-    fs::rename(macchina.Cartella / "away", radice);
+    fs::rename(macchina.Cartella / "away", unita);
     FinoInFondo(archivio);
     EXPECT_FALSE(archivio.Uscite().front().ChiedeAttenzione());
 }
@@ -239,6 +246,8 @@ TEST_F(ArchivioProva, NotesChangeTheirLineAlone) {
 TEST_F(ArchivioProva, NotesGoOntoWhatIsThereNow) {
     Archivio archivio;
     FinoInFondo(archivio);
+    while (!archivio.LeggiLogDi(0, 1000)) {
+    }
     const fs::path ses = radice / "may/one.ses";
     SalvaNote(radice / "may/one.csv", "wing\none hole");
     const std::string nuovo = Leggi(ses);
@@ -247,6 +256,7 @@ TEST_F(ArchivioProva, NotesGoOntoWhatIsThereNow) {
     EXPECT_EQ(std::count(nuovo.begin(), nuovo.end(), '\n'), 26);
     archivio.Rileggi(0);
     EXPECT_EQ(archivio.Uscite()[0].Note, "wing one hole");
+    EXPECT_GT(archivio.Uscite()[0].Ideale, 0) << "the log is the same";
     // Another program was here.
     Scrivi(ses, "Sessione=race\r\n");
     SalvaNote(radice / "may/one.csv", "dry");
