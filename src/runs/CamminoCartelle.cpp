@@ -39,6 +39,15 @@ std::string_view Estensione(const fs::path& nome) {
     return trovata == kFini.end() ? std::string_view() : *trovata;
 }
 
+/// False for a name that is no text at all: Windows allows halves of characters.
+bool InLettere(const fs::path& nome) {
+    try {
+        return !nome.u8string().empty();
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
 StatoFile StatoVoce(const fs::directory_entry& voce) {
     StatoFile stato;
     std::error_code errore;
@@ -122,7 +131,7 @@ void CamminoCartelle::Apri() {
 
 void CamminoCartelle::Guarda(const fs::directory_entry& voce) {
     const fs::path nome = voce.path().filename();
-    if (nome.empty() || nome.native().front() == '.') return;
+    if (!InLettere(nome) || nome.native().front() == '.') return;
     std::error_code errore;
     if (voce.is_directory(errore)) {
         (voce.is_symlink(errore) ? collegate_ : daFare_).push_back(voce.path());

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <unordered_set>
 
-#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "shell/NumeroTesto.h"
@@ -196,9 +195,15 @@ std::optional<std::vector<Uscita>> LeggiIndice(std::string_view testo) {
 }
 
 std::string ScriviIndice(const std::vector<const Uscita*>& uscite) {
-    const std::size_t quante = std::min(uscite.size(), kUsciteMassime);
+    constexpr std::size_t kMargine = std::size_t{1}
+                                     << 22;  // a run with the longest texts, and more
     Scrittura scrittura;
-    for (std::size_t i = 0; i < quante; ++i) scrittura.Aggiungi(*uscite[i]);
+    std::size_t quante = 0;
+    for (const Uscita* una : uscite) {
+        if (quante == kUsciteMassime || scrittura.Testo().size() > kByteMassimi - kMargine) break;
+        scrittura.Aggiungi(*una);
+        ++quante;
+    }
     return ChiudiIndice(std::move(scrittura.Testo()), quante);
 }
 
@@ -217,7 +222,7 @@ std::vector<Uscita> CaricaIndice() {
 void SalvaIndice(const std::vector<const Uscita*>& uscite) {
     try {
         ScriviFile(FileIndice(), ScriviIndice(uscite), Lavoro::ScrivereUscite);
-    } catch (const ErroreRuntime&) {
+    } catch (const std::exception&) {
         // The next look reads everything again.
     }
 }

@@ -90,9 +90,8 @@ void SalvaNote(const std::filesystem::path& csv, std::string_view note) {
         ScriviFile(file, SessioneNuova(csv, note), Lavoro::ScrivereSessione);
         return;
     }
-    const std::string vecchio = LeggiFile(file, Lavoro::LeggereSessione);
-    const std::string nuovo = ConNote(vecchio, note);
-    if (nuovo != vecchio) ScriviFile(file, nuovo, Lavoro::ScrivereSessione);
+    const std::string nuovo = ConNote(LeggiFile(file, Lavoro::LeggereSessione), note);
+    ScriviFile(file, nuovo, Lavoro::ScrivereSessione);
 }
 
 }  // namespace lapvane
