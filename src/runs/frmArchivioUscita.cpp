@@ -34,6 +34,9 @@ constexpr double kFraColonne = 8.0;
 constexpr double kTitoloCarta = 26.0;
 constexpr double kPiedeCarta = 18.0;
 constexpr double kPunti = 8.0;
+// What is wrong with a run stands in the place of driver and vehicle.
+constexpr ColonnaUscite kDaGuaio = ColonnaUscite::Piloti;
+constexpr ColonnaUscite kFinoGuaio = ColonnaUscite::Giri;
 
 QString T(Voce voce) {
     return InQt(Testo(voce));
@@ -132,10 +135,10 @@ class PitturaCarta {
     void Uscita(const QRectF& riga, const QModelIndex& indice) {
         const QString guaio = modello_.data(indice, RuoloGuaio).toString();
         const bool primo = modello_.data(indice, RuoloPrimo).toBool();
-        const int fine =
-            static_cast<int>(guaio.isEmpty() ? ColonnaUscite::Durata : ColonnaUscite::Sessione);
-        for (int c = 0; c <= fine; ++c) {
-            const bool forte = primo && c == static_cast<int>(ColonnaUscite::Migliore);
+        for (int c = 0; c < kColonneUscite; ++c) {
+            const auto colonna = static_cast<ColonnaUscite>(c);
+            if (!guaio.isEmpty() && colonna >= kDaGuaio && colonna < kFinoGuaio) continue;
+            const bool forte = primo && colonna == ColonnaUscite::Migliore;
             penna_.setFont(forte ? forte_ : corpo_);
             penna_.setPen(forte ? colori_.Ok : colori_.Text);
             Scrivi(riga, c, modello_.data(indice.siblingAtColumn(c), Qt::DisplayRole).toString());
@@ -143,8 +146,9 @@ class PitturaCarta {
         if (guaio.isEmpty()) return;
         penna_.setFont(corpo_);
         penna_.setPen(colori_.Text);
-        const double da = colonne_.Da[static_cast<std::size_t>(ColonnaUscite::Piloti)];
-        const QRectF dove = riga.adjusted(da, 0, 0, 0);
+        QRectF dove = riga;
+        dove.setLeft(riga.left() + colonne_.Da[static_cast<std::size_t>(kDaGuaio)]);
+        dove.setRight(riga.left() + colonne_.Da[static_cast<std::size_t>(kFinoGuaio)]);
         penna_.drawText(dove, Qt::AlignVCenter,
                         QFontMetricsF(corpo_).elidedText(QStringLiteral("▲ ") + guaio,
                                                          Qt::ElideRight, dove.width()));
