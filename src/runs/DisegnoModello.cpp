@@ -1,5 +1,8 @@
 #include "runs/DisegnoModello.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/Platform.h"
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
@@ -117,6 +120,23 @@ const Uscita* DisegnoModello::UscitaA(int riga) const {
 int DisegnoModello::RigaDi(const std::filesystem::path& csv) const {
     const auto suo = posti_.find(csv.native());
     return suo == posti_.end() ? -1 : rigaDi_[static_cast<std::size_t>(suo->second)];
+}
+
+std::array<QString, kColonneUscite> DisegnoModello::PiuLunghi() const {
+    std::array<QString, kColonneUscite> testi;
+    for (const auto& [colonna, campo] : {std::pair{ColonnaUscite::Circuito, &Uscita::Circuito},
+                                         {ColonnaUscite::Sessione, &Uscita::Sessione},
+                                         {ColonnaUscite::Piloti, &Uscita::Piloti},
+                                         {ColonnaUscite::Veicolo, &Uscita::Veicolo}}) {
+        const auto lunga =
+            std::max_element(uscite_.begin(), uscite_.end(), [&](const Uscita& a, const Uscita& b) {
+                return (a.*campo).size() < (b.*campo).size();
+            });
+        if (lunga != uscite_.end()) {
+            testi[static_cast<std::size_t>(colonna)] = InQt((*lunga).*campo);
+        }
+    }
+    return testi;
 }
 
 QString DisegnoModello::NomeGruppo(int gruppo) const {

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QString>
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -39,6 +40,8 @@ class DisegnoModello : public QAbstractTableModel {
     /// The run of a row; null: the head of a group, or no row at all.
     const Uscita* UscitaA(int riga) const;
     bool TestataA(int riga) const;
+    /// The longest text of each column that holds what a person has written, of all runs.
+    std::array<QString, kColonneUscite> PiuLunghi() const;
     /// All runs, as they were at the last `Aggiorna`: the archive's places don't hold that long.
     const std::vector<Uscita>& Uscite() const { return uscite_; }
     /// The row of a run; -1: it does not show.

@@ -20,12 +20,13 @@ namespace {
 constexpr int kRientro = kSpazio;  // as the heads of the columns
 constexpr int kFreccia = 14;       // room of the arrow of a group
 constexpr int kSpazioColonna = 16;
-constexpr int kSessioneMinima = 100;
+constexpr int kSessioneMinima = 60;
+constexpr int kTestoMassimo = 220;  // longer texts are cut
 
-/// A text as wide as the column is to be, where its head is not wider.
+/// A text that each column has room for.
 constexpr std::array<const char*, kColonneUscite> kCampioni = {
-    "00 mmm 0000", "00:00",    "Rocca Serena 0", "Free practice 2", "Bianchi W", "Formula 44",
-    "000",         "00:00.00", "0:00.00",        "0:00.00",         "0:00:00"};
+    "00 mmm 0000", "00:00",    "Rocca Sere", "Free practi", "Bianchi", "Formula 4",
+    "000",         "00:00.00", "0:00.00",    "0:00.00",     "0:00:00"};
 
 constexpr std::array<ColonnaUscite, 3> kPrimeAdAndare = {
     ColonnaUscite::Veicolo, ColonnaUscite::Ideale, ColonnaUscite::Durata};
@@ -105,49 +106,65 @@ void DisegnoUscite::SenzaCircuito(bool senza) {
     AdattaColonne();
 }
 
-void DisegnoUscite::AdattaColonne() {
-    if (model() == nullptr) return;
+void DisegnoUscite::Campioni(const std::array<QString, kColonneUscite>& testi) {
+    if (testi == campioni_) return;
+    campioni_ = testi;
+    AdattaColonne();
+}
+
+/// What the columns ask for, and what the texts of a person can do with.
+DisegnoUscite::Larghezze DisegnoUscite::Richieste() const {
     const QFontMetrics corpo(Carattere(*this, Scrittura::Forte));
     const QFontMetrics piccole(Carattere(*this, Scrittura::Piccola));
-    std::array<int, kColonneUscite> larghe{};
-    int somma = 0;
+    Larghezze larghezze;
     for (int c = 0; c < kColonneUscite; ++c) {
+        const auto i = static_cast<std::size_t>(c);
         const QString testa = model()->headerData(c, Qt::Horizontal).toString();
         // The arrow of the sorting stands beside the words.
-        larghe[static_cast<std::size_t>(c)] =
-            std::max(corpo.horizontalAdvance(QLatin1String(kCampioni[static_cast<std::size_t>(c)])),
-                     piccole.horizontalAdvance(testa) + (c == 0 ? 0 : kSpazio)) +
-            kSpazioColonna;
-        somma += larghe[static_cast<std::size_t>(c)];
+        const int titolo = piccole.horizontalAdvance(testa) + (c == 0 ? 0 : kSpazio);
+        const int minima = std::max(corpo.horizontalAdvance(QLatin1String(kCampioni[i])), titolo);
+        const int sua = std::min(corpo.horizontalAdvance(campioni_[i]), kTestoMassimo);
+        larghezze.Minime[i] = minima + kSpazioColonna;
+        larghezze.Volute[i] = std::max(minima, sua) + kSpazioColonna;
     }
-    auto& sessione = larghe[static_cast<std::size_t>(ColonnaUscite::Sessione)];
-    const int posto = viewport()->width();
+    return larghezze;
+}
+
+void DisegnoUscite::AdattaColonne() {
+    if (model() == nullptr) return;
+    Larghezze larghezze = Richieste();
     std::array<bool, kColonneUscite> via{};
+    int resto = viewport()->width();
+    for (const int minima : larghezze.Minime) resto -= minima;
     const auto nascondi = [&](ColonnaUscite quale) {
         const auto c = static_cast<std::size_t>(quale);
         via[c] = true;
-        somma -= larghe[c];
+        resto += larghezze.Minime[c];
     };
     if (senzaCircuito_) nascondi(ColonnaUscite::Circuito);
     for (const ColonnaUscite prima : kPrimeAdAndare) {
-        if (somma - std::max(0, sessione - kSessioneMinima) <= posto) break;
-        nascondi(prima);
+        if (resto < 0) nascondi(prima);
     }
-    // What is left over goes to the texts.
-    int resto = posto - somma;
-    sessione = std::max(kSessioneMinima / 2, sessione + (resto > 0 ? resto / 2 : resto));
-    if (resto > 0) {
-        resto -= resto / 2;
-        larghe[static_cast<std::size_t>(ColonnaUscite::Piloti)] += resto - resto / 2;
-        const auto altra = via[static_cast<std::size_t>(ColonnaUscite::Veicolo)]
-                               ? ColonnaUscite::Piloti
-                               : ColonnaUscite::Veicolo;
-        larghe[static_cast<std::size_t>(altra)] += resto / 2;
+    int mancano = 0;
+    for (std::size_t c = 0; c < kColonneUscite; ++c) {
+        if (!via[c]) mancano += larghezze.Volute[c] - larghezze.Minime[c];
     }
+    // Room goes to the texts that are longer, what is left then to the sessions.
+    const double parte = mancano > 0 ? std::clamp(1.0 * resto / mancano, 0.0, 1.0) : 0.0;
+    for (std::size_t c = 0; c < kColonneUscite; ++c) {
+        if (via[c]) continue;
+        const int suo = static_cast<int>((larghezze.Volute[c] - larghezze.Minime[c]) * parte);
+        larghezze.Minime[c] += suo;
+        resto -= suo;
+    }
+    auto& sessione = larghezze.Minime[static_cast<std::size_t>(ColonnaUscite::Sessione)];
+    auto& piloti = larghezze.Minime[static_cast<std::size_t>(ColonnaUscite::Piloti)];
+    piloti += std::max(0, resto / 2);
+    sessione = std::max(kSessioneMinima, sessione + resto - std::max(0, resto / 2));
     for (int c = 0; c < kColonneUscite; ++c) {
         const auto i = static_cast<std::size_t>(c);
         header()->setSectionHidden(c, via[i]);
-        if (!via[i]) header()->resizeSection(c, larghe[i]);
+        if (!via[i]) header()->resizeSection(c, larghezze.Minime[i]);
     }
 }
 

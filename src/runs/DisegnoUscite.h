@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTreeView>
+#include <array>
 #include <memory>
 #include <utility>
 
@@ -30,6 +31,8 @@ class DisegnoUscite : public QTreeView {
 
     /// The box whose focus counts as that of the list, since its arrow keys move here.
     void Compagno(QWidget* casella) { compagno_ = casella; }
+    /// The longest text of each column, as far as one knows.
+    void Campioni(const std::array<QString, kColonneUscite>& testi);
     /// Widths for the texts and the font of now; the least needed ones hide where there is no room.
     void AdattaColonne();
     /// The circuit stands in the heads of the groups, not in a column.
@@ -78,6 +81,11 @@ class DisegnoUscite : public QTreeView {
         Scrittore Corpo;
         Scrittore Forte;
     };
+    struct Larghezze {
+        std::array<int, kColonneUscite> Minime{};
+        std::array<int, kColonneUscite> Volute{};
+    };
+    Larghezze Richieste() const;
     Scrittori& Scritti() const;
     bool Gruppo(const QModelIndex& indice) const;
     bool Attivo() const;
@@ -90,6 +98,7 @@ class DisegnoUscite : public QTreeView {
     void DisponiInvito();
 
     QWidget* compagno_ = nullptr;
+    std::array<QString, kColonneUscite> campioni_;
     bool senzaCircuito_ = false;
     QString invito_;
     QWidget* pulsante_ = nullptr;

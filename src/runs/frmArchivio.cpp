@@ -132,7 +132,9 @@ void frmArchivio::VaiAllaRicerca() {
 
 void frmArchivio::ScegliCartella() {
     const auto scelta = platform().AskFolder(Testo(Voce::ArchivioCartella), archivio_.Cartella());
-    if (scelta) Apri(*scelta);
+    if (!scelta) return;
+    Apri(*scelta);
+    txtCerca_->setFocus();
 }
 
 void frmArchivio::Apri(const std::filesystem::path& cartella) {
@@ -209,7 +211,9 @@ bool frmArchivio::LavoraLog() {
 
 /// The list takes over what the archive has now.
 void frmArchivio::Rinnova() {
-    Tenendo([this] { modello_->Aggiorna(); });
+    Tenendo([this] {
+        if (modello_->Aggiorna()) lista_->Campioni(modello_->PiuLunghi());
+    });
     AggiornaConto();
     AggiornaInvito();
     AggiornaAvviso();
@@ -417,7 +421,7 @@ void frmArchivio::done(int esito) {
             QStringList nomi;
             for (const auto& [csv, note] : pendenti_) nomi << PercorsoInQt(csv.filename());
             const std::string domanda =
-                DaQt(InQt(Testo(Voce::ArchivioChiudi)).arg(nomi.join(QStringLiteral(", "))));
+                Testo(Voce::ArchivioChiudi) + "\r\n" + DaQt(nomi.join(QStringLiteral("\r\n")));
             resta = platform().MsgBox(domanda, Buttons::OkCancel, Icon::Warning,
                                       platform().ExeName()) != Answer::Ok;
         }

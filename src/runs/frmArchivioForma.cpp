@@ -317,6 +317,11 @@ void frmArchivio::AggiornaTesti(Mnemonica& lettere) {
     cmdTogli_->setText(lettere.Con(T(Voce::ArchivioTogliRicerca)));
     txtCerca_->setPlaceholderText(T(Voce::ArchivioCerca));
     txtCerca_->setAccessibleName(T(Voce::ArchivioCerca));
+    // The glass and the cross inside it.
+    for (auto* segno : txtCerca_->findChildren<QToolButton*>()) {
+        segno->setAccessibleName(segno->isVisible() ? T(Voce::ArchivioCerca)
+                                                    : T(Voce::ArchivioTogliRicerca));
+    }
     lista_->setAccessibleName(T(Voce::VoceArchivio));
     tempi_->setAccessibleName(T(Voce::ArchivioTempi));
     schedaNote_->Titolo(T(Voce::Note));
@@ -326,6 +331,7 @@ void frmArchivio::AggiornaTesti(Mnemonica& lettere) {
     schedaImpostazioni_->Titolo(T(Voce::ArchivioImpostazioni));
     schede_->setAccessibleName(T(Voce::ArchivioTempi));
     // Their caption changes with the rows and with the work; their letters are fixed.
+    impostazioni_->setAccessibleName(T(Voce::ArchivioImpostazioni));
     impostazioni_->Lati(T(Voce::ArchivioPrima), T(Voce::ArchivioQuesta));
     letteraConfronta_ = lettere.Con(T(Voce::ArchivioConfronta));
     letteraFerma_ = lettere.Con(T(Voce::FermaAllineamento));

@@ -76,6 +76,7 @@ int Tour::Play() {
     Download();
     Analyse();
     CompareLaps();
+    ListRuns();
     RecentProjects();
     UnsavedChanges();
     OtherLanguage();
