@@ -126,21 +126,24 @@ void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
 }  // namespace lapvane::tour
 
 int main(int argc, char* argv[]) {
-    const QByteArray language = argc >= 3 ? argv[2] : "en";
-    const bool dark = argc == 4 && QByteArray(argv[3]) == "dark";
-    if (argc < 2 || argc > 4 || (language != "it" && language != "en") || (argc == 4 && !dark)) {
-        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en [dark]]\n");
-        return 2;
-    }
     lapvane::QuietOffscreen();
     QApplication application(argc, argv);
+    QStringList words = QApplication::arguments().mid(1);
+    const bool dark = words.removeAll(QStringLiteral("dark")) != 0;
+    const bool quick = words.removeAll(QStringLiteral("quick")) != 0;
+    const QString language = words.size() == 2 ? words.takeLast() : QStringLiteral("en");
+    if (words.size() != 1 || (language != QLatin1String("it") && language != QLatin1String("en"))) {
+        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en] [dark] [quick]\n");
+        return 2;
+    }
+    const bool italian = language == QLatin1String("it");
     if (dark) QApplication::setPalette(lapvane::tour::DarkPalette());
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
-    const QString out = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    const QString out = QDir(words.front()).absolutePath();
     const QString bin = QCoreApplication::applicationDirPath();
     const std::filesystem::path program = lapvane::PercorsoDaQt(out) / "program";
-    lapvane::tour::LayProgramFolder(lapvane::PercorsoDaQt(bin), program, language == "it");
+    lapvane::tour::LayProgramFolder(lapvane::PercorsoDaQt(bin), program, italian);
 
     QProcess instrument;
     instrument.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -154,9 +157,9 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "the simulated instrument does not start\n");
         return 1;
     }
-    lapvane::tour::TourPlatform machine(program);
+    lapvane::tour::TourPlatform machine(program, quick ? lapvane::tour::kQuick : 1);
     lapvane::SetPlatform(&machine);
-    const int result = lapvane::tour::Tour(out, language == "it", machine, instrument).Play();
+    const int result = lapvane::tour::Tour(out, italian, machine, instrument).Play();
     instrument.terminate();
     instrument.waitForFinished(3000);
     return result;
