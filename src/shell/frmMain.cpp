@@ -36,15 +36,16 @@
 #include "sensors/frmSensori.h"
 #include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
+#include "shell/Manuale.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "shell/dlgLanguages.h"
+#include "shell/frmInizio.h"
 #include "shell/frmSplash.h"
 #include "widgets/Icone.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
-#include "widgets/Sfondo.h"
 #include "widgets/TastoInvio.h"
 
 namespace lapvane {
@@ -63,15 +64,38 @@ QKeySequence Scorciatoia(Comando comando) {
             return QKeySequence::Save;
         case Comando::SaveAs:
             return QKeySequence(QStringLiteral("Ctrl+Shift+S"));
-        case Comando::DownData:
-            return QKeySequence(QStringLiteral("Ctrl+D"));
-        case Comando::Analize:
-            return QKeySequence(QStringLiteral("Ctrl+L"));
+        case Comando::Print:
+            return QKeySequence::Print;
+        case Comando::Note:
+            return QKeySequence(QStringLiteral("Ctrl+T"));
         case Comando::Exit:
             return QKeySequence(QStringLiteral("Ctrl+Q"));
-        default:
-            return {};
+        case Comando::Setup:
+            return QKeySequence(QStringLiteral("Ctrl+1"));
+        case Comando::Sensor:
+            return QKeySequence(QStringLiteral("Ctrl+2"));
+        case Comando::CustSensors:
+            return QKeySequence(QStringLiteral("Ctrl+3"));
+        case Comando::Alarm:
+            return QKeySequence(QStringLiteral("Ctrl+4"));
+        case Comando::ProgDev:
+            return QKeySequence(QStringLiteral("Ctrl+Shift+P"));
+        case Comando::ReadDev:
+            return QKeySequence(QStringLiteral("Ctrl+Shift+R"));
+        case Comando::ViewDev:
+            return QKeySequence(QStringLiteral("Ctrl+M"));
+        case Comando::DownData:
+            return QKeySequence(QStringLiteral("Ctrl+D"));
+        case Comando::SaveData:
+            return QKeySequence(QStringLiteral("Ctrl+E"));
+        case Comando::Analize:
+            return QKeySequence(QStringLiteral("Ctrl+L"));
+        case Comando::Language:
+            return QKeySequence(QStringLiteral("Ctrl+Shift+L"));
+        case Comando::Info:
+            return QKeySequence(QStringLiteral("Ctrl+I"));
     }
+    return {};
 }
 
 }  // namespace
@@ -85,7 +109,7 @@ frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
     CostruisciMenu();
     CostruisciBarra();
     CostruisciStato();
-    setCentralWidget(new Sfondo(this));
+    CreaInizio();
     setAcceptDrops(true);
     // Else the first button of the bar would have it, and an Enter too many behind a dialog would
     // be New. A button gets it by Tab alone.
@@ -167,6 +191,10 @@ void frmMain::CostruisciMenu() {
     }
     CreaConfronto();
     CreaLogRecenti();
+    mnuManuale_ = menuBar()->addAction(QString());
+    mnuManuale_->setObjectName(QStringLiteral("mnuManuale"));
+    mnuManuale_->setMenuRole(QAction::NoRole);
+    connect(mnuManuale_, &QAction::triggered, this, [] { Protetto([] { ApriManuale({}); }); });
     NascondiFileRecenti();
 }
 
@@ -266,6 +294,8 @@ void frmMain::AggiornaTesti() {
         if (!tasti.isEmpty()) pulsante->second->setAccessibleDescription(tasti.toString());
     }
     mnuConfronto_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceConfronto))));
+    mnuManuale_->setText(titoli.Con(InQt(Testo(Voce::VoceManuale))));
+    RileggiRecenti();
 }
 
 bool frmMain::event(QEvent* evento) {
@@ -281,6 +311,7 @@ void frmMain::Sorveglia() {
     const std::int64_t inizio = platform().GetTickCount();
     // The timer may fire inside an exchange that keeps the poll off.
     if (!pollAttivo_) SenzaSorveglianza([] { tmrComm_Timer(); });
+    AggiornaInizio();
     // From start to start; a poll that took longer, or that somebody waited for, has its rest.
     const std::int64_t durata = platform().GetTickCount() - inizio;
     tmrComm_.start(durata < kPollMs && !attesoDa_ ? static_cast<int>(kPollMs - durata) : kPollMs);
@@ -309,6 +340,12 @@ bool frmMain::eventFilter(QObject* oggetto, QEvent* evento) {
             tmrComm_.start(kPollMs);
         }
     }
+    if (evento->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(evento)->key() == Qt::Key_F1) {
+        MostraAiuto();
+        return true;
+    }
+    if (evento->type() == QEvent::ToolTip && MostraTasto(oggetto, evento)) return true;
     return QMainWindow::eventFilter(oggetto, evento);
 }
 
@@ -384,6 +421,7 @@ void frmMain::Corri(const std::function<void()>& comando) {
         frmMain& Finestra;
         ~Fine() {
             Finestra.comandoInCorso_ = false;
+            Finestra.AggiornaInizio();
             Finestra.RiprendiPresto();
         }
     } const fine{*this};

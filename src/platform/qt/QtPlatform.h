@@ -28,6 +28,7 @@ class QtPlatform : public Platform {
     std::filesystem::path CurDir() override;
     std::string ExeName() override;
     std::string Now() override;
+    bool OpenOutside(const std::filesystem::path& what, const std::string& place) override;
     char DecimalSeparator() override;
     void MousePointer(Pointer pointer) override;
     void Language(int index) override;
