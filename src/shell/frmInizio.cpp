@@ -26,10 +26,9 @@ namespace {
 
 constexpr int kMargineLargo = 64;
 constexpr int kMargineStretto = 24;
-constexpr int kLarghezzaSinistra = 560;
+constexpr int kLarghezzaSinistra = 600;
 constexpr int kLarghezzaDestra = 614;
 constexpr int kDueColonne = 900;  ///< least width for the lists beside the cards
-constexpr int kLato = 32;
 
 /// The strip that tells of a log which is not saved.
 class Striscia : public QWidget {
@@ -336,7 +335,9 @@ void frmInizio::AggiornaCarta(const Carta& carta) {
 
 void frmInizio::Caratteri() {
     lblNome_->setFont(Carattere(*this, Scrittura::Testa));
-    lblDomanda_->setFont(Carattere(*this, Scrittura::Titolo));
+    QFont domanda = Carattere(*this, Scrittura::Titolo);
+    domanda.setWeight(QFont::Normal);
+    lblDomanda_->setFont(domanda);
     lblLogDaSalvare_->setFont(Carattere(*this, Scrittura::Forte));
     const auto tenue = [this](QLabel* scritta) {
         QPalette paletta = palette();

@@ -421,7 +421,7 @@ void frmMain::Corri(const std::function<void()>& comando) {
         frmMain& Finestra;
         ~Fine() {
             Finestra.comandoInCorso_ = false;
-            Finestra.AggiornaInizio();
+            Finestra.RileggiRecenti();
             Finestra.RiprendiPresto();
         }
     } const fine{*this};
