@@ -47,6 +47,7 @@
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
 #include "widgets/TastoInvio.h"
+#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -130,6 +131,7 @@ int frmMain::Avvia() {
     QApplication::setApplicationName(QStringLiteral("Lapvane"));
     QApplication::setWindowIcon(Icona("lapvane"));
     QApplication::setQuitOnLastWindowClosed(false);
+    Vesti();
     std::unique_ptr<frmMain> finestra;
     frmSplash splash;
     splash.AlTermine = [&finestra] {
