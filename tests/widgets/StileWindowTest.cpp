@@ -6,7 +6,6 @@
 #include <QFocusFrame>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 
 #include "platform/qt/ConversioniQt.h"
 #include "widgets/Contrasto.h"
@@ -67,17 +66,15 @@ TEST(Vesti, DressesWhatComesAndFollowsTheTheme) {
     auto* edit = new QLineEdit(&finestra);
     auto* elenco = new QComboBox(&finestra);
     elenco->addItem(QStringLiteral("1"));
+    finestra.show();
     const int alto = finestra.fontMetrics().height() + 10;
     for (const QWidget* w : std::initializer_list<QWidget*>{pulsante, edit, elenco}) {
         EXPECT_EQ(w->sizeHint().height(), alto) << w->metaObject()->className();
         EXPECT_EQ(w->palette().color(QPalette::Base), ColoriDi(Tema::Scuro).Base);
     }
     // Another theme, while the program runs.
-    QTimer::singleShot(0, [] {
-        ImpostaTema(Tema::Chiaro);
-        QApplication::exit();
-    });
-    QApplication::exec();
+    ImpostaTema(Tema::Chiaro);
+    QCoreApplication::processEvents();
     EXPECT_EQ(edit->palette().color(QPalette::Base), ColoriDi(Tema::Chiaro).Base);
     // The ring goes with the focus from window to window.
     QDialog altra;
