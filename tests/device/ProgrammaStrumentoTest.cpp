@@ -106,7 +106,9 @@ class Corsa : public prova::ConStrumento<PlatformProva> {
         CurvaX.fill(7.0);
         CurvaY.fill(8.0);
         const RecordProgetto progetto = DatiProgetto;
+        ErroreComunicazione = false;
         const auto copia = LeggiCopia(vista);
+        EXPECT_FALSE(ErroreComunicazione) << "it would end a run that has nothing to do with it";
         EXPECT_EQ(TestoProgetto(DatiProgetto), TestoProgetto(progetto));
         EXPECT_EQ(DatiProgetto.chkIngresso, progetto.chkIngresso);
         EXPECT_TRUE(CurvaX[0] == 7.0 && CurvaX[19] == 7.0 && CurvaY[0] == 8.0 && CurvaY[19] == 8.0);
@@ -322,8 +324,6 @@ TEST_F(Corsa, WhatWasProgrammedDoesNotDiffer) {
 }
 
 TEST_F(Corsa, ACopyThatDoesNotComeThroughIsNoneAndTouchesNothing) {
-    ErroreComunicazione = true;  // of something before
-    ASSERT_TRUE(Copia());
     Guasta("drop:25:3");
     EXPECT_FALSE(Copia());
     EXPECT_EQ(Detto(), (std::vector<std::string>{Testo(Voce::StrumentoNonRisponde),
