@@ -167,6 +167,8 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
     }
     Apri();
     EXPECT_GT(LibreriaSensori.size(), 10u);
+    QAction* const confrontaStrumento = VoceMenu("mnuCompareDevice");
+    EXPECT_FALSE(confrontaStrumento->isEnabled());
     mnuNew_Click();
     std::string aperta;
     bool pollFermo = false;
@@ -192,6 +194,9 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
     EXPECT_EQ(aperta, "frmConfronto");
     EXPECT_TRUE(pollFermo);
     EXPECT_FALSE(AnalisiInCorso);
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    confrontaStrumento->trigger();
+    EXPECT_EQ(aperta, "dlgStrumento");
     for (const auto& [comando, domanda] : {std::pair{Comando::ProgDev, Voce::StrumentoSovrascritto},
                                            {Comando::ReadDev, Voce::DatiSostituiti}}) {
         finestra->Abilita(comando, true);

@@ -71,6 +71,7 @@ int Tour::Play() {
     Splash();
     Connect();
     OpenProject();
+    CompareWithTheInstrument();
     ProgramAndRead();
     Editors();
     Download();
