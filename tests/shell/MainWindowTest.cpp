@@ -615,26 +615,13 @@ TEST_F(Finestra, EachWindowHasItsPlaceInTheManualAndAMissingPageIsTold) {
     Apri();
     // The heading that a window leads to stands in the chapter of both languages.
     const fs::path manuale = prova::CartellaDati().parent_path() / "docs" / "manual";
-    for (const char* nome : {"frmMain",
-                             "dlgLanguages",
-                             "dlgNoteProgetto",
-                             "frmConfigurazione",
-                             "frmSensori",
-                             "frmAllarmi",
-                             "frmImpostaSensore",
-                             "dlgCalibrazione",
-                             "dlgStrumento",
-                             "dlgDiagnostica",
-                             "frmDownload",
-                             "frmAnalisiDati",
-                             "frmAnalisiDatiSpeed",
-                             "dlgSetGraph",
-                             "dlgDatiSessione",
-                             "dlgStatistiche",
-                             "dlgStatisticheMisure",
-                             "dlgReportGiri",
-                             "frmConfronto",
-                             "dlgCsvConfronto"}) {
+    for (const char* nome :
+         {"frmMain",        "dlgLanguages",         "dlgNoteProgetto",   "frmConfigurazione",
+          "frmSensori",     "frmAllarmi",           "frmImpostaSensore", "dlgCalibrazione",
+          "dlgStrumento",   "dlgDiagnostica",       "dlgDifferenze",     "frmDownload",
+          "frmAnalisiDati", "frmAnalisiDatiSpeed",  "dlgSetGraph",       "dlgDatiSessione",
+          "dlgStatistiche", "dlgStatisticheMisure", "dlgReportGiri",     "frmConfronto",
+          "dlgCsvConfronto"}) {
         const PostoManuale posto = PostoDi(nome);
         ASSERT_FALSE(posto.Capitolo.empty()) << nome;
         for (const char* lingua : {"it", "en"}) {
