@@ -199,39 +199,36 @@ LetturaLog::LetturaLog() = default;
 LetturaLog::~LetturaLog() = default;
 
 bool LetturaLog::Passo(Uscita& uscita, int ms) {
-    if (!confronto_ || csv_ != uscita.Csv || file_ != uscita.File) {
-        Apri(uscita);
-        return uscita.LogLetto;
+    try {
+        if (!confronto_ || csv_ != uscita.Csv || file_ != uscita.File) {
+            Apri(uscita);
+            return uscita.LogLetto;
+        }
+        const std::int64_t inizio = platform().GetTickCount();
+        while (confronto_->AllineaUnAltro()) {
+            if (platform().GetTickCount() - inizio >= ms) return false;
+        }
+        Finisci(uscita);
+    } catch (const std::exception&) {  // a file that can't be read, or no room for it
+        Segna(uscita, Guasto::Illeggibile, TestoDaPercorso(csv_.filename()));
+        uscita.LogLetto = true;
+        confronto_.reset();
     }
-    const std::int64_t inizio = platform().GetTickCount();
-    while (confronto_->AllineaUnAltro()) {
-        if (platform().GetTickCount() - inizio >= ms) return false;
-    }
-    Finisci(uscita);
     return true;
 }
 
 void LetturaLog::Apri(Uscita& uscita) {
     csv_ = uscita.Csv;
     file_ = uscita.File;
-    if (uscita.Problema.Tipo >= Guasto::LogEnorme) uscita.Problema = {};
-    uscita.LogLetto = true;
     confronto_.reset();
-    if (uscita.Problema.Tipo == Guasto::NonUnLog) return;
-    try {
-        if (const fs::path file = Enorme(uscita); !file.empty()) {
-            Segna(uscita, Guasto::LogEnorme, TestoDaPercorso(file.filename()));
-            return;
-        }
-        auto confronto = std::make_unique<Confronto>();
-        confronto->Apri(csv_);
-        confronto_ = std::move(confronto);
-        uscita.LogLetto = false;
-    } catch (const ErroreRuntime&) {
-        Segna(uscita, Guasto::Illeggibile, TestoDaPercorso(csv_.filename()));
-    } catch (const std::exception&) {  // no room for it
-        Segna(uscita, Guasto::Illeggibile, TestoDaPercorso(csv_.filename()));
-    }
+    if (uscita.Problema.Tipo >= Guasto::LogEnorme) uscita.Problema = {};
+    const fs::path grande = Enorme(uscita);
+    if (!grande.empty()) Segna(uscita, Guasto::LogEnorme, TestoDaPercorso(grande.filename()));
+    uscita.LogLetto = !grande.empty() || uscita.Problema.Tipo == Guasto::NonUnLog;
+    if (uscita.LogLetto) return;
+    auto confronto = std::make_unique<Confronto>();
+    confronto->Apri(csv_);
+    confronto_ = std::move(confronto);
 }
 
 void LetturaLog::Finisci(Uscita& uscita) {
