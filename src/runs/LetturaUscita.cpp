@@ -53,14 +53,18 @@ std::string VeicoloDi(const fs::path& csv) {
     return record.Veicolo;
 }
 
-/// Day and minute of the data file, on the clock of the desktop.
-void PrendiDalFile(Uscita& uscita) {
+/// Day and minute: the session's, or, where it has no day that can be read, those of the data file
+/// on the clock of the desktop.
+void PrendiQuando(Uscita& uscita) {
+    uscita.Giorno = LeggiGiorno(uscita.DataSessione);
+    uscita.Minuto = LeggiMinuto(uscita.OraSessione);
+    if (uscita.Giorno > 0) return;
     uscita.QuandoDelFile = true;
     const auto secondi = static_cast<std::time_t>(uscita.File.Csv.Tempo / 1000);
-    if (const std::tm* ora = std::localtime(&secondi)) {
-        uscita.Giorno = (ora->tm_year + 1900) * 10000 + (ora->tm_mon + 1) * 100 + ora->tm_mday;
-        uscita.Minuto = ora->tm_hour * 60 + ora->tm_min;
-    }
+    const std::tm* ora = std::localtime(&secondi);
+    if (ora == nullptr) return;
+    uscita.Giorno = (ora->tm_year + 1900) * 10000 + (ora->tm_mon + 1) * 100 + ora->tm_mday;
+    if (uscita.OraSessione.empty()) uscita.Minuto = ora->tm_hour * 60 + ora->tm_min;
 }
 
 void PrendiSessione(Uscita& uscita) {
@@ -79,12 +83,7 @@ void PrendiSessione(Uscita& uscita) {
     uscita.LunghTracciato = std::move(sessione.LunghTracciato);
     uscita.Piloti = std::move(sessione.Piloti);
     uscita.Note = std::move(sessione.NoteSessione);
-    if (uscita.DataSessione.empty()) {
-        PrendiDalFile(uscita);
-        return;
-    }
-    uscita.Giorno = LeggiGiorno(uscita.DataSessione);
-    uscita.Minuto = LeggiMinuto(uscita.OraSessione);
+    PrendiQuando(uscita);
 }
 
 void ContaParti(Uscita& uscita) {

@@ -50,6 +50,7 @@ TEST_F(ArchivioProva, FindsTheRunsAndSaysWhatIsWrong) {
     Metti("two", ".CSV");
     Metti("no times");
     fs::remove(radice / "no times.tim");
+    Scrivi(radice / "no times.ses", "\r\nDataSessione=Sunday\r\n");
     Metti("other");
     Scrivi(radice / "other.csv", "distance,delta 3\r\n");
     Scrivi(radice / "list.csv", "Name;Price\r\n");
@@ -73,7 +74,11 @@ TEST_F(ArchivioProva, FindsTheRunsAndSaysWhatIsWrong) {
     EXPECT_EQ(due.Minuto, -1);
     EXPECT_EQ(due.Migliore, 7848) << "as the lap table of the sample has it";
     EXPECT_EQ(FraseProblema(due), "");
-    EXPECT_TRUE(Di(archivio, "may/one.csv").QuandoDelFile);
+    for (const char* nome : {"may/one.csv", "no times.csv"}) {
+        EXPECT_TRUE(Di(archivio, nome).QuandoDelFile);
+        EXPECT_GT(Di(archivio, nome).Giorno, 20200000);
+    }
+    EXPECT_EQ(TestoData(Di(archivio, "no times.csv")), "Sunday");
     EXPECT_EQ(FraseProblema(Di(archivio, "no times.csv")),
               "the file is damaged: 2 of 3 parts are there (no .tim)");
     EXPECT_EQ(FraseProblema(Di(archivio, "alone.csv")),
