@@ -180,7 +180,7 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
             dialogo->close();
         }
     });
-    guardia.start(5);
+    guardia.start(0);
     for (const auto& [chiave, nome] : {std::pair{"Setup", "frmConfigurazione"},
                                        {"Sensor", "frmSensori"},
                                        {"Alarm", "frmAllarmi"},
