@@ -33,9 +33,9 @@ def windows(folder):
 # From the ground up: room, its files without .h and .cpp, the rooms that it may include beside itself.
 BASE = ["platform", "shell"]
 QT = [*BASE, "platform/qt", "widgets", "widgets/style"]
-LOGIC = [*BASE, "project", "sensors", "device", "logs", "reports", "analysis", "compare"]
+LOGIC = [*BASE, "project", "sensors", "device", "logs", "reports", "analysis", "compare", "runs"]
 WINDOWS = ["project windows", "sensors windows", "device windows", "logs windows", "reports windows",
-           "compare windows", "analysis windows", "shell windows"]
+           "compare windows", "analysis windows", "runs windows", "shell windows"]
 PROGRAM = [*LOGIC, *QT, *WINDOWS]
 
 ROOMS = [
@@ -48,6 +48,7 @@ ROOMS = [
     ("reports", logic("reports"), [*BASE, "project"]),
     ("analysis", logic("analysis"), [*BASE, "project", "reports"]),
     ("compare", logic("analysis/compare"), [*BASE, "project", "reports", "analysis"]),
+    ("runs", logic("runs"), [*BASE, "project", "device", "logs", "reports", "analysis", "compare"]),
     ("platform/qt", rf"src/platform/qt/{ANY}", ["platform"]),
     ("widgets/style", rf"src/widgets/style/{ANY}", ["platform", "platform/qt"]),
     ("widgets", rf"src/widgets/{ANY}", [*BASE, "platform/qt", "widgets/style"]),
@@ -60,6 +61,9 @@ ROOMS = [
      [*QT, "project", "reports", "analysis", "compare", "reports windows"]),
     ("analysis windows", windows("analysis"),
      [*QT, "project", "reports", "analysis", "compare", "reports windows", "compare windows"]),
+    ("runs windows", windows("runs"),
+     [*QT, "project", "device", "logs", "reports", "analysis", "compare", "runs",
+      "device windows", "reports windows", "analysis windows", "compare windows"]),
     ("shell windows", windows("shell"), [*LOGIC, *QT, *WINDOWS]),
     ("main", r"src/main", ["platform/qt", "shell windows"]),
     ("instrument", rf"instrument/{ANY}", [*BASE, "sensors", "device"]),

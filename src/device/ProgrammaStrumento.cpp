@@ -28,11 +28,14 @@ struct Verso {
     Voce Titolo;
     Voce Interrotta;
     std::int16_t Fase;
+    bool SenzaLink = true;  ///< Kept: without a link a step is left out, and nothing is said
 };
 constexpr Verso kProgramma = {Voce::StrumentoSovrascritto, Voce::ProgrammazioneStrumento,
                               Voce::ProgrammazioneInterrotta, 18};
 constexpr Verso kLettura = {Voce::DatiSostituiti, Voce::LetturaStrumento, Voce::LetturaInterrotta,
                             19};
+constexpr Verso kCopia = {Voce::Nessuna, Voce::LetturaStrumento, Voce::LetturaInterrotta, 19,
+                          false};
 
 /// False, and told, when a channel is on without a sensor or without a sampling rate.
 bool ControllaSensori() {
@@ -88,11 +91,13 @@ class Corsa {
             primo = false;
             // An exchange that nobody waits for any more is not begun.
             if (collegamento().Abbandonato) break;
-            // Kept: without a link the exchange is left out and nothing is said, so that a run
-            // without an instrument goes through all its steps.
-            if (!LinkPronto()) continue;
-            scambio();
-            fallito = fallito || ErroreComunicazione;
+            if (LinkPronto()) {
+                scambio();
+                fallito = fallito || ErroreComunicazione;
+            } else if (!verso_.SenzaLink) {
+                fallito = true;
+                break;
+            }
         }
         // A second record that went well does not make good for the first.
         ErroreComunicazione = ErroreComunicazione || fallito;
@@ -105,18 +110,18 @@ class Corsa {
         return true;
     }
 
-    void Riuscita() {
-        Libera();
-        vista_.Chiusura(Testo(verso_.Titolo) + " " + Testo(Voce::Riuscito));
-    }
-
- private:
     void Libera() {
         vista_.Puntatore(Pointer::Normal);
         principale().TestoPannello(Pannello::Progresso, "");
         FaseComunicazione = 0;
     }
 
+    void Riuscita() {
+        Libera();
+        vista_.Chiusura(Testo(verso_.Titolo) + " " + Testo(Voce::Riuscito));
+    }
+
+ private:
     void Interrompi(bool chiusa) {
         // An exchange that was cut off by the person is no failure of the link.
         const bool errore = ErroreComunicazione && !collegamento().Abbandonato;
@@ -197,6 +202,40 @@ void mnuReadDevice_Click(VistaStrumento& vista) {
     if (!corsa.Passo(Testo(Voce::PassoAllarmi), {LeggiDatiAllarmi})) return;
     ProgettoModificato = true;
     corsa.Riuscita();
+}
+
+namespace {
+
+std::optional<CopiaStrumento> Copia(VistaStrumento& vista) {
+    CopiaStrumento copia;
+    Corsa corsa(vista, kCopia);
+    const auto record = [&copia](std::size_t n) {
+        return [&copia, n] { copia.Record[n] = ChiediRecord(*kRecordCopiati[n]); };
+    };
+    corsa.Inizia();
+    if (!corsa.Passo(Testo(Voce::LetturaImpostazioni), {record(0), record(1)})) return {};
+    if (!corsa.Passo(Testo(Voce::LetturaIngressiSensori), {record(2)})) return {};
+    for (std::size_t n = 0; n < kCanaliSensore.size(); ++n) {
+        const auto curva = [&copia, n] {
+            if (const auto letta = ChiediCurva(static_cast<std::int16_t>(n))) {
+                copia.Curve[n] = *letta;
+            }
+        };
+        if (!corsa.Passo(Testo(kCanaliSensore[n].TestoLettura), {curva})) return {};
+    }
+    if (!corsa.Passo(Testo(Voce::PassoAllarmi), {record(3)})) return {};
+    corsa.Libera();
+    vista.Scarica();
+    return copia;
+}
+
+}  // namespace
+
+std::optional<CopiaStrumento> LeggiCopia(VistaStrumento& vista) {
+    const bool errorePrima = ErroreComunicazione;
+    auto copia = Copia(vista);
+    ErroreComunicazione = errorePrima;
+    return copia;
 }
 
 }  // namespace lapvane

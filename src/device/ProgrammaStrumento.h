@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "device/Differenze.h"
 #include "platform/Pointer.h"
 
 namespace lapvane {
@@ -27,5 +29,9 @@ void mnuProgramDevice_Click(VistaStrumento& vista);
 /// The same the other way: reads everything into the project and finds the sensors' names by their
 /// curves. A run that succeeded sets `ProgettoModificato`.
 void mnuReadDevice_Click(VistaStrumento& vista);
+
+/// The steps of a read into a copy: nothing else changes, however it ends. Asks nothing; without a
+/// link it fails. Its window is unloaded at the end. Empty: it did not come through.
+std::optional<CopiaStrumento> LeggiCopia(VistaStrumento& vista);
 
 }  // namespace lapvane

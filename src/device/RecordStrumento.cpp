@@ -1,5 +1,6 @@
 #include "device/RecordStrumento.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 #include <vector>
@@ -103,9 +104,8 @@ void Invia(const TabellaRecord& tabella) {
 
 void Leggi(const TabellaRecord& tabella) {
     const Lato lato = ScegliLato(tabella);
-    const std::string risposta = ChiediStrumento(Frame(tabella.Leggi), tabella.Risposta);
+    const std::string risposta = ChiediRecord(tabella);
     if (risposta.empty()) return;
-    LampeggiaRX();
     // Events have run: an editor that closed meanwhile is gone, and the project is not its heir.
     if (lato.Altro() || (lato.Form != nullptr && lato.Form != FormAttiva)) return;
     RiempiRecord(tabella, risposta, lato.Controlli);
@@ -211,14 +211,29 @@ void InviaCurvaSensore(std::int16_t canale) {
 }
 
 void LeggiCurvaSensore(std::int16_t canale) {
+    const auto curva = ChiediCurva(canale);
+    if (!curva) return;
+    std::copy(curva->X.begin(), curva->X.end(), CurvaX.begin());
+    std::copy(curva->Y.begin(), curva->Y.end(), CurvaY.begin());
+}
+
+std::string ChiediRecord(const TabellaRecord& tabella) {
+    std::string risposta = ChiediStrumento(Frame(tabella.Leggi), tabella.Risposta);
+    if (!risposta.empty()) LampeggiaRX();
+    return risposta;
+}
+
+std::optional<CurvaStrumento> ChiediCurva(std::int16_t canale) {
     const std::string risposta =
         ChiediStrumento(Frame(kLeggiCurva, CodificaByte(canale)), kRispostaCurva);
-    if (risposta.empty()) return;
+    if (risposta.empty()) return std::nullopt;
     LampeggiaRX();
+    CurvaStrumento curva;
     for (std::size_t i = 0; i < kPunti; ++i) {
-        CurvaX[i] = Intero(DecodificaInt16(risposta.substr(kAsseX - 1 + 2 * i, 2)));
-        CurvaY[i] = Intero(DecodificaInt16(risposta.substr(kAsseY - 1 + 2 * i, 2)));
+        curva.X[i] = static_cast<std::int16_t>(Int16In(risposta, kAsseX + 2 * i));
+        curva.Y[i] = static_cast<std::int16_t>(Int16In(risposta, kAsseY + 2 * i));
     }
+    return curva;
 }
 
 }  // namespace lapvane

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace lapvane {
@@ -49,5 +51,19 @@ void InviaCurvaSensore(std::int16_t canale);
 /// Fills elements 0 to 19 of `CurvaX` and `CurvaY` with the instrument's integers (signed, still
 /// multiplied by the channel's factor).
 void LeggiCurvaSensore(std::int16_t canale);
+
+// The same reads into copies of the caller's, whatever form is open: neither `DatiProgetto` nor a
+// control nor `CurvaX` and `CurvaY` is touched.
+
+/// A curve as the instrument holds it.
+struct CurvaStrumento {
+    std::array<std::int16_t, 20> X{};
+    std::array<std::int16_t, 20> Y{};  ///< multiplied by the channel's factor
+};
+
+/// The reply that holds a record; the empty text after a failure.
+std::string ChiediRecord(const TabellaRecord& tabella);
+/// The curve of a channel (0 to 8); empty after a failure.
+std::optional<CurvaStrumento> ChiediCurva(std::int16_t canale);
 
 }  // namespace lapvane

@@ -148,14 +148,14 @@ bool Testuale(const CampoRecord& campo) {
 }
 
 /// A project field as a number; a flag is 1 or 0. Not for text fields.
-std::int32_t NumeroProgetto(const CampoRecord& campo) {
+std::int32_t NumeroProgetto(const CampoRecord& campo, const RecordProgetto& record) {
     return std::visit(
-        [](auto membro) -> std::int32_t {
+        [&record](auto membro) -> std::int32_t {
             if constexpr (std::is_same_v<decltype(membro), std::string R::*>) {
                 assert(false);
                 return 0;
             } else {
-                return static_cast<std::int32_t>(DatiProgetto.*membro);
+                return static_cast<std::int32_t>(record.*membro);
             }
         },
         campo.Progetto);
@@ -177,11 +177,10 @@ void NelProgetto(const CampoRecord& campo, const std::string& letto) {
         campo.Progetto);
 }
 
-ValoreCodec DalProgetto(const CampoRecord& campo) {
-    if (campo.Attivo != nullptr && !(DatiProgetto.*campo.Attivo)) return ValoreCodec(0);
-    if (Testuale(campo))
-        return DiTesto(campo, DatiProgetto.*std::get<std::string R::*>(campo.Progetto));
-    return ValoreCodec(NumeroProgetto(campo) + (campo.Come == Ingresso ? 1 : 0));
+ValoreCodec DalProgetto(const CampoRecord& campo, const RecordProgetto& record) {
+    if (campo.Attivo != nullptr && !(record.*campo.Attivo)) return ValoreCodec(0);
+    if (Testuale(campo)) return DiTesto(campo, record.*std::get<std::string R::*>(campo.Progetto));
+    return ValoreCodec(NumeroProgetto(campo, record) + (campo.Come == Ingresso ? 1 : 0));
 }
 
 ValoreCodec DaiControlli(const CampoRecord& campo, const ControlliEditor& controlli) {
@@ -207,7 +206,14 @@ ValoreCodec DaiControlli(const CampoRecord& campo, const ControlliEditor& contro
 }
 
 ValoreCodec Valore(const CampoRecord& campo, const ControlliEditor* controlli) {
-    return controlli != nullptr ? DaiControlli(campo, *controlli) : DalProgetto(campo);
+    return controlli != nullptr ? DaiControlli(campo, *controlli)
+                                : DalProgetto(campo, DatiProgetto);
+}
+
+/// What arrives of a value in the byte or word of its field.
+std::int32_t Arrivato(const CampoRecord& campo, ValoreCodec valore) {
+    return campo.Larghezza == 1 ? static_cast<std::int32_t>(valore.Bit() & 0xFFu)
+                                : std::int32_t{static_cast<std::int16_t>(valore.Bit() & 0xFFFFu)};
 }
 
 /// A number of the wire as the editor shows it.
@@ -293,10 +299,9 @@ std::vector<ValoreFuori> ValoriFuori(const TabellaRecord& tabella,
     for (const CampoRecord& campo : tabella.Campi) {
         if (campo.Come == TipoLetto || campo.Come == Flag || campo.Come == Bit) continue;
         try {
-            const auto bit = Valore(campo, controlli).Bit();
-            const auto arrivato = campo.Larghezza == 1
-                                      ? static_cast<std::int32_t>(bit & 0xFFu)
-                                      : std::int32_t{static_cast<std::int16_t>(bit & 0xFFFFu)};
+            const ValoreCodec codice = Valore(campo, controlli);
+            const auto bit = codice.Bit();
+            const std::int32_t arrivato = Arrivato(campo, codice);
             // A list's index travels in 16 bits, where "none" is all ones.
             const auto valore = controlli != nullptr && campo.Come != Numero && campo.Come != Soglia
                                     ? std::int32_t{static_cast<std::int16_t>(bit & 0xFFFFu)}
@@ -328,6 +333,21 @@ const CampoRecord* CampoDi(std::string_view controllo) {
         }
     }
     return nullptr;
+}
+
+std::int32_t ValoreLetto(const CampoRecord& campo, std::string_view risposta) {
+    const std::int32_t valore = Intero(Decodifica(campo, risposta));
+    return campo.Come == Flag ? std::int32_t{valore != 0} : valore;
+}
+
+std::optional<std::int32_t> ValoreInviato(const CampoRecord& campo, const RecordProgetto& record) {
+    if (campo.Come == TipoLetto) return 0;
+    try {
+        const std::int32_t arrivato = Arrivato(campo, DalProgetto(campo, record));
+        return campo.Come == Ingresso ? arrivato - 1 : arrivato;
+    } catch (const NonCodificabile&) {
+        return std::nullopt;
+    }
 }
 
 void RiempiRecord(const TabellaRecord& tabella, std::string_view risposta,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -92,6 +93,12 @@ const CampoRecord* CampoDi(std::string_view controllo);
 /// The frame that writes a record from an editor's controls or, without, from `DatiProgetto`.
 /// Raises `NonCodificabile`.
 std::string ComponiRecord(const TabellaRecord& tabella, const ControlliEditor* controlli);
+
+/// What a field holds on the wire, as a read decodes it: words signed, bytes unsigned, flags and
+/// bits 0 or 1, an index of a list from 0.
+std::int32_t ValoreLetto(const CampoRecord& campo, std::string_view risposta);
+/// What a write of that project puts there, in the same form; empty: it cannot be encoded.
+std::optional<std::int32_t> ValoreInviato(const CampoRecord& campo, const RecordProgetto& record);
 
 /// Fills controls or, without, `DatiProgetto` from a reply of the record's length.
 void RiempiRecord(const TabellaRecord& tabella, std::string_view risposta,

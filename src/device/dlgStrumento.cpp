@@ -5,7 +5,9 @@
 #include <algorithm>
 
 #include "device/SerialComm.h"
+#include "device/dlgDifferenze.h"
 #include "platform/qt/TestoQt.h"
+#include "project/DatiProgetto.h"
 #include "sensors/CanaliSensore.h"
 #include "shell/LoadStrings.h"
 #include "shell/Principale.h"
@@ -78,23 +80,36 @@ dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
     // An Enter too many behind the question must not stop the run; Esc and the letter do.
     CancelButton_->setAutoDefault(false);
     CancelButton_->setFocusPolicy(Qt::NoFocus);
+    cmdConfronta_ = CreaPulsante("cmdConfronta", [this] {
+        confronta_ = true;
+        accept();
+    });
+    cmdConfronta_->setText(InQt(Testo(Voce::ConfrontaColProgetto)));
+    cmdConfronta_->setAutoDefault(false);
+    cmdConfronta_->hide();
 
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(24, 20, 24, 16);
     colonna->setSpacing(12);
     colonna->addWidget(Label2_);
     colonna->addWidget(Label1_, 1);
-    colonna->addLayout(RigaPulsanti(Label3_, {CancelButton_}));
+    colonna->addLayout(RigaPulsanti(Label3_, {cmdConfronta_, CancelButton_}));
 }
 
 void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
+    const bool scrive = corsa == mnuProgramDevice_Click;
+    // The button has its place from the beginning, so that the window does not grow at the end.
+    if (scrive) TieniPosto(cmdConfronta_);
     inCorso_ = true;
     corsa(*this);
     inCorso_ = false;
     collegamento().Abbandonato = false;
     if (!isVisible()) return;
     unsetCursor();
-    CancelButton_->setText(Mnemonica().Con(InQt(Testo(Voce::Riuscito))));
+    Mnemonica lettere;
+    CancelButton_->setText(lettere.Con(InQt(Testo(Voce::Riuscito))));
+    cmdConfronta_->setText(lettere.Con(InQt(Testo(Voce::ConfrontaColProgetto))));
+    cmdConfronta_->setVisible(scrive && !Label3_->text().isEmpty());
     CancelButton_->setFocusPolicy(Qt::StrongFocus);
     CancelButton_->setDefault(true);
     CancelButton_->setFocus();
@@ -102,6 +117,16 @@ void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
     // The check of the sensors left the link to this run; closing its window gives it back.
     principale().TestoPannello(Pannello::Progresso, "");
     FaseComunicazione = 0;
+    if (confronta_) dlgStrumento(parentWidget()).Confronta();
+}
+
+void dlgStrumento::Confronta() {
+    inCorso_ = true;
+    const auto copia = LeggiCopia(*this);
+    inCorso_ = false;
+    collegamento().Abbandonato = false;
+    unsetCursor();
+    if (copia) dlgDifferenze(Differenze(DatiProgetto, *copia), parentWidget()).exec();
 }
 
 void dlgStrumento::done(int esito) {

@@ -15,6 +15,9 @@ class dlgStrumento : public Dialogo, private VistaStrumento {
     /// Plays a run (`mnuProgramDevice_Click` or `mnuReadDevice_Click`) and stays until the person
     /// closes what it leaves open.
     void Esegui(void (*corsa)(VistaStrumento&));
+    /// Reads the instrument into a copy and shows what differs from the project; a read that did
+    /// not come through shows nothing more.
+    void Confronta();
 
     void done(int esito) override;
 
@@ -29,6 +32,8 @@ class dlgStrumento : public Dialogo, private VistaStrumento {
     QLabel* Label1_ = nullptr;
     QLabel* Label2_ = nullptr;
     QLabel* Label3_ = nullptr;
+    QPushButton* cmdConfronta_ = nullptr;  // there only behind a project that was written
+    bool confronta_ = false;
     bool inCorso_ = false;
 };
 

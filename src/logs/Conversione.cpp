@@ -7,6 +7,7 @@
 #include "device/Codec.h"
 #include "logs/BufferLog.h"
 #include "logs/DiarioScarico.h"
+#include "logs/Impostazioni.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -339,8 +340,12 @@ void ConvertiLog() {
     ScriviLog(PercorsoCsv, ComponiLog());
     logInMemoria().DaSalvare = false;
     ScaricoConcluso();
+    const std::string avviso = AggiornaImpostazioni(PercorsoCsv);
     platform().MsgBox(Testo(Voce::ConversioneCompletata), Buttons::Ok, Icon::Information,
                       platform().ExeName());
+    if (!avviso.empty()) {
+        platform().MsgBox(avviso, Buttons::Ok, Icon::Warning, platform().ExeName());
+    }
 }
 
 void mnuSaveData_Click() {
@@ -348,7 +353,7 @@ void mnuSaveData_Click() {
     RiparaCartella(cartella);
     // A new name each time, for no question protects a log of another folder. The dialog gives the
     // extension: the side files take their names from its three letters.
-    constexpr std::array<std::string_view, 3> kFini = {".csv", ".txt", ".tim"};
+    constexpr std::array<std::string_view, 4> kFini = {".csv", ".txt", ".tim", ".set"};
     std::string stelo = "Lapvane " + platform().Stamp();
     if (logInMemoria().Parziale) stelo += " " + Testo(Voce::Parziale);
     const auto scelto =

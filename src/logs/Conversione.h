@@ -46,8 +46,9 @@ FileLog ComponiLog(const IntestazioneLog& intestazione = IntestazioneCorrente())
 /// that would be its own side file.
 void ScriviLog(const std::filesystem::path& csv, const FileLog& file);
 
-/// Writes them beside `PercorsoCsv` and shows text 269. The download on the disk is not offered any
-/// more.
+/// Writes them beside `PercorsoCsv`, a copy of the settings beside them (`AggiornaImpostazioni`),
+/// and shows text 269; what hinders the copy is told behind it. The download on the disk is not
+/// offered any more.
 void ConvertiLog();
 
 /// The save command: asks for the path, then converts. What can't be written is told of, and the

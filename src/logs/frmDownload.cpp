@@ -4,17 +4,33 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <functional>
 
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
 #include "logs/DiarioScarico.h"
+#include "logs/Impostazioni.h"
+#include "platform/ErroreRuntime.h"
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
+#include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
 
 namespace lapvane {
+
+namespace {
+
+/// A box over the download. It takes as long as it takes: the wait of the exchange underneath does
+/// not count it.
+void MentreAspetta(const std::function<void()>& box) {
+    const std::int64_t inizio = platform().GetTickCount();
+    box();
+    collegamento().Sospeso += platform().GetTickCount() - inizio;
+}
+
+}  // namespace
 
 frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     setWindowTitle(InQt(Testo(Voce::ScaricaDati)));
@@ -37,6 +53,7 @@ frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     lblAvviso_->setWordWrap(true);
     lblAvviso_->hide();
     Andamento({});
+    CreaSceltaCopia();
     CreaOK([this] { accept(); })->setEnabled(false);
 
     auto* colonna = new QVBoxLayout(this);
@@ -53,8 +70,26 @@ frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     colonna->addLayout(quantita);
     colonna->addWidget(lblDisturbi_);
     colonna->addWidget(lblAvviso_);
-    colonna->addLayout(RigaPulsanti(nullptr, {OKButton_}));
+    colonna->addLayout(RigaPulsanti(chkImpostazioni_, {OKButton_}));
     setMinimumWidth(440);
+}
+
+/// The choice is kept at once: the conversion behind this window reads it.
+void frmDownload::CreaSceltaCopia() {
+    chkImpostazioni_ = new QCheckBox(this);
+    chkImpostazioni_->setObjectName(QStringLiteral("chkImpostazioni"));
+    chkImpostazioni_->setText(Mnemonica().Con(InQt(Testo(Voce::CopiaImpostazioni))));
+    chkImpostazioni_->setChecked(CopiaScelta());
+    connect(chkImpostazioni_, &QCheckBox::clicked, this, [this](bool copia) {
+        Protetto([&] {
+            try {
+                ScegliCopia(copia);
+            } catch (const ErroreRuntime& errore) {
+                chkImpostazioni_->setChecked(!copia);
+                MentreAspetta([&] { SegnalaScrittura(errore, Voce::SceltaNonSalvata); });
+            }
+        });
+    });
 }
 
 void frmDownload::showEvent(QShowEvent* evento) {
@@ -74,15 +109,15 @@ void frmDownload::showEvent(QShowEvent* evento) {
     });
 }
 
-/// A person who closes the window in the middle is asked. The answer takes as long as it takes:
-/// the wait of the exchange underneath does not count it.
+/// A person who closes the window in the middle is asked.
 bool frmDownload::SiFerma() {
     std::string domanda = Testo(Voce::ScaricoFermare);
     if (logInMemoria().TuttoSuDisco) domanda += " " + Testo(Voce::ScaricoPoi);
-    const std::int64_t inizio = platform().GetTickCount();
-    const Answer risposta =
-        platform().MsgBox(domanda, Buttons::OkCancel, Icon::Question, platform().ExeName());
-    collegamento().Sospeso += platform().GetTickCount() - inizio;
+    Answer risposta = Answer::Cancel;
+    MentreAspetta([&] {
+        risposta =
+            platform().MsgBox(domanda, Buttons::OkCancel, Icon::Question, platform().ExeName());
+    });
     return risposta == Answer::Ok;
 }
 

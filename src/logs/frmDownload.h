@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCheckBox>
 #include <QProgressBar>
 
 #include "logs/Scarico.h"
@@ -27,6 +28,7 @@ class frmDownload : public Dialogo, private VistaScarico {
     void Scarica() override { Chiudi(Rejected); }
     void Andamento(const AndamentoScarico& andamento) override;
     void Avviso(const std::string& testo) override;
+    void CreaSceltaCopia();
     bool SiFerma();
     void Chiudi(int esito);
 
@@ -37,6 +39,7 @@ class frmDownload : public Dialogo, private VistaScarico {
     QLabel* lblStatoDownload_ = nullptr;
     QLabel* lblPerc_ = nullptr;
     QProgressBar* ProgressBar1_ = nullptr;
+    QCheckBox* chkImpostazioni_ = nullptr;
     bool avviato_ = false;
     bool inCorso_ = false;
     bool finito_ = false;

@@ -45,6 +45,12 @@ namespace lapvane {
     RIGA(CalcolareChecksum, "computing a checksum", "calcolo di un checksum")                   \
     RIGA(ScaricareLog, "keeping the download on the disk", "copia dello scaricamento su disco") \
     RIGA(ConvertireLog, "converting the log", "conversione del log")                            \
+    RIGA(ScrivereImpostazioni, "writing the copy of the settings",                              \
+         "scrittura della copia delle impostazioni")                                            \
+    RIGA(LeggereImpostazioni, "reading the copy of the settings",                               \
+         "lettura della copia delle impostazioni")                                              \
+    RIGA(ScegliereCopia, "keeping the choice of the download window",                           \
+         "salvataggio della scelta sulla copia")                                                \
     RIGA(LeggereLog, "reading the log", "lettura del log")                                      \
     RIGA(LeggereTempi, "reading the lap times", "lettura dei tempi sul giro")                   \
     RIGA(LeggereScelte, "reading the choices of the comparison",                                \
@@ -56,6 +62,8 @@ namespace lapvane {
     RIGA(ScrivereVista, "writing the last view of the analysis",                                \
          "scrittura dell'ultima vista dell'analisi")                                            \
     RIGA(ScrivereConfronto, "writing the compared laps", "scrittura dei giri confrontati")      \
+    RIGA(LeggereUscite, "reading the list of runs", "lettura dell'elenco delle uscite")         \
+    RIGA(ScrivereUscite, "writing the list of runs", "scrittura dell'elenco delle uscite")      \
     RIGA(ScrivereTabella, "writing a table", "scrittura di una tabella")                        \
     RIGA(ScrivereImmagine, "writing a picture", "scrittura di un'immagine")                     \
     RIGA(ChiedereAnalisi, "asking an analysis for a channel or a lap",                          \

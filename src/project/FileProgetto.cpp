@@ -20,11 +20,15 @@ namespace lapvane {
 
 namespace fs = std::filesystem;
 
-std::array<std::string, 201> ValoriProgetto;
+ValoriFile ValoriProgetto;
 
 StatoProgetto& progettoAperto() {
     static StatoProgetto stato;
     return stato;
+}
+
+bool ProgettoPresente() {
+    return progettoAperto().SenzaFile || !PercorsoProgetto.empty();
 }
 
 namespace {
@@ -35,10 +39,10 @@ constexpr std::size_t kPosizioneIngresso = 80;
 constexpr std::size_t kMassimoProgetto = std::size_t{16} << 20;
 constexpr std::string_view kFiltro = "Project File (*.pro)|*.pro";
 
-std::string ValoreInTesto(const CampoProgetto& campo) {
+std::string ValoreInTesto(const CampoProgetto& campo, const RecordProgetto& record) {
     return std::visit(
-        [](auto membro) -> std::string {
-            const auto& valore = DatiProgetto.*membro;
+        [&record](auto membro) -> std::string {
+            const auto& valore = record.*membro;
             using Tipo = std::remove_cvref_t<decltype(valore)>;
             if constexpr (std::is_same_v<Tipo, std::string>) {
                 return valore.empty() ? " " : valore;
@@ -60,10 +64,10 @@ std::optional<bool> LeggiFlag(std::string_view testo) {
 }
 
 /// False if the value is no number of the field's type; a fraction is rounded, ties to even.
-bool Applica(const CampoProgetto& campo, const std::string& testo) {
+bool Applica(const CampoProgetto& campo, const std::string& testo, RecordProgetto& record) {
     return std::visit(
-        [&testo](auto membro) {
-            auto& valore = DatiProgetto.*membro;
+        [&](auto membro) {
+            auto& valore = record.*membro;
             using Tipo = std::remove_reference_t<decltype(valore)>;
             if constexpr (std::is_same_v<Tipo, std::string>) {
                 valore = testo;
@@ -86,17 +90,21 @@ bool Applica(const CampoProgetto& campo, const std::string& testo) {
 
 }  // namespace
 
-std::string TestoProgetto() {
+std::string TestoProgetto(const RecordProgetto& record) {
     std::string testo(kMagia);
     testo += "\r\n";
     for (std::size_t i = 0; i < kCampiProgetto.size(); ++i) {
         testo += "ID_";
         testo += kCampiProgetto[i].Nome;
         testo += '=';
-        testo += i == kPosizioneIngresso ? "0" : ValoreInTesto(kCampiProgetto[i].Campo);
+        testo += i == kPosizioneIngresso ? "0" : ValoreInTesto(kCampiProgetto[i].Campo, record);
         testo += "\r\n";
     }
     return testo;
+}
+
+std::string TestoProgetto() {
+    return TestoProgetto(DatiProgetto);
 }
 
 void SalvaProgetto() {
@@ -112,8 +120,8 @@ void SalvaProgetto() {
     progettoAperto().SenzaFile = false;
 }
 
-bool LeggiValoriProgetto(std::string_view righe) {
-    for (std::string& valore : ValoriProgetto) valore.clear();
+bool LeggiValoriProgetto(std::string_view righe, ValoriFile& valori) {
+    for (std::string& valore : valori) valore.clear();
     std::size_t posizione = 0;
     LettoreRighe lettore(righe);
     while (!lettore.Fine()) {
@@ -123,10 +131,22 @@ bool LeggiValoriProgetto(std::string_view righe) {
         riga.remove_prefix(uguale + 1);
         if (!riga.empty() && riga.front() == '"') riga.remove_prefix(1);
         if (!riga.empty() && riga.back() == '"') riga.remove_suffix(1);
-        if (posizione == ValoriProgetto.size()) return false;
-        ValoriProgetto[posizione++] = riga;
+        if (posizione == valori.size()) return false;
+        valori[posizione++] = riga;
     }
     return true;
+}
+
+bool LeggiValoriProgetto(std::string_view righe) {
+    return LeggiValoriProgetto(righe, ValoriProgetto);
+}
+
+std::optional<std::string_view> RigheProgetto(std::string_view testo) {
+    LettoreRighe righe(testo);
+    const std::string_view prima = righe.Prossima();
+    if (prima != kMagia) return std::nullopt;
+    const auto letti = static_cast<std::size_t>(prima.data() - testo.data()) + prima.size();
+    return testo.substr(std::min(testo.size(), letti));
 }
 
 bool LeggiProgetto(const fs::path& scelto) {
@@ -147,26 +167,28 @@ bool LeggiProgetto(const fs::path& scelto) {
         return rifiuta(Testo(Voce::IlFile) + " " + TestoDaPercorso(percorso) + " " +
                        Testo(Voce::NonTrovato));
     }
-    LettoreRighe righe(contenuto);
-    if (righe.Fine()) {
+    if (contenuto.empty()) {
         // Kept: the wording of the language file.
         return rifiuta(Testo(Voce::TabellaTestiGuasta) + " " + TestoDaPercorso(percorso) + " " +
                        Testo(Voce::TabellaTestiMancante));
     }
-    const std::string_view prima = righe.Prossima();
-    if (prima != kMagia) return rifiuta(Testo(Voce::NonEUnProgetto));
-    const std::size_t letti = std::min(
-        contenuto.size(), static_cast<std::size_t>(prima.data() - contenuto.data()) + prima.size());
-    LeggiValoriProgetto(std::string_view(contenuto).substr(letti));
+    const auto righe = RigheProgetto(contenuto);
+    if (!righe) return rifiuta(Testo(Voce::NonEUnProgetto));
+    LeggiValoriProgetto(*righe);
     ApplicaValoriProgetto();
     return true;
 }
 
-void ApplicaValoriProgetto() {
+bool ApplicaValoriProgetto(const ValoriFile& valori, RecordProgetto& record) {
     for (std::size_t i = 0; i < kCampiProgetto.size(); ++i) {
         if (i == kPosizioneIngresso) continue;
-        if (!Applica(kCampiProgetto[i].Campo, ValoriProgetto[i])) return;
+        if (!Applica(kCampiProgetto[i].Campo, valori[i], record)) return false;
     }
+    return true;
+}
+
+void ApplicaValoriProgetto() {
+    ApplicaValoriProgetto(ValoriProgetto, DatiProgetto);
 }
 
 void mnuNew_Click() {

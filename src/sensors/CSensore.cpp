@@ -68,26 +68,34 @@ void SvuotaLibreriaSensori() {
     LibreriaSensori.clear();
 }
 
-void CaricaCurvaSensore(std::string_view nome) {
+std::size_t CaricaCurvaSensore(std::string_view nome, AsseCurva& x, AsseCurva& y) {
     constexpr double kFondoScalaBit = 1024.0;
+    std::size_t messi = 0;
     for (const CSensore& sensore : LibreriaSensori) {
         if (sensore.Nome() != nome) continue;
         const int fattore = FattoreSensore(sensore.Tipo());
         const auto punti = static_cast<std::size_t>(std::max<int>(sensore.NumPunti(), 0));
         for (std::size_t i = 0; i < punti; ++i) {
-            CurvaX.at(i) = sensore.X(static_cast<int>(i));
-            CurvaY.at(i) = sensore.Y(static_cast<int>(i)) * fattore;
+            x.at(i) = sensore.X(static_cast<int>(i));
+            y.at(i) = sensore.Y(static_cast<int>(i)) * fattore;
         }
+        messi = std::max(messi, punti);
         // Kept: only a fuel level gets a tail; a shorter curve of another type leaves the elements
         // behind it as the channel before had them.
         if (sensore.Tipo() == "LivelloBenzina") {
             for (std::size_t i = punti; i < CSensore::kPunti; ++i) {
-                CurvaX[i] = kFondoScalaBit;
-                CurvaY[i] = punti == 0 ? 0.0 : CurvaY[punti - 1];
+                x[i] = kFondoScalaBit;
+                y[i] = punti == 0 ? 0.0 : y[punti - 1];
             }
+            messi = std::max(messi, CSensore::kPunti);
         }
         // Kept: the walk goes on, so that of two sensors of one name the last one is sent.
     }
+    return messi;
+}
+
+void CaricaCurvaSensore(std::string_view nome) {
+    CaricaCurvaSensore(nome, CurvaX, CurvaY);
 }
 
 void AzzeraCurvaSensore() {
@@ -95,19 +103,23 @@ void AzzeraCurvaSensore() {
     std::fill_n(CurvaY.begin(), kPunti, 0.0);
 }
 
-std::string CercaNomeSensore(std::string_view tipo) {
+std::string CercaNomeSensore(std::string_view tipo, const AsseCurva& x, const AsseCurva& y) {
     for (const CSensore& sensore : LibreriaSensori) {
         if (sensore.Tipo() != tipo) continue;
         int i = 0;
         // Equal to the last bit: a read value divided by the factor is the number that the decimal
         // text of the file gives.
-        while (i < kPunti && sensore.X(i) == CurvaX[static_cast<std::size_t>(i)] &&
-               sensore.Y(i) == CurvaY[static_cast<std::size_t>(i)]) {
+        while (i < kPunti && sensore.X(i) == x[static_cast<std::size_t>(i)] &&
+               sensore.Y(i) == y[static_cast<std::size_t>(i)]) {
             ++i;
         }
         if (i == kPunti) return sensore.Nome();
     }
     return {};
+}
+
+std::string CercaNomeSensore(std::string_view tipo) {
+    return CercaNomeSensore(tipo, CurvaX, CurvaY);
 }
 
 }  // namespace lapvane

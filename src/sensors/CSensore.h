@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "sensors/Curve.h"
+
 namespace lapvane {
 
 /// One sensor curve: raw values of an instrument input against physical values.
@@ -51,15 +53,19 @@ void CaricaLibreriaSensori();
 /// Removes all sensors, one by one from the front.
 void SvuotaLibreriaSensori();
 
-/// Finds the sensor of that name and leaves its curve, scaled by the factor of its type, in
-/// `CurvaX` and `CurvaY`. Without such a sensor the arrays stay as they are.
+/// Finds the sensor of that name and leaves its curve, scaled by the factor of its type, in `x` and
+/// `y`. Without such a sensor the axes stay as they are. The number of points that it has set.
+std::size_t CaricaCurvaSensore(std::string_view nome, AsseCurva& x, AsseCurva& y);
+/// The same in `CurvaX` and `CurvaY`.
 void CaricaCurvaSensore(std::string_view nome);
 
 /// The curve of a channel that is not enabled: zeros. Element 20 is left alone.
 void AzzeraCurvaSensore();
 
-/// The name of the first sensor of that type whose 20 points equal `CurvaX` and `CurvaY` (already
-/// divided by the factor) exactly; the empty text if there is none.
+/// The name of the first sensor of that type whose 20 points equal these axes (already divided by
+/// the factor) exactly; the empty text if there is none.
+std::string CercaNomeSensore(std::string_view tipo, const AsseCurva& x, const AsseCurva& y);
+/// The same for `CurvaX` and `CurvaY`.
 std::string CercaNomeSensore(std::string_view tipo);
 
 }  // namespace lapvane

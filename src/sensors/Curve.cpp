@@ -4,8 +4,8 @@
 
 namespace lapvane {
 
-std::array<double, 21> CurvaX{};
-std::array<double, 21> CurvaY{};
+AsseCurva CurvaX{};
+AsseCurva CurvaY{};
 
 int FattoreSensore(std::string_view tipo) {
     for (const TipoSensore& noto : kTipiSensore) {

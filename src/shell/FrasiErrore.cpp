@@ -26,11 +26,15 @@ std::string Motivo(const ErroreRuntime& errore) {
     }
 }
 
+std::string FraseScrittura(const ErroreRuntime& errore, Voce perduto) {
+    return Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(errore.File()) + "\r\n" +
+           Motivo(errore) + "\r\n\r\n" + Testo(perduto);
+}
+
 void SegnalaScrittura(const ErroreRuntime& errore, Voce perduto) {
     platform().MousePointer(Pointer::Normal);
-    platform().MsgBox(Testo(Voce::NonScritto) + "\r\n" + TestoDaPercorso(errore.File()) + "\r\n" +
-                          Motivo(errore) + "\r\n\r\n" + Testo(perduto),
-                      Buttons::Ok, Icon::Critical, platform().ExeName());
+    platform().MsgBox(FraseScrittura(errore, perduto), Buttons::Ok, Icon::Critical,
+                      platform().ExeName());
 }
 
 }  // namespace lapvane

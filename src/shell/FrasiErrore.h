@@ -13,8 +13,10 @@ std::string FraseErrore(const Parole& parole);
 /// Why a file was not written, as a sentence for a person.
 std::string Motivo(const ErroreRuntime& errore);
 
-/// Tells that a file was not written: which one, why, and what is therefore not saved. The program
-/// goes on.
+/// That a file was not written: which one, why, and what is therefore not saved.
+std::string FraseScrittura(const ErroreRuntime& errore, Voce perduto);
+
+/// Tells it. The program goes on.
 void SegnalaScrittura(const ErroreRuntime& errore, Voce perduto);
 
 }  // namespace lapvane

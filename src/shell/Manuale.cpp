@@ -28,6 +28,7 @@ constexpr std::array kPosti = std::to_array<VoceManuale>({
     {"frmImpostaSensore", {"05-library", "library"}},
     {"dlgCalibrazione", {"05-library", "calibration"}},
     {"dlgStrumento", {"06-instrument", "program"}},
+    {"dlgDifferenze", {"06-instrument", "compare"}},
     {"dlgDiagnostica", {"06-instrument", "live"}},
     {"frmDownload", {"07-download", "download"}},
     {"frmAnalisiDati", {"08-analysis", "window"}},

@@ -192,6 +192,7 @@ void frmMain::CostruisciMenu() {
         }
     }
     CreaConfronto();
+    CreaConfrontoStrumento();
     CreaLogRecenti();
     mnuManuale_ = menuBar()->addAction(QString());
     mnuManuale_->setObjectName(QStringLiteral("mnuManuale"));
@@ -296,6 +297,7 @@ void frmMain::AggiornaTesti() {
         if (!tasti.isEmpty()) pulsante->second->setAccessibleDescription(tasti.toString());
     }
     mnuConfronto_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceConfronto))));
+    mnuCompareDevice_->setText(menu[Titolo::Device].Con(InQt(Testo(Voce::ConfrontaStrumento))));
     mnuManuale_->setText(titoli.Con(InQt(Testo(Voce::VoceManuale))));
     RileggiRecenti();
 }

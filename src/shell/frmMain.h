@@ -91,6 +91,7 @@ class frmMain final : public QMainWindow, public Principale {
     void ApriAnalisi(const std::filesystem::path& file);
     static QString TestoRecente(const QMenu& menu, int indice, const QString& nome);
     void CreaConfronto();
+    void CreaConfrontoStrumento();
     void Confronta(const std::vector<std::filesystem::path>& log);
     void CreaLogRecenti();
     void MostraLogRecenti();
@@ -119,6 +120,7 @@ class frmMain final : public QMainWindow, public Principale {
     std::array<QAction*, 4> recenti_{};
     QAction* separatoreRecenti_ = nullptr;
     QAction* mnuConfronto_ = nullptr;
+    QAction* mnuCompareDevice_ = nullptr;
     QAction* separatoreLog_ = nullptr;
     std::array<QAction*, kLogRecenti> voceLog_{};
     ElencoLog logRecenti_;

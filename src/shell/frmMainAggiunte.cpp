@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "analysis/compare/frmConfronto.h"
+#include "device/dlgStrumento.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
@@ -55,6 +56,22 @@ void frmMain::CreaConfronto() {
     connect(mnuConfronto_, &QAction::triggered, this,
             [this] { Protetto([this] { Comandato(mnuConfronto_, [this] { Confronta({}); }); }); });
     menu_[Titolo::Analysis]->addAction(mnuConfronto_);
+}
+
+/// Behind the read, and possible whenever that is.
+void frmMain::CreaConfrontoStrumento() {
+    mnuCompareDevice_ = new QAction(Icona("ConfrontaStrumento"), {}, this);
+    mnuCompareDevice_->setObjectName(QStringLiteral("mnuCompareDevice"));
+    mnuCompareDevice_->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+K")));
+    mnuCompareDevice_->setMenuRole(QAction::NoRole);
+    const QAction* const lettura = voci_[Comando::ReadDev];
+    mnuCompareDevice_->setEnabled(lettura->isEnabled());
+    connect(lettura, &QAction::enabledChanged, mnuCompareDevice_, &QAction::setEnabled);
+    connect(mnuCompareDevice_, &QAction::triggered, this, [this] {
+        Protetto(
+            [this] { Comandato(mnuCompareDevice_, [this] { dlgStrumento(this).Confronta(); }); });
+    });
+    menu_[Titolo::Device]->insertAction(voci_[Comando::ViewDev], mnuCompareDevice_);
 }
 
 /// The logs of the last analyses, behind all that.

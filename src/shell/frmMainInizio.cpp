@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QToolTip>
 
+#include "analysis/compare/DisegnoNumeri.h"
 #include "logs/BufferLog.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -15,6 +16,8 @@
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 #include "project/FileRecenti.h"
+#include "runs/CamminoCartelle.h"
+#include "runs/LetturaUscita.h"
 #include "shell/LoadStrings.h"
 #include "shell/Manuale.h"
 #include "shell/Protetto.h"
@@ -35,6 +38,24 @@ RecenteInizio Recente(const std::filesystem::path& file) {
     recente.Data = info.exists()
                        ? QLocale().toString(info.lastModified().date(), QLocale::ShortFormat)
                        : InQt(Testo(Voce::NonQui));
+    return recente;
+}
+
+/// A log by its circuit and session, with its laps.
+RecenteInizio LogRecente(const std::filesystem::path& file) {
+    RecenteInizio recente = Recente(file);
+    Uscita uscita;
+    if (!FileEsiste(file) || !LeggiAccanto(file, StatiDi(file), uscita)) return recente;
+    QStringList nome;
+    for (const std::string& parte : {uscita.Circuito, uscita.Sessione}) {
+        if (!parte.empty()) nome << InQt(parte);
+    }
+    if (!nome.isEmpty()) recente.Nome = nome.join(QStringLiteral(", "));
+    if (uscita.Migliore > 0) {
+        recente.Riga +=
+            QStringLiteral(" \u00B7 ") +
+            InQt(Testo(Voce::GiriMigliore)).arg(uscita.Giri()).arg(TempoGiro(uscita.Migliore));
+    }
     return recente;
 }
 
@@ -88,7 +109,7 @@ void frmMain::RileggiRecenti() {
     }
     statoInizio_->Log.clear();
     for (const std::filesystem::path& log : logRecenti_) {
-        statoInizio_->Log.push_back(Recente(log));
+        statoInizio_->Log.push_back(LogRecente(log));
     }
     AggiornaInizio();
 }

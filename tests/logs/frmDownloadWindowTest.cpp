@@ -2,6 +2,7 @@
 
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
+#include "logs/Impostazioni.h"
 #include "support/StrumentoProva.h"
 #include "support/WindowPlatform.h"
 
@@ -64,6 +65,23 @@ TEST_F(DownloadFinestra, ShowsHowFarItIsAndWaitsForOK) {
     QTest::mouseClick(ok, Qt::LeftButton);
     EXPECT_FALSE(dialogo.isVisible());
     EXPECT_EQ(FaseComunicazione, 0);
+}
+
+TEST_F(DownloadFinestra, TheCopyOfTheSettingsIsChosenHere) {
+    auto* copia = Controllo<QCheckBox>(dialogo, "chkImpostazioni");
+    EXPECT_TRUE(copia->isChecked());
+    QTest::keyClick(copia, Qt::Key_Space);
+    EXPECT_FALSE(CopiaScelta());
+    EXPECT_FALSE(Controllo<QCheckBox>(frmDownload(), "chkImpostazioni")->isChecked());
+    // What can't be kept is not shown as if it were.
+    std::filesystem::remove(macchina.Cartella / "Download.lapvane");
+    std::filesystem::create_directory(macchina.Cartella / "Download.lapvane");
+    macchina.Risposte = {Answer::Ok};
+    macchina.AlBox = [&] { macchina.Orologio += 700; };
+    QTest::keyClick(copia, Qt::Key_Space);
+    EXPECT_FALSE(copia->isChecked());
+    EXPECT_TRUE(macchina.Mostrati.back().Testo.ends_with(Testo(Voce::SceltaNonSalvata)));
+    EXPECT_EQ(collegamento().Sospeso, 700) << "the download underneath runs out of its time";
 }
 
 TEST_F(DownloadFinestra, ClosingItGivesUpTheWaitAndThePortOnlyBehindIt) {

@@ -167,6 +167,8 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
     }
     Apri();
     EXPECT_GT(LibreriaSensori.size(), 10u);
+    QAction* const confrontaStrumento = VoceMenu("mnuCompareDevice");
+    EXPECT_FALSE(confrontaStrumento->isEnabled());
     mnuNew_Click();
     std::string aperta;
     bool pollFermo = false;
@@ -178,7 +180,7 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
             dialogo->close();
         }
     });
-    guardia.start(5);
+    guardia.start(0);
     for (const auto& [chiave, nome] : {std::pair{"Setup", "frmConfigurazione"},
                                        {"Sensor", "frmSensori"},
                                        {"Alarm", "frmAllarmi"},
@@ -192,6 +194,9 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
     EXPECT_EQ(aperta, "frmConfronto");
     EXPECT_TRUE(pollFermo);
     EXPECT_FALSE(AnalisiInCorso);
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    confrontaStrumento->trigger();
+    EXPECT_EQ(aperta, "dlgStrumento");
     for (const auto& [comando, domanda] : {std::pair{Comando::ProgDev, Voce::StrumentoSovrascritto},
                                            {Comando::ReadDev, Voce::DatiSostituiti}}) {
         finestra->Abilita(comando, true);
@@ -610,26 +615,13 @@ TEST_F(Finestra, EachWindowHasItsPlaceInTheManualAndAMissingPageIsTold) {
     Apri();
     // The heading that a window leads to stands in the chapter of both languages.
     const fs::path manuale = prova::CartellaDati().parent_path() / "docs" / "manual";
-    for (const char* nome : {"frmMain",
-                             "dlgLanguages",
-                             "dlgNoteProgetto",
-                             "frmConfigurazione",
-                             "frmSensori",
-                             "frmAllarmi",
-                             "frmImpostaSensore",
-                             "dlgCalibrazione",
-                             "dlgStrumento",
-                             "dlgDiagnostica",
-                             "frmDownload",
-                             "frmAnalisiDati",
-                             "frmAnalisiDatiSpeed",
-                             "dlgSetGraph",
-                             "dlgDatiSessione",
-                             "dlgStatistiche",
-                             "dlgStatisticheMisure",
-                             "dlgReportGiri",
-                             "frmConfronto",
-                             "dlgCsvConfronto"}) {
+    for (const char* nome :
+         {"frmMain",        "dlgLanguages",         "dlgNoteProgetto",   "frmConfigurazione",
+          "frmSensori",     "frmAllarmi",           "frmImpostaSensore", "dlgCalibrazione",
+          "dlgStrumento",   "dlgDiagnostica",       "dlgDifferenze",     "frmDownload",
+          "frmAnalisiDati", "frmAnalisiDatiSpeed",  "dlgSetGraph",       "dlgDatiSessione",
+          "dlgStatistiche", "dlgStatisticheMisure", "dlgReportGiri",     "frmConfronto",
+          "dlgCsvConfronto"}) {
         const PostoManuale posto = PostoDi(nome);
         ASSERT_FALSE(posto.Capitolo.empty()) << nome;
         for (const char* lingua : {"it", "en"}) {

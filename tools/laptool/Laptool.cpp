@@ -8,6 +8,7 @@
 #include "analysis/compare/LogAperto.h"
 #include "logs/Conversione.h"
 #include "logs/FileScarico.h"
+#include "logs/Impostazioni.h"
 #include "platform/FileTesto.h"
 #include "platform/Testo1252.h"
 #include "shell/NumeroTesto.h"
@@ -362,6 +363,8 @@ std::string Convert(const ConvertRequest& request) {
     if (download->Pagine.empty()) throw Refusal{request.Raw + ": it holds no page"};
     MettiInMemoria(*download);
     ScriviLog(csv, ComponiLog(download->Titoli));
+    // Which settings a raw download was driven with nobody knows; those of a log before are not it.
+    TogliImpostazioni(csv);
     if (download->Finito) return {};
     return request.Raw +
            ": the download is not whole: " + std::to_string(download->Pagine.size() * kBytePagina) +

@@ -11,6 +11,7 @@
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
 #include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
 #include "platform/qt/QtPrinter.h"
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
@@ -19,6 +20,7 @@
 #include "reports/DatiSessione.h"
 #include "reports/EditorSessione.h"
 #include "reports/StampaReport.h"
+#include "runs/NoteUscita.h"
 #include "sensors/ImpostaSensore.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
@@ -241,6 +243,17 @@ Begin Language(const fs::path& folder) {
     };
 }
 
+Begin Notes(const fs::path& folder) {
+    return [=]() -> Save {
+        const auto program = std::make_shared<Program>(folder);
+        const fs::path run = folder / "noted.csv";
+        if (!FileEsiste(run)) {
+            ScriviFile(run, "Time [sec];Distance [m]\r\n", Lavoro::ConvertireLog);
+        }
+        return [program, run](int which) { SalvaNote(run, Long(which, 60000)); };
+    };
+}
+
 }  // namespace
 
 std::vector<Saver> Savers(const fs::path& folder) {
@@ -262,6 +275,7 @@ std::vector<Saver> Savers(const fs::path& folder) {
         {"project sheet (PDF)", Look::Pdf, kWindows, {"sheet.pdf"}, ProjectSheet(folder)},
         {"choice of language", Look::Whole, kPlain, {"LANGUAGES.DAT"}, Language(folder)},
         {"session, 2 kB", Look::Whole, kPlain, {"run.ses"}, Session(folder, 100, 2000)},
+        {"notes of a run", Look::Whole, kPlain, {"noted.ses"}, Notes(folder)},
         {"session, 64 kB", Look::Whole, kPlain, {"run.ses"}, Session(folder, 65536, 65536)},
     };
 }

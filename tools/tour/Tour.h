@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QTableView>
+#include <QTableWidget>
 #include <QToolButton>
 #include <filesystem>
 #include <functional>
@@ -94,6 +95,9 @@ class Tour {
     void ProgramAndRead();
     void Command(const char* key);
     void LongCommand(const char* key, Voce question, Voce title, const QString& name);
+    /// The window of what differs; `look` sees its table before the picture is taken.
+    void Compared(const QString& name, const std::function<void(QTableWidget*)>& look);
+    void CompareWithTheInstrument();
 
     // EditorRoad.cpp: the windows that change the project, the live view.
     /// Opens an editor by its command, lets `act` change something, presses OK.

@@ -57,6 +57,7 @@ int Tour::Play() {
     Splash();
     Connect();
     OpenProject();
+    CompareWithTheInstrument();
     ProgramAndRead();
     Editors();
     Download();

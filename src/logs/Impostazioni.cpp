@@ -1,0 +1,137 @@
+#include "logs/Impostazioni.h"
+
+#include <algorithm>
+#include <string_view>
+#include <system_error>
+#include <variant>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
+#include "platform/Platform.h"
+#include "platform/Testo1252.h"
+#include "project/DatiProgetto.h"
+#include "project/FileProgetto.h"
+#include "shell/FrasiErrore.h"
+#include "shell/LoadStrings.h"
+
+namespace lapvane {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The line behind those of a project; the number is that of the format. It comes last, so that
+// whoever sees it has the whole file.
+constexpr std::string_view kChiave = "Lapvane settings=";
+constexpr std::string_view kFormato = "1";
+constexpr std::string_view kFineRiga = "\r\n";
+constexpr std::size_t kByteMassimi = std::size_t{16} << 20;  // as of a project file
+
+constexpr std::string_view kPrimaRigaScelta = "lapvane-download 1";
+constexpr std::string_view kRigaScelta = "settings=";
+
+fs::path FileScelta() {
+    return platform().AppPath() / "Download.lapvane";
+}
+
+/// The text of a copy, whatever its format; empty: it is none, or can't be read.
+std::string TestoCopia(const fs::path& file) {
+    try {
+        if (!FileEsiste(file)) return {};
+        std::string testo = LeggiFile(file, Lavoro::LeggereImpostazioni, kByteMassimi);
+        if (!RigheProgetto(testo) || !testo.ends_with(kFineRiga)) return {};
+        const std::size_t riga = testo.rfind('\n', testo.size() - kFineRiga.size()) + 1;
+        return testo.compare(riga, kChiave.size(), kChiave) == 0 ? testo : std::string();
+    } catch (const ErroreRuntime&) {
+        return {};
+    }
+}
+
+/// Removes a copy; the message if that fails.
+std::string Togli(const fs::path& csv) {
+    if (TogliImpostazioni(csv)) return {};
+    return Testo(Voce::ImpostazioniVecchie) + "\r\n" + TestoDaPercorso(FileImpostazioni(csv));
+}
+
+}  // namespace
+
+fs::path FileImpostazioni(const fs::path& csv) {
+    return SenzaFine(csv, 3, "set");
+}
+
+std::string TestoImpostazioni(const RecordProgetto& record) {
+    RecordProgetto copia = record;
+    for (const DescrizioneCampo& descrizione : kCampiProgetto) {
+        if (const auto* testo = std::get_if<std::string RecordProgetto::*>(&descrizione.Campo)) {
+            std::string& valore = copia.**testo;
+            std::erase(valore, '\r');
+            std::replace(valore.begin(), valore.end(), '\n', ' ');
+        }
+    }
+    return TestoProgetto(copia).append(kChiave).append(kFormato).append(kFineRiga);
+}
+
+bool LeggiImpostazioni(const fs::path& csv, RecordProgetto& record) {
+    const std::string testo = TestoCopia(FileImpostazioni(csv));
+    if (testo.empty()) return false;
+    ValoriFile valori;
+    LeggiValoriProgetto(*RigheProgetto(testo), valori);
+    // A line too many or too few would have shifted the values behind it.
+    const auto fine = std::find(valori.begin() + kNumCampiProgetto, valori.end(), std::string());
+    if (fine != valori.begin() + kNumCampiProgetto + 1) return false;
+    if (valori[kNumCampiProgetto] != kFormato) return false;
+    RecordProgetto letto;
+    if (!ApplicaValoriProgetto(valori, letto)) return false;
+    record = letto;
+    return true;
+}
+
+bool CopiaScelta() {
+    try {
+        if (!FileEsiste(FileScelta())) return true;
+        const std::string testo = LeggiFile(FileScelta(), Lavoro::LeggereImpostazioni, 1000);
+        LettoreRighe righe(testo);
+        if (righe.Prossima() != kPrimaRigaScelta) return true;
+        return righe.Prossima() != std::string(kRigaScelta) + "0";
+    } catch (const ErroreRuntime&) {
+        return true;
+    }
+}
+
+void ScegliCopia(bool copia) {
+    std::string testo(kPrimaRigaScelta);
+    testo.append("\n").append(kRigaScelta).append(copia ? "1\n" : "0\n");
+    ScriviFile(FileScelta(), testo, Lavoro::ScegliereCopia);
+}
+
+void ScriviImpostazioni(const fs::path& csv) {
+    ScriviFile(FileImpostazioni(csv), TestoImpostazioni(DatiProgetto),
+               Lavoro::ScrivereImpostazioni);
+}
+
+bool TogliImpostazioni(const fs::path& csv) {
+    const fs::path file = FileImpostazioni(csv);
+    if (TestoCopia(file).empty()) return true;
+    std::error_code errore;
+    fs::remove(file, errore);
+    return !errore;
+}
+
+std::string AggiornaImpostazioni(const fs::path& csv) {
+    if (!CopiaScelta() || !ProgettoPresente()) return Togli(csv);
+    const fs::path file = FileImpostazioni(csv);
+    if (FileEsiste(file) && TestoCopia(file).empty()) {
+        return Testo(Voce::ImpostazioniEstranee) + "\r\n" + TestoDaPercorso(file) + "\r\n\r\n" +
+               Testo(Voce::ImpostazioniNonCopiate);
+    }
+    try {
+        ScriviImpostazioni(csv);
+        return {};
+    } catch (const ErroreRuntime& errore) {
+        const std::string resta = Togli(csv);
+        return FraseScrittura(errore, Voce::ImpostazioniNonCopiate) +
+               (resta.empty() ? resta : "\r\n\r\n" + resta);
+    }
+}
+
+}  // namespace lapvane

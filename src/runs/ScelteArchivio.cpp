@@ -1,0 +1,136 @@
+#include "runs/ScelteArchivio.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/ErroreRuntime.h"
+#include "platform/FileTesto.h"
+#include "platform/Platform.h"
+#include "shell/NumeroTesto.h"
+
+namespace lapvane {
+
+namespace {
+
+constexpr std::string_view kPrimaRiga = "lapvane-runs 1";
+constexpr std::size_t kByteMassimi = 1 << 18;
+constexpr int kLarghezzaMassima = 4000;
+constexpr std::size_t kLarghezzeMassime = 64;
+
+constexpr std::array<std::string_view, kColonneUscite> kColonne = {
+    "date", "time", "circuit", "session", "driver", "vehicle",
+    "laps", "best", "mean",    "ideal",   "length"};
+constexpr std::array<std::string_view, 3> kGruppi = {"none", "circuit", "day"};
+constexpr std::array<std::pair<std::string_view, char>, 3> kSegni = {
+    {{"comma", ','}, {"semicolon", ';'}, {"tab", '\t'}}};
+
+std::filesystem::path DaUtf8(const std::string& utf8) {
+    return std::u8string(utf8.begin(), utf8.end());
+}
+
+std::string Utf8(const std::filesystem::path& percorso) {
+    const std::u8string utf8 = percorso.u8string();
+    return {utf8.begin(), utf8.end()};
+}
+
+std::vector<int> LeggiLarghezze(std::string_view valore) {
+    std::vector<int> larghezze;
+    while (!(valore = Rifila(valore)).empty()) {
+        const std::size_t fine = std::min(valore.find(' '), valore.size());
+        const int una = LeggiIntero(valore.substr(0, fine)).value_or(-1);
+        if (una < 0 || una > kLarghezzaMassima || larghezze.size() == kLarghezzeMassime) return {};
+        larghezze.push_back(una);
+        valore.remove_prefix(fine);
+    }
+    return larghezze;
+}
+
+void LeggiRiga(std::string_view chiave, const std::string& valore, ScelteArchivio& scelte) {
+    const auto posto = [&valore](const auto& nomi, auto& dove) {
+        const auto trovato = std::find(nomi.begin(), nomi.end(), valore);
+        if (trovato == nomi.end()) return;
+        dove = static_cast<std::remove_reference_t<decltype(dove)>>(trovato - nomi.begin());
+    };
+    if (chiave == "folder") {
+        scelte.Cartella = DaUtf8(valore);
+    } else if (chiave == "order") {
+        posto(kColonne, scelte.Ordine);
+    } else if (chiave == "descending") {
+        scelte.Discendente = valore != "0";
+    } else if (chiave == "group") {
+        posto(kGruppi, scelte.Gruppo);
+    } else if (chiave == "decimal") {
+        scelte.Decimale = valore == "point" ? '.' : valore == "comma" ? ',' : '\0';
+    } else if (chiave == "fields") {
+        for (const auto& [nome, segno] : kSegni) {
+            if (valore == nome) scelte.Campi = segno;
+        }
+    } else if (chiave == "against") {
+        scelte.Contro = DaUtf8(valore);
+    } else if (chiave == "widths") {
+        scelte.Larghezze = LeggiLarghezze(valore);
+    }
+}
+
+}  // namespace
+
+std::filesystem::path FileScelteArchivio() {
+    return platform().AppPath() / "Runs.lapvane";
+}
+
+ScelteArchivio LeggiScelteArchivio(std::string_view testo) {
+    ScelteArchivio scelte;
+    LettoreRighe righe(testo);
+    if (righe.Prossima() != kPrimaRiga) return scelte;
+    while (!righe.Fine()) {
+        const std::string_view riga = righe.Prossima();
+        const std::size_t uguale = riga.find('=');
+        if (uguale == std::string_view::npos) continue;
+        LeggiRiga(riga.substr(0, uguale), DaUnaRiga(riga.substr(uguale + 1)), scelte);
+    }
+    if (scelte.Campi != 0 && scelte.Campi == scelte.Decimale) scelte.Campi = 0;
+    return scelte;
+}
+
+std::string ScriviScelteArchivio(const ScelteArchivio& scelte) {
+    std::string testo(kPrimaRiga);
+    testo += "\n";
+    const auto riga = [&testo](std::string_view chiave, std::string_view valore) {
+        testo += std::string(chiave) + "=" + InUnaRiga(valore) + "\n";
+    };
+    riga("folder", Utf8(scelte.Cartella));
+    riga("order", kColonne[static_cast<std::size_t>(scelte.Ordine)]);
+    riga("descending", scelte.Discendente ? "1" : "0");
+    riga("group", kGruppi[static_cast<std::size_t>(scelte.Gruppo)]);
+    if (scelte.Decimale != 0) riga("decimal", scelte.Decimale == '.' ? "point" : "comma");
+    for (const auto& [nome, segno] : kSegni) {
+        if (scelte.Campi == segno) riga("fields", nome);
+    }
+    riga("against", Utf8(scelte.Contro));
+    std::string larghezze;
+    for (const int una : scelte.Larghezze) {
+        larghezze += (larghezze.empty() ? "" : " ") + TestoNumero(una);
+    }
+    riga("widths", larghezze);
+    return testo;
+}
+
+ScelteArchivio CaricaScelteArchivio() {
+    try {
+        const auto file = FileScelteArchivio();
+        if (!FileEsiste(file)) return {};
+        return LeggiScelteArchivio(LeggiFile(file, Lavoro::LeggereUscite, kByteMassimi));
+    } catch (const std::exception&) {
+        return {};
+    }
+}
+
+void SalvaScelteArchivio(const ScelteArchivio& scelte) {
+    try {
+        ScriviFile(FileScelteArchivio(), ScriviScelteArchivio(scelte), Lavoro::ScrivereUscite);
+    } catch (const ErroreRuntime&) {
+        // Choices are not worth a message.
+    }
+}
+
+}  // namespace lapvane
