@@ -194,9 +194,6 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
     EXPECT_EQ(aperta, "frmConfronto");
     EXPECT_TRUE(pollFermo);
     EXPECT_FALSE(AnalisiInCorso);
-    macchina.Risposte = {Answer::Ok, Answer::Ok};
-    confrontaStrumento->trigger();
-    EXPECT_EQ(aperta, "dlgStrumento");
     for (const auto& [comando, domanda] : {std::pair{Comando::ProgDev, Voce::StrumentoSovrascritto},
                                            {Comando::ReadDev, Voce::DatiSostituiti}}) {
         finestra->Abilita(comando, true);
@@ -204,6 +201,10 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
         VoceMenu(comando == Comando::ProgDev ? "mnuProgramDevice" : "mnuReadDevice")->trigger();
         EXPECT_NE(macchina.Mostrati.back().Testo.find(Testo(domanda)), std::string::npos);
     }
+    guardia.stop();
+    macchina.Risposte = {Answer::Ok};
+    confrontaStrumento->trigger();
+    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::ErroreDiComunicazione));
 }
 
 TEST_F(Finestra, WhatWasTakenBackIsOfferedUntilItIsSaved) {
