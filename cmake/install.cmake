@@ -18,7 +18,9 @@ install(FILES ${files}/LANGUAGES.DAT DESTINATION . COMPONENT lapvane)
 install(DIRECTORY data/sensors data/tracks data/pages DESTINATION . COMPONENT lapvane)
 install(DIRECTORY ${files}/sample DESTINATION . COMPONENT lapvane
         FILES_MATCHING PATTERN "Esempio.*")
-install(DIRECTORY ${CMAKE_BINARY_DIR}/manual DESTINATION . COMPONENT lapvane OPTIONAL)
+if(TARGET manual)
+    install(DIRECTORY ${files}/manual DESTINATION . COMPONENT lapvane)
+endif()
 install(FILES data/icons/lapvane.svg DESTINATION . COMPONENT lapvane)
 # What the user may have changed in a folder that is brought up to date stays as it is.
 install(CODE "

@@ -1,5 +1,6 @@
-# The manual: a tour in each language takes the pictures, then the chapters become pages in manual/.
-# Whatever changes in the program plays the tours again, so that no picture grows old.
+# The manual: a tour in each language takes the pictures, then the chapters become pages in manual/
+# beside the program, which opens them. Whatever changes in the program plays the tours again, so that
+# no picture is older than the windows that it shows.
 find_path(LAPVANE_CMARK_INCLUDE cmark-gfm-core-extensions.h)
 find_library(LAPVANE_CMARK cmark-gfm)
 find_library(LAPVANE_CMARK_EXTENSIONS cmark-gfm-extensions)
@@ -9,7 +10,7 @@ if(NOT LAPVANE_CMARK_INCLUDE OR NOT LAPVANE_CMARK OR NOT LAPVANE_CMARK_EXTENSION
 endif()
 
 file(GLOB LAPVANE_MANUAL_SOURCES CONFIGURE_DEPENDS tools/manual/*.cpp tools/manual/*.h)
-add_executable(makemanual EXCLUDE_FROM_ALL ${LAPVANE_MANUAL_SOURCES})
+add_executable(makemanual ${LAPVANE_MANUAL_SOURCES})
 target_include_directories(makemanual SYSTEM PRIVATE ${LAPVANE_CMARK_INCLUDE})
 target_link_libraries(makemanual PRIVATE lapvane_texttable lapvane_instrument_core
                       ${LAPVANE_CMARK_EXTENSIONS} ${LAPVANE_CMARK})
@@ -18,23 +19,21 @@ set(LAPVANE_TOURS ${CMAKE_BINARY_DIR}/tours)
 foreach(language it en)
     add_custom_command(
         OUTPUT ${LAPVANE_TOURS}/${language}.stamp
-        COMMAND ${CMAKE_COMMAND} -E rm -rf ${LAPVANE_TOURS}/${language}
-        COMMAND ${CMAKE_COMMAND} -E make_directory ${LAPVANE_TOURS}/${language}
-        COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen
-                $<TARGET_FILE:tour> ${LAPVANE_TOURS}/${language} ${language}
+        COMMAND ${CMAKE_COMMAND} -DTOUR=$<TARGET_FILE:tour> -DOUT=${LAPVANE_TOURS}/${language}
+                -DLANGUAGE=${language} -P ${CMAKE_SOURCE_DIR}/cmake/playtour.cmake
         COMMAND ${CMAKE_COMMAND} -E touch ${LAPVANE_TOURS}/${language}.stamp
-        DEPENDS tour lapvane-instrument ${LAPVANE_BIN}/LANGUAGES.DAT ${CMAKE_BINARY_DIR}/data.stamp
+        DEPENDS tour lapvane-instrument cmake/playtour.cmake ${LAPVANE_BIN}/LANGUAGES.DAT ${CMAKE_BINARY_DIR}/data.stamp
         COMMENT "Tour for the manual (${language})"
         VERBATIM)
 endforeach()
 
 file(GLOB_RECURSE LAPVANE_MANUAL_CHAPTERS CONFIGURE_DEPENDS docs/manual/*)
 add_custom_command(
-    OUTPUT ${CMAKE_BINARY_DIR}/manual/index.html
+    OUTPUT ${LAPVANE_BIN}/manual/index.html
     COMMAND makemanual ${CMAKE_SOURCE_DIR} ${LAPVANE_TOURS}/it ${LAPVANE_TOURS}/en
-            ${CMAKE_BINARY_DIR}/manual
+            ${LAPVANE_BIN}/manual
     DEPENDS makemanual ${LAPVANE_TOURS}/it.stamp ${LAPVANE_TOURS}/en.stamp data/testi.tsv
             ${LAPVANE_MANUAL_CHAPTERS}
     COMMENT "Manual"
     VERBATIM)
-add_custom_target(manual DEPENDS ${CMAKE_BINARY_DIR}/manual/index.html)
+add_custom_target(manual ALL DEPENDS ${LAPVANE_BIN}/manual/index.html)

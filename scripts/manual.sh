@@ -4,8 +4,8 @@ source "$(dirname "$0")/common.sh"
 
 preset=${1:-release}
 install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_RUN[@]}" "${PACKAGES_MANUAL[@]}"
-rm -f build/"$preset"/tours/*.stamp
-build "$preset" tour lapvane-instrument lapvane_data makemanual
 use_picture_font
+build "$preset" tour lapvane-instrument lapvane_data makemanual
+rm -f build/"$preset"/tours/*.stamp
 timeout 400 cmake --build --preset "$preset" --target manual
-echo "The manual: $PWD/build/$preset/manual/index.html"
+echo "The manual: $PWD/build/$preset/bin/manual/index.html"

@@ -285,6 +285,7 @@ void frmAnalisi::reject() {
 void frmAnalisi::done(int esito) {
     if (!scaricata_) {
         scaricata_ = true;
+        SalvaUltimaVista(Vista());
         Protetto([this] { analisi_->Form_Unload(); });
     }
     QDialog::done(esito);

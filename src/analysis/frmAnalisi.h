@@ -15,6 +15,7 @@
 #include <string>
 
 #include "analysis/AnalisiDati.h"
+#include "analysis/UltimaVista.h"
 #include "platform/Colore.h"
 #include "platform/qt/QtPrinter.h"
 #include "reports/DisegnoTracciato.h"
@@ -123,6 +124,8 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     void MenuGiri(const QPoint& dove);
     void MenuGrafico(const QPoint& dove);
     void ConfrontaColMigliore(int riga);
+    UltimaVista Vista() const;
+    void RiprendiVista();
     void SalvaImmagine();
     QImage Immagine();
     void DisegnaPagina(QtPrinter& stampante);

@@ -1,4 +1,5 @@
 // The tool bar of an analysis window and the dialogs that it opens.
+#include <QShortcut>
 #include <utility>
 
 #include "analysis/frmAnalisi.h"
@@ -23,20 +24,21 @@ struct Chiave {
     Voce Testo;         ///< of its tool tip
     bool Interruttore;  ///< it stays pressed
     bool Gruppo;        ///< a space stands before it
+    const char* Tasti;
 };
 
 constexpr std::array<Chiave, 11> kChiavi = {
-    {{"ChiudiGrafico", Voce::ChiudiAnalisi, false, false},
-     {"Statistiche", Voce::StatisticheSessione, false, true},
-     {"StatisticheMisure", Voce::StatisticheCanali, false, false},
-     {"ReportGiri", Voce::ReportGiri, false, false},
-     {"Sovrapposti", Voce::GraficiSovrapposti, true, true},
-     {"Separati", Voce::GraficiSeparati, true, false},
-     {"SetZoom", Voce::ZoomConIlMouse, true, false},
-     {"DimOriginali", Voce::GiroIntero, false, false},
-     {"Stampa", Voce::StampaGrafico, false, true},
-     {"Circuito", Voce::MappaCircuito, true, false},
-     {"DatiSessione", Voce::DatiDellaSessione, false, false}}};
+    {{"ChiudiGrafico", Voce::ChiudiAnalisi, false, false, "Ctrl+W"},
+     {"Statistiche", Voce::StatisticheSessione, false, true, "Ctrl+1"},
+     {"StatisticheMisure", Voce::StatisticheCanali, false, false, "Ctrl+2"},
+     {"ReportGiri", Voce::ReportGiri, false, false, "Ctrl+3"},
+     {"Sovrapposti", Voce::GraficiSovrapposti, true, true, "Ctrl+4"},
+     {"Separati", Voce::GraficiSeparati, true, false, "Ctrl+5"},
+     {"SetZoom", Voce::ZoomConIlMouse, true, false, "Ctrl+6"},
+     {"DimOriginali", Voce::GiroIntero, false, false, "Ctrl+0"},
+     {"Stampa", Voce::StampaGrafico, false, true, "Ctrl+P"},
+     {"Circuito", Voce::MappaCircuito, true, false, "Ctrl+7"},
+     {"DatiSessione", Voce::DatiDellaSessione, false, false, "Ctrl+8"}}};
 
 constexpr int kLatoIcona = 24;
 
@@ -54,6 +56,7 @@ QToolBar* frmAnalisi::CreaBarra() {
         pulsante->setAutoRaise(true);
         pulsante->setCheckable(chiave.Interruttore);
         pulsante->setFocusPolicy(Qt::TabFocus);
+        pulsante->setShortcut(QKeySequence(QLatin1String(chiave.Tasti)));
         const std::string nome = chiave.Nome;
         connect(pulsante, &QToolButton::clicked, this,
                 [this, nome] { Protetto([&] { Esegui(nome); }); });
@@ -61,6 +64,8 @@ QToolBar* frmAnalisi::CreaBarra() {
         chiavi_[nome] = pulsante;
     }
     chiavi_.at("Sovrapposti")->setChecked(true);
+    auto* vista = new QShortcut(QKeySequence(QStringLiteral("Ctrl+U")), this);
+    connect(vista, &QShortcut::activated, this, [this] { Protetto([this] { RiprendiVista(); }); });
     return barra;
 }
 

@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPainter>
+#include <algorithm>
 
 #include "analysis/compare/frmConfronto.h"
 #include "analysis/frmAnalisi.h"
@@ -47,12 +48,50 @@ void frmAnalisi::ConfrontaColMigliore(int riga) {
 }
 
 void frmAnalisi::MenuGrafico(const QPoint& dove) {
-    MostraMenu(
-        this, dove,
-        {{Voce::CopiaImmagine, [this] { QGuiApplication::clipboard()->setImage(Immagine()); }},
-         {Voce::SalvaImmagine, [this] { SalvaImmagine(); }},
-         {Voce::StampaGrafico,
-          [this] { StampaOAvvisa(Voce::StampaGrafico, [this] { StampaGrafico(); }); }}});
+    std::vector<VoceMenu> voci{
+        {Voce::CopiaImmagine, [this] { QGuiApplication::clipboard()->setImage(Immagine()); }},
+        {Voce::SalvaImmagine, [this] { SalvaImmagine(); }},
+        {Voce::StampaGrafico,
+         [this] { StampaOAvvisa(Voce::StampaGrafico, [this] { StampaGrafico(); }); }}};
+    if (CaricaUltimaVista()) voci.push_back({Voce::UltimaVista, [this] { RiprendiVista(); }});
+    MostraMenu(this, dove, voci);
+}
+
+UltimaVista frmAnalisi::Vista() const {
+    UltimaVista vista;
+    const ElencoCanali& canali = analisi_->Canali();
+    for (int c = kPrimoCanale; c <= canali.Ultimo(); ++c) {
+        if (canali[c].chkGrafico) vista.Canali.push_back(c);
+    }
+    vista.Scala = canali.CanaleScala();
+    vista.Distanza = righe_[kColonnaDistanza]->chkGrafico->isChecked();
+    vista.Separati = chiavi_.at("Separati")->isChecked();
+    return vista;
+}
+
+/// The clicks that lead to the view of the last time. What this log lacks is left out.
+void frmAnalisi::RiprendiVista() {
+    const std::optional<UltimaVista> vista = CaricaUltimaVista();
+    if (!vista || SSTab1_->isHidden()) return;
+    const auto premi = [](QAbstractButton* pulsante) {
+        if (pulsante->isEnabled() && !pulsante->isHidden() && !pulsante->isChecked()) {
+            pulsante->click();
+        }
+    };
+    if (SSTab1_->currentIndex() != 0) SSTab1_->setCurrentIndex(0);
+    premi(chiavi_.at("Sovrapposti"));
+    premi(righe_[vista->Distanza ? kColonnaDistanza : kColonnaTempo]->chkGrafico);
+    for (const bool spunta : {false, true}) {
+        for (int c = kPrimoCanale; c <= analisi_->Canali().Ultimo(); ++c) {
+            const bool scelto = std::binary_search(vista->Canali.begin(), vista->Canali.end(), c);
+            if (scelto == spunta) righe_[c]->chkGrafico->setChecked(spunta);
+        }
+    }
+    if (std::binary_search(vista->Canali.begin(), vista->Canali.end(), vista->Scala) &&
+        vista->Scala <= analisi_->Canali().Ultimo()) {
+        premi(righe_[vista->Scala]->optScala);
+    }
+    if (vista->Separati) premi(chiavi_.at("Separati"));
 }
 
 /// PNG or, where the chosen name says so, PDF: the page that is printed.

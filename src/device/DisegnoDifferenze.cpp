@@ -9,7 +9,7 @@ namespace lapvane {
 
 TabellaDifferenze::TabellaDifferenze(QWidget* parent) : Tabella(parent) {
     setObjectName(QStringLiteral("tabDifferenze"));
-    Quote({0.13, 0.31, 0.24, 0.24, 0.08});
+    Quote({0.12, 0.3, 0.25, 0.25, 0.08});
     setSelectionBehavior(QAbstractItemView::SelectRows);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }

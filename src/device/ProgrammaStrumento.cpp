@@ -204,9 +204,9 @@ void mnuReadDevice_Click(VistaStrumento& vista) {
     corsa.Riuscita();
 }
 
-std::optional<CopiaStrumento> LeggiCopia(VistaStrumento& vista) {
-    // A failure of an exchange before is none of this run.
-    ErroreComunicazione = false;
+namespace {
+
+std::optional<CopiaStrumento> Copia(VistaStrumento& vista) {
     CopiaStrumento copia;
     Corsa corsa(vista, kCopia);
     const auto record = [&copia](std::size_t n) {
@@ -226,6 +226,15 @@ std::optional<CopiaStrumento> LeggiCopia(VistaStrumento& vista) {
     if (!corsa.Passo(Testo(Voce::PassoAllarmi), {record(3)})) return {};
     corsa.Libera();
     vista.Scarica();
+    return copia;
+}
+
+}  // namespace
+
+std::optional<CopiaStrumento> LeggiCopia(VistaStrumento& vista) {
+    const bool errorePrima = ErroreComunicazione;
+    auto copia = Copia(vista);
+    ErroreComunicazione = errorePrima;
     return copia;
 }
 

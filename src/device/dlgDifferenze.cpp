@@ -10,7 +10,7 @@
 #include "shell/NumeroTesto.h"
 #include "shell/StatoShell.h"
 #include "widgets/MenuUscita.h"
-#include "widgets/style/Vesti.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
@@ -31,13 +31,8 @@ std::filesystem::path NomeProposto() {
 
 dlgDifferenze::dlgDifferenze(const std::vector<Differenza>& differenze, QWidget* parent)
     : Dialogo("dlgDifferenze", parent) {
-    Vesti(*this);
     lblEsito_ = Etichetta(this, "lblEsito");
-    lblEsito_->setWordWrap(true);
-    QFont titolo = font();
-    titolo.setPointSizeF(titolo.pointSizeF() * 1.25);
-    titolo.setBold(true);
-    lblEsito_->setFont(titolo);
+    lblEsito_->setFont(Carattere(*this, Scrittura::Titolo));
     tabella_ = new TabellaDifferenze(this);
     tabella_->NomeCsv(NomeProposto(), ".csv");
     cmdCopia_ =
@@ -56,8 +51,8 @@ dlgDifferenze::dlgDifferenze(const std::vector<Differenza>& differenze, QWidget*
     cmdCsv_->setVisible(!uguali);
 
     auto* colonna = new QVBoxLayout(this);
-    colonna->setContentsMargins(16, 16, 16, 16);
-    colonna->setSpacing(12);
+    colonna->setContentsMargins(kMargineDialogo, kMargineDialogo, kMargineDialogo, kMargineDialogo);
+    colonna->setSpacing(kMargineCornice);
     colonna->addWidget(lblEsito_);
     colonna->addWidget(tabella_, 1);
     auto* riga = new QHBoxLayout;

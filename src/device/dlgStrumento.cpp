@@ -84,6 +84,7 @@ dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
         confronta_ = true;
         accept();
     });
+    cmdConfronta_->setText(InQt(Testo(Voce::ConfrontaColProgetto)));
     cmdConfronta_->setAutoDefault(false);
     cmdConfronta_->hide();
 
@@ -96,6 +97,9 @@ dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
 }
 
 void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
+    const bool scrive = corsa == mnuProgramDevice_Click;
+    // The button has its place from the beginning, so that the window does not grow at the end.
+    if (scrive) TieniPosto(cmdConfronta_);
     inCorso_ = true;
     corsa(*this);
     inCorso_ = false;
@@ -105,7 +109,7 @@ void dlgStrumento::Esegui(void (*corsa)(VistaStrumento&)) {
     Mnemonica lettere;
     CancelButton_->setText(lettere.Con(InQt(Testo(Voce::Riuscito))));
     cmdConfronta_->setText(lettere.Con(InQt(Testo(Voce::ConfrontaColProgetto))));
-    cmdConfronta_->setVisible(corsa == mnuProgramDevice_Click && !Label3_->text().isEmpty());
+    cmdConfronta_->setVisible(scrive && !Label3_->text().isEmpty());
     CancelButton_->setFocusPolicy(Qt::StrongFocus);
     CancelButton_->setDefault(true);
     CancelButton_->setFocus();

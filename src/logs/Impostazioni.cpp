@@ -34,16 +34,29 @@ fs::path FileScelta() {
     return platform().AppPath() / "Download.lapvane";
 }
 
-/// The text of a copy, whatever its format; empty: it is none, or can't be read.
+/// Whether a text is a copy, whatever its format.
+bool ECopia(std::string_view testo) {
+    if (!RigheProgetto(testo) || !testo.ends_with(kFineRiga)) return false;
+    const std::size_t riga = testo.rfind('\n', testo.size() - kFineRiga.size()) + 1;
+    return testo.substr(riga).starts_with(kChiave);
+}
+
+/// The text of a copy; empty: the file is none, or can't be read.
 std::string TestoCopia(const fs::path& file) {
     try {
         if (!FileEsiste(file)) return {};
         std::string testo = LeggiFile(file, Lavoro::LeggereImpostazioni, kByteMassimi);
-        if (!RigheProgetto(testo) || !testo.ends_with(kFineRiga)) return {};
-        const std::size_t riga = testo.rfind('\n', testo.size() - kFineRiga.size()) + 1;
-        return testo.compare(riga, kChiave.size(), kChiave) == 0 ? testo : std::string();
+        return ECopia(testo) ? testo : std::string();
     } catch (const ErroreRuntime&) {
         return {};
+    }
+}
+
+/// A text without line breaks: a blank stands for each.
+void InRiga(std::string& testo) {
+    for (std::size_t i = 0; i < testo.size(); ++i) {
+        if (testo[i] == '\r' && i + 1 < testo.size() && testo[i + 1] == '\n') testo.erase(i, 1);
+        if (testo[i] == '\r' || testo[i] == '\n') testo[i] = ' ';
     }
 }
 
@@ -63,17 +76,14 @@ std::string TestoImpostazioni(const RecordProgetto& record) {
     RecordProgetto copia = record;
     for (const DescrizioneCampo& descrizione : kCampiProgetto) {
         if (const auto* testo = std::get_if<std::string RecordProgetto::*>(&descrizione.Campo)) {
-            std::string& valore = copia.**testo;
-            std::erase(valore, '\r');
-            std::replace(valore.begin(), valore.end(), '\n', ' ');
+            InRiga(copia.**testo);
         }
     }
     return TestoProgetto(copia).append(kChiave).append(kFormato).append(kFineRiga);
 }
 
-bool LeggiImpostazioni(const fs::path& csv, RecordProgetto& record) {
-    const std::string testo = TestoCopia(FileImpostazioni(csv));
-    if (testo.empty()) return false;
+bool ImpostazioniDaTesto(std::string_view testo, RecordProgetto& record) {
+    if (!ECopia(testo)) return false;
     ValoriFile valori;
     LeggiValoriProgetto(*RigheProgetto(testo), valori);
     // A line too many or too few would have shifted the values behind it.
@@ -84,6 +94,10 @@ bool LeggiImpostazioni(const fs::path& csv, RecordProgetto& record) {
     if (!ApplicaValoriProgetto(valori, letto)) return false;
     record = letto;
     return true;
+}
+
+bool LeggiImpostazioni(const fs::path& csv, RecordProgetto& record) {
+    return ImpostazioniDaTesto(TestoCopia(FileImpostazioni(csv)), record);
 }
 
 bool CopiaScelta() {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace lapvane {
 
@@ -17,8 +18,10 @@ std::filesystem::path FileImpostazioni(const std::filesystem::path& csv);
 /// behind them.
 std::string TestoImpostazioni(const RecordProgetto& record);
 
-/// Reads the copy beside a data file. False, and `record` as it was, for a file that is missing,
-/// cut, damaged or no such copy. The input's flag of a project is in no file.
+/// Reads such a text. False, and `record` as it was, for one that is cut, damaged or no copy. The
+/// input's flag of a project is in none.
+bool ImpostazioniDaTesto(std::string_view testo, RecordProgetto& record);
+/// The same from the copy beside a data file; false as well where there is none.
 bool LeggiImpostazioni(const std::filesystem::path& csv, RecordProgetto& record);
 
 /// Whether a copy is to be kept: the choice of the last time, yes without one.

@@ -22,6 +22,8 @@ namespace lapvane {
 
 namespace {
 
+constexpr int kLarghezza = 440;
+
 /// A box over the download. It takes as long as it takes: the wait of the exchange underneath does
 /// not count it.
 void MentreAspetta(const std::function<void()>& box) {
@@ -71,7 +73,7 @@ frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     colonna->addWidget(lblDisturbi_);
     colonna->addWidget(lblAvviso_);
     colonna->addLayout(RigaPulsanti(chkImpostazioni_, {OKButton_}));
-    setMinimumWidth(440);
+    setMinimumWidth(std::max(kLarghezza, minimumSizeHint().width()));
 }
 
 /// The choice is kept at once: the conversion behind this window reads it.
@@ -96,6 +98,8 @@ void frmDownload::showEvent(QShowEvent* evento) {
     QDialog::showEvent(evento);
     if (avviato_) return;
     avviato_ = true;
+    // As long as OK is off the tick would have the focus, and a Space too many would take it away.
+    setFocus();
     QTimer::singleShot(0, this, [this] {
         inCorso_ = true;
         Protetto([this] {

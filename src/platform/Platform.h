@@ -48,6 +48,11 @@ class Platform {
     virtual std::string Stamp();
     /// The person's folder of documents; empty: there is none.
     virtual std::filesystem::path Documents() { return {}; }
+    /// Shows a file or a folder in whatever the desktop opens it with; `place` is a heading inside
+    /// a page. False: nothing opens it.
+    virtual bool OpenOutside(const std::filesystem::path& /*what*/, const std::string& /*place*/) {
+        return false;
+    }
     virtual char DecimalSeparator() = 0;
     virtual void MousePointer(Pointer pointer) = 0;
     /// Text of the message boxes' buttons and dialogs follows the program's language (0 Italian,

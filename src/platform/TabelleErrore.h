@@ -57,6 +57,10 @@ namespace lapvane {
          "lettura delle scelte del confronto")                                                  \
     RIGA(ScrivereScelte, "writing the choices of the comparison",                               \
          "scrittura delle scelte del confronto")                                                \
+    RIGA(LeggereVista, "reading the last view of the analysis",                                 \
+         "lettura dell'ultima vista dell'analisi")                                              \
+    RIGA(ScrivereVista, "writing the last view of the analysis",                                \
+         "scrittura dell'ultima vista dell'analisi")                                            \
     RIGA(ScrivereConfronto, "writing the compared laps", "scrittura dei giri confrontati")      \
     RIGA(LeggereUscite, "reading the list of runs", "lettura dell'elenco delle uscite")         \
     RIGA(ScrivereUscite, "writing the list of runs", "scrittura dell'elenco delle uscite")      \

@@ -128,6 +128,7 @@ void Archivio::FineElenco() {
         coda_.clear();
     } else {
         TogliSparite();
+        if (cammino_->Negate().contains(cartella_)) mancante_ = cartella_;
     }
     // The newest first: they are what somebody looks for.
     std::stable_sort(coda_.begin(), coda_.end(), [](const auto& a, const auto& b) {
@@ -209,8 +210,16 @@ int Archivio::Trova(const fs::path& csv) const {
 bool Archivio::LeggiLogDi(int uscita, int ms) {
     Uscita& una = uscite_[static_cast<std::size_t>(uscita)];
     if (una.LogLetto || !una.Sparito.empty()) return true;
+    const GuastoUscita prima = una.Problema;
     if (!lettura_.Passo(una, ms)) return false;
-    daSalvare_ = true;
+    // A drive that went since the last look is no fault of the file.
+    una.Sparito = PrimoMancante(una.Csv.parent_path());
+    if (una.Sparito.empty()) {
+        daSalvare_ = true;
+    } else {
+        una.LogLetto = false;
+        una.Problema = prima;
+    }
     return true;
 }
 

@@ -45,7 +45,8 @@ class Archivio {
     int DaLeggere() const { return static_cast<int>(coda_.size()); }
     /// Runs that were found so far, in phase `Elenca`.
     int Trovate() const { return trovate_; }
-    /// What of the folder's path is not there ("E:", a folder above it or itself); empty: all is.
+    /// What of the folder's path is not there ("E:", a folder above it or itself), or the folder
+    /// where it can't be looked at; empty: nothing hinders.
     const std::filesystem::path& Mancante() const { return mancante_; }
     /// Folders below that could not be looked at, as many as there are.
     int CartelleNegate() const;

@@ -39,10 +39,12 @@ std::string_view Estensione(const fs::path& nome) {
     return trovata == kFini.end() ? std::string_view() : *trovata;
 }
 
-/// False for a name that is no text at all: Windows allows halves of characters.
-bool InLettere(const fs::path& nome) {
+/// False for hidden names, for the bin of Windows, whose name begins with "$", and for a name that
+/// is no text at all: Windows allows halves of characters.
+bool SiGuarda(const fs::path& nome) {
     try {
-        return !nome.u8string().empty();
+        const std::u8string testo = nome.u8string();
+        return !testo.empty() && testo.front() != u8'.' && testo.front() != u8'$';
     } catch (const std::exception&) {
         return false;
     }
@@ -131,7 +133,7 @@ void CamminoCartelle::Apri() {
 
 void CamminoCartelle::Guarda(const fs::directory_entry& voce) {
     const fs::path nome = voce.path().filename();
-    if (!InLettere(nome) || nome.native().front() == '.') return;
+    if (!SiGuarda(nome)) return;
     std::error_code errore;
     if (voce.is_directory(errore)) {
         (voce.is_symlink(errore) ? collegate_ : daFare_).push_back(voce.path());

@@ -29,8 +29,9 @@ std::filesystem::path PrimoMancante(const std::filesystem::path& percorso);
 /// Whether a path lies in a folder or below it, by its letters.
 bool SottoCartella(const std::filesystem::path& percorso, const std::filesystem::path& cartella);
 
-/// Walks through a folder and those below it, an entry at a time. Hidden names are left out; a
-/// folder that is reached twice, by links, counts once, by its own name where it lies below.
+/// Walks through a folder and those below it, an entry at a time. Hidden names are left out, and
+/// those that begin with "$"; a folder that is reached twice, by links, counts once, by its own
+/// name where it lies below.
 class CamminoCartelle {
  public:
     explicit CamminoCartelle(const std::filesystem::path& radice) { daFare_.push_back(radice); }

@@ -28,7 +28,9 @@ std::string Durata(std::int32_t decimi) {
 }
 
 std::string Giorno(const Uscita& uscita) {
-    if (uscita.Giorno <= 0) return uscita.DataSessione;
+    if (uscita.Giorno <= 0 || (uscita.QuandoDelFile && !uscita.DataSessione.empty())) {
+        return uscita.DataSessione;
+    }
     return TestoNumero(int{uscita.Giorno / 10000}) + "-" + DueCifre(uscita.Giorno / 100 % 100) +
            "-" + DueCifre(uscita.Giorno % 100);
 }

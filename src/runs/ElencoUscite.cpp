@@ -113,15 +113,6 @@ Chiave ChiaveDi(const Uscita& u, ColonnaUscite colonna) {
     return {};
 }
 
-/// Days that can't be read keep their own words, behind all others.
-constexpr char kSenzaGiorno = '\xFF';
-
-std::string ChiaveGruppo(const Uscita& u, GruppoPer gruppo, const std::string& circuito) {
-    if (gruppo == GruppoPer::Circuito) return circuito;
-    if (u.Giorno > 0) return TestoNumero(int{u.Giorno});
-    return kSenzaGiorno + u.DataSessione;
-}
-
 }  // namespace
 
 Voce TitoloColonna(ColonnaUscite colonna) {
@@ -270,19 +261,19 @@ void ElencoUscite::Dividi() {
     const bool indietro =
         gruppo_ == GruppoPer::Giorno &&
         ((colonna_ != ColonnaUscite::Data && colonna_ != ColonnaUscite::Ora) || discendente_);
-    const auto ultima = [](const std::string& chiave) {
-        return chiave.empty() || chiave.front() == kSenzaGiorno;
-    };
-    const auto prima = [&](const std::string& a, const std::string& b) {
-        if (ultima(a) != ultima(b)) return ultima(b);
+    const auto prima = [indietro](const std::string& a, const std::string& b) {
+        if (a.empty() != b.empty()) return b.empty();
         return indietro ? a > b : a < b;
     };
     std::map<std::string, int, decltype(prima)> posti(prima);
     std::vector<std::map<std::string, int, decltype(prima)>::iterator> di;
     di.reserve(pronte_.size());
     for (std::size_t i = 0; i < pronte_.size(); ++i) {
-        di.push_back(
-            posti.try_emplace(ChiaveGruppo((*uscite_)[i], gruppo_, pronte_[i].Circuito)).first);
+        const std::int32_t giorno = (*uscite_)[i].Giorno;
+        const std::string nome = gruppo_ == GruppoPer::Circuito ? pronte_[i].Circuito
+                                 : giorno > 0                   ? TestoNumero(int{giorno})
+                                                                : std::string();
+        di.push_back(posti.try_emplace(nome).first);
     }
     int posto = 0;
     for (auto& [chiave, dove] : posti) dove = posto++;
@@ -320,7 +311,7 @@ void ElencoUscite::Componi() {
 }
 
 std::string ElencoUscite::NomeGruppo(const Uscita& uscita) const {
-    if (gruppo_ == GruppoPer::Giorno) return TestoData(uscita);
+    if (gruppo_ == GruppoPer::Giorno) return TestoGiorno(uscita.Giorno);
     return uscita.Circuito.empty() ? Testo(Voce::UscitaSenzaCircuito) : uscita.Circuito;
 }
 

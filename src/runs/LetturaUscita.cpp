@@ -53,14 +53,18 @@ std::string VeicoloDi(const fs::path& csv) {
     return record.Veicolo;
 }
 
-/// Day and minute of the data file, on the clock of the desktop.
-void PrendiDalFile(Uscita& uscita) {
+/// Day and minute: the session's, or, where it has no day that can be read, those of the data file
+/// on the clock of the desktop.
+void PrendiQuando(Uscita& uscita) {
+    uscita.Giorno = LeggiGiorno(uscita.DataSessione);
+    uscita.Minuto = LeggiMinuto(uscita.OraSessione);
+    if (uscita.Giorno > 0) return;
     uscita.QuandoDelFile = true;
     const auto secondi = static_cast<std::time_t>(uscita.File.Csv.Tempo / 1000);
-    if (const std::tm* ora = std::localtime(&secondi)) {
-        uscita.Giorno = (ora->tm_year + 1900) * 10000 + (ora->tm_mon + 1) * 100 + ora->tm_mday;
-        uscita.Minuto = ora->tm_hour * 60 + ora->tm_min;
-    }
+    const std::tm* ora = std::localtime(&secondi);
+    if (ora == nullptr) return;
+    uscita.Giorno = (ora->tm_year + 1900) * 10000 + (ora->tm_mon + 1) * 100 + ora->tm_mday;
+    if (uscita.OraSessione.empty()) uscita.Minuto = ora->tm_hour * 60 + ora->tm_min;
 }
 
 void PrendiSessione(Uscita& uscita) {
@@ -79,12 +83,7 @@ void PrendiSessione(Uscita& uscita) {
     uscita.LunghTracciato = std::move(sessione.LunghTracciato);
     uscita.Piloti = std::move(sessione.Piloti);
     uscita.Note = std::move(sessione.NoteSessione);
-    if (uscita.DataSessione.empty()) {
-        PrendiDalFile(uscita);
-        return;
-    }
-    uscita.Giorno = LeggiGiorno(uscita.DataSessione);
-    uscita.Minuto = LeggiMinuto(uscita.OraSessione);
+    PrendiQuando(uscita);
 }
 
 void ContaParti(Uscita& uscita) {
@@ -199,39 +198,36 @@ LetturaLog::LetturaLog() = default;
 LetturaLog::~LetturaLog() = default;
 
 bool LetturaLog::Passo(Uscita& uscita, int ms) {
-    if (!confronto_ || csv_ != uscita.Csv || file_ != uscita.File) {
-        Apri(uscita);
-        return uscita.LogLetto;
+    try {
+        if (!confronto_ || csv_ != uscita.Csv || file_ != uscita.File) {
+            Apri(uscita);
+            return uscita.LogLetto;
+        }
+        const std::int64_t inizio = platform().GetTickCount();
+        while (confronto_->AllineaUnAltro()) {
+            if (platform().GetTickCount() - inizio >= ms) return false;
+        }
+        Finisci(uscita);
+    } catch (const std::exception&) {  // a file that can't be read, or no room for it
+        Segna(uscita, Guasto::Illeggibile, TestoDaPercorso(csv_.filename()));
+        uscita.LogLetto = true;
+        confronto_.reset();
     }
-    const std::int64_t inizio = platform().GetTickCount();
-    while (confronto_->AllineaUnAltro()) {
-        if (platform().GetTickCount() - inizio >= ms) return false;
-    }
-    Finisci(uscita);
     return true;
 }
 
 void LetturaLog::Apri(Uscita& uscita) {
     csv_ = uscita.Csv;
     file_ = uscita.File;
-    if (uscita.Problema.Tipo >= Guasto::LogEnorme) uscita.Problema = {};
-    uscita.LogLetto = true;
     confronto_.reset();
-    if (uscita.Problema.Tipo == Guasto::NonUnLog) return;
-    try {
-        if (const fs::path file = Enorme(uscita); !file.empty()) {
-            Segna(uscita, Guasto::LogEnorme, TestoDaPercorso(file.filename()));
-            return;
-        }
-        auto confronto = std::make_unique<Confronto>();
-        confronto->Apri(csv_);
-        confronto_ = std::move(confronto);
-        uscita.LogLetto = false;
-    } catch (const ErroreRuntime&) {
-        Segna(uscita, Guasto::Illeggibile, TestoDaPercorso(csv_.filename()));
-    } catch (const std::exception&) {  // no room for it
-        Segna(uscita, Guasto::Illeggibile, TestoDaPercorso(csv_.filename()));
-    }
+    if (uscita.Problema.Tipo >= Guasto::LogEnorme) uscita.Problema = {};
+    const fs::path grande = Enorme(uscita);
+    if (!grande.empty()) Segna(uscita, Guasto::LogEnorme, TestoDaPercorso(grande.filename()));
+    uscita.LogLetto = !grande.empty() || uscita.Problema.Tipo == Guasto::NonUnLog;
+    if (uscita.LogLetto) return;
+    auto confronto = std::make_unique<Confronto>();
+    confronto->Apri(csv_);
+    confronto_ = std::move(confronto);
 }
 
 void LetturaLog::Finisci(Uscita& uscita) {

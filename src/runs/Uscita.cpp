@@ -133,7 +133,8 @@ std::string TestoGiorno(std::int32_t giorno) {
 }
 
 std::string TestoData(const Uscita& uscita) {
-    return uscita.Giorno > 0 ? TestoGiorno(uscita.Giorno) : uscita.DataSessione;
+    const bool parole = uscita.QuandoDelFile && !uscita.DataSessione.empty();
+    return parole ? uscita.DataSessione : TestoGiorno(uscita.Giorno);
 }
 
 std::string TestoOra(const Uscita& uscita) {

@@ -58,9 +58,9 @@ struct Uscita {
     std::filesystem::path Csv;
     FileUscita File;
 
-    std::int32_t Giorno = 0;     ///< 20260517; 0: the session's date is none that can be read
+    std::int32_t Giorno = 0;     ///< 20260517; 0: not known
     std::int32_t Minuto = -1;    ///< since midnight; -1: not known
-    bool QuandoDelFile = false;  ///< both are the time of the data file: the session has no date
+    bool QuandoDelFile = false;  ///< the day is the data file's: the session has none to be read
     std::string DataSessione;    ///< as the person wrote it
     std::string OraSessione;
     std::string Sessione;
@@ -101,7 +101,7 @@ std::string FraseProblema(const Uscita& uscita);
 
 /// "17 May 2026" in the language of now, of a day as `Giorno`; empty for 0.
 std::string TestoGiorno(std::int32_t giorno);
-/// The date of a run for a person: `TestoGiorno`, or what the session has where that is no date.
+/// The date of a run for a person: `TestoGiorno`, or what the session has where that can't be read.
 std::string TestoData(const Uscita& uscita);
 /// "16:18", or what the session has where that is no time.
 std::string TestoOra(const Uscita& uscita);

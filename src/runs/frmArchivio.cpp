@@ -19,7 +19,6 @@
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "widgets/MenuUscita.h"
-#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -52,7 +51,6 @@ frmArchivio::frmArchivio(QWidget* parent)
     Collega();
     CollegaTasti();
     Testi();
-    Vesti(*this);
     resize(NelloSchermo(*this, {1366, 738}));
     Rinnova();
     if (!scelte_.Cartella.empty()) Apri(scelte_.Cartella);
@@ -110,6 +108,7 @@ void frmArchivio::Collega() {
     connect(txtNote_, &QPlainTextEdit::textChanged, this, [this] { NoteToccate(); });
 }
 
+/// Keys of the window, not of its buttons, which a narrow tool bar may hide.
 void frmArchivio::CollegaTasti() {
     const auto tasto = [this](const char* quale, void (frmArchivio::*azione)()) {
         auto* scorciatoia = new QShortcut(QKeySequence(QLatin1String(quale)), this);

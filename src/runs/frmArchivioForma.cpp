@@ -39,12 +39,11 @@ constexpr int kAltezzaBarra = 44;
 struct Tasto {
     const char* Nome;
     Voce Parole;
-    const char* Chiave;  ///< its key, as the tool tip tells
 };
 
-constexpr std::array<Tasto, 3> kTasti = {{{"ApriCartella", Voce::ArchivioCartella, "Ctrl+O"},
-                                          {"CsvArchivio", Voce::ArchivioCsv, "Ctrl+E"},
-                                          {"StampaArchivio", Voce::ArchivioStampa, "Ctrl+P"}}};
+constexpr std::array<Tasto, 3> kTasti = {{{"ApriCartella", Voce::ArchivioCartella},
+                                          {"CsvArchivio", Voce::ArchivioCsv},
+                                          {"StampaArchivio", Voce::ArchivioStampa}}};
 
 QString T(Voce voce) {
     return InQt(Testo(voce));
@@ -301,10 +300,8 @@ void frmArchivio::AggiornaTesti(Mnemonica& lettere) {
     for (QToolButton* tasto : tasti_) {
         for (const Tasto& uno : kTasti) {
             if (tasto->objectName() != QStringLiteral("barra_") + QLatin1String(uno.Nome)) continue;
-            tasto->setAccessibleName(T(uno.Parole));
-            const QKeySequence chiave(QLatin1String(uno.Chiave));
-            tasto->setToolTip(T(uno.Parole) + QStringLiteral(" (") +
-                              chiave.toString(QKeySequence::NativeText) + QLatin1Char(')'));
+            tasto->setToolTip(T(uno.Parole));
+            tasto->setAccessibleName(tasto->toolTip());
         }
     }
     cmdAnalisi_->setText(lettere.Con(T(Voce::ArchivioAnalisi)));

@@ -1,9 +1,7 @@
 // What leaves the list of runs: rows on the clipboard, a file, paper.
 #include <QDate>
-#include <QDesktopServices>
 #include <QLineEdit>
 #include <QPainter>
-#include <QUrl>
 #include <algorithm>
 #include <array>
 
@@ -196,7 +194,10 @@ void frmArchivio::CopiaRighe() {
 void frmArchivio::MostraFile() {
     const Uscita* uscita = Corrente();
     if (uscita == nullptr) return;
-    QDesktopServices::openUrl(QUrl::fromLocalFile(PercorsoInQt(uscita->Csv.parent_path())));
+    const std::filesystem::path cartella = uscita->Csv.parent_path();
+    if (!platform().OpenOutside(cartella, {})) {
+        Annuncia(T(Voce::ArchivioNonMostrata).arg(PercorsoInQt(cartella)));
+    }
 }
 
 void frmArchivio::SalvaCsv() {

@@ -36,16 +36,18 @@
 #include "sensors/frmSensori.h"
 #include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
+#include "shell/Manuale.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "shell/dlgLanguages.h"
+#include "shell/frmInizio.h"
 #include "shell/frmSplash.h"
 #include "widgets/Icone.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
-#include "widgets/Sfondo.h"
 #include "widgets/TastoInvio.h"
+#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -63,15 +65,38 @@ QKeySequence Scorciatoia(Comando comando) {
             return QKeySequence::Save;
         case Comando::SaveAs:
             return QKeySequence(QStringLiteral("Ctrl+Shift+S"));
-        case Comando::DownData:
-            return QKeySequence(QStringLiteral("Ctrl+D"));
-        case Comando::Analize:
-            return QKeySequence(QStringLiteral("Ctrl+L"));
+        case Comando::Print:
+            return QKeySequence::Print;
+        case Comando::Note:
+            return QKeySequence(QStringLiteral("Ctrl+T"));
         case Comando::Exit:
             return QKeySequence(QStringLiteral("Ctrl+Q"));
-        default:
-            return {};
+        case Comando::Setup:
+            return QKeySequence(QStringLiteral("Ctrl+1"));
+        case Comando::Sensor:
+            return QKeySequence(QStringLiteral("Ctrl+2"));
+        case Comando::CustSensors:
+            return QKeySequence(QStringLiteral("Ctrl+3"));
+        case Comando::Alarm:
+            return QKeySequence(QStringLiteral("Ctrl+4"));
+        case Comando::ProgDev:
+            return QKeySequence(QStringLiteral("Ctrl+Shift+P"));
+        case Comando::ReadDev:
+            return QKeySequence(QStringLiteral("Ctrl+Shift+R"));
+        case Comando::ViewDev:
+            return QKeySequence(QStringLiteral("Ctrl+M"));
+        case Comando::DownData:
+            return QKeySequence(QStringLiteral("Ctrl+D"));
+        case Comando::SaveData:
+            return QKeySequence(QStringLiteral("Ctrl+E"));
+        case Comando::Analize:
+            return QKeySequence(QStringLiteral("Ctrl+L"));
+        case Comando::Language:
+            return QKeySequence(QStringLiteral("Ctrl+Shift+L"));
+        case Comando::Info:
+            return QKeySequence(QStringLiteral("Ctrl+I"));
     }
+    return {};
 }
 
 /// As long as it lives the current folder is that of a file, unless it was so before.
@@ -103,7 +128,7 @@ frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
     CostruisciMenu();
     CostruisciBarra();
     CostruisciStato();
-    setCentralWidget(new Sfondo(this));
+    CreaInizio();
     setAcceptDrops(true);
     // Else the first button of the bar would have it, and an Enter too many behind a dialog would
     // be New. A button gets it by Tab alone.
@@ -124,6 +149,7 @@ int frmMain::Avvia() {
     QApplication::setApplicationName(QStringLiteral("Lapvane"));
     QApplication::setWindowIcon(Icona("lapvane"));
     QApplication::setQuitOnLastWindowClosed(false);
+    Vesti();
     std::unique_ptr<frmMain> finestra;
     frmSplash splash;
     splash.AlTermine = [&finestra] {
@@ -187,6 +213,10 @@ void frmMain::CostruisciMenu() {
     CreaArchivio();
     CreaConfrontoStrumento();
     CreaLogRecenti();
+    mnuManuale_ = menuBar()->addAction(QString());
+    mnuManuale_->setObjectName(QStringLiteral("mnuManuale"));
+    mnuManuale_->setMenuRole(QAction::NoRole);
+    connect(mnuManuale_, &QAction::triggered, this, [] { Protetto([] { ApriManuale({}); }); });
     NascondiFileRecenti();
 }
 
@@ -288,6 +318,8 @@ void frmMain::AggiornaTesti() {
     mnuConfronto_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceConfronto))));
     mnuArchivio_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceArchivio))));
     mnuCompareDevice_->setText(menu[Titolo::Device].Con(InQt(Testo(Voce::ConfrontaStrumento))));
+    mnuManuale_->setText(titoli.Con(InQt(Testo(Voce::VoceManuale))));
+    RileggiRecenti();
 }
 
 bool frmMain::event(QEvent* evento) {
@@ -303,6 +335,7 @@ void frmMain::Sorveglia() {
     const std::int64_t inizio = platform().GetTickCount();
     // The timer may fire inside an exchange that keeps the poll off.
     if (!pollAttivo_) SenzaSorveglianza([] { tmrComm_Timer(); });
+    AggiornaInizio();
     // From start to start; a poll that took longer, or that somebody waited for, has its rest.
     const std::int64_t durata = platform().GetTickCount() - inizio;
     tmrComm_.start(durata < kPollMs && !attesoDa_ ? static_cast<int>(kPollMs - durata) : kPollMs);
@@ -331,6 +364,12 @@ bool frmMain::eventFilter(QObject* oggetto, QEvent* evento) {
             tmrComm_.start(kPollMs);
         }
     }
+    if (evento->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(evento)->key() == Qt::Key_F1) {
+        MostraAiuto();
+        return true;
+    }
+    if (evento->type() == QEvent::ToolTip && MostraTasto(oggetto, evento)) return true;
     return QMainWindow::eventFilter(oggetto, evento);
 }
 
@@ -406,6 +445,7 @@ void frmMain::Corri(const std::function<void()>& comando) {
         frmMain& Finestra;
         ~Fine() {
             Finestra.comandoInCorso_ = false;
+            Finestra.RileggiRecenti();
             Finestra.RiprendiPresto();
         }
     } const fine{*this};

@@ -21,6 +21,8 @@ namespace lapvane {
 
 class PannelloStato;
 class frmAnalisi;
+class frmInizio;
+struct StatoInizio;
 class dlgNoteProgetto;
 
 /// The one main window: menu, tool bar, status bar, serial control and poll timer. It routes every
@@ -98,6 +100,14 @@ class frmMain final : public QMainWindow, public Principale {
     void MostraLogRecenti();
     void ApriLogRecente(const std::filesystem::path& file);
     void Ricorda(const std::filesystem::path& log);
+    void CreaInizio();
+    void CreaCarte();
+    void AggiornaInizio();
+    void RileggiRecenti();
+    void LeggiInNuovo();
+    void ApriEsempio();
+    void MostraAiuto();
+    bool MostraTasto(QObject* oggetto, QEvent* evento);
     void ScaricaDati();
     void CambiaLingua();
     void MostraInformazioni();
@@ -118,6 +128,9 @@ class frmMain final : public QMainWindow, public Principale {
     QAction* separatoreLog_ = nullptr;
     std::array<QAction*, kLogRecenti> voceLog_{};
     ElencoLog logRecenti_;
+    QAction* mnuManuale_ = nullptr;
+    frmInizio* inizio_ = nullptr;
+    std::unique_ptr<StatoInizio> statoInizio_;  // what the page shows of the recent files
     QToolBar* barra_ = nullptr;
     std::array<PannelloStato*, 8> pannelli_{};
     QTimer tmrComm_;

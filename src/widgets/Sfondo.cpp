@@ -1,25 +1,89 @@
 #include "widgets/Sfondo.h"
 
+#include <QEvent>
 #include <QPainter>
+#include <QPainterPath>
+#include <array>
 
-#include "widgets/Icone.h"
+#include "widgets/style/Pennello.h"
+#include "widgets/style/Tavolozza.h"
 
 namespace lapvane {
 
-Sfondo::Sfondo(QWidget* parent) : QWidget(parent), disegno_(FileIcona("splash")) {}
+namespace {
 
-void Sfondo::paintEvent(QPaintEvent*) {
-    QPainter p(this);
-    p.fillRect(rect(), QColor(0x14, 0x1a, 0x22));
-    if (!disegno_.isValid()) return;
-    // Dimmed: it is a ground, and what stands on it is to be seen first.
-    p.setOpacity(0.45);
-    // The drawing covers the whole ground; what does not fit is cut evenly at both ends.
-    const QSizeF disegno = disegno_.defaultSize();
-    const QSizeF coperto = disegno.scaled(size(), Qt::KeepAspectRatioByExpanding);
-    const QRectF posto(QPointF((width() - coperto.width()) / 2, (height() - coperto.height()) / 2),
-                       coperto);
-    disegno_.render(&p, posto);
+constexpr double kNastro = 22.0;
+constexpr double kTono = 0.035;  // of the text's colour in the ground's
+
+/// The circuit, in parts of the window's width and height.
+constexpr std::array<std::array<double, 2>, 18> kCurva = {{{0.42, 1.04},
+                                                           {0.42, 0.72},
+                                                           {0.42, 0.40},
+                                                           {0.44, 0.18},
+                                                           {0.52, 0.08},
+                                                           {0.60, 0.18},
+                                                           {0.64, 0.34},
+                                                           {0.74, 0.36},
+                                                           {0.86, 0.24},
+                                                           {0.95, 0.34},
+                                                           {0.965, 0.54},
+                                                           {0.92, 0.70},
+                                                           {0.88, 0.82},
+                                                           {0.92, 1.04},
+                                                           {0.80, 1.20},
+                                                           {0.68, 1.06},
+                                                           {0.60, 1.10},
+                                                           {0.50, 1.24}}};
+
+/// A closed line through all points: a Catmull-Rom spline as Bezier pieces.
+QPainterPath Curva(const QSizeF& spazio) {
+    const auto punto = [&spazio](std::size_t i) {
+        const auto& p = kCurva[i % kCurva.size()];
+        return QPointF(p[0] * spazio.width(), p[1] * spazio.height());
+    };
+    QPainterPath curva(punto(0));
+    for (std::size_t i = 0; i < kCurva.size(); ++i) {
+        const QPointF prima = punto(i + kCurva.size() - 1);
+        const QPointF da = punto(i);
+        const QPointF a = punto(i + 1);
+        const QPointF dopo = punto(i + 2);
+        curva.cubicTo(da + (a - prima) / 6, a - (dopo - da) / 6, a);
+    }
+    return curva;
+}
+
+}  // namespace
+
+Sfondo::Sfondo(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+QPixmap Sfondo::Disegna() const {
+    QPixmap disegno(size() * devicePixelRatio());
+    disegno.setDevicePixelRatio(devicePixelRatio());
+    const Colori& colori = ColoriDi(*this);
+    disegno.fill(colori.Window);
+    QPainter penna(&disegno);
+    penna.setRenderHint(QPainter::Antialiasing);
+    penna.strokePath(Curva(size()), QPen(Tinta(colori.Window, colori.Text, kTono), kNastro,
+                                         Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    return disegno;
+}
+
+void Sfondo::paintEvent(QPaintEvent* evento) {
+    if (disegno_.size() != size() * devicePixelRatio()) disegno_ = Disegna();
+    QPainter penna(this);
+    const QRect dove = evento->rect();
+    const double rapporto = devicePixelRatio();
+    penna.drawPixmap(QRectF(dove), disegno_,
+                     QRectF(dove.topLeft() * rapporto, dove.size() * rapporto));
+}
+
+void Sfondo::changeEvent(QEvent* evento) {
+    if (evento->type() == QEvent::PaletteChange || evento->type() == QEvent::StyleChange) {
+        disegno_ = {};
+    }
+    QWidget::changeEvent(evento);
 }
 
 }  // namespace lapvane

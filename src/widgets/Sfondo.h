@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QSvgRenderer>
+#include <QPixmap>
 #include <QWidget>
 
 namespace lapvane {
 
-/// The ground of the main window: the drawn emblem, centred, on the palette's own colour.
+/// The ground of the main window: a circuit as a wide ribbon, hardly darker than the window. It is
+/// drawn once a size.
 class Sfondo : public QWidget {
     Q_OBJECT
  public:
@@ -13,9 +14,11 @@ class Sfondo : public QWidget {
 
  protected:
     void paintEvent(QPaintEvent* evento) override;
+    void changeEvent(QEvent* evento) override;
 
  private:
-    QSvgRenderer disegno_;
+    QPixmap Disegna() const;
+    QPixmap disegno_;
 };
 
 }  // namespace lapvane

@@ -441,6 +441,34 @@ TEST_F(FinestraAnalisi, RightButtonTakesThingsOutAndTheWheelZooms) {
     EXPECT_DOUBLE_EQ(gira(120), intero) << "as the buttons";
 }
 
+TEST_F(FinestraAnalisi, LastViewTicksWhatWasTickedAndNothingComesBackByItself) {
+    Mostra();
+    for (const int c : {3, 5, 8}) C<QCheckBox>("chkGrafico", c)->click();
+    C<QRadioButton>("optScala", 5)->click();
+    Chiave("Separati")->click();
+    finestra.reject();
+    // Another log, of which somebody has ticked something else.
+    frmAnalisiDatiSpeed altra;
+    altra.NomeFileDati = macchina.Cartella / "run.csv";
+    ASSERT_TRUE(altra.Carica());
+    altra.show();
+    QApplication::setActiveWindow(&altra);
+    const auto spunta = [&altra](int c) {
+        return Controllo<QCheckBox>(altra, ("chkGrafico" + std::to_string(c)).c_str());
+    };
+    EXPECT_FALSE(spunta(3)->isChecked() || spunta(5)->isChecked());
+    spunta(4)->click();
+    QTest::keyClick(&altra, Qt::Key_U, Qt::ControlModifier);
+    std::string scelti;
+    for (int c = kPrimoCanale; c <= altra.Analisi().Canali().Ultimo(); ++c) {
+        if (altra.Analisi().Canali()[c].chkGrafico) scelti += std::to_string(c) + " ";
+    }
+    EXPECT_EQ(scelti, "3 5 8 ");
+    EXPECT_EQ(altra.Analisi().Canali().CanaleScala(), 5);
+    EXPECT_TRUE(Controllo<QToolButton>(altra, "Toolbar1_Separati")->isChecked());
+    altra.reject();
+}
+
 TEST_F(FinestraAnalisi, WithoutLapsThereAreNoStatistics) {
     Scrivi(macchina.Cartella / "run.tim", "1.4\r\n\r\n");
     Mostra();

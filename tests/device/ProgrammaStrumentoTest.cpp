@@ -6,6 +6,7 @@
 #include "project/FileProgetto.h"
 #include "sensors/CSensore.h"
 #include "sensors/CanaliSensore.h"
+#include "sensors/Curve.h"
 #include "support/StrumentoProva.h"
 
 namespace lapvane {
@@ -96,9 +97,40 @@ class Corsa : public prova::ConStrumento<PlatformProva> {
         EXPECT_EQ(std::exchange(finestra.SenzaPoll, 0), 1) << "the poll runs inside the handshake";
     }
 
+    /// Reads into a copy, which must leave everything as it is.
+    std::optional<CopiaStrumento> Copia() {
+        prima = porta.Richieste().size();
+        macchina.Mostrati.clear();
+        macchina.BoxLiberi = true;
+        vista = {};
+        CurvaX.fill(7.0);
+        CurvaY.fill(8.0);
+        const RecordProgetto progetto = DatiProgetto;
+        ErroreComunicazione = false;
+        const auto copia = LeggiCopia(vista);
+        EXPECT_FALSE(ErroreComunicazione) << "it would end a run that has nothing to do with it";
+        EXPECT_EQ(TestoProgetto(DatiProgetto), TestoProgetto(progetto));
+        EXPECT_EQ(DatiProgetto.chkIngresso, progetto.chkIngresso);
+        EXPECT_TRUE(CurvaX[0] == 7.0 && CurvaX[19] == 7.0 && CurvaY[0] == 8.0 && CurvaY[19] == 8.0);
+        EXPECT_FALSE(ProgettoModificato);
+        EXPECT_FALSE(vista.Aperta);
+        EXPECT_EQ(FaseComunicazione, 0);
+        EXPECT_EQ(finestra.Testo(Pannello::Progresso), "");
+        return copia;
+    }
+
     VistaProva vista;
     std::size_t prima = 0;  // frames before the run
 };
+
+/// A row as a line of text, cells parted by bars.
+std::vector<std::string> Righe(const std::vector<Differenza>& differenze) {
+    std::vector<std::string> righe;
+    for (const Differenza& d : differenze) {
+        righe.push_back(d.Dove + "|" + d.Cosa + "|" + d.Prima + "|" + d.Ora + "|" + d.Unita);
+    }
+    return righe;
+}
 
 TEST_F(Corsa, WritesEverythingInOrderAndSaysSo) {
     EXPECT_TRUE(Corri(kScrive).empty());
@@ -270,6 +302,163 @@ TEST_F(Corsa, WithoutAnInstrumentEveryStepIsSkippedAndTheProjectKept) {
     ErroreComunicazione = true;
     EXPECT_EQ(Corri(kScrive), std::vector<std::string>{Testo(Voce::ErroreDiComunicazione)});
     EXPECT_FALSE(vista.Aperta);
+}
+
+TEST_F(Corsa, WhatWasProgrammedDoesNotDiffer) {
+    // Each of these travels as something else than it says, or not at all.
+    DatiProgetto.mskStopRecSecondi = 300;
+    DatiProgetto.mskPO = 32768;
+    DatiProgetto.Settore2 = 65535;
+    DatiProgetto.TipoLedGiallo = "01";
+    DatiProgetto.chkIngresso = true;
+    DatiProgetto.TipoIngresso = 1;
+    DatiProgetto.LedVerde = true;
+    DatiProgetto.chkTB = false;
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    mnuProgramDevice_Click(vista);
+    ASSERT_EQ(vista.Riusciti, 12);
+    const auto copia = Copia();
+    ASSERT_TRUE(copia);
+    EXPECT_EQ(Comandi(prima), kLegge.Comandi);
+    EXPECT_EQ(Righe(Differenze(DatiProgetto, *copia)), std::vector<std::string>{});
+}
+
+TEST_F(Corsa, ACopyThatDoesNotComeThroughIsNoneAndTouchesNothing) {
+    Guasta("drop:25:3");
+    EXPECT_FALSE(Copia());
+    EXPECT_EQ(Detto(), (std::vector<std::string>{Testo(Voce::StrumentoNonRisponde),
+                                                 Testo(Voce::ErroreDiComunicazione)}));
+    Guasta("");
+    macchina.DuranteEventi = [&] {
+        if (vista.Riusciti < 5) return;
+        vista.Aperta = false;
+        collegamento().Abbandonato = true;
+    };
+    EXPECT_FALSE(Copia());
+    EXPECT_EQ(Detto(), std::vector<std::string>{Testo(Voce::LetturaInterrotta)});
+    macchina.DuranteEventi = nullptr;
+    porta.Sparisci();
+    EXPECT_FALSE(Copia()) << "zeros that nobody has read would be shown as the instrument's";
+    EXPECT_EQ(Detto(), std::vector<std::string>{Testo(Voce::ErroreDiComunicazione)});
+    EXPECT_EQ(vista.Riusciti, 0);
+}
+
+TEST_F(Corsa, WhatDiffersIsToldInAPersonsWords) {
+    Corri(kScrive);
+    const auto copia = Copia();
+    ASSERT_TRUE(copia);
+    struct Caso {
+        std::size_t Record, Byte;  // from 1
+        std::string Nuovi, Riga;
+    };
+    using namespace std::string_literals;
+    for (const Caso& caso : std::vector<Caso>{
+             {0, 4, "\1", "Setup|Units of measure: Speed|Km/h|mph|"},
+             {0, 9, "\0"s, "Setup|Automatic start: at a lap|on|off|"},
+             {0, 11, "\0\x50"s, "Setup|Automatic start: above the speed|60|80|Km/h"},
+             {1, 3, "\6", "Setup|Lap message|5|6|s"},
+             {1, 5, "\xFF\xFE", "Setup|Sector 1|812|-2|m"},
+             {2, 5, "\2\x58", "Sensors|Wheel diameter|560|600|mm"},
+             {2, 7, "\2", "Sensors|Oil pump: Activation level|Active low|Active high|"},
+             {2, 9, "\0"s, "Sensors|Oil temperature|on|off|"},
+             {2, 9, "\7", ""},  // any byte but 0 is on
+             {2, 18, "\1", "Sensors|G sensor: Analogue input|AN 2|AN 1|"},
+             {3, 3, "\4\xB0", "Alarms|Oil temperature|130.0|120.0|\xB0 C"},
+             {3, 5, "\0\0"s, "Alarms|Oil pressure|1.500|off|bar"},
+             {3, 15, "\x2B\xC0", "Alarms|Shift light: LED 1|11000|11200|RPM"},
+             {3, 26, "\1", ""},  // nobody's
+             {3, 28, "\7", "Alarms|Digital output|Oil pressure|Any alarm|"},
+             {3, 28, "\x0C", "Alarms|Digital output|Oil pressure|12|"},
+             {3, 29, "\1", "Alarms|Digital input|off|External alarm|"}}) {
+        CopiaStrumento altra = *copia;
+        altra.Record[caso.Record].replace(caso.Byte - 1, caso.Nuovi.size(), caso.Nuovi);
+        const auto attese =
+            caso.Riga.empty() ? std::vector<std::string>{} : std::vector<std::string>{caso.Riga};
+        EXPECT_EQ(Righe(Differenze(DatiProgetto, altra)), attese) << caso.Byte;
+    }
+    CopiaStrumento altra = *copia;
+    altra.Record[0][3] = '\1';
+    altra.Record[0][7] ^= '\x81';
+    altra.Record[0].replace(10, 2, "\0\x50"s);
+    DatiProgetto.TipoLedGiallo = "red";
+    const auto righe = Righe(Differenze(DatiProgetto, altra));
+    ASSERT_EQ(righe.size(), 5u);
+    EXPECT_TRUE(righe[1].starts_with("Setup|Page 2|"));
+    EXPECT_TRUE(righe[2].starts_with("Setup|Page 9|"));
+    EXPECT_EQ(righe[3], "Setup|Automatic start: above the speed|60|80|Km/h / mph");
+    EXPECT_EQ(righe[4], "Alarms|Yellow LED|red|Any alarm|");
+}
+
+TEST_F(Corsa, CurvesAreComparedPointByPointAndNamedByTheLibrary) {
+    DatiProgetto.AbilSG = false;
+    Corri(kScrive);
+    const auto copia = Copia();
+    ASSERT_TRUE(copia);
+    const auto riga = [&](std::size_t canale, const std::function<void(CurvaStrumento&)>& muta) {
+        CopiaStrumento altra = *copia;
+        muta(altra.Curve[canale]);
+        const auto righe = Righe(Differenze(DatiProgetto, altra));
+        return righe.empty() ? "" : righe[0];
+    };
+    const auto niente = [](CurvaStrumento&) {};
+    EXPECT_EQ(riga(kCanaleTO,
+                   [](CurvaStrumento& c) {
+                       ++c.Y[0];
+                       --c.X[19];
+                   }),
+              "Curves|Oil temperature: points that differ: 2, from no. 1|"
+              "NTC olio M10: 48 Bit = 171.0|unnamed curve: 48 Bit = 171.1|\xB0"
+              "C");
+    EXPECT_EQ(riga(kCanaleSG, [](CurvaStrumento& c) { c.X[3] = -5; }),
+              "Curves|G sensor: points that differ: 1, from no. 4|"
+              "off: 0 mV = 0.000|unnamed curve: -5 mV = 0.000|G");
+    // The instrument's curve is that of another sensor of the library.
+    DatiProgetto.TemperaturaOlio = "NTC olio M12 rapida";
+    EXPECT_NE(riga(kCanaleTO, niente).find("|NTC olio M10: 48 Bit = 171.0|"), std::string::npos);
+    DatiProgetto.TemperaturaOlio = "lost";
+    EXPECT_EQ(riga(kCanaleTO, niente),
+              "Curves|Oil temperature|lost, not in the library|NTC olio M10|");
+    // A curve of two points: what the others hold is no setting of the project.
+    CSensore corto;
+    corto.Nome("lost");
+    corto.Tipo("TemperaturaOlio");
+    corto.NumPunti(2);
+    corto.X(0, 48);
+    corto.Y(0, 171);
+    corto.X(1, copia->Curve[0].X[1]);
+    corto.Y(1, copia->Curve[0].Y[1] / 10.0);
+    LibreriaSensori.push_back(corto);
+    EXPECT_EQ(riga(kCanaleTO, niente), "");
+    LibreriaSensori.back().Y(0, 3e9);  // more than travels
+    EXPECT_NE(riga(kCanaleTO, niente).find("lost: 48 = 30000000000|"), std::string::npos);
+}
+
+TEST(Differenze, TwoSettingsDifferAlsoInWhatNeverTravels) {
+    prova::PlatformProva macchina;
+    prova::CaricaTestiVeri(1);
+    RecordProgetto prima, ora;
+    prima.mskStopRecSecondi = 300;
+    ora.mskStopRecSecondi = 44;
+    prima.Veicolo = " ";
+    prima.DataUltimaModifica = "today";
+    prima.NoteProgetto = "wet\r\ntrack";
+    ora.NoteProgetto = "wet track";
+    EXPECT_TRUE(Differenze(prima, ora).empty());
+    ora.Veicolo = "F3";
+    ora.SensoreG = "3 g";
+    ora.TCampRPM = "20 Hz";
+    ora.LedVerde = true;
+    ora.TipoIngresso = 1;
+    prima.chkTO = true;
+    prima.mskTO = 1305;
+    prima.UMTemp = 1;
+    EXPECT_EQ(Righe(Differenze(prima, ora)),
+              (std::vector<std::string>{
+                  "Setup|Units of measure: Temperature|\xB0 F|\xB0 C|",
+                  "Alarms|Oil temperature|130.5|off|\xB0 F / \xB0 C",
+                  "Alarms|Digital input|off|External alarm|", "Project|Car||F3|",
+                  "Project|Engine speed: Sampling rate||20 Hz|",
+                  "Project|G sensor: Sensor name||3 g|", "Project|Green LED|off|on|"}));
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 // The window of a run through the instrument, with the simulated one behind the port.
 #include "device/dlgStrumento.h"
 
+#include <QClipboard>
+#include <QTableWidget>
+
 #include "device/ProgrammaStrumento.h"
 #include "device/SerialComm.h"
 #include "project/FileProgetto.h"
@@ -85,6 +88,7 @@ TEST_F(StrumentoFinestra, RunsBothWaysAndStaysUntilClosed) {
             EXPECT_LE(etichetta->sizeHint().width(), etichetta->width());
             EXPECT_LE(etichetta->sizeHint().height(), etichetta->height());
             EXPECT_NE(dialogo->cursor().shape(), Qt::WaitCursor);
+            EXPECT_EQ(Controllo<QPushButton>(*dialogo, "cmdConfronta")->isVisible(), !lettura);
             EXPECT_EQ(bottone->text().remove(u'&'), QStringLiteral("OK"));
             QTest::keyClick(dialogo.get(), Qt::Key_Return);
             EXPECT_FALSE(dialogo->isVisible());
@@ -116,6 +120,41 @@ TEST_F(StrumentoFinestra, CheckThatFailsKeepsTheLinkAsLongAsItsWindow) {
                          QTest::mouseClick(bottone, Qt::LeftButton);
                      }),
               1);
+}
+
+TEST_F(StrumentoFinestra, BehindAProgramOneClickCompares) {
+    for (const bool uguali : {true, false}) {
+        bool visto = false;
+        QTimer guardia;
+        QObject::connect(&guardia, &QTimer::timeout, [&] {
+            QWidget* esito = QApplication::activeModalWidget();
+            if (esito == nullptr || esito->objectName() != QLatin1String("dlgDifferenze")) return;
+            visto = true;
+            const auto* tabella = Controllo<QTableWidget>(*esito, "tabDifferenze");
+            const QString detto = Controllo<QLabel>(*esito, "lblEsito")->text();
+            EXPECT_EQ(tabella->isVisible(), !uguali);
+            EXPECT_EQ(detto, InQt(uguali ? Testo(Voce::NessunaDifferenza)
+                                         : Testo(Voce::NumeroDifferenze) + " 1"));
+            if (!uguali) {
+                EXPECT_EQ(tabella->item(0, 2)->text(), QStringLiteral("560"));
+                QTest::mouseClick(Controllo<QPushButton>(*esito, "cmdCopia"), Qt::LeftButton);
+                EXPECT_TRUE(QGuiApplication::clipboard()->text().endsWith(
+                    QStringLiteral("\t560\t570\tmm")));
+            }
+            QTest::keyClick(esito, Qt::Key_Escape);
+        });
+        Esegui(mnuProgramDevice_Click, [&] {
+            guardia.start(1);
+            if (!uguali) {
+                // Wheel diameter: the payload begins behind the command byte.
+                std::string byte = apparecchio.Dati.Dati(strumento::Record::Sensori);
+                byte[3] = '\x3A';
+                apparecchio.Dati.Programma(strumento::Record::Sensori, byte);
+            }
+            QTest::mouseClick(Controllo<QPushButton>(*dialogo, "cmdConfronta"), Qt::LeftButton);
+        });
+        EXPECT_TRUE(visto);
+    }
 }
 
 }  // namespace

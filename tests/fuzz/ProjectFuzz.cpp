@@ -2,6 +2,7 @@
 // read again without a change.
 
 #include "fuzz/Fuzz.h"
+#include "logs/Impostazioni.h"
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
 
@@ -29,4 +30,10 @@ void Fuzz(std::string_view text) {
             },
             field.Campo);
     }
+    // Whatever its texts hold, the copy beside a log is read back, with every number in its place.
+    RecordProgetto copy;
+    Must(ImpostazioniDaTesto(TestoImpostazioni(DatiProgetto), copy));
+    Must(copy.ChannSensoreLambda == DatiProgetto.ChannSensoreLambda);
+    Must(copy.mskStopRecSecondi == DatiProgetto.mskStopRecSecondi);
+    ImpostazioniDaTesto(text, copy);
 }

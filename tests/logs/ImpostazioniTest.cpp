@@ -37,7 +37,7 @@ class Impostazioni : public ::testing::Test {
 };
 
 TEST_F(Impostazioni, AreReadBackAndOpenAsAProject) {
-    DatiProgetto.NoteProgetto = "front=12\r\nrear=14";
+    DatiProgetto.NoteProgetto = "front=12\r\nrear=14\rwet";
     DatiProgetto.mskTO = -70000;
     ScriviImpostazioni(csv);
     const std::string testo = prova::Leggi(file);
@@ -46,7 +46,7 @@ TEST_F(Impostazioni, AreReadBackAndOpenAsAProject) {
     const RecordProgetto diOra = std::exchange(DatiProgetto, {});
     RecordProgetto letto;
     ASSERT_TRUE(LeggiImpostazioni(csv, letto));
-    EXPECT_EQ(letto.NoteProgetto, "front=12 rear=14");
+    EXPECT_EQ(letto.NoteProgetto, "front=12 rear=14 wet");
     EXPECT_EQ(letto.mskTO, -70000) << "the lines of the notes shift what is behind them";
     EXPECT_EQ(letto.TCampTO, diOra.TCampTO);
     EXPECT_EQ(TestoProgetto(DatiProgetto), TestoProgetto(RecordProgetto{})) << "the open project";

@@ -45,6 +45,8 @@ TEST_F(DownloadFinestra, ShowsHowFarItIsAndWaitsForOK) {
     std::vector<int> visti;
     Scarica([&] {
         EXPECT_FALSE(ok->isEnabled());
+        EXPECT_NE(dialogo.focusWidget(), Controllo<QCheckBox>(dialogo, "chkImpostazioni"))
+            << "a Space too many switches the copy off";
         EXPECT_EQ(stato->text(), InQt(Testo(Voce::ScaricamentoInCorso)));
         EXPECT_EQ(percento->text(), QStringLiteral("%1 %").arg(std::max(barra->value(), 0)));
         if (visti.empty() || visti.back() != barra->value()) visti.push_back(barra->value());

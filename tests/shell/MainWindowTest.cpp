@@ -5,6 +5,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QToolButton>
 
@@ -18,12 +19,14 @@
 #include "project/FileRecenti.h"
 #include "project/dlgNoteProgetto.h"
 #include "sensors/CSensore.h"
+#include "shell/Manuale.h"
 #include "shell/TabelleNomi.h"
 #include "shell/dlgLanguages.h"
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
 #include "support/SerialeProva.h"
 #include "support/WindowPlatform.h"
+#include "widgets/CartaAzione.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
 
@@ -164,6 +167,8 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
     }
     Apri();
     EXPECT_GT(LibreriaSensori.size(), 10u);
+    QAction* const confrontaStrumento = VoceMenu("mnuCompareDevice");
+    EXPECT_FALSE(confrontaStrumento->isEnabled());
     mnuNew_Click();
     std::string aperta;
     bool pollFermo = false;
@@ -175,7 +180,7 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
             dialogo->close();
         }
     });
-    guardia.start(5);
+    guardia.start(0);
     for (const auto& [chiave, nome] : {std::pair{"Setup", "frmConfigurazione"},
                                        {"Sensor", "frmSensori"},
                                        {"Alarm", "frmAllarmi"},
@@ -199,6 +204,10 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
         VoceMenu(comando == Comando::ProgDev ? "mnuProgramDevice" : "mnuReadDevice")->trigger();
         EXPECT_NE(macchina.Mostrati.back().Testo.find(Testo(domanda)), std::string::npos);
     }
+    guardia.stop();
+    macchina.Risposte = {Answer::Ok};
+    confrontaStrumento->trigger();
+    EXPECT_EQ(macchina.Mostrati.back().Testo, Testo(Voce::ErroreDiComunicazione));
 }
 
 TEST_F(Finestra, WhatWasTakenBackIsOfferedUntilItIsSaved) {
@@ -569,6 +578,88 @@ TEST_F(Finestra, DownloadForgetsTheLogBeforeAndOffersToSaveWhatCame) {
     EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
     EXPECT_TRUE(VoceMenu("mnuSaveData")->isEnabled());
     EXPECT_FALSE(Pulsante("SaveData")->isEnabled());
+}
+
+TEST_F(Finestra, StartPageOffersTheCommandsInTheOrderOfUseAndTheTitleTellsWhatIsUnsaved) {
+    Apri();
+    const auto carta = [this](const char* nome) { return Controllo<CartaAzione>(*finestra, nome); };
+    const auto prima = [](const QWidget* una, const QWidget* altra) {
+        return una->mapToGlobal(QPoint()).y() < altra->mapToGlobal(QPoint()).y();
+    };
+    const auto disponi = [] { QCoreApplication::processEvents(); };
+    EXPECT_EQ(finestra->windowTitle(), QStringLiteral("Lapvane"));
+    EXPECT_TRUE(carta("card_mnuSetup")->isHidden() || !carta("card_mnuSetup")->isVisible());
+    EXPECT_TRUE(prima(carta("card_mnuNew"), carta("card_mnuViewDevice")));
+    EXPECT_FALSE(carta("card_mnuDownloadData")->isEnabled());
+    EXPECT_FALSE(carta("card_mnuReadDevice")->isEnabled());
+
+    // An instrument that answers: its commands come first, and it can be read into a new project.
+    StrumentoPresente = true;
+    finestra->AbilitaMenu(Comando::DownData, true);
+    finestra->AvviaSorveglianza();
+    macchina.BoxLiberi = true;
+    QTest::mouseClick(carta("card_mnuNew"), Qt::LeftButton);
+    StrumentoPresente = true;
+    disponi();
+    EXPECT_TRUE(carta("card_mnuDownloadData")->isEnabled());
+    EXPECT_TRUE(prima(carta("card_mnuSetup"), carta("card_mnuDownloadData")));
+    EXPECT_EQ(finestra->windowTitle(),
+              InQt(Testo(Voce::ProgettoSenzaNome)) + QStringLiteral("[*] - Lapvane"));
+    EXPECT_FALSE(finestra->isWindowModified());
+
+    // What changed the project shows behind the command that changed it.
+    ProgettoModificato = true;
+    DatiProgetto.NomeProgetto = "Monza";
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+    QTest::mouseClick(carta("card_mnuSetup"), Qt::LeftButton);
+    EXPECT_EQ(finestra->windowTitle(), QStringLiteral("Monza[*] - Lapvane"));
+    EXPECT_TRUE(finestra->isWindowModified());
+    ProgettoModificato = false;
+}
+
+TEST_F(Finestra, EachWindowHasItsPlaceInTheManualAndAMissingPageIsTold) {
+    Apri();
+    // The heading that a window leads to stands in the chapter of both languages.
+    const fs::path manuale = prova::CartellaDati().parent_path() / "docs" / "manual";
+    for (const char* nome :
+         {"frmMain",        "dlgLanguages",         "dlgNoteProgetto",   "frmConfigurazione",
+          "frmSensori",     "frmAllarmi",           "frmImpostaSensore", "dlgCalibrazione",
+          "dlgStrumento",   "dlgDiagnostica",       "dlgDifferenze",     "frmDownload",
+          "frmAnalisiDati", "frmAnalisiDatiSpeed",  "dlgSetGraph",       "dlgDatiSessione",
+          "dlgStatistiche", "dlgStatisticheMisure", "dlgReportGiri",     "frmConfronto",
+          "dlgCsvConfronto"}) {
+        const PostoManuale posto = PostoDi(nome);
+        ASSERT_FALSE(posto.Capitolo.empty()) << nome;
+        for (const char* lingua : {"it", "en"}) {
+            const std::string capitolo =
+                prova::Leggi(manuale / lingua / (std::string(posto.Capitolo) + ".md"));
+            EXPECT_NE(capitolo.find("{#" + std::string(posto.Titolo) + "}"), std::string::npos)
+                << nome << " " << lingua;
+        }
+    }
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    QTest::keyClick(finestra.get(), Qt::Key_F1);
+    EXPECT_EQ(macchina.Mostrati.back().Testo.rfind(Testo(Voce::ManualeManca), 0), 0u);
+    EXPECT_TRUE(macchina.Aperti.empty());
+    const fs::path pagine = macchina.Cartella / "manual" / "en";
+    for (const char* nome : {"index", "03-main", "04-setup", "12-keyboard"}) {
+        prova::Scrivi(pagine / (std::string(nome) + ".html"), "");
+    }
+    Pulsante("New")->click();
+    QTimer::singleShot(0, [] {
+        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_F1);
+        QApplication::activeModalWidget()->close();
+    });
+    Pulsante("Setup")->click();
+    VoceMenu("mnuManuale")->trigger();
+    Controllo<QPushButton>(*finestra, "cmdTasti")->click();
+    const std::string davanti = pagine.generic_string() + "/";
+    EXPECT_EQ(macchina.Aperti,
+              (std::vector<std::string>{davanti + "04-setup.html#setup", davanti + "index.html#",
+                                        davanti + "12-keyboard.html#keyboard"}));
+    macchina.ApreFuori = false;
+    VoceMenu("mnuManuale")->trigger();
+    EXPECT_EQ(macchina.Mostrati.back().Testo.rfind(Testo(Voce::ManualeChiuso), 0), 0u);
 }
 
 TEST_F(Finestra, RunTimeErrorEndsThroughTheDoorWithItsFile) {

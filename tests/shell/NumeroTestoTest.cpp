@@ -172,10 +172,5 @@ TEST(Utility, DivisionTruncatesAtEveryStepAndHidesTheHours) {
     EXPECT_THROW(DividiTempo("00:01:00.00", 0), ErroreRuntime);
 }
 
-TEST(Utility, HundredthsAsLapTime) {
-    EXPECT_EQ(CentesimiInTempo(8345), "01:23.45");
-    EXPECT_EQ(CentesimiInTempo(600000), "100:00.00");
-}
-
 }  // namespace
 }  // namespace lapvane

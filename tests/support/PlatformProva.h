@@ -58,6 +58,10 @@ class PlatformProva : public Platform {
     std::string Now() override { return Adesso; }
     std::string Stamp() override { return "2026-11-24 10-20-30"; }
     std::filesystem::path Documents() override { return Documenti; }
+    bool OpenOutside(const std::filesystem::path& what, const std::string& place) override {
+        Aperti.push_back(what.generic_string() + "#" + place);
+        return ApreFuori;
+    }
     char DecimalSeparator() override { return Separatore; }
     void MousePointer(Pointer pointer) override { Puntatori.push_back(pointer); }
     void Language(int index) override { Lingua = index; }
@@ -79,6 +83,8 @@ class PlatformProva : public Platform {
     std::deque<std::optional<std::filesystem::path>> CartelleScelte;
     std::deque<std::optional<Colore>> ColoriScelti;
     std::vector<Pointer> Puntatori;
+    std::vector<std::string> Aperti;  ///< outside of the program, "file#place"
+    bool ApreFuori = true;
     /// Runs inside each DoEvents: the handler of a click, a port that vanishes ...
     std::function<void()> DuranteEventi;
     int ChiamateEventi = 0;

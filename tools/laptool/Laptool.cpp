@@ -352,7 +352,7 @@ std::string Compare(const CompareRequest& request) {
 std::string Convert(const ConvertRequest& request) {
     const fs::path csv = request.File;
     if (csv.extension() != ".csv") throw Refusal{"the data file must end in .csv"};
-    for (const char* ending : {"csv", "txt", "tim"}) {
+    for (const char* ending : {"csv", "txt", "tim", "set"}) {
         const fs::path file = SenzaFine(csv, 3, ending);
         if (request.Force || !FileEsiste(file)) continue;
         throw Refusal{file.string() + ": there is such a file already (--force)"};

@@ -1,10 +1,12 @@
 // The road to the instrument and back: the open project goes into it, a new project takes its place
 // on the screen, the instrument is read into that, and what is saved then is held against the first
 // project's file. At the end that project is open again.
+#include <QAction>
 #include <QFile>
 #include <QLabel>
 #include <QMap>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 
 #include "Tour.h"
@@ -98,8 +100,43 @@ void Tour::LongCommand(const char* key, Voce question, Voce title, const QString
                 Label("Label1").count(InQt(" ...   " + Testo(Voce::Riuscito) + "\n")) == 12,
                 QStringLiteral("the twelve steps"));
             robot_.Picture(Run(), name + QStringLiteral("-done"));
+            auto* compare = Run()->findChild<QPushButton*>(QStringLiteral("cmdConfronta"));
+            if (compare->isVisible()) return robot_.Click(compare);
             QTest::keyClick(Run(), Qt::Key_Return);
         });
+}
+
+void Tour::Compared(const QString& name, const std::function<void(QTableWidget*)>& look) {
+    robot_.Stop(
+        name,
+        [] {
+            QWidget* window = Robot::Modal("QDialog");
+            return window != nullptr && window->objectName() == QLatin1String("dlgDifferenze");
+        },
+        [this, name, look] {
+            QWidget* window = Robot::Modal("QDialog");
+            look(In<QTableWidget>(window, "tabDifferenze"));
+            robot_.Picture(window, name);
+            QTest::keyClick(window, Qt::Key_Escape);
+        });
+}
+
+void Tour::CompareWithTheInstrument() {
+    robot_.Stop(
+        QStringLiteral("compare"), [this] { return Idle(); },
+        [this] { main_->findChild<QAction*>(QStringLiteral("mnuCompareDevice"))->trigger(); });
+    Compared(QStringLiteral("differences"), [this](QTableWidget* table) {
+        QStringList seen;
+        for (int row = 0; row < table->rowCount(); ++row) {
+            seen << table->item(row, 2)->text() + QLatin1Char('/') + table->item(row, 3)->text();
+        }
+        for (const char* one : {"812/1000", "560/590", "12400/11500", "130.0/125.0"}) {
+            robot_.Check(seen.contains(QLatin1String(one)),
+                         QLatin1String(one) + QStringLiteral(" does not differ"));
+        }
+        robot_.Check(seen.last().startsWith(InQt(Testo(Voce::FlagNonAttivo) + ": 0 mV = 0.000/")),
+                     QStringLiteral("the curve of a channel that is off"));
+    });
 }
 
 void Tour::ProgramAndRead() {
@@ -111,6 +148,9 @@ void Tour::ProgramAndRead() {
     };
     LongCommand("ProgDev", Voce::StrumentoSovrascritto, Voce::ProgrammazioneStrumento,
                 QStringLiteral("program"));
+    Compared(QStringLiteral("no-differences"), [this](QTableWidget* table) {
+        robot_.Check(!table->isVisible(), QStringLiteral("the instrument is not the project's"));
+    });
     Command("New");
     robot_.Stop(
         QStringLiteral("new project"),

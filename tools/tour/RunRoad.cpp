@@ -108,7 +108,7 @@ void Tour::Download() {
     robot_.Stop(
         QStringLiteral("files"), [] { return Robot::Modal("QWidget") == nullptr; },
         [this] {
-            for (const char* name : {"/run.csv", "/run.txt", "/run.tim"}) {
+            for (const char* name : {"/run.csv", "/run.txt", "/run.tim", "/run.set"}) {
                 QFile file(out_ + QLatin1String(name));
                 robot_.Check(file.exists() && file.size() > 100,
                              QLatin1String(name) + QStringLiteral(" was not written"));

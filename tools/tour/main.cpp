@@ -15,6 +15,8 @@
 #include "platform/qt/TestoQt.h"
 #include "tools/support/QuietQt.h"
 #include "widgets/PannelloStato.h"
+#include "widgets/style/Tavolozza.h"
+#include "widgets/style/Vesti.h"
 
 namespace lapvane::tour {
 namespace {
@@ -40,22 +42,6 @@ void LayProgramFolder(const fs::path& from, const fs::path& to, bool italian) {
     if (recent.open(QIODevice::WriteOnly)) recent.write("1\r\n");
 }
 
-/// As a desktop in its dark dress hands it to programs.
-QPalette DarkPalette() {
-    QPalette dark(QColor(0x31, 0x36, 0x3b), QColor(0x2a, 0x2e, 0x32));
-    dark.setColor(QPalette::Base, QColor(0x1b, 0x1e, 0x20));
-    dark.setColor(QPalette::AlternateBase, QColor(0x23, 0x26, 0x29));
-    dark.setColor(QPalette::Text, QColor(0xfc, 0xfc, 0xfc));
-    dark.setColor(QPalette::WindowText, QColor(0xfc, 0xfc, 0xfc));
-    dark.setColor(QPalette::ButtonText, QColor(0xfc, 0xfc, 0xfc));
-    dark.setColor(QPalette::Highlight, QColor(0x3d, 0xae, 0xe9));
-    dark.setColor(QPalette::HighlightedText, QColor(0xfc, 0xfc, 0xfc));
-    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
-        dark.setColor(QPalette::Disabled, role, QColor(0x7a, 0x7f, 0x84));
-    }
-    return dark;
-}
-
 }  // namespace
 
 Tour::Tour(QString out, bool italian, TourPlatform& machine, QProcess& instrument)
@@ -71,6 +57,7 @@ int Tour::Play() {
     Splash();
     Connect();
     OpenProject();
+    CompareWithTheInstrument();
     ProgramAndRead();
     Editors();
     Download();
@@ -127,21 +114,25 @@ void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
 }  // namespace lapvane::tour
 
 int main(int argc, char* argv[]) {
-    const QByteArray language = argc >= 3 ? argv[2] : "en";
-    const bool dark = argc == 4 && QByteArray(argv[3]) == "dark";
-    if (argc < 2 || argc > 4 || (language != "it" && language != "en") || (argc == 4 && !dark)) {
-        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en [dark]]\n");
-        return 2;
-    }
     lapvane::QuietOffscreen();
     QApplication application(argc, argv);
-    if (dark) QApplication::setPalette(lapvane::tour::DarkPalette());
+    QStringList words = QApplication::arguments().mid(1);
+    const bool dark = words.removeAll(QStringLiteral("dark")) != 0;
+    const bool quick = words.removeAll(QStringLiteral("quick")) != 0;
+    const QString language = words.size() == 2 ? words.takeLast() : QStringLiteral("en");
+    if (words.size() != 1 || (language != QLatin1String("it") && language != QLatin1String("en"))) {
+        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en] [dark] [quick]\n");
+        return 2;
+    }
+    const bool italian = language == QLatin1String("it");
+    lapvane::Vesti();
+    if (dark) lapvane::ImpostaTema(lapvane::Tema::Scuro);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
-    const QString out = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    const QString out = QDir(words.front()).absolutePath();
     const QString bin = QCoreApplication::applicationDirPath();
     const std::filesystem::path program = lapvane::PercorsoDaQt(out) / "program";
-    lapvane::tour::LayProgramFolder(lapvane::PercorsoDaQt(bin), program, language == "it");
+    lapvane::tour::LayProgramFolder(lapvane::PercorsoDaQt(bin), program, italian);
 
     QProcess instrument;
     instrument.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -155,9 +146,9 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "the simulated instrument does not start\n");
         return 1;
     }
-    lapvane::tour::TourPlatform machine(program);
+    lapvane::tour::TourPlatform machine(program, quick ? lapvane::tour::kQuick : 1);
     lapvane::SetPlatform(&machine);
-    const int result = lapvane::tour::Tour(out, language == "it", machine, instrument).Play();
+    const int result = lapvane::tour::Tour(out, italian, machine, instrument).Play();
     instrument.terminate();
     instrument.waitForFinished(3000);
     return result;

@@ -7,7 +7,6 @@
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
-#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -46,7 +45,6 @@ dlgCsvConfronto::dlgCsvConfronto(QWidget* parent, Voce titolo)
     colonna->addLayout(griglia);
     colonna->addLayout(CreaPulsanti(nullptr, [this] { accept(); }));
     Testi();
-    Vesti(*this);
     // What the desktop's own programs read.
     const bool virgola = platform().DecimalSeparator() == ',';
     cboDecimale_->setCurrentIndex(virgola ? 1 : 0);

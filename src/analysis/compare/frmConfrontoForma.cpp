@@ -47,16 +47,17 @@ constexpr int kSchedaIstogramma = 2;
 struct Tasto {
     const char* Nome;
     Voce Parole;
+    const char* Tasti;
 };
 
-constexpr std::array<Tasto, 8> kTasti = {{{"ApriLog", Voce::ApriLogConfronto},
-                                          {"TogliLog", Voce::TogliLog},
-                                          {"TuttoIlGiro", Voce::TuttoIlGiro},
-                                          {"CopiaImmagine", Voce::CopiaImmagine},
-                                          {"CopiaTabelle", Voce::CopiaTabelle},
-                                          {"SalvaImmagine", Voce::SalvaImmagine},
-                                          {"StampaConfronto", Voce::StampaConfronto},
-                                          {"SalvaCsv", Voce::SalvaCsvConfronto}}};
+constexpr std::array<Tasto, 8> kTasti = {{{"ApriLog", Voce::ApriLogConfronto, "Ctrl+O"},
+                                          {"TogliLog", Voce::TogliLog, "Ctrl+Del"},
+                                          {"TuttoIlGiro", Voce::TuttoIlGiro, "Ctrl+0"},
+                                          {"CopiaImmagine", Voce::CopiaImmagine, "Ctrl+C"},
+                                          {"CopiaTabelle", Voce::CopiaTabelle, "Ctrl+Shift+C"},
+                                          {"SalvaImmagine", Voce::SalvaImmagine, "Ctrl+S"},
+                                          {"StampaConfronto", Voce::StampaConfronto, "Ctrl+P"},
+                                          {"SalvaCsv", Voce::SalvaCsvConfronto, "Ctrl+E"}}};
 
 /// Two buttons of which one is pressed.
 QWidget* Coppia(QPushButton*& una, QPushButton*& altra, const char* nomeUna,
@@ -382,6 +383,7 @@ void frmConfronto::AggiornaTesti(Mnemonica& lettere) {
             if (tasto->objectName() != QStringLiteral("barra_") + QLatin1String(uno.Nome)) continue;
             tasto->setToolTip(testo(uno.Parole));
             tasto->setAccessibleName(tasto->toolTip());
+            tasto->setShortcut(QKeySequence(QLatin1String(uno.Tasti)));
         }
     }
     schedaGiri_->Titolo(testo(Voce::GiriConfronto));

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDateTime>
+#include <QDesktopServices>
 #include <QDir>
 #include <QEventLoop>
 #include <QFileDialog>
@@ -16,6 +17,7 @@
 #include <QStandardPaths>
 #include <QThread>
 #include <QTimer>
+#include <QUrl>
 #include <cstdlib>
 
 #include "platform/CartellaProgramma.h"
@@ -133,6 +135,12 @@ QtPlatform::QtPlatform() {
     const bool loaded = italian_.load(QStringLiteral("qtbase_it"),
                                       QLibraryInfo::path(QLibraryInfo::TranslationsPath));
     if (!loaded) qWarning("the Italian texts of Qt's own dialogs are not installed");
+}
+
+bool QtPlatform::OpenOutside(const std::filesystem::path& what, const std::string& place) {
+    QUrl url = QUrl::fromLocalFile(PercorsoInQt(what));
+    url.setFragment(QString::fromStdString(place));
+    return QDesktopServices::openUrl(url);
 }
 
 std::int64_t QtPlatform::GetTickCount() {

@@ -31,6 +31,7 @@ class QtPlatform : public Platform {
     void ChDir(const std::filesystem::path& folder) override;
     std::string ExeName() override;
     std::string Now() override;
+    bool OpenOutside(const std::filesystem::path& what, const std::string& place) override;
     char DecimalSeparator() override;
     void MousePointer(Pointer pointer) override;
     void Language(int index) override;
