@@ -11,7 +11,6 @@
 #include "shell/StatoShell.h"
 #include "widgets/MenuUscita.h"
 #include "widgets/style/Misure.h"
-#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -32,7 +31,6 @@ std::filesystem::path NomeProposto() {
 
 dlgDifferenze::dlgDifferenze(const std::vector<Differenza>& differenze, QWidget* parent)
     : Dialogo("dlgDifferenze", parent) {
-    Vesti(*this);
     lblEsito_ = Etichetta(this, "lblEsito");
     lblEsito_->setFont(Carattere(*this, Scrittura::Titolo));
     tabella_ = new TabellaDifferenze(this);

@@ -31,11 +31,17 @@ class Platform {
     /// Both leave the current folder at the chosen folder. Empty: cancelled.
     virtual std::optional<std::filesystem::path> AskOpen(const FileRequest& request) = 0;
     virtual std::optional<std::filesystem::path> AskSave(const FileRequest& request) = 0;
+    /// A folder that is there; the dialog begins in `initial` (empty: the current folder) and
+    /// leaves the current folder alone. Empty: cancelled.
+    virtual std::optional<std::filesystem::path> AskFolder(
+        const std::string& title, const std::filesystem::path& initial) = 0;
     virtual std::optional<Colore> AskColor(Colore initial) = 0;
 
     virtual std::filesystem::path
     AppPath() = 0;  ///< the program's folder, as `CartellaDelProgramma` decides
     virtual std::filesystem::path CurDir() = 0;
+    /// Makes a folder the current one; one that is not there changes nothing.
+    virtual void ChDir(const std::filesystem::path& folder) = 0;
     virtual std::string ExeName() = 0;  ///< name of the executable, title of most boxes
     virtual std::string Now() = 0;      ///< date and time in the system's general format
     /// Date and time as part of a file name, "2026-11-25 16-45-30", whatever the system's format.

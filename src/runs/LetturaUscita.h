@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "logs/Impostazioni.h"
 #include "runs/Uscita.h"
 
 namespace lapvane {

@@ -17,6 +17,7 @@
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "shell/Utility.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
@@ -183,7 +184,7 @@ void frmImpostaSensore::CreaRiga(std::size_t i) {
 QGroupBox* frmImpostaSensore::CreaTabella() {
     fraTabella_ = Cornice(Corpo(), "fraTabella");
     auto* griglia = new QGridLayout(fraTabella_);
-    griglia->setVerticalSpacing(2);
+    griglia->setVerticalSpacing(0);
     lblX_ = Etichetta(fraTabella_, "lblX", nullptr);
     lblY_ = Etichetta(fraTabella_, "lblY", nullptr);
     griglia->addWidget(lblX_, 0, 1, Qt::AlignHCenter | Qt::AlignBottom);
@@ -192,6 +193,9 @@ QGroupBox* frmImpostaSensore::CreaTabella() {
         CreaRiga(i);
         const int riga = static_cast<int>(i) + 1;
         griglia->addWidget(Check1_[i], riga, 0);
+        for (QLineEdit* casella : {txtX_[i], txtY_[i]}) {
+            casella->setFixedHeight(Misure(*casella).Riga);
+        }
         griglia->addWidget(txtX_[i], riga, 1);
         griglia->addWidget(txtY_[i], riga, 2);
     }

@@ -19,6 +19,7 @@
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
 #include "widgets/ControlliFinestra.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
@@ -134,7 +135,9 @@ QGridLayout* frmSensori::CreaCornice(QWidget* dove, std::string_view nome, Voce 
     auto* riquadro = lapvane::Cornice(dove, nome);
     cornici_.push_back({riquadro, titolo});
     auto* griglia = new QGridLayout(riquadro);
-    griglia->setHorizontalSpacing(10);
+    // The fullest of all windows: its rows stand closer, so that it fits a screen of 768 rows.
+    griglia->setContentsMargins(kMargineCornice, kSpazio, kMargineCornice, kSpazio);
+    griglia->setVerticalSpacing(kGriglia);
     return griglia;
 }
 

@@ -39,6 +39,7 @@ constexpr std::array kPosti = std::to_array<VoceManuale>({
     {"dlgStatisticheMisure", {"08-analysis", "reports"}},
     {"dlgReportGiri", {"08-analysis", "reports"}},
     {"frmConfronto", {"08-analysis", "compare"}},
+    {"frmArchivio", {"08-analysis", "runs"}},
     {"dlgCsvConfronto", {"08-analysis", "compare"}},
 });
 

@@ -18,7 +18,6 @@
 #include "widgets/style/Misure.h"
 #include "widgets/style/Pennello.h"
 #include "widgets/style/Tavolozza.h"
-#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -55,7 +54,6 @@ QLabel* Scritta(const char* nome) {
 
 frmInizio::frmInizio(QWidget* parent) : Sfondo(parent) {
     setObjectName(QStringLiteral("frmInizio"));
-    setPalette(PalettaDi(TemaDelDesktop()));
     auto* dentro = new QWidget;
     dentro->setAutoFillBackground(false);
     colonne_ = new QBoxLayout(QBoxLayout::LeftToRight, dentro);
@@ -85,7 +83,6 @@ frmInizio::frmInizio(QWidget* parent) : Sfondo(parent) {
     scorre_->setWidget(dentro);
     dentro->setAutoFillBackground(false);
     scorre_->viewport()->setAutoFillBackground(false);
-    Vesti(*this);
     Caratteri();
 }
 
@@ -372,15 +369,9 @@ void frmInizio::resizeEvent(QResizeEvent* evento) {
 
 void frmInizio::changeEvent(QEvent* evento) {
     Sfondo::changeEvent(evento);
-    if (evento->type() == QEvent::FontChange && cmdTasti_ != nullptr) Caratteri();
-}
-
-bool frmInizio::event(QEvent* evento) {
-    if (evento->type() == QEvent::ApplicationPaletteChange) {
-        setPalette(PalettaDi(TemaDelDesktop()));
-        if (cmdTasti_ != nullptr) Caratteri();
-    }
-    return Sfondo::event(evento);
+    const bool altro =
+        evento->type() == QEvent::FontChange || evento->type() == QEvent::PaletteChange;
+    if (altro && cmdTasti_ != nullptr) Caratteri();
 }
 
 }  // namespace lapvane

@@ -75,7 +75,6 @@ class frmInizio : public Sfondo {
  protected:
     void resizeEvent(QResizeEvent* evento) override;
     void changeEvent(QEvent* evento) override;
-    bool event(QEvent* evento) override;
 
  private:
     struct Carta {

@@ -47,6 +47,7 @@
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
 #include "widgets/TastoInvio.h"
+#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -98,6 +99,24 @@ QKeySequence Scorciatoia(Comando comando) {
     return {};
 }
 
+/// As long as it lives the current folder is that of a file, unless it was so before.
+class CartellaPer {
+ public:
+    explicit CartellaPer(const std::filesystem::path& file)
+        : prima_(platform().CurDir()), sua_(file.parent_path()) {
+        if (sua_ != prima_) platform().ChDir(sua_);
+    }
+    CartellaPer(const CartellaPer&) = delete;
+    CartellaPer& operator=(const CartellaPer&) = delete;
+    ~CartellaPer() {
+        if (sua_ != prima_) platform().ChDir(prima_);
+    }
+
+ private:
+    std::filesystem::path prima_;
+    std::filesystem::path sua_;
+};
+
 }  // namespace
 
 frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
@@ -130,6 +149,7 @@ int frmMain::Avvia() {
     QApplication::setApplicationName(QStringLiteral("Lapvane"));
     QApplication::setWindowIcon(Icona("lapvane"));
     QApplication::setQuitOnLastWindowClosed(false);
+    Vesti();
     std::unique_ptr<frmMain> finestra;
     frmSplash splash;
     splash.AlTermine = [&finestra] {
@@ -190,6 +210,7 @@ void frmMain::CostruisciMenu() {
         }
     }
     CreaConfronto();
+    CreaArchivio();
     CreaConfrontoStrumento();
     CreaLogRecenti();
     mnuManuale_ = menuBar()->addAction(QString());
@@ -295,6 +316,7 @@ void frmMain::AggiornaTesti() {
         if (!tasti.isEmpty()) pulsante->second->setAccessibleDescription(tasti.toString());
     }
     mnuConfronto_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceConfronto))));
+    mnuArchivio_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceArchivio))));
     mnuCompareDevice_->setText(menu[Titolo::Device].Con(InQt(Testo(Voce::ConfrontaStrumento))));
     mnuManuale_->setText(titoli.Con(InQt(Testo(Voce::VoceManuale))));
     RileggiRecenti();
@@ -558,14 +580,17 @@ void frmMain::Analizza() {
     if (scelto) ApriAnalisi(*scelto);
 }
 
-void frmMain::ApriAnalisi(const std::filesystem::path& file) {
+void frmMain::ApriAnalisi(const std::filesystem::path& file, QWidget* sopra) {
+    QWidget* const sotto = sopra != nullptr ? sopra : this;
+    // As a file dialog leaves it: the analysis looks for the files beside the log there.
+    const CartellaPer cartella(file);
     AnalisiInCorso = true;
     platform().DoEvents();
     std::unique_ptr<frmAnalisi> finestra;
     if (AnalisiSpeed) {
-        finestra = std::make_unique<frmAnalisiDatiSpeed>(this);
+        finestra = std::make_unique<frmAnalisiDatiSpeed>(sotto);
     } else {
-        finestra = std::make_unique<frmAnalisiDati>(this);
+        finestra = std::make_unique<frmAnalisiDati>(sotto);
     }
     analisi_ = finestra.get();
     finestra->NomeFileDati = file;

@@ -88,11 +88,14 @@ class frmMain final : public QMainWindow, public Principale {
     void Corri(const std::function<void()>& comando);
     void Rifiuta(Comando comando);
     void Analizza();
-    void ApriAnalisi(const std::filesystem::path& file);
+    /// `sopra`: the window that it comes to stand over; null: this one.
+    void ApriAnalisi(const std::filesystem::path& file, QWidget* sopra = nullptr);
     static QString TestoRecente(const QMenu& menu, int indice, const QString& nome);
     void CreaConfronto();
     void CreaConfrontoStrumento();
-    void Confronta(const std::vector<std::filesystem::path>& log);
+    void Confronta(const std::vector<std::filesystem::path>& log, QWidget* sopra = nullptr);
+    void CreaArchivio();
+    void MostraArchivio();
     void CreaLogRecenti();
     void MostraLogRecenti();
     void ApriLogRecente(const std::filesystem::path& file);
@@ -120,6 +123,7 @@ class frmMain final : public QMainWindow, public Principale {
     std::array<QAction*, 4> recenti_{};
     QAction* separatoreRecenti_ = nullptr;
     QAction* mnuConfronto_ = nullptr;
+    QAction* mnuArchivio_ = nullptr;
     QAction* mnuCompareDevice_ = nullptr;
     QAction* separatoreLog_ = nullptr;
     std::array<QAction*, kLogRecenti> voceLog_{};

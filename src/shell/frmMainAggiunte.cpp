@@ -19,6 +19,7 @@
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
 #include "project/FileRecenti.h"
+#include "runs/frmArchivio.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
@@ -72,6 +73,18 @@ void frmMain::CreaConfrontoStrumento() {
             [this] { Comandato(mnuCompareDevice_, [this] { dlgStrumento(this).Confronta(); }); });
     });
     menu_[Titolo::Device]->insertAction(voci_[Comando::ViewDev], mnuCompareDevice_);
+}
+
+/// Behind it the runs of a folder.
+void frmMain::CreaArchivio() {
+    mnuArchivio_ = new QAction(Icona("Archivio"), {}, this);
+    mnuArchivio_->setObjectName(QStringLiteral("mnuArchivio"));
+    mnuArchivio_->setShortcut(QKeySequence(QStringLiteral("Ctrl+R")));
+    mnuArchivio_->setMenuRole(QAction::NoRole);
+    connect(mnuArchivio_, &QAction::triggered, this, [this] {
+        Protetto([this] { Comandato(mnuArchivio_, [this] { MostraArchivio(); }); });
+    });
+    menu_[Titolo::Analysis]->addAction(mnuArchivio_);
 }
 
 /// The logs of the last analyses, behind all that.
@@ -136,14 +149,32 @@ void frmMain::ApriLogRecente(const std::filesystem::path& file) {
 }
 
 /// The poll rests while laps are compared, as it does for an analysis.
-void frmMain::Confronta(const std::vector<std::filesystem::path>& log) {
+void frmMain::Confronta(const std::vector<std::filesystem::path>& log, QWidget* sopra) {
     struct Fine {
         bool Prima;
         ~Fine() { AnalisiInCorso = Prima; }
     } const fine{AnalisiInCorso};
     AnalisiInCorso = true;
-    frmConfronto finestra(this);
+    frmConfronto finestra(sopra != nullptr ? sopra : this);
     for (const std::filesystem::path& file : log) finestra.Apri(file);
+    finestra.exec();
+}
+
+/// The poll rests here too, also behind an analysis, whose end lets it go on.
+void frmMain::MostraArchivio() {
+    struct Fine {
+        bool Prima;
+        ~Fine() { AnalisiInCorso = Prima; }
+    } const fine{AnalisiInCorso};
+    AnalisiInCorso = true;
+    frmArchivio finestra(this);
+    finestra.QuandoAnalisi = [this, &finestra](const std::filesystem::path& file) {
+        ApriAnalisi(file, &finestra);
+        AnalisiInCorso = true;
+    };
+    finestra.QuandoConfronto = [this, &finestra](const std::vector<std::filesystem::path>& log) {
+        Confronta(log, &finestra);
+    };
     finestra.exec();
 }
 

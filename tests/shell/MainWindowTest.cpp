@@ -189,11 +189,14 @@ TEST_F(Finestra, EachCommandOpensItsOwnWindow) {
         QTest::mouseClick(Pulsante(chiave), Qt::LeftButton);
         EXPECT_EQ(aperta, nome) << chiave;
     }
-    QAction* const confronto = VoceMenu("mnuConfronto");
-    confronto->trigger();
-    EXPECT_EQ(aperta, "frmConfronto");
-    EXPECT_TRUE(pollFermo);
-    EXPECT_FALSE(AnalisiInCorso);
+    for (const auto& [voce, nome] :
+         {std::pair{"mnuConfronto", "frmConfronto"}, {"mnuArchivio", "frmArchivio"}}) {
+        pollFermo = false;
+        VoceMenu(voce)->trigger();
+        EXPECT_EQ(aperta, nome);
+        EXPECT_TRUE(pollFermo);
+        EXPECT_FALSE(AnalisiInCorso);
+    }
     for (const auto& [comando, domanda] : {std::pair{Comando::ProgDev, Voce::StrumentoSovrascritto},
                                            {Comando::ReadDev, Voce::DatiSostituiti}}) {
         finestra->Abilita(comando, true);
@@ -496,7 +499,9 @@ TEST_F(Finestra, DroppedFilesOpenAndTheLogsThatWereAnalysedComeBack) {
     EXPECT_EQ(voce->text(), QStringLiteral("&1  Esempio.csv"));
     EXPECT_EQ(voce->toolTip(), PercorsoInQt(log));
     EXPECT_FALSE(VoceMenu("mnuRecentLogs1")->isVisible()) << "only what was analysed";
+    macchina.CartellaCorrente = macchina.Cartella / "sensors";
     voce->trigger();
+    EXPECT_EQ(macchina.CartellaCorrente, macchina.Cartella / "sensors") << "as it was";
     EXPECT_EQ(aperte, QStringLiteral("frmAnalisiDatiSpeedfrmConfrontofrmAnalisiDatiSpeed"));
     fs::remove(log);
     macchina.Risposte = {Answer::Ok};

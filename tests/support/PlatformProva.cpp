@@ -76,6 +76,11 @@ std::optional<std::filesystem::path> PlatformProva::AskSave(const FileRequest& r
     return AskOpen(request);
 }
 
+std::optional<std::filesystem::path> PlatformProva::AskFolder(const std::string&,
+                                                              const std::filesystem::path&) {
+    return Prossimo(CartelleScelte);
+}
+
 std::optional<Colore> PlatformProva::AskColor(Colore) {
     if (ColoriScelti.empty()) {
         ADD_FAILURE() << "unexpected colour dialog";

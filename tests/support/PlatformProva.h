@@ -48,9 +48,12 @@ class PlatformProva : public Platform {
                   const std::string& title) override;
     std::optional<std::filesystem::path> AskOpen(const FileRequest& request) override;
     std::optional<std::filesystem::path> AskSave(const FileRequest& request) override;
+    std::optional<std::filesystem::path> AskFolder(const std::string& title,
+                                                   const std::filesystem::path& initial) override;
     std::optional<Colore> AskColor(Colore initial) override;
     std::filesystem::path AppPath() override { return Cartella; }
     std::filesystem::path CurDir() override { return CartellaCorrente; }
+    void ChDir(const std::filesystem::path& folder) override { CartellaCorrente = folder; }
     std::string ExeName() override { return "lapvane"; }
     std::string Now() override { return Adesso; }
     std::string Stamp() override { return "2026-11-24 10-20-30"; }
@@ -77,6 +80,7 @@ class PlatformProva : public Platform {
     std::deque<Answer> Risposte;
     std::vector<FileRequest> RichiesteFile;
     std::deque<std::optional<std::filesystem::path>> FileScelti;  ///< empty optional: cancelled
+    std::deque<std::optional<std::filesystem::path>> CartelleScelte;
     std::deque<std::optional<Colore>> ColoriScelti;
     std::vector<Pointer> Puntatori;
     std::vector<std::string> Aperti;  ///< outside of the program, "file#place"

@@ -5,6 +5,7 @@
 
 #include "tools/support/QuietQt.h"
 #include "widgets/TastoInvio.h"
+#include "widgets/style/Vesti.h"
 
 int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -12,6 +13,7 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
+    lapvane::Vesti();
     const lapvane::TastoInvio invio;  // as the main window has it
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

@@ -2,8 +2,9 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
+#include <QFocusFrame>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 
 #include "platform/qt/ConversioniQt.h"
@@ -58,27 +59,34 @@ TEST(Tavolozza, CanBeReadInBothThemes) {
     }
 }
 
-TEST(Vesti, DressesWhatIsInTheWindowAndWhatComesIntoIt) {
+TEST(Vesti, DressesWhatComesAndFollowsTheTheme) {
+    ImpostaTema(Tema::Scuro);
     QWidget finestra;
     auto* pulsante = new QPushButton(QStringLiteral("OK"), &finestra);
     auto* edit = new QLineEdit(&finestra);
-    ImpostaTema(Tema::Scuro);
-    Vesti(finestra);
-    auto* dopo = new QWidget(&finestra);
-    auto* elenco = new QComboBox(dopo);
+    auto* elenco = new QComboBox(&finestra);
     elenco->addItem(QStringLiteral("1"));
-    auto* menu = new QMenu(&finestra);
+    finestra.show();
     const int alto = finestra.fontMetrics().height() + 10;
     for (const QWidget* w : std::initializer_list<QWidget*>{pulsante, edit, elenco}) {
         EXPECT_EQ(w->sizeHint().height(), alto) << w->metaObject()->className();
         EXPECT_EQ(w->palette().color(QPalette::Base), ColoriDi(Tema::Scuro).Base);
     }
-    EXPECT_EQ(menu->style(), &Stile::Comune());
-    EXPECT_EQ(menu->palette().color(QPalette::Window), ColoriDi(Tema::Scuro).Window);
-    // The desktop's other theme, while the window is open.
+    // Another theme, while the program runs.
     ImpostaTema(Tema::Chiaro);
-    QEvent cambio(QEvent::ApplicationPaletteChange);
-    QApplication::sendEvent(&finestra, &cambio);
+    QCoreApplication::processEvents();
     EXPECT_EQ(edit->palette().color(QPalette::Base), ColoriDi(Tema::Chiaro).Base);
+    // The ring goes with the focus from window to window.
+    QDialog altra;
+    auto* suo = new QPushButton(&altra);
+    for (auto& [w, p] : {std::pair<QWidget*, QPushButton*>{&finestra, pulsante}, {&altra, suo}}) {
+        w->show();
+        QApplication::setActiveWindow(w);
+        p->setFocus();
+        const auto anelli = w->findChildren<QFocusFrame*>();
+        ASSERT_EQ(anelli.size(), 1);
+        EXPECT_EQ(anelli.front()->widget(), p);
+    }
+    EXPECT_TRUE(finestra.findChildren<QFocusFrame*>().isEmpty());
     ImpostaTema({});
 }

@@ -134,6 +134,7 @@ class Machine : public QtPlatform {
                   const std::string& title) override;
     std::filesystem::path AppPath() override { return folder_; }
     std::filesystem::path CurDir() override { return folder_; }
+    void ChDir(const std::filesystem::path&) override {}
     char DecimalSeparator() override { return '.'; }
     void MousePointer(Pointer) override {}
     void End(int code) override { throw FineProgrammaSoak{code}; }

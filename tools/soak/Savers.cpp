@@ -47,9 +47,14 @@ class PlainMachine : public Platform {
     }
     std::optional<fs::path> AskOpen(const FileRequest&) override { return {}; }
     std::optional<fs::path> AskSave(const FileRequest&) override { return {}; }
+    std::optional<std::filesystem::path> AskFolder(const std::string&,
+                                                   const std::filesystem::path&) override {
+        return {};
+    }
     std::optional<Colore> AskColor(Colore) override { return {}; }
     fs::path AppPath() override { return folder_; }
     fs::path CurDir() override { return folder_; }
+    void ChDir(const fs::path&) override {}
     std::string ExeName() override { return "soak"; }
     std::string Now() override { return "24/11/2026 10:20:30"; }
     char DecimalSeparator() override { return '.'; }

@@ -27,9 +27,14 @@ class BarePlatform : public Platform {
     }
     std::optional<std::filesystem::path> AskOpen(const FileRequest&) override { return {}; }
     std::optional<std::filesystem::path> AskSave(const FileRequest&) override { return {}; }
+    std::optional<std::filesystem::path> AskFolder(const std::string&,
+                                                   const std::filesystem::path&) override {
+        return {};
+    }
     std::optional<Colore> AskColor(Colore) override { return {}; }
     std::filesystem::path AppPath() override { return Folder; }
     std::filesystem::path CurDir() override { return Folder; }
+    void ChDir(const std::filesystem::path&) override {}
     std::string ExeName() override { return "lapvane"; }
     std::string Now() override { return {}; }
     char DecimalSeparator() override { return '.'; }

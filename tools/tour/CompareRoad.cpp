@@ -67,13 +67,14 @@ void Tour::CompareLaps() {
         [this] {
             robot_.Picture(Comparison(), QStringLiteral("compare-histogram"));
             Comparison()->resize(1024, 700);
-            Comparison()->setPalette(PalettaDi(Tema::Scuro));
+            ImpostaTema(Tema::Scuro);
             In<QTabWidget>(Comparison(), "schede")->setCurrentIndex(0);
         });
     robot_.Stop(
         QStringLiteral("narrow and dark"), [] { return Comparison() != nullptr; },
         [this] {
             robot_.Picture(Comparison(), QStringLiteral("compare-dark"));
+            ImpostaTema({});
             Comparison()->close();
         });
 }

@@ -144,6 +144,9 @@ class Tour {
     // CompareRoad.cpp: laps laid beside one another.
     void CompareLaps();
 
+    // RunsRoad.cpp: the logs of a folder.
+    void ListRuns();
+
     QString out_;
     bool italian_;
     TourPlatform& machine_;

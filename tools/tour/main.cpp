@@ -15,6 +15,8 @@
 #include "platform/qt/TestoQt.h"
 #include "tools/support/QuietQt.h"
 #include "widgets/PannelloStato.h"
+#include "widgets/style/Tavolozza.h"
+#include "widgets/style/Vesti.h"
 
 namespace lapvane::tour {
 namespace {
@@ -40,22 +42,6 @@ void LayProgramFolder(const fs::path& from, const fs::path& to, bool italian) {
     if (recent.open(QIODevice::WriteOnly)) recent.write("1\r\n");
 }
 
-/// As a desktop in its dark dress hands it to programs.
-QPalette DarkPalette() {
-    QPalette dark(QColor(0x31, 0x36, 0x3b), QColor(0x2a, 0x2e, 0x32));
-    dark.setColor(QPalette::Base, QColor(0x1b, 0x1e, 0x20));
-    dark.setColor(QPalette::AlternateBase, QColor(0x23, 0x26, 0x29));
-    dark.setColor(QPalette::Text, QColor(0xfc, 0xfc, 0xfc));
-    dark.setColor(QPalette::WindowText, QColor(0xfc, 0xfc, 0xfc));
-    dark.setColor(QPalette::ButtonText, QColor(0xfc, 0xfc, 0xfc));
-    dark.setColor(QPalette::Highlight, QColor(0x3d, 0xae, 0xe9));
-    dark.setColor(QPalette::HighlightedText, QColor(0xfc, 0xfc, 0xfc));
-    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
-        dark.setColor(QPalette::Disabled, role, QColor(0x7a, 0x7f, 0x84));
-    }
-    return dark;
-}
-
 }  // namespace
 
 Tour::Tour(QString out, bool italian, TourPlatform& machine, QProcess& instrument)
@@ -77,6 +63,7 @@ int Tour::Play() {
     Download();
     Analyse();
     CompareLaps();
+    ListRuns();
     RecentProjects();
     UnsavedChanges();
     OtherLanguage();
@@ -138,7 +125,8 @@ int main(int argc, char* argv[]) {
         return 2;
     }
     const bool italian = language == QLatin1String("it");
-    if (dark) QApplication::setPalette(lapvane::tour::DarkPalette());
+    lapvane::Vesti();
+    if (dark) lapvane::ImpostaTema(lapvane::Tema::Scuro);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
     const QString out = QDir(words.front()).absolutePath();

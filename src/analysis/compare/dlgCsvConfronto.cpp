@@ -7,7 +7,6 @@
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
-#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -17,7 +16,8 @@ constexpr double kPassoMassimo = 100.0;  // m
 
 }  // namespace
 
-dlgCsvConfronto::dlgCsvConfronto(QWidget* parent) : Dialogo("dlgCsvConfronto", parent) {
+dlgCsvConfronto::dlgCsvConfronto(QWidget* parent, Voce titolo)
+    : Dialogo("dlgCsvConfronto", parent), titolo_(titolo) {
     setModal(true);
     const auto lista = [this](const char* nome) {
         auto* una = new QComboBox(this);
@@ -40,11 +40,11 @@ dlgCsvConfronto::dlgCsvConfronto(QWidget* parent) : Dialogo("dlgCsvConfronto", p
     griglia->addRow(lblDecimale_, cboDecimale_);
     griglia->addRow(lblCampi_, cboCampi_);
     griglia->addRow(lblPasso_, txtPasso_);
+    griglia->setRowVisible(txtPasso_, titolo == Voce::SalvaCsvConfronto);
     auto* colonna = new QVBoxLayout(this);
     colonna->addLayout(griglia);
     colonna->addLayout(CreaPulsanti(nullptr, [this] { accept(); }));
     Testi();
-    Vesti(*this);
     // What the desktop's own programs read.
     const bool virgola = platform().DecimalSeparator() == ',';
     cboDecimale_->setCurrentIndex(virgola ? 1 : 0);
@@ -53,7 +53,7 @@ dlgCsvConfronto::dlgCsvConfronto(QWidget* parent) : Dialogo("dlgCsvConfronto", p
 
 void dlgCsvConfronto::AggiornaTesti(Mnemonica& lettere) {
     const auto testo = [](Voce voce) { return InQt(Testo(voce)); };
-    setWindowTitle(testo(Voce::SalvaCsvConfronto));
+    setWindowTitle(testo(titolo_));
     lblDecimale_->setText(lettere.Con(testo(Voce::SeparatoreDecimale)));
     lblCampi_->setText(lettere.Con(testo(Voce::SeparatoreCampi)));
     lblPasso_->setText(lettere.Con(testo(Voce::PassoGriglia)));
@@ -72,6 +72,11 @@ void dlgCsvConfronto::AggiornaTesti(Mnemonica& lettere) {
 void dlgCsvConfronto::AbilitaOK() {
     if (OKButton_ == nullptr) return;
     OKButton_->setEnabled(cboDecimale_->currentData() != cboCampi_->currentData());
+}
+
+void dlgCsvConfronto::Scegli(char decimale, char campi) {
+    cboDecimale_->setCurrentIndex(cboDecimale_->findData(static_cast<int>(decimale)));
+    cboCampi_->setCurrentIndex(cboCampi_->findData(static_cast<int>(campi)));
 }
 
 FormaCsv dlgCsvConfronto::Forma() const {

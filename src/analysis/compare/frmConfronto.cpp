@@ -20,7 +20,6 @@
 #include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
-#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -37,7 +36,6 @@ frmConfronto::frmConfronto(QWidget* parent)
     Disponi();
     Collega();
     Testi();
-    Vesti(*this);
     resize(NelloSchermo(*this, {1366, 738}));
     lstGiri_->setFocus();
     Aggiorna();

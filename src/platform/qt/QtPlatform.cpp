@@ -238,6 +238,18 @@ std::optional<std::filesystem::path> QtPlatform::AskSave(const FileRequest& requ
     return AskFile(request, true);
 }
 
+std::optional<std::filesystem::path> QtPlatform::AskFolder(const std::string& title,
+                                                           const std::filesystem::path& initial) {
+    QFileDialog dialog(WindowBelow(), InQt(title));
+    dialog.setObjectName(QStringLiteral("CommonDialog1"));
+    dialog.setFileMode(QFileDialog::Directory);
+    // Files show, so that one sees whether it is the right folder.
+    dialog.setOption(QFileDialog::ShowDirsOnly, false);
+    if (!initial.empty()) dialog.setDirectory(PercorsoInQt(initial));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return PercorsoDaQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
+}
+
 std::optional<Colore> QtPlatform::AskColor(Colore initial) {
     const QColor chosen = QColorDialog::getColor(InQColor(initial), WindowBelow());
     if (!chosen.isValid()) return std::nullopt;
@@ -260,6 +272,10 @@ std::filesystem::path QtPlatform::Documents() {
 
 std::filesystem::path QtPlatform::CurDir() {
     return PercorsoDaQt(QDir::currentPath());
+}
+
+void QtPlatform::ChDir(const std::filesystem::path& folder) {
+    QDir::setCurrent(PercorsoInQt(folder));
 }
 
 std::string QtPlatform::ExeName() {

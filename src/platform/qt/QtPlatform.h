@@ -22,10 +22,13 @@ class QtPlatform : public Platform {
                   const std::string& title) override;
     std::optional<std::filesystem::path> AskOpen(const FileRequest& request) override;
     std::optional<std::filesystem::path> AskSave(const FileRequest& request) override;
+    std::optional<std::filesystem::path> AskFolder(const std::string& title,
+                                                   const std::filesystem::path& initial) override;
     std::optional<Colore> AskColor(Colore initial) override;
     std::filesystem::path AppPath() override;
     std::filesystem::path Documents() override;
     std::filesystem::path CurDir() override;
+    void ChDir(const std::filesystem::path& folder) override;
     std::string ExeName() override;
     std::string Now() override;
     bool OpenOutside(const std::filesystem::path& what, const std::string& place) override;

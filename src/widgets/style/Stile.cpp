@@ -230,8 +230,8 @@ Stile& Stile::Comune() {
 
 void Stile::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
-    // A tool tip takes its palette from the application.
-    if (widget->inherits("QTipLabel")) widget->setPalette(PalettaDi(TemaDelDesktop()));
+    // A tool tip has a palette of the toolkit's own.
+    if (widget->inherits("QTipLabel")) widget->setPalette(PalettaDi(TemaInUso()));
 }
 
 bool Stile::DisegnaTesto(ControlElement parte, const QStyleOption& opzioni, QPainter& penna,

@@ -11,7 +11,8 @@ namespace lapvane {
 
 namespace {
 
-constexpr const char* kTemaAMano = "temaAMano";  // property of the application
+constexpr const char* kTemaAMano = "temaAMano";
+constexpr const char* kVestito = "vestito";  // property of the application
 constexpr int kMezzaLuce = 128;
 
 QColor C(QRgb rgb) {
@@ -170,13 +171,21 @@ QPalette PalettaDi(Tema tema) {
     return p;
 }
 
-Tema TemaDelDesktop() {
+Tema TemaInUso() {
     const QVariant aMano = qApp->property(kTemaAMano);
     return aMano.isValid() ? static_cast<Tema>(aMano.toInt()) : TemaDi(QApplication::palette());
 }
 
 void ImpostaTema(std::optional<Tema> tema) {
     qApp->setProperty(kTemaAMano, tema ? QVariant(static_cast<int>(*tema)) : QVariant());
+    AggiornaTema();
+}
+
+void AggiornaTema() {
+    // Without a palette of its own the application has the desktop's.
+    if (qApp->property(kVestito).toBool()) QApplication::setPalette(QPalette());
+    QApplication::setPalette(PalettaDi(TemaInUso()));
+    qApp->setProperty(kVestito, true);
 }
 
 }  // namespace lapvane

@@ -67,9 +67,12 @@ QColor Gradazione(const Colori& colori, double quota);
 /// The palette of a theme, with all roles of all groups.
 QPalette PalettaDi(Tema tema);
 
-/// What the desktop asks for: its window ground is light or dark. `ImpostaTema` overrules it.
-Tema TemaDelDesktop();
+/// The theme of the program: that of `ImpostaTema`, else the desktop's.
+Tema TemaInUso();
 /// Sets the theme by hand for as long as the application lives; none: the desktop's again.
 void ImpostaTema(std::optional<Tema> tema);
+/// Asks the desktop anew, whose window ground is light or dark, and gives all widgets the palette
+/// of the theme in use.
+void AggiornaTema();
 
 }  // namespace lapvane

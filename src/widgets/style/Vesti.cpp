@@ -3,7 +3,6 @@
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QApplication>
-#include <QChildEvent>
 #include <QFocusFrame>
 #include <QPointer>
 
@@ -16,37 +15,29 @@ namespace {
 
 constexpr const char* kGuardaroba = "guardaroba";
 
-/// Sees each child that comes into the window, and where the focus goes.
+/// Sees where the focus goes, and that the desktop has another theme.
 class Guardaroba : public QObject {
  public:
-    explicit Guardaroba(QWidget& finestra) : QObject(&finestra), finestra_(finestra) {
+    explicit Guardaroba(QObject* padre) : QObject(padre) {
         setObjectName(QLatin1String(kGuardaroba));
-        Veste(finestra);
-        if (QWidget* preso = QApplication::focusWidget(); preso && preso->window() == &finestra) {
-            Cerchia(preso);
-        }
+        qApp->installEventFilter(this);
     }
 
  protected:
     bool eventFilter(QObject* oggetto, QEvent* evento) override {
-        auto* widget = static_cast<QWidget*>(oggetto);
         switch (evento->type()) {
-            case QEvent::ChildAdded:
-            case QEvent::ChildPolished: {
-                QObject* figlio = static_cast<QChildEvent*>(evento)->child();
-                if (figlio->isWidgetType()) Veste(*static_cast<QWidget*>(figlio));
-                break;
-            }
             case QEvent::FocusIn:
-                Cerchia(widget);
-                if (qobject_cast<QAbstractScrollArea*>(widget)) widget->update();
-                break;
             case QEvent::FocusOut:
-                Cerchia(nullptr);
-                if (qobject_cast<QAbstractScrollArea*>(widget)) widget->update();
+                if (oggetto->isWidgetType()) {
+                    Cerchia(*static_cast<QWidget*>(oggetto), evento->type() == QEvent::FocusIn);
+                }
                 break;
-            case QEvent::ApplicationPaletteChange:
-                if (widget->isWindow()) widget->setPalette(PalettaDi(TemaDelDesktop()));
+            case QEvent::ThemeChange:
+                if (!cambia_) {
+                    cambia_ = true;
+                    AggiornaTema();
+                    cambia_ = false;
+                }
                 break;
             default:
                 break;
@@ -55,42 +46,31 @@ class Guardaroba : public QObject {
     }
 
  private:
-    void Veste(QWidget& widget) {
-        if (widget.style() != &Stile::Comune()) {
-            widget.setStyle(&Stile::Comune());
-            // A window of its own inherits nothing of the one that it belongs to.
-            if (widget.isWindow()) widget.setPalette(PalettaDi(TemaDelDesktop()));
-            widget.installEventFilter(this);
-        }
-        for (QObject* figlio : widget.children()) {
-            if (figlio->isWidgetType()) Veste(*static_cast<QWidget*>(figlio));
-        }
-    }
-
     /// The ring around a button; what is no button draws its own.
-    void Cerchia(QWidget* widget) {
-        auto* pulsante = qobject_cast<QAbstractButton*>(widget);
-        if (!pulsante) {
+    void Cerchia(QWidget& widget, bool preso) {
+        if (qobject_cast<QAbstractScrollArea*>(&widget)) widget.update();
+        auto* pulsante = qobject_cast<QAbstractButton*>(&widget);
+        if (!preso || !pulsante) {
             if (anello_) anello_->setWidget(nullptr);
             return;
         }
-        if (!anello_) {
-            anello_ = new QFocusFrame(&finestra_);
-            anello_->setStyle(&Stile::Comune());
-        }
+        // A frame stays in the window that it was made for.
+        if (anello_ && anello_->window() != widget.window()) delete anello_;
+        if (!anello_) anello_ = new QFocusFrame(widget.window());
         anello_->setWidget(pulsante);
     }
 
-    QWidget& finestra_;
     QPointer<QFocusFrame> anello_;  // goes with whatever it was put into
+    bool cambia_ = false;
 };
 
 }  // namespace
 
-void Vesti(QWidget& finestra) {
-    if (finestra.findChild<QObject*>(QLatin1String(kGuardaroba), Qt::FindDirectChildrenOnly))
-        return;
-    new Guardaroba(finestra);
+void Vesti() {
+    if (qApp->findChild<QObject*>(QLatin1String(kGuardaroba), Qt::FindDirectChildrenOnly)) return;
+    new Guardaroba(qApp);
+    AggiornaTema();
+    QApplication::setStyle(&Stile::Comune());
 }
 
 }  // namespace lapvane
