@@ -95,6 +95,7 @@ void frmMain::CreaCarte() {
     pagina.Aggiungi(Parte::Progetto, voci_[Comando::Open], Voce::InizioApri);
     pagina.Aggiungi(Parte::Analisi, voci_[Comando::Analize], Voce::InizioAnalizza);
     pagina.Aggiungi(Parte::Analisi, mnuConfronto_, Voce::InizioConfronto);
+    pagina.Aggiungi(Parte::Analisi, mnuArchivio_, Voce::InizioUscite);
     pagina.Aggiungi(Parte::Analisi, "card_Esempio", Voce::UscitaEsempio, Voce::InizioEsempio,
                     Icona("Circuito"), [this] { Protetto([this] { ApriEsempio(); }); });
 }
