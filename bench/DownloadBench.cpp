@@ -21,6 +21,7 @@
 #include "shell/StatoShell.h"
 #include "shell/frmMain.h"
 #include "tools/support/BareViews.h"
+#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 namespace {
@@ -168,6 +169,7 @@ BENCHMARK_CAPTURE(Processore10s, connected, QStringList{}, true)
 int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
+    lapvane::Vesti();
     QApplication::setQuitOnLastWindowClosed(false);
     lapvane::QtPlatform machine;
     lapvane::SetPlatform(&machine);

@@ -20,6 +20,7 @@
 #include "shell/LoadStrings.h"
 #include "tools/support/BareViews.h"
 #include "widgets/GraficoWidget.h"
+#include "widgets/style/Vesti.h"
 
 namespace {
 
@@ -339,6 +340,7 @@ BENCHMARK(OpenLog)->Unit(benchmark::kMillisecond)->UseManualTime();
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
+    Vesti();
     LogPlatform machine;
     CaricaTesti();
     CalcolaBaseTesti();

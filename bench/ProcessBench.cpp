@@ -19,6 +19,7 @@
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtSerialControl.h"
 #include "shell/frmMain.h"
+#include "widgets/style/Vesti.h"
 
 namespace {
 
@@ -95,6 +96,7 @@ int OpenLog(int argc, char** argv) {
     const std::filesystem::path log = argv[3];
     std::filesystem::current_path(log.parent_path());  // as a file dialog leaves it
     QApplication application(argc, argv);
+    Vesti();
     QtPlatform machine;
     SetPlatform(&machine);
     frmMain window(std::make_unique<QtSerialControl>());

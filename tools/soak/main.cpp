@@ -12,6 +12,7 @@
 
 #include "Soak.h"
 #include "shell/NumeroTesto.h"
+#include "widgets/style/Vesti.h"
 
 namespace lapvane::soak {
 
@@ -121,6 +122,7 @@ int Main(int argc, char** argv) {
     // Before there is an application here: its copies must have one of their own.
     if (kill) SoakKill(options, faults, argc, argv);
     QApplication application(argc, argv);
+    lapvane::Vesti();
     if (link) SoakLink(options, faults);
     if (pull) SoakPull(options, faults);
     if (silent) SoakSilent(options, faults);
