@@ -17,6 +17,9 @@ QString T(Voce voce) {
     return InQt(Testo(voce));
 }
 
+const QString kScende = QStringLiteral(" ▾");
+const QString kSale = QStringLiteral(" ▴");
+
 }  // namespace
 
 DisegnoModello::DisegnoModello(const Archivio& archivio, QObject* parent)
@@ -59,6 +62,7 @@ void DisegnoModello::Cerca(const QString& testo) {
 
 void DisegnoModello::Ordina(ColonnaUscite colonna, bool discendente) {
     Cambia([&] { elenco_.Ordina(colonna, discendente); });
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, kColonneUscite - 1);
 }
 
 void DisegnoModello::Raggruppa(GruppoPer gruppo) {
@@ -217,7 +221,12 @@ QVariant DisegnoModello::DatoUscita(int posto, ColonnaUscite colonna, int ruolo)
 QVariant DisegnoModello::headerData(int sezione, Qt::Orientation verso, int ruolo) const {
     if (verso != Qt::Horizontal || sezione < 0 || sezione >= kColonneUscite) return {};
     const auto colonna = static_cast<ColonnaUscite>(sezione);
-    if (ruolo == Qt::DisplayRole) return T(TitoloColonna(colonna));
+    if (ruolo == Qt::DisplayRole) {
+        // An arrow of the style's own would cut the words of a narrow column.
+        const QString titolo = T(TitoloColonna(colonna));
+        if (colonna != elenco_.Ordine()) return titolo;
+        return titolo + (elenco_.Discendente() ? kScende : kSale);
+    }
     if (ruolo == Qt::TextAlignmentRole) {
         const bool cifre = colonna >= ColonnaUscite::Giri;
         return static_cast<int>((cifre ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);

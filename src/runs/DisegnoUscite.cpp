@@ -23,13 +23,16 @@ constexpr int kSpazioColonna = 16;
 constexpr int kSessioneMinima = 60;
 constexpr int kTestoMassimo = 220;  // longer texts are cut
 
+const QString kFrecciaOrdine = QStringLiteral(" ▾");
+
 /// A text that each column has room for.
 constexpr std::array<const char*, kColonneUscite> kCampioni = {
     "00 mmm 0000", "00:00",    "Rocca Sere", "Free practi", "Bianchi", "Formula 4",
     "000",         "00:00.00", "0:00.00",    "0:00.00",     "0:00:00"};
 
-constexpr std::array<ColonnaUscite, 3> kPrimeAdAndare = {
-    ColonnaUscite::Veicolo, ColonnaUscite::Ideale, ColonnaUscite::Durata};
+constexpr std::array<ColonnaUscite, 6> kPrimeAdAndare = {
+    ColonnaUscite::Veicolo, ColonnaUscite::Ideale, ColonnaUscite::Durata,
+    ColonnaUscite::Media,   ColonnaUscite::Ora,    ColonnaUscite::Piloti};
 
 bool Cifre(int colonna) {
     return colonna >= static_cast<int>(ColonnaUscite::Giri);
@@ -69,7 +72,6 @@ DisegnoUscite::DisegnoUscite(QWidget* parent) : QTreeView(parent) {
     setItemsExpandable(false);
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(true);
-    header()->setSortIndicatorShown(true);
     header()->setStretchLastSection(false);
     header()->setMinimumSectionSize(20);
     header()->setSectionResizeMode(QHeaderView::Fixed);
@@ -119,9 +121,9 @@ DisegnoUscite::Larghezze DisegnoUscite::Richieste() const {
     Larghezze larghezze;
     for (int c = 0; c < kColonneUscite; ++c) {
         const auto i = static_cast<std::size_t>(c);
+        // Whatever column has it, there is room for the arrow of the order.
         const QString testa = model()->headerData(c, Qt::Horizontal).toString();
-        // The arrow of the sorting stands beside the words.
-        const int titolo = piccole.horizontalAdvance(testa) + (c == 0 ? 0 : kSpazio);
+        const int titolo = piccole.horizontalAdvance(testa + kFrecciaOrdine);
         const int minima = std::max(corpo.horizontalAdvance(QLatin1String(kCampioni[i])), titolo);
         const int sua = std::min(corpo.horizontalAdvance(campioni_[i]), kTestoMassimo);
         larghezze.Minime[i] = minima + kSpazioColonna;
@@ -142,8 +144,11 @@ void DisegnoUscite::AdattaColonne() {
         resto += larghezze.Minime[c];
     };
     if (senzaCircuito_) nascondi(ColonnaUscite::Circuito);
+    const auto cede = [&](ColonnaUscite quale) {
+        return larghezze.Minime[static_cast<std::size_t>(quale)] - kSessioneMinima;
+    };
     for (const ColonnaUscite prima : kPrimeAdAndare) {
-        if (resto < 0) nascondi(prima);
+        if (resto + cede(ColonnaUscite::Sessione) < 0) nascondi(prima);
     }
     int mancano = 0;
     for (std::size_t c = 0; c < kColonneUscite; ++c) {
@@ -190,13 +195,6 @@ std::pair<int, int> DisegnoUscite::InVista() const {
     const int quante = viewport()->height() / AltezzaRiga() + 1;
     const int da = std::max(0, prima.row());
     return {da, std::min(model()->rowCount() - 1, da + quante)};
-}
-
-/// Kept: to Qt the arrow of an ascending order points down. Here the newest run on top, which is a
-/// descending one, has it.
-void DisegnoUscite::MostraOrdine(ColonnaUscite colonna, bool discendente) {
-    header()->setSortIndicator(static_cast<int>(colonna),
-                               discendente ? Qt::AscendingOrder : Qt::DescendingOrder);
 }
 
 void DisegnoUscite::drawRow(QPainter* penna, const QStyleOptionViewItem& opzioni,

@@ -44,7 +44,6 @@ class DisegnoUscite : public QTreeView {
     /// The first and the last row in sight; -1 without rows.
     std::pair<int, int> InVista() const;
     int AltezzaRiga() const;
-    void MostraOrdine(ColonnaUscite colonna, bool discendente);
     /// A head is folded or unfolded, a run acted on, by key or mouse.
     void Aziona(const QModelIndex& indice);
 

@@ -46,7 +46,6 @@ frmArchivio::frmArchivio(QWidget* parent)
     Disponi();
     modello_->Raggruppa(scelte_.Gruppo);
     modello_->Ordina(scelte_.Ordine, scelte_.Discendente);
-    lista_->MostraOrdine(scelte_.Ordine, scelte_.Discendente);
     lista_->SenzaCircuito(scelte_.Gruppo == GruppoPer::Circuito);
     Collega();
     CollegaTasti();
@@ -89,6 +88,7 @@ void frmArchivio::Collega() {
             [this](int colonna) { Protetto([&] { Ordina(colonna); }); });
     connect(txtCerca_, &QLineEdit::textChanged, this, [this] { Protetto([this] { Cerca(); }); });
     txtCerca_->installEventFilter(this);
+    lista_->installEventFilter(this);
     lista_->Compagno(txtCerca_);
     SenzaRotella(cboGruppi_);
     SenzaRotella(cboContro_);
@@ -298,7 +298,6 @@ void frmArchivio::Ordina(int colonna) {
     const bool discendente =
         quale == elenco.Ordine() ? !elenco.Discendente() : DaDiscendente(quale);
     Tenendo([&] { modello_->Ordina(quale, discendente); });
-    lista_->MostraOrdine(quale, discendente);
 }
 
 void frmArchivio::CambiaScelta() {
@@ -394,8 +393,18 @@ void frmArchivio::keyPressEvent(QKeyEvent* evento) {
     Dialogo::keyPressEvent(evento);
 }
 
-/// The arrow keys move in the list while one types.
+/// The arrow keys move in the list while one types, and letters typed there go to the search.
 bool frmArchivio::eventFilter(QObject* oggetto, QEvent* evento) {
+    if (oggetto == lista_ && evento->type() == QEvent::KeyPress) {
+        const auto* tasto = static_cast<QKeyEvent*>(evento);
+        const QString testo = tasto->text();
+        if (!testo.isEmpty() && testo[0].isLetterOrNumber() &&
+            (tasto->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0) {
+            txtCerca_->setFocus();
+            QCoreApplication::sendEvent(txtCerca_, evento);
+            return true;
+        }
+    }
     if (oggetto == txtCerca_) {
         if (evento->type() == QEvent::FocusIn || evento->type() == QEvent::FocusOut) {
             lista_->viewport()->update();

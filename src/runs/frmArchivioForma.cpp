@@ -39,11 +39,12 @@ constexpr int kAltezzaBarra = 44;
 struct Tasto {
     const char* Nome;
     Voce Parole;
+    const char* Tasti;  ///< the window knows them, see `CollegaTasti`
 };
 
-constexpr std::array<Tasto, 3> kTasti = {{{"ApriCartella", Voce::ArchivioCartella},
-                                          {"CsvArchivio", Voce::ArchivioCsv},
-                                          {"StampaArchivio", Voce::ArchivioStampa}}};
+constexpr std::array<Tasto, 3> kTasti = {{{"ApriCartella", Voce::ArchivioCartella, "Ctrl+O"},
+                                          {"CsvArchivio", Voce::ArchivioCsv, "Ctrl+E"},
+                                          {"StampaArchivio", Voce::ArchivioStampa, "Ctrl+P"}}};
 
 QString T(Voce voce) {
     return InQt(Testo(voce));
@@ -300,8 +301,10 @@ void frmArchivio::AggiornaTesti(Mnemonica& lettere) {
     for (QToolButton* tasto : tasti_) {
         for (const Tasto& uno : kTasti) {
             if (tasto->objectName() != QStringLiteral("barra_") + QLatin1String(uno.Nome)) continue;
-            tasto->setToolTip(T(uno.Parole));
-            tasto->setAccessibleName(tasto->toolTip());
+            tasto->setAccessibleName(T(uno.Parole));
+            tasto->setToolTip(
+                T(uno.Parole) + QStringLiteral("  ") +
+                QKeySequence(QLatin1String(uno.Tasti)).toString(QKeySequence::NativeText));
         }
     }
     cmdAnalisi_->setText(lettere.Con(T(Voce::ArchivioAnalisi)));

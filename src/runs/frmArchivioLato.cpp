@@ -133,9 +133,11 @@ bool frmArchivio::ScriviNote(const std::filesystem::path& csv, const QString& te
 }
 
 void frmArchivio::RiprovaNote() {
-    if (!SalvaLeNote()) return;
+    SalvaLeNote();
     const auto prima = pendenti_;
-    for (const auto& [csv, note] : prima) ScriviNote(csv, note.Testo);
+    for (const auto& [csv, note] : prima) {
+        if (csv != noteDi_) ScriviNote(csv, note.Testo);
+    }
 }
 
 }  // namespace lapvane

@@ -46,6 +46,18 @@ struct FileLasciati {
     }
 };
 
+/// As long as it lives the poll rests, as it does during an analysis.
+class PollFermo {
+ public:
+    PollFermo() { AnalisiInCorso = true; }
+    PollFermo(const PollFermo&) = delete;
+    PollFermo& operator=(const PollFermo&) = delete;
+    ~PollFermo() { AnalisiInCorso = prima_; }
+
+ private:
+    bool prima_ = AnalisiInCorso;
+};
+
 }  // namespace
 
 /// An entry of our own behind the commands of the system, which have their places and their keys.
@@ -150,11 +162,7 @@ void frmMain::ApriLogRecente(const std::filesystem::path& file) {
 
 /// The poll rests while laps are compared, as it does for an analysis.
 void frmMain::Confronta(const std::vector<std::filesystem::path>& log, QWidget* sopra) {
-    struct Fine {
-        bool Prima;
-        ~Fine() { AnalisiInCorso = Prima; }
-    } const fine{AnalisiInCorso};
-    AnalisiInCorso = true;
+    const PollFermo fermo;
     frmConfronto finestra(sopra != nullptr ? sopra : this);
     for (const std::filesystem::path& file : log) finestra.Apri(file);
     finestra.exec();
@@ -162,11 +170,7 @@ void frmMain::Confronta(const std::vector<std::filesystem::path>& log, QWidget* 
 
 /// The poll rests here too, also behind an analysis, whose end lets it go on.
 void frmMain::MostraArchivio() {
-    struct Fine {
-        bool Prima;
-        ~Fine() { AnalisiInCorso = Prima; }
-    } const fine{AnalisiInCorso};
-    AnalisiInCorso = true;
+    const PollFermo fermo;
     frmArchivio finestra(this);
     finestra.QuandoAnalisi = [this, &finestra](const std::filesystem::path& file) {
         ApriAnalisi(file, &finestra);

@@ -157,6 +157,9 @@ TEST_F(FinestraArchivio, TheKeysOfTheSearchReachTheRuns) {
               "Compare 2 runs");
     QTest::keyClick(&finestra, Qt::Key_K, Qt::ControlModifier);
     EXPECT_EQ(confrontati, (std::vector{File("sub/c.csv"), File("b.csv")}));
+    QTest::keyClicks(Controllo<DisegnoUscite>(finestra, "uscite"), "ra");
+    EXPECT_EQ(Ricerca(finestra)->text(), "ra") << "letters are for the search";
+    QTest::keyClick(Ricerca(finestra), Qt::Key_Escape);
     QTest::keyClick(Ricerca(finestra), Qt::Key_Escape);
     EXPECT_FALSE(finestra.isVisible());
 }
