@@ -416,6 +416,11 @@ bool frmArchivio::eventFilter(QObject* oggetto, QEvent* evento) {
                 QCoreApplication::sendEvent(lista_, evento);
                 return true;
             }
+            // Not left to the default button, which a narrow tool bar may hide.
+            if (tasto == Qt::Key_Return || tasto == Qt::Key_Enter) {
+                Protetto([this] { ApriAnalisi(); });
+                return true;
+            }
         }
     }
     return Dialogo::eventFilter(oggetto, evento);

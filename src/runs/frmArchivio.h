@@ -157,6 +157,7 @@ class frmArchivio : public Dialogo {
     QLineEdit* txtCerca_ = nullptr;
     QLabel* lblConto_ = nullptr;
     QLabel* lblGruppi_ = nullptr;
+    QAction* etichettaGruppi_ = nullptr;  ///< its place in the bar
     QComboBox* cboGruppi_ = nullptr;
     QPushButton* cmdConfronta_ = nullptr;
     QPushButton* cmdAnalisi_ = nullptr;

@@ -134,7 +134,7 @@ QToolBar* frmArchivio::CreaBarra() {
     cboGruppi_->setObjectName(QStringLiteral("cboGruppi"));
     cboGruppi_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     lblGruppi_ = Etichetta(barra_, "lblGruppi", cboGruppi_);
-    barra_->addWidget(lblGruppi_);
+    etichettaGruppi_ = barra_->addWidget(lblGruppi_);
     spazio(false);
     barra_->addWidget(cboGruppi_);
     spazio(false);
@@ -309,6 +309,7 @@ void frmArchivio::AggiornaTesti(Mnemonica& lettere) {
     }
     cmdAnalisi_->setText(lettere.Con(T(Voce::ArchivioAnalisi)));
     lblGruppi_->setText(lettere.Con(T(Voce::ArchivioGruppi)));
+    cboGruppi_->setAccessibleName(T(Voce::ArchivioGruppi));
     lblContro_->setText(lettere.Con(T(Voce::ArchivioContro)));
     cmdSalva_->setText(lettere.Con(T(Voce::ArchivioSalvaNote)));
     cmdAnnulla_->setText(lettere.Con(T(Voce::ArchivioAnnullaNote)));
@@ -373,6 +374,8 @@ void frmArchivio::DisponiStretta() {
     }
     colonna_->setVisible(!stretta_);
     schede_->setVisible(stretta_);
+    // The buttons at the end of the bar keep their room.
+    etichettaGruppi_->setVisible(!stretta_);
 }
 
 void frmArchivio::resizeEvent(QResizeEvent* evento) {

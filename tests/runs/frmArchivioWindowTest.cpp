@@ -257,7 +257,6 @@ TEST_F(FinestraArchivio, FoldedGroupsAndTheListOnPaper) {
     };
     EXPECT_EQ(volte(pagine[0], "Test") + volte(pagine[1], "Test"), 60);
     EXPECT_EQ(volte(pagine[1], "Best"), 1) << "each page has its heads";
-    EXPECT_GT(volte(pagine[0], "1:20.07"), 30);
 }
 
 TEST(ScalaTempi, SlowLapsDoNotPressTheOthersDown) {
