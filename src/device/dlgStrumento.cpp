@@ -12,6 +12,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/Principale.h"
 #include "shell/StatoShell.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
@@ -80,6 +81,8 @@ dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
     // An Enter too many behind the question must not stop the run; Esc and the letter do.
     CancelButton_->setAutoDefault(false);
     CancelButton_->setFocusPolicy(Qt::NoFocus);
+    // It becomes the main one, and no wider by that.
+    CancelButton_->setMinimumWidth(kLarghezzaPulsante);
     cmdConfronta_ = CreaPulsante("cmdConfronta", [this] {
         confronta_ = true;
         accept();

@@ -128,17 +128,14 @@ int DisegnoModello::RigaDi(const std::filesystem::path& csv) const {
 
 std::array<QString, kColonneUscite> DisegnoModello::PiuLunghi() const {
     std::array<QString, kColonneUscite> testi;
-    for (const auto& [colonna, campo] : {std::pair{ColonnaUscite::Circuito, &Uscita::Circuito},
-                                         {ColonnaUscite::Sessione, &Uscita::Sessione},
-                                         {ColonnaUscite::Piloti, &Uscita::Piloti},
-                                         {ColonnaUscite::Veicolo, &Uscita::Veicolo}}) {
-        const auto lunga =
-            std::max_element(uscite_.begin(), uscite_.end(), [&](const Uscita& a, const Uscita& b) {
-                return (a.*campo).size() < (b.*campo).size();
-            });
-        if (lunga != uscite_.end()) {
-            testi[static_cast<std::size_t>(colonna)] = InQt((*lunga).*campo);
+    for (const auto colonna : {ColonnaUscite::Circuito, ColonnaUscite::Sessione,
+                               ColonnaUscite::Piloti, ColonnaUscite::Veicolo}) {
+        std::string lunga;
+        for (const Uscita& uscita : uscite_) {
+            std::string testo = TestoColonna(uscita, colonna, decimale_);
+            if (testo.size() > lunga.size()) lunga = std::move(testo);
         }
+        testi[static_cast<std::size_t>(colonna)] = InQt(lunga);
     }
     return testi;
 }
@@ -204,6 +201,8 @@ QVariant DisegnoModello::DatoUscita(int posto, ColonnaUscite colonna, int ruolo)
             return elenco_.MiglioreDelCircuito(posto);
         case RuoloIncerto:
             return uscita.QuandoDelFile;
+        case RuoloSenzaNome:
+            return colonna == ColonnaUscite::Sessione && SenzaNome(uscita);
         case RuoloVecchio:
             return !uscita.Sparito.empty();
         case Qt::ToolTipRole: {

@@ -278,7 +278,8 @@ void DisegnoUscite::DisegnaUscita(QPainter& penna, const QRect& riga, const QMod
         dove.adjust(kSpazio, 0, -kSpazio, 0);
         const QString testo = indice.siblingAtColumn(c).data().toString();
         const bool quando = colonna == ColonnaUscite::Data || colonna == ColonnaUscite::Ora;
-        const bool spento = colonna == ColonnaUscite::Ora || (quando && incerto);
+        const bool spento = colonna == ColonnaUscite::Ora || (quando && incerto) ||
+                            indice.siblingAtColumn(c).data(RuoloSenzaNome).toBool();
         const bool forte = primo && colonna == ColonnaUscite::Migliore;
         penna.setPen(scelta                ? colori.SelText
                      : vecchio && Cifre(c) ? colori.Stale

@@ -18,6 +18,7 @@ enum RuoloUscite {
     RuoloGuaio,                  ///< of a run: what is wrong with it; empty: nothing
     RuoloPrimo,                  ///< of a run: bool, the best one of its circuit
     RuoloIncerto,                ///< of a run: bool, day and time are those of the file
+    RuoloSenzaNome,              ///< of its session: bool, it is the name of the file
     RuoloVecchio,  ///< of a run: bool, its files can't be reached, the values are older
 };
 

@@ -140,6 +140,10 @@ std::string TestoDurata(std::int32_t decimi) {
     return TestoNumero(int{ore}) + ":" + DueCifre(secondi / 60 % 60) + fine;
 }
 
+bool SenzaNome(const Uscita& uscita) {
+    return Rifila(uscita.Sessione).empty();
+}
+
 std::string TestoColonna(const Uscita& u, ColonnaUscite colonna, char decimale) {
     switch (colonna) {
         case ColonnaUscite::Data:
@@ -149,7 +153,7 @@ std::string TestoColonna(const Uscita& u, ColonnaUscite colonna, char decimale) 
         case ColonnaUscite::Circuito:
             return u.Circuito;
         case ColonnaUscite::Sessione:
-            return u.Sessione;
+            return SenzaNome(u) ? TestoDaPercorso(u.Csv.stem()) : u.Sessione;
         case ColonnaUscite::Piloti:
             return u.Piloti;
         case ColonnaUscite::Veicolo:

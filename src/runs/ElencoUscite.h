@@ -31,6 +31,8 @@ Voce TitoloColonna(ColonnaUscite colonna);
 /// What a column shows of a run, for a person, with `decimale` in its times: "17 May 2026",
 /// "1:04.22", "15:36"; empty where nothing is known.
 std::string TestoColonna(const Uscita& uscita, ColonnaUscite colonna, char decimale);
+/// The session has no name: its column has the file's in its place.
+bool SenzaNome(const Uscita& uscita);
 /// Hundredths as "1:04.22" or "58.20", as the comparison shows them; empty for 0.
 std::string TestoTempo(std::int32_t centesimi, char decimale);
 /// Tenths of a second as "15:36" or "1:02:05", cut to whole seconds; empty for 0.
