@@ -238,6 +238,7 @@ TEST_F(FinestraArchivio, FoldedGroupsAndTheListOnPaper) {
     Q_EMIT gruppi->activated(gruppi->currentIndex());
     auto* lista = Controllo<DisegnoUscite>(finestra, "uscite");
     EXPECT_EQ(Modello(finestra).rowCount(), 62);
+    QTest::mouseClick(lista->viewport(), Qt::LeftButton, {}, lista->Cella(1, 0).center());
     QTest::keyClick(lista, Qt::Key_Up);
     EXPECT_EQ(lista->currentIndex().row(), 1) << "the head is no place to stop at";
     QTest::keyClick(lista, Qt::Key_Left);
