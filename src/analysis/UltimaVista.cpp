@@ -2,28 +2,23 @@
 
 #include <algorithm>
 
-#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
-#include "platform/Platform.h"
 #include "reports/CanaliLog.h"
 #include "shell/NumeroTesto.h"
+#include "shell/Ricordi.h"
 
 namespace lapvane {
 
 namespace {
 
 constexpr std::string_view kPrimaRiga = "lapvane-view 1";
-constexpr std::size_t kByteMassimi = 1 << 12;
+constexpr std::string_view kFile = "View.lapvane";
 
 bool Canale(int c) {
     return c >= kPrimoCanale && c <= kUltimoCanale;
 }
 
 }  // namespace
-
-std::filesystem::path FileUltimaVista() {
-    return platform().AppPath() / "View.lapvane";
-}
 
 std::optional<UltimaVista> LeggiUltimaVista(std::string_view testo) {
     LettoreRighe righe(testo);
@@ -58,21 +53,12 @@ std::string ScriviUltimaVista(const UltimaVista& vista) {
 }
 
 std::optional<UltimaVista> CaricaUltimaVista() {
-    try {
-        const auto file = FileUltimaVista();
-        if (!FileEsiste(file)) return std::nullopt;
-        return LeggiUltimaVista(LeggiFile(file, Lavoro::LeggereVista, kByteMassimi));
-    } catch (const std::exception&) {
-        return std::nullopt;
-    }
+    return LeggiUltimaVista(LeggiRicordo(kFile, Lavoro::LeggereVista));
 }
 
 void SalvaUltimaVista(const UltimaVista& vista) {
-    if (vista.Canali.empty()) return;
-    try {
-        ScriviFile(FileUltimaVista(), ScriviUltimaVista(vista), Lavoro::ScrivereVista);
-    } catch (const ErroreRuntime&) {
-        // What was ticked is not worth a message.
+    if (!vista.Canali.empty()) {
+        SalvaRicordo(kFile, ScriviUltimaVista(vista), Lavoro::ScrivereVista);
     }
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,9 +15,6 @@ struct UltimaVista {
     bool Separati = false;    ///< each channel in a pane of its own
     bool operator==(const UltimaVista&) const = default;
 };
-
-/// Its file in the program's folder.
-std::filesystem::path FileUltimaVista();
 
 /// Reads the text of such a file. Empty: this program did not write it, or it ticks no channel.
 std::optional<UltimaVista> LeggiUltimaVista(std::string_view testo);

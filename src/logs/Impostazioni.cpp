@@ -13,6 +13,7 @@
 #include "project/FileProgetto.h"
 #include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
+#include "shell/Ricordi.h"
 
 namespace lapvane {
 
@@ -27,12 +28,9 @@ constexpr std::string_view kFormato = "1";
 constexpr std::string_view kFineRiga = "\r\n";
 constexpr std::size_t kByteMassimi = std::size_t{16} << 20;  // as of a project file
 
+constexpr std::string_view kFileScelta = "Download.lapvane";
 constexpr std::string_view kPrimaRigaScelta = "lapvane-download 1";
 constexpr std::string_view kRigaScelta = "settings=";
-
-fs::path FileScelta() {
-    return platform().AppPath() / "Download.lapvane";
-}
 
 /// Whether a text is a copy, whatever its format.
 bool ECopia(std::string_view testo) {
@@ -101,21 +99,16 @@ bool LeggiImpostazioni(const fs::path& csv, RecordProgetto& record) {
 }
 
 bool CopiaScelta() {
-    try {
-        if (!FileEsiste(FileScelta())) return true;
-        const std::string testo = LeggiFile(FileScelta(), Lavoro::LeggereImpostazioni, 1000);
-        LettoreRighe righe(testo);
-        if (righe.Prossima() != kPrimaRigaScelta) return true;
-        return righe.Prossima() != std::string(kRigaScelta) + "0";
-    } catch (const ErroreRuntime&) {
-        return true;
-    }
+    const std::string testo = LeggiRicordo(kFileScelta, Lavoro::LeggereImpostazioni);
+    LettoreRighe righe(testo);
+    if (righe.Prossima() != kPrimaRigaScelta) return true;
+    return righe.Prossima() != std::string(kRigaScelta) + "0";
 }
 
 void ScegliCopia(bool copia) {
     std::string testo(kPrimaRigaScelta);
     testo.append("\n").append(kRigaScelta).append(copia ? "1\n" : "0\n");
-    ScriviFile(FileScelta(), testo, Lavoro::ScegliereCopia);
+    ScriviFile(platform().AppPath() / kFileScelta, testo, Lavoro::ScegliereCopia);
 }
 
 void ScriviImpostazioni(const fs::path& csv) {

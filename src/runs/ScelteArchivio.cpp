@@ -3,17 +3,16 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
-#include "platform/Platform.h"
 #include "shell/NumeroTesto.h"
+#include "shell/Ricordi.h"
 
 namespace lapvane {
 
 namespace {
 
 constexpr std::string_view kPrimaRiga = "lapvane-runs 1";
-constexpr std::size_t kByteMassimi = 1 << 18;
+constexpr std::string_view kFile = "Runs.lapvane";
 constexpr int kLarghezzaMassima = 4000;
 constexpr std::size_t kLarghezzeMassime = 64;
 
@@ -74,10 +73,6 @@ void LeggiRiga(std::string_view chiave, const std::string& valore, ScelteArchivi
 
 }  // namespace
 
-std::filesystem::path FileScelteArchivio() {
-    return platform().AppPath() / "Runs.lapvane";
-}
-
 ScelteArchivio LeggiScelteArchivio(std::string_view testo) {
     ScelteArchivio scelte;
     LettoreRighe righe(testo);
@@ -116,21 +111,11 @@ std::string ScriviScelteArchivio(const ScelteArchivio& scelte) {
 }
 
 ScelteArchivio CaricaScelteArchivio() {
-    try {
-        const auto file = FileScelteArchivio();
-        if (!FileEsiste(file)) return {};
-        return LeggiScelteArchivio(LeggiFile(file, Lavoro::LeggereUscite, kByteMassimi));
-    } catch (const std::exception&) {
-        return {};
-    }
+    return LeggiScelteArchivio(LeggiRicordo(kFile, Lavoro::LeggereUscite));
 }
 
 void SalvaScelteArchivio(const ScelteArchivio& scelte) {
-    try {
-        ScriviFile(FileScelteArchivio(), ScriviScelteArchivio(scelte), Lavoro::ScrivereUscite);
-    } catch (const ErroreRuntime&) {
-        // Choices are not worth a message.
-    }
+    SalvaRicordo(kFile, ScriviScelteArchivio(scelte), Lavoro::ScrivereUscite);
 }
 
 }  // namespace lapvane

@@ -21,9 +21,6 @@ struct ScelteArchivio {
     std::vector<int> Larghezze;    ///< of the columns, pixels, each 0 to 4000; empty: as they are
 };
 
-/// The file of the choices in the program's folder.
-std::filesystem::path FileScelteArchivio();
-
 /// Reads a text of choices. Anything that this program did not write gives the defaults, lines that
 /// it does not know are passed over.
 ScelteArchivio LeggiScelteArchivio(std::string_view testo);

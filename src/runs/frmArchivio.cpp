@@ -116,9 +116,6 @@ void frmArchivio::CollegaTasti() {
                 [this, azione] { Protetto([&] { (this->*azione)(); }); });
     };
     tasto("Ctrl+K", &frmArchivio::Confronta);
-    tasto("Ctrl+O", &frmArchivio::ScegliCartella);
-    tasto("Ctrl+E", &frmArchivio::SalvaCsv);
-    tasto("Ctrl+P", &frmArchivio::Stampa);
     tasto("F5", &frmArchivio::Rileggi);
     tasto("Ctrl+S", &frmArchivio::SalvaNoteTasto);
     tasto("Ctrl+F", &frmArchivio::VaiAllaRicerca);

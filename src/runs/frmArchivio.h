@@ -23,8 +23,11 @@ class QToolButton;
 
 namespace lapvane {
 
+class BarraTasti;
+class StrisciaAvviso;
+
 class DisegnoModello;
-class DisegnoScheda;
+class Scheda;
 class DisegnoTempi;
 class DisegnoUscite;
 class QtPrinter;
@@ -60,8 +63,7 @@ class frmArchivio : public Dialogo {
     // frmArchivioForma.cpp: how it is laid out.
     void AggiornaTesti(Mnemonica& lettere) override;
     void Disponi();
-    QToolBar* CreaBarra();
-    QToolButton* CreaTasto(const char* nome, std::function<void()> azione);
+    BarraTasti* CreaBarra();
     QWidget* CreaAvviso();
     QWidget* CreaElenco();
     QWidget* CreaLato();
@@ -152,8 +154,7 @@ class frmArchivio : public Dialogo {
     QString letteraFerma_;
     QString letteraRiprendi_;
 
-    QToolBar* barra_ = nullptr;
-    std::vector<QToolButton*> tasti_;
+    BarraTasti* barra_ = nullptr;
     QLineEdit* txtCerca_ = nullptr;
     QLabel* lblConto_ = nullptr;
     QLabel* lblGruppi_ = nullptr;
@@ -161,8 +162,7 @@ class frmArchivio : public Dialogo {
     QComboBox* cboGruppi_ = nullptr;
     QPushButton* cmdConfronta_ = nullptr;
     QPushButton* cmdAnalisi_ = nullptr;
-    QFrame* avviso_ = nullptr;
-    QLabel* lblAvviso_ = nullptr;
+    StrisciaAvviso* avviso_ = nullptr;
     QPushButton* cmdRiprova_ = nullptr;
     QSplitter* divisore_ = nullptr;
     DisegnoModello* modello_ = nullptr;
@@ -172,15 +172,15 @@ class frmArchivio : public Dialogo {
     QWidget* lato_ = nullptr;
     QSplitter* colonna_ = nullptr;
     QTabWidget* schede_ = nullptr;
-    DisegnoScheda* schedaTempi_ = nullptr;
+    Scheda* schedaTempi_ = nullptr;
     DisegnoTempi* tempi_ = nullptr;
     QLabel* lblGuaio_ = nullptr;
-    DisegnoScheda* schedaNote_ = nullptr;
+    Scheda* schedaNote_ = nullptr;
     QPlainTextEdit* txtNote_ = nullptr;
     QLabel* lblCambiate_ = nullptr;
     QPushButton* cmdAnnulla_ = nullptr;
     QPushButton* cmdSalva_ = nullptr;
-    DisegnoScheda* schedaImpostazioni_ = nullptr;
+    Scheda* schedaImpostazioni_ = nullptr;
     QLabel* lblContro_ = nullptr;
     QComboBox* cboContro_ = nullptr;
     TabellaDifferenze* impostazioni_ = nullptr;

@@ -12,7 +12,6 @@
 #include <array>
 #include <utility>
 
-#include "analysis/compare/DisegnoScheda.h"
 #include "device/DisegnoDifferenze.h"
 #include "platform/qt/TestoQt.h"
 #include "runs/DisegnoModello.h"
@@ -21,7 +20,10 @@
 #include "runs/frmArchivio.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
+#include "widgets/BarraTasti.h"
 #include "widgets/Icone.h"
+#include "widgets/Scheda.h"
+#include "widgets/StrisciaAvviso.h"
 #include "widgets/style/Misure.h"
 
 namespace lapvane {
@@ -33,25 +35,13 @@ constexpr int kLato = 522;
 constexpr int kLatoStretto = 408;
 constexpr int kCerca = 300;
 constexpr int kCercaMinima = 170;
-constexpr int kAltezzaBarra = 44;
-
-/// A button of the tool bar: its drawing and its words.
-struct Tasto {
-    const char* Nome;
-    Voce Parole;
-    const char* Tasti;  ///< the window knows them, see `CollegaTasti`
-};
-
-constexpr std::array<Tasto, 3> kTasti = {{{"ApriCartella", Voce::ArchivioCartella, "Ctrl+O"},
-                                          {"CsvArchivio", Voce::ArchivioCsv, "Ctrl+E"},
-                                          {"StampaArchivio", Voce::ArchivioStampa, "Ctrl+P"}}};
 
 QString T(Voce voce) {
     return InQt(Testo(voce));
 }
 
 /// A row of controls inside a card.
-QHBoxLayout* RigaScheda(DisegnoScheda& scheda) {
+QHBoxLayout* RigaScheda(Scheda& scheda) {
     auto* riga = new QHBoxLayout;
     riga->setContentsMargins(10, kSpazio, 10, kSpazio);
     riga->setSpacing(kSpazio);
@@ -91,32 +81,10 @@ void frmArchivio::Disponi() {
     colonna->addWidget(CreaStato());
 }
 
-QToolButton* frmArchivio::CreaTasto(const char* nome, std::function<void()> azione) {
-    auto* tasto = new QToolButton(barra_);
-    tasto->setObjectName(QStringLiteral("barra_") + QLatin1String(nome));
-    tasto->setIcon(Icona(nome));
-    tasto->setAutoRaise(true);
-    tasto->setFocusPolicy(Qt::TabFocus);
-    connect(tasto, &QToolButton::clicked, this, [azione = std::move(azione)] { Protetto(azione); });
-    tasti_.push_back(tasto);
-    return tasto;
-}
-
-QToolBar* frmArchivio::CreaBarra() {
-    barra_ = new QToolBar(this);
-    barra_->setObjectName(QStringLiteral("barra"));
-    barra_->setIconSize(QSize(kLatoIcona, kLatoIcona));
-    barra_->setMinimumHeight(kAltezzaBarra);
-    const auto spazio = [this](bool largo) {
-        auto* vuoto = new QWidget(barra_);
-        if (largo) {
-            vuoto->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-        } else {
-            vuoto->setFixedWidth(kSpazio);
-        }
-        barra_->addWidget(vuoto);
-    };
-    barra_->addWidget(CreaTasto("ApriCartella", [this] { ScegliCartella(); }));
+BarraTasti* frmArchivio::CreaBarra() {
+    barra_ = new BarraTasti(this);
+    barra_->Aggiungi("ApriCartella", Voce::ArchivioCartella, "Ctrl+O",
+                     [this] { ScegliCartella(); });
     barra_->addSeparator();
     txtCerca_ = new QLineEdit(barra_);
     txtCerca_->setObjectName(QStringLiteral("txtCerca"));
@@ -125,54 +93,43 @@ QToolBar* frmArchivio::CreaBarra() {
     txtCerca_->setMinimumWidth(kCercaMinima);
     txtCerca_->setMaximumWidth(kCerca);
     barra_->addWidget(txtCerca_);
-    spazio(false);
+    barra_->Spazio();
     lblConto_ = Accenno("lblConto");
     barra_->addWidget(lblConto_);
-    spazio(false);
+    barra_->Spazio();
     barra_->addSeparator();
     cboGruppi_ = new QComboBox;
     cboGruppi_->setObjectName(QStringLiteral("cboGruppi"));
     cboGruppi_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     lblGruppi_ = Etichetta(barra_, "lblGruppi", cboGruppi_);
     etichettaGruppi_ = barra_->addWidget(lblGruppi_);
-    spazio(false);
+    barra_->Spazio();
     barra_->addWidget(cboGruppi_);
-    spazio(false);
+    barra_->Spazio();
     barra_->addSeparator();
-    barra_->addWidget(CreaTasto("CsvArchivio", [this] { SalvaCsv(); }));
-    barra_->addWidget(CreaTasto("StampaArchivio", [this] { Stampa(); }));
-    spazio(true);
+    barra_->Aggiungi("CsvArchivio", Voce::ArchivioCsv, "Ctrl+E", [this] { SalvaCsv(); });
+    barra_->Aggiungi("StampaArchivio", Voce::ArchivioStampa, "Ctrl+P", [this] { Stampa(); });
+    barra_->SpazioLargo();
     cmdConfronta_ = CreaPulsante("cmdConfronta", [this] { Confronta(); });
     cmdConfronta_->setIcon(Icona("Confronto"));
     cmdConfronta_->setAutoDefault(false);
     cmdAnalisi_ = CreaPulsante("cmdAnalisi", [this] { ApriAnalisi(); });
     cmdAnalisi_->setDefault(true);
     barra_->addWidget(cmdConfronta_);
-    spazio(false);
+    barra_->Spazio();
     barra_->addWidget(cmdAnalisi_);
-    spazio(false);
+    barra_->Spazio();
     return barra_;
 }
 
-/// What could not be done, above the list: it is there only then.
 QWidget* frmArchivio::CreaAvviso() {
-    avviso_ = new QFrame;
-    avviso_->setObjectName(QStringLiteral("avviso"));
-    avviso_->setAutoFillBackground(true);
-    auto* dentro = new QHBoxLayout(avviso_);
-    dentro->setContentsMargins(12, 6, 12, 6);
-    lblAvviso_ = new QLabel;
-    lblAvviso_->setObjectName(QStringLiteral("lblAvviso"));
-    lblAvviso_->setWordWrap(true);
-    lblAvviso_->setTextFormat(Qt::PlainText);
+    avviso_ = new StrisciaAvviso;
     cmdRiprova_ = CreaPulsante("cmdRiprova", [this] {
         RiprovaNote();
         Rileggi();
     });
     cmdRiprova_->setAutoDefault(false);
-    dentro->addWidget(lblAvviso_, 1);
-    dentro->addWidget(cmdRiprova_);
-    avviso_->hide();
+    avviso_->Aggiungi(cmdRiprova_);
     return avviso_;
 }
 
@@ -217,7 +174,7 @@ QWidget* frmArchivio::CreaLato() {
 }
 
 QWidget* frmArchivio::CreaTempi() {
-    schedaTempi_ = new DisegnoScheda("schedaTempi");
+    schedaTempi_ = new Scheda("schedaTempi");
     tempi_ = new DisegnoTempi;
     lblGuaio_ = new QLabel;
     lblGuaio_->setObjectName(QStringLiteral("lblGuaio"));
@@ -231,7 +188,7 @@ QWidget* frmArchivio::CreaTempi() {
 }
 
 QWidget* frmArchivio::CreaNote() {
-    schedaNote_ = new DisegnoScheda("schedaNote");
+    schedaNote_ = new Scheda("schedaNote");
     txtNote_ = new QPlainTextEdit;
     txtNote_->setObjectName(QStringLiteral("txtNote"));
     txtNote_->setTabChangesFocus(true);
@@ -298,15 +255,7 @@ void frmArchivio::RiempiGruppi() {
 }
 
 void frmArchivio::AggiornaTesti(Mnemonica& lettere) {
-    for (QToolButton* tasto : tasti_) {
-        for (const Tasto& uno : kTasti) {
-            if (tasto->objectName() != QStringLiteral("barra_") + QLatin1String(uno.Nome)) continue;
-            tasto->setAccessibleName(T(uno.Parole));
-            tasto->setToolTip(
-                T(uno.Parole) + QStringLiteral("  ") +
-                QKeySequence(QLatin1String(uno.Tasti)).toString(QKeySequence::NativeText));
-        }
-    }
+    barra_->AggiornaTesti();
     cmdAnalisi_->setText(lettere.Con(T(Voce::ArchivioAnalisi)));
     lblGruppi_->setText(lettere.Con(T(Voce::ArchivioGruppi)));
     cboGruppi_->setAccessibleName(T(Voce::ArchivioGruppi));

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "analysis/compare/DisegnoScheda.h"
 #include "device/Differenze.h"
 #include "device/DisegnoDifferenze.h"
 #include "logs/Impostazioni.h"
@@ -14,6 +13,7 @@
 #include "runs/DisegnoModello.h"
 #include "runs/frmArchivio.h"
 #include "shell/LoadStrings.h"
+#include "widgets/Scheda.h"
 #include "widgets/style/Misure.h"
 
 namespace lapvane {
@@ -138,7 +138,7 @@ void frmArchivio::AggiornaImpostazioni() {
 }
 
 QWidget* frmArchivio::CreaImpostazioni() {
-    schedaImpostazioni_ = new DisegnoScheda("schedaImpostazioni");
+    schedaImpostazioni_ = new Scheda("schedaImpostazioni");
     auto* riga = new QHBoxLayout;
     riga->setContentsMargins(10, kSpazio, 10, kSpazio);
     riga->setSpacing(kSpazio);

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "analysis/compare/DisegnoNumeri.h"
-#include "analysis/compare/DisegnoScheda.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
@@ -14,6 +13,7 @@
 #include "runs/frmArchivio.h"
 #include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
+#include "widgets/Scheda.h"
 #include "widgets/style/Tavolozza.h"
 
 namespace lapvane {

@@ -9,6 +9,8 @@
 #include "runs/DisegnoUscite.h"
 #include "runs/frmArchivio.h"
 #include "shell/LoadStrings.h"
+#include "widgets/BarraTasti.h"
+#include "widgets/StrisciaAvviso.h"
 #include "widgets/style/Tavolozza.h"
 
 namespace lapvane {
@@ -57,13 +59,7 @@ void frmArchivio::AggiornaAvviso() {
     if (!archivio_.Mancante().empty()) {
         righe << T(Voce::ArchivioAssente).arg(PercorsoInQt(archivio_.Mancante()));
     }
-    const Colori& colori = ColoriDi(*this);
-    QPalette paletta = palette();
-    paletta.setColor(QPalette::Window, colori.WarnSoft);
-    paletta.setColor(QPalette::WindowText, colori.Warn);
-    avviso_->setPalette(paletta);
-    lblAvviso_->setText(righe.join(QLatin1Char('\n')));
-    avviso_->setVisible(!righe.isEmpty());
+    avviso_->Mostra(righe);
 }
 
 void frmArchivio::Annuncia(const QString& frase) {

@@ -1,8 +1,7 @@
 #include "shell/LogRecenti.h"
 
-#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
-#include "platform/Platform.h"
+#include "shell/Ricordi.h"
 
 namespace lapvane {
 
@@ -10,13 +9,9 @@ namespace {
 
 constexpr std::string_view kPrimaRiga = "lapvane-logs 1";
 constexpr std::string_view kChiave = "log=";
-constexpr std::size_t kByteMassimi = 1 << 18;
+constexpr std::string_view kFile = "RecentLogs.lapvane";
 
 }  // namespace
-
-std::filesystem::path FileLogRecenti() {
-    return platform().AppPath() / "RecentLogs.lapvane";
-}
 
 ElencoLog LeggiLogRecenti(std::string_view testo) {
     ElencoLog elenco;
@@ -51,21 +46,11 @@ void MettiInCima(ElencoLog& elenco, const std::filesystem::path& file) {
 }
 
 ElencoLog CaricaLogRecenti() {
-    try {
-        const auto file = FileLogRecenti();
-        if (!FileEsiste(file)) return {};
-        return LeggiLogRecenti(LeggiFile(file, Lavoro::LeggereRecenti, kByteMassimi));
-    } catch (const std::exception&) {
-        return {};
-    }
+    return LeggiLogRecenti(LeggiRicordo(kFile, Lavoro::LeggereRecenti));
 }
 
 void SalvaLogRecenti(const ElencoLog& elenco) {
-    try {
-        ScriviFile(FileLogRecenti(), ScriviLogRecenti(elenco), Lavoro::ScrivereRecenti);
-    } catch (const ErroreRuntime&) {
-        // A list of files is not worth a message.
-    }
+    SalvaRicordo(kFile, ScriviLogRecenti(elenco), Lavoro::ScrivereRecenti);
 }
 
 }  // namespace lapvane

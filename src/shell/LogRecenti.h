@@ -12,9 +12,6 @@ using ElencoLog = std::vector<std::filesystem::path>;
 
 constexpr std::size_t kLogRecenti = 4;
 
-/// The file of the list in the program's folder.
-std::filesystem::path FileLogRecenti();
-
 /// Reads the text of such a file; a text that this program did not write gives no entries.
 ElencoLog LeggiLogRecenti(std::string_view testo);
 std::string ScriviLogRecenti(const ElencoLog& elenco);

@@ -9,12 +9,12 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "analysis/compare/DisegnoScheda.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "widgets/CartaAzione.h"
 #include "widgets/Icone.h"
+#include "widgets/Scheda.h"
 #include "widgets/style/Misure.h"
 #include "widgets/style/Pennello.h"
 #include "widgets/style/Tavolozza.h"
@@ -153,7 +153,7 @@ void frmInizio::CreaStriscia(QVBoxLayout* colonna) {
 frmInizio::Lista frmInizio::CreaLista(const char* nome, const char* icona, QVBoxLayout* colonna,
                                       std::function<void(int)> frmInizio::*apri) {
     Lista lista;
-    lista.Scheda = new DisegnoScheda(nome);
+    lista.Cornice = new Scheda(nome);
     for (std::size_t i = 0; i < lista.Righe.size(); ++i) {
         auto* riga = new CartaAzione(CartaAzione::Forma::Riga);
         riga->setObjectName(QLatin1String(nome) + QString::number(i));
@@ -162,13 +162,13 @@ frmInizio::Lista frmInizio::CreaLista(const char* nome, const char* icona, QVBox
         connect(riga, &CartaAzione::clicked, this, [this, apri, i] {
             if (this->*apri) (this->*apri)(static_cast<int>(i));
         });
-        lista.Scheda->Contenuto()->addWidget(riga);
+        lista.Cornice->Contenuto()->addWidget(riga);
         lista.Righe[i] = riga;
     }
     lista.Vuota = Scritta("lblVuota");
     lista.Vuota->setMargin(kMargineCornice);
-    lista.Scheda->Contenuto()->addWidget(lista.Vuota);
-    colonna->addWidget(lista.Scheda);
+    lista.Cornice->Contenuto()->addWidget(lista.Vuota);
+    colonna->addWidget(lista.Cornice);
     return lista;
 }
 
@@ -272,7 +272,7 @@ void frmInizio::Mostra(const StatoInizio& stato) {
 }
 
 void frmInizio::Riempi(const Lista& lista, Voce titolo, const std::vector<RecenteInizio>& righe) {
-    lista.Scheda->Titolo(InQt(Testo(titolo)));
+    lista.Cornice->Titolo(InQt(Testo(titolo)));
     lista.Vuota->setText(InQt(Testo(Voce::NienteRecente)));
     lista.Vuota->setVisible(righe.empty());
     for (std::size_t i = 0; i < lista.Righe.size(); ++i) {

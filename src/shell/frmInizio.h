@@ -19,7 +19,7 @@ class QVBoxLayout;
 namespace lapvane {
 
 class CartaAzione;
-class DisegnoScheda;
+class Scheda;
 
 /// A recent file as the start page shows it.
 struct RecenteInizio {
@@ -88,7 +88,7 @@ class frmInizio : public Sfondo {
         Voce RigaInvece{};
     };
     struct Lista {
-        DisegnoScheda* Scheda = nullptr;
+        Scheda* Cornice = nullptr;
         QLabel* Vuota = nullptr;
         std::array<CartaAzione*, 4> Righe{};
     };

@@ -26,7 +26,7 @@ TEST(LogRecenti, FourComeBackTheNewestFirstAndADamagedListNotAtAll) {
     elenco[1] = u8"/a%\n.csv";
     SalvaLogRecenti(elenco);
     EXPECT_EQ(CaricaLogRecenti(), elenco);
-    const std::string testo = Leggi(FileLogRecenti());
+    const std::string testo = Leggi(platform().AppPath() / "RecentLogs.lapvane");
     for (const char* guasto : {"", "lapvane-logs 2\nlog=/a\n", "lapvane-logs 1\nlog=/a\nxxxxxx\n",
                                "lapvane-logs 1\nlog=\n"}) {
         EXPECT_TRUE(LeggiLogRecenti(guasto).empty()) << guasto;

@@ -3,17 +3,16 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
-#include "platform/Platform.h"
 #include "shell/NumeroTesto.h"
+#include "shell/Ricordi.h"
 
 namespace lapvane {
 
 namespace {
 
 constexpr std::string_view kPrimaRiga = "lapvane-compare 1";
-constexpr std::size_t kByteMassimi = 1 << 18;
+constexpr std::string_view kFile = "Compare.lapvane";
 
 std::string Numero(int n) {
     return TestoNumero(static_cast<std::int64_t>(n));
@@ -60,10 +59,6 @@ void LeggiRiga(std::string_view chiave, const std::string& valore, ScelteConfron
 
 }  // namespace
 
-std::filesystem::path FileScelte() {
-    return platform().AppPath() / "Compare.lapvane";
-}
-
 ScelteConfronto LeggiScelte(std::string_view testo) {
     ScelteConfronto scelte;
     LettoreRighe righe(testo);
@@ -104,21 +99,11 @@ std::string ScriviScelte(const ScelteConfronto& scelte) {
 }
 
 ScelteConfronto CaricaScelte() {
-    try {
-        const auto file = FileScelte();
-        if (!FileEsiste(file)) return {};
-        return LeggiScelte(LeggiFile(file, Lavoro::LeggereScelte, kByteMassimi));
-    } catch (const std::exception&) {
-        return {};
-    }
+    return LeggiScelte(LeggiRicordo(kFile, Lavoro::LeggereScelte));
 }
 
 void SalvaScelte(const ScelteConfronto& scelte) {
-    try {
-        ScriviFile(FileScelte(), ScriviScelte(scelte), Lavoro::ScrivereScelte);
-    } catch (const ErroreRuntime&) {
-        // Choices are not worth a message.
-    }
+    SalvaRicordo(kFile, ScriviScelte(scelte), Lavoro::ScrivereScelte);
 }
 
 }  // namespace lapvane

@@ -29,9 +29,6 @@ struct ScelteConfronto {
 
 constexpr std::size_t kLogRicordati = 40;
 
-/// The file of the choices in the program's folder.
-std::filesystem::path FileScelte();
-
 /// Reads a text of choices. Anything that this program did not write gives the defaults, lines that
 /// it does not know are passed over.
 ScelteConfronto LeggiScelte(std::string_view testo);

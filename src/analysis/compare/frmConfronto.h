@@ -20,12 +20,15 @@ class QToolButton;
 
 namespace lapvane {
 
+class BarraTasti;
+class StrisciaAvviso;
+
 class DisegnoElenco;
 class DisegnoIstogramma;
 class DisegnoMappa;
 class DisegnoParti;
 class DisegnoQuadri;
-class DisegnoScheda;
+class Scheda;
 class DisegnoValori;
 class DisegnoXY;
 class QtPrinter;
@@ -58,8 +61,7 @@ class frmConfronto : public Dialogo {
     // frmConfrontoForma.cpp: how it is laid out.
     void AggiornaTesti(Mnemonica& lettere) override;
     void Disponi();
-    QToolBar* CreaBarra();
-    QToolButton* CreaTasto(const char* nome, std::function<void()> azione);
+    BarraTasti* CreaBarra();
     QWidget* CreaRisposta();
     QWidget* CreaSinistra();
     QWidget* CreaCentro();
@@ -144,23 +146,21 @@ class frmConfronto : public Dialogo {
     bool due_ = false;    ///< there is a second cursor
     QList<int> altezze_;  ///< values and map before it came
 
-    QToolBar* barra_ = nullptr;
+    BarraTasti* barra_ = nullptr;
     QLabel* lblAsse_ = nullptr;
     QLabel* lblParti_ = nullptr;
     QPushButton* optDistanza_ = nullptr;
     QPushButton* optTempo_ = nullptr;
     QComboBox* cboParti_ = nullptr;
-    std::vector<QToolButton*> tasti_;
     QLabel* lblRisposta_ = nullptr;
     std::array<QPushButton*, 3> cmdParte_{};
     QLabel* lblIdeale_ = nullptr;
-    QFrame* avviso_ = nullptr;
-    QLabel* lblAvviso_ = nullptr;
+    StrisciaAvviso* avviso_ = nullptr;
     QSplitter* divisore_ = nullptr;
     QTabWidget* sinistra_ = nullptr;
     QWidget* elenchi_ = nullptr;
-    DisegnoScheda* schedaGiri_ = nullptr;
-    DisegnoScheda* schedaQuadri_ = nullptr;
+    Scheda* schedaGiri_ = nullptr;
+    Scheda* schedaQuadri_ = nullptr;
     DisegnoElenco* lstGiri_ = nullptr;
     DisegnoElenco* lstQuadri_ = nullptr;
     QPushButton* cmdApri_ = nullptr;
@@ -180,12 +180,12 @@ class frmConfronto : public Dialogo {
     QLabel* lblFasce_ = nullptr;
     QLabel* lblTrattoXY_ = nullptr;
     QLabel* lblTrattoFasce_ = nullptr;
-    DisegnoScheda* schedaParti_ = nullptr;
+    Scheda* schedaParti_ = nullptr;
     DisegnoParti* parti_ = nullptr;
     QSplitter* destra_ = nullptr;
-    DisegnoScheda* schedaValori_ = nullptr;
+    Scheda* schedaValori_ = nullptr;
     DisegnoValori* valori_ = nullptr;
-    DisegnoScheda* schedaMappa_ = nullptr;
+    Scheda* schedaMappa_ = nullptr;
     DisegnoMappa* mappa_ = nullptr;
     QComboBox* cboMappa_ = nullptr;
     QLabel* lblStato_ = nullptr;

@@ -19,13 +19,15 @@
 #include "analysis/compare/DisegnoMappa.h"
 #include "analysis/compare/DisegnoParti.h"
 #include "analysis/compare/DisegnoQuadri.h"
-#include "analysis/compare/DisegnoScheda.h"
 #include "analysis/compare/DisegnoValori.h"
 #include "analysis/compare/DisegnoXY.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
+#include "widgets/BarraTasti.h"
 #include "widgets/Icone.h"
+#include "widgets/Scheda.h"
+#include "widgets/StrisciaAvviso.h"
 #include "widgets/style/Misure.h"
 #include "widgets/style/Stile.h"
 
@@ -37,27 +39,10 @@ constexpr int kStretta = 1200;  // width below which the right side folds into t
 constexpr int kSinistra = 268;
 constexpr int kDestra = 298;
 constexpr int kListaStretta = 90;
-constexpr int kAltezzaBarra = 44;
 constexpr int kAltezzaRisposta = 40;
 constexpr int kSchedaGrafico = 0;
 constexpr int kSchedaXY = 1;
 constexpr int kSchedaIstogramma = 2;
-
-/// A button of the tool bar: its drawing and its words.
-struct Tasto {
-    const char* Nome;
-    Voce Parole;
-    const char* Tasti;
-};
-
-constexpr std::array<Tasto, 8> kTasti = {{{"ApriLog", Voce::ApriLogConfronto, "Ctrl+O"},
-                                          {"TogliLog", Voce::TogliLog, "Ctrl+Del"},
-                                          {"TuttoIlGiro", Voce::TuttoIlGiro, "Ctrl+0"},
-                                          {"CopiaImmagine", Voce::CopiaImmagine, "Ctrl+C"},
-                                          {"CopiaTabelle", Voce::CopiaTabelle, "Ctrl+Shift+C"},
-                                          {"SalvaImmagine", Voce::SalvaImmagine, "Ctrl+S"},
-                                          {"StampaConfronto", Voce::StampaConfronto, "Ctrl+P"},
-                                          {"SalvaCsv", Voce::SalvaCsvConfronto, "Ctrl+E"}}};
 
 /// Two buttons of which one is pressed.
 QWidget* Coppia(QPushButton*& una, QPushButton*& altra, const char* nomeUna,
@@ -143,50 +128,32 @@ void frmConfronto::Disponi() {
     colonna->addWidget(CreaStato());
 }
 
-QToolButton* frmConfronto::CreaTasto(const char* nome, std::function<void()> azione) {
-    auto* tasto = new QToolButton(barra_);
-    tasto->setObjectName(QStringLiteral("barra_") + QLatin1String(nome));
-    tasto->setIcon(Icona(nome));
-    tasto->setAutoRaise(true);
-    tasto->setFocusPolicy(Qt::TabFocus);
-    connect(tasto, &QToolButton::clicked, this, [azione = std::move(azione)] { Protetto(azione); });
-    tasti_.push_back(tasto);
-    return tasto;
-}
-
-QToolBar* frmConfronto::CreaBarra() {
-    barra_ = new QToolBar(this);
-    barra_->setObjectName(QStringLiteral("barra"));
-    barra_->setIconSize(QSize(kLatoIcona, kLatoIcona));
-    barra_->setMinimumHeight(kAltezzaBarra);
-    const auto spazio = [this] {
-        auto* vuoto = new QWidget(barra_);
-        vuoto->setFixedWidth(kSpazio);
-        barra_->addWidget(vuoto);
-    };
-    barra_->addWidget(CreaTasto("ApriLog", [this] { cmdApri_Click(); }));
-    barra_->addWidget(CreaTasto("TogliLog", [this] { cmdTogli_Click(); }));
+BarraTasti* frmConfronto::CreaBarra() {
+    barra_ = new BarraTasti(this);
+    barra_->Aggiungi("ApriLog", Voce::ApriLogConfronto, "Ctrl+O", [this] { cmdApri_Click(); });
+    barra_->Aggiungi("TogliLog", Voce::TogliLog, "Ctrl+Del", [this] { cmdTogli_Click(); });
     barra_->addSeparator();
     lblAsse_ = Etichetta(barra_, "lblAsse");
-    spazio();
+    barra_->Spazio();
     barra_->addWidget(lblAsse_);
-    spazio();
+    barra_->Spazio();
     barra_->addWidget(Coppia(optDistanza_, optTempo_, "optDistanza", "optTempo"));
-    spazio();
+    barra_->Spazio();
     cboParti_ = Lista("cboParti");
     lblParti_ = Etichetta(barra_, "lblParti", cboParti_);
     barra_->addWidget(lblParti_);
-    spazio();
+    barra_->Spazio();
     barra_->addWidget(cboParti_);
-    spazio();
+    barra_->Spazio();
     barra_->addSeparator();
-    barra_->addWidget(CreaTasto("TuttoIlGiro", [this] { grafico_->VediTutto(); }));
+    barra_->Aggiungi("TuttoIlGiro", Voce::TuttoIlGiro, "Ctrl+0", [this] { grafico_->VediTutto(); });
     barra_->addSeparator();
-    barra_->addWidget(CreaTasto("CopiaImmagine", [this] { CopiaImmagine(); }));
-    barra_->addWidget(CreaTasto("CopiaTabelle", [this] { CopiaTabelle(); }));
-    barra_->addWidget(CreaTasto("SalvaImmagine", [this] { SalvaImmagine(); }));
-    barra_->addWidget(CreaTasto("StampaConfronto", [this] { Stampa(); }));
-    barra_->addWidget(CreaTasto("SalvaCsv", [this] { SalvaCsv(); }));
+    barra_->Aggiungi("CopiaImmagine", Voce::CopiaImmagine, "Ctrl+C", [this] { CopiaImmagine(); });
+    barra_->Aggiungi("CopiaTabelle", Voce::CopiaTabelle, "Ctrl+Shift+C",
+                     [this] { CopiaTabelle(); });
+    barra_->Aggiungi("SalvaImmagine", Voce::SalvaImmagine, "Ctrl+S", [this] { SalvaImmagine(); });
+    barra_->Aggiungi("StampaConfronto", Voce::StampaConfronto, "Ctrl+P", [this] { Stampa(); });
+    barra_->Aggiungi("SalvaCsv", Voce::SalvaCsvConfronto, "Ctrl+E", [this] { SalvaCsv(); });
     return barra_;
 }
 
@@ -217,29 +184,18 @@ QWidget* frmConfronto::CreaRisposta() {
     lblIdeale_->setObjectName(QStringLiteral("lblIdeale"));
     lblIdeale_->setTextFormat(Qt::RichText);
     riga->addWidget(lblIdeale_);
-
-    avviso_ = new QFrame;
-    avviso_->setObjectName(QStringLiteral("avviso"));
-    avviso_->setAutoFillBackground(true);
-    auto* dentro = new QHBoxLayout(avviso_);
-    dentro->setContentsMargins(12, 6, 12, 6);
-    lblAvviso_ = new QLabel;
-    lblAvviso_->setObjectName(QStringLiteral("lblAvviso"));
-    lblAvviso_->setWordWrap(true);
-    lblAvviso_->setTextFormat(Qt::PlainText);
-    dentro->addWidget(lblAvviso_, 1);
-    avviso_->hide();
+    avviso_ = new StrisciaAvviso;
     return posto;
 }
 
 QWidget* frmConfronto::CreaSinistra() {
-    schedaGiri_ = new DisegnoScheda("schedaGiri");
+    schedaGiri_ = new Scheda("schedaGiri");
     lstGiri_ = new DisegnoElenco("lstGiri");
     schedaGiri_->Contenuto()->addWidget(lstGiri_, 1);
     cmdApri_ = CreaPulsante("cmdApri", [this] { cmdApri_Click(); });
     schedaGiri_->Contenuto()->addWidget(cmdApri_, 0, Qt::AlignHCenter);
 
-    schedaQuadri_ = new DisegnoScheda("schedaQuadri");
+    schedaQuadri_ = new Scheda("schedaQuadri");
     lstQuadri_ = new DisegnoElenco("lstQuadri");
     schedaQuadri_->Contenuto()->addWidget(lstQuadri_, 1);
 
@@ -268,7 +224,7 @@ QWidget* frmConfronto::CreaCentro() {
     schede_->addTab(grafico_, QString());
     schede_->addTab(CreaSchedaXY(), QString());
     schede_->addTab(CreaSchedaIstogramma(), QString());
-    schedaParti_ = new DisegnoScheda("schedaParti");
+    schedaParti_ = new Scheda("schedaParti");
     parti_ = new DisegnoParti;
     parti_->setObjectName(QStringLiteral("parti"));
     schedaParti_->Contenuto()->addWidget(parti_, 1);
@@ -319,11 +275,11 @@ QWidget* frmConfronto::CreaSchedaIstogramma() {
 }
 
 QWidget* frmConfronto::CreaDestra() {
-    schedaValori_ = new DisegnoScheda("schedaValori");
+    schedaValori_ = new Scheda("schedaValori");
     valori_ = new DisegnoValori;
     valori_->setObjectName(QStringLiteral("valori"));
     schedaValori_->Contenuto()->addWidget(valori_, 1);
-    schedaMappa_ = new DisegnoScheda("schedaMappa");
+    schedaMappa_ = new Scheda("schedaMappa");
     cboMappa_ = Lista("cboMappa");
     auto* riga = new QHBoxLayout;
     riga->setContentsMargins(10, 6, 10, 0);
@@ -378,14 +334,7 @@ void frmConfronto::AggiornaTesti(Mnemonica& lettere) {
     optDistanza_->setText(lettere.Con(testo(Voce::DistanzaAsse)));
     optTempo_->setText(lettere.Con(testo(Voce::TempoAsse)));
     lblParti_->setText(lettere.Con(testo(Voce::PartiConfronto)));
-    for (QToolButton* tasto : tasti_) {
-        for (const Tasto& uno : kTasti) {
-            if (tasto->objectName() != QStringLiteral("barra_") + QLatin1String(uno.Nome)) continue;
-            tasto->setToolTip(testo(uno.Parole));
-            tasto->setAccessibleName(tasto->toolTip());
-            tasto->setShortcut(QKeySequence(QLatin1String(uno.Tasti)));
-        }
-    }
+    barra_->AggiornaTesti();
     schedaGiri_->Titolo(testo(Voce::GiriConfronto));
     schedaQuadri_->Titolo(testo(Voce::RiquadriConfronto));
     lstGiri_->setAccessibleName(testo(Voce::GiriConfronto));

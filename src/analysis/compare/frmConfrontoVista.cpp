@@ -12,7 +12,6 @@
 #include "analysis/compare/DisegnoNumeri.h"
 #include "analysis/compare/DisegnoParti.h"
 #include "analysis/compare/DisegnoQuadri.h"
-#include "analysis/compare/DisegnoScheda.h"
 #include "analysis/compare/DisegnoValori.h"
 #include "analysis/compare/DisegnoXY.h"
 #include "analysis/compare/FasceConfronto.h"
@@ -21,6 +20,9 @@
 #include "platform/qt/TestoQt.h"
 #include "reports/Circuiti.h"
 #include "shell/LoadStrings.h"
+#include "widgets/BarraTasti.h"
+#include "widgets/Scheda.h"
+#include "widgets/StrisciaAvviso.h"
 #include "widgets/style/Misure.h"
 #include "widgets/style/Tavolozza.h"
 
@@ -252,13 +254,7 @@ void frmConfronto::AggiornaAvviso() {
             righe << T(Voce::AltroTracciato).arg(NomeGiro(*giro, true));
         }
     }
-    const Colori& colori = ColoriDi(*this);
-    QPalette paletta = palette();
-    paletta.setColor(QPalette::Window, colori.WarnSoft);
-    paletta.setColor(QPalette::WindowText, colori.Warn);
-    avviso_->setPalette(paletta);
-    lblAvviso_->setText(righe.join(QLatin1Char('\n')));
-    avviso_->setVisible(!righe.isEmpty());
+    avviso_->Mostra(righe);
 }
 
 void frmConfronto::AggiornaTabelle() {

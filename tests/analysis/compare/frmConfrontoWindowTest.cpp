@@ -166,7 +166,7 @@ TEST_F(FinestraConfronto, ItIsFoundAsItWasLeft) {
         ASSERT_EQ(dati.Accanto(), "A");
         EXPECT_EQ(dati.Giro(*dati.Di('A')).Indice, 7);
     }
-    Scrivi(FileScelte(), "lapvane-compare 9\naxis=time\n");
+    Scrivi(platform().AppPath() / "Compare.lapvane", "lapvane-compare 9\naxis=time\n");
     frmConfronto finestra;
     finestra.Apri(File("oggi.csv"));
     EXPECT_EQ(stato(finestra), primo);

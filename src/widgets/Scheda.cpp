@@ -1,4 +1,4 @@
-#include "analysis/compare/DisegnoScheda.h"
+#include "widgets/Scheda.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -17,7 +17,7 @@ constexpr int kRientro = 10;
 
 }  // namespace
 
-DisegnoScheda::DisegnoScheda(const char* nome, QWidget* parent) : QFrame(parent) {
+Scheda::Scheda(const char* nome, QWidget* parent) : QFrame(parent) {
     setObjectName(QLatin1String(nome));
     contenuto_ = new QVBoxLayout;
     contenuto_->setSpacing(0);
@@ -27,30 +27,30 @@ DisegnoScheda::DisegnoScheda(const char* nome, QWidget* parent) : QFrame(parent)
     Misura();
 }
 
-void DisegnoScheda::Titolo(const QString& testo) {
+void Scheda::Titolo(const QString& testo) {
     if (testo == titolo_) return;
     titolo_ = testo;
     setAccessibleName(testo);
     update(0, 0, width(), capo_);
 }
 
-void DisegnoScheda::Nota(const QString& testo) {
+void Scheda::Nota(const QString& testo) {
     if (testo == nota_) return;
     nota_ = testo;
     update(0, 0, width(), capo_);
 }
 
-void DisegnoScheda::Misura() {
+void Scheda::Misura() {
     capo_ = Misure(*this).Testata;
     colonna_->setContentsMargins(1, capo_, 1, 1);
 }
 
-void DisegnoScheda::changeEvent(QEvent* evento) {
+void Scheda::changeEvent(QEvent* evento) {
     QFrame::changeEvent(evento);
     if (evento->type() == QEvent::FontChange) Misura();
 }
 
-void DisegnoScheda::paintEvent(QPaintEvent*) {
+void Scheda::paintEvent(QPaintEvent*) {
     const Colori& colori = ColoriDi(*this);
     QPainter penna(this);
     Riquadro(penna, rect(), kRaggioScheda, colori.Base, colori.Line);

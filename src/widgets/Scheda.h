@@ -9,10 +9,10 @@ namespace lapvane {
 
 /// A card: a head with its title and, at the right, a hint, and its content below. Both texts
 /// change with every move of a cursor, so they are drawn and take no part in the layout.
-class DisegnoScheda : public QFrame {
+class Scheda : public QFrame {
     Q_OBJECT
  public:
-    explicit DisegnoScheda(const char* nome, QWidget* parent = nullptr);
+    explicit Scheda(const char* nome, QWidget* parent = nullptr);
 
     void Titolo(const QString& testo);
     void Nota(const QString& testo);
