@@ -10,6 +10,7 @@
 #include "sensors/Configurazione.h"
 #include "sensors/frmEditor.h"
 #include "widgets/ImmaginePagina.h"
+#include "widgets/StrisciaPagine.h"
 
 namespace lapvane {
 
@@ -39,6 +40,7 @@ class frmConfigurazione : public frmEditor {
     void AggiornaPagina();
     void MostraImmagine();
     void VaiA(bool avanti);
+    void VaiAllaPagina(int pagina);
     void chkAbilitaPagina_Click();
     void cmdScegliImmagine_Click();
 
@@ -54,6 +56,7 @@ class frmConfigurazione : public frmEditor {
     QCheckBox* chkAbilRecLAP_ = nullptr;
     QLabel* lblUnitaRecVel_ = nullptr;
     QGroupBox* fraPagine_ = nullptr;
+    StrisciaPagine* striscia_ = nullptr;
     ImmaginePagina* imgPagina_ = nullptr;
     QLabel* lblPagina_ = nullptr;
     QLabel* lblCurrPagina_ = nullptr;
