@@ -20,7 +20,7 @@ constexpr int kMemoriaLibera = 15;
 constexpr int kMargine = 12;
 constexpr int kAltoLinea = 34;
 constexpr int kMinimoLinea = 14;
-constexpr int kDestra = 6;       // behind the unit
+constexpr int kDestra = 6;  // behind the unit
 constexpr int kSpazioRighe = 10;
 constexpr int kSottoTitolo = 4;
 constexpr int kMinimoColonna = 172;
@@ -131,8 +131,8 @@ RiquadroLive::RiquadroLive(const CampoLive& campo, QWidget* parent)
     txtValoreCampo->setObjectName(nome("txtValoreCampo"));
     txtValoreCampo->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblUM = Etichetta(this, nome("lblUM").toStdString());
-    for (QLabel* parte : {static_cast<QLabel*>(lblNomeCampo), static_cast<QLabel*>(txtValoreCampo),
-                          lblUM}) {
+    for (QLabel* parte :
+         {static_cast<QLabel*>(lblNomeCampo), static_cast<QLabel*>(txtValoreCampo), lblUM}) {
         parte->setTextFormat(Qt::PlainText);
     }
 }
@@ -175,7 +175,8 @@ int RiquadroLive::LarghezzaUnita() const {
 QRect RiquadroLive::PostoLinea() const {
     const int sopra = kSpazio + Misure(*this).Linea;
     const QFontMetrics minima(Carattere(*this, Scrittura::Testa));
-    const int alto = std::min(kAltoLinea, height() - kSpazio - sopra - minima.ascent() - kSpazio);
+    const int alto = std::min(std::max(kAltoLinea, height() / 3),
+                              height() - kSpazio - sopra - minima.ascent() - kSpazio);
     if (alto < kMinimoLinea) return {};
     return {kMargine, height() - kSpazio - alto, width() - 2 * kMargine, alto};
 }
@@ -324,11 +325,11 @@ void PannelloLive::Ridisponi() {
     for (int r = 0; r < kRighe; ++r) {
         const int y = r * (m.Linea + kSottoTitolo + alto + kSpazioRighe);
         QLabel* titolo = Titoli[static_cast<std::size_t>(r)];
-        scrivi(titolo, colori.Text2);
+        scrivi(titolo, colori.Text);
         titolo->setGeometry(0, y, width() / 2, m.Linea);
         for (int c = 0; c < kColonne; ++c) {
-            Riquadro(kPosti[r][c]).setGeometry(c * (largo + kSpazio), y + m.Linea + kSottoTitolo,
-                                               largo, alto);
+            Riquadro(kPosti[r][c])
+                .setGeometry(c * (largo + kSpazio), y + m.Linea + kSottoTitolo, largo, alto);
         }
     }
     scrivi(lblFermi, colori.Warn);
@@ -351,7 +352,7 @@ void PannelloLive::changeEvent(QEvent* evento) {
 
 CorniceLive::CorniceLive(QWidget* parent, const char* nome) : QGroupBox(parent) {
     setObjectName(QString::fromLatin1(nome));
-    lblFermi = Etichetta(this, "lblFermiIngressi");
+    lblFermi = Etichetta(this, "lblFermi" + std::string(nome).substr(3));
     lblFermi->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblFermi->hide();
 }

@@ -45,8 +45,8 @@ double Apertura(const CampoLive& campo) {
         default:
             break;
     }
-    constexpr std::array<double, kCampiLive> kAltre = {2000.0, 0, 0,  0,   0,   0, 0, 2.0, 4.0,
-                                                       5.0,    3, 0, 20.0, 1.0, 2, 1, 2.0 / 14.7};
+    constexpr std::array<double, kCampiLive> kAltre = {
+        2000.0, 0, 0, 0, 0, 0, 0, 2.0, 4.0, 5.0, 3, 0, 20.0, 1.0, 2, 1, 2.0 / 14.7};
     return kAltre.at(static_cast<std::size_t>(campo.Campo));
 }
 
@@ -227,8 +227,7 @@ void dlgDiagnostica::Allarme(int n, bool acceso) {
     if (acceso != acceso_.at(i).has_value()) {
         acceso_[i] = acceso ? std::optional(ora) : std::nullopt;
         shpAllarme_[i]->Accendi(acceso);
-        lblNomeAllarme_[i]->setFont(
-            Carattere(*this, acceso ? Scrittura::Forte : Scrittura::Corpo));
+        lblNomeAllarme_[i]->setFont(Carattere(*this, acceso ? Scrittura::Forte : Scrittura::Corpo));
         if (kMisuraAllarme[i] >= 0) pannello_->Riquadro(kMisuraAllarme[i]).Allarme(acceso);
     }
     lblDaQuanto_[i]->setText(acceso ? InQt(Durata(ora - *acceso_[i])) : QString());
@@ -271,12 +270,15 @@ void dlgDiagnostica::DiceDaQuando() {
     const std::int64_t ora = platform().GetTickCount();
     for (const GruppoLive gruppo : {GruppoLive::Valori, GruppoLive::Analogici}) {
         const auto i = static_cast<std::size_t>(gruppo);
-        QLabel* riga =
-            gruppo == GruppoLive::Valori ? pannello_->lblFermi : fraIngressiAnalogici_->lblFermi;
-        riga->setVisible(!letti_[i]);
-        if (letti_[i]) continue;
-        riga->setText(InQt(Testo(Voce::ValoriFermi))
-                          .arg(InQt(TestoNumero((ora - ultima_[i]) / kSecondo))));
+        const QString testo =
+            InQt(Testo(Voce::ValoriFermi)).arg(InQt(TestoNumero((ora - ultima_[i]) / kSecondo)));
+        const bool valori = gruppo == GruppoLive::Valori;
+        for (QLabel* riga : {valori ? pannello_->lblFermi : fraIngressiAnalogici_->lblFermi,
+                             valori ? fraAllarmi_->lblFermi : nullptr}) {
+            if (riga == nullptr) continue;
+            riga->setVisible(!letti_[i]);
+            riga->setText(testo);
+        }
     }
     if (letti_[0] && letti_[1]) {
         secondi_.stop();

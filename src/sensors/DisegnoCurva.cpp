@@ -104,9 +104,8 @@ void DisegnoCurva::mousePressEvent(QMouseEvent* evento) {
 void DisegnoCurva::mouseMoveEvent(QMouseEvent* evento) {
     if (presa_ < 0) return Sotto(Vicina(evento->position()));
     const QRectF area = AreaDisegno();
-    const auto valori =
-        ValoriIn({std::clamp(evento->position().x(), area.left(), area.right()),
-                  std::clamp(evento->position().y(), area.top(), area.bottom())});
+    const auto valori = ValoriIn({std::clamp(evento->position().x(), area.left(), area.right()),
+                                  std::clamp(evento->position().y(), area.top(), area.bottom())});
     if (valori && EventoSpostato) Protetto([&] { EventoSpostato(presa_, *valori); });
 }
 
@@ -143,8 +142,8 @@ void DisegnoCurva::DisegnaManiglia(QPainter& penna) const {
     if (!Scritta) return;
     const QString scritta = Scritta(sotto_);
     const Misure m(*this);
-    QRectF cartello(0.0, 0.0,
-                    penna.fontMetrics().horizontalAdvance(scritta) + 2.0 * kSpazio, m.Riga);
+    QRectF cartello(0.0, 0.0, penna.fontMetrics().horizontalAdvance(scritta) + 2.0 * kSpazio,
+                    m.Riga);
     const QRectF area = AreaDisegno();
     cartello.moveTopLeft(*posto + QPointF(kSpazio + kMargine, -m.Riga - kMargine));
     if (cartello.right() > area.right()) cartello.moveRight(posto->x() - kSpazio - kMargine);

@@ -299,10 +299,22 @@ void frmConfigurazione::CaricaImmagini() {
     }
 }
 
+/// The picture of a page; a project may have one page more than there are pictures.
+QImage frmConfigurazione::Immagine(int pagina) const {
+    const auto posto = static_cast<std::size_t>(pagina - 1);
+    return posto < ImageList1_.size() ? ImageList1_[posto] : QImage();
+}
+
 void frmConfigurazione::MostraImmagine() {
-    const auto posto = static_cast<std::size_t>(pagine_.Corrente() - 1);
-    imgPagina_->Mostra(posto < ImageList1_.size() ? ImageList1_[posto] : QImage(),
-                       InQt(Testo(Voce::ImmagineNonDisponibile)));
+    imgPagina_->Mostra(Immagine(pagine_.Corrente()), InQt(Testo(Voce::ImmagineNonDisponibile)));
+}
+
+void frmConfigurazione::AggiornaStriscia() {
+    striscia_->Pagine(pagine_.Numero());
+    for (int n = 1; n <= pagine_.Numero(); ++n)
+        striscia_->Mostra(n, Immagine(n), pagine_.Abilitata(n - 1));
+    striscia_->Corrente(pagine_.Corrente());
+    striscia_->setAccessibleName(InQt(Testo(Voce::Pagina) + pagine_.Conteggio()));
 }
 
 void frmConfigurazione::AggiornaPagina() {
@@ -326,14 +338,7 @@ void frmConfigurazione::AggiornaPagina() {
     const QSignalBlocker muto(chkAbilitaPagina_);
     chkAbilitaPagina_->setChecked(accesa);
     imgPagina_->Grande(accesa);
-    striscia_->Pagine(pagine_.Numero());
-    for (int n = 1; n <= pagine_.Numero(); ++n) {
-        const auto posto = static_cast<std::size_t>(n - 1);
-        striscia_->Mostra(n, posto < ImageList1_.size() ? ImageList1_[posto] : QImage(),
-                          pagine_.Abilitata(n - 1));
-    }
-    striscia_->Corrente(pagine_.Corrente());
-    striscia_->setAccessibleName(InQt(Testo(Voce::Pagina)) + InQt(pagine_.Conteggio()));
+    AggiornaStriscia();
 }
 
 /// As many steps of the two buttons as it takes.
@@ -367,11 +372,9 @@ void frmConfigurazione::cmdScegliImmagine_Click() {
     if (!scelto) return;
     const QImage immagine = ImmaginePagina::Carica(*scelto);
     const auto posto = static_cast<std::size_t>(pagine_.Corrente() - 1);
-    if (posto < ImageList1_.size()) {
-        ImageList1_[posto] = immagine;
-        striscia_->Mostra(pagine_.Corrente(), immagine, pagine_.Abilitata(pagine_.Corrente() - 1));
-    }
+    if (posto < ImageList1_.size()) ImageList1_[posto] = immagine;
     MostraImmagine();
+    AggiornaStriscia();
     // Kept: a file that is no picture is refused without a word; the page's picture is gone until
     // the editor opens again, and the project keeps the path that it had.
     if (immagine.isNull()) return;

@@ -38,7 +38,9 @@ class frmConfigurazione : public frmEditor {
 
     void CaricaImmagini();
     void AggiornaPagina();
+    QImage Immagine(int pagina) const;
     void MostraImmagine();
+    void AggiornaStriscia();
     void VaiA(bool avanti);
     void VaiAllaPagina(int pagina);
     void chkAbilitaPagina_Click();

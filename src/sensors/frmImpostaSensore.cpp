@@ -209,8 +209,9 @@ void frmImpostaSensore::CreaRiga(std::size_t i) {
     Avvisi().Sorveglia(txtY_[i], [this] { return LimitiY(); });
 }
 
-CasellaNumerica* frmImpostaSensore::CreaCasella(
-    const char* nome, int n, void (TabellaPunti::*scrive)(int, std::string_view)) {
+CasellaNumerica* frmImpostaSensore::CreaCasella(const char* nome, int n,
+                                                void (TabellaPunti::*scrive)(int,
+                                                                             std::string_view)) {
     auto* nuova = new CasellaNumerica(fraTabella_);
     nuova->setObjectName(QString::fromLatin1(nome) + QString::number(n));
     nuova->setAlignment(Qt::AlignRight);
@@ -488,8 +489,10 @@ void frmImpostaSensore::Sposta(int i, const QPointF& dove) {
     const double x = tabella_.XPossibile(primo, ultimo, dove.x(), Cala());
     const double massimo = LimitiY().Massimo;
     const int fattore = Tipo().Fattore;
-    const char* const figura =
-        fattore == 1000 ? "0.000" : fattore == 100 ? "0.00" : fattore == 10 ? "0.0" : "0";
+    const char* const figura = fattore == 1000  ? "0.000"
+                               : fattore == 100 ? "0.00"
+                               : fattore == 10  ? "0.0"
+                                                : "0";
     const std::string y = Formatta(std::clamp(dove.y(), -massimo, massimo), figura);
     for (int n = primo; n <= ultimo; ++n) {
         const auto posto = static_cast<std::size_t>(n);

@@ -184,6 +184,7 @@ void frmSensori::AggiungiNumero(QGridLayout* griglia, int riga, std::size_t nume
     if (numero != kDiametroRuota) return;
     auto* posto = new QHBoxLayout;
     griglia->removeWidget(casella);
+    posto->setSpacing(kSpazio);
     posto->addWidget(casella);
     QLabel* unita = Etichetta(griglia->parentWidget(), "lblUnitaDiametro");
     unita->setText(QStringLiteral("mm"));
@@ -240,13 +241,12 @@ QWidget* frmSensori::CreaCanale(QWidget* dove, std::size_t numero) {
     spunta->setObjectName(InQt(canale.chkAbil));
     spunte_[numero] = spunta;
     griglia->addWidget(spunta, 0, 0);
-    connect(spunta, &QCheckBox::toggled, this,
-            [this, &canale] {
-                Protetto([&] {
-                    AbilitaCanale(canale, *campi_);
-                    DiceInsieme();
-                });
-            });
+    connect(spunta, &QCheckBox::toggled, this, [this, &canale] {
+        Protetto([&] {
+            AbilitaCanale(canale, *campi_);
+            DiceInsieme();
+        });
+    });
 
     QComboBox* nome = CreaLista(riquadro, canale.cboNome);
     nome->setEditable(true);

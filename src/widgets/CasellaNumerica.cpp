@@ -47,8 +47,8 @@ void Riscrivi(QLineEdit& casella, const QString& testo) {
 }
 
 void MostraNumeroErrato(const QWidget& casella) {
-    platform().MsgBox(Testo(kTestoNumeroErrato) + "\r\n" + DaQt(NomeCasella(casella)), Buttons::Ok, Icon::Warning,
-                      DaQt(casella.window()->windowTitle()));
+    platform().MsgBox(Testo(kTestoNumeroErrato) + "\r\n" + DaQt(NomeCasella(casella)), Buttons::Ok,
+                      Icon::Warning, DaQt(casella.window()->windowTitle()));
 }
 
 CasellaNumerica::CasellaNumerica(QWidget* parent) : QLineEdit(parent) {}

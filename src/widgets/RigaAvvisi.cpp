@@ -47,8 +47,7 @@ RigaAvvisi::RigaAvvisi(QWidget* parent) : QLabel(parent) {
 
 void RigaAvvisi::Sorveglia(QLineEdit* casella, std::function<LimitiNumero()> limiti) {
     caselle_.push_back({casella, std::move(limiti)});
-    connect(casella, &QLineEdit::textChanged, this,
-            [this] { Protetto([this] { Controlla(); }); });
+    connect(casella, &QLineEdit::textChanged, this, [this] { Protetto([this] { Controlla(); }); });
 }
 
 void RigaAvvisi::Sorveglia(QLineEdit* casella, const LimitiNumero& limiti) {
@@ -63,8 +62,7 @@ void RigaAvvisi::Controlla() {
         SegnaErrato(*casella.Campo, !dentro);
         // Of several the one under the hand is told.
         if (dentro || (!fuori.isEmpty() && !casella.Campo->hasFocus())) continue;
-        fuori = InQt(Testo(Voce::CampoFuori))
-                    .arg(NomeCasella(*casella.Campo), InQt(limiti.Testo));
+        fuori = InQt(Testo(Voce::CampoFuori)).arg(NomeCasella(*casella.Campo), InQt(limiti.Testo));
     }
     if (!fuori.isEmpty()) return Mostra(fuori, Tono::Errore);
     if (!fatto_.isEmpty()) return Mostra(fatto_, Tono::Fatto);
@@ -84,7 +82,7 @@ void RigaAvvisi::Salvato() {
 
 void RigaAvvisi::Mostra(const QString& testo, Tono tono) {
     const Colori& colori = ColoriDi(*this);
-    const QColor& colore = tono == Tono::Errore ? colori.Err
+    const QColor& colore = tono == Tono::Errore  ? colori.Err
                            : tono == Tono::Fatto ? colori.Ok
                                                  : colori.Warn;
     if (text() != testo) setText(testo);

@@ -15,7 +15,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr QSize kPiccola{60, 30};
+constexpr QSize kPiccola{56, 30};  // at least; wider ones are twice as wide as high
 constexpr int kMargine = 3;        // around a picture
 constexpr double kSpenta = 0.35;
 

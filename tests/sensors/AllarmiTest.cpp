@@ -68,27 +68,6 @@ TEST(PagineSetup, StayWithinThePagesThatThereAre) {
     }
 }
 
-TEST(PagineSetup, PicturesAreThoseOfTheEndsAndTheLastShowsThatOfPage8) {
-    RecordProgetto r;
-    r.MaxPagine = 9;
-    r.PaginaAbilitata10 = true;
-    PagineSetup pagine;
-    pagine.Carica(r);
-    RecordProgetto salvato;
-    pagine.Salva(salvato);
-    EXPECT_TRUE(salvato.PaginaAbilitata10);
-    for (int n = 1; n <= 9; ++n, pagine.Avanti()) {
-        EXPECT_EQ(pagine.ConFile(), n == 1 || n == 9);
-        pagine.Scegli(r, std::to_string(n));
-    }
-    EXPECT_EQ(r.Pagina1 + "/" + r.Pagina8 + "/" + r.Pagina9, "1//9");
-    r.Pagina8 = "8";
-    EXPECT_EQ(pagine.File(r), "8");
-    EXPECT_FALSE(Nominata(""));
-    EXPECT_FALSE(Nominata(" "));
-    EXPECT_TRUE(Nominata("  "));
-}
-
 using Punto = std::pair<std::string, std::string>;
 using Punti = std::vector<Punto>;
 
@@ -143,16 +122,7 @@ TEST(Calibrazione, FallingCurvesAreTurnedRoundAndTheTailIsTheEndOfTheRange) {
     }
 }
 
-TEST(Calibrazione, NineteenPointsAreTheMostAndNoneChangesNothing) {
-    Prova p;
-    for (int i = 0; i < 25; ++i) {
-        EXPECT_EQ(p.Misure.Piena(), i >= 19) << i;
-        p.Misura(static_cast<std::int16_t>(100 + i), "1");
-    }
-    EXPECT_EQ(p.Tabella.NumPuntiTabella(), 19);
-    p.Misure.FineProcedura();
-    EXPECT_EQ(p.Righe().at(18), (Punto{"118", "1.0"}));
-    EXPECT_EQ(p.Righe().at(19), (Punto{"1024", "1.0"}));
+TEST(Calibrazione, WithoutAPointNothingChanges) {
     Prova nessuno;
     nessuno.Misure.FineProcedura();
     EXPECT_EQ(nessuno.Misure.StatoCalibrazione, 2);
