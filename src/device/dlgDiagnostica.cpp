@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <tuple>
 
 #include "device/SerialComm.h"
@@ -24,10 +25,9 @@ constexpr double kMedio = 1.5;  // of the letters
 constexpr int kLambda = 14;
 constexpr int kLambdaUnitaria = 16;
 constexpr int kAccelerazione = 13;
-constexpr int kVecchio = 1000;     // ms from which a value is old
-constexpr int kPrimaLampada = 2;   // the lamps of the instrument come before
-constexpr int kSecondo = 1000;     // ms
-constexpr int kLargoDestra = 250;  // pixels
+constexpr int kVecchio = 1000;    // ms from which a value is old
+constexpr int kPrimaLampada = 2;  // the lamps of the instrument come before
+constexpr int kSecondo = 1000;    // ms
 
 /// The tile of the measure that an alarm lamp watches; -1: none shows it.
 constexpr std::array<int, kAllarmiLive> kMisuraAllarme = {-1, -1, 3, 4, 7, 6, 5, 9};
@@ -48,6 +48,11 @@ double Apertura(const CampoLive& campo) {
     constexpr std::array<double, kCampiLive> kAltre = {
         2000.0, 0, 0, 0, 0, 0, 0, 2.0, 4.0, 5.0, 3, 0, 20.0, 1.0, 2, 1, 2.0 / 14.7};
     return kAltre.at(static_cast<std::size_t>(campo.Campo));
+}
+
+/// Width of lamps and inputs: what the longest name of an alarm and its time take.
+int LargoDestra(const QWidget& finestra) {
+    return std::max(240, finestra.fontMetrics().averageCharWidth() * 36);
 }
 
 QFont Ingrandito(QFont carattere, double volte) {
@@ -114,7 +119,7 @@ dlgDiagnostica::dlgDiagnostica(QWidget* parent)
 
 QWidget* dlgDiagnostica::CreaAllarmi() {
     fraAllarmi_ = new CorniceLive(this, "fraAllarmi");
-    fraAllarmi_->setFixedWidth(kLargoDestra);
+    fraAllarmi_->setFixedWidth(LargoDestra(*this));
     auto* griglia = new QGridLayout(fraAllarmi_);
     griglia->setHorizontalSpacing(kSpazio);
     griglia->setVerticalSpacing(0);
@@ -137,7 +142,7 @@ QWidget* dlgDiagnostica::CreaAllarmi() {
 
 QWidget* dlgDiagnostica::CreaIngressi() {
     fraIngressiAnalogici_ = new CorniceLive(this, "fraIngressiAnalogici");
-    fraIngressiAnalogici_->setFixedWidth(kLargoDestra);
+    fraIngressiAnalogici_->setFixedWidth(LargoDestra(*this));
     auto* griglia = new QGridLayout(fraIngressiAnalogici_);
     griglia->setHorizontalSpacing(kMargineCornice);
     griglia->setVerticalSpacing(0);

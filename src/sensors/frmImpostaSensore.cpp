@@ -130,7 +130,7 @@ QComboBox* frmImpostaSensore::Lista(QWidget* dove, const char* nome,
     lista->setCompleter(nullptr);
     SenzaRotella(lista);
     lista->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    lista->setMinimumContentsLength(22);
+    lista->setMinimumContentsLength(16);
     connect(lista, &QComboBox::activated, this,
             [this, gestore] { Protetto([this, gestore] { (this->*gestore)(); }); });
     connect(lista->lineEdit(), &QLineEdit::textEdited, this, [this, lista, gestore] {
@@ -215,7 +215,7 @@ CasellaNumerica* frmImpostaSensore::CreaCasella(const char* nome, int n,
     auto* nuova = new CasellaNumerica(fraTabella_);
     nuova->setObjectName(QString::fromLatin1(nome) + QString::number(n));
     nuova->setAlignment(Qt::AlignRight);
-    nuova->setFixedWidth(nuova->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 11);
+    nuova->setFixedWidth(nuova->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 9);
     nuova->setEnabled(false);
     nuova->setPalette(Grigia());
     connect(nuova, &QLineEdit::textChanged, this, [this, n, scrive](const QString& testo) {
