@@ -126,7 +126,7 @@ void DisegnoCurva::paintEvent(QPaintEvent* evento) {
     GraficoWidget::paintEvent(evento);
     QPainter penna(this);
     penna.setRenderHint(QPainter::Antialiasing);
-    if (dietro_.size() > 1 && dietro_ != punti_) DisegnaDietro(penna);
+    if (DietroSiVede()) DisegnaDietro(penna);
     if (sotto_ >= 0) DisegnaManiglia(penna);
 }
 

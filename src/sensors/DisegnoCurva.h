@@ -29,6 +29,8 @@ class DisegnoCurva : public GraficoWidget {
     void Maniglie(std::vector<QPointF> punti);
     /// A curve behind that of the points, thin; empty: none.
     void Dietro(std::vector<QPointF> punti);
+    /// Whether it shows: it does where it is not that of the points.
+    bool DietroSiVede() const { return dietro_.size() > 1 && dietro_ != punti_; }
     /// Whether one is being dragged: the axes stay as they are meanwhile.
     bool Trascina() const { return presa_ >= 0; }
 

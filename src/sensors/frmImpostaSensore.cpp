@@ -297,7 +297,7 @@ void frmImpostaSensore::DiceCurva() {
     lblAsseY_->setText(InQt(Testo(tipo.Testo) + unita));
     lblAsseX_->setText(InQt(Testo(Voce::AsseIngresso)).arg(InQt(tipo.EtichettaX)));
     QString curva = InQt(Testo(Voce::TrascinaPunti));
-    if (daLibreria_) {
+    if (daLibreria_ && GraficoSensore_->DietroSiVede()) {
         curva = InQt(Testo(Voce::CurvaLibreria)).arg(InQt(daLibreria_->Nome())) +
                 QStringLiteral(". ") + curva;
     }
@@ -552,6 +552,7 @@ void frmImpostaSensore::cmdDisegnaCurva_Click() {
         punti.emplace_back(tabella_.X(i), tabella_.Y(i));
     }
     GraficoSensore_->Maniglie(std::move(punti));
+    DiceCurva();
 }
 
 /// The sensor as the library has it, behind the one that is edited.
