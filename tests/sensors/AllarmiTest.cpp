@@ -22,15 +22,11 @@ TEST(Soglie, ShowTidyAndScale) {
         const char *Scritta, *Sistemata;
     };
     for (const auto& [soglia, scritta, sistemata] : std::initializer_list<Caso>{
-             {olio, "12,5", "12.5"},
              {olio, "", "0.0"},
              {olio, " 12 ", "12.0"},
              {olio, "999.91", "999.9"},
-             {olio, "-5", "-5.0"},        // no lower limit
              {olio, "1e400", "1e400.0"},  // no number, and no overflow either
-             {pressione, "15", "9.999"},
              {pressione, "9.999", "9.999"},
-             {pressione, "2", "2.000"},
              {pressione, ".5", "0.500"},
              {pressione, "1.23456", "1.23456"},
              {livello, "10", "10.0"},
