@@ -319,6 +319,12 @@ std::vector<ValoreFuori> ValoriFuori(const TabellaRecord& tabella,
     return fuori;
 }
 
+LimitiCampo Limiti(const CampoRecord& campo) {
+    const double fattore = campo.Come == Soglia ? campo.Dettaglio : 1.0;
+    if (campo.Larghezza == 1) return {0.0, 255.0 / fattore};
+    return {-32768.0 / fattore, 32767.0 / fattore};
+}
+
 std::string Ammessi(const CampoRecord& campo) {
     const int minimo = campo.Larghezza == 1 ? 0 : -32768;
     const int massimo = campo.Larghezza == 1 ? 255 : 32767;

@@ -83,6 +83,13 @@ struct ValoreFuori {
 std::vector<ValoreFuori> ValoriFuori(const TabellaRecord& tabella,
                                      const ControlliEditor* controlli);
 
+/// The least and the greatest number that a field carries and gives back, as its editor shows it.
+struct LimitiCampo {
+    double Minimo = 0.0;
+    double Massimo = 0.0;
+};
+LimitiCampo Limiti(const CampoRecord& campo);
+
 /// The numbers that the byte or word of a field carries and gives back ("0 ... 255"); those of a
 /// threshold are divided by its factor.
 std::string Ammessi(const CampoRecord& campo);

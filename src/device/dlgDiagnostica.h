@@ -1,17 +1,18 @@
 #pragma once
 
-#include <QGroupBox>
 #include <QTimer>
 #include <array>
+#include <optional>
 
 #include "device/Diagnostica.h"
+#include "device/DisegnoLive.h"
 #include "widgets/Dialogo.h"
 #include "widgets/LegendaAllarmi.h"
 
 namespace lapvane {
 
 /// The live view: values, alarm lamps and raw analogue inputs, as fast as the link allows, to be
-/// read from some metres away.
+/// read from a metre away.
 class dlgDiagnostica : public Dialogo, private VistaDiagnostica {
     Q_OBJECT
  public:
@@ -29,21 +30,24 @@ class dlgDiagnostica : public Dialogo, private VistaDiagnostica {
     void Letto(GruppoLive gruppo, bool riuscito) override;
     bool Visibile() const override { return isVisible(); }
 
-    QWidget* CreaCampo(const CampoLive& campo);
     QWidget* CreaAllarmi();
     QWidget* CreaIngressi();
     void AggiornaTesti(Mnemonica& lettere) override;
+    void DiceDaQuando();
 
-    std::array<QLabel*, kCampiLive> txtValoreCampo_{};
-    std::array<QLabel*, kCampiLive> nomi_{};
-    std::array<QLabel*, kCampiLive> lblUM_{};
+    PannelloLive* pannello_;
+    CorniceLive* fraAllarmi_ = nullptr;
+    CorniceLive* fraIngressiAnalogici_ = nullptr;
     std::array<LampadaAllarme*, kAllarmiLive> shpAllarme_{};
     std::array<QLabel*, kAllarmiLive> lblNomeAllarme_{};
+    std::array<QLabel*, kAllarmiLive> lblDaQuanto_{};
+    std::array<std::optional<std::int64_t>, kAllarmiLive> acceso_{};  // ms, since when it is on
     std::array<QLabel*, kIngressiAnalogici> txtValoreAnalogico_{};
-    QGroupBox* fraIngressiAnalogici_ = nullptr;
-    QLabel* lblFermi_ = nullptr;
+    std::array<BarraIngresso*, kIngressiAnalogici> barre_{};
     std::array<QTimer, 2> eta_;  // of what each group shows
     std::array<bool, 2> letti_{};
+    std::array<std::int64_t, 2> ultima_{};  // ms, the last read of each
+    QTimer secondi_;                        // while one of them is old
     bool avviata_ = false;
     bool inCorso_ = false;
 };

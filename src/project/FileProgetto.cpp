@@ -118,6 +118,7 @@ void SalvaProgetto() {
     principale().TestoPannello(Pannello::Percorso, TestoDaPercorso(PercorsoProgetto));
     ProgettoModificato = false;
     progettoAperto().SenzaFile = false;
+    principale().Salvato();
 }
 
 bool LeggiValoriProgetto(std::string_view righe, ValoriFile& valori) {

@@ -23,22 +23,27 @@ struct TipoSensore {
     Voce Testo;
     std::string_view EtichettaX;
     std::string_view EtichettaY;
+    std::string_view UnitaY;  ///< empty: it has none
 };
 
 /// The eight types, in the order of the option buttons.
 inline constexpr std::array<TipoSensore, 8> kTipiSensore = {{
     {"TemperaturaOlio", 10, Voce::OpzioneTemperaturaOlio, "Bit",
      "Y (\xB0"
-     "C)"},
+     "C)",
+     "\xB0"
+     "C"},
     {"TemperaturaAcqua", 10, Voce::OpzioneTemperaturaAcqua, "Bit",
      "Y (\xB0"
-     "C)"},
-    {"Pressione", 1000, Voce::OpzionePressione, "Bit", "Y (bar)"},
-    {"PressioneTurbo", 1000, Voce::CanalePressioneTurbo, "mV", "Y (bar)"},
-    {"LivelloBenzina", 10, Voce::LivelloBenzina, "Bit", "Y"},
-    {"Altro", 1, Voce::OpzioneAltro, "Bit", "Y ( )"},
-    {"SensoreG", 1000, Voce::SensoreG, "mV", "G"},
-    {"SensoreLambda", 100, Voce::SondaLambda, "mV", "A/F"},
+     "C)",
+     "\xB0"
+     "C"},
+    {"Pressione", 1000, Voce::OpzionePressione, "Bit", "Y (bar)", "bar"},
+    {"PressioneTurbo", 1000, Voce::CanalePressioneTurbo, "mV", "Y (bar)", "bar"},
+    {"LivelloBenzina", 10, Voce::LivelloBenzina, "Bit", "Y", "l"},
+    {"Altro", 1, Voce::OpzioneAltro, "Bit", "Y ( )", ""},
+    {"SensoreG", 1000, Voce::SensoreG, "mV", "G", "G"},
+    {"SensoreLambda", 100, Voce::SondaLambda, "mV", "A/F", "A/F"},
 }};
 
 /// The type of that word; one that is none does not compile.

@@ -33,6 +33,7 @@ class PagineSetup {
     /// The page flags; all ten.
     void Salva(RecordProgetto& record) const;
 
+    int Numero() const { return ultima_; }  ///< of pages
     int Corrente() const { return corrente_; }
     bool Prima() const { return corrente_ == 1; }
     bool Ultima() const { return corrente_ == ultima_; }

@@ -1,6 +1,7 @@
 #include "sensors/SensoriEditor.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "sensors/CSensore.h"
@@ -17,6 +18,26 @@ constexpr std::array<std::pair<std::size_t, std::size_t>, 3> kCoppie = {{
     {kCanaleSG, kCanaleLambda},
     {kCanalePT, kCanaleLambda},
 }};
+constexpr std::array<std::pair<std::size_t, std::size_t>, 3> kCoppieAmmesse = {{
+    {kCanaleSG, kCanaleCambio},
+    {kCanaleCambio, kCanalePT},
+    {kCanaleCambio, kCanaleLambda},
+}};
+
+/// The first of the pairs whose channels are on and share an input.
+std::optional<std::pair<std::size_t, std::size_t>> Insieme(
+    std::span<const std::pair<std::size_t, std::size_t>> coppie, const ControlliEditor& controlli) {
+    for (const auto& [primo, secondo] : coppie) {
+        const CanaleSensore& a = kCanaliSensore[primo];
+        const CanaleSensore& b = kCanaliSensore[secondo];
+        // An input's list is enabled exactly when its channel is on.
+        if (controlli.Spunta(a.chkAbil) && controlli.Spunta(b.chkAbil) &&
+            controlli.Testo(a.cboChann) == controlli.Testo(b.cboChann)) {
+            return std::pair{primo, secondo};
+        }
+    }
+    return std::nullopt;
+}
 
 std::int16_t Scelta(const ControlliEditor& controlli, std::string_view lista) {
     return static_cast<std::int16_t>(std::max(controlli.Indice(lista), 0));
@@ -69,16 +90,12 @@ std::optional<std::size_t> CanaleSenzaNome(const ControlliEditor& controlli) {
 
 std::optional<std::pair<std::size_t, std::size_t>> CanaliInConflitto(
     const ControlliEditor& controlli) {
-    for (const auto& [primo, secondo] : kCoppie) {
-        const CanaleSensore& a = kCanaliSensore[primo];
-        const CanaleSensore& b = kCanaliSensore[secondo];
-        // An input's list is enabled exactly when its channel is on.
-        if (controlli.Spunta(a.chkAbil) && controlli.Spunta(b.chkAbil) &&
-            controlli.Testo(a.cboChann) == controlli.Testo(b.cboChann)) {
-            return std::pair{primo, secondo};
-        }
-    }
-    return std::nullopt;
+    return Insieme(kCoppie, controlli);
+}
+
+std::optional<std::pair<std::size_t, std::size_t>> CanaliInsieme(const ControlliEditor& controlli) {
+    const auto vietata = CanaliInConflitto(controlli);
+    return vietata ? vietata : Insieme(kCoppieAmmesse, controlli);
 }
 
 std::optional<std::int16_t> LeggiNumero(const NumeroSensori& numero, std::string_view testo) {

@@ -38,6 +38,10 @@ std::optional<std::size_t> CanaleSenzaNome(const ControlliEditor& controlli);
 std::optional<std::pair<std::size_t, std::size_t>> CanaliInConflitto(
     const ControlliEditor& controlli);
 
+/// The first pair of channels that are on and share an analogue input, whether or not they may:
+/// those that may not come first.
+std::optional<std::pair<std::size_t, std::size_t>> CanaliInsieme(const ControlliEditor& controlli);
+
 /// A number box's text as it is stored; empty if that is no number of 16 bits.
 std::optional<std::int16_t> LeggiNumero(const NumeroSensori& numero, std::string_view testo);
 

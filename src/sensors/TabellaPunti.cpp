@@ -1,6 +1,8 @@
 #include "sensors/TabellaPunti.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 #include "sensors/Curve.h"
@@ -113,6 +115,28 @@ void TabellaPunti::MostraCurva(int fattore) {
         In(i).Caselle = In(i).SpuntaAttiva = true;
         Spunta(i, true);
     }
+}
+
+std::pair<int, int> TabellaPunti::Insieme(int i) const {
+    const auto stesso = [this, i](int n) { return X(n) == X(i) && Y(n) == Y(i); };
+    int primo = i, ultimo = i;
+    while (primo > 0 && stesso(primo - 1)) --primo;
+    while (ultimo + 1 < numPuntiTabella_ && stesso(ultimo + 1)) ++ultimo;
+    return {primo, ultimo};
+}
+
+double TabellaPunti::XPossibile(int primo, int ultimo, double x, bool cala) const {
+    const bool inizio = primo == 0, fine = ultimo + 1 >= numPuntiTabella_;
+    double minimo = std::min(0.0, CalcolaLimiti().XMin);
+    double massimo = std::numeric_limits<std::int16_t>::max();
+    if (!inizio && !fine) {
+        minimo = std::min(X(primo - 1), X(ultimo + 1));
+        massimo = std::max(X(primo - 1), X(ultimo + 1));
+    } else if (!cala) {
+        if (!inizio) minimo = X(primo - 1);
+        if (!fine) massimo = X(ultimo + 1);
+    }
+    return std::clamp(std::round(x), minimo, std::max(minimo, massimo));
 }
 
 LimitiCurva TabellaPunti::CalcolaLimiti() const {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "sensors/CSensore.h"
@@ -64,6 +65,13 @@ class TabellaPunti {
 
     /// Whether X of a row does not fall behind the row above.
     bool Crescente(int i) const { return i < 1 || X(i - 1) <= X(i); }
+    /// The first and the last of the rows about `i` that stand at one point with it: the tail of a
+    /// saved curve moves as one.
+    std::pair<int, int> Insieme(int i) const;
+    /// The X nearest to `x` that those rows can move to: between their neighbours, and where none
+    /// is as far as the input goes (0 at least, or the curve's own least). With `cala` the ends may
+    /// go either way.
+    double XPossibile(int primo, int ultimo, double x, bool cala) const;
     LimitiCurva CalcolaLimiti() const;
     /// Whether the ticks have asked for a new drawing since the last call.
     bool DaDisegnare();

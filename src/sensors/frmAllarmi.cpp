@@ -115,7 +115,7 @@ QLabel* frmAllarmi::Unita(UnitaSoglia unita) {
 QGroupBox* frmAllarmi::CreaAllarmi() {
     fraAllarmi_ = Cornice(Corpo(), "fraAllarmi");
     auto* griglia = new QGridLayout(fraAllarmi_);
-    griglia->setColumnStretch(0, 1);
+    griglia->setColumnStretch(3, 1);
     for (std::size_t i = 0; i < kSoglie.size(); ++i) {
         const SogliaAllarme& soglia = kSoglie[i];
         const int riga = static_cast<int>(i);
@@ -126,9 +126,13 @@ QGroupBox* frmAllarmi::CreaAllarmi() {
         casella->setAlignment(Qt::AlignRight);
         casella->setFixedWidth(casella->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 11);
         casella->PersoFuoco = [casella, &soglia] {
-            casella->setText(InQt(SistemaSoglia(soglia, DaQt(casella->text()))));
+            Riscrivi(*casella, InQt(SistemaSoglia(soglia, DaQt(casella->text()))));
         };
+        Sorveglia(casella, PrefissoNumerico(soglia.Massimo));
         soglie_[i] = casella;
+        // What a tick switches is out of range only while it is on.
+        connect(spunte_[i], &QCheckBox::toggled, this,
+                [this] { Protetto([this] { Avvisi().Controlla(); }); });
         griglia->addWidget(spunte_[i], riga, 0);
         griglia->addWidget(casella, riga, 1);
         if (QLabel* unita = Unita(soglia.Unita)) griglia->addWidget(unita, riga, 2);
@@ -181,7 +185,7 @@ QGroupBox* frmAllarmi::CreaLed() {
 QGroupBox* frmAllarmi::CreaLinee() {
     QGroupBox* cornice = Cornice(Corpo(), "fraLinee");
     auto* griglia = new QGridLayout(cornice);
-    griglia->setColumnStretch(0, 1);
+    griglia->setColumnStretch(1, 1);
     int riga = 0;
     for (const std::size_t numero : {kIngresso, kUscita}) {
         const Funzione& funzione = CreaFunzione(cornice, numero);
@@ -202,6 +206,7 @@ QGroupBox* frmAllarmi::CreaShiftLight() {
         txtLed_[i] = new CasellaNumerica(fraShiftLight_);
         txtLed_[i]->setObjectName(InQt(kShiftLight[i].Casella));
         txtLed_[i]->setAlignment(Qt::AlignHCenter);
+        Sorveglia(txtLed_[i]);
         txtLed_[i]->setMinimumWidth(
             txtLed_[i]->fontMetrics().horizontalAdvance(QStringLiteral("-32768")) + 16);
         lblLedShift_[i] =

@@ -101,6 +101,7 @@ QLineEdit* frmConfigurazione::Casella(QWidget* dove, std::size_t numero) {
     casella->setFixedWidth(casella->fontMetrics().horizontalAdvance(QStringLiteral("-2147483648")) +
                            16);
     caselle_[numero] = casella;
+    Sorveglia(casella);
     return casella;
 }
 
@@ -176,6 +177,8 @@ QGroupBox* frmConfigurazione::CreaPagine() {
         connect(nuovo, &QPushButton::clicked, this, gestore);
         return nuovo;
     };
+    striscia_ = new StrisciaPagine(fraPagine_);
+    striscia_->EventoPagina = [this](int pagina) { VaiAllaPagina(pagina); };
     auto* posto = new QWidget(fraPagine_);
     posto->setFixedSize(ImmaginePagina::kGrande);
     imgPagina_ = new ImmaginePagina(posto);
@@ -214,6 +217,7 @@ QGroupBox* frmConfigurazione::CreaPagine() {
     TieniPosto(cmdScegliImmagine_);
 
     auto* colonna = new QVBoxLayout(fraPagine_);
+    colonna->addWidget(striscia_);
     colonna->addWidget(posto, 0, Qt::AlignHCenter);
     colonna->addLayout(giro);
     colonna->addWidget(chkAbilitaPagina_);
@@ -223,8 +227,7 @@ QGroupBox* frmConfigurazione::CreaPagine() {
 
 QGroupBox* frmConfigurazione::CreaCronometro() {
     fraCronometro_ = Cornice(Corpo(), "fraCronometro");
-    auto* tempi = new QGridLayout;
-    tempi->setColumnStretch(0, 1);
+    auto* tempi = new QHBoxLayout;
     const char* const nomi[] = {"lblTempoMsgGiro", "lblTempoVisGiro"};
     for (int riga = 0; riga < 2; ++riga) {
         const std::size_t numero = kMsgGiro + static_cast<std::size_t>(riga);
@@ -232,9 +235,10 @@ QGroupBox* frmConfigurazione::CreaCronometro() {
         etichetteCaselle_[numero] = Etichetta(fraCronometro_, nomi[riga], casella);
         QLabel* unita = Etichetta(fraCronometro_, riga == 0 ? "lblUnitaMsg" : "lblUnitaVis");
         unita->setText(QStringLiteral("s"));
-        tempi->addWidget(etichetteCaselle_[numero], riga, 0);
-        tempi->addWidget(casella, riga, 1);
-        tempi->addWidget(unita, riga, 2);
+        if (riga > 0) tempi->addStretch(1);
+        tempi->addWidget(etichetteCaselle_[numero]);
+        tempi->addWidget(casella);
+        tempi->addWidget(unita);
     }
     auto* settori = new QGridLayout;
     for (int i = 0; i < 5; ++i) {
@@ -295,10 +299,22 @@ void frmConfigurazione::CaricaImmagini() {
     }
 }
 
+/// The picture of a page; a project may have one page more than there are pictures.
+QImage frmConfigurazione::Immagine(int pagina) const {
+    const auto posto = static_cast<std::size_t>(pagina - 1);
+    return posto < ImageList1_.size() ? ImageList1_[posto] : QImage();
+}
+
 void frmConfigurazione::MostraImmagine() {
-    const auto posto = static_cast<std::size_t>(pagine_.Corrente() - 1);
-    imgPagina_->Mostra(posto < ImageList1_.size() ? ImageList1_[posto] : QImage(),
-                       InQt(Testo(Voce::ImmagineNonDisponibile)));
+    imgPagina_->Mostra(Immagine(pagine_.Corrente()), InQt(Testo(Voce::ImmagineNonDisponibile)));
+}
+
+void frmConfigurazione::AggiornaStriscia() {
+    striscia_->Pagine(pagine_.Numero());
+    for (int n = 1; n <= pagine_.Numero(); ++n)
+        striscia_->Mostra(n, Immagine(n), pagine_.Abilitata(n - 1));
+    striscia_->Corrente(pagine_.Corrente());
+    striscia_->setAccessibleName(InQt(Testo(Voce::Pagina) + pagine_.Conteggio()));
 }
 
 void frmConfigurazione::AggiornaPagina() {
@@ -322,6 +338,13 @@ void frmConfigurazione::AggiornaPagina() {
     const QSignalBlocker muto(chkAbilitaPagina_);
     chkAbilitaPagina_->setChecked(accesa);
     imgPagina_->Grande(accesa);
+    AggiornaStriscia();
+}
+
+/// As many steps of the two buttons as it takes.
+void frmConfigurazione::VaiAllaPagina(int pagina) {
+    while (pagine_.Corrente() < pagina && !pagine_.Ultima()) VaiA(true);
+    while (pagine_.Corrente() > pagina && !pagine_.Prima()) VaiA(false);
 }
 
 void frmConfigurazione::VaiA(bool avanti) {
@@ -351,6 +374,7 @@ void frmConfigurazione::cmdScegliImmagine_Click() {
     const auto posto = static_cast<std::size_t>(pagine_.Corrente() - 1);
     if (posto < ImageList1_.size()) ImageList1_[posto] = immagine;
     MostraImmagine();
+    AggiornaStriscia();
     // Kept: a file that is no picture is refused without a word; the page's picture is gone until
     // the editor opens again, and the project keeps the path that it had.
     if (immagine.isNull()) return;

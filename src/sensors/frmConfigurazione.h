@@ -10,6 +10,7 @@
 #include "sensors/Configurazione.h"
 #include "sensors/frmEditor.h"
 #include "widgets/ImmaginePagina.h"
+#include "widgets/StrisciaPagine.h"
 
 namespace lapvane {
 
@@ -37,8 +38,11 @@ class frmConfigurazione : public frmEditor {
 
     void CaricaImmagini();
     void AggiornaPagina();
+    QImage Immagine(int pagina) const;
     void MostraImmagine();
+    void AggiornaStriscia();
     void VaiA(bool avanti);
+    void VaiAllaPagina(int pagina);
     void chkAbilitaPagina_Click();
     void cmdScegliImmagine_Click();
 
@@ -54,6 +58,7 @@ class frmConfigurazione : public frmEditor {
     QCheckBox* chkAbilRecLAP_ = nullptr;
     QLabel* lblUnitaRecVel_ = nullptr;
     QGroupBox* fraPagine_ = nullptr;
+    StrisciaPagine* striscia_ = nullptr;
     ImmaginePagina* imgPagina_ = nullptr;
     QLabel* lblPagina_ = nullptr;
     QLabel* lblCurrPagina_ = nullptr;

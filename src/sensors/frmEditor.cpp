@@ -9,6 +9,7 @@
 #include "platform/Platform.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
 #include "shell/StatoShell.h"
 #include "widgets/CasellaNumerica.h"
 
@@ -60,6 +61,7 @@ void frmEditor::Completa(std::unique_ptr<ControlliEditor> controlli) {
     for (QComboBox* lista : findChildren<QComboBox*>()) SenzaRotella(lista);
     AbilitaStrumento(StrumentoPresente);
     Testi();
+    Avvisi().Controlla();
 }
 
 void frmEditor::AbilitaStrumento(bool presente) {
@@ -121,6 +123,18 @@ bool frmEditor::PuoInviare(const ScambioEditor& scambio) {
 void frmEditor::VaiAllaCasella(QLineEdit& casella) {
     Vai(&casella);
     casella.selectAll();
+}
+
+void frmEditor::Sorveglia(QLineEdit* casella, std::optional<double> massimo) {
+    const CampoRecord* campo = CampoDi(DaQt(casella->objectName()));
+    if (campo == nullptr) return;
+    const LimitiCampo limiti = Limiti(*campo);
+    LimitiNumero numero{limiti.Minimo, limiti.Massimo, Ammessi(*campo)};
+    if (massimo && *massimo < limiti.Massimo) {
+        numero.Massimo = *massimo;
+        numero.Testo = TestoNumero(limiti.Minimo) + " ... " + TestoNumero(*massimo);
+    }
+    Avvisi().Sorveglia(casella, numero);
 }
 
 void frmEditor::Programma(const ScambioEditor& scambio) {

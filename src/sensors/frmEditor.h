@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "device/TabelleRecord.h"
@@ -60,6 +61,9 @@ class frmEditor : public frmScambio {
     virtual void Vai(QWidget* controllo) { controllo->setFocus(); }
     /// The same with a box's whole text selected.
     void VaiAllaCasella(QLineEdit& casella);
+    /// The line beside the buttons watches a box for the numbers that its field of the record
+    /// carries, `massimo` at most.
+    void Sorveglia(QLineEdit* casella, std::optional<double> massimo = {});
     void Programma(const ScambioEditor& scambio);
     void Leggi(const ScambioEditor& scambio);
 

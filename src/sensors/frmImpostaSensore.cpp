@@ -6,6 +6,9 @@
 #include <QSignalBlocker>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <limits>
+#include <vector>
 
 #include "device/RecordStrumento.h"
 #include "platform/Platform.h"
@@ -13,6 +16,7 @@
 #include "sensors/Curve.h"
 #include "sensors/dlgCalibrazione.h"
 #include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
@@ -41,17 +45,12 @@ QPalette Grigia() {
 }  // namespace
 
 frmImpostaSensore::frmImpostaSensore(QWidget* parent) : frmScambio("frmImpostaSensore", parent) {
-    GraficoSensore_ = new GraficoWidget(Corpo());
-    GraficoSensore_->setObjectName(QStringLiteral("GraficoSensore"));
-    GraficoSensore_->setFocusPolicy(Qt::NoFocus);
-    GraficoSensore_->MostraPunti(true);
-
     auto* sinistra = new QVBoxLayout;
     auto* sopra = new QHBoxLayout;
     sopra->addWidget(CreaLibreria(), 1);
     sopra->addWidget(CreaStrumento());
     sinistra->addLayout(sopra);
-    sinistra->addWidget(GraficoSensore_, 1);
+    sinistra->addLayout(CreaGrafico(), 1);
     QGroupBox* tabella = CreaTabella();
     sinistra->addLayout(CreaSalvataggio());
     auto* parti = new QHBoxLayout(Corpo());
@@ -69,6 +68,44 @@ frmImpostaSensore::frmImpostaSensore(QWidget* parent) : frmScambio("frmImpostaSe
 
     Form_Load();
     Testi();
+}
+
+/// The graph with the names of its axes beside it: it has none of its own.
+QLayout* frmImpostaSensore::CreaGrafico() {
+    GraficoSensore_ = new DisegnoCurva(Corpo());
+    GraficoSensore_->setObjectName(QStringLiteral("GraficoSensore"));
+    GraficoSensore_->setFocusPolicy(Qt::NoFocus);
+    GraficoSensore_->MostraPunti(true);
+    GraficoSensore_->EventoPreso = [this](int i) {
+        if (!Lascia()) return false;
+        txtY_[static_cast<std::size_t>(i)]->setFocus(Qt::OtherFocusReason);
+        return true;
+    };
+    GraficoSensore_->EventoSpostato = [this](int i, const QPointF& dove) { Sposta(i, dove); };
+    GraficoSensore_->EventoLasciato = [this] { cmdDisegnaCurva_Click(); };
+    GraficoSensore_->Scritta = [this](int i) {
+        const RigaPunto& riga = tabella_.Riga(i);
+        return InQt(TestoNumero(i + 1) + ": " + riga.X + " " + std::string(Tipo().EtichettaX) +
+                    ", " + riga.Y + " " + std::string(Tipo().UnitaY))
+            .trimmed();
+    };
+    lblAsseY_ = Etichetta(Corpo(), "lblAsseY");
+    lblAsseX_ = Etichetta(Corpo(), "lblAsseX");
+    lblCurva_ = Etichetta(Corpo(), "lblCurva");
+    lblCurva_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    for (QLabel* etichetta : {lblAsseX_, lblAsseY_, lblCurva_}) {
+        etichetta->setTextFormat(Qt::PlainText);
+        etichetta->setFont(Carattere(*this, Scrittura::Piccola));
+    }
+    auto* sotto = new QHBoxLayout;
+    sotto->addWidget(lblCurva_, 1);
+    sotto->addWidget(lblAsseX_);
+    auto* colonna = new QVBoxLayout;
+    colonna->setSpacing(kGriglia);
+    colonna->addWidget(lblAsseY_);
+    colonna->addWidget(GraficoSensore_, 1);
+    colonna->addLayout(sotto);
+    return colonna;
 }
 
 QPushButton* frmImpostaSensore::Pulsante(QWidget* dove, const char* nome,
@@ -93,7 +130,7 @@ QComboBox* frmImpostaSensore::Lista(QWidget* dove, const char* nome,
     lista->setCompleter(nullptr);
     SenzaRotella(lista);
     lista->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    lista->setMinimumContentsLength(22);
+    lista->setMinimumContentsLength(16);
     connect(lista, &QComboBox::activated, this,
             [this, gestore] { Protetto([this, gestore] { (this->*gestore)(); }); });
     connect(lista->lineEdit(), &QLineEdit::textEdited, this, [this, lista, gestore] {
@@ -164,21 +201,31 @@ void frmImpostaSensore::CreaRiga(std::size_t i) {
     Check1_[i]->setObjectName(QStringLiteral("Check1%1").arg(n));
     connect(Check1_[i], &QCheckBox::clicked, this,
             [this, n] { Protetto([this, n] { Check1_Click(n); }); });
-    const auto casella = [&](const char* nome, void (TabellaPunti::*scrive)(int, std::string_view),
-                             void (frmImpostaSensore::*perso)(int)) {
-        auto* nuova = new CasellaNumerica(fraTabella_);
-        nuova->setObjectName(QString::fromLatin1(nome) + QString::number(n));
-        nuova->setAlignment(Qt::AlignRight);
-        nuova->setFixedWidth(nuova->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 11);
-        nuova->setEnabled(false);
-        nuova->setPalette(Grigia());
-        nuova->PersoFuoco = [this, n, perso] { (this->*perso)(n); };
-        connect(nuova, &QLineEdit::textChanged, this,
-                [this, n, scrive](const QString& testo) { (tabella_.*scrive)(n, DaQt(testo)); });
-        return nuova;
-    };
-    txtX_[i] = casella("txtX", &TabellaPunti::X, &frmImpostaSensore::txtX_LostFocus);
-    txtY_[i] = casella("txtY", &TabellaPunti::Y, &frmImpostaSensore::txtY_LostFocus);
+    txtX_[i] = CreaCasella("txtX", n, &TabellaPunti::X);
+    txtY_[i] = CreaCasella("txtY", n, &TabellaPunti::Y);
+    txtX_[i]->PersoFuoco = [this, n] { txtX_LostFocus(n); };
+    txtY_[i]->PersoFuoco = [this, n] { txtY_LostFocus(n); };
+    Avvisi().Sorveglia(txtX_[i], [this, n] { return LimitiX(n); });
+    Avvisi().Sorveglia(txtY_[i], [this] { return LimitiY(); });
+}
+
+CasellaNumerica* frmImpostaSensore::CreaCasella(const char* nome, int n,
+                                                void (TabellaPunti::*scrive)(int,
+                                                                             std::string_view)) {
+    auto* nuova = new CasellaNumerica(fraTabella_);
+    nuova->setObjectName(QString::fromLatin1(nome) + QString::number(n));
+    nuova->setAlignment(Qt::AlignRight);
+    nuova->setFixedWidth(nuova->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 9);
+    nuova->setEnabled(false);
+    nuova->setPalette(Grigia());
+    connect(nuova, &QLineEdit::textChanged, this, [this, n, scrive](const QString& testo) {
+        Protetto([&] {
+            (tabella_.*scrive)(n, DaQt(testo));
+            // The curve follows each key.
+            if (n < tabella_.NumPuntiTabella()) cmdDisegnaCurva_Click();
+        });
+    });
+    return nuova;
 }
 
 QGroupBox* frmImpostaSensore::CreaTabella() {
@@ -240,6 +287,21 @@ void frmImpostaSensore::AggiornaTesti(Mnemonica& lettere) {
     for (std::size_t i = 0; i < opzioni_.size(); ++i) {
         opzioni_[i]->setText(con(kTipiSensore[i].Testo));
     }
+    DiceCurva();
+}
+
+/// What stands around the graph.
+void frmImpostaSensore::DiceCurva() {
+    const TipoSensore& tipo = Tipo();
+    const std::string unita = tipo.UnitaY.empty() ? "" : " [" + std::string(tipo.UnitaY) + "]";
+    lblAsseY_->setText(InQt(Testo(tipo.Testo) + unita));
+    lblAsseX_->setText(InQt(Testo(Voce::AsseIngresso)).arg(InQt(tipo.EtichettaX)));
+    QString curva = InQt(Testo(Voce::TrascinaPunti));
+    if (daLibreria_ && GraficoSensore_->DietroSiVede()) {
+        curva = InQt(Testo(Voce::CurvaLibreria)).arg(InQt(daLibreria_->Nome())) +
+                QStringLiteral(". ") + curva;
+    }
+    lblCurva_->setText(tabella_.NumPuntiTabella() > 0 ? curva : QString());
 }
 
 void frmImpostaSensore::done(int esito) {
@@ -287,7 +349,12 @@ void frmImpostaSensore::Mostra() {
     for (std::size_t i = 0; i < Check1_.size(); ++i) {
         const RigaPunto& riga = tabella_.Riga(static_cast<int>(i));
         const auto mostra = [this, &riga](CasellaNumerica* casella, const std::string& testo) {
-            if (DaQt(casella->text()) != testo) casella->setText(InQt(testo));
+            // A number that was only put in order can be undone like any other typing.
+            if (casella->hasFocus() || casella == riscritta_) {
+                Riscrivi(*casella, InQt(testo));
+            } else if (DaQt(casella->text()) != testo) {
+                casella->setText(InQt(testo));
+            }
             if (casella->isEnabledTo(fraTabella_) == riga.Caselle) return;
             casella->setEnabled(riga.Caselle);
             casella->setPalette(riga.Caselle ? QPalette() : Grigia());
@@ -298,9 +365,11 @@ void frmImpostaSensore::Mostra() {
         Check1_[i]->setEnabled(riga.SpuntaAttiva);
     }
     if (tabella_.DaDisegnare()) cmdDisegnaCurva_Click();
+    DiceCurva();
 }
 
 void frmImpostaSensore::Svuota() {
+    daLibreria_.reset();
     tabella_.SvuotaTabella();
     Mostra();
 }
@@ -333,9 +402,11 @@ void frmImpostaSensore::cboListaSensori_Click() {
     // Kept: a letter typed into the list chooses nothing and so begins a new sensor.
     if (cboListaSensori_->currentIndex() < 0) return cmdNuovoSensore_Click();
     tabella_.SvuotaTabella();
+    daLibreria_.reset();
     if (const CSensore* sensore = CercaSensore(DaQt(cboListaSensori_->currentText()))) {
         txtNomeNuovo_->setText(InQt(sensore->Nome()));
         tabella_.MostraSensore(*sensore, TipoCorrente_);
+        daLibreria_ = *sensore;
         Titolo(sensore->Nome());
     }
     Mostra();
@@ -357,6 +428,7 @@ void frmImpostaSensore::cboTipiSensore_Click() {
 
 void frmImpostaSensore::cmdNuovoSensore_Click() {
     tabella_.NuovoSensore();
+    daLibreria_.reset();
     Mostra();
     Titolo(Testo(Voce::Nuovo));
     const QSignalBlocker muta(cboListaSensori_);
@@ -376,7 +448,7 @@ void frmImpostaSensore::Check1_Click(int i) {
 
 void frmImpostaSensore::txtX_LostFocus(int i) {
     // A fuel level may fall.
-    if (TipoCorrente_ == kBenzina || tabella_.Crescente(i)) return cmdDisegnaCurva_Click();
+    if (Cala() || tabella_.Crescente(i)) return cmdDisegnaCurva_Click();
     tabella_.X(i, "");
     tabella_.Spunta(i, false);
     Mostra();
@@ -388,8 +460,45 @@ void frmImpostaSensore::txtX_LostFocus(int i) {
 void frmImpostaSensore::txtY_LostFocus(int i) {
     std::string testo = VirgolaInPunto(tabella_.Riga(i).Y);
     tabella_.Y(i, FormattaDecimali(testo, FattoreSensore(TipoCorrente_)));
+    riscritta_ = txtY_[static_cast<std::size_t>(i)];
     Mostra();
+    riscritta_ = nullptr;
     cmdDisegnaCurva_Click();
+}
+
+bool frmImpostaSensore::Cala() const {
+    return TipoCorrente_ == kBenzina;
+}
+
+LimitiNumero frmImpostaSensore::LimitiX(int i) const {
+    constexpr auto kPieno = std::numeric_limits<std::int16_t>::max();
+    const bool cresce = i > 0 && !Cala();
+    const double minimo = cresce ? tabella_.X(i - 1) : -kPieno - 1;
+    return {minimo, kPieno, TestoNumero(minimo) + " ... " + TestoNumero(kPieno)};
+}
+
+/// What the word of the instrument carries, in the unit of the sensor.
+LimitiNumero frmImpostaSensore::LimitiY() const {
+    const double massimo = double(std::numeric_limits<std::int16_t>::max()) / Tipo().Fattore;
+    return {-massimo, massimo, TestoNumero(-massimo) + " ... " + TestoNumero(massimo)};
+}
+
+/// A drag of point `i`: what is written is what could be typed, with the decimals of the sensor.
+void frmImpostaSensore::Sposta(int i, const QPointF& dove) {
+    const auto [primo, ultimo] = tabella_.Insieme(i);
+    const double x = tabella_.XPossibile(primo, ultimo, dove.x(), Cala());
+    const double massimo = LimitiY().Massimo;
+    const int fattore = Tipo().Fattore;
+    const char* const figura = fattore == 1000  ? "0.000"
+                               : fattore == 100 ? "0.00"
+                               : fattore == 10  ? "0.0"
+                                                : "0";
+    const std::string y = Formatta(std::clamp(dove.y(), -massimo, massimo), figura);
+    for (int n = primo; n <= ultimo; ++n) {
+        const auto posto = static_cast<std::size_t>(n);
+        Riscrivi(*txtX_[posto], InQt(TestoNumero(x)));
+        Riscrivi(*txtY_[posto], InQt(y));
+    }
 }
 
 /// The message waits until the click that moved the focus has ended: a box inside a mouse press
@@ -432,18 +541,35 @@ void frmImpostaSensore::cmdDisegnaCurva_Click() {
     grafico.ColoreSfondo(kBianco);
     grafico.PulisciGrafico();
     const LimitiCurva limiti = tabella_.CalcolaLimiti();
-    grafico.ImpostaIntervallo(limiti.XMin, limiti.XMax, limiti.YMin, limiti.YMax, 0);
+    if (!GraficoSensore_->Trascina())
+        grafico.ImpostaIntervallo(limiti.XMin, limiti.XMax, limiti.YMin, limiti.YMax, 0);
+    DisegnaLibreria();
     grafico.ColoreElemento(kRosso);
     grafico.SpessoreElemento(2);
+    std::vector<QPointF> punti;
     for (int i = 0; i < tabella_.NumPuntiTabella(); ++i) {
         grafico.AggiungiPunto(tabella_.X(i), tabella_.Y(i));
+        punti.emplace_back(tabella_.X(i), tabella_.Y(i));
     }
+    GraficoSensore_->Maniglie(std::move(punti));
+    DiceCurva();
+}
+
+/// The sensor as the library has it, behind the one that is edited.
+void frmImpostaSensore::DisegnaLibreria() {
+    std::vector<QPointF> punti;
+    if (!daLibreria_) return GraficoSensore_->Dietro(std::move(punti));
+    for (int i = 0; i < std::min<int>(daLibreria_->NumPunti(), TabellaPunti::kRighe); ++i) {
+        punti.emplace_back(daLibreria_->X(i), daLibreria_->Y(i));
+    }
+    GraficoSensore_->Dietro(std::move(punti));
 }
 
 void frmImpostaSensore::cmdSalvaSensore_Click() {
     if (SalvaSensore(TipoCorrente_, txtNomeNuovo_->text().toStdString(), tabella_,
                      DaQt(windowTitle()))) {
         Opzione_Click();
+        Avvisi().Salvato();
     }
 }
 

@@ -9,13 +9,14 @@
 #include <QRadioButton>
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 
+#include "sensors/DisegnoCurva.h"
 #include "sensors/ImpostaSensore.h"
 #include "sensors/TabellaPunti.h"
 #include "sensors/frmScambio.h"
 #include "widgets/CasellaNumerica.h"
-#include "widgets/GraficoWidget.h"
 
 namespace lapvane {
 
@@ -36,8 +37,11 @@ class frmImpostaSensore : public frmScambio {
     QGroupBox* CreaLibreria();
     QGroupBox* CreaStrumento();
     QGroupBox* CreaTabella();
+    QLayout* CreaGrafico();
     QLayout* CreaSalvataggio();
     void CreaRiga(std::size_t i);
+    CasellaNumerica* CreaCasella(const char* nome, int n,
+                                 void (TabellaPunti::*scrive)(int, std::string_view));
     void AggiornaTesti(Mnemonica& lettere) override;
 
     void RiempiTipiSensore();
@@ -59,6 +63,12 @@ class frmImpostaSensore : public frmScambio {
     void Mostra();
     void Svuota();
     bool Lascia();
+    bool Cala() const;
+    LimitiNumero LimitiX(int i) const;
+    LimitiNumero LimitiY() const;
+    void DisegnaLibreria();
+    void DiceCurva();
+    void Sposta(int i, const QPointF& dove);
     void AvvisaCrescente();
     void MostraAvviso();
 
@@ -67,6 +77,7 @@ class frmImpostaSensore : public frmScambio {
     std::string titolo_;          // of a sensor loaded or new; empty: the window's own
     std::size_t rigaAvviso_ = 0;  // row that the rising rule has refused
     bool avviso_ = false;
+    const QWidget* riscritta_ = nullptr;  // the box that was just put in order
 
     QGroupBox* fraLibreriaSensori_ = nullptr;
     QGroupBox* fraTabella_ = nullptr;
@@ -85,7 +96,11 @@ class frmImpostaSensore : public frmScambio {
     std::array<CasellaNumerica*, TabellaPunti::kRighe> txtX_{};
     std::array<CasellaNumerica*, TabellaPunti::kRighe> txtY_{};
     QPushButton* cmdDisegnaCurva_ = nullptr;
-    GraficoWidget* GraficoSensore_ = nullptr;
+    DisegnoCurva* GraficoSensore_ = nullptr;
+    QLabel* lblAsseX_ = nullptr;
+    QLabel* lblAsseY_ = nullptr;
+    QLabel* lblCurva_ = nullptr;
+    std::optional<CSensore> daLibreria_;  // the sensor that the table began with
     QLabel* lblNomeNuovo_ = nullptr;
     QLineEdit* txtNomeNuovo_ = nullptr;
     QPushButton* cmdSalvaSensore_ = nullptr;

@@ -1,5 +1,6 @@
 #include "sensors/frmScambio.h"
 
+#include <QGridLayout>
 #include <utility>
 
 #include "device/SerialComm.h"
@@ -13,7 +14,7 @@
 namespace lapvane {
 
 frmScambio::frmScambio(const char* nome, QWidget* parent)
-    : Dialogo(nome, parent), nome_(nome), corpo_(new QWidget(this)) {
+    : Dialogo(nome, parent), nome_(nome), corpo_(new QWidget(this)), avvisi_(new RigaAvvisi(this)) {
     ImpostaFormAttiva(this);
 }
 
@@ -37,15 +38,21 @@ void frmScambio::Comandato(const QObject* chi, std::function<void()> azione) {
     });
 }
 
-QLabel* frmScambio::CreaProgresso() {
+QWidget* frmScambio::CreaProgresso() {
+    auto* posto = new QWidget(this);
+    auto* griglia = new QGridLayout(posto);
+    griglia->setContentsMargins(0, 0, 0, 0);
     lblProgresso_ = Etichetta(this, "lblProgresso");
     lblProgresso_->setTextFormat(Qt::PlainText);
     lblProgresso_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    return lblProgresso_;
+    griglia->addWidget(avvisi_, 0, 0);
+    griglia->addWidget(lblProgresso_, 0, 0);
+    return posto;
 }
 
 void frmScambio::Progresso(const std::string& testo) {
     if (lblProgresso_ == nullptr) return;
+    avvisi_->setVisible(testo.empty());
     lblProgresso_->setText(InQt(testo));
     principale().TestoPannello(Pannello::Progresso, testo);
 }

@@ -10,6 +10,7 @@
 #include "shell/Editor.h"
 #include "shell/Voci.h"
 #include "widgets/Dialogo.h"
+#include "widgets/RigaAvvisi.h"
 
 namespace lapvane {
 
@@ -67,13 +68,16 @@ class frmScambio : public Dialogo, public Editor {
     void Comandato(const QObject* chi, std::function<void()> azione);
     /// The line that says how an exchange goes: on a small screen the window covers the status bar.
     /// It takes what room its row has left.
-    QLabel* CreaProgresso();
+    QWidget* CreaProgresso();
+    /// The line that shares its place: what there is to say while nothing is exchanged.
+    RigaAvvisi& Avvisi() { return *avvisi_; }
     /// Shows a text there and in the status bar; nothing without the line.
     void Progresso(const std::string& testo);
 
  private:
     std::string nome_;
     QWidget* corpo_ = nullptr;
+    RigaAvvisi* avvisi_;
     QLabel* lblProgresso_ = nullptr;
     bool inCorso_ = false;
 };

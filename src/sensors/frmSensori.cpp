@@ -15,6 +15,7 @@
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
 #include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
 #include "shell/TabelleNomi.h"
@@ -32,6 +33,9 @@ constexpr Voce kTestoIngresso = Voce::IngressoAnalogico;
 constexpr Voce kTestoErrore = Voce::ErroreDiComunicazione;
 constexpr Voce kTestoConflitto = Voce::StessoIngresso;
 constexpr int kCaratteriNome = 20;
+constexpr int kCifreNumero = 9;  // width of a number box in digits
+/// What the captions of the wheel's boxes say; the boxes take more.
+constexpr int kMassimoImpulsi = 99, kMassimoDiametro = 9999;
 constexpr std::array<Voce, 3> kTestiPulsanti = {Voce::ProgrammaDaFinestra, Voce::LeggiDaFinestra,
                                                 Voce::Annulla};  // in the order of the base
 
@@ -128,6 +132,7 @@ frmSensori::frmSensori(QWidget* parent) : frmEditor("frmSensori", parent) {
     campi_ = controlli.get();
     MostraDatiSensori(DatiProgetto, *campi_);
     Completa(std::move(controlli));
+    DiceInsieme();
     caselle_[kNumAccRPM]->setFocus();
 }
 
@@ -163,11 +168,29 @@ void frmSensori::AggiungiNumero(QGridLayout* griglia, int riga, std::size_t nume
     casella->setObjectName(InQt(kNumeriSensori[numero].Casella));
     casella->setAlignment(Qt::AlignRight);
     casella->PersoFuoco = [casella] {
-        if (casella->text().isEmpty()) casella->setText(QStringLiteral("1"));
+        if (casella->text().isEmpty()) Riscrivi(*casella, QStringLiteral("1"));
     };
+    casella->setFixedWidth(casella->fontMetrics().horizontalAdvance(QLatin1Char('0')) *
+                           kCifreNumero);
     caselle_[numero] = casella;
+    if (numero == kNumAccRPM) {
+        Sorveglia(casella);
+    } else {
+        const int massimo = numero == kImpulsiRuota ? kMassimoImpulsi : kMassimoDiametro;
+        Avvisi().Sorveglia(casella, {1.0, double(massimo), "1 ... " + TestoNumero(massimo)});
+    }
     AggiungiRiga(griglia, riga, kNumeriSensori[numero].Etichetta, kNumeriSensori[numero].Didascalia,
                  casella);
+    if (numero != kDiametroRuota) return;
+    auto* posto = new QHBoxLayout;
+    griglia->removeWidget(casella);
+    posto->setSpacing(kSpazio);
+    posto->addWidget(casella);
+    QLabel* unita = Etichetta(griglia->parentWidget(), "lblUnitaDiametro");
+    unita->setText(QStringLiteral("mm"));
+    posto->addWidget(unita);
+    posto->addStretch(1);
+    griglia->addLayout(posto, riga, 2);
 }
 
 void frmSensori::AggiungiFrequenza(QGridLayout* griglia, int riga, std::string_view etichetta,
@@ -218,8 +241,12 @@ QWidget* frmSensori::CreaCanale(QWidget* dove, std::size_t numero) {
     spunta->setObjectName(InQt(canale.chkAbil));
     spunte_[numero] = spunta;
     griglia->addWidget(spunta, 0, 0);
-    connect(spunta, &QCheckBox::toggled, this,
-            [this, &canale] { Protetto([&] { AbilitaCanale(canale, *campi_); }); });
+    connect(spunta, &QCheckBox::toggled, this, [this, &canale] {
+        Protetto([&] {
+            AbilitaCanale(canale, *campi_);
+            DiceInsieme();
+        });
+    });
 
     QComboBox* nome = CreaLista(riquadro, canale.cboNome);
     nome->setEditable(true);
@@ -237,6 +264,8 @@ QWidget* frmSensori::CreaCanale(QWidget* dove, std::size_t numero) {
         QComboBox* ingresso = CreaLista(riquadro, canale.cboChann);
         for (const std::string& voce : ListaIngressiAN) ingresso->addItem(InQt(voce));
         ingressi_[numero] = ingresso;
+        connect(ingresso, &QComboBox::currentIndexChanged, this,
+                [this] { Protetto([this] { DiceInsieme(); }); });
         AggiungiRiga(griglia, 2, canale.lblChann, kTestoIngresso, ingresso);
     }
     return riquadro;
@@ -313,6 +342,17 @@ void frmSensori::Vai(QWidget* controllo) {
         if (SSTab1_->widget(i)->isAncestorOf(controllo)) SSTab1_->setCurrentIndex(i);
     }
     controllo->setFocus();
+}
+
+/// Two channels on one input are told before OK refuses them; the gear may share one.
+void frmSensori::DiceInsieme() {
+    if (Controlli() == nullptr) return;  // the lists are still being filled
+    const auto coppia = CanaliInsieme(*campi_);
+    if (!coppia) return Avvisi().Nota({});
+    const auto canale = [](std::size_t n) { return InQt(Testo(kCanaliSensore[n].Titolo)); };
+    Avvisi().Nota(InQt(Testo(Voce::CanaliInsieme))
+                      .arg(InQt(campi_->Testo(kCanaliSensore[coppia->second].cboChann)),
+                           canale(coppia->first), canale(coppia->second)));
 }
 
 bool frmSensori::ValidaSensori() {

@@ -55,6 +55,9 @@ class Principale {
     /// own: the poll keeps off the port, and a click that comes meanwhile waits behind it.
     virtual void SenzaSorveglianza(const std::function<void()>& azione) { azione(); }
 
+    /// The project was saved.
+    virtual void Salvato() {}
+
     /// Menu entry and button together.
     void Abilita(Comando comando, bool acceso) {
         AbilitaMenu(comando, acceso);

@@ -48,6 +48,7 @@ class frmMain final : public QMainWindow, public Principale {
     void AbilitaMenu(Comando comando, bool acceso) override;
     void AbilitaPulsante(Comando comando, bool acceso) override;
     void AbilitaTitolo(Titolo titolo, bool acceso) override;
+    void Salvato() override;
     void TestoPannello(Pannello pannello, const std::string& testo) override;
     void ImmaginePannello(Pannello pannello, int immagine) override;
     void AbilitaPannello(Pannello pannello, bool acceso) override;

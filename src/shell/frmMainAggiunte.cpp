@@ -25,6 +25,8 @@
 #include "shell/StatoShell.h"
 #include "widgets/Icone.h"
 #include "widgets/Mnemonica.h"
+#include "widgets/PannelloStato.h"
+#include "widgets/RigaAvvisi.h"
 
 namespace lapvane {
 
@@ -97,6 +99,17 @@ void frmMain::CreaArchivio() {
         Protetto([this] { Comandato(mnuArchivio_, [this] { MostraArchivio(); }); });
     });
     menu_[Titolo::Analysis]->addAction(mnuArchivio_);
+}
+
+/// Said for four seconds, unless something else is said there meanwhile.
+void frmMain::Salvato() {
+    constexpr int kPoi = 4000;  // ms
+    const QString detto = TestoSalvato();
+    const auto* pannello = pannelli_[static_cast<std::size_t>(Pannello::Progresso)];
+    TestoPannello(Pannello::Progresso, DaQt(detto));
+    QTimer::singleShot(kPoi, this, [this, pannello, detto] {
+        if (pannello->Testo() == detto) TestoPannello(Pannello::Progresso, "");
+    });
 }
 
 /// The logs of the last analyses, behind all that.

@@ -27,14 +27,28 @@ bool ChiedeControllo(const QObject* controllo) {
 
 }  // namespace
 
-void MostraNumeroErrato(const QWidget& casella) {
+QString NomeCasella(const QWidget& casella) {
     QString nome = casella.accessibleName();
     for (const QLabel* etichetta : casella.window()->findChildren<QLabel*>()) {
         if (nome.isEmpty() && etichetta->buddy() == &casella)
             nome = etichetta->text().remove(QLatin1Char('&'));
     }
-    platform().MsgBox(Testo(kTestoNumeroErrato) + "\r\n" + DaQt(nome), Buttons::Ok, Icon::Warning,
-                      DaQt(casella.window()->windowTitle()));
+    return nome;
+}
+
+void Riscrivi(QLineEdit& casella, const QString& testo) {
+    if (casella.text() == testo) return;
+    casella.selectAll();
+    if (testo.isEmpty()) {
+        casella.del();
+    } else {
+        casella.insert(testo);
+    }
+}
+
+void MostraNumeroErrato(const QWidget& casella) {
+    platform().MsgBox(Testo(kTestoNumeroErrato) + "\r\n" + DaQt(NomeCasella(casella)), Buttons::Ok,
+                      Icon::Warning, DaQt(casella.window()->windowTitle()));
 }
 
 CasellaNumerica::CasellaNumerica(QWidget* parent) : QLineEdit(parent) {}

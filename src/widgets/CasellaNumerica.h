@@ -5,6 +5,12 @@
 
 namespace lapvane {
 
+/// What a box is called: its accessible name, else the text of the label that leads to it.
+QString NomeCasella(const QWidget& casella);
+
+/// Another text in a box, as if it were typed over the old one: Ctrl+Z brings that back.
+void Riscrivi(QLineEdit& casella, const QString& testo);
+
 /// Says that the text of a box is no number that it takes, and which box (text 262 and its name),
 /// under its window's title.
 void MostraNumeroErrato(const QWidget& casella);

@@ -62,6 +62,20 @@ void GraficoWidget::MostraPunti(bool mostra) {
     Sporca();
 }
 
+std::optional<QPointF> GraficoWidget::PixelDi(double x, double y) const {
+    const QRectF area = AreaDisegno();
+    const ScalaPixel suX = ScalaX(area), suY = ScalaY(area, unico_);
+    if (!suX.Valida() || !suY.Valida()) return std::nullopt;
+    return QPointF(suX.Pixel(x), suY.Pixel(y));
+}
+
+std::optional<QPointF> GraficoWidget::ValoriIn(const QPointF& pixel) const {
+    const QRectF area = AreaDisegno();
+    const ScalaPixel suX = ScalaX(area), suY = ScalaY(area, unico_);
+    if (!suX.Valida() || !suY.Valida()) return std::nullopt;
+    return QPointF(suX.Valore(pixel.x()), suY.Valore(pixel.y()));
+}
+
 void GraficoWidget::MostraNumeriY(bool mostra) {
     numeriY_ = mostra;
     Sporca();

@@ -90,6 +90,11 @@ class GraficoWidget : public QWidget, public GraphControl {
 
     /// The plot area of a pane, counted from 0 at the top, in the widget's own pixels.
     QRectF AreaDisegno(int riquadro = 0) const;
+    /// Where a point of the overlaid view stands, in the widget's own pixels, and back; empty while
+    /// the axes have no range.
+    std::optional<QPointF> PixelDi(double x, double y) const;
+    std::optional<QPointF> ValoriIn(const QPointF& pixel) const;
+
     /// The graph without its cursor, as the screen shows it at that many device pixels per pixel.
     QImage Fotografa(double rapporto) const;
     /// Draws the graph without its cursor into the rectangle as lines and letters, in black on

@@ -2,8 +2,18 @@
 
 #include <QGridLayout>
 #include <QPainter>
+#include <algorithm>
+
+#include "widgets/style/Tavolozza.h"
 
 namespace lapvane {
+
+namespace {
+
+constexpr double kAnello = 0.14;    // of the lamp's width: the ring
+constexpr double kRiflesso = 0.18;  // of the lens: where the light lies
+
+}  // namespace
 
 LampadaAllarme::LampadaAllarme(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -23,10 +33,22 @@ QSize LampadaAllarme::sizeHint() const {
 void LampadaAllarme::paintEvent(QPaintEvent*) {
     QPainter penna(this);
     penna.setRenderHint(QPainter::Antialiasing);
-    penna.setPen(QPen(palette().color(QPalette::WindowText), 1.0));
-    const QColor acceso = isEnabled() ? QColor(255, 0, 0) : palette().color(QPalette::WindowText);
-    penna.setBrush(accesa_ ? acceso : palette().color(QPalette::Window));
-    penna.drawEllipse(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0));
+    const Colori& colori = ColoriDi(*this);
+    const QRectF anello = QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0);
+    penna.setPen(QPen(colori.Edge, 1.0));
+    penna.setBrush(colori.Alt);
+    penna.drawEllipse(anello);
+    // The lens inside its ring; a lamp that is on has the light of the room on it.
+    const double bordo = anello.width() * kAnello;
+    const QRectF lente = anello.adjusted(bordo, bordo, -bordo, -bordo);
+    penna.setPen(Qt::NoPen);
+    const QColor acceso = isEnabled() ? QColor(255, 0, 0) : colori.Stale;
+    penna.setBrush(accesa_ ? acceso : colori.Grid);
+    penna.drawEllipse(lente);
+    if (!accesa_) return;
+    const double dentro = lente.width() * kRiflesso;
+    penna.setPen(QPen(Qt::white, std::max(1.0, lente.width() / 10.0), Qt::SolidLine, Qt::RoundCap));
+    penna.drawArc(lente.adjusted(dentro, dentro, -dentro, -dentro), 100 * 16, 70 * 16);
 }
 
 LegendaAllarmi::LegendaAllarmi(const std::vector<Colore>& colori, QWidget* parent)

@@ -1,6 +1,7 @@
 #include "device/Diagnostica.h"
 
 #include "device/SerialComm.h"
+#include "device/UltimoMinuto.h"
 #include "support/SerialeProva.h"
 
 using namespace lapvane;
@@ -65,6 +66,30 @@ TEST_F(Diagnostica, ShowsEveryFieldOfTheLiveFrame) {
     LeggiValoriLive(vista);
     EXPECT_EQ(vista.campi[15], "100");
     EXPECT_EQ(vista.campi[5], "0,000");
+}
+
+TEST(UltimoMinuto, HoldsAMinuteWithItsGapsAndMovesOnlyWhileItChanges) {
+    UltimoMinuto minuto;
+    EXPECT_FALSE(minuto.Valore(0));
+    std::int64_t ora = 90000;
+    const auto legge = [&](double valore, std::int64_t poi) {
+        return minuto.Aggiungi(valore, ora += poi);
+    };
+    EXPECT_TRUE(legge(5.0, 0));
+    EXPECT_FALSE(legge(7.0, 100)) << "in the same half second";
+    EXPECT_EQ(minuto.Valore(0), 7.0) << "the last one counts";
+    EXPECT_TRUE(legge(8.0, 1000));
+    EXPECT_EQ(minuto.Valore(1), 7.0) << "a wait of the link is no gap";
+    EXPECT_TRUE(legge(9.0, 5000));
+    EXPECT_FALSE(minuto.Valore(1));
+    EXPECT_EQ(minuto.Valore(10), 8.0);
+    EXPECT_EQ(minuto.Intervallo(1.0).Massimo, 9.0);
+    EXPECT_EQ(minuto.Intervallo(1.0).Minimo, 7.0);
+    EXPECT_EQ(minuto.Intervallo(10.0).Minimo, 3.0) << "noise looks like noise";
+    for (int i = 0; i < 119; ++i) EXPECT_TRUE(legge(9.0, 500)) << i;
+    EXPECT_FALSE(legge(9.0, 500));
+    EXPECT_EQ(minuto.Valore(119), 9.0);
+    EXPECT_FALSE(minuto.Valore(120));
 }
 
 TEST_F(Diagnostica, AnalogueInputsGoToTheWindowOrToTheNumbers) {

@@ -67,8 +67,16 @@ TEST_F(Configurazione, ShowsTheNinePages) {
     EXPECT_TRUE(indietro->hasFocus()) << "its twin has gone off under the hand";
     for (int n = 8; n >= 1; --n) Clic("cmdPrevPage");
     EXPECT_TRUE(avanti->hasFocus());
+    // The strip goes the way of the buttons, by mouse and by keys, and marks what is on.
+    auto* striscia = finestra->findChild<StrisciaPagine*>();
+    QTest::mouseClick(striscia, Qt::LeftButton, {}, striscia->Posto(7).center());
+    EXPECT_EQ(Pagina(), " 7/ 9");
+    QTest::keyClick(striscia, Qt::Key_End);
+    EXPECT_EQ(Pagina(), " 9/ 9");
     VaiA(2);
+    const QImage spuntata = striscia->grab(striscia->Posto(2)).toImage();
     Clic("chkAbilitaPagina");
+    EXPECT_NE(striscia->grab(striscia->Posto(2)).toImage(), spuntata);
     EXPECT_EQ(Anteprima()->size(), QSize(128, 64));
     VaiA(3);
     const auto dipinta = [&](const QSize& misura) {
@@ -117,6 +125,7 @@ TEST_F(Configurazione, PicturesAreChosenAtOnceAndBadOnesLeaveAHole) {
     Scegli(blu);
     EXPECT_EQ(Anteprima()->Immagine().pixelColor(1, 1), QColor(Qt::blue));
     EXPECT_EQ(Anteprima()->grab().toImage().pixelColor(9, 9), QColor(Qt::blue));
+    EXPECT_EQ(DatiProgetto.Pagina9, blu.string());
     VaiA(1);
     EXPECT_EQ(Testo("txtFilePagina"), rossa.string());
     EXPECT_EQ(C<QLineEdit>("txtFilePagina")->toolTip().toStdString(), rossa.string());
@@ -181,6 +190,7 @@ TEST_F(Configurazione, RefusesWhatIsNoNumberOfABoxBeforeStoringAnything) {
             Tasto(Qt::Key_Tab);  // no check on leaving
             EXPECT_EQ(Testo(casella), testo);
             EXPECT_EQ(Mostrati(), V{});
+            EXPECT_EQ(Scritta("lblAvvisi").starts_with(Dice(numero.Didascalia)), *testo != 0);
             macchina.Risposte = {Answer::Ok};
             Clic("OKButton");
             ASSERT_EQ(macchina.Mostrati.size(), 1u) << casella << " " << testo;

@@ -108,20 +108,6 @@ TEST(Tabella, ShowsSensorsAndCurvesInTheirDecimals) {
     EXPECT_EQ(limiti.YMax, 1.5);
 }
 
-TEST(Tabella, XMayStandStillButNotFall) {
-    TabellaPunti tabella;
-    Riempi(tabella,
-           {{"100", "1"}, {"100", "2"}, {"90", "3"}, {"testo", "4"}, {"100,5", "-5"}, {"5", "1"}});
-    EXPECT_TRUE(tabella.Crescente(0));
-    EXPECT_TRUE(tabella.Crescente(1));
-    EXPECT_FALSE(tabella.Crescente(2));
-    EXPECT_FALSE(tabella.Crescente(3)) << "a text that is none counts as 0";
-    EXPECT_EQ(tabella.X(4), 100.0) << "a comma ends the number";
-    const LimitiCurva limiti = tabella.CalcolaLimiti();
-    EXPECT_EQ(limiti.XMax, 100.0);
-    EXPECT_EQ(limiti.YMin, -5.0);
-}
-
 class Salvataggio : public ::testing::Test {
  protected:
     Salvataggio() {

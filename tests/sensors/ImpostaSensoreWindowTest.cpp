@@ -117,6 +117,9 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
     Punto(2, "500", "3.25");
     EXPECT_EQ(Testo("txtY0"), "0.000");
     EXPECT_EQ(Testo("txtY1"), "1.500");
+    C<QLineEdit>("txtY1")->undo();
+    EXPECT_EQ(Testo("txtY1"), "1,5") << "what was typed comes back";
+    C<QLineEdit>("txtY1")->redo();
     EXPECT_TRUE(C<QCheckBox>("Check13")->hasFocus()) << "the next row is the next stop";
     Clic("Check10");
     EXPECT_TRUE(Spuntata(0));
@@ -134,6 +137,7 @@ TEST_F(ImpostaSensore, ASensorIsTypedSavedAndLoadedByKeys) {
     EXPECT_EQ(Spuntate(), 0) << "saved, and to be chosen from the list to be seen";
     EXPECT_EQ(Testo("txtNomeNuovo"), "");
     EXPECT_EQ(Titolo(), Dice(Voce::TitoloLibreriaSensori));
+    EXPECT_TRUE(Scritta("lblAvvisi").starts_with("Saved at "));
     ASSERT_EQ(Voci("cboListaSensori").front(), "Mio");
     Scegli("cboListaSensori", 0);
     EXPECT_EQ(Spuntate(), 20);
@@ -180,9 +184,7 @@ TEST_F(ImpostaSensore, TheCurveFollowsEachBoxWithItsPointsMarkedInsideTheFrame) 
     Punto(0, "0", "0");
     Punto(1, "100", "10");
     Scrivi("txtX1", "200");
-    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 100.0);
-    Tasto(Qt::Key_Tab);
-    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 200.0);
+    EXPECT_EQ(grafico->LeggiIntervallo().XMax, 200.0) << "with each key";
     Scrivi("txtY1", "40");
     Tasto(Qt::Key_Return);  // draws
     EXPECT_EQ(grafico->LeggiIntervallo().YMax, 40.0);
@@ -201,6 +203,39 @@ TEST_F(ImpostaSensore, TheCurveFollowsEachBoxWithItsPointsMarkedInsideTheFrame) 
     Clic("Check11");
     EXPECT_EQ(grafico->LeggiIntervallo().XMax, 0.0) << "a tick draws as well";
     EXPECT_LT(preso().height(), 9) << "one point alone";
+}
+
+TEST_F(ImpostaSensore, PointsAreDraggedWhereTheTableLetsThem) {
+    Apri();
+    Opzione("optPressione");
+    for (const auto& [x, y] : {std::pair{"100", "1"}, {"200", "2"}, {"300", "3"}, {"300", "3"}})
+        Punto(Spuntate(), x, y);
+    auto* grafico = C<GraficoWidget>("GraficoSensore");
+    const auto trascina = [&](const QPointF& da, const QPointF& a) {
+        const QPoint primo = grafico->PixelDi(da.x(), da.y())->toPoint();
+        const QPoint ultimo = grafico->PixelDi(a.x(), a.y())->toPoint();
+        QTest::mousePress(grafico, Qt::LeftButton, {}, primo);
+        QTest::mouseMove(grafico, ultimo);
+        const double massimo = grafico->LeggiIntervallo().XMax;
+        QTest::mouseRelease(grafico, Qt::LeftButton, {}, ultimo);
+        return massimo;
+    };
+    trascina({200, 2}, {900, 2.5});
+    EXPECT_EQ(Testo("txtX1"), "300") << "not past its neighbour";
+    EXPECT_NEAR(std::stod(Testo("txtY1")), 2.5, 0.05);
+    EXPECT_EQ(Testo("txtY1").size(), 5u) << "the decimals of the sensor";
+    C<QLineEdit>("txtX1")->undo();
+    EXPECT_EQ(Testo("txtX1"), "200");
+    EXPECT_EQ(trascina({300, 3}, {250, 1}), 300.0) << "the axes stay under the hand";
+    EXPECT_EQ(Testo("txtX3"), Testo("txtX2")) << "the tail moves as one";
+    EXPECT_LT(grafico->LeggiIntervallo().XMax, 260.0);
+    // A box that would be refused keeps the point where it is.
+    Scrivi("txtX0", "abc");
+    macchina.Risposte = {Answer::Ok};
+    const std::string prima = Testo("txtY1");
+    trascina({200, std::stod(prima)}, {210, 1});
+    EXPECT_EQ(Testo("txtY1"), prima);
+    EXPECT_EQ(Mostrati().size(), 1u);
 }
 
 TEST_F(ImpostaSensore, WrongNumbersAndFallingValuesAreRefused) {

@@ -108,6 +108,7 @@ TEST_F(SensoriEditor, OnlyTurboAccelerationAndLambdaFightForAnInput) {
         const auto coppia = CanaliInConflitto(controlli);
         EXPECT_EQ(coppia.has_value(), (caso & 48) == 48 && b != kCanaleCambio) << caso;
         EXPECT_EQ(coppia.value_or(std::pair(a, b)), std::pair(a, b));
+        EXPECT_EQ(CanaliInsieme(controlli).has_value(), (caso & 48) == 48) << caso;
     }
 }
 

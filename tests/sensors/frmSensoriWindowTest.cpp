@@ -111,6 +111,7 @@ TEST_F(Sensori, RefusedInputsLeaveTheRestStored) {
     Spunta("chkAbilSensoreLambda");
     Digita("cboSensoreLambda", "Lambda 0-5 V");
     Spunta("chkAbilSG");
+    EXPECT_EQ(Scritta("lblAvvisi"), "On the same input AN 2: G sensor and Lambda sensor");
     const std::string conflitto = Dice(Voce::StessoIngresso) + "\r\nG sensor, Lambda sensor: AN 2";
     EXPECT_EQ(Rifiuto("cmdInviaDati"), conflitto);
     EXPECT_FALSE(DatiProgetto.AbilSG);

@@ -246,6 +246,7 @@ TEST_F(Finestra, RecentEntriesShowAmpersandsAndOpenWithoutADialog) {
     PercorsoProgetto = file;
     DatiProgetto.NomeProgetto = "Tizio & Caio";
     SalvaProgetto();
+    EXPECT_TRUE(Pannello(3).starts_with("Saved at "));
     macchina.FileScelti.push_back(file);
     QTest::mouseClick(Pulsante("Open"), Qt::LeftButton);
     EXPECT_EQ(Pannello(1), "Tizio & Caio");

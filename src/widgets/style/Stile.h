@@ -54,6 +54,9 @@ class Stile : public QProxyStyle {
 /// buttons become checkable; each knows its place by the property "segmento".
 void Segmenti(std::initializer_list<QAbstractButton*> pulsanti);
 
+/// A box whose text cannot be right has a red edge (property "errato").
+void SegnaErrato(QWidget& campo, bool errato);
+
 /// Place of a button in such a bar: 0 it is alone, 1 first, 2 between, 3 last.
 int PostoSegmento(const QWidget* pulsante);
 

@@ -22,6 +22,7 @@ namespace {
 constexpr double kAnello = 2.0;    // of the focus
 constexpr double kSorvolo = 0.06;  // of the text's colour over what lies under the mouse
 constexpr double kPremuto = 0.14;
+constexpr const char* kErrato = "errato";
 
 /// A push button's ground: the default one and the pressed one of a bar are full.
 void Pulsante(QPainter& penna, const QStyleOption& o, const QWidget* widget) {
@@ -154,9 +155,17 @@ void CampoEdit(QPainter& penna, const QStyleOption& o, const QWidget* widget) {
         return;
     }
     Campo(penna, o, o.state & QStyle::State_HasFocus);
+    if (widget && widget->property(kErrato).toBool())
+        Riquadro(penna, o.rect, kRaggioControllo, {}, ColoriDi(o.palette).Err, kAnello);
 }
 
 }  // namespace
+
+void SegnaErrato(QWidget& campo, bool errato) {
+    if (campo.property(kErrato).toBool() == errato) return;
+    campo.setProperty(kErrato, errato);
+    campo.update();
+}
 
 bool PulsantePieno(const QStyleOption& o) {
     const auto* pulsante = qstyleoption_cast<const QStyleOptionButton*>(&o);
