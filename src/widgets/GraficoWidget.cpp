@@ -62,6 +62,17 @@ void GraficoWidget::MostraPunti(bool mostra) {
     Sporca();
 }
 
+void GraficoWidget::Livelli(std::vector<LivelloGrafico> livelli) {
+    livelli_ = std::move(livelli);
+    Sporca();
+}
+
+void GraficoWidget::Invito(const std::string& testo) {
+    if (invito_ == testo) return;
+    invito_ = testo;
+    Sporca();
+}
+
 void GraficoWidget::MostraNumeriY(bool mostra) {
     numeriY_ = mostra;
     Sporca();
