@@ -24,12 +24,12 @@ constexpr Voce kTestoLegenda = Voce::LegendaAllarmi;
 constexpr Voce kTestoCircuito = Voce::Circuito;
 constexpr Voce kTestoPiloti = Voce::Piloti;
 constexpr int kMargine = kMargineFinestra;
-constexpr double kStretta = 66.0;        // lines of text; a narrower window has no column of units
-constexpr int kSettoriInVista = 4;       // the rest is scrolled to
-constexpr int kGraficoMinimo = 400;      // before sectors are left out
-constexpr double kParteGrafico = 0.4;    // of what both share with the channels
+constexpr double kStretta = 66.0;       // lines of text; a narrower window has no column of units
+constexpr int kSettoriInVista = 4;      // the rest is scrolled to
+constexpr int kGraficoMinimo = 400;     // before sectors are left out
+constexpr double kParteGrafico = 0.42;  // of what both share with the channels
 constexpr int kMappaMinima = 160;
-constexpr double kParteMappa = 0.35;     // of the height, where the channels leave less
+constexpr double kParteMappa = 0.3;  // of the height, where the channels leave less
 
 /// A place of the splitter whose content keeps its room while it is hidden.
 QWidget* Posto(QWidget* contenuto) {

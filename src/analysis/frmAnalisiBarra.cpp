@@ -155,8 +155,8 @@ void frmAnalisi::MostraSessione() {
 }
 
 void frmAnalisi::StampaGrafico(QPageLayout::Orientation verso) {
-    const auto stampante = ScegliStampante(Testo(Voce::StampaGrafico),
-                                           NomeFileDati.stem().concat(".pdf"), verso);
+    const auto stampante =
+        ScegliStampante(Testo(Voce::StampaGrafico), NomeFileDati.stem().concat(".pdf"), verso);
     if (stampante) DisegnaPagina(*stampante);
 }
 

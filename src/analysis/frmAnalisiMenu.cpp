@@ -54,8 +54,7 @@ void frmAnalisi::MenuGrafico(const QPoint& dove) {
         {Voce::StampaGrafico,
          [this] { StampaOAvvisa(Voce::StampaGrafico, [this] { StampaGrafico(); }); }},
         {Voce::StampaVerticale, [this] {
-             StampaOAvvisa(Voce::StampaGrafico,
-                           [this] { StampaGrafico(QPageLayout::Portrait); });
+             StampaOAvvisa(Voce::StampaGrafico, [this] { StampaGrafico(QPageLayout::Portrait); });
          }}};
     if (CaricaUltimaVista()) voci.push_back({Voce::UltimaVista, [this] { RiprendiVista(); }});
     MostraMenu(this, dove, voci);

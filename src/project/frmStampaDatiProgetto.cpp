@@ -119,7 +119,7 @@ frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent)
 }
 
 void frmStampaDatiProgetto::Titolo(const char* nome, const std::string& testo,
-                                  Scrittura scrittura) {
+                                   Scrittura scrittura) {
     QLabel* etichetta = Etichetta(foglio_, nome);
     etichetta->setText(InQt(testo));
     etichetta->setTextFormat(Qt::PlainText);

@@ -38,8 +38,8 @@ class Pagina {
 
     void Titolo() {
         const QRectF posto = Parte(0.0, 1.0, alto_, kAltoTitolo);
-        const double log = Scrivi(posto, Qt::AlignRight | Qt::AlignBottom, InQt(testi_.Log), 11.0,
-                                  false, kTenue);
+        const double log =
+            Scrivi(posto, Qt::AlignRight | Qt::AlignBottom, InQt(testi_.Log), 11.0, false, kTenue);
         Scrivi(posto.adjusted(0.0, 0.0, -log - Pixel(kSpazio), 0.0),
                Qt::AlignLeft | Qt::AlignBottom, InQt(testi_.Titolo), 20.0, true, kInchiostro);
         alto_ += kAltoTitolo + kSpazio / 2;
@@ -79,11 +79,11 @@ class Pagina {
     /// Below the graph, which has what is left.
     void Piede() {
         const QRectF posto = Parte(0.0, 1.0, basso_ - kAltoPiede, kAltoPiede);
-        const double data = Scrivi(
-            posto, Qt::AlignRight | Qt::AlignBottom,
-            InQt(Testo(Voce::StampatoIl))
-                .arg(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))),
-            8.0, false, kTenue);
+        const double data =
+            Scrivi(posto, Qt::AlignRight | Qt::AlignBottom,
+                   InQt(Testo(Voce::StampatoIl))
+                       .arg(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))),
+                   8.0, false, kTenue);
         Scrivi(posto.adjusted(0.0, 0.0, -data - Pixel(kSpazio), 0.0),
                Qt::AlignLeft | Qt::AlignBottom, InQt(testi_.Legenda), 8.0, false, kTenue);
         basso_ -= kAltoPiede;
@@ -101,10 +101,10 @@ class Pagina {
                InQt(Testo(Voce::ValoriAlCursore)), 9.0, true, kInchiostro);
         for (int n = 0; n < numero; ++n) {
             const double da = static_cast<double>(n / righe) / colonne;
-            Valore(Parte(da, da + 1.0 / colonne, titolo + (n % righe + 1) * kAltoValore,
-                         kAltoValore)
-                       .adjusted(0.0, 0.0, -Pixel(2 * kSpazio), 0.0),
-                   testi_.Valori[static_cast<std::size_t>(n)]);
+            Valore(
+                Parte(da, da + 1.0 / colonne, titolo + (n % righe + 1) * kAltoValore, kAltoValore)
+                    .adjusted(0.0, 0.0, -Pixel(2 * kSpazio), 0.0),
+                testi_.Valori[static_cast<std::size_t>(n)]);
         }
         basso_ = titolo - kSpazio / 2;
     }
@@ -136,25 +136,23 @@ class Pagina {
     /// "Label: value", the label lighter.
     void Campo(const QRectF& posto, const QString& riga) {
         const auto taglio = riga.indexOf(QStringLiteral(": ")) + 2;
-        const double nome = Scrivi(posto, Qt::AlignLeft | Qt::AlignVCenter, riga.left(taglio), 10.0,
-                                   false, kTenue);
+        const double nome =
+            Scrivi(posto, Qt::AlignLeft | Qt::AlignVCenter, riga.left(taglio), 10.0, false, kTenue);
         Scrivi(posto.adjusted(nome, 0.0, 0.0, 0.0), Qt::AlignLeft | Qt::AlignVCenter,
                riga.mid(taglio), 10.0, true, kInchiostro);
     }
     void Valore(const QRectF& posto, const ValoreStampato& valore) {
         const double lato = Pixel(kCampione);
-        stampante_.Penna().fillRect(
-            QRectF(posto.left(), posto.center().y() - lato / 2, lato, lato),
-            InQColor(valore.Tinta));
+        stampante_.Penna().fillRect(QRectF(posto.left(), posto.center().y() - lato / 2, lato, lato),
+                                    InQColor(valore.Tinta));
         const auto dove = Qt::AlignRight | Qt::AlignVCenter;
         const double unita = Pixel(1.1);
         Scrivi(QRectF(posto.right() - unita, posto.top(), unita, posto.height()),
                Qt::AlignLeft | Qt::AlignVCenter, InQt(valore.Unita), 8.0, false, kTenue);
         const QRectF prima = posto.adjusted(2 * lato, 0.0, -unita - Pixel(0.1), 0.0);
-        const double largo =
-            Scrivi(prima, dove, InQt(valore.Valore), 10.0, true, kInchiostro);
-        Scrivi(prima.adjusted(0.0, 0.0, -largo - Pixel(0.1), 0.0),
-               Qt::AlignLeft | Qt::AlignVCenter, InQt(valore.Nome), 9.0, false, kInchiostro);
+        const double largo = Scrivi(prima, dove, InQt(valore.Valore), 10.0, true, kInchiostro);
+        Scrivi(prima.adjusted(0.0, 0.0, -largo - Pixel(0.1), 0.0), Qt::AlignLeft | Qt::AlignVCenter,
+               InQt(valore.Nome), 9.0, false, kInchiostro);
     }
 
     QtPrinter& stampante_;

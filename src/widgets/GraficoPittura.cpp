@@ -18,10 +18,11 @@ namespace {
 constexpr double kRespiro = 0.04;  // of the range, on each side of curves with marks
 constexpr double kSegno = 7.0;     // width of a mark
 constexpr double kMargine = 10.0;
+constexpr double kPassoTacche = 1.7;      // lines of text a number of the y axis has, at least
 constexpr double kTacca = 5.0;            // length of a tick
 constexpr double kAsse = 2.0;             // width of a y axis
 constexpr double kSpazioRiquadri = 14.0;  // between separate panes
-constexpr double kContrastoLinea = 1.9;  // keeps all colours of the channels as they are
+constexpr double kContrastoLinea = 1.9;   // keeps all colours of the channels as they are
 constexpr double kContrastoTesto = 4.5;
 constexpr double kContrastoAsse = 3.0;
 constexpr double kTratto = 1.5;  // pixels of a line of width 1: a hairline is lost in the sun
@@ -200,7 +201,8 @@ void GraficoWidget::DisponiAssiY(Foglio& foglio, const std::vector<Riquadro>& ri
                                  double altezza, Disposizione& d) const {
     Scrittore& penna = *foglio.Penna;
     const char separatore = platform().DecimalSeparator();
-    const int massime = static_cast<int>(std::clamp(altezza / (2.2 * penna.Riga()), 2.0, 12.0));
+    const int massime =
+        static_cast<int>(std::clamp(altezza / (kPassoTacche * penna.Riga()), 2.0, 12.0));
     const auto allarga = [&](const QString& testo) {
         d.LarghezzaY = std::max(d.LarghezzaY, penna.Largo(testo));
     };
@@ -556,9 +558,9 @@ void GraficoWidget::DisegnaCursoreSu(QPainter& penna, const Foglio& foglio,
     for (const auto& p : d.Pannelli) {
         const ScalaPixel x = ScalaX(p.Area);
         if (!x.Valida()) continue;
-        penna.fillRect(foglio.Verticale(x.Pixel(cursore_->X), p.Area.top(), p.Area.bottom(),
-                                        kCursoreCarta),
-                       InQColor(ColoreLeggibile(cursore_->Tinta, foglio.Sfondo, kContrastoAsse)));
+        penna.fillRect(
+            foglio.Verticale(x.Pixel(cursore_->X), p.Area.top(), p.Area.bottom(), kCursoreCarta),
+            InQColor(ColoreLeggibile(cursore_->Tinta, foglio.Sfondo, kContrastoAsse)));
     }
 }
 

@@ -23,6 +23,7 @@ namespace {
 constexpr int kColonnaTempi = 1;
 constexpr int kTwipPixel = 15;
 constexpr int kMargineCella = 8;
+constexpr int kSpazioSettori = 48;  // beside what stays
 constexpr Colore kBianco = Rgb(255, 255, 255);
 constexpr Colore kNero = Rgb(0, 0, 0);
 constexpr Colore kColoreGiro = Rgb(0, 0, 255);
@@ -87,10 +88,9 @@ class TestataGiri : public QHeaderView {
  protected:
     void paintEvent(QPaintEvent* evento) override {
         QHeaderView::paintEvent(evento);
-        if (!griglia_->ColonneFerme()) return;
         QPainter penna(viewport());
         int x = 0;
-        for (int c = 0; c <= kColonnaTempi; ++c) {
+        for (int c = 0; c < griglia_->ColonneFerme(); ++c) {
             paintSection(&penna, QRect(x, 0, sectionSize(c), height()), c);
             x += sectionSize(c);
         }
@@ -233,9 +233,9 @@ void GrigliaGiri::Cella(int riga, int colonna, const std::string& testo) {
 void GrigliaGiri::Larghezza(int colonna, int twip) {
     const QFontMetrics misura(Carattere(*this, Scrittura::Forte));
     const QString titolo = modello_.headerData(colonna, Qt::Horizontal, Qt::DisplayRole).toString();
-    const int testo = std::max(misura.horizontalAdvance(QStringLiteral("00:00.00")),
-                               QFontMetrics(Carattere(*this, Scrittura::Piccola))
-                                   .horizontalAdvance(titolo));
+    const int testo =
+        std::max(misura.horizontalAdvance(QStringLiteral("00:00.00")),
+                 QFontMetrics(Carattere(*this, Scrittura::Piccola)).horizontalAdvance(titolo));
     const int larghezza = std::max(twip / kTwipPixel, testo + 2 * kMargineCella);
     if (colonna >= 0 && colonna < ModelloGiri::kColonne) {
         larghezze_[static_cast<std::size_t>(colonna)] = larghezza;
@@ -263,42 +263,52 @@ RigheTabella GrigliaGiri::Contenuto() const {
     return righe;
 }
 
-int GrigliaGiri::LarghezzaFerma() const {
-    return columnWidth(0) + columnWidth(kColonnaTempi);
+int GrigliaGiri::ColonneFerme() const {
+    if (horizontalOffset() == 0) return 0;
+    // The times only while they leave a sector room.
+    int ferme = 0;
+    int resto = viewport()->width();
+    for (; ferme <= kColonnaTempi; ++ferme) {
+        resto -= columnWidth(ferme);
+        if (resto < kSpazioSettori) break;
+    }
+    return ferme;
 }
 
-bool GrigliaGiri::ColonneFerme() const {
-    return horizontalOffset() > 0 && LarghezzaFerma() < viewport()->width();
+int GrigliaGiri::LarghezzaFerma() const {
+    int larghezza = 0;
+    for (int c = 0; c < ColonneFerme(); ++c) larghezza += columnWidth(c);
+    return larghezza;
 }
 
 QModelIndex GrigliaGiri::indexAt(const QPoint& punto) const {
-    const bool ferma = ColonneFerme() && punto.x() < LarghezzaFerma();
+    const bool ferma = punto.x() < LarghezzaFerma();
     return QTableView::indexAt(ferma ? punto - QPoint(horizontalOffset(), 0) : punto);
 }
 
 QRect GrigliaGiri::visualRect(const QModelIndex& index) const {
     const QRect posto = QTableView::visualRect(index);
-    const bool ferma = index.column() <= kColonnaTempi && ColonneFerme();
-    return ferma ? posto.translated(horizontalOffset(), 0) : posto;
+    return index.column() < ColonneFerme() ? posto.translated(horizontalOffset(), 0) : posto;
 }
 
 void GrigliaGiri::paintEvent(QPaintEvent* evento) {
     QTableView::paintEvent(evento);
-    if (!ColonneFerme()) return;
+    const int ferme = ColonneFerme();
+    if (ferme == 0) return;
     QPainter penna(viewport());
     QStyleOptionViewItem opzione;
     initViewItemOption(&opzione);
-    const QColor filo = QColor::fromRgba(static_cast<QRgb>(
-        style()->styleHint(QStyle::SH_Table_GridLineColor, &opzione, this)));
+    const QColor filo = QColor::fromRgba(
+        static_cast<QRgb>(style()->styleHint(QStyle::SH_Table_GridLineColor, &opzione, this)));
     for (int r = std::max(0, rowAt(0)); r < modello_.rowCount(); ++r) {
-        for (int c = 0; c <= kColonnaTempi; ++c) {
+        for (int c = 0; c < ferme; ++c) {
             const QModelIndex indice = modello_.index(r, c);
             opzione.rect = visualRect(indice);
             opzione.state.setFlag(QStyle::State_HasFocus, hasFocus() && indice == currentIndex());
             itemDelegate()->paint(&penna, opzione, indice);
-            penna.fillRect(QRect(opzione.rect.right() + 1, opzione.rect.top(), 1,
-                                 opzione.rect.height() + 1),
-                           c == kColonnaTempi ? palette().color(QPalette::Dark) : filo);
+            penna.fillRect(
+                QRect(opzione.rect.right() + 1, opzione.rect.top(), 1, opzione.rect.height() + 1),
+                c == ferme - 1 ? palette().color(QPalette::Dark) : filo);
             penna.fillRect(
                 QRect(opzione.rect.left(), opzione.rect.bottom() + 1, opzione.rect.width(), 1),
                 filo);
@@ -319,7 +329,7 @@ void GrigliaGiri::scrollTo(const QModelIndex& index, ScrollHint hint) {
     QScrollBar& barra = *horizontalScrollBar();
     const int prima = barra.value();
     QTableView::scrollTo(index, hint);
-    if (index.column() <= kColonnaTempi) {
+    if (index.column() < std::max(ColonneFerme(), 1)) {
         barra.setValue(prima);
         return;
     }

@@ -69,8 +69,8 @@ class GrigliaGiri : public QTableView {
 
     /// Width that shows laps, times and up to so many sectors.
     int LarghezzaPer(int settori) const;
-    /// Whether laps and times lie over scrolled sectors.
-    bool ColonneFerme() const;
+    /// How many columns lie over scrolled sectors: laps and times, or laps alone.
+    int ColonneFerme() const;
 
     QSize sizeHint() const override;
     QModelIndex indexAt(const QPoint& punto) const override;

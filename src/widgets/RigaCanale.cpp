@@ -44,8 +44,7 @@ void CampioneColore::paintEvent(QPaintEvent*) {
     QPainter penna(this);
     penna.setRenderHint(QPainter::Antialiasing);
     // The colour as on the graph's white paper; the edge parts a dark one from a dark window.
-    const QColor tinta =
-        InQColor(ColoreLeggibile(colore_, Rgb(255, 255, 255), kContrastoLinea));
+    const QColor tinta = InQColor(ColoreLeggibile(colore_, Rgb(255, 255, 255), kContrastoLinea));
     Riquadro(penna, rect(), kRaggioControllo, tinta,
              &ColoriDi(*this) == &ColoriDi(Tema::Scuro) ? ColoriDi(*this).Edge : QColor());
 }
@@ -157,8 +156,8 @@ void RigaCanale::UnitaInVista(bool vista) {
     unitaInVista_ = vista;
     lblUM->setVisible(visibile_ && vista);
     const QString suggerimento = vista ? QString() : lblUM->text();
-    for (QWidget* const widget : {static_cast<QWidget*>(lblNomeCampo),
-                                  static_cast<QWidget*>(txtValore)}) {
+    for (QWidget* const widget :
+         {static_cast<QWidget*>(lblNomeCampo), static_cast<QWidget*>(txtValore)}) {
         widget->setToolTip(suggerimento);
     }
 }

@@ -110,6 +110,13 @@ TEST_F(FinestraAnalisi, TickingDrawsMarksTheRowAndChoosesTheScale) {
     Mostra();
     Clicca(2, 1);
     auto* const grafico = C<GraficoWidget>("NTGraph1");
+    // While nothing is ticked the graph says what to do.
+    const auto conInvito = [&] {
+        const QImage prima = grafico->Fotografa(1.0);
+        grafico->Invito({});
+        return grafico->Fotografa(1.0) != prima;
+    };
+    EXPECT_TRUE(conInvito());
     auto* const spunta = C<QCheckBox>("chkGrafico", 3);
     auto* const valore = C<QLineEdit>("txtValore", 3);
     auto* const impostazioni = C<QPushButton>("cmdSetGraph", 3);
@@ -128,7 +135,9 @@ TEST_F(FinestraAnalisi, TickingDrawsMarksTheRowAndChoosesTheScale) {
                   disegnato ? giallo : sistema);
         QTest::keyClick(spunta, Qt::Key_Space);
     }
+    EXPECT_TRUE(conInvito());
     QTest::keyClick(spunta, Qt::Key_Space);
+    EXPECT_FALSE(conInvito());
     EXPECT_TRUE(C<QRadioButton>("optScala", 3)->isChecked());
     // A click on the channel's name ticks it as well.
     auto* const nome = C<QLabel>("lblNomeCampo", 5);
@@ -251,6 +260,16 @@ TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {
     C<QTabWidget>("SSTab1")->setCurrentIndex(1);
     EXPECT_NEAR(panoramica->LeggiIntervallo().XMin, 0.195, 1e-9);
     EXPECT_EQ(panoramica->ElementoCorrente(), 9) << "eight alarms";
+    // Each alarm has its name at the left end of its band.
+    const QImage nominata = panoramica->Fotografa(1.0);
+    panoramica->Livelli({});
+    const QImage muta = panoramica->Fotografa(1.0);
+    const QRectF banda = panoramica->AreaDisegno();
+    for (int k = 0; k < 8; ++k) {
+        const auto y = static_cast<int>(banda.bottom() - (2 * k + 1.5) * banda.height() / 18.0);
+        const QRect nome(static_cast<int>(banda.left()) + 4, y - 4, 80, 8);
+        EXPECT_NE(nominata.copy(nome), muta.copy(nome)) << k;
+    }
     // Alarm 2 is on from the third row of the lap on.
     auto* const lampada = C<LampadaAllarme>("shpAlarm", 1);
     for (const int indice : {0, 5}) {

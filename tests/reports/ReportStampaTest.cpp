@@ -115,8 +115,8 @@ TEST_F(ReportStampa, LapsOfAPageGoDownTwoGroupsAndTheLastOneStaysOut) {
         for (std::size_t p = 0; p < righe.size(); ++p) {
             const auto& pagina = stampante.pagine[p];
             ASSERT_EQ(pagina.Testi.size(), 17u + 4u * static_cast<unsigned>(righe[p])) << giri;
-            EXPECT_EQ(pagina.Testi.back().Testo, "Page " + std::to_string(p + 1) + " of " +
-                                                     std::to_string(righe.size()));
+            EXPECT_EQ(pagina.Testi.back().Testo,
+                      "Page " + std::to_string(p + 1) + " of " + std::to_string(righe.size()));
             for (int k = 1; k <= righe[p]; ++k) {
                 const std::string n = std::to_string(80 * static_cast<int>(p) + k);
                 const bool primo = k <= 40;
