@@ -12,6 +12,8 @@
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
+#include "widgets/style/Misure.h"
+#include "widgets/style/Tavolozza.h"
 
 namespace lapvane {
 
@@ -21,7 +23,13 @@ constexpr Voce kTestoScala = Voce::ScalaDisegno;  // "graph scale"
 constexpr Voce kTestoLegenda = Voce::LegendaAllarmi;
 constexpr Voce kTestoCircuito = Voce::Circuito;
 constexpr Voce kTestoPiloti = Voce::Piloti;
-constexpr int kMargine = 8;
+constexpr int kMargine = kMargineFinestra;
+constexpr double kStretta = 66.0;       // lines of text; a narrower window has no column of units
+constexpr int kSettoriInVista = 4;      // the rest is scrolled to
+constexpr int kGraficoMinimo = 400;     // before sectors are left out
+constexpr double kParteGrafico = 0.42;  // of what both share with the channels
+constexpr int kMappaMinima = 160;
+constexpr double kParteMappa = 0.3;  // of the height, where the channels leave less
 
 /// A place of the splitter whose content keeps its room while it is hidden.
 QWidget* Posto(QWidget* contenuto) {
@@ -71,7 +79,7 @@ void frmAnalisi::Disponi() {
 QWidget* frmAnalisi::CreaMisure() {
     misure_ = new QScrollArea;
     misure_->setWidgetResizable(true);
-    misure_->setFrameShape(QFrame::NoFrame);
+    misure_->setFrameShape(QFrame::StyledPanel);
     misure_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     misure_->setFocusPolicy(Qt::NoFocus);
     fraMisure_ = new QFrame;
@@ -81,28 +89,40 @@ QWidget* frmAnalisi::CreaMisure() {
     auto* griglia = new QGridLayout(fraMisure_);
     griglia->setContentsMargins(kMargine, kMargine, kMargine, kMargine);
     griglia->setColumnStretch(2, 1);
-    griglia->setRowStretch(kNumCanali, 1);
-    griglia->setHorizontalSpacing(6);
+    griglia->setRowStretch(kNumCanali + 1, 1);
+    griglia->setHorizontalSpacing(kSpazio);
     griglia->setVerticalSpacing(0);
+    auto* filo = new QWidget(fraMisure_);
+    filo->setFixedHeight(1);
+    filo->setBackgroundRole(QPalette::Mid);
+    filo->setAutoFillBackground(true);
+    griglia->addWidget(filo, kColonnaDistanza, 0, 1, -1);
     optScala_ = new QButtonGroup(this);
     for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) {
         const char* const asse = c == kColonnaTempo      ? "chkTempo"
                                  : c == kColonnaDistanza ? "chkDistanza"
                                                          : "";
-        auto* riga = new RigaCanale(c, fraMisure_, griglia, c - 1, asse);
+        auto* riga = new RigaCanale(c, fraMisure_, griglia, c < kPrimoCanale ? c - 1 : c, asse);
         righe_[c] = riga;
         if (riga->optScala != nullptr) optScala_->addButton(riga->optScala, c);
     }
     righe_[kColonnaTempo]->chkGrafico->setChecked(true);
     misure_->setWidget(fraMisure_);
-    return misure_;
+    sinistra_ = new QSplitter(Qt::Vertical);
+    sinistra_->setChildrenCollapsible(false);
+    sinistra_->setHandleWidth(kMargine);
+    sinistra_->addWidget(misure_);
+    sinistra_->addWidget(CreaMappa());
+    return sinistra_;
 }
 
 QWidget* frmAnalisi::CreaSchede() {
     NTGraph1_ = new GraficoWidget;
     NTGraph1_->setObjectName(QStringLiteral("NTGraph1"));
+    NTGraph1_->setPalette(PalettaDi(Tema::Chiaro));  // a sheet of paper in both themes
     NTGraphAll_ = new GraficoWidget;
     NTGraphAll_->setObjectName(QStringLiteral("NTGraphAll"));
+    NTGraphAll_->setPalette(NTGraph1_->palette());
     std::vector<Colore> colori;
     for (int k = 0; k < kNumAllarmi; ++k) colori.push_back(ColoreAllarme(k));
     fraLegendaAllarmi_ = new LegendaAllarmi(colori);
@@ -129,45 +149,44 @@ QWidget* frmAnalisi::CreaSchede() {
 QWidget* frmAnalisi::CreaGiri() {
     MSFlexGrid1_ = new GrigliaGiri;
     MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
-    MSFlexGrid1_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+    return MSFlexGrid1_;
+}
 
+QWidget* frmAnalisi::CreaMappa() {
     mappa_ = new QFrame;
+    mappa_->setPalette(PalettaDi(Tema::Chiaro));
+    mappa_->setFrameShape(QFrame::StyledPanel);
+    mappa_->setMinimumHeight(kMappaMinima);
     mappa_->setBackgroundRole(QPalette::Base);
     mappa_->setAutoFillBackground(true);
     auto* griglia = new QGridLayout(mappa_);
     griglia->setContentsMargins(kMargine, kMargine, kMargine, kMargine);
-    griglia->setVerticalSpacing(kMargine / 2);
+    griglia->setVerticalSpacing(0);
     griglia->setColumnStretch(1, 1);
     const auto riga = [&](const char* etichetta, const char* valore, int numero) {
         QLabel* nome = Etichetta(mappa_, etichetta);
+        nome->setForegroundRole(QPalette::PlaceholderText);
         QLabel* testo = Etichetta(mappa_, valore);
         testo->setTextFormat(Qt::PlainText);
         testo->setWordWrap(true);
         testo->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        QFont grassetto = font();
-        grassetto.setBold(true);
-        testo->setFont(grassetto);
-        griglia->addWidget(nome, numero, 0, Qt::AlignTop);
-        griglia->addWidget(testo, numero, 1, Qt::AlignTop);
+        testo->setFont(Carattere(*this, Scrittura::Forte));
+        testo->setContentsMargins(0, 0, 0, kSpazio);
+        griglia->addWidget(nome, numero, 0);
+        griglia->addWidget(testo, numero + 1, 0);
         return std::pair{nome, testo};
     };
     std::tie(lblCircuito_, txtCircuito_) = riga("lblCircuito", "txtCircuito", 0);
-    std::tie(lblPiloti_, txtPiloti_) = riga("lblPiloti", "txtPiloti", 1);
+    std::tie(lblPiloti_, txtPiloti_) = riga("lblPiloti", "txtPiloti", 2);
     Picture1_ = new DisegnoTracciato;
     Picture1_->setObjectName(QStringLiteral("Picture1"));
+    Picture1_->setFrameStyle(QFrame::NoFrame);
     Picture1_->Tratto(2, false);
-    griglia->addWidget(Picture1_, 2, 0, 1, 2);
-    griglia->setRowStretch(2, 1);
+    griglia->addWidget(Picture1_, 0, 1, 5, 1);
+    griglia->setRowStretch(4, 1);
+    griglia->setColumnMinimumWidth(0, 12 * fontMetrics().averageCharWidth());
     mappa_->hide();
-
-    giri_ = new QSplitter(Qt::Vertical);
-    giri_->setChildrenCollapsible(false);
-    giri_->setHandleWidth(kMargine);
-    giri_->addWidget(MSFlexGrid1_);
-    giri_->addWidget(mappa_);
-    giri_->setStretchFactor(0, 1);
-    giri_->setStretchFactor(1, 0);
-    return giri_;
+    return mappa_;
 }
 
 void frmAnalisi::Collega() {
@@ -183,8 +202,10 @@ void frmAnalisi::Collega() {
             [&a](bool spuntato) { Protetto([&] { a.chkDistanza_Click(spuntato); }); });
     for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
         RigaCanale* const riga = Riga(c);
-        connect(riga->chkGrafico, &QCheckBox::toggled, this,
-                [&a, c](bool spuntato) { Protetto([&] { a.chkGrafico_Click(c, spuntato); }); });
+        connect(riga->chkGrafico, &QCheckBox::toggled, this, [this, &a, c](bool spuntato) {
+            AggiornaInvito();
+            Protetto([&] { a.chkGrafico_Click(c, spuntato); });
+        });
         connect(riga->optScala, &QRadioButton::clicked, this,
                 [&a, c] { Protetto([&] { a.optScala_Click(c); }); });
         connect(riga->cmdSetGraph, &QPushButton::clicked, this,
@@ -222,30 +243,53 @@ bool frmAnalisi::Carica() {
     setWindowTitle(PercorsoInQt(NomeFileDati.filename()));
     RefreshLanguage();
     if (!analisi_->Carica(NomeFileDati)) return false;
+    AggiornaDidascalia();
     AdattaMisure();
+    AdattaGiri();
     return true;
 }
 
 void frmAnalisi::AdattaMisure() {
+    const bool conUnita = width() >= kStretta * fontMetrics().height();
+    for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) Riga(c)->UnitaInVista(conUnita);
     // The list is never narrower than its texts, and scrolls only up and down.
+    fraMisure_->layout()->activate();
     const int barra = misure_->verticalScrollBar()->sizeHint().width();
-    misure_->setMinimumWidth(fraMisure_->minimumSizeHint().width() + barra);
+    misure_->setMinimumWidth(fraMisure_->minimumSizeHint().width() + barra +
+                             2 * misure_->frameWidth());
+    // The map has what the channels leave.
+    const int altezza = sinistra_->height() - kMargine;
+    const int canali = fraMisure_->sizeHint().height() + 2 * misure_->frameWidth();
+    const int mappa = std::max(altezza - canali, static_cast<int>(kParteMappa * altezza));
+    sinistra_->setSizes({altezza - mappa, mappa});
 }
 
 void frmAnalisi::AdattaGiri() {
-    // As many sectors as a quarter of the window can show; the rest is scrolled to, or the user
-    // moves the bar.
-    QList<int> misure = divisore_->sizes();
-    const int larghezza =
-        std::clamp(MSFlexGrid1_->sizeHint().width(), MSFlexGrid1_->minimumWidth(), width() / 4);
-    misure[1] += misure[2] - larghezza;
-    misure[2] = larghezza;
-    divisore_->setSizes(misure);
+    // As many whole sectors as leave the graph its share; the user may still move the bar.
+    MSFlexGrid1_->setMinimumWidth(MSFlexGrid1_->LarghezzaPer(0));
+    const int larghezza = divisore_->width() - 2 * kMargine;
+    const int canali = sinistra_->minimumSizeHint().width();
+    const int grafico = std::max(kGraficoMinimo, static_cast<int>(kParteGrafico * larghezza));
+    int giri = MSFlexGrid1_->LarghezzaPer(0);
+    for (int settori = 1; settori <= kSettoriInVista; ++settori) {
+        const int conQuesto = MSFlexGrid1_->LarghezzaPer(settori);
+        if (conQuesto <= larghezza - canali - grafico) giri = conQuesto;
+    }
+    divisore_->setSizes({canali, larghezza - canali - giri, giri});
 }
 
 void frmAnalisi::resizeEvent(QResizeEvent* evento) {
     QDialog::resizeEvent(evento);
+    AdattaMisure();
     AdattaGiri();
+}
+
+void frmAnalisi::AggiornaInvito() {
+    bool spuntato = false;
+    for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
+        spuntato = spuntato || Riga(c)->chkGrafico->isChecked();
+    }
+    NTGraph1_->Invito(spuntato ? std::string() : Testo(Voce::SpuntaCanale));
 }
 
 void frmAnalisi::Apri() {
@@ -273,6 +317,13 @@ void frmAnalisi::AggiornaTesti(Mnemonica&) {
     MSFlexGrid1_->setAccessibleName(InQt(Testo(Voce::ColonnaTempoGiro)));
     NTGraph1_->setAccessibleName(InQt(Testo(Voce::Grafici)));
     NTGraphAll_->setAccessibleName(InQt(Testo(Voce::Allarmi)));
+    std::vector<LivelloGrafico> livelli;
+    for (int k = 0; k < kNumAllarmi; ++k) {
+        livelli.push_back(
+            {2.0 * k + 1.5, ColoreAllarme(k), Testo(Dopo(Voce::AllarmePompaOlio, k))});
+    }
+    NTGraphAll_->Livelli(std::move(livelli));
+    AggiornaInvito();
     NomiBarra();
     AdattaMisure();
 }

@@ -19,8 +19,10 @@
 #include "platform/Colore.h"
 #include "platform/qt/QtPrinter.h"
 #include "reports/DisegnoTracciato.h"
+#include "reports/StampaGrafico.h"
 #include "widgets/BarraNavigazione.h"
 #include "widgets/Dialogo.h"
+#include "widgets/Didascalia.h"
 #include "widgets/GraficoWidget.h"
 #include "widgets/GrigliaGiri.h"
 #include "widgets/LegendaAllarmi.h"
@@ -28,8 +30,8 @@
 
 namespace lapvane {
 
-/// What the two analysis windows are: channels on the left, graph and alarm overview in the middle,
-/// laps and track map on the right, the commands on top. Which analysis stands behind it is the
+/// What the two analysis windows are: channels and track map on the left, graph and alarm overview
+/// in the middle, laps on the right, the commands on top. Which analysis stands behind it is the
 /// choice of the derived window.
 class frmAnalisi : public Dialogo, private VistaAnalisi {
     Q_OBJECT
@@ -103,8 +105,10 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     QWidget* CreaMisure();
     QWidget* CreaSchede();
     QWidget* CreaGiri();
+    QWidget* CreaMappa();
     void AdattaMisure();
     void AdattaGiri();
+    void AggiornaInvito();
     void Collega();
     RigaCanale* Riga(int c);
 
@@ -112,13 +116,14 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     QToolBar* CreaBarra();
     void Esegui(const std::string& chiave);
     void NomiBarra();
+    void AggiornaDidascalia();
     void Impostazioni(int c);
     void MostraStatistiche();
     void MostraStatisticheMisure();
     void MostraReport();
     void MostraTracciato();
     void MostraSessione();
-    void StampaGrafico();
+    void StampaGrafico(QPageLayout::Orientation verso = QPageLayout::Landscape);
 
     // frmAnalisiMenu.cpp: what opens under the right mouse button, and what leaves the window.
     void MenuGiri(const QPoint& dove);
@@ -127,17 +132,19 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     UltimaVista Vista() const;
     void RiprendiVista();
     void SalvaImmagine();
-    QImage Immagine();
+    QImage Immagine() const;
     void DisegnaPagina(QtPrinter& stampante);
-    const GraficoWidget& GraficoInVista();
+    std::vector<ValoreStampato> ValoriAlCursore() const;
+    const GraficoWidget& GraficoInVista() const;
     std::string TitoloGrafico() const;
 
     QSplitter* divisore_ = nullptr;
-    QSplitter* giri_ = nullptr;  ///< lap table above, track map below
+    QSplitter* sinistra_ = nullptr;  ///< channels above, track map below
     QScrollArea* misure_ = nullptr;
     QFrame* fraMisure_ = nullptr;
     QTabWidget* SSTab1_ = nullptr;
     QToolBar* Toolbar1_ = nullptr;
+    Didascalia* didascalia_ = nullptr;
     std::map<std::string, QToolButton*> chiavi_;
     GraficoWidget* NTGraph1_ = nullptr;
     GraficoWidget* NTGraphAll_ = nullptr;

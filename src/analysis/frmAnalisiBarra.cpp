@@ -3,7 +3,9 @@
 #include <utility>
 
 #include "analysis/frmAnalisi.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
+#include "reports/DatiSessione.h"
 #include "reports/dlgDatiSessione.h"
 #include "reports/dlgReportGiri.h"
 #include "reports/dlgSetGraph.h"
@@ -63,6 +65,9 @@ QToolBar* frmAnalisi::CreaBarra() {
         barra->addWidget(pulsante);
         chiavi_[nome] = pulsante;
     }
+    didascalia_ = new Didascalia;
+    didascalia_->setObjectName(QStringLiteral("didascalia"));
+    barra->addWidget(didascalia_);
     chiavi_.at("Sovrapposti")->setChecked(true);
     auto* vista = new QShortcut(QKeySequence(QStringLiteral("Ctrl+U")), this);
     connect(vista, &QShortcut::activated, this, [this] { Protetto([this] { RiprendiVista(); }); });
@@ -75,6 +80,25 @@ void frmAnalisi::NomiBarra() {
         pulsante->setToolTip(InQt(Testo(chiave.Testo)));
         pulsante->setAccessibleName(pulsante->toolTip());
     }
+    AggiornaDidascalia();
+}
+
+/// File and session: what the graphs below are of.
+void frmAnalisi::AggiornaDidascalia() {
+    QStringList parti{PercorsoInQt(NomeFileDati.filename())};
+    const auto aggiungi = [&parti](std::initializer_list<std::string> campi) {
+        QStringList pieni;
+        for (const std::string& campo : campi) {
+            const QString testo = InQt(campo).simplified();
+            if (!testo.isEmpty()) pieni << testo;
+        }
+        if (!pieni.isEmpty()) parti << pieni.join(QStringLiteral(", "));
+    };
+    aggiungi({DatiSessione.Sessione, DatiSessione.DataSessione});
+    aggiungi({DatiSessione.Piloti});
+    const std::string& lungo = DatiSessione.LunghTracciato;
+    aggiungi({DatiSessione.Circuito, lungo.empty() ? lungo : lungo + " m"});
+    didascalia_->Testo(parti.join(QStringLiteral("  ·  ")));
 }
 
 void frmAnalisi::Esegui(const std::string& chiave) {
@@ -126,12 +150,13 @@ void frmAnalisi::MostraSessione() {
     if (scaricata_) return;
     analisi_->RicompilaTabella();
     AdattaGiri();
+    AggiornaDidascalia();
     chiavi_.at("Circuito")->setChecked(analisi_->TracciatoVisibile());
 }
 
-void frmAnalisi::StampaGrafico() {
-    const auto stampante = ScegliStampante(
-        Testo(Voce::StampaGrafico), NomeFileDati.stem().concat(".pdf"), QPageLayout::Landscape);
+void frmAnalisi::StampaGrafico(QPageLayout::Orientation verso) {
+    const auto stampante =
+        ScegliStampante(Testo(Voce::StampaGrafico), NomeFileDati.stem().concat(".pdf"), verso);
     if (stampante) DisegnaPagina(*stampante);
 }
 

@@ -52,7 +52,10 @@ void frmAnalisi::MenuGrafico(const QPoint& dove) {
         {Voce::CopiaImmagine, [this] { QGuiApplication::clipboard()->setImage(Immagine()); }},
         {Voce::SalvaImmagine, [this] { SalvaImmagine(); }},
         {Voce::StampaGrafico,
-         [this] { StampaOAvvisa(Voce::StampaGrafico, [this] { StampaGrafico(); }); }}};
+         [this] { StampaOAvvisa(Voce::StampaGrafico, [this] { StampaGrafico(); }); }},
+        {Voce::StampaVerticale, [this] {
+             StampaOAvvisa(Voce::StampaGrafico, [this] { StampaGrafico(QPageLayout::Portrait); });
+         }}};
     if (CaricaUltimaVista()) voci.push_back({Voce::UltimaVista, [this] { RiprendiVista(); }});
     MostraMenu(this, dove, voci);
 }
@@ -115,7 +118,7 @@ void frmAnalisi::SalvaImmagine() {
 }
 
 /// The graph in view under the name of its lap, as for paper.
-QImage frmAnalisi::Immagine() {
+QImage frmAnalisi::Immagine() const {
     const GraficoWidget& grafico = GraficoInVista();
     const QFontMetricsF misure(grafico.font());
     const QRectF disegno(QPointF(kMargineImmagine, kMargineImmagine + misure.height()),
@@ -136,27 +139,41 @@ std::string frmAnalisi::TitoloGrafico() const {
     return TestoDaPercorso(NomeFileDati.filename()) + " - " + analisi_->NomeGiro();
 }
 
-const GraficoWidget& frmAnalisi::GraficoInVista() {
-    if (SSTab1_->currentIndex() == 0) return *NTGraph1_;
-    // Each line has its name beside it; the frame with the legend is not on the paper.
-    std::vector<LivelloGrafico> livelli;
-    livelli.reserve(kNumAllarmi);
-    for (int k = 0; k < kNumAllarmi; ++k) {
-        livelli.push_back(
-            {2.0 * k + 1.5, ColoreAllarme(k), Testo(Dopo(Voce::AllarmePompaOlio, k))});
-    }
-    NTGraphAll_->Livelli(std::move(livelli));
-    return *NTGraphAll_;
+const GraficoWidget& frmAnalisi::GraficoInVista() const {
+    return SSTab1_->currentIndex() == 0 ? *NTGraph1_ : *NTGraphAll_;
 }
 
 void frmAnalisi::DisegnaPagina(QtPrinter& stampante) {
     const GraficoWidget& grafico = GraficoInVista();
     TestiStampaGrafico testi =
         &grafico == NTGraphAll_ ? TestiGraficoAllarmi() : TestiGraficoCanali();
-    testi.Titolo = TitoloGrafico();
-    StampaControllo(stampante, testi, [&grafico](QPainter& penna, const QRectF& area) {
-        grafico.DisegnaSu(penna, area);
+    testi.Titolo = analisi_->NomeGiro();
+    testi.Log = TestoDaPercorso(NomeFileDati.filename());
+    testi.Valori = ValoriAlCursore();
+    const bool conCursore = !testi.Valori.empty();
+    StampaControllo(stampante, testi, [&](QPainter& penna, const QRectF& area) {
+        grafico.DisegnaSu(penna, area, conCursore);
     });
+}
+
+/// Time, distance and the drawn channels as the boxes show them; none where nothing is drawn.
+std::vector<ValoreStampato> frmAnalisi::ValoriAlCursore() const {
+    std::vector<ValoreStampato> valori;
+    bool disegnati = false;
+    for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) {
+        const RigaCanale& riga = *righe_[c];
+        const bool canale = c >= kPrimoCanale;
+        const std::string valore = DaQt(riga.txtValore->text());
+        if (valore.empty() || (canale && !riga.chkGrafico->isChecked())) continue;
+        disegnati = disegnati || canale;
+        // The unit stands in brackets beside its box.
+        QString unita = riga.lblUM->text();
+        unita.remove(QLatin1Char('[')).remove(QLatin1Char(']'));
+        const Colore tinta = canale ? analisi_->Canali()[c].ColoreCanale : Rgb(255, 255, 255);
+        valori.push_back({DaQt(riga.lblNomeCampo->text()), valore, DaQt(unita), tinta});
+    }
+    if (!disegnati) valori.clear();
+    return valori;
 }
 
 }  // namespace lapvane

@@ -89,13 +89,8 @@ void frmAnalisi::Rinfresca() {
 }
 
 void frmAnalisi::MostraMappa(bool visibile) {
-    const bool nuova = visibile && !mappa_->isVisibleTo(this);
     mappa_->setVisible(visibile);
-    if (!nuova) return;
-    const int altezza = giri_->height();
-    const int parte =
-        std::min(Picture1_->width() + mappa_->fontMetrics().height() * 3, altezza / 2);
-    giri_->setSizes({altezza - parte, parte});
+    AdattaMisure();
 }
 
 void frmAnalisi::Mappa(std::vector<PuntoTracciato> punti, const std::string& circuito,

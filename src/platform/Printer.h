@@ -11,8 +11,12 @@ class Printer {
  public:
     virtual ~Printer() = default;
 
+    /// The page that the positions are meant for, centimetres. On paper that is smaller everything
+    /// is drawn smaller, in its middle.
+    virtual void Sheet(double width, double height) = 0;
     /// Size of the texts that follow, in points.
     virtual void FontSize(double points) = 0;
+    virtual void FontBold(bool bold) = 0;
     virtual void Line(double x1, double y1, double x2, double y2) = 0;
     /// One line of text; (x, y) is its top left corner. A text that would reach past `right` is
     /// condensed a little or, where that is not enough, cut off with an ellipsis.

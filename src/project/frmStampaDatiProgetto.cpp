@@ -1,5 +1,6 @@
 #include "project/frmStampaDatiProgetto.h"
 
+#include <QDate>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -13,16 +14,23 @@
 #include "shell/NumeroTesto.h"
 #include "shell/TabelleNomi.h"
 #include "widgets/Stampante.h"
+#include "widgets/style/Tavolozza.h"
 
 namespace lapvane {
 
 namespace {
 
-constexpr double kLarghezzaA4 = 793.7;  // pixels of 1/96 inch
-constexpr double kAltezzaA4 = 1122.5;
-constexpr double kMargineFoglio = 75.6;  // 2 cm
+constexpr double kPixelPollice = 96.0;
+constexpr double kMargineFoglio = 75.6;  // 2 cm, in pixels as the next
+constexpr int kLarghezzaFoglio = 642;    // 17 cm: between the margins of A4 and of Letter
 constexpr Voce kTestoStampa = Voce::Stampa;
-constexpr int kBordo = 16;
+constexpr int kBordo = 24;
+constexpr int kRientroGruppo = 16;  // of what belongs to a heading of the second order
+
+/// Width and height of the paper, pixels of 1/96 inch.
+QSizeF Carta() {
+    return QtPrinter::Carta().size(QPageSize::Inch) * kPixelPollice;
+}
 
 std::string VoceDi(const std::vector<std::string>& lista, int indice) {
     return indice >= 0 && indice < static_cast<int>(lista.size())
@@ -51,7 +59,11 @@ std::string PagineAbilitate() {
 frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent)
     : Dialogo("frmStampaDatiProgetto", parent) {
     setWindowTitle(InQt(Testo(kTestoStampa)));
-    foglio_ = new QFrame(this);
+    auto* const foglio = new QFrame(this);
+    foglio->setFrameShape(QFrame::StyledPanel);
+    foglio_ = foglio;
+    foglio_->setPalette(PalettaDi(Tema::Chiaro));  // it is the paper
+    foglio_->setFixedWidth(kLarghezzaFoglio);
     foglio_->setBackgroundRole(QPalette::Base);
     foglio_->setAutoFillBackground(true);
     griglia_ = new QGridLayout(foglio_);
@@ -61,10 +73,10 @@ frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent)
     griglia_->setColumnStretch(1, 1);
 
     const RecordProgetto& p = DatiProgetto;
-    Titolo("lblProgetto", Testo(Voce::MenuProgetto), true);
-    Titolo("lblNomeProgetto", p.NomeProgetto, false);
+    Titolo("lblProgetto", Testo(Voce::MenuProgetto), Scrittura::Piccola);
+    Titolo("lblNomeProgetto", p.NomeProgetto, Scrittura::Testa);
     Linea();
-    Titolo("lblConfigurazione", Testo(Voce::MenuConfigurazione), true);
+    Titolo("lblConfigurazione", Testo(Voce::MenuConfigurazione), Scrittura::Titolo);
     Riga("lblLinguaDisplay", Voce::LinguaDisplay, "lblValLinguaDisplay",
          VoceDi(ListaLingue, p.Lingua));
     Riga("lblUMVelocita", Voce::UnitaVelocita, "lblValUMVel", VoceDi(ListaUMVelocita, p.UMVel));
@@ -75,19 +87,24 @@ frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent)
     Riga("lblPagineAbilitate", Voce::AbilitazionePagine, "lblValPagineAbilitate",
          PagineAbilitate());
     Linea();
-    Titolo("lblSensori", Testo(Voce::VoceSensori), true);
-    Titolo("lblVelocitaVettura", Testo(Voce::CorniceVelocitaVettura), true);
+    Titolo("lblSensori", Testo(Voce::VoceSensori), Scrittura::Titolo);
+    Titolo("lblVelocitaVettura", Testo(Voce::CorniceVelocitaVettura), Scrittura::Forte);
     Riga("lblNumImpulsi", Voce::ImpulsiRuota, "lblValNumImpulsi", TestoNumero(int{p.ImpulsiRuota}));
     Riga("lblDiametroRuota", Voce::DiametroRuota, "lblValDiametroRuota",
          TestoNumero(int{p.DiametroRuota}));
     Riga("lblTCVV", Voce::FrequenzaCampionamento, "lblValTCVV", p.TCampVV);
-    Titolo("lblRPM", Testo(Voce::CorniceGiriMotore), true);
+    Titolo("lblRPM", Testo(Voce::CorniceGiriMotore), Scrittura::Forte);
     Riga("lblNumAcc", Voce::AccensioniPerGiro, "lblValNumAcc", TestoNumero(int{p.NumAccRPM}));
     Riga("lblTCRPM", Voce::FrequenzaCampionamento, "lblValTCRPM", p.TCampRPM);
-    Titolo("lblTemperOlio", Testo(Voce::TemperaturaOlio), true);
+    Titolo("lblTemperOlio", Testo(Voce::TemperaturaOlio), Scrittura::Forte);
     Riga("lblNomeTO", Voce::NomeSensore, "lblValNomeTO", p.TemperaturaOlio);
-    Titolo("lblPressOlio", Testo(Voce::PressioneOlio), true);
+    Titolo("lblPressOlio", Testo(Voce::PressioneOlio), Scrittura::Forte);
     Riga("lblNomePO", Voce::NomeSensore, "lblValNomePO", p.PressioneOlio);
+    Linea();
+    Titolo("lblStampatoIl",
+           DaQt(InQt(Testo(Voce::StampatoIl))
+                    .arg(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")))),
+           Scrittura::Piccola);
     griglia_->setRowStretch(riga_, 1);
 
     Mnemonica lettere;
@@ -98,17 +115,20 @@ frmStampaDatiProgetto::frmStampaDatiProgetto(QWidget* parent)
     auto* colonna = new QVBoxLayout(this);
     colonna->addWidget(foglio_, 1);
     colonna->addLayout(RigaPulsanti(nullptr, {cmdPreview, cmdPrint}));
-    setMinimumWidth(560);
     ApriStampante = [] { return ScegliStampante(Testo(kTestoStampa), "project.pdf"); };
 }
 
-void frmStampaDatiProgetto::Titolo(const char* nome, const std::string& testo, bool grassetto) {
+void frmStampaDatiProgetto::Titolo(const char* nome, const std::string& testo,
+                                   Scrittura scrittura) {
     QLabel* etichetta = Etichetta(foglio_, nome);
     etichetta->setText(InQt(testo));
     etichetta->setTextFormat(Qt::PlainText);
-    QFont carattere = font();
-    carattere.setBold(grassetto);
-    etichetta->setFont(carattere);
+    etichetta->setFont(Carattere(*this, scrittura));
+    if (scrittura == Scrittura::Piccola) etichetta->setForegroundRole(QPalette::PlaceholderText);
+    // Room above a heading, below the name.
+    if (scrittura == Scrittura::Titolo || scrittura == Scrittura::Forte) {
+        etichetta->setContentsMargins(0, kSpazio / 2, 0, 0);
+    }
     griglia_->addWidget(etichetta, riga_++, 0, 1, 2);
 }
 
@@ -119,6 +139,8 @@ void frmStampaDatiProgetto::Riga(const char* etichetta, Voce testo, const char* 
     QLabel* dato = Etichetta(foglio_, valore);
     dato->setText(InQt(contenuto));
     for (QLabel* const quale : {nome, dato}) quale->setTextFormat(Qt::PlainText);
+    nome->setForegroundRole(QPalette::PlaceholderText);
+    nome->setContentsMargins(kRientroGruppo, 0, 0, 0);
     griglia_->addWidget(nome, riga_, 0);
     griglia_->addWidget(dato, riga_, 1);
     ++riga_;
@@ -132,7 +154,8 @@ void frmStampaDatiProgetto::Linea() {
 
 void frmStampaDatiProgetto::Pagina(QPainter& penna, double margineX, double margineY) const {
     if (foglio_->layout() != nullptr) foglio_->layout()->activate();
-    penna.setPen(QPen(Qt::black, 1.0));
+    const QPen filo(Qt::black, 0.8);
+    penna.setPen(filo);
     const QPointF margine(margineX, margineY);
     penna.drawRect(QRectF(margine, QSizeF(foglio_->size())));
     const auto controlli = foglio_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
@@ -140,9 +163,12 @@ void frmStampaDatiProgetto::Pagina(QPainter& penna, double margineX, double marg
         const QRectF posto = QRectF(controllo->geometry()).translated(margine);
         if (const auto* etichetta = qobject_cast<const QLabel*>(controllo)) {
             penna.setFont(etichetta->font());
-            penna.drawText(posto, Qt::AlignLeft | Qt::AlignVCenter, etichetta->text());
+            penna.setPen(etichetta->palette().color(etichetta->foregroundRole()));
+            penna.drawText(posto.marginsRemoved(QMarginsF(etichetta->contentsMargins())),
+                           Qt::AlignLeft | Qt::AlignVCenter, etichetta->text());
         } else if (const auto* linea = qobject_cast<const QFrame*>(controllo)) {
             if (linea->frameShape() == QFrame::HLine) {
+                penna.setPen(filo);
                 penna.drawLine(QPointF(posto.left(), posto.center().y()),
                                QPointF(posto.right(), posto.center().y()));
             }
@@ -177,11 +203,17 @@ frmSupportoStampa::frmSupportoStampa(std::function<void(QPainter&)> disegna, QWi
 
 void frmSupportoStampa::paintEvent(QPaintEvent*) {
     QPainter penna(this);
-    const double scala = std::min(width() / kLarghezzaA4, height() / kAltezzaA4);
-    penna.translate((width() - kLarghezzaA4 * scala) / 2.0, (height() - kAltezzaA4 * scala) / 2.0);
+    const QSizeF carta = Carta();
+    const double bordo = 2.0 * kSpazioGruppi;
+    const double scala =
+        std::min((width() - bordo) / carta.width(), (height() - bordo) / carta.height());
+    penna.translate((width() - carta.width() * scala) / 2.0,
+                    (height() - carta.height() * scala) / 2.0);
     penna.scale(scala, scala);
     penna.setRenderHint(QPainter::Antialiasing);
-    penna.fillRect(QRectF(0.0, 0.0, kLarghezzaA4, kAltezzaA4), Qt::white);
+    penna.setPen(ColoriDi(*this).Line);
+    penna.setBrush(Qt::white);
+    penna.drawRect(QRectF(QPointF(), carta));
     disegna_(penna);
 }
 

@@ -5,10 +5,10 @@
 #include <functional>
 #include <memory>
 
-#include "shell/Voci.h"
-
 #include "platform/qt/QtPrinter.h"
+#include "shell/Voci.h"
 #include "widgets/Dialogo.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
@@ -28,7 +28,7 @@ class frmStampaDatiProgetto : public Dialogo {
     std::function<std::unique_ptr<QtPrinter>()> ApriStampante;
 
  private:
-    void Titolo(const char* nome, const std::string& testo, bool grassetto);
+    void Titolo(const char* nome, const std::string& testo, Scrittura scrittura);
     void Riga(const char* etichetta, Voce testo, const char* valore, const std::string& contenuto);
     void Linea();
     void cmdPreview_Click();
@@ -43,7 +43,7 @@ class frmStampaDatiProgetto : public Dialogo {
 class frmSupportoStampa : public Dialogo {
     Q_OBJECT
  public:
-    /// `disegna` paints into a page of A4 in pixels of 1/96 inch.
+    /// `disegna` paints into a page of the paper in use, in pixels of 1/96 inch.
     frmSupportoStampa(std::function<void(QPainter&)> disegna, QWidget* parent = nullptr);
 
  protected:

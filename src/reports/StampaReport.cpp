@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "project/DatiProgetto.h"
 #include "reports/DatiSessione.h"
 #include "shell/LoadStrings.h"
+#include "shell/NumeroTesto.h"
 
 namespace lapvane {
 
@@ -15,6 +17,11 @@ constexpr int kGiriPagina = 80;
 constexpr int kGiriGruppo = 40;
 constexpr double kSinistra = 1.0;  // of both frames, as the next
 constexpr double kDestra = 19.0;
+constexpr double kLarghezza = 21.0;  // of the page that the positions are meant for
+constexpr double kAltezza = 29.7;
+constexpr double kSottoTitoli = 6.55;
+constexpr double kPiede = 28.3;
+constexpr double kNumeroPagina = 16.5;
 constexpr double kDistacco = 0.15;  // between a text and what stands right of it
 
 /// Columns of one group and where the group ends.
@@ -60,6 +67,15 @@ void StampaSessione(Printer& stampante) {
     riga(1.5, 3.5, kDestra, Voce::StampaNote, InUnaRiga(DatiSessione.NoteSessione, " "));
 }
 
+std::string NumeroDiPagina(int pagina, int tutte) {
+    std::string testo = Testo(Voce::ArchivioPagina);
+    for (const auto& [segno, numero] : {std::pair{"%1", pagina}, {"%2", tutte}}) {
+        const std::size_t dove = testo.find(segno);
+        if (dove != std::string::npos) testo.replace(dove, 2, TestoNumero(numero));
+    }
+    return testo;
+}
+
 void StampaRiga(Printer& stampante, const Gruppo& gruppo, double y, const RigaReport& riga) {
     const std::array<const std::string*, 4> testi = {&riga.Sessione, &riga.Giro, &riga.Tempo,
                                                      &riga.Velocita};
@@ -76,10 +92,13 @@ std::string TitoloVelocita() {
     return Testo(Voce::Velocita) + " (Km/h)";
 }
 
-void StampaReport(Printer& stampante, const std::vector<RigaReport>& giri) {
+void StampaReport(Printer& stampante, const std::vector<RigaReport>& giri,
+                  const std::string& piede) {
     const RigaReport titoli{Testo(Voce::Sessione), Testo(Voce::Giro), Testo(Voce::Tempo),
                             TitoloVelocita()};
     const int numGiri = static_cast<int>(giri.size());
+    const int tutte = (numGiri + kGiriPagina - 1) / kGiriPagina;
+    stampante.Sheet(kLarghezza, kAltezza);
     int pagine = 0;
     int giriPagina = std::min(numGiri, kGiriPagina);
     while (giriPagina > 0) {
@@ -88,7 +107,12 @@ void StampaReport(Printer& stampante, const std::vector<RigaReport>& giri) {
         StampaSessione(stampante);
         Cornice(stampante, 5.5, 28.0);
         stampante.FontSize(9.0);
+        stampante.FontBold(true);
         for (const Gruppo& gruppo : kGruppi) StampaRiga(stampante, gruppo, 6.0, titoli);
+        stampante.FontBold(false);
+        for (const Gruppo& gruppo : kGruppi) {
+            stampante.Line(gruppo.X[0], kSottoTitoli, gruppo.Fine - 0.5, kSottoTitoli);
+        }
         // Kept: the last lap of each page stays out.
         for (int k = 1; k < giriPagina; ++k) {
             const bool primo = k <= kGiriGruppo;
@@ -96,6 +120,10 @@ void StampaReport(Printer& stampante, const std::vector<RigaReport>& giri) {
             StampaRiga(stampante, kGruppi[primo ? 0 : 1], y,
                        giri[static_cast<std::size_t>(kGiriPagina * pagine + k - 1)]);
         }
+        stampante.FontSize(8.0);
+        stampante.Text(kSinistra, kPiede, kNumeroPagina - kDistacco, piede);
+        stampante.Text(kNumeroPagina, kPiede, kDestra - kDistacco,
+                       NumeroDiPagina(pagine + 1, tutte));
         stampante.NewPage();
         ++pagine;
         giriPagina = std::min(numGiri - kGiriPagina * pagine, kGiriPagina);

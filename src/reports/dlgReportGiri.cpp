@@ -1,10 +1,12 @@
 #include "reports/dlgReportGiri.h"
 
+#include <QDate>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "platform/PuntatoreOccupato.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
@@ -23,7 +25,7 @@ constexpr int kRigheVisibili = 16;
 
 dlgReportGiri::dlgReportGiri(const AnalisiPubblica& analisi, const std::filesystem::path& filePdf,
                              QWidget* parent)
-    : Dialogo("dlgReportGiri", parent) {
+    : Dialogo("dlgReportGiri", parent), log_(filePdf.stem()) {
     setWindowTitle(InQt(Testo(Voce::ReportGiri)));
     MSFlexGrid1_ = new Tabella(this);
     MSFlexGrid1_->setObjectName(QStringLiteral("MSFlexGrid1"));
@@ -74,7 +76,11 @@ void dlgReportGiri::Stampa() {
     const std::unique_ptr<QtPrinter> stampante = ApriStampante();
     if (stampante == nullptr) return;
     const PuntatoreOccupato occupato;
-    StampaReport(*stampante, giri_);
+    QStringList piede;
+    if (!log_.empty()) piede << PercorsoInQt(log_);
+    piede << InQt(Testo(Voce::StampatoIl))
+                 .arg(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")));
+    StampaReport(*stampante, giri_, DaQt(piede.join(QStringLiteral("  \u00B7  "))));
 }
 
 }  // namespace lapvane

@@ -29,6 +29,7 @@ class dlgReportGiri : public Dialogo {
  private:
     void Stampa();
 
+    std::filesystem::path log_;  ///< its name, without the ending
     Tabella* MSFlexGrid1_ = nullptr;
     std::vector<RigaReport> giri_;  ///< lap 1 first, whatever the grid's order
 };

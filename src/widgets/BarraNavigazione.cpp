@@ -1,6 +1,7 @@
 #include "widgets/BarraNavigazione.h"
 
 #include <QHBoxLayout>
+#include <algorithm>
 
 namespace lapvane {
 
@@ -23,9 +24,12 @@ void Colora(QPushButton* pulsante, bool verde) {
 }  // namespace
 
 BarraNavigazione::BarraNavigazione(QWidget* parent) : QWidget(parent) {
-    auto* riga = new QHBoxLayout(this);
-    riga->setContentsMargins(kMargine, kMargine, kMargine, 0);
+    gruppi_ = new QBoxLayout(QBoxLayout::LeftToRight, this);
+    gruppi_->setContentsMargins(0, 2 * kMargine, 0, 0);
+    gruppi_->setSpacing(kMargine);
+    auto* riga = new QHBoxLayout;
     riga->setSpacing(kMargine);
+    gruppi_->addLayout(riga);
     auto* lblZoom = new QLabel(QStringLiteral("ZOOM"), this);
     lblZoom->setObjectName(QStringLiteral("lblZoom"));
     riga->addWidget(lblZoom);
@@ -49,6 +53,10 @@ BarraNavigazione::BarraNavigazione(QWidget* parent) : QWidget(parent) {
         riga->addWidget(pulsante);
     }
     riga->addStretch(1);
+    riga = new QHBoxLayout;
+    riga->setSpacing(kMargine);
+    riga->addStretch(1);
+    gruppi_->addLayout(riga);
     struct Spostamento {
         const char* Nome;
         char16_t Segno;
@@ -71,6 +79,22 @@ BarraNavigazione::BarraNavigazione(QWidget* parent) : QWidget(parent) {
         riga->addWidget(sposta_[i]);
     }
     riga->addWidget(scorri_[1]);
+}
+
+QSize BarraNavigazione::minimumSizeHint() const {
+    // Of both groups one below the other, whichever way they stand now.
+    const QLayout* const zoom = gruppi_->itemAt(0)->layout();
+    const QLayout* const sposta = gruppi_->itemAt(1)->layout();
+    return {std::max(zoom->minimumSize().width(), sposta->minimumSize().width()),
+            gruppi_->minimumSize().height()};
+}
+
+void BarraNavigazione::resizeEvent(QResizeEvent* evento) {
+    QWidget::resizeEvent(evento);
+    int largo = kMargine;
+    for (int i = 0; i < 2; ++i) largo += gruppi_->itemAt(i)->layout()->minimumSize().width();
+    const auto verso = width() < largo ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
+    if (verso != gruppi_->direction()) gruppi_->setDirection(verso);
 }
 
 QPushButton* BarraNavigazione::Pulsante(const char* nome, const QString& testo) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QWidget>
@@ -7,7 +8,8 @@
 
 namespace lapvane {
 
-/// The buttons that move through a lap: zoom on the left, shift and automatic scroll on the right.
+/// The buttons that move through a lap: zoom on the left, shift and automatic scroll on the right
+/// or, where there is no room, below.
 class BarraNavigazione : public QWidget {
     Q_OBJECT
  public:
@@ -21,6 +23,8 @@ class BarraNavigazione : public QWidget {
     /// What the shift and the scroll buttons are called.
     void Nomi(const QString& sposta, const QString& scorri);
 
+    QSize minimumSizeHint() const override;
+
  Q_SIGNALS:
     /// The window becomes so many times as wide or, if `fuori`, its width is divided by the factor.
     void Zoom(double fattore, bool fuori);
@@ -29,9 +33,13 @@ class BarraNavigazione : public QWidget {
     /// -1: to the left, 1: to the right.
     void ScorriPremuto(int verso);
 
+ protected:
+    void resizeEvent(QResizeEvent* evento) override;
+
  private:
     QPushButton* Pulsante(const char* nome, const QString& testo);
 
+    QBoxLayout* gruppi_ = nullptr;
     std::array<QPushButton*, 2> zoomIn_{};
     std::array<QPushButton*, 2> zoomOut_{};
     std::array<QPushButton*, 4> sposta_{};

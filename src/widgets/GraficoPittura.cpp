@@ -18,17 +18,19 @@ namespace {
 constexpr double kRespiro = 0.04;  // of the range, on each side of curves with marks
 constexpr double kSegno = 7.0;     // width of a mark
 constexpr double kMargine = 10.0;
+constexpr double kPassoTacche = 1.7;      // lines of text a number of the y axis has, at least
 constexpr double kTacca = 5.0;            // length of a tick
 constexpr double kAsse = 2.0;             // width of a y axis
 constexpr double kSpazioRiquadri = 14.0;  // between separate panes
-constexpr double kContrastoLinea = 2.2;
+constexpr double kContrastoLinea = 1.9;   // keeps all colours of the channels as they are
 constexpr double kContrastoTesto = 4.5;
 constexpr double kContrastoAsse = 3.0;
-constexpr double kTratto = 1.4;  // pixels of a line of width 1: a hairline is lost in the sun
+constexpr double kTratto = 1.5;  // pixels of a line of width 1: a hairline is lost in the sun
 constexpr double kTrattoCarta = 1.0;
 constexpr int kSpessoreMassimo = 20;
 constexpr double kLontano = 2000.0;  // pixels
-constexpr double kLarghezzaCursore = 1.5;
+constexpr double kLarghezzaCursore = 2.0;
+constexpr double kCursoreCarta = 0.8;
 constexpr double kFuoco = 2.0;  // width of the mark of the focus
 constexpr int kRigheLegenda = 3;
 constexpr double kVelo = 0.10;            // of the zoom rectangle
@@ -37,6 +39,8 @@ constexpr double kLarghezzaCarta = 1000;  // pixels that a printed page stands f
 constexpr double kAltezzaCarta = 640;
 constexpr int kCarattereCarta = 13;  // ... and its letters
 constexpr double kFiloCarta = 0.4;
+constexpr double kRientroLivello = 8.0;  // of a level's name from the axis
+constexpr double kAriaLivello = 1.3;     // lines of text between two levels, at least
 
 Colore Tenue(Colore sfondo, Colore inchiostro, double parte) {
     const auto componente = [&](int s) {
@@ -197,7 +201,8 @@ void GraficoWidget::DisponiAssiY(Foglio& foglio, const std::vector<Riquadro>& ri
                                  double altezza, Disposizione& d) const {
     Scrittore& penna = *foglio.Penna;
     const char separatore = platform().DecimalSeparator();
-    const int massime = static_cast<int>(std::clamp(altezza / (2.2 * penna.Riga()), 2.0, 12.0));
+    const int massime =
+        static_cast<int>(std::clamp(altezza / (kPassoTacche * penna.Riga()), 2.0, 12.0));
     const auto allarga = [&](const QString& testo) {
         d.LarghezzaY = std::max(d.LarghezzaY, penna.Largo(testo));
     };
@@ -299,6 +304,27 @@ void GraficoWidget::DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposiz
     for (std::size_t i = 0; i < d.Pannelli.size(); ++i) DisegnaRiquadro(penna, foglio, d, i);
     DisegnaAsseX(penna, foglio, d);
     DisegnaLegenda(penna, foglio, d);
+    if (foglio.Carta()) return;
+    if (separati_.empty()) DisegnaLivelli(penna, foglio, d.Pannelli[0].Area);
+    if (!elementi_.empty() || invito_.empty()) return;
+    penna.setPen(InQColor(foglio.Testo));
+    foglio.Penna->Scrivi(penna, d.Pannelli[0].Area, Qt::AlignCenter, InQt(invito_));
+}
+
+/// Each name at the left end of its level, where the curves then run over it.
+void GraficoWidget::DisegnaLivelli(QPainter& penna, const Foglio& foglio,
+                                   const QRectF& area) const {
+    const ScalaPixel y = ScalaY(area, unico_);
+    const double riga = foglio.Penna->Riga();
+    if (livelli_.size() < 2 || !y.Valida()) return;
+    if (std::fabs(y.Pixel(livelli_[1].Y) - y.Pixel(livelli_[0].Y)) < kAriaLivello * riga) return;
+    for (const LivelloGrafico& livello : livelli_) {
+        penna.setPen(InQColor(ColoreLeggibile(livello.Tinta, foglio.Sfondo, kContrastoTesto)));
+        foglio.Penna->Scrivi(penna,
+                             QRectF(area.left() + kRientroLivello, y.Pixel(livello.Y) - riga / 2,
+                                    area.width() - 2 * kRientroLivello, riga),
+                             Qt::AlignLeft | Qt::AlignVCenter, InQt(livello.Nome));
+    }
 }
 
 void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Disposizione& d,
@@ -526,7 +552,19 @@ QImage GraficoWidget::Fotografa(double rapporto) const {
     return foto;
 }
 
-void GraficoWidget::DisegnaSu(QPainter& painter, const QRectF& rect) const {
+void GraficoWidget::DisegnaCursoreSu(QPainter& penna, const Foglio& foglio,
+                                     const Disposizione& d) const {
+    if (!cursore_ || !cursore_->Visibile || !(cursore_->X >= xMin_ && cursore_->X <= xMax_)) return;
+    for (const auto& p : d.Pannelli) {
+        const ScalaPixel x = ScalaX(p.Area);
+        if (!x.Valida()) continue;
+        penna.fillRect(
+            foglio.Verticale(x.Pixel(cursore_->X), p.Area.top(), p.Area.bottom(), kCursoreCarta),
+            InQColor(ColoreLeggibile(cursore_->Tinta, foglio.Sfondo, kContrastoAsse)));
+    }
+}
+
+void GraficoWidget::DisegnaSu(QPainter& painter, const QRectF& rect, bool conCursore) const {
     if (rect.width() <= 0.0 || rect.height() <= 0.0) return;
     const double scala =
         std::sqrt(rect.width() * rect.height() / (kLarghezzaCarta * kAltezzaCarta));
@@ -550,6 +588,7 @@ void GraficoWidget::DisegnaSu(QPainter& painter, const QRectF& rect) const {
     painter.setRenderHint(QPainter::Antialiasing);
     DisegnaFondo(painter, foglio, d);
     DisegnaCurve(painter, foglio, d);
+    if (conCursore) DisegnaCursoreSu(painter, foglio, d);
     painter.restore();
 }
 

@@ -76,6 +76,17 @@ std::optional<QPointF> GraficoWidget::ValoriIn(const QPointF& pixel) const {
     return QPointF(suX.Valore(pixel.x()), suY.Valore(pixel.y()));
 }
 
+void GraficoWidget::Livelli(std::vector<LivelloGrafico> livelli) {
+    livelli_ = std::move(livelli);
+    Sporca();
+}
+
+void GraficoWidget::Invito(const std::string& testo) {
+    if (invito_ == testo) return;
+    invito_ = testo;
+    Sporca();
+}
+
 void GraficoWidget::MostraNumeriY(bool mostra) {
     numeriY_ = mostra;
     Sporca();

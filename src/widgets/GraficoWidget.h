@@ -25,7 +25,8 @@ struct CursoreGrafico {
     bool Visibile = false;
 };
 
-/// A level that is named on paper, in place of the numbers of the y axis.
+/// A level that has a name: on the screen inside the plot, on paper in place of the numbers of the
+/// y axis.
 struct LivelloGrafico {
     double Y = 0.0;
     Colore Tinta = 0;
@@ -85,8 +86,10 @@ class GraficoWidget : public QWidget, public GraphControl {
     /// Marks each point of the curves, and leaves them a margin around the range, so that none
     /// touches the frame.
     void MostraPunti(bool mostra);
-    /// The levels that the curves of the overlaid view keep to. The screen doesn't show them.
-    void Livelli(std::vector<LivelloGrafico> livelli) { livelli_ = std::move(livelli); }
+    /// The levels that the curves of the overlaid view keep to.
+    void Livelli(std::vector<LivelloGrafico> livelli);
+    /// What stands in the middle while there is no curve.
+    void Invito(const std::string& testo);
 
     /// The plot area of a pane, counted from 0 at the top, in the widget's own pixels.
     QRectF AreaDisegno(int riquadro = 0) const;
@@ -97,9 +100,9 @@ class GraficoWidget : public QWidget, public GraphControl {
 
     /// The graph without its cursor, as the screen shows it at that many device pixels per pixel.
     QImage Fotografa(double rapporto) const;
-    /// Draws the graph without its cursor into the rectangle as lines and letters, in black on
-    /// white paper; letters and line widths follow the rectangle's size.
-    void DisegnaSu(QPainter& painter, const QRectF& rect) const;
+    /// Draws the graph into the rectangle as lines and letters, in black on white paper; letters
+    /// and line widths follow the rectangle's size.
+    void DisegnaSu(QPainter& painter, const QRectF& rect, bool conCursore = false) const;
     /// How often the picture was drawn anew.
     int Ridisegni() const { return ridisegni_; }
 
@@ -160,7 +163,9 @@ class GraficoWidget : public QWidget, public GraphControl {
                            std::size_t i) const;
     void DisegnaAsseX(QPainter& penna, Foglio& foglio, const Disposizione& d) const;
     void DisegnaLegenda(QPainter& penna, Foglio& foglio, const Disposizione& d) const;
+    void DisegnaLivelli(QPainter& penna, const Foglio& foglio, const QRectF& area) const;
     void DisegnaCursore(QPainter& penna) const;
+    void DisegnaCursoreSu(QPainter& penna, const Foglio& foglio, const Disposizione& d) const;
     void DisegnaZoom(QPainter& penna) const;
     void AggiornaFoto();
     void DescriviGrafico();
@@ -184,6 +189,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     std::optional<Colore> sfondo_;
     std::optional<Colore> cornice_;
     std::vector<LivelloGrafico> livelli_;
+    std::string invito_;
     bool griglia_ = true;
     bool numeriY_ = true;
     bool punti_ = false;

@@ -13,6 +13,8 @@
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "widgets/Contrasto.h"
+#include "widgets/style/Misure.h"
+#include "widgets/style/Tavolozza.h"
 
 namespace lapvane {
 
@@ -21,10 +23,14 @@ namespace {
 constexpr int kColonnaTempi = 1;
 constexpr int kTwipPixel = 15;
 constexpr int kMargineCella = 8;
-constexpr double kAltezzaRiga = 2.0;  // of the letters
+constexpr int kSpazioSettori = 48;  // beside what stays
 constexpr Colore kBianco = Rgb(255, 255, 255);
 constexpr Colore kNero = Rgb(0, 0, 0);
 constexpr Colore kColoreGiro = Rgb(0, 0, 255);
+
+Qt::Alignment Allineamento(int colonna) {
+    return (colonna == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
+}
 
 /// Paints a cell in its own colours with letters that can be read on them, the lap that is drawn
 /// between two bars, and the current cell with a frame.
@@ -52,13 +58,11 @@ class PittoreGiri : public QStyledItemDelegate {
             penna->fillRect(QRect(area.left(), area.top(), area.width(), 2), barra);
             penna->fillRect(QRect(area.left(), area.bottom() - 1, area.width(), 2), barra);
         }
-        QFont carattere = opzione.font;
-        carattere.setBold(giro || sfondoCella.isValid());
-        penna->setFont(carattere);
+        const bool forte = giro || sfondoCella.isValid();
+        penna->setFont(forte ? Carattere(opzione.font, Scrittura::Forte) : opzione.font);
         penna->setPen(InQColor(CaratteriLeggibili(caratteri, sfondo)));
-        const auto dove = indice.column() == 0 ? Qt::AlignLeft : Qt::AlignHCenter;
         penna->drawText(area.adjusted(kMargineCella, 0, -kMargineCella, 0),
-                        static_cast<int>(dove | Qt::AlignVCenter), indice.data().toString());
+                        static_cast<int>(Allineamento(indice.column())), indice.data().toString());
         if (opzione.state.testFlag(QStyle::State_HasFocus)) {
             penna->setPen(QPen(InQColor(CaratteriLeggibili(kNero, sfondo)), 2.0));
             penna->setBrush(Qt::NoBrush);
@@ -68,12 +72,32 @@ class PittoreGiri : public QStyledItemDelegate {
     }
 
     QSize sizeHint(const QStyleOptionViewItem& opzione, const QModelIndex& indice) const override {
-        QFont grassetto = opzione.font;
-        grassetto.setBold(true);  // the label of the lap that is drawn
-        const QFontMetrics misura(grassetto);
-        return {misura.horizontalAdvance(indice.data().toString()) + 2 * kMargineCella + 4,
-                static_cast<int>(misura.height() * kAltezzaRiga)};
+        const QFontMetrics misura(
+            Carattere(opzione.font, Scrittura::Forte));  // the label of the lap that is drawn
+        return {misura.horizontalAdvance(indice.data().toString()) + 2 * kMargineCella,
+                Misure(misura).Riga};
     }
+};
+
+/// The heading; its first columns stay as those of the table do.
+class TestataGiri : public QHeaderView {
+ public:
+    explicit TestataGiri(GrigliaGiri* griglia)
+        : QHeaderView(Qt::Horizontal, griglia), griglia_(griglia) {}
+
+ protected:
+    void paintEvent(QPaintEvent* evento) override {
+        QHeaderView::paintEvent(evento);
+        QPainter penna(viewport());
+        int x = 0;
+        for (int c = 0; c < griglia_->ColonneFerme(); ++c) {
+            paintSection(&penna, QRect(x, 0, sectionSize(c), height()), c);
+            x += sectionSize(c);
+        }
+    }
+
+ private:
+    const GrigliaGiri* griglia_;
 };
 
 }  // namespace
@@ -114,6 +138,7 @@ QVariant ModelloGiri::headerData(int section, Qt::Orientation orientation, int r
         return {};
     }
     if (role == Qt::DisplayRole) return InQt(celle_[0][static_cast<std::size_t>(section)].Testo);
+    if (role == Qt::TextAlignmentRole) return QVariant::fromValue(Allineamento(section));
     return {};
 }
 
@@ -164,6 +189,8 @@ void ModelloGiri::SegnaGiro(int riga) {
 }
 
 GrigliaGiri::GrigliaGiri(QWidget* parent) : QTableView(parent) {
+    setPalette(PalettaDi(Tema::Chiaro));  // a sheet of paper in both themes
+    setHorizontalHeader(new TestataGiri(this));
     setModel(&modello_);
     setItemDelegate(new PittoreGiri(this));
     setSelectionMode(QAbstractItemView::NoSelection);
@@ -187,9 +214,10 @@ GrigliaGiri::GrigliaGiri(QWidget* parent) : QTableView(parent) {
 }
 
 void GrigliaGiri::AdattaRighe() {
-    const int altezza = static_cast<int>(fontMetrics().height() * kAltezzaRiga);
-    verticalHeader()->setDefaultSectionSize(altezza);
-    horizontalHeader()->setMinimumHeight(altezza);
+    const Misure misure(*this);
+    verticalHeader()->setMinimumSectionSize(misure.Linea);
+    verticalHeader()->setDefaultSectionSize(misure.Riga);
+    horizontalHeader()->setMinimumHeight(misure.Testata);
 }
 
 void GrigliaGiri::Righe(int righe) {
@@ -203,13 +231,12 @@ void GrigliaGiri::Cella(int riga, int colonna, const std::string& testo) {
 }
 
 void GrigliaGiri::Larghezza(int colonna, int twip) {
-    QFont grassetto = font();
-    grassetto.setBold(true);
-    const QFontMetrics misura(grassetto);
+    const QFontMetrics misura(Carattere(*this, Scrittura::Forte));
     const QString titolo = modello_.headerData(colonna, Qt::Horizontal, Qt::DisplayRole).toString();
-    const int larghezza =
-        std::max({twip / kTwipPixel, misura.horizontalAdvance(QStringLiteral("00:00.00")) + 24,
-                  misura.horizontalAdvance(titolo) + 24});
+    const int testo =
+        std::max(misura.horizontalAdvance(QStringLiteral("00:00.00")),
+                 QFontMetrics(Carattere(*this, Scrittura::Piccola)).horizontalAdvance(titolo));
+    const int larghezza = std::max(twip / kTwipPixel, testo + 2 * kMargineCella);
     if (colonna >= 0 && colonna < ModelloGiri::kColonne) {
         larghezze_[static_cast<std::size_t>(colonna)] = larghezza;
     }
@@ -236,24 +263,94 @@ RigheTabella GrigliaGiri::Contenuto() const {
     return righe;
 }
 
-void GrigliaGiri::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    const int prima = horizontalScrollBar()->value();
-    const int sinistra = columnViewportPosition(index.column());
-    const int destra = sinistra + columnWidth(index.column());
-    const int inVista = std::min(destra, viewport()->width()) - std::max(sinistra, 0);
-    QTableView::scrollTo(index, hint);
-    if (2 * inVista >= destra - sinistra) horizontalScrollBar()->setValue(prima);
+int GrigliaGiri::ColonneFerme() const {
+    if (horizontalOffset() == 0) return 0;
+    // The times only while they leave a sector room.
+    int ferme = 0;
+    int resto = viewport()->width();
+    for (; ferme <= kColonnaTempi; ++ferme) {
+        resto -= columnWidth(ferme);
+        if (resto < kSpazioSettori) break;
+    }
+    return ferme;
 }
 
-QSize GrigliaGiri::sizeHint() const {
-    int larghezza = 2 * frameWidth() + verticalScrollBar()->sizeHint().width() + 4;
+int GrigliaGiri::LarghezzaFerma() const {
+    int larghezza = 0;
+    for (int c = 0; c < ColonneFerme(); ++c) larghezza += columnWidth(c);
+    return larghezza;
+}
+
+QModelIndex GrigliaGiri::indexAt(const QPoint& punto) const {
+    const bool ferma = punto.x() < LarghezzaFerma();
+    return QTableView::indexAt(ferma ? punto - QPoint(horizontalOffset(), 0) : punto);
+}
+
+QRect GrigliaGiri::visualRect(const QModelIndex& index) const {
+    const QRect posto = QTableView::visualRect(index);
+    return index.column() < ColonneFerme() ? posto.translated(horizontalOffset(), 0) : posto;
+}
+
+void GrigliaGiri::paintEvent(QPaintEvent* evento) {
+    QTableView::paintEvent(evento);
+    const int ferme = ColonneFerme();
+    if (ferme == 0) return;
+    QPainter penna(viewport());
+    QStyleOptionViewItem opzione;
+    initViewItemOption(&opzione);
+    const QColor filo = QColor::fromRgba(
+        static_cast<QRgb>(style()->styleHint(QStyle::SH_Table_GridLineColor, &opzione, this)));
+    for (int r = std::max(0, rowAt(0)); r < modello_.rowCount(); ++r) {
+        for (int c = 0; c < ferme; ++c) {
+            const QModelIndex indice = modello_.index(r, c);
+            opzione.rect = visualRect(indice);
+            opzione.state.setFlag(QStyle::State_HasFocus, hasFocus() && indice == currentIndex());
+            itemDelegate()->paint(&penna, opzione, indice);
+            penna.fillRect(
+                QRect(opzione.rect.right() + 1, opzione.rect.top(), 1, opzione.rect.height() + 1),
+                c == ferme - 1 ? palette().color(QPalette::Dark) : filo);
+            penna.fillRect(
+                QRect(opzione.rect.left(), opzione.rect.bottom() + 1, opzione.rect.width(), 1),
+                filo);
+        }
+        if (opzione.rect.bottom() > viewport()->height()) break;
+    }
+}
+
+void GrigliaGiri::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    if (dx == 0) return;
+    // What stays would be carried away with the rest.
+    viewport()->update();
+    horizontalHeader()->viewport()->update();
+}
+
+void GrigliaGiri::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    QScrollBar& barra = *horizontalScrollBar();
+    const int prima = barra.value();
+    QTableView::scrollTo(index, hint);
+    if (index.column() < std::max(ColonneFerme(), 1)) {
+        barra.setValue(prima);
+        return;
+    }
+    const int coperto = LarghezzaFerma() - columnViewportPosition(index.column());
+    if (coperto > 0) barra.setValue(barra.value() - coperto);
+}
+
+int GrigliaGiri::LarghezzaPer(int settori) const {
+    int larghezza = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
     for (int c = 0; c < ModelloGiri::kColonne; ++c) {
         if (isColumnHidden(c)) continue;
+        if (c > kColonnaTempi && settori-- <= 0) break;
         // The last column in view is stretched to whatever room there is.
         const int propria = larghezze_[static_cast<std::size_t>(c)];
         larghezza += propria > 0 ? propria : columnWidth(c);
     }
-    return {larghezza, 400};
+    return larghezza;
+}
+
+QSize GrigliaGiri::sizeHint() const {
+    return {LarghezzaPer(ModelloGiri::kColonne), 400};
 }
 
 void GrigliaGiri::keyPressEvent(QKeyEvent* evento) {

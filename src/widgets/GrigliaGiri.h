@@ -50,7 +50,8 @@ class ModelloGiri : public QAbstractTableModel {
     int giro_ = 0;
 };
 
-/// The lap table. A click on a cell, or Enter on a row, is told by `CellaScelta`.
+/// The lap table: black on white in both themes. Laps and lap times stay where they are when the
+/// sectors are scrolled sideways. A click on a cell, or Enter on a row, is told by `CellaScelta`.
 class GrigliaGiri : public QTableView {
     Q_OBJECT
  public:
@@ -66,8 +67,15 @@ class GrigliaGiri : public QTableView {
     /// Headings and rows of the columns that show.
     RigheTabella Contenuto() const;
 
+    /// Width that shows laps, times and up to so many sectors.
+    int LarghezzaPer(int settori) const;
+    /// How many columns lie over scrolled sectors: laps and times, or laps alone.
+    int ColonneFerme() const;
+
     QSize sizeHint() const override;
-    /// Sideways only to a column of which less than half shows: the names of the laps stay in view.
+    QModelIndex indexAt(const QPoint& punto) const override;
+    QRect visualRect(const QModelIndex& index) const override;
+    /// Sideways only to a sector, which then is not covered by what stays.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
  Q_SIGNALS:
@@ -75,12 +83,15 @@ class GrigliaGiri : public QTableView {
     void CellaScelta(int riga, int colonna);
 
  protected:
+    void paintEvent(QPaintEvent* evento) override;
+    void scrollContentsBy(int dx, int dy) override;
     void keyPressEvent(QKeyEvent* evento) override;
     void mouseMoveEvent(QMouseEvent* evento) override;
     void changeEvent(QEvent* evento) override;
 
  private:
     void AdattaRighe();
+    int LarghezzaFerma() const;
 
     ModelloGiri modello_;
     std::array<int, ModelloGiri::kColonne> larghezze_{};  ///< as set, not stretched; 0: never set

@@ -6,19 +6,22 @@
 
 #include "platform/qt/ConversioniQt.h"
 #include "widgets/Contrasto.h"
+#include "widgets/style/Misure.h"
+#include "widgets/style/Pennello.h"
+#include "widgets/style/Tavolozza.h"
 
 namespace lapvane {
 
 namespace {
 
-constexpr double kContrastoLinea = 2.2;  // as the graph keeps it
-constexpr double kAltezzaRiga = 1.8;     // of the letters
+constexpr double kContrastoLinea = 1.9;  // as the graph keeps it
+constexpr int kStacco = 2;               // above and below a box in its row
 const QColor kGiallo(255, 255, 0);
+const QColor kBordoGiallo(0x6B, 0x6B, 0x00);  // yellow on white would end nowhere in the sun
 
-/// A small button, as high as its row.
-QSize LatoPulsante(const QWidget* widget) {
-    const int lato = static_cast<int>(widget->fontMetrics().height() * kAltezzaRiga) - 2;
-    return {lato + 4, lato};
+/// Height of a box that leaves its row some air.
+int AltezzaCasella(const QWidget* widget) {
+    return Misure(*widget).Riga - 2 * kStacco;
 }
 
 }  // namespace
@@ -33,23 +36,24 @@ void CampioneColore::ImpostaColore(Colore colore) {
 }
 
 QSize CampioneColore::sizeHint() const {
-    const int lato = fontMetrics().height();
-    return {lato + 4, lato};
+    const int lato = fontMetrics().height() - kGriglia;
+    return {lato, lato};
 }
 
 void CampioneColore::paintEvent(QPaintEvent*) {
     QPainter penna(this);
     penna.setRenderHint(QPainter::Antialiasing);
-    penna.setPen(Qt::NoPen);
-    penna.setBrush(InQColor(
-        ColoreLeggibile(colore_, DaQColor(palette().color(QPalette::Base)), kContrastoLinea)));
-    penna.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
+    // The colour as on the graph's white paper; the edge parts a dark one from a dark window.
+    const QColor tinta = InQColor(ColoreLeggibile(colore_, Rgb(255, 255, 255), kContrastoLinea));
+    Riquadro(penna, rect(), kRaggioControllo, tinta,
+             &ColoriDi(*this) == &ColoriDi(Tema::Scuro) ? ColoriDi(*this).Edge : QColor());
 }
 
 CasellaValore::CasellaValore(QWidget* parent) : QLineEdit(parent) {
     setReadOnly(true);
     setFocusPolicy(Qt::ClickFocus);  // its text can be copied; Tab goes through what can be set
     setAlignment(Qt::AlignRight);
+    setFixedHeight(AltezzaCasella(this));
     Segna(false);
 }
 
@@ -59,15 +63,28 @@ void CasellaValore::Segna(bool disegnato) {
     colori.setColor(QPalette::Text, Qt::black);
     setPalette(colori);
     QFont carattere = font();
-    carattere.setBold(disegnato);
+    carattere.setWeight(disegnato ? QFont::DemiBold : QFont::Normal);
     setFont(carattere);
+    disegnato_ = disegnato;
+}
+
+void CasellaValore::paintEvent(QPaintEvent* evento) {
+    QLineEdit::paintEvent(evento);
+    if (!disegnato_ || hasFocus()) return;
+    QPainter penna(this);
+    penna.setRenderHint(QPainter::Antialiasing);
+    Riquadro(penna, rect(), kRaggioControllo, {}, kBordoGiallo);
+}
+
+void CasellaValore::changeEvent(QEvent* evento) {
+    QLineEdit::changeEvent(evento);
+    if (evento->type() == QEvent::FontChange) setFixedHeight(AltezzaCasella(this));
 }
 
 QSize CasellaValore::sizeHint() const {
-    QFont grassetto = font();
-    grassetto.setBold(true);
-    return {QFontMetrics(grassetto).horizontalAdvance(QStringLiteral("-00000.00")) + 12,
-            QLineEdit::sizeHint().height()};
+    const QFontMetrics misura(Carattere(*this, Scrittura::Forte));
+    return {misura.horizontalAdvance(QStringLiteral("-00000.0")) + 2 * kSpazio,
+            AltezzaCasella(this)};
 }
 
 RigaCanale::RigaCanale(int c, QWidget* parent, QGridLayout* griglia, int riga, const char* asse)
@@ -88,13 +105,14 @@ RigaCanale::RigaCanale(int c, QWidget* parent, QGridLayout* griglia, int riga, c
         crea(optScala = new QRadioButton(parent), "optScala", 5);
         crea(cmdSetGraph = new QPushButton(QStringLiteral("..."), parent), "cmdSetGraph", 6);
         cmdSetGraph->setAutoDefault(false);
-        cmdSetGraph->setFixedSize(LatoPulsante(cmdSetGraph));
+        const int lato = AltezzaCasella(cmdSetGraph);
+        cmdSetGraph->setFixedSize(lato + kGriglia, lato);
         bersagli.push_back(shpColor);
         Segna(false);
     }
     // The whole row is the target of a click on the channel.
     for (QWidget* const widget : bersagli) widget->installEventFilter(this);
-    const int altezza = static_cast<int>(parent->fontMetrics().height() * kAltezzaRiga);
+    const int altezza = Misure(*parent).Riga;
     for (QLabel* const etichetta : {lblNomeCampo, lblUM}) {
         etichetta->setTextFormat(Qt::PlainText);
         etichetta->setMinimumHeight(altezza);
@@ -119,7 +137,9 @@ bool RigaCanale::eventFilter(QObject* oggetto, QEvent* evento) {
 }
 
 void RigaCanale::Mostra(bool visibile) {
+    visibile_ = visibile;
     for (QWidget* const widget : Tutti()) widget->setVisible(visibile);
+    lblUM->setVisible(visibile && unitaInVista_);
 }
 
 void RigaCanale::Nome(const QString& nome) {
@@ -129,6 +149,17 @@ void RigaCanale::Nome(const QString& nome) {
 
 void RigaCanale::Unita(const QString& unita) {
     lblUM->setText(unita);
+    UnitaInVista(unitaInVista_);
+}
+
+void RigaCanale::UnitaInVista(bool vista) {
+    unitaInVista_ = vista;
+    lblUM->setVisible(visibile_ && vista);
+    const QString suggerimento = vista ? QString() : lblUM->text();
+    for (QWidget* const widget :
+         {static_cast<QWidget*>(lblNomeCampo), static_cast<QWidget*>(txtValore)}) {
+        widget->setToolTip(suggerimento);
+    }
 }
 
 void RigaCanale::ImpostaColore(Colore colore) {

@@ -36,6 +36,13 @@ class CasellaValore : public QLineEdit {
     void Segna(bool disegnato);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+    void paintEvent(QPaintEvent* evento) override;
+    void changeEvent(QEvent* evento) override;
+
+ private:
+    bool disegnato_ = false;
 };
 
 /// The controls of one column of the log, as a row of the channel list's grid. Their object names
@@ -51,6 +58,8 @@ class RigaCanale : public QObject {
     void Mostra(bool visibile);
     void Nome(const QString& nome);
     void Unita(const QString& unita);
+    /// Whether the unit stands in its column or, where that is too much, in the tool tips.
+    void UnitaInVista(bool vista);
     void ImpostaColore(Colore colore);
     /// The look and the enabling of a channel that is drawn, or of one that is not.
     void Segna(bool disegnato);
@@ -72,6 +81,8 @@ class RigaCanale : public QObject {
     std::vector<QWidget*> Tutti() const;
     void NomiAccessibili();
 
+    bool visibile_ = true;
+    bool unitaInVista_ = true;
     QString scala_;
     QString impostazioni_;
 };

@@ -1,8 +1,10 @@
 #include "platform/qt/QtPrinter.h"
 
 #include <QFontMetricsF>
+#include <QLocale>
 #include <QPdfWriter>
 #include <QPrinter>
+#include <algorithm>
 #include <utility>
 
 #include "platform/ErroreRuntime.h"
@@ -19,8 +21,8 @@ constexpr double kPixelCm = kPixelPollice / 2.54;
 constexpr double kStrettaMinima = 0.8;  // how far a text is condensed before it is cut
 constexpr double kSpessoreLinea = 0.8;  // 0.6 points
 
-QPageLayout Impaginazione(QPageLayout::Orientation verso) {
-    QPageLayout pagina(QPageSize(QPageSize::A4), verso, QMarginsF());
+QPageLayout Impaginazione(const QPageSize& carta, QPageLayout::Orientation verso) {
+    QPageLayout pagina(carta, verso, QMarginsF());
     // Positions count from the edge of the paper, whatever margins the device has.
     pagina.setMode(QPageLayout::FullPageMode);
     return pagina;
@@ -33,7 +35,7 @@ QtPrinter::QtPrinter(std::filesystem::path file, QPageLayout::Orientation verso)
     pdf_.open(QIODevice::WriteOnly);
     auto scrittore = std::make_unique<QPdfWriter>(&pdf_);
     scrittore->setCreator(QStringLiteral("Lapvane"));
-    scrittore->setPageLayout(Impaginazione(verso));
+    scrittore->setPageLayout(Impaginazione(Carta(), verso));
     // Lines and letters stay vectors; the resolution only sets the unit of the painter.
     scrittore->setResolution(kPixelPollice);
     foglio_ = std::move(scrittore);
@@ -45,7 +47,7 @@ QtPrinter::QtPrinter(const QPrinterInfo& stampante, QPageLayout::Orientation ver
     if (stampante.isNull()) Guasto();
     auto carta = std::make_unique<QPrinter>(stampante, QPrinter::HighResolution);
     carta->setCreator(QStringLiteral("Lapvane"));
-    carta->setPageLayout(Impaginazione(verso));
+    carta->setPageLayout(Impaginazione(Carta(stampante), verso));
     carta->setResolution(kPixelPollice);
     foglio_ = std::move(carta);
     FontSize(10.0);
@@ -58,11 +60,32 @@ void QtPrinter::Titolo(const QString& titolo) {
     if (auto* carta = dynamic_cast<QPrinter*>(foglio_.get())) carta->setDocName(titolo);
 }
 
-void QtPrinter::FontSize(double points) {
+QPageSize QtPrinter::Carta(const QPrinterInfo& stampante) {
+    const QPageSize::PageSizeId sua =
+        stampante.isNull() ? QPageSize::Custom : stampante.defaultPageSize().id();
+    if (sua == QPageSize::A4 || sua == QPageSize::Letter) return QPageSize(sua);
+    const bool americana = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
+    return QPageSize(americana ? QPageSize::Letter : QPageSize::A4);
+}
+
+void QtPrinter::Sheet(double width, double height) {
+    const QSizeF pagina = Pagina();
+    scala_ = std::min({1.0, pagina.width() / width, pagina.height() / height});
+    sinistra_ = (pagina.width() - width * scala_) / 2.0;
+}
+
+QFont QtPrinter::Carattere(double punti, bool grassetto) {
+    QFont carattere;
     // The families that printed forms are made of, and the one that is always there.
-    carattere_.setFamilies({QStringLiteral("Arial"), QStringLiteral("Liberation Sans"),
-                            QStringLiteral("Helvetica"), QStringLiteral("DejaVu Sans")});
-    carattere_.setPointSizeF(points);
+    carattere.setFamilies({QStringLiteral("Arial"), QStringLiteral("Liberation Sans"),
+                           QStringLiteral("Helvetica"), QStringLiteral("DejaVu Sans")});
+    carattere.setPointSizeF(punti);
+    carattere.setBold(grassetto);
+    return carattere;
+}
+
+void QtPrinter::FontSize(double points) {
+    carattere_ = Carattere(points, carattere_.bold());
 }
 
 QPainter& QtPrinter::Penna() {
@@ -85,7 +108,9 @@ QSizeF QtPrinter::Pagina() const {
 }
 
 void QtPrinter::Line(double x1, double y1, double x2, double y2) {
-    Penna().drawLine(QPointF(x1, y1) * kPixelCm, QPointF(x2, y2) * kPixelCm);
+    const QPointF origine(sinistra_, 0.0);
+    Penna().drawLine((origine + QPointF(x1, y1) * scala_) * kPixelCm,
+                     (origine + QPointF(x2, y2) * scala_) * kPixelCm);
 }
 
 void QtPrinter::Text(double x, double y, double right, const std::string& text) {
@@ -104,6 +129,8 @@ void QtPrinter::Text(double x, double y, double right, const std::string& text) 
         }
     }
     penna.save();
+    penna.translate(sinistra_ * kPixelCm, 0.0);
+    penna.scale(scala_, scala_);
     penna.translate(x * kPixelCm, y * kPixelCm + misura.ascent());
     penna.scale(stretta, 1.0);
     penna.drawText(QPointF(), testo);
