@@ -14,7 +14,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "widgets/CartaAzione.h"
-#include "widgets/Icone.h"
+#include "widgets/style/Icone.h"
 #include "widgets/style/Misure.h"
 #include "widgets/style/Pennello.h"
 #include "widgets/style/Tavolozza.h"

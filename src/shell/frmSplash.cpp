@@ -10,7 +10,7 @@
 
 #include "platform/Platform.h"
 #include "shell/Protetto.h"
-#include "widgets/Icone.h"
+#include "widgets/style/Icone.h"
 
 namespace lapvane {
 

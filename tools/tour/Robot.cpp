@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "Census.h"
+#include "Fit.h"
 
 namespace lapvane::tour {
 
@@ -66,7 +67,7 @@ void Robot::Picture(QWidget* window, const QString& name) {
                              .arg(folder_)
                              .arg(++pictures_, 2, 10, QLatin1Char('0'))
                              .arg(name);
-    const QStringList faults = failed_ ? QStringList() : Census(window);
+    const QStringList faults = failed_ ? QStringList() : Census(window) + Fit(window);
     for (const QString& fault : faults) {
         std::fprintf(stderr, "%s: %s\n", qPrintable(name), qPrintable(fault));
     }

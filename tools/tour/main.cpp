@@ -14,6 +14,7 @@
 #include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
 #include "tools/support/QuietQt.h"
+#include "widgets/Dialogo.h"
 #include "widgets/PannelloStato.h"
 #include "widgets/style/Tavolozza.h"
 #include "widgets/style/Vesti.h"
@@ -40,6 +41,15 @@ void LayProgramFolder(const fs::path& from, const fs::path& to, bool italian) {
     }
     QFile recent(PercorsoInQt(to / "RecentFiles.ini"));
     if (recent.open(QIODevice::WriteOnly)) recent.write("1\r\n");
+}
+
+/// Takes a word and the number behind it out of the arguments; 0: the word is not there.
+int TakeNumber(QStringList& words, const QString& word) {
+    const qsizetype place = words.indexOf(word);
+    if (place < 0 || place + 1 >= words.size()) return 0;
+    const int number = words.at(place + 1).toInt();
+    words.remove(place, 2);
+    return number;
 }
 
 }  // namespace
@@ -72,7 +82,7 @@ int Tour::Play() {
     splash.AlTermine = [this] {
         main_ = std::make_unique<frmMain>(std::make_unique<QtSerialControl>());
         main_->Carica();
-        main_->resize(1366, 720);
+        main_->resize(NelloSchermo(*main_, QSize(1366, 720)));
         main_->show();
         main_->activateWindow();
         main_->AvviaSorveglianza();
@@ -81,7 +91,7 @@ int Tour::Play() {
     robot_.Start();
     const int result = QApplication::exec();
     std::printf("%d stops\n", robot_.Stops());
-    if (robot_.Faults() != 0) std::fprintf(stderr, "%d controls out of reach\n", robot_.Faults());
+    if (robot_.Faults() != 0) std::fprintf(stderr, "%d faults in the windows\n", robot_.Faults());
     return robot_.Faults() != 0 ? 1 : result;
 }
 
@@ -117,14 +127,23 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QStringList words = QApplication::arguments().mid(1);
     const bool dark = words.removeAll(QStringLiteral("dark")) != 0;
+    const bool pit = words.removeAll(QStringLiteral("pit")) != 0;
     const bool quick = words.removeAll(QStringLiteral("quick")) != 0;
+    const int points = lapvane::tour::TakeNumber(words, QStringLiteral("font"));
     const QString language = words.size() == 2 ? words.takeLast() : QStringLiteral("en");
     if (words.size() != 1 || (language != QLatin1String("it") && language != QLatin1String("en"))) {
-        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en] [dark] [quick]\n");
+        std::fprintf(stderr,
+                     "usage: tour OUTPUT_FOLDER [it|en] [dark] [pit] [quick] [font POINTS]\n");
         return 2;
     }
     const bool italian = language == QLatin1String("it");
+    if (points > 0) {
+        QFont font = QApplication::font();
+        font.setPointSize(points);
+        QApplication::setFont(font);
+    }
     lapvane::Vesti();
+    if (pit) lapvane::ImpostaModoBox(true);
     if (dark) lapvane::ImpostaTema(lapvane::Tema::Scuro);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);

@@ -25,7 +25,7 @@
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
-#include "widgets/Icone.h"
+#include "widgets/style/Icone.h"
 #include "widgets/style/Misure.h"
 #include "widgets/style/Stile.h"
 
@@ -157,7 +157,6 @@ QToolButton* frmConfronto::CreaTasto(const char* nome, std::function<void()> azi
 QToolBar* frmConfronto::CreaBarra() {
     barra_ = new QToolBar(this);
     barra_->setObjectName(QStringLiteral("barra"));
-    barra_->setIconSize(QSize(kLatoIcona, kLatoIcona));
     barra_->setMinimumHeight(kAltezzaBarra);
     const auto spazio = [this] {
         auto* vuoto = new QWidget(barra_);

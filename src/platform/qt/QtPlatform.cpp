@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -15,6 +16,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QStyle>
 #include <QThread>
 #include <QTimer>
 #include <QUrl>
@@ -88,6 +90,17 @@ void PlaceAlone(QDialog& dialog) {
     dialog.adjustSize();
     dialog.move(dialog.screen()->availableGeometry().center() - dialog.rect().center());
 }
+
+/// The style's drawings, not those of the desktop's own set.
+class FileIcons : public QFileIconProvider {
+ public:
+    using QFileIconProvider::icon;
+    QIcon icon(const QFileInfo& file) const override {
+        return QApplication::style()->standardIcon(file.isRoot()  ? QStyle::SP_DriveHDIcon
+                                                   : file.isDir() ? QStyle::SP_DirIcon
+                                                                  : QStyle::SP_FileIcon);
+    }
+};
 
 /// A file dialog that takes no name in a folder that is not there.
 class FileDialog : public QFileDialog {
@@ -205,8 +218,10 @@ Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
 }
 
 std::optional<std::filesystem::path> QtPlatform::AskFile(const FileRequest& request, bool save) {
+    FileIcons icons;  // outlives the dialog, which does not own it
     FileDialog dialog(WindowBelow(), InQt(request.Title));
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
+    dialog.setIconProvider(&icons);
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilter(FilterInQt(request.Filter));

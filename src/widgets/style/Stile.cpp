@@ -311,8 +311,8 @@ void Stile::DisegnaVoceMenu(const QStyleOption& opzioni, QPainter& penna,
             centro + QPointF(-4.5, 0.2), centro + QPointF(-1.5, 3.2), centro + QPointF(4.0, -3.5)};
         Spezzata(penna, segno, colore, 2.0);
     } else if (!o->icon.isNull()) {
-        const QSize lato(kLatoSpunta, kLatoSpunta);
-        const QRect icona(colonna.center() - QPoint(kLatoSpunta / 2, kLatoSpunta / 2), lato);
+        const int lato = LatoSpunta();
+        const QRect icona(colonna.center() - QPoint(lato / 2, lato / 2), QSize(lato, lato));
         o->icon.paint(&penna, icona, Qt::AlignCenter, attiva ? QIcon::Normal : QIcon::Disabled);
     }
     const QStringList testi = o->text.split(QLatin1Char('\t'));

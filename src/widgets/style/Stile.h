@@ -37,6 +37,11 @@ class Stile : public QProxyStyle {
                             QPainter* penna, const QWidget* widget) const override;
     QPixmap generatedIconPixmap(QIcon::Mode modo, const QPixmap& immagine,
                                 const QStyleOption* opzioni) const override;
+    /// The signs of boxes and of the file dialog are drawings of the program's own.
+    QIcon standardIcon(StandardPixmap quale, const QStyleOption* opzioni,
+                       const QWidget* widget) const override;
+    QPixmap standardPixmap(StandardPixmap quale, const QStyleOption* opzioni,
+                           const QWidget* widget) const override;
 
  private:
     bool DisegnaPannello(PrimitiveElement parte, const QStyleOption& opzioni, QPainter& penna,
