@@ -53,16 +53,13 @@ look() {
     local points=$1 scale=$2 columns=$3 rows=$4 language=$5 look=$6
     local name="$points-pt-x$scale-${columns}x$rows-$language-$look"
     mkdir -p "$out/$name"
-    printf '{"screens":[{"name":"one","x":0,"y":0,"width":%d,"height":%d,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]}' \
-        "$columns" "$rows" >"$out/$name.json"
     local words=()
     [ "$look" = light ] || words=("$look")
     local status=0
-    QT_SCALE_FACTOR=$scale timeout 120 build/release/bin/tour "$out/$name" "$language" quick \
-        font "$points" "${words[@]}" -platform "offscreen:configfile=$out/$name.json" \
+    QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$scale timeout 120 build/release/bin/tour \
+        "$out/$name" "$language" quick font "$points" screen "${columns}x$rows" ${words[@]+"${words[@]}"} \
         >"$out/$name.txt" 2>&1 || status=1
     find "$out/$name" -mindepth 1 ! -name '*.png' -delete
-    rm -f "$out/$name.json"
     if [ $status -eq 0 ]; then
         echo "$name: all there"
     else

@@ -67,7 +67,8 @@ dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
     Label1_->setMinimumWidth(LarghezzaPassi(Label1_->fontMetrics()) + 4 * kMargine);
     // The line break behind the last step opens one line more.
     const int bordo = 2 * (kMargine + Label1_->frameWidth());
-    Label1_->setMinimumHeight((kPassi + 1) * Label1_->fontMetrics().lineSpacing() + bordo);
+    const QString righe(kPassi, QLatin1Char('\n'));
+    Label1_->setMinimumHeight(Label1_->fontMetrics().size(0, righe).height() + bordo);
     Label3_ = Riga("Label3", this);
     QFont grassetto = font();
     grassetto.setBold(true);

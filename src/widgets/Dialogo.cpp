@@ -177,6 +177,7 @@ void Dialogo::StaNelloSchermo() {
     const bool adattata = testAttribute(Qt::WA_Resized);
     const QSize voluta = adattata ? size() : colonna->totalSizeHint();
     MettiInRotolo(colonna);
+    if (isVisible()) PortaNelloSchermo(*this);
     layout()->activate();  // before that the window's least size is the old one
     resize(voluta.expandedTo(layout()->totalSizeHint()).boundedTo(posto));
 }
@@ -206,13 +207,10 @@ void Dialogo::MettiInRotolo(QVBoxLayout* colonna) {
 }
 
 bool Dialogo::event(QEvent* evento) {
-    // Other letters or measures than those that it was shown with.
-    if (evento->type() == QEvent::StyleChange && isVisible()) {
-        QTimer::singleShot(0, this, [this] {
-            StaNelloSchermo();
-            PortaNelloSchermo(*this);
-        });
-    }
+    // Other letters than those that it was shown with, or more of them.
+    const bool altro = evento->type() == QEvent::StyleChange ||
+                       (evento->type() == QEvent::LayoutRequest && rotolo_ == nullptr);
+    if (altro && isVisible()) QTimer::singleShot(0, this, [this] { StaNelloSchermo(); });
     // The window manager has its own mind about the place, and tells it a little later.
     constexpr int kPoiPosto = 150;  // ms
     if (evento->type() == QEvent::WindowActivate && !std::exchange(aSuoPosto_, true)) {

@@ -65,7 +65,7 @@ QString CutButton(const QAbstractButton& button) {
     if (const auto* push = qobject_cast<const QPushButton*>(&button)) {
         const bool strong = push->isDefault() || push->isChecked();
         const QFont font = strong ? Carattere(*push, Scrittura::Forte) : push->font();
-        return Cut(push->text(), Words(font, push->text()) + QSize(4, 2), push->size());
+        return Cut(push->text(), Words(font, push->text()) + QSize(12, 2), push->size());
     }
     if (const auto* tool = qobject_cast<const QToolButton*>(&button)) {
         if (!tool->icon().isNull() && tool->toolButtonStyle() == Qt::ToolButtonIconOnly) return {};

@@ -13,6 +13,7 @@
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
+#include "tools/support/OffscreenScreen.h"
 #include "tools/support/QuietQt.h"
 #include "widgets/Dialogo.h"
 #include "widgets/PannelloStato.h"
@@ -43,13 +44,22 @@ void LayProgramFolder(const fs::path& from, const fs::path& to, bool italian) {
     if (recent.open(QIODevice::WriteOnly)) recent.write("1\r\n");
 }
 
-/// Takes a word and the number behind it out of the arguments; 0: the word is not there.
-int TakeNumber(QStringList& words, const QString& word) {
+/// Takes a word and the one behind it out of the arguments; empty: it is not there.
+QString TakeWord(QStringList& words, const QString& word) {
     const qsizetype place = words.indexOf(word);
-    if (place < 0 || place + 1 >= words.size()) return 0;
-    const int number = words.at(place + 1).toInt();
+    if (place < 0 || place + 1 >= words.size()) return {};
+    const QString value = words.at(place + 1);
     words.remove(place, 2);
-    return number;
+    return value;
+}
+
+/// The screen that is asked for as COLUMNSxROWS, before there is an application.
+QSize ScreenOf(int argc, char* argv[]) {
+    QStringList words;
+    for (int i = 1; i < argc; ++i) words << QString::fromLocal8Bit(argv[i]);
+    const QStringList sides = TakeWord(words, QStringLiteral("screen")).split(QLatin1Char('x'));
+    const QSize pixels(sides.value(0).toInt(), sides.value(1).toInt());
+    return pixels.isEmpty() ? QSize(1366, 768) : pixels;
 }
 
 }  // namespace
@@ -124,16 +134,20 @@ void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
 
 int main(int argc, char* argv[]) {
     lapvane::QuietOffscreen();
+    const QSize pixels = lapvane::tour::ScreenOf(argc, argv);
+    const lapvane::OffscreenScreen screen(pixels.width(), pixels.height());
     QApplication application(argc, argv);
     QStringList words = QApplication::arguments().mid(1);
     const bool dark = words.removeAll(QStringLiteral("dark")) != 0;
     const bool pit = words.removeAll(QStringLiteral("pit")) != 0;
     const bool quick = words.removeAll(QStringLiteral("quick")) != 0;
-    const int points = lapvane::tour::TakeNumber(words, QStringLiteral("font"));
+    lapvane::tour::TakeWord(words, QStringLiteral("screen"));
+    const int points = lapvane::tour::TakeWord(words, QStringLiteral("font")).toInt();
     const QString language = words.size() == 2 ? words.takeLast() : QStringLiteral("en");
     if (words.size() != 1 || (language != QLatin1String("it") && language != QLatin1String("en"))) {
         std::fprintf(stderr,
-                     "usage: tour OUTPUT_FOLDER [it|en] [dark] [pit] [quick] [font POINTS]\n");
+                     "usage: tour OUTPUT_FOLDER [it|en] [dark] [pit] [quick] [font POINTS] "
+                     "[screen COLUMNSxROWS]\n");
         return 2;
     }
     const bool italian = language == QLatin1String("it");

@@ -10,7 +10,9 @@
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLibraryInfo>
+#include <QListView>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
@@ -19,6 +21,7 @@
 #include <QStyle>
 #include <QThread>
 #include <QTimer>
+#include <QTreeView>
 #include <QUrl>
 #include <cstdlib>
 
@@ -127,6 +130,18 @@ class FileDialog : public QFileDialog {
     }
 };
 
+/// Columns and places of the toolkit's file dialog as wide as their words; the desktop's own
+/// dialogs have none.
+void ShowWhole(QFileDialog& dialog) {
+    if (auto* files = dialog.findChild<QTreeView*>(QStringLiteral("treeView"))) {
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+    if (auto* places = dialog.findChild<QListView*>(QStringLiteral("sidebar"))) {
+        places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
+    }
+}
+
 }  // namespace
 
 QString FormatoGenerale(const QDateTime& quando, const QLocale& paese) {
@@ -227,6 +242,7 @@ std::optional<std::filesystem::path> QtPlatform::AskFile(const FileRequest& requ
     dialog.setNameFilter(FilterInQt(request.Filter));
     if (!request.Folder.empty()) dialog.setDirectory(PercorsoInQt(request.Folder));
     if (!request.Name.empty()) dialog.selectFile(PercorsoInQt(request.Name));
+    ShowWhole(dialog);
     // The program asks its own question before it replaces a file.
     dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
     QString chosen;

@@ -44,7 +44,7 @@ int LatoSpunta() {
 int LatoIcona() {
     // Four thirds of a line, on the grid: 24 beside a line of 18, 32 beside one of 25.
     const int lato = QFontMetrics(QApplication::font()).height() * 4 / 3;
-    return std::max(kLatoIcona, lato / kGriglia * kGriglia);
+    return std::max(kLatoIcona, (lato + kGriglia / 2) / kGriglia * kGriglia);
 }
 
 Misure::Misure(const QFontMetrics& carattere)

@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QFocusFrame>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -407,6 +408,21 @@ void Stile::drawComplexControl(ComplexControl controllo, const QStyleOptionCompl
     } else {
         QProxyStyle::drawComplexControl(controllo, opzioni, penna, widget);
     }
+}
+
+void Stile::drawItemText(QPainter* penna, const QRect& posto, int come, const QPalette& paletta,
+                         bool attivo, const QString& testo, QPalette::ColorRole ruolo) const {
+    if (attivo && penna->device()->devType() == QInternal::Widget) {
+        const auto* etichetta =
+            qobject_cast<const QLabel*>(static_cast<const QWidget*>(penna->device()));
+        const QWidget* compagno = etichetta ? etichetta->buddy() : nullptr;
+        if (compagno && !compagno->isEnabled()) {
+            QPalette spenta(paletta);
+            spenta.setCurrentColorGroup(QPalette::Disabled);
+            return QProxyStyle::drawItemText(penna, posto, come, spenta, false, testo, ruolo);
+        }
+    }
+    QProxyStyle::drawItemText(penna, posto, come, paletta, attivo, testo, ruolo);
 }
 
 QPixmap Stile::generatedIconPixmap(QIcon::Mode modo, const QPixmap& immagine,

@@ -53,7 +53,9 @@ QSize MisuraPulsante(const QStyleOptionButton& o, const QSize& contenuto, const 
     const auto* pulsante = qobject_cast<const QPushButton*>(widget);
     int largo = contenuto.width() + InBox(24);
     if (o.text.isEmpty()) largo = contenuto.width() + InBox(12);
-    const bool forte = pulsante && (pulsante->isDefault() || pulsante->isCheckable());
+    // The one with the focus becomes the default.
+    const bool forte =
+        pulsante && (pulsante->isDefault() || pulsante->autoDefault() || pulsante->isCheckable());
     if (forte || inRiga) largo += PiuForte(widget, o.text);
     if (inRiga || (pulsante && pulsante->isDefault()))
         largo = std::max(largo, InBox(kLarghezzaPulsante));

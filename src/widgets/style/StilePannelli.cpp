@@ -1,5 +1,6 @@
 // The drawn parts of the style that are surfaces and signs: panels, frames, ticks, arrows, rings.
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QComboBox>
@@ -150,7 +151,10 @@ void Cornice(QPainter& penna, const QStyleOption& o, const QWidget* widget) {
         Campo(penna, o, fuoco);
         return;
     }
-    const bool vista = qobject_cast<const QAbstractScrollArea*>(widget);
+    // A view whose current cell has the ring needs none of its own.
+    const auto* celle = qobject_cast<const QAbstractItemView*>(widget);
+    const bool vista = qobject_cast<const QAbstractScrollArea*>(widget) &&
+                       !(celle && celle->currentIndex().isValid());
     Riquadro(penna, o.rect, 0.0, {}, vista && fuoco ? c.Accent : c.Line);
 }
 
