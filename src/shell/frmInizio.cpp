@@ -27,7 +27,7 @@ constexpr int kMargineLargo = 64;
 constexpr int kMargineStretto = 24;
 constexpr int kLarghezzaSinistra = 600;
 constexpr int kLarghezzaDestra = 614;
-constexpr int kDueColonne = 900;  ///< least width for the lists beside the cards
+constexpr int kLargheMinime = 228;  ///< least width of the lists beside the cards
 
 /// The strip that tells of a log which is not saved.
 class Striscia : public QWidget {
@@ -374,9 +374,10 @@ void frmInizio::Colonne() {
         if (una.Pulsante->isVisibleTo(this)) carta = std::max(carta, una.Pulsante->Larghezza());
     }
     const int sinistra = 2 * carta + kSpazio;
-    const bool due = width() >= sinistra + kDueColonne - kLarghezzaSinistra;
-    const int margine =
-        width() >= kDueColonne + 4 * kMargineLargo ? kMargineLargo : kMargineStretto;
+    const int liste = std::max(kLargheMinime, colonne_->itemAt(1)->minimumSize().width());
+    const bool due = width() >= sinistra + liste + 3 * kMargineStretto;
+    const int largo = sinistra + liste + 4 * kMargineLargo;
+    const int margine = width() >= largo ? kMargineLargo : kMargineStretto;
     colonne_->setDirection(due ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     colonne_->setSpacing(margine);
     const int sopra = margine / 2;

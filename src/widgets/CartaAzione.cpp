@@ -66,7 +66,7 @@ QSize CartaAzione::sizeHint() const {
     const int righe = QFontMetrics(Carattere(*this, Scrittura::Titolo)).height() +
                       QFontMetrics(Carattere(*this, Scrittura::Piccola)).height();
     const int aria = forma_ == Forma::Carta ? 6 * kGriglia : 3 * kGriglia;
-    return {kLarghezzaMinima, std::max(righe, iconSize().height()) + aria};
+    return {Misure(*this).Largo(kLarghezzaMinima), std::max(righe, iconSize().height()) + aria};
 }
 
 QSize CartaAzione::minimumSizeHint() const {

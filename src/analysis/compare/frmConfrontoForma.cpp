@@ -36,6 +36,8 @@ namespace {
 constexpr int kStretta = 1200;  // width below which the right side folds into tabs
 constexpr int kSinistra = 268;
 constexpr int kDestra = 298;
+constexpr int kSinistraMinima = 220;
+constexpr int kDestraMinima = 240;
 constexpr int kListaStretta = 90;
 constexpr int kAltezzaBarra = 44;
 constexpr int kAltezzaRisposta = 40;
@@ -89,13 +91,17 @@ QComboBox* Lista(const char* nome) {
     return lista;
 }
 
-/// A hint at the end of a row, the first that gives way.
+/// A hint below a row.
 QLabel* Accenno(QWidget* dove, const char* nome) {
     QLabel* accenno = Etichetta(dove, nome);
     accenno->setForegroundRole(QPalette::PlaceholderText);
     accenno->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    accenno->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    accenno->setContentsMargins(12, 0, 12, 0);
     return accenno;
+}
+
+void Sotto(QWidget* pagina, QLabel* accenno) {
+    static_cast<QVBoxLayout*>(pagina->layout())->insertWidget(1, accenno);
 }
 
 /// The page of a drawing, and the row above it for what chooses what is drawn.
@@ -126,7 +132,8 @@ void frmConfronto::Disponi() {
     divisore_->setStretchFactor(0, 0);
     divisore_->setStretchFactor(1, 1);
     divisore_->setStretchFactor(2, 0);
-    divisore_->setSizes({kSinistra, 768, kDestra});
+    const Misure misure(*this);
+    divisore_->setSizes({misure.Largo(kSinistra), 768, misure.Largo(kDestra)});
     auto* corpo = new QHBoxLayout;
     corpo->setContentsMargins(kMargineFinestra, kMargineFinestra, kMargineFinestra,
                               kMargineFinestra);
@@ -254,7 +261,7 @@ QWidget* frmConfronto::CreaSinistra() {
     sinistra_->setDocumentMode(true);
     sinistra_->addTab(elenchi_, QString());
     sinistra_->tabBar()->hide();
-    sinistra_->setMinimumWidth(220);
+    sinistra_->setMinimumWidth(Misure(*this).Largo(kSinistraMinima));
     return sinistra_;
 }
 
@@ -296,7 +303,8 @@ QWidget* frmConfronto::CreaSchedaXY() {
     riga->addWidget(lblY_);
     riga->addWidget(cboY_);
     riga->addWidget(Coppia(optPunti_, optLinea_, "optPunti", "optLinea"));
-    riga->addWidget(lblTrattoXY_, 1);
+    riga->addStretch(1);
+    Sotto(pagina, lblTrattoXY_);
     return pagina;
 }
 
@@ -313,7 +321,8 @@ QWidget* frmConfronto::CreaSchedaIstogramma() {
     riga->addWidget(cboCanale_);
     riga->addWidget(lblFasce_);
     riga->addWidget(cboFasce_);
-    riga->addWidget(lblTrattoFasce_, 1);
+    riga->addStretch(1);
+    Sotto(pagina, lblTrattoFasce_);
     return pagina;
 }
 
@@ -336,7 +345,7 @@ QWidget* frmConfronto::CreaDestra() {
     destra_->addWidget(schedaValori_);
     destra_->addWidget(schedaMappa_);
     destra_->setSizes({236, 370});
-    destra_->setMinimumWidth(240);
+    destra_->setMinimumWidth(Misure(*this).Largo(kDestraMinima));
     return destra_;
 }
 
@@ -432,11 +441,14 @@ void frmConfronto::DisponiStretta() {
 
 void frmConfronto::resizeEvent(QResizeEvent* evento) {
     Dialogo::resizeEvent(evento);
-    const bool stretta = width() < kStretta;
+    const Misure misure(*this);
+    const bool stretta = width() < misure.Largo(kStretta);
     if (stretta == stretta_) return;
     stretta_ = stretta;
     DisponiStretta();
-    if (!stretta) divisore_->setSizes({kSinistra, width() - kSinistra - kDestra, kDestra});
+    const int sinistra = misure.Largo(kSinistra);
+    const int destra = misure.Largo(kDestra);
+    if (!stretta) divisore_->setSizes({sinistra, width() - sinistra - destra, destra});
 }
 
 /// What lies between two cursors needs more room than the map; it gets it back behind them.

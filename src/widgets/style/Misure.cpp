@@ -57,6 +57,11 @@ Misure::Misure(const QFontMetrics& carattere)
 
 Misure::Misure(const QWidget& widget) : Misure(widget.fontMetrics()) {}
 
+int Misure::Largo(int pixel) const {
+    constexpr int kLinea = 18;  // of 10 pt
+    return pixel * std::max(kLinea, Linea) / kLinea;
+}
+
 QFont Carattere(const QFont& base, Scrittura scrittura) {
     QFont carattere = base;
     switch (scrittura) {

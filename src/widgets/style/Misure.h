@@ -38,6 +38,9 @@ struct Misure {
     explicit Misure(const QFontMetrics& carattere);
     explicit Misure(const QWidget& widget);
 
+    /// A width in pixels that is right beside the letters of 10 pt, for letters that are larger.
+    int Largo(int pixel) const;
+
     int Linea = 0;      ///< of a line of text
     int Controllo = 0;  ///< button, box, combo
     int Riga = 0;       ///< of a table, of a list of channels; status bar

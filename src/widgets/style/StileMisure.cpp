@@ -285,7 +285,7 @@ QSize Stile::sizeFromContents(ContentsType tipo, const QStyleOption* opzioni,
             return {contenuto.width() + 2 * kMargineEdit, m.Controllo};
         }
         case CT_ComboBox:
-            return {contenuto.width() + kSpazio + kFreccia,
+            return {contenuto.width() + kSpazio + kFreccia + 2,
                     std::max(m.Controllo, contenuto.height())};
         case CT_SpinBox:
             return {contenuto.width() + kSpazio + kFrecciaSpin, m.Controllo};
