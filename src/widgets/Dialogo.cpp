@@ -1,5 +1,6 @@
 #include "widgets/Dialogo.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QEvent>
 #include <QGroupBox>
@@ -38,6 +39,10 @@ class Rotolo : public QScrollArea {
         // The ground of the window shows through.
         contenuto->setAutoFillBackground(false);
         viewport()->setAutoFillBackground(false);
+        // By itself it follows the focus only from one of its own to the next.
+        connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* nuovo) {
+            if (nuovo != nullptr && widget()->isAncestorOf(nuovo)) ensureWidgetVisible(nuovo);
+        });
     }
     QSize sizeHint() const override { return widget()->sizeHint() + Barre(); }
     QSize minimumSizeHint() const override {

@@ -1,6 +1,8 @@
 // The change between the desktop's letters and those of the pit lane in windows that are open.
 #include <QApplication>
 #include <QFontInfo>
+#include <QLayout>
+#include <QMessageBox>
 #include <QPointer>
 #include <QScreen>
 #include <cmath>
@@ -15,6 +17,8 @@ namespace lapvane {
 namespace {
 
 constexpr double kPuntiBox = 14.0;
+constexpr const char* kData = "misuraData";      // size of a window that the last change gave it
+constexpr const char* kRidata = "misuraRidata";  // ... and the one that it had before
 constexpr double kPasso = 2.0;  // points; a letter that is off by less is so by a fixed step
 
 double Punti(const QFont& carattere) {
@@ -72,6 +76,22 @@ void Adatta(const Misurato& prima, double puntiPrima, double punti, double rappo
     }
 }
 
+/// A window grows with its letters as far as the screen lets it, and has its old size back when it
+/// has theirs.
+void Ridimensiona(QWidget& finestra, const QSize& prima, double rapporto) {
+    // Before that it could not be smaller than with the letters that it had.
+    if (finestra.layout() != nullptr) finestra.layout()->activate();
+    const QSize ridata = finestra.property(kRidata).toSize();
+    const bool mia = finestra.property(kData).toSize() == prima;
+    QSize misura = mia && !ridata.isEmpty() ? ridata : Scalata(prima, rapporto);
+    if (const QScreen* schermo = finestra.screen()) {
+        misura = misura.boundedTo(schermo->availableSize());
+    }
+    finestra.resize(misura);
+    finestra.setProperty(kRidata, prima);
+    finestra.setProperty(kData, finestra.size());
+}
+
 }  // namespace
 
 void ImpostaModoBox(bool acceso) {
@@ -88,6 +108,10 @@ void ImpostaModoBox(bool acceso) {
     UsaMisureBox(acceso);
     QApplication::setFont(dopo);
     AggiornaTema();
+    // The windows hear of both later, and would be measured with the letters that they had.
+    for (const auto tipo : {QEvent::ApplicationFontChange, QEvent::ApplicationPaletteChange}) {
+        QCoreApplication::sendPostedEvents(nullptr, tipo);
+    }
     for (const Misurato& uno : tutti) {
         if (uno.Widget) Adatta(uno, Punti(prima), Punti(dopo), rapporto);
     }
@@ -99,10 +123,11 @@ void ImpostaModoBox(bool acceso) {
     QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     for (const Misurato& uno : tutti) {
         if (!uno.Widget || uno.Finestra.isEmpty()) continue;
-        const QScreen* schermo = uno.Widget->screen();
-        QSize misura = Scalata(uno.Finestra, rapporto);
-        if (schermo != nullptr) misura = misura.boundedTo(schermo->availableSize());
-        uno.Widget->resize(misura);
+        if (auto* messaggio = qobject_cast<QMessageBox*>(uno.Widget.data())) {
+            messaggio->setText(messaggio->text());  // it measures itself then, and only then
+            continue;
+        }
+        Ridimensiona(*uno.Widget, uno.Finestra, rapporto);
     }
 }
 
