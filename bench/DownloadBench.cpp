@@ -21,6 +21,7 @@
 #include "shell/StatoShell.h"
 #include "shell/frmMain.h"
 #include "tools/support/BareViews.h"
+#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 namespace {
@@ -169,6 +170,7 @@ int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    lapvane::Vesti();
     lapvane::QtPlatform machine;
     lapvane::SetPlatform(&machine);
     return lapvane::bench::RunBenches("download", argc, argv);

@@ -19,7 +19,9 @@
 #include "platform/qt/QtPlatform.h"
 #include "shell/LoadStrings.h"
 #include "tools/support/BareViews.h"
+#include "tools/support/OffscreenScreen.h"
 #include "widgets/GraficoWidget.h"
+#include "widgets/style/Vesti.h"
 
 namespace {
 
@@ -338,7 +340,9 @@ BENCHMARK(OpenLog)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    const OffscreenScreen screen(1920, 1080);
     QApplication application(argc, argv);
+    Vesti();
     LogPlatform machine;
     CaricaTesti();
     CalcolaBaseTesti();
