@@ -9,7 +9,7 @@
 #include "device/SerialComm.h"
 #include "support/StrumentoProva.h"
 #include "support/WindowPlatform.h"
-#include "tools/tour/Fit.h"
+#include "tools/support/Fit.h"
 
 namespace lapvane::prova {
 
@@ -75,7 +75,7 @@ class EditorWindowProva : public ConStrumento<WindowPlatform> {
     void SchermoIntero() {
         EXPECT_LE(finestra->width(), 1366);
         EXPECT_LE(finestra->height(), 700);
-        EXPECT_EQ(tour::Fit(finestra.get()).join(QLatin1Char(' ')).toStdString(), "");
+        EXPECT_EQ(Fit(finestra.get()).join(QLatin1Char(' ')).toStdString(), "");
     }
     using V = std::vector<std::string>;
     PrincipaleProva& principale = ConStrumento<WindowPlatform>::finestra;

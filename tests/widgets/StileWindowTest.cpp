@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 
 #include "platform/qt/ConversioniQt.h"
-#include "tools/tour/Fit.h"
+#include "tools/support/Fit.h"
 #include "widgets/Contrasto.h"
 #include "widgets/Dialogo.h"
 #include "widgets/style/Icone.h"
@@ -168,7 +168,7 @@ TEST(Icona, HasTheColoursOfTheThemeAndIsGreyWhereItIsOff) {
 TEST(Fit, FindsWhatAPersonDoesNotSee) {
     Righe finestra(3);
     finestra.show();
-    EXPECT_EQ(tour::Fit(&finestra), QStringList());
+    EXPECT_EQ(Fit(&finestra), QStringList());
     auto* parole = Etichetta(&finestra, "parole");
     parole->setText(QStringLiteral("Fuel pressure"));
     parole->setGeometry(0, 0, 20, 20);
@@ -177,10 +177,10 @@ TEST(Fit, FindsWhatAPersonDoesNotSee) {
     for (QWidget* w : std::initializer_list<QWidget*>{parole, fuori}) w->show();
     finestra.Ok()->parentWidget()->layout()->setEnabled(false);
     finestra.Ok()->move(0, finestra.height() - 5);
-    const QString guasti = tour::Fit(&finestra).join(QLatin1Char('\n'));
+    const QString guasti = Fit(&finestra).join(QLatin1Char('\n'));
     for (const char* guasto : {"Fuel pressure", "reaches beyond", "OKButton\" is out of view"}) {
         EXPECT_TRUE(guasti.contains(QLatin1String(guasto))) << guasti.toStdString();
     }
     finestra.resize(3000, 3000);
-    EXPECT_TRUE(tour::Fit(&finestra).front().startsWith(QLatin1String("the window is 3000")));
+    EXPECT_TRUE(Fit(&finestra).front().startsWith(QLatin1String("the window is 3000")));
 }

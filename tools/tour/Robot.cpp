@@ -7,7 +7,7 @@
 #include <cstdio>
 
 #include "Census.h"
-#include "Fit.h"
+#include "tools/support/Fit.h"
 
 namespace lapvane::tour {
 

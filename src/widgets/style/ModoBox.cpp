@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <QFontInfo>
 #include <QLayout>
-#include <QMessageBox>
 #include <QPointer>
 #include <QScreen>
 #include <cmath>
@@ -123,8 +122,9 @@ void ImpostaModoBox(bool acceso) {
     QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     for (const Misurato& uno : tutti) {
         if (!uno.Widget || uno.Finestra.isEmpty()) continue;
-        if (auto* messaggio = qobject_cast<QMessageBox*>(uno.Widget.data())) {
-            messaggio->setText(messaggio->text());  // it measures itself then, and only then
+        if (uno.Widget->inherits("QMessageBox")) {
+            // It measures itself when it gets a text, and only then.
+            uno.Widget->setProperty("text", uno.Widget->property("text"));
             continue;
         }
         Ridimensiona(*uno.Widget, uno.Finestra, rapporto);

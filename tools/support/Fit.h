@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <QWidget>
 
-namespace lapvane::tour {
+namespace lapvane {
 
 /// What of a window a person does not get to see: words that are wider or higher than their place,
 /// controls that reach beyond what holds them, a window larger than its screen, an OK button out of
@@ -11,4 +11,4 @@ namespace lapvane::tour {
 /// itself is taken at its word.
 QStringList Fit(QWidget* window);
 
-}  // namespace lapvane::tour
+}  // namespace lapvane

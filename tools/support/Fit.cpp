@@ -1,4 +1,4 @@
-#include "Fit.h"
+#include "tools/support/Fit.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -17,9 +17,7 @@
 #include <QTabBar>
 #include <QToolButton>
 
-#include "widgets/style/Misure.h"
-
-namespace lapvane::tour {
+namespace lapvane {
 
 namespace {
 
@@ -48,6 +46,12 @@ QSize Words(const QFont& font, const QString& text) {
     return QFontMetrics(font).size(Qt::TextShowMnemonic, text);
 }
 
+/// The letters of a title, of what is chosen, of the default button.
+QFont Strong(QFont font) {
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
 QString CutLabel(const QLabel& label) {
     if (label.text().isEmpty()) return {};
     if (label.wordWrap()) {
@@ -64,7 +68,7 @@ QString CutButton(const QAbstractButton& button) {
     }
     if (const auto* push = qobject_cast<const QPushButton*>(&button)) {
         const bool strong = push->isDefault() || push->isChecked();
-        const QFont font = strong ? Carattere(*push, Scrittura::Forte) : push->font();
+        const QFont font = strong ? Strong(push->font()) : push->font();
         return Cut(push->text(), Words(font, push->text()) + QSize(12, 2), push->size());
     }
     if (const auto* tool = qobject_cast<const QToolButton*>(&button)) {
@@ -76,7 +80,7 @@ QString CutButton(const QAbstractButton& button) {
 
 QStringList CutTabs(const QTabBar& bar) {
     QStringList faults;
-    const QFont strong = Carattere(bar, Scrittura::Forte);
+    const QFont strong = Strong(bar.font());
     for (int i = 0; i < bar.count(); ++i) {
         if (!bar.isTabVisible(i)) continue;
         const QRect tab = bar.tabRect(i);
@@ -91,7 +95,8 @@ QStringList CutTabs(const QTabBar& bar) {
 QStringList CutHeads(const QHeaderView& head) {
     QStringList faults;
     if (head.orientation() != Qt::Horizontal || head.model() == nullptr) return {};
-    const QFont font = Carattere(head, Scrittura::Piccola);
+    QFont font = head.font();
+    font.setPointSizeF(font.pointSizeF() - 1.0);  // the small step of the type scale
     for (int i = 0; i < head.count(); ++i) {
         if (head.isSectionHidden(i)) continue;
         const QString text = head.model()->headerData(i, Qt::Horizontal).toString();
@@ -106,7 +111,7 @@ QStringList CutWords(const QWidget& control) {
         return {CutButton(*button)};
     }
     if (const auto* group = qobject_cast<const QGroupBox*>(&control)) {
-        const QSize words = Words(Carattere(*group, Scrittura::Forte), group->title());
+        const QSize words = Words(Strong(group->font()), group->title());
         return {Cut(group->title(), words, group->size())};
     }
     if (const auto* tabs = qobject_cast<const QTabBar*>(&control)) return CutTabs(*tabs);
@@ -189,4 +194,4 @@ QStringList Fit(QWidget* window) {
     return faults;
 }
 
-}  // namespace lapvane::tour
+}  // namespace lapvane
