@@ -60,12 +60,9 @@ look() {
         "$out/$name" "$language" quick font "$points" screen "${columns}x$rows" ${words[@]+"${words[@]}"} \
         >"$out/$name.txt" 2>&1 || status=1
     find "$out/$name" -mindepth 1 ! -name '*.png' -delete
-    if [ $status -eq 0 ]; then
-        echo "$name: all there"
-    else
-        # The stops that went well are told with their seconds.
-        sed -E -e '/^.* +[0-9.]+ s$/d' -e "s/^/$name: /" "$out/$name.txt"
-    fi
+    # The stops that went well are told with their seconds.
+    sed -E -e '/^.* +[0-9.]+ s$/d' -e '/^[0-9]+ stops$/d' -e "s/^/$name: /" "$out/$name.txt"
+    [ $status -ne 0 ] || echo "$name: all there"
     return $status
 }
 

@@ -362,7 +362,7 @@ bool frmMain::eventFilter(QObject* oggetto, QEvent* evento) {
             return true;
         }
         // The shortcut of the entry reaches no further than the main window.
-        if (tasto->key() == Qt::Key_F11) {
+        if (tasto->key() == Qt::Key_F11 && tasto->modifiers() == Qt::NoModifier) {
             if (!tasto->isAutoRepeat()) mnuModoBox_->trigger();
             return true;
         }

@@ -32,6 +32,7 @@ constexpr QSize kBordoFinestra(2, 32);
 class Rotolo : public QScrollArea {
  public:
     explicit Rotolo(QWidget* contenuto) {
+        setObjectName(QStringLiteral("rotolo"));
         setFrameShape(QFrame::NoFrame);
         setWidgetResizable(true);
         setFocusPolicy(Qt::NoFocus);
