@@ -55,10 +55,15 @@ look() {
     mkdir -p "$out/$name"
     local words=()
     [ "$look" = light ] || words=("$look")
-    local status=0
-    QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$scale timeout 120 build/release/bin/tour \
-        "$out/$name" "$language" quick font "$points" screen "${columns}x$rows" ${words[@]+"${words[@]}"} \
-        >"$out/$name.txt" 2>&1 || status=1
+    local status=0 try
+    # The tour's clock runs eight times as fast: where the machine stood still, the instrument seems
+    # to be away. That says nothing of the windows.
+    for try in 1 2 3; do
+        status=0
+        rm -rf "${out:?}/$name"
+        play || status=1
+        grep -q '^The tour failed' "$out/$name.txt" || break
+    done
     find "$out/$name" -mindepth 1 ! -name '*.png' -delete
     # The stops that went well are told with their seconds.
     sed -E -e '/^.* +[0-9.]+ s$/d' -e '/^[0-9]+ stops$/d' -e "s/^/$name: /" "$out/$name.txt"
@@ -66,8 +71,15 @@ look() {
     return $status
 }
 
+# Of the combination that look has in its variables.
+play() {
+    QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$scale timeout 120 build/release/bin/tour \
+        "$out/$name" "$language" quick font "$points" screen "${columns}x$rows" ${words[@]+"${words[@]}"} \
+        >"$out/$name.txt" 2>&1
+}
+
 export quick out
-export -f look
+export -f look play
 combinations | xargs -P "${LOOKS_JOBS:-2}" -I{} bash -c 'look {}' || {
     echo "There are faults; the pictures: $out" >&2
     exit 1

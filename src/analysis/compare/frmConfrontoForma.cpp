@@ -33,7 +33,7 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kStretta = 1200;  // width below which the right side folds into tabs
+constexpr int kStretta = 1280;  // width below which the right side folds into tabs
 constexpr int kSinistra = 268;
 constexpr int kDestra = 298;
 constexpr int kSinistraMinima = 220;
@@ -437,6 +437,7 @@ void frmConfronto::DisponiStretta() {
     sinistra_->setTabText(0, InQt(Testo(Voce::GiriConfronto)));
     sinistra_->tabBar()->setVisible(stretta_);
     destra_->setVisible(!stretta_);
+    lblIdeale_->setVisible(!stretta_);  // the table below has it too
 }
 
 void frmConfronto::resizeEvent(QResizeEvent* evento) {
