@@ -17,7 +17,6 @@
 #include "tools/support/QuietQt.h"
 #include "widgets/Dialogo.h"
 #include "widgets/PannelloStato.h"
-#include "widgets/style/Tavolozza.h"
 #include "widgets/style/Vesti.h"
 
 namespace lapvane::tour {
@@ -157,8 +156,6 @@ int main(int argc, char* argv[]) {
         QApplication::setFont(font);
     }
     lapvane::Vesti();
-    if (pit) lapvane::ImpostaModoBox(true);
-    if (dark) lapvane::ImpostaTema(lapvane::Tema::Scuro);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
     const QString out = QDir(words.front()).absolutePath();
@@ -180,6 +177,10 @@ int main(int argc, char* argv[]) {
     }
     lapvane::tour::TourPlatform machine(program, quick ? lapvane::tour::kQuick : 1);
     lapvane::SetPlatform(&machine);
+    // As somebody has left it.
+    using lapvane::TemaScelto;
+    lapvane::SalvaAspetto({dark ? TemaScelto::Scuro : TemaScelto::Desktop, pit});
+    lapvane::IndossaAspetto(lapvane::CaricaAspetto());
     const int result = lapvane::tour::Tour(out, italian, machine, instrument).Play();
     instrument.terminate();
     instrument.waitForFinished(3000);
