@@ -12,6 +12,7 @@
 #include "shell/LoadStrings.h"
 #include "shell/Principale.h"
 #include "shell/StatoShell.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
@@ -80,6 +81,7 @@ dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
     CreaCancel()->setText(Mnemonica().Con(InQt(Testo(Voce::Annulla))));
     // An Enter too many behind the question must not stop the run; Esc and the letter do.
     CancelButton_->setAutoDefault(false);
+    CancelButton_->setMinimumWidth(InBox(kLarghezzaPulsante));  // what it has as the default
     CancelButton_->setFocusPolicy(Qt::NoFocus);
     cmdConfronta_ = CreaPulsante("cmdConfronta", [this] {
         confronta_ = true;

@@ -139,8 +139,8 @@ TEST(ModoBox, MeasuresWhatIsOpenAndGivesItBack) {
     QCoreApplication::processEvents();
     EXPECT_EQ(finestra.Ok()->font().pointSizeF(), 14.0);
     EXPECT_EQ(piccola->font().pointSizeF(), 13.0);
-    EXPECT_GE(finestra.Ok()->height(), 38);
-    EXPECT_GT(finestra.righe.front()->width(), 115);
+    EXPECT_GE(finestra.Ok()->height(), finestra.fontMetrics().height() + 14);
+    EXPECT_GT(finestra.righe.front()->width(), 110);
     EXPECT_GT(finestra.height(), prima.height() + 20);
     EXPECT_EQ(ColoriDi(finestra).Text, QColor(Qt::black));
     ImpostaModoBox(false);

@@ -53,10 +53,8 @@ QSize MisuraPulsante(const QStyleOptionButton& o, const QSize& contenuto, const 
     const auto* pulsante = qobject_cast<const QPushButton*>(widget);
     int largo = contenuto.width() + InBox(24);
     if (o.text.isEmpty()) largo = contenuto.width() + InBox(12);
-    // The one with the focus becomes the default.
-    const bool forte =
-        pulsante && (pulsante->isDefault() || pulsante->autoDefault() || pulsante->isCheckable());
-    if (forte || inRiga) largo += PiuForte(widget, o.text);
+    // Whichever has the focus can become the default, and must not grow then.
+    if (pulsante || inRiga) largo += PiuForte(widget, o.text);
     if (inRiga || (pulsante && pulsante->isDefault()))
         largo = std::max(largo, InBox(kLarghezzaPulsante));
     return {largo, std::max(m.Controllo, contenuto.height() + 8)};
