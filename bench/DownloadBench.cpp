@@ -171,6 +171,7 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     lapvane::Vesti();
     QApplication::setQuitOnLastWindowClosed(false);
+    lapvane::Vesti();
     lapvane::QtPlatform machine;
     lapvane::SetPlatform(&machine);
     return lapvane::bench::RunBenches("download", argc, argv);

@@ -19,6 +19,7 @@
 #include "platform/qt/QtPlatform.h"
 #include "shell/LoadStrings.h"
 #include "tools/support/BareViews.h"
+#include "tools/support/OffscreenScreen.h"
 #include "widgets/GraficoWidget.h"
 #include "widgets/style/Vesti.h"
 
@@ -339,6 +340,7 @@ BENCHMARK(OpenLog)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    const OffscreenScreen screen(1920, 1080);
     QApplication application(argc, argv);
     Vesti();
     LogPlatform machine;

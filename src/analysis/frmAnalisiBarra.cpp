@@ -13,8 +13,8 @@
 #include "reports/dlgStatisticheMisure.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
-#include "widgets/Icone.h"
 #include "widgets/Stampante.h"
+#include "widgets/style/Icone.h"
 
 namespace lapvane {
 
@@ -42,14 +42,11 @@ constexpr std::array<Chiave, 11> kChiavi = {
      {"Circuito", Voce::MappaCircuito, true, false, "Ctrl+7"},
      {"DatiSessione", Voce::DatiDellaSessione, false, false, "Ctrl+8"}}};
 
-constexpr int kLatoIcona = 24;
-
 }  // namespace
 
 QToolBar* frmAnalisi::CreaBarra() {
     auto* barra = new QToolBar(this);
     barra->setObjectName(QStringLiteral("Toolbar1"));
-    barra->setIconSize(QSize(kLatoIcona, kLatoIcona));
     for (const Chiave& chiave : kChiavi) {
         if (chiave.Gruppo) barra->addSeparator();
         auto* pulsante = new QToolButton(barra);

@@ -19,7 +19,8 @@ namespace {
 constexpr int kRigheMinime = 6;
 constexpr int kRigheVisibili = 16;
 constexpr int kLarghezzaMinima = 760;
-constexpr QSize kMisuraMassima(1100, 700);
+constexpr QSize kMisuraMassima(1100, 700);  // with lines of kLinea pixels
+constexpr double kLinea = 18.0;
 
 /// The name that is proposed for the table: beside the project, and named after it.
 std::filesystem::path NomeProposto() {
@@ -70,7 +71,8 @@ dlgDifferenze::dlgDifferenze(const std::vector<Differenza>& differenze, QWidget*
         std::max(tabella_->LarghezzaPerTesti() + bordi.left() + bordi.right(), kLarghezzaMinima);
     const int altezza = minimumSizeHint().height() - tabella_->minimumHeight() +
                         tabella_->AltezzaPer(std::min(righe, kRigheVisibili));
-    resize(NelloSchermo(*this, QSize(larghezza, altezza).boundedTo(kMisuraMassima)));
+    const QSize massima = kMisuraMassima * std::max(1.0, fontMetrics().height() / kLinea);
+    resize(NelloSchermo(*this, QSize(larghezza, altezza).boundedTo(massima)));
 }
 
 void dlgDifferenze::AggiornaTesti(Mnemonica& lettere) {

@@ -68,7 +68,8 @@ dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
     Label1_->setMinimumWidth(LarghezzaPassi(Label1_->fontMetrics()) + 4 * kMargine);
     // The line break behind the last step opens one line more.
     const int bordo = 2 * (kMargine + Label1_->frameWidth());
-    Label1_->setMinimumHeight((kPassi + 1) * Label1_->fontMetrics().lineSpacing() + bordo);
+    const QString righe(kPassi, QLatin1Char('\n'));
+    Label1_->setMinimumHeight(Label1_->fontMetrics().size(0, righe).height() + bordo);
     Label3_ = Riga("Label3", this);
     QFont grassetto = font();
     grassetto.setBold(true);
@@ -80,6 +81,7 @@ dlgStrumento::dlgStrumento(QWidget* parent) : Dialogo("dlgStrumento", parent) {
     CreaCancel()->setText(Mnemonica().Con(InQt(Testo(Voce::Annulla))));
     // An Enter too many behind the question must not stop the run; Esc and the letter do.
     CancelButton_->setAutoDefault(false);
+    CancelButton_->setMinimumWidth(InBox(kLarghezzaPulsante));  // what it has as the default
     CancelButton_->setFocusPolicy(Qt::NoFocus);
     // It becomes the main one, and no wider by that.
     CancelButton_->setMinimumWidth(kLarghezzaPulsante);

@@ -45,6 +45,7 @@ dlgReportGiri::dlgReportGiri(const AnalisiPubblica& analisi, const std::filesyst
             {InQt(riga.Sessione), InQt(riga.Giro), InQt(riga.Tempo), InQt(riga.Velocita)});
     }
     MSFlexGrid1_->Riempi(celle);
+    MSFlexGrid1_->Numeri();
 
     Mnemonica lettere;
     auto* riga = new QHBoxLayout;

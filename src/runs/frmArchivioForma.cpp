@@ -21,9 +21,9 @@
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "widgets/BarraTasti.h"
-#include "widgets/Icone.h"
 #include "widgets/Scheda.h"
 #include "widgets/StrisciaAvviso.h"
+#include "widgets/style/Icone.h"
 #include "widgets/style/Misure.h"
 
 namespace lapvane {

@@ -13,8 +13,8 @@
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "widgets/CartaAzione.h"
-#include "widgets/Icone.h"
 #include "widgets/Scheda.h"
+#include "widgets/style/Icone.h"
 #include "widgets/style/Misure.h"
 #include "widgets/style/Pennello.h"
 #include "widgets/style/Tavolozza.h"
@@ -27,7 +27,7 @@ constexpr int kMargineLargo = 64;
 constexpr int kMargineStretto = 24;
 constexpr int kLarghezzaSinistra = 600;
 constexpr int kLarghezzaDestra = 614;
-constexpr int kDueColonne = 900;  ///< least width for the lists beside the cards
+constexpr int kLargheMinime = 228;  ///< least width of the lists beside the cards
 
 /// The strip that tells of a log which is not saved.
 class Striscia : public QWidget {
@@ -250,12 +250,12 @@ void frmInizio::Mostra(const StatoInizio& stato) {
                        stato.Lingua != stato_.Lingua;
     if (!stato.LogDaSalvare) rimandata_ = false;
     stato_ = stato;
-    if (altre) MostraCarte();
-    lblNome_->setText(stato.Progetto ? stato.NomeProgetto : QStringLiteral("Lapvane"));
-    lblDomanda_->setText(stato.Progetto && !stato.Percorso.isEmpty()
-                             ? stato.Percorso
-                             : InQt(Testo(Voce::InizioDomanda)));
-    lblNome_->setToolTip(lblNome_->text());
+    if (altre) {
+        MostraCarte();
+        Colonne();
+    }
+    AccorciaTesta();
+    lblNome_->setToolTip(stato.NomeProgetto);
     lblDomanda_->setToolTip(stato.Percorso);
     QLabel* nota = gruppi_[Parte::Strumento].Nota;
     nota->setText(stato.Strumento
@@ -269,6 +269,17 @@ void frmInizio::Mostra(const StatoInizio& stato) {
     Riempi(log_, Voce::LogUltimi, stato.Log);
     cmdManuale_->setText(InQt(Testo(Voce::VoceManuale)) + QStringLiteral(" (F1)"));
     cmdTasti_->setText(InQt(Testo(Voce::TuttiITasti)));
+}
+
+/// Name and path of the project as far as there is room for them.
+void frmInizio::AccorciaTesta() {
+    const int largo = sinistra_->width();
+    const bool percorso = stato_.Progetto && !stato_.Percorso.isEmpty();
+    lblNome_->setText(lblNome_->fontMetrics().elidedText(
+        stato_.Progetto ? stato_.NomeProgetto : QStringLiteral("Lapvane"), Qt::ElideRight, largo));
+    lblDomanda_->setText(
+        percorso ? lblDomanda_->fontMetrics().elidedText(stato_.Percorso, Qt::ElideMiddle, largo)
+                 : InQt(Testo(Voce::InizioDomanda)));
 }
 
 void frmInizio::Riempi(const Lista& lista, Voce titolo, const std::vector<RecenteInizio>& righe) {
@@ -353,25 +364,40 @@ void frmInizio::Caratteri() {
 void frmInizio::resizeEvent(QResizeEvent* evento) {
     Sfondo::resizeEvent(evento);
     scorre_->setGeometry(rect());
-    const bool due = width() >= kDueColonne;
-    const int margine =
-        width() >= kDueColonne + 4 * kMargineLargo ? kMargineLargo : kMargineStretto;
+    Colonne();
+}
+
+/// The cards are as wide as their words, the lists take what is left, or stand below.
+void frmInizio::Colonne() {
+    int carta = (kLarghezzaSinistra - kSpazio) / 2;
+    for (const Carta& una : carte_) {
+        if (una.Pulsante->isVisibleTo(this)) carta = std::max(carta, una.Pulsante->Larghezza());
+    }
+    const int sinistra = 2 * carta + kSpazio;
+    const int liste = std::max(kLargheMinime, colonne_->itemAt(1)->minimumSize().width());
+    const bool due = width() >= sinistra + liste + 3 * kMargineStretto;
+    const int largo = sinistra + liste + 4 * kMargineLargo;
+    const int margine = width() >= largo ? kMargineLargo : kMargineStretto;
     colonne_->setDirection(due ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     colonne_->setSpacing(margine);
     const int sopra = margine / 2;
-    sinistra_->setMinimumWidth(due ? kLarghezzaSinistra : 0);
-    sinistra_->setMaximumWidth(due ? kLarghezzaSinistra : QWIDGETSIZE_MAX);
+    sinistra_->setMinimumWidth(due ? sinistra : 0);
+    sinistra_->setMaximumWidth(due ? sinistra : QWIDGETSIZE_MAX);
     // Wider than both columns need: the page stays at the left, as a sheet would.
-    const int destra = std::max(
-        margine, due ? width() - margine * 2 - kLarghezzaSinistra - kLarghezzaDestra : margine);
+    const int destra =
+        std::max(margine, due ? width() - margine * 2 - sinistra - kLarghezzaDestra : margine);
     colonne_->setContentsMargins(margine, sopra, destra, sopra);
+    colonne_->activate();
+    AccorciaTesta();
 }
 
 void frmInizio::changeEvent(QEvent* evento) {
     Sfondo::changeEvent(evento);
     const bool altro =
         evento->type() == QEvent::FontChange || evento->type() == QEvent::PaletteChange;
-    if (altro && cmdTasti_ != nullptr) Caratteri();
+    if (!altro || cmdTasti_ == nullptr) return;
+    Caratteri();
+    Colonne();
 }
 
 }  // namespace lapvane

@@ -104,6 +104,8 @@ class frmInizio : public Sfondo {
     void Riempi(const Lista& lista, Voce titolo, const std::vector<RecenteInizio>& righe);
     void MostraCarte();
     void AggiornaCarta(const Carta& carta);
+    void Colonne();
+    void AccorciaTesta();
     void Caratteri();
     std::vector<Parte> Ordine() const;
 

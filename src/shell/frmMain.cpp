@@ -43,10 +43,10 @@
 #include "shell/dlgLanguages.h"
 #include "shell/frmInizio.h"
 #include "shell/frmSplash.h"
-#include "widgets/Icone.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
 #include "widgets/TastoInvio.h"
+#include "widgets/style/Icone.h"
 #include "widgets/style/Vesti.h"
 
 namespace lapvane {
@@ -150,6 +150,7 @@ int frmMain::Avvia() {
     QApplication::setWindowIcon(Icona("lapvane"));
     QApplication::setQuitOnLastWindowClosed(false);
     Vesti();
+    IndossaAspetto(CaricaAspetto());
     std::unique_ptr<frmMain> finestra;
     frmSplash splash;
     splash.AlTermine = [&finestra] {
@@ -217,6 +218,7 @@ void frmMain::CostruisciMenu() {
     mnuManuale_->setObjectName(QStringLiteral("mnuManuale"));
     mnuManuale_->setMenuRole(QAction::NoRole);
     connect(mnuManuale_, &QAction::triggered, this, [] { Protetto([] { ApriManuale({}); }); });
+    CreaAspetto();
     NascondiFileRecenti();
 }
 
@@ -225,7 +227,6 @@ void frmMain::CostruisciBarra() {
     barra_->setObjectName(QStringLiteral("Toolbar1"));
     barra_->setMovable(false);
     barra_->setContextMenuPolicy(Qt::PreventContextMenu);
-    barra_->setIconSize(QSize(30, 30));
     Titolo gruppo = Titolo::ProjectFile;
     for (const DescrizioneComando& comando : kComandi) {
         if (comando.Chiave.empty()) continue;
@@ -284,6 +285,8 @@ void frmMain::Carica() {
     platform().Language(IndiceLingua);
     CaricaTabelleNomi();
     CaricaLibreriaSensori();
+    aspetto_ = CaricaAspetto();
+    MostraAspetto();
     logRecenti_ = CaricaLogRecenti();
     MostraLogRecenti();
     ProgettoModificato = false;
@@ -319,6 +322,14 @@ void frmMain::AggiornaTesti() {
     mnuArchivio_->setText(menu[Titolo::Analysis].Con(InQt(Testo(Voce::VoceArchivio))));
     mnuCompareDevice_->setText(menu[Titolo::Device].Con(InQt(Testo(Voce::ConfrontaStrumento))));
     mnuManuale_->setText(titoli.Con(InQt(Testo(Voce::VoceManuale))));
+    mnuAspetto_->setTitle(titoli.Con(InQt(Testo(Voce::VoceAspetto))));
+    Mnemonica aspetto;
+    for (const auto& [tema, voce] : {std::pair{TemaScelto::Chiaro, Voce::TemaChiaro},
+                                     {TemaScelto::Scuro, Voce::TemaScuro},
+                                     {TemaScelto::Desktop, Voce::TemaDesktop}}) {
+        voceTema_[tema]->setText(aspetto.Con(InQt(Testo(voce))));
+    }
+    mnuModoBox_->setText(aspetto.Con(InQt(Testo(Voce::ModoBox))));
     RileggiRecenti();
 }
 
@@ -364,10 +375,17 @@ bool frmMain::eventFilter(QObject* oggetto, QEvent* evento) {
             tmrComm_.start(kPollMs);
         }
     }
-    if (evento->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(evento)->key() == Qt::Key_F1) {
-        MostraAiuto();
-        return true;
+    if (evento->type() == QEvent::KeyPress) {
+        const auto* tasto = static_cast<QKeyEvent*>(evento);
+        if (tasto->key() == Qt::Key_F1) {
+            MostraAiuto();
+            return true;
+        }
+        // The shortcut of the entry reaches no further than the main window.
+        if (tasto->key() == Qt::Key_F11 && tasto->modifiers() == Qt::NoModifier) {
+            if (!tasto->isAutoRepeat()) mnuModoBox_->trigger();
+            return true;
+        }
     }
     if (evento->type() == QEvent::ToolTip && MostraTasto(oggetto, evento)) return true;
     return QMainWindow::eventFilter(oggetto, evento);

@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 
+#include "shell/Aspetto.h"
 #include "shell/LoadStrings.h"
 #include "shell/LogRecenti.h"
 #include "shell/Principale.h"
@@ -24,6 +25,9 @@ class frmAnalisi;
 class frmInizio;
 struct StatoInizio;
 class dlgNoteProgetto;
+
+/// Puts a look on the program.
+void IndossaAspetto(const Aspetto& aspetto);
 
 /// The one main window: menu, tool bar, status bar, serial control and poll timer. It routes every
 /// command to what carries it out.
@@ -101,6 +105,9 @@ class frmMain final : public QMainWindow, public Principale {
     void MostraLogRecenti();
     void ApriLogRecente(const std::filesystem::path& file);
     void Ricorda(const std::filesystem::path& log);
+    void CreaAspetto();
+    void ScegliAspetto(const Aspetto& scelto);
+    void MostraAspetto();
     void CreaInizio();
     void CreaCarte();
     void AggiornaInizio();
@@ -130,6 +137,10 @@ class frmMain final : public QMainWindow, public Principale {
     std::array<QAction*, kLogRecenti> voceLog_{};
     ElencoLog logRecenti_;
     QAction* mnuManuale_ = nullptr;
+    QMenu* mnuAspetto_ = nullptr;
+    std::map<TemaScelto, QAction*> voceTema_;
+    QAction* mnuModoBox_ = nullptr;
+    Aspetto aspetto_;
     frmInizio* inizio_ = nullptr;
     std::unique_ptr<StatoInizio> statoInizio_;  // what the page shows of the recent files
     QToolBar* barra_ = nullptr;

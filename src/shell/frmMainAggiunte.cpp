@@ -2,8 +2,10 @@
 // that are dropped on it.
 #include "shell/frmMain.h"
 
+#include <QActionGroup>
 #include <QDragEnterEvent>
 #include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
@@ -23,10 +25,12 @@
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "shell/StatoShell.h"
-#include "widgets/Icone.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
 #include "widgets/RigaAvvisi.h"
+#include "widgets/style/Icone.h"
+#include "widgets/style/Tavolozza.h"
+#include "widgets/style/Vesti.h"
 
 namespace lapvane {
 
@@ -71,6 +75,57 @@ void frmMain::CreaConfronto() {
     connect(mnuConfronto_, &QAction::triggered, this,
             [this] { Protetto([this] { Comandato(mnuConfronto_, [this] { Confronta({}); }); }); });
     menu_[Titolo::Analysis]->addAction(mnuConfronto_);
+}
+
+void IndossaAspetto(const Aspetto& aspetto) {
+    std::optional<Tema> aMano;
+    if (aspetto.Tema == TemaScelto::Chiaro) aMano = Tema::Chiaro;
+    if (aspetto.Tema == TemaScelto::Scuro) aMano = Tema::Scuro;
+    ImpostaTema(aMano);
+    ImpostaModoBox(aspetto.ModoBox);
+}
+
+/// The last heading: what the program looks like.
+void frmMain::CreaAspetto() {
+    mnuAspetto_ = menuBar()->addMenu(QString());
+    mnuAspetto_->setObjectName(QStringLiteral("mnuAspetto"));
+    const auto voce = [this](const char* nome, std::function<Aspetto(bool)> scelto) {
+        auto* azione = mnuAspetto_->addAction(QString());
+        azione->setObjectName(QLatin1String(nome));
+        azione->setMenuRole(QAction::NoRole);
+        azione->setCheckable(true);
+        connect(azione, &QAction::triggered, this, [this, scelto = std::move(scelto)](bool acceso) {
+            Protetto([&] { ScegliAspetto(scelto(acceso)); });
+        });
+        return azione;
+    };
+    auto* temi = new QActionGroup(mnuAspetto_);
+    for (const auto& [tema, nome] : {std::pair{TemaScelto::Chiaro, "mnuTemaChiaro"},
+                                     {TemaScelto::Scuro, "mnuTemaScuro"},
+                                     {TemaScelto::Desktop, "mnuTemaDesktop"}}) {
+        voceTema_[tema] = voce(nome, [this, quale = tema](bool) {
+            return Aspetto{quale, aspetto_.ModoBox};
+        });
+        temi->addAction(voceTema_[tema]);
+    }
+    mnuAspetto_->addSeparator();
+    mnuModoBox_ = voce("mnuModoBox", [this](bool acceso) {
+        return Aspetto{aspetto_.Tema, acceso};
+    });
+    mnuModoBox_->setShortcut(QKeySequence(Qt::Key_F11));
+    MostraAspetto();
+}
+
+void frmMain::ScegliAspetto(const Aspetto& scelto) {
+    aspetto_ = scelto;
+    SalvaAspetto(aspetto_);
+    MostraAspetto();
+    IndossaAspetto(aspetto_);
+}
+
+void frmMain::MostraAspetto() {
+    voceTema_[aspetto_.Tema]->setChecked(true);
+    mnuModoBox_->setChecked(aspetto_.ModoBox);
 }
 
 /// Behind the read, and possible whenever that is.

@@ -24,8 +24,8 @@
 #include "shell/StatoShell.h"
 #include "shell/frmInizio.h"
 #include "shell/frmMain.h"
-#include "widgets/Icone.h"
 #include "widgets/PannelloStato.h"
+#include "widgets/style/Icone.h"
 
 namespace lapvane {
 

@@ -10,9 +10,17 @@
 
 #include "platform/Platform.h"
 #include "shell/Protetto.h"
-#include "widgets/Icone.h"
+#include "widgets/style/Icone.h"
+#include "widgets/style/Misure.h"
+#include "widgets/style/Tavolozza.h"
 
 namespace lapvane {
+
+namespace {
+
+constexpr Tema kTema = Tema::Scuro;  // that of the drawing, whatever the others have
+
+}  // namespace
 
 frmSplash::frmSplash(QWidget* parent)
     // Not a window of the kind of a splash screen: no window manager gives those the keyboard.
@@ -20,18 +28,19 @@ frmSplash::frmSplash(QWidget* parent)
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(QStringLiteral("Lapvane"));
     setFixedSize(520, 300);
+    setPalette(PalettaDi(kTema));
     setFocusPolicy(Qt::StrongFocus);
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(28, 20, 28, 20);
     colonna->addStretch(1);
     auto* nome = new QLabel(QStringLiteral("Lapvane"), this);
     nome->setObjectName(QStringLiteral("lblProductName"));
-    nome->setStyleSheet(QStringLiteral("color: white; font-size: 34px; font-weight: 600;"));
+    nome->setFont(Carattere(*this, Scrittura::Cifra));
     colonna->addWidget(nome);
     // Major, minor and revision of 1.05.0001, each in plain decimal.
     lblVersion_ = new QLabel(QStringLiteral(LAPVANE_VERSION), this);
     lblVersion_->setObjectName(QStringLiteral("lblVersion"));
-    lblVersion_->setStyleSheet(QStringLiteral("color: #c8d2dc; font-size: 15px;"));
+    lblVersion_->setFont(Carattere(*this, Scrittura::Titolo));
     colonna->addWidget(lblVersion_);
     const QWidget* intorno = parent;
     const QRect posto = intorno != nullptr ? intorno->frameGeometry()
@@ -74,10 +83,10 @@ bool frmSplash::event(QEvent* evento) {
 
 void frmSplash::paintEvent(QPaintEvent*) {
     QPainter p(this);
-    p.fillRect(rect(), QColor(0x14, 0x1a, 0x22));
+    p.fillRect(rect(), ColoriDi(kTema).Window);
     if (disegno_.isValid()) disegno_.render(&p, rect());
     // The main window has the same ground: the edge sets the form apart from it.
-    p.setPen(QColor(0x8a, 0x9a, 0xac));
+    p.setPen(ColoriDi(kTema).Edge);
     p.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

@@ -6,7 +6,7 @@
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
-#include "widgets/Icone.h"
+#include "widgets/style/Icone.h"
 #include "widgets/style/Misure.h"
 
 namespace lapvane {
@@ -19,7 +19,6 @@ constexpr int kAltezza = 44;
 
 BarraTasti::BarraTasti(QWidget* parent) : QToolBar(parent) {
     setObjectName(QStringLiteral("barra"));
-    setIconSize(QSize(kLatoIcona, kLatoIcona));
     setMinimumHeight(kAltezza);
 }
 

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "widgets/style/Misure.h"
 #include "widgets/style/Pennello.h"
@@ -13,6 +14,7 @@ namespace lapvane {
 namespace {
 
 constexpr int kLatoCarta = 32;
+constexpr int kMargineCarta = 14;
 constexpr int kBordoPrincipale = 2;
 constexpr int kLarghezzaMinima = 180;
 
@@ -22,8 +24,13 @@ CartaAzione::CartaAzione(Forma forma, QWidget* parent) : QAbstractButton(parent)
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    const int lato = forma == Forma::Carta ? kLatoCarta : kLatoIcona;
+    Misura();
+}
+
+void CartaAzione::Misura() {
+    const int lato = forma_ == Forma::Carta ? InBox(kLatoCarta) : LatoIcona();
     setIconSize(QSize(lato, lato));
+    updateGeometry();
 }
 
 void CartaAzione::Mostra(const QString& nome, const QString& riga, const QString& destra) {
@@ -42,11 +49,24 @@ void CartaAzione::Principale(bool principale) {
     update();
 }
 
+int CartaAzione::Larghezza() const {
+    const QFontMetrics piccola(Carattere(*this, Scrittura::Piccola));
+    const QFontMetrics titolo(Carattere(*this, Scrittura::Titolo));
+    const int tasti = destra_.isEmpty() ? 0 : kSpazio + piccola.horizontalAdvance(destra_);
+    const int parole =
+        std::max(titolo.horizontalAdvance(text()) + tasti, piccola.horizontalAdvance(riga_));
+    return parole + iconSize().width() + 3 * Margine() + 1;
+}
+
+int CartaAzione::Margine() const {
+    return forma_ == Forma::Carta ? kMargineCarta : kMargineCornice;
+}
+
 QSize CartaAzione::sizeHint() const {
     const int righe = QFontMetrics(Carattere(*this, Scrittura::Titolo)).height() +
                       QFontMetrics(Carattere(*this, Scrittura::Piccola)).height();
     const int aria = forma_ == Forma::Carta ? 6 * kGriglia : 3 * kGriglia;
-    return {kLarghezzaMinima, std::max(righe, iconSize().height()) + aria};
+    return {Misure(*this).Largo(kLarghezzaMinima), std::max(righe, iconSize().height()) + aria};
 }
 
 QSize CartaAzione::minimumSizeHint() const {
@@ -67,7 +87,7 @@ void CartaAzione::paintEvent(QPaintEvent*) {
         penna.fillRect(posto, fondo);
     }
 
-    const int margine = forma_ == Forma::Carta ? 14 : kMargineCornice;
+    const int margine = Margine();
     const QRect icona(QPoint(margine, (height() - iconSize().height()) / 2), iconSize());
     icon().paint(&penna, icona, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
 
@@ -121,7 +141,7 @@ void CartaAzione::keyPressEvent(QKeyEvent* evento) {
 }
 
 bool CartaAzione::event(QEvent* evento) {
-    if (evento->type() == QEvent::FontChange) updateGeometry();
+    if (evento->type() == QEvent::FontChange || evento->type() == QEvent::StyleChange) Misura();
     return QAbstractButton::event(evento);
 }
 

@@ -22,6 +22,8 @@ class CartaAzione : public QAbstractButton {
     /// The one that is pressed next.
     void Principale(bool principale);
 
+    /// Width at which the name and the line below it are whole.
+    int Larghezza() const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -31,6 +33,9 @@ class CartaAzione : public QAbstractButton {
     bool event(QEvent* evento) override;
 
  private:
+    int Margine() const;
+    void Misura();
+
     Forma forma_;
     QString riga_;
     QString destra_;

@@ -1,12 +1,16 @@
 #include "widgets/Dialogo.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPointer>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
 
@@ -15,8 +19,59 @@
 #include "shell/Principale.h"
 #include "shell/Protetto.h"
 #include "widgets/Rotella.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
+
+namespace {
+
+/// What a window's frame takes of the screen before anybody can ask for it.
+constexpr QSize kBordoFinestra(2, 32);
+
+/// Room for a content that is larger than its window can be.
+class Rotolo : public QScrollArea {
+ public:
+    explicit Rotolo(QWidget* contenuto) {
+        setObjectName(QStringLiteral("rotolo"));
+        setFrameShape(QFrame::NoFrame);
+        setWidgetResizable(true);
+        setFocusPolicy(Qt::NoFocus);
+        setWidget(contenuto);
+        // The ground of the window shows through.
+        contenuto->setAutoFillBackground(false);
+        viewport()->setAutoFillBackground(false);
+        // By itself it follows the focus only from one of its own to the next.
+        connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* nuovo) {
+            if (nuovo != nullptr && widget()->isAncestorOf(nuovo)) ensureWidgetVisible(nuovo);
+        });
+    }
+    QSize sizeHint() const override { return widget()->sizeHint() + Barre(); }
+    QSize minimumSizeHint() const override {
+        constexpr QSize kAlmeno(200, 120);
+        return widget()->minimumSizeHint().boundedTo(kAlmeno);
+    }
+
+ private:
+    /// The bar beside a content that is too high takes of its width.
+    QSize Barre() const { return {verticalScrollBar()->sizeHint().width(), 0}; }
+};
+
+bool HaPulsanti(const QLayout& layout) {
+    for (int i = 0; i < layout.count(); ++i) {
+        const QLayoutItem* voce = layout.itemAt(i);
+        if (qobject_cast<QPushButton*>(voce->widget()) != nullptr) return true;
+    }
+    return false;
+}
+
+QSize Disponibile(const QWidget& finestra) {
+    const QScreen* schermo = finestra.screen();
+    if (schermo == nullptr) return {QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
+    const QSize bordo = finestra.frameGeometry().size() - finestra.size();
+    return schermo->availableSize() - bordo.expandedTo(kBordoFinestra);
+}
+
+}  // namespace
 
 void TieniPosto(QWidget* widget) {
     QSizePolicy regola = widget->sizePolicy();
@@ -112,7 +167,56 @@ void Dialogo::SenzaRotella(QComboBox* lista) {
     lista->installEventFilter(this);
 }
 
+void Dialogo::setVisible(bool visibile) {
+    if (visibile && !isVisible()) StaNelloSchermo();
+    QDialog::setVisible(visibile);
+}
+
+/// A window whose least size is more than the screen has scrolls, all but its row of buttons.
+void Dialogo::StaNelloSchermo() {
+    auto* colonna = qobject_cast<QVBoxLayout*>(layout());
+    if (colonna == nullptr) return;
+    colonna->activate();
+    const QSize posto = Disponibile(*this);
+    const QSize minima = colonna->totalMinimumSize();
+    if (minima.width() <= posto.width() && minima.height() <= posto.height()) return;
+    const bool adattata = testAttribute(Qt::WA_Resized);
+    const QSize voluta = adattata ? size() : colonna->totalSizeHint();
+    MettiInRotolo(colonna);
+    if (isVisible()) PortaNelloSchermo(*this);
+    layout()->activate();  // before that the window's least size is the old one
+    resize(voluta.expandedTo(layout()->totalSizeHint()).boundedTo(posto));
+}
+
+void Dialogo::MettiInRotolo(QVBoxLayout* colonna) {
+    if (rotolo_ != nullptr) return;
+    const QPointer<QWidget> fuoco = focusWidget();
+    const QMargins margini = colonna->contentsMargins();  // of a window, which its content is not
+    const int ultimo = colonna->count() - 1;
+    QLayout* const riga = ultimo >= 0 ? colonna->itemAt(ultimo)->layout() : nullptr;
+    const bool conPulsanti = riga != nullptr && HaPulsanti(*riga);
+    if (conPulsanti) colonna->removeItem(riga);
+    auto* contenuto = new QWidget;
+    contenuto->setLayout(colonna);
+    colonna->setContentsMargins(margini);
+    auto* tutto = new QVBoxLayout(this);
+    tutto->setContentsMargins(0, 0, 0, 0);
+    tutto->setSpacing(0);
+    rotolo_ = new Rotolo(contenuto);
+    tutto->addWidget(rotolo_, 1);
+    if (conPulsanti) {
+        riga->setParent(nullptr);
+        riga->setContentsMargins(margini.left(), kSpazio, margini.right(), margini.bottom());
+        tutto->addLayout(riga);
+    }
+    if (fuoco) fuoco->setFocus();
+}
+
 bool Dialogo::event(QEvent* evento) {
+    // Other letters than those that it was shown with, or more of them.
+    const bool altro = evento->type() == QEvent::StyleChange ||
+                       (evento->type() == QEvent::LayoutRequest && rotolo_ == nullptr);
+    if (altro && isVisible()) QTimer::singleShot(0, this, [this] { StaNelloSchermo(); });
     // The window manager has its own mind about the place, and tells it a little later.
     constexpr int kPoiPosto = 150;  // ms
     if (evento->type() == QEvent::WindowActivate && !std::exchange(aSuoPosto_, true)) {

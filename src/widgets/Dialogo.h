@@ -12,6 +12,7 @@
 class QComboBox;
 class QGroupBox;
 class QHBoxLayout;
+class QVBoxLayout;
 
 namespace lapvane {
 
@@ -35,9 +36,12 @@ QGroupBox* Cornice(QWidget* dove, std::string_view nome);
 void QuandoLibero(const QObject* chi, QObject* vivo, std::function<void()> azione);
 
 /// What the dialogs share: a name, texts that follow the language, the row of their buttons, lists
-/// that a passing wheel leaves alone.
+/// that a passing wheel leaves alone, a size that the screen has room for.
 class Dialogo : public QDialog {
     Q_OBJECT
+ public:
+    void setVisible(bool visibile) override;
+
  protected:
     Dialogo(const char* nome, QWidget* parent, Qt::WindowFlags tipo = {});
 
@@ -66,8 +70,12 @@ class Dialogo : public QDialog {
     QPushButton* CancelButton_ = nullptr;
 
  private:
-    bool seguono_ = false;    // the texts, the language
-    bool aSuoPosto_ = false;  // put into the screen once; where a person moves it is his affair
+    void StaNelloSchermo();
+    void MettiInRotolo(QVBoxLayout* colonna);
+
+    QWidget* rotolo_ = nullptr;  // what scrolls, if the screen is too small
+    bool seguono_ = false;       // the texts, the language
+    bool aSuoPosto_ = false;     // put into the screen once; where a person moves it is his affair
 };
 
 }  // namespace lapvane

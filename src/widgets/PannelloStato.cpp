@@ -1,13 +1,13 @@
 #include "widgets/PannelloStato.h"
 
 #include <QPainter>
-#include <QStyle>
+
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
 namespace {
 constexpr int kMargine = 6;
-constexpr int kImmagine = 16;
 }  // namespace
 
 PannelloStato::PannelloStato(QWidget* parent) : QFrame(parent) {
@@ -31,12 +31,12 @@ void PannelloStato::ImpostaImmagine(const QIcon& immagine) {
 }
 
 int PannelloStato::LarghezzaImmagine() const {
-    return immagine_.isNull() ? 0 : kImmagine + kMargine;
+    return immagine_.isNull() ? 0 : LatoSpunta() + kMargine;
 }
 
 QSize PannelloStato::sizeHint() const {
     const int testo = testo_.isEmpty() ? 0 : fontMetrics().horizontalAdvance(testo_) + 2;
-    return {2 * kMargine + LarghezzaImmagine() + testo, fontMetrics().height() + 8};
+    return {2 * kMargine + LarghezzaImmagine() + testo, Misure(*this).Riga};
 }
 
 QSize PannelloStato::minimumSizeHint() const {
@@ -51,8 +51,10 @@ void PannelloStato::paintEvent(QPaintEvent* evento) {
     p.drawLine(width() - 1, 4, width() - 1, height() - 5);
     int x = kMargine;
     if (!immagine_.isNull()) {
-        immagine_.paint(&p, QRect(x, (height() - kImmagine) / 2, kImmagine, kImmagine));
-        x += kImmagine + kMargine;
+        const int lato = LatoSpunta();
+        immagine_.paint(&p, QRect(x, (height() - lato) / 2, lato, lato), Qt::AlignCenter,
+                        isEnabled() ? QIcon::Normal : QIcon::Disabled);
+        x += lato + kMargine;
     }
     p.setPen(palette().color(QPalette::WindowText));
     const QRect posto(x, 0, width() - x - kMargine, height());

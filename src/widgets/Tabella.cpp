@@ -13,13 +13,13 @@
 #include "shell/NumeroTesto.h"
 #include "shell/Protetto.h"
 #include "widgets/MenuUscita.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
 namespace {
 
 constexpr int kMargineCella = 16;
-constexpr double kAltezzaRiga = 1.8;  // of the letters
 
 class Cella : public QTableWidgetItem {
  public:
@@ -78,6 +78,14 @@ void Tabella::Riempi(const std::vector<QStringList>& righe) {
     for (int r = 0; r < rowCount(); ++r) {
         const QStringList& riga = righe[static_cast<std::size_t>(r)];
         for (int c = 0; c < columnCount(); ++c) setItem(r, c, new Cella(riga.value(c)));
+    }
+}
+
+void Tabella::Numeri() {
+    constexpr auto kDestra = Qt::AlignRight | Qt::AlignVCenter;
+    horizontalHeader()->setDefaultAlignment(kDestra);
+    for (int r = 0; r < rowCount(); ++r) {
+        for (int c = 0; c < columnCount(); ++c) item(r, c)->setTextAlignment(kDestra);
     }
 }
 
@@ -167,9 +175,9 @@ void Tabella::AdattaColonne() {
 }
 
 void Tabella::AdattaRighe() {
-    const int altezza = static_cast<int>(fontMetrics().height() * kAltezzaRiga);
-    verticalHeader()->setDefaultSectionSize(altezza);
-    horizontalHeader()->setMinimumHeight(altezza);
+    const Misure misure(*this);
+    verticalHeader()->setDefaultSectionSize(misure.Riga);
+    horizontalHeader()->setMinimumHeight(misure.Testata);
 }
 
 void Tabella::resizeEvent(QResizeEvent* evento) {
@@ -195,7 +203,9 @@ void Tabella::contextMenuEvent(QContextMenuEvent* evento) {
 
 void Tabella::changeEvent(QEvent* evento) {
     QTableWidget::changeEvent(evento);
-    if (evento->type() == QEvent::FontChange) AdattaRighe();
+    if (evento->type() == QEvent::FontChange || evento->type() == QEvent::StyleChange) {
+        AdattaRighe();
+    }
 }
 
 }  // namespace lapvane

@@ -9,7 +9,8 @@
 
 namespace lapvane {
 
-/// A grid of texts to read: columns of a fixed share of its width, every cell centred, Ctrl+C
+/// A grid of texts to read: columns of a fixed share of its width, every cell centred or, where all
+/// of them are numbers, at the right; Ctrl+C
 /// copies the selected cells, or the whole grid when none is selected, separated by tabs. The right
 /// mouse button offers that, and to save the whole grid as CSV.
 class Tabella : public QTableWidget {
@@ -24,6 +25,8 @@ class Tabella : public QTableWidget {
     void Titoli(const QStringList& titoli);
     /// All rows, each with a text a column.
     void Riempi(const std::vector<QStringList>& righe);
+    /// Every column is one of numbers, which end below one another.
+    void Numeri();
     /// Sorts by a column, ascending: numbers as numbers and ahead of texts, texts as texts. Rows
     /// that are equal there keep their order.
     void Ordina(int colonna);

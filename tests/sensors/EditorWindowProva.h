@@ -9,6 +9,7 @@
 #include "device/SerialComm.h"
 #include "support/StrumentoProva.h"
 #include "support/WindowPlatform.h"
+#include "tools/support/Fit.h"
 
 namespace lapvane::prova {
 
@@ -74,14 +75,7 @@ class EditorWindowProva : public ConStrumento<WindowPlatform> {
     void SchermoIntero() {
         EXPECT_LE(finestra->width(), 1366);
         EXPECT_LE(finestra->height(), 700);
-        for (const QLabel* testo : finestra->template findChildren<QLabel*>()) {
-            if (!testo->isVisible()) continue;
-            EXPECT_GE(testo->width(), testo->sizeHint().width()) << DaQt(testo->text());
-        }
-        for (const auto* p : finestra->template findChildren<QAbstractButton*>()) {
-            if (!p->isVisible()) continue;
-            EXPECT_GE(p->width(), p->minimumSizeHint().width()) << DaQt(p->text());
-        }
+        EXPECT_EQ(Fit(finestra.get()).join(QLatin1Char(' ')).toStdString(), "");
     }
     using V = std::vector<std::string>;
     PrincipaleProva& principale = ConStrumento<WindowPlatform>::finestra;

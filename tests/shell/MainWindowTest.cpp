@@ -29,6 +29,7 @@
 #include "widgets/CartaAzione.h"
 #include "widgets/Mnemonica.h"
 #include "widgets/PannelloStato.h"
+#include "widgets/style/Tavolozza.h"
 
 namespace lapvane {
 namespace {
@@ -510,6 +511,28 @@ TEST_F(Finestra, DroppedFilesOpenAndTheLogsThatWereAnalysedComeBack) {
     EXPECT_NE(macchina.Mostrati.back().Testo.find(Testo(Voce::LogTolto)), std::string::npos);
     EXPECT_FALSE(voce->isVisible());
     EXPECT_TRUE(CaricaLogRecenti().empty());
+}
+
+TEST_F(Finestra, TheLookIsChosenInAnyWindowAndKept) {
+    Apri();
+    const auto tema = [this] {
+        QCoreApplication::processEvents();
+        return ColoriDi(*finestra).Window;
+    };
+    VoceMenu("mnuTemaScuro")->trigger();
+    EXPECT_EQ(tema(), ColoriDi(Tema::Scuro).Window);
+    QDialog altra(finestra.get());
+    altra.show();
+    QTest::keyClick(&altra, Qt::Key_F11);
+    EXPECT_EQ(tema(), ColoriDi(Tema::Box).Window);
+    EXPECT_TRUE(VoceMenu("mnuModoBox")->isChecked());
+    EXPECT_EQ(CaricaAspetto(), (Aspetto{TemaScelto::Scuro, true}));
+    QTest::keyClick(&altra, Qt::Key_F11);
+    EXPECT_EQ(tema(), ColoriDi(Tema::Scuro).Window);
+    VoceMenu("mnuTemaDesktop")->trigger();
+    EXPECT_EQ(tema(), ColoriDi(Tema::Chiaro).Window);
+    EXPECT_EQ(CaricaAspetto(), Aspetto{});
+    EXPECT_EQ(LeggiAspetto("lapvane-look 2\ntheme=dark\n"), Aspetto{});
 }
 
 TEST_F(Finestra, ClosingInsideAScanStopsInOrderBehindIt) {

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLocale>
 
+#include "tools/support/OffscreenScreen.h"
 #include "tools/support/QuietQt.h"
 #include "widgets/TastoInvio.h"
 #include "widgets/style/Vesti.h"
@@ -10,6 +11,7 @@
 int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     lapvane::QuietOffscreen();
+    const lapvane::OffscreenScreen screen(1920, 1080);
     QApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);

@@ -6,17 +6,22 @@
 #include <QFocusFrame>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include "platform/qt/ConversioniQt.h"
+#include "tools/support/Fit.h"
 #include "widgets/Contrasto.h"
+#include "widgets/Dialogo.h"
+#include "widgets/style/Icone.h"
+#include "widgets/style/Misure.h"
 #include "widgets/style/Stile.h"
 #include "widgets/style/Tavolozza.h"
 #include "widgets/style/Vesti.h"
 
 using namespace lapvane;
 
-TEST(Tavolozza, CanBeReadInBothThemes) {
-    for (const Tema tema : {Tema::Chiaro, Tema::Scuro}) {
+TEST(Tavolozza, CanBeReadInAllThemes) {
+    for (const Tema tema : {Tema::Chiaro, Tema::Scuro, Tema::Box}) {
         const QPalette p = PalettaDi(tema);
         const Colori& c = ColoriDi(tema);
         const QColor finestra = p.color(QPalette::Window), base = p.color(QPalette::Base),
@@ -44,6 +49,7 @@ TEST(Tavolozza, CanBeReadInBothThemes) {
             {c.Err, {base, c.ErrSoft, finestra}, 4.5},
             {c.Stale, {base, alt}, 4.5},
             {p.color(QPalette::Dark), {base, finestra}, 3.0},
+            {c.AccentText, {c.Warn, c.Err}, 3.0},  // signs of boxes
         };
         for (const auto& caso : casi) {
             for (const QColor& sotto : caso.Sotto) {
@@ -89,4 +95,92 @@ TEST(Vesti, DressesWhatComesAndFollowsTheTheme) {
     }
     EXPECT_TRUE(finestra.findChildren<QFocusFrame*>().isEmpty());
     ImpostaTema({});
+}
+
+namespace {
+
+/// Rows of boxes in a window, with OK below them.
+class Righe : public Dialogo {
+ public:
+    explicit Righe(int quante) : Dialogo("Righe", nullptr) {
+        auto* colonna = new QVBoxLayout(this);
+        for (int i = 0; i < quante; ++i) colonna->addWidget(righe.emplace_back(new QLineEdit));
+        colonna->addLayout(RigaPulsanti(nullptr, {CreaOK([] {})}));
+    }
+    std::vector<QLineEdit*> righe;
+    QPushButton* Ok() { return OKButton_; }
+};
+
+}  // namespace
+
+TEST(Dialogo, WhatIsHigherThanTheScreenScrollsAboveItsButtons) {
+    Righe finestra(60);
+    finestra.righe.front()->setFocus();
+    finestra.show();
+    QCoreApplication::processEvents();
+    EXPECT_LE(finestra.height(), finestra.screen()->availableSize().height());
+    EXPECT_EQ(finestra.focusWidget(), finestra.righe.front());
+    EXPECT_EQ(finestra.Ok()->visibleRegion(), QRegion(finestra.Ok()->rect()));
+    EXPECT_TRUE(finestra.righe.back()->visibleRegion().isEmpty());
+    finestra.Ok()->setFocus();
+    QTest::keyClick(finestra.Ok(), Qt::Key_Backtab);
+    EXPECT_FALSE(finestra.righe.back()->visibleRegion().isEmpty()) << "the focus is in view";
+}
+
+TEST(ModoBox, MeasuresWhatIsOpenAndGivesItBack) {
+    Righe finestra(2);
+    auto* piccola = Etichetta(&finestra, "piccola");
+    piccola->setFont(Carattere(finestra, Scrittura::Piccola));
+    finestra.righe.front()->setFixedWidth(100);
+    finestra.show();
+    const QSize prima = finestra.size();
+    const double punti = QApplication::font().pointSizeF();
+    ImpostaModoBox(true);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(finestra.Ok()->font().pointSizeF(), 14.0);
+    EXPECT_EQ(piccola->font().pointSizeF(), 13.0);
+    EXPECT_GE(finestra.Ok()->height(), finestra.fontMetrics().height() + 14);
+    EXPECT_GT(finestra.righe.front()->width(), 110);
+    EXPECT_GT(finestra.height(), prima.height() + 20);
+    EXPECT_EQ(ColoriDi(finestra).Text, QColor(Qt::black));
+    ImpostaModoBox(false);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(piccola->font().pointSizeF(), punti - 1.0);
+    EXPECT_EQ(finestra.righe.front()->width(), 100);
+    EXPECT_EQ(finestra.size(), prima);
+}
+
+TEST(Icona, HasTheColoursOfTheThemeAndIsGreyWhereItIsOff) {
+    const auto centro = [](const QIcon& icona, QIcon::Mode modo) {
+        return icona.pixmap(QSize(24, 24), modo).toImage().pixelColor(3, 12);
+    };
+    const QIcon segno = QApplication::style()->standardIcon(QStyle::SP_MessageBoxCritical);
+    for (const Tema tema : {Tema::Chiaro, Tema::Scuro}) {
+        ImpostaTema(tema);
+        EXPECT_EQ(centro(segno, QIcon::Normal), ColoriDi(tema).Err);
+        const QColor spento = centro(segno, QIcon::Disabled);
+        EXPECT_TRUE(spento.alpha() < 128 && spento.saturation() == 0)
+            << spento.name().toStdString();
+    }
+    ImpostaTema({});
+}
+
+TEST(Fit, FindsWhatAPersonDoesNotSee) {
+    Righe finestra(3);
+    finestra.show();
+    EXPECT_EQ(Fit(&finestra), QStringList());
+    auto* parole = Etichetta(&finestra, "parole");
+    parole->setText(QStringLiteral("Fuel pressure"));
+    parole->setGeometry(0, 0, 20, 20);
+    auto* fuori = new QLineEdit(&finestra);
+    fuori->setGeometry(finestra.width() - 10, 0, 20, 10);
+    for (QWidget* w : std::initializer_list<QWidget*>{parole, fuori}) w->show();
+    finestra.Ok()->parentWidget()->layout()->setEnabled(false);
+    finestra.Ok()->move(0, finestra.height() - 5);
+    const QString guasti = Fit(&finestra).join(QLatin1Char('\n'));
+    for (const char* guasto : {"Fuel pressure", "reaches beyond", "OKButton\" is out of view"}) {
+        EXPECT_TRUE(guasti.contains(QLatin1String(guasto))) << guasti.toStdString();
+    }
+    finestra.resize(3000, 3000);
+    EXPECT_TRUE(Fit(&finestra).front().startsWith(QLatin1String("the window is 3000")));
 }

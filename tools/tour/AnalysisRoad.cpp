@@ -19,6 +19,7 @@
 #include "reports/DisegnoTracciato.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
+#include "widgets/Dialogo.h"
 
 namespace lapvane::tour {
 
@@ -48,7 +49,7 @@ void Tour::OpenAnalysis() {
         [this] {
             // The size of a common laptop, whatever screen the tour runs on.
             Analysis()->showNormal();
-            Analysis()->resize(1366, 738);
+            Analysis()->resize(NelloSchermo(*Analysis(), QSize(1366, 738)));
         });
 }
 

@@ -9,6 +9,7 @@
 #include "analysis/compare/DisegnoElenco.h"
 #include "analysis/compare/DisegnoQuadri.h"
 #include "analysis/compare/frmConfronto.h"
+#include "widgets/Dialogo.h"
 #include "widgets/style/Tavolozza.h"
 
 namespace lapvane::tour {
@@ -29,7 +30,7 @@ void Tour::CompareLaps() {
         QStringLiteral("empty comparison"), [] { return Comparison() != nullptr; },
         [this] {
             Comparison()->showNormal();
-            Comparison()->resize(1366, 738);
+            Comparison()->resize(NelloSchermo(*Comparison(), QSize(1366, 738)));
             robot_.Click(In<QPushButton>(Comparison(), "cmdApri"));
         });
     robot_.Stop(QStringLiteral("log to compare"), FileDialogIs(),

@@ -3,10 +3,13 @@
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
+#include <QScrollArea>
 #include <QTest>
+#include <algorithm>
 #include <cstdio>
 
 #include "Census.h"
+#include "tools/support/Fit.h"
 
 namespace lapvane::tour {
 
@@ -66,11 +69,18 @@ void Robot::Picture(QWidget* window, const QString& name) {
                              .arg(folder_)
                              .arg(++pictures_, 2, 10, QLatin1Char('0'))
                              .arg(name);
-    const QStringList faults = failed_ ? QStringList() : Census(window);
+    const QStringList faults = failed_ ? QStringList() : Census(window) + Fit(window);
     for (const QString& fault : faults) {
         std::fprintf(stderr, "%s: %s\n", qPrintable(name), qPrintable(fault));
     }
     faults_ += static_cast<int>(faults.size());
+    const auto* scrolls = window->findChild<QScrollArea*>(QStringLiteral("rotolo"));
+    if (scrolls != nullptr) {
+        // No fault: the screen is too small for the letters.
+        const QSize missing = scrolls->widget()->size() - scrolls->viewport()->size();
+        std::printf("%s: scrolls, %d x %d out of view\n", qPrintable(name),
+                    std::max(0, missing.width()), std::max(0, missing.height()));
+    }
     if (!window->grab().save(file)) std::fprintf(stderr, "cannot save %s\n", qPrintable(file));
 }
 

@@ -20,6 +20,7 @@
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
 #include "shell/StatoShell.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane::tour {
 
@@ -201,6 +202,27 @@ void Tour::RecentProjects() {
             menu->popup(main_->mapToGlobal(QPoint(0, 30)));
             robot_.Picture(menu, QStringLiteral("recent"));
             menu->close();
+        });
+    PitLane();
+}
+
+/// Larger letters in the open window and back, whichever it had.
+void Tour::PitLane() {
+    robot_.Stop(
+        QStringLiteral("the pit lane"), [this] { return Idle(); },
+        [this] {
+            const QSize before = main_->size();
+            const bool pit = ModoBox();
+            const auto press = [this] {
+                QTest::keyClick(main_.get(), Qt::Key_F11);
+                QApplication::processEvents();
+            };
+            press();
+            robot_.Check(ModoBox() != pit, QStringLiteral("F11 does nothing"));
+            robot_.Picture(main_.get(), QStringLiteral("pit"));
+            press();
+            robot_.Check(ModoBox() == pit && main_->size() == before,
+                         QStringLiteral("F11 does not give the window back"));
         });
 }
 

@@ -87,6 +87,7 @@ class Tour {
     void Download();
     void OtherLanguage();
     void RecentProjects();
+    void PitLane();
     /// An end that is cancelled, since there is something to lose.
     void UnsavedChanges();
     void Leave();

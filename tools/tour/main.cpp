@@ -13,9 +13,10 @@
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
+#include "tools/support/OffscreenScreen.h"
 #include "tools/support/QuietQt.h"
+#include "widgets/Dialogo.h"
 #include "widgets/PannelloStato.h"
-#include "widgets/style/Tavolozza.h"
 #include "widgets/style/Vesti.h"
 
 namespace lapvane::tour {
@@ -40,6 +41,24 @@ void LayProgramFolder(const fs::path& from, const fs::path& to, bool italian) {
     }
     QFile recent(PercorsoInQt(to / "RecentFiles.ini"));
     if (recent.open(QIODevice::WriteOnly)) recent.write("1\r\n");
+}
+
+/// Takes a word and the one behind it out of the arguments; empty: it is not there.
+QString TakeWord(QStringList& words, const QString& word) {
+    const qsizetype place = words.indexOf(word);
+    if (place < 0 || place + 1 >= words.size()) return {};
+    const QString value = words.at(place + 1);
+    words.remove(place, 2);
+    return value;
+}
+
+/// The screen that is asked for as COLUMNSxROWS, before there is an application.
+QSize ScreenOf(int argc, char* argv[]) {
+    QStringList words;
+    for (int i = 1; i < argc; ++i) words << QString::fromLocal8Bit(argv[i]);
+    const QStringList sides = TakeWord(words, QStringLiteral("screen")).split(QLatin1Char('x'));
+    const QSize pixels(sides.value(0).toInt(), sides.value(1).toInt());
+    return pixels.isEmpty() ? QSize(1366, 768) : pixels;
 }
 
 }  // namespace
@@ -73,7 +92,7 @@ int Tour::Play() {
     splash.AlTermine = [this] {
         main_ = std::make_unique<frmMain>(std::make_unique<QtSerialControl>());
         main_->Carica();
-        main_->resize(1366, 720);
+        main_->resize(NelloSchermo(*main_, QSize(1366, 720)));
         main_->show();
         main_->activateWindow();
         main_->AvviaSorveglianza();
@@ -82,7 +101,7 @@ int Tour::Play() {
     robot_.Start();
     const int result = QApplication::exec();
     std::printf("%d stops\n", robot_.Stops());
-    if (robot_.Faults() != 0) std::fprintf(stderr, "%d controls out of reach\n", robot_.Faults());
+    if (robot_.Faults() != 0) std::fprintf(stderr, "%d faults in the windows\n", robot_.Faults());
     return robot_.Faults() != 0 ? 1 : result;
 }
 
@@ -115,18 +134,29 @@ void Tour::AnswerFileDialog(const QString& path, const QString& picture) {
 
 int main(int argc, char* argv[]) {
     lapvane::QuietOffscreen();
+    const QSize pixels = lapvane::tour::ScreenOf(argc, argv);
+    const lapvane::OffscreenScreen screen(pixels.width(), pixels.height());
     QApplication application(argc, argv);
     QStringList words = QApplication::arguments().mid(1);
     const bool dark = words.removeAll(QStringLiteral("dark")) != 0;
+    const bool pit = words.removeAll(QStringLiteral("pit")) != 0;
     const bool quick = words.removeAll(QStringLiteral("quick")) != 0;
+    lapvane::tour::TakeWord(words, QStringLiteral("screen"));
+    const int points = lapvane::tour::TakeWord(words, QStringLiteral("font")).toInt();
     const QString language = words.size() == 2 ? words.takeLast() : QStringLiteral("en");
     if (words.size() != 1 || (language != QLatin1String("it") && language != QLatin1String("en"))) {
-        std::fprintf(stderr, "usage: tour OUTPUT_FOLDER [it|en] [dark] [quick]\n");
+        std::fprintf(stderr,
+                     "usage: tour OUTPUT_FOLDER [it|en] [dark] [pit] [quick] [font POINTS] "
+                     "[screen COLUMNSxROWS]\n");
         return 2;
     }
     const bool italian = language == QLatin1String("it");
+    if (points > 0) {
+        QFont font = QApplication::font();
+        font.setPointSize(points);
+        QApplication::setFont(font);
+    }
     lapvane::Vesti();
-    if (dark) lapvane::ImpostaTema(lapvane::Tema::Scuro);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
     const QString out = QDir(words.front()).absolutePath();
@@ -148,6 +178,10 @@ int main(int argc, char* argv[]) {
     }
     lapvane::tour::TourPlatform machine(program, quick ? lapvane::tour::kQuick : 1);
     lapvane::SetPlatform(&machine);
+    // As somebody has left it.
+    using lapvane::TemaScelto;
+    lapvane::SalvaAspetto({dark ? TemaScelto::Scuro : TemaScelto::Desktop, pit});
+    lapvane::IndossaAspetto(lapvane::CaricaAspetto());
     const int result = lapvane::tour::Tour(out, italian, machine, instrument).Play();
     instrument.terminate();
     instrument.waitForFinished(3000);

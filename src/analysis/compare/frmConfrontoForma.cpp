@@ -25,9 +25,9 @@
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
 #include "widgets/BarraTasti.h"
-#include "widgets/Icone.h"
 #include "widgets/Scheda.h"
 #include "widgets/StrisciaAvviso.h"
+#include "widgets/style/Icone.h"
 #include "widgets/style/Misure.h"
 #include "widgets/style/Stile.h"
 
@@ -35,9 +35,11 @@ namespace lapvane {
 
 namespace {
 
-constexpr int kStretta = 1200;  // width below which the right side folds into tabs
+constexpr int kStretta = 1280;  // width below which the right side folds into tabs
 constexpr int kSinistra = 268;
 constexpr int kDestra = 298;
+constexpr int kSinistraMinima = 220;
+constexpr int kDestraMinima = 240;
 constexpr int kListaStretta = 90;
 constexpr int kAltezzaRisposta = 40;
 constexpr int kSchedaGrafico = 0;
@@ -74,13 +76,17 @@ QComboBox* Lista(const char* nome) {
     return lista;
 }
 
-/// A hint at the end of a row, the first that gives way.
+/// A hint below a row.
 QLabel* Accenno(QWidget* dove, const char* nome) {
     QLabel* accenno = Etichetta(dove, nome);
     accenno->setForegroundRole(QPalette::PlaceholderText);
     accenno->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    accenno->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    accenno->setContentsMargins(12, 0, 12, 0);
     return accenno;
+}
+
+void Sotto(QWidget* pagina, QLabel* accenno) {
+    static_cast<QVBoxLayout*>(pagina->layout())->insertWidget(1, accenno);
 }
 
 /// The page of a drawing, and the row above it for what chooses what is drawn.
@@ -111,7 +117,8 @@ void frmConfronto::Disponi() {
     divisore_->setStretchFactor(0, 0);
     divisore_->setStretchFactor(1, 1);
     divisore_->setStretchFactor(2, 0);
-    divisore_->setSizes({kSinistra, 768, kDestra});
+    const Misure misure(*this);
+    divisore_->setSizes({misure.Largo(kSinistra), 768, misure.Largo(kDestra)});
     auto* corpo = new QHBoxLayout;
     corpo->setContentsMargins(kMargineFinestra, kMargineFinestra, kMargineFinestra,
                               kMargineFinestra);
@@ -211,7 +218,7 @@ QWidget* frmConfronto::CreaSinistra() {
     sinistra_->setDocumentMode(true);
     sinistra_->addTab(elenchi_, QString());
     sinistra_->tabBar()->hide();
-    sinistra_->setMinimumWidth(220);
+    sinistra_->setMinimumWidth(Misure(*this).Largo(kSinistraMinima));
     return sinistra_;
 }
 
@@ -253,7 +260,8 @@ QWidget* frmConfronto::CreaSchedaXY() {
     riga->addWidget(lblY_);
     riga->addWidget(cboY_);
     riga->addWidget(Coppia(optPunti_, optLinea_, "optPunti", "optLinea"));
-    riga->addWidget(lblTrattoXY_, 1);
+    riga->addStretch(1);
+    Sotto(pagina, lblTrattoXY_);
     return pagina;
 }
 
@@ -270,7 +278,8 @@ QWidget* frmConfronto::CreaSchedaIstogramma() {
     riga->addWidget(cboCanale_);
     riga->addWidget(lblFasce_);
     riga->addWidget(cboFasce_);
-    riga->addWidget(lblTrattoFasce_, 1);
+    riga->addStretch(1);
+    Sotto(pagina, lblTrattoFasce_);
     return pagina;
 }
 
@@ -293,7 +302,7 @@ QWidget* frmConfronto::CreaDestra() {
     destra_->addWidget(schedaValori_);
     destra_->addWidget(schedaMappa_);
     destra_->setSizes({236, 370});
-    destra_->setMinimumWidth(240);
+    destra_->setMinimumWidth(Misure(*this).Largo(kDestraMinima));
     return destra_;
 }
 
@@ -378,15 +387,19 @@ void frmConfronto::DisponiStretta() {
     sinistra_->setTabText(0, InQt(Testo(Voce::GiriConfronto)));
     sinistra_->tabBar()->setVisible(stretta_);
     destra_->setVisible(!stretta_);
+    lblIdeale_->setVisible(!stretta_);  // the table below has it too
 }
 
 void frmConfronto::resizeEvent(QResizeEvent* evento) {
     Dialogo::resizeEvent(evento);
-    const bool stretta = width() < kStretta;
+    const Misure misure(*this);
+    const bool stretta = width() < misure.Largo(kStretta);
     if (stretta == stretta_) return;
     stretta_ = stretta;
     DisponiStretta();
-    if (!stretta) divisore_->setSizes({kSinistra, width() - kSinistra - kDestra, kDestra});
+    const int sinistra = misure.Largo(kSinistra);
+    const int destra = misure.Largo(kDestra);
+    if (!stretta) divisore_->setSizes({sinistra, width() - sinistra - destra, destra});
 }
 
 /// What lies between two cursors needs more room than the map; it gets it back behind them.

@@ -8,15 +8,20 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLibraryInfo>
+#include <QListView>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QStyle>
 #include <QThread>
 #include <QTimer>
+#include <QTreeView>
 #include <QUrl>
 #include <cstdlib>
 
@@ -89,6 +94,17 @@ void PlaceAlone(QDialog& dialog) {
     dialog.move(dialog.screen()->availableGeometry().center() - dialog.rect().center());
 }
 
+/// The style's drawings, not those of the desktop's own set.
+class FileIcons : public QFileIconProvider {
+ public:
+    using QFileIconProvider::icon;
+    QIcon icon(const QFileInfo& file) const override {
+        return QApplication::style()->standardIcon(file.isRoot()  ? QStyle::SP_DriveHDIcon
+                                                   : file.isDir() ? QStyle::SP_DirIcon
+                                                                  : QStyle::SP_FileIcon);
+    }
+};
+
 /// A file dialog that takes no name in a folder that is not there.
 class FileDialog : public QFileDialog {
  public:
@@ -113,6 +129,18 @@ class FileDialog : public QFileDialog {
         QFileDialog::accept();
     }
 };
+
+/// Columns and places of the toolkit's file dialog as wide as their words; the desktop's own
+/// dialogs have none.
+void ShowWhole(QFileDialog& dialog) {
+    if (auto* files = dialog.findChild<QTreeView*>(QStringLiteral("treeView"))) {
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+    if (auto* places = dialog.findChild<QListView*>(QStringLiteral("sidebar"))) {
+        places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
+    }
+}
 
 }  // namespace
 
@@ -205,13 +233,16 @@ Answer QtPlatform::MsgBox(const std::string& text, Buttons buttons, Icon icon,
 }
 
 std::optional<std::filesystem::path> QtPlatform::AskFile(const FileRequest& request, bool save) {
+    FileIcons icons;  // outlives the dialog, which does not own it
     FileDialog dialog(WindowBelow(), InQt(request.Title));
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
+    dialog.setIconProvider(&icons);
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilter(FilterInQt(request.Filter));
     if (!request.Folder.empty()) dialog.setDirectory(PercorsoInQt(request.Folder));
     if (!request.Name.empty()) dialog.selectFile(PercorsoInQt(request.Name));
+    ShowWhole(dialog);
     // The program asks its own question before it replaces a file.
     dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
     QString chosen;

@@ -1,5 +1,6 @@
 #include "widgets/style/Misure.h"
 
+#include <QApplication>
 #include <QWidget>
 #include <algorithm>
 
@@ -8,6 +9,9 @@ namespace lapvane {
 namespace {
 
 constexpr double kPuntiMinimi = 6.0;
+constexpr double kFattoreBox = 1.5;
+
+bool modoBox = false;
 
 /// A size in the unit that the font has its own in: points, or pixels.
 void Dimensione(QFont& carattere, double fattore, double punti) {
@@ -21,15 +25,42 @@ void Dimensione(QFont& carattere, double fattore, double punti) {
 
 }  // namespace
 
+bool ModoBox() {
+    return modoBox;
+}
+
+void UsaMisureBox(bool acceso) {
+    modoBox = acceso;
+}
+
+int InBox(int lunghezza) {
+    return modoBox ? qRound(lunghezza * kFattoreBox) : lunghezza;
+}
+
+int LatoSpunta() {
+    return InBox(kLatoSpunta);
+}
+
+int LatoIcona() {
+    // Four thirds of a line, on the grid: 24 beside a line of 18, 32 beside one of 25.
+    const int lato = QFontMetrics(QApplication::font()).height() * 4 / 3;
+    return std::max(kLatoIcona, (lato + kGriglia / 2) / kGriglia * kGriglia);
+}
+
 Misure::Misure(const QFontMetrics& carattere)
     : Linea(carattere.height()),
-      Controllo(Linea + 10),
-      Riga(Linea + 8),
-      Testata(Linea + 10),
-      Linguetta(Linea + 12),
+      Controllo(Linea + InBox(10)),
+      Riga(Linea + InBox(8)),
+      Testata(Linea + InBox(10)),
+      Linguetta(Linea + InBox(12)),
       Lettera(Linea) {}
 
 Misure::Misure(const QWidget& widget) : Misure(widget.fontMetrics()) {}
+
+int Misure::Largo(int pixel) const {
+    constexpr int kLinea = 18;  // of 10 pt
+    return pixel * std::max(kLinea, Linea) / kLinea;
+}
 
 QFont Carattere(const QFont& base, Scrittura scrittura) {
     QFont carattere = base;

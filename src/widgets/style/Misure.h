@@ -22,10 +22,24 @@ constexpr int kLarghezzaPulsante = 96;  ///< least, in a row of OK and Cancel
 constexpr int kLatoSpunta = 16;
 constexpr int kLatoIcona = 24;
 
+/// Whether the program is in the mode for the pit lane: larger letters, and controls for gloves.
+bool ModoBox();
+/// Only the measures; `ImpostaModoBox` gives them to the windows that there are.
+void UsaMisureBox(bool acceso);
+/// What a control has around its text or picture, larger in that mode: one factor for all.
+int InBox(int lunghezza);
+/// Side of the box of a tick.
+int LatoSpunta();
+/// Side of the icons of tool bars, from the program's font.
+int LatoIcona();
+
 /// The heights that come from a font.
 struct Misure {
     explicit Misure(const QFontMetrics& carattere);
     explicit Misure(const QWidget& widget);
+
+    /// A width in pixels that is right beside the letters of 10 pt, for letters that are larger.
+    int Largo(int pixel) const;
 
     int Linea = 0;      ///< of a line of text
     int Controllo = 0;  ///< button, box, combo

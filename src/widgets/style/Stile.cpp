@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QFocusFrame>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -311,8 +312,8 @@ void Stile::DisegnaVoceMenu(const QStyleOption& opzioni, QPainter& penna,
             centro + QPointF(-4.5, 0.2), centro + QPointF(-1.5, 3.2), centro + QPointF(4.0, -3.5)};
         Spezzata(penna, segno, colore, 2.0);
     } else if (!o->icon.isNull()) {
-        const QSize lato(kLatoSpunta, kLatoSpunta);
-        const QRect icona(colonna.center() - QPoint(kLatoSpunta / 2, kLatoSpunta / 2), lato);
+        const int lato = LatoSpunta();
+        const QRect icona(colonna.center() - QPoint(lato / 2, lato / 2), QSize(lato, lato));
         o->icon.paint(&penna, icona, Qt::AlignCenter, attiva ? QIcon::Normal : QIcon::Disabled);
     }
     const QStringList testi = o->text.split(QLatin1Char('\t'));
@@ -407,6 +408,21 @@ void Stile::drawComplexControl(ComplexControl controllo, const QStyleOptionCompl
     } else {
         QProxyStyle::drawComplexControl(controllo, opzioni, penna, widget);
     }
+}
+
+void Stile::drawItemText(QPainter* penna, const QRect& posto, int come, const QPalette& paletta,
+                         bool attivo, const QString& testo, QPalette::ColorRole ruolo) const {
+    if (attivo && penna->device()->devType() == QInternal::Widget) {
+        const auto* etichetta =
+            qobject_cast<const QLabel*>(static_cast<const QWidget*>(penna->device()));
+        const QWidget* compagno = etichetta ? etichetta->buddy() : nullptr;
+        if (compagno && !compagno->isEnabled()) {
+            QPalette spenta(paletta);
+            spenta.setCurrentColorGroup(QPalette::Disabled);
+            return QProxyStyle::drawItemText(penna, posto, come, spenta, false, testo, ruolo);
+        }
+    }
+    QProxyStyle::drawItemText(penna, posto, come, paletta, attivo, testo, ruolo);
 }
 
 QPixmap Stile::generatedIconPixmap(QIcon::Mode modo, const QPixmap& immagine,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPalette>
 #include <QProxyStyle>
 
 class QAbstractButton;
@@ -35,8 +36,16 @@ class Stile : public QProxyStyle {
                      const QWidget* widget) const override;
     void drawComplexControl(ComplexControl controllo, const QStyleOptionComplex* opzioni,
                             QPainter* penna, const QWidget* widget) const override;
+    /// The label of a box that is off is as dull as the box.
+    void drawItemText(QPainter* penna, const QRect& posto, int come, const QPalette& paletta,
+                      bool attivo, const QString& testo, QPalette::ColorRole ruolo) const override;
     QPixmap generatedIconPixmap(QIcon::Mode modo, const QPixmap& immagine,
                                 const QStyleOption* opzioni) const override;
+    /// The signs of boxes and of the file dialog are drawings of the program's own.
+    QIcon standardIcon(StandardPixmap quale, const QStyleOption* opzioni,
+                       const QWidget* widget) const override;
+    QPixmap standardPixmap(StandardPixmap quale, const QStyleOption* opzioni,
+                           const QWidget* widget) const override;
 
  private:
     bool DisegnaPannello(PrimitiveElement parte, const QStyleOption& opzioni, QPainter& penna,

@@ -19,6 +19,7 @@ namespace lapvane {
 
 namespace {
 
+constexpr int kBarraScorrimento = 12;
 constexpr int kFreccia = 24;         // place of the arrow of a combo
 constexpr int kFrecciaSpin = 20;     // ... and of the two of a spin box
 constexpr int kMargineEdit = 6;      // the line edit adds 2 of its own
@@ -50,11 +51,12 @@ QSize MisuraPulsante(const QStyleOptionButton& o, const QSize& contenuto, const 
     const Misure m = MisureDi(&o, widget);
     const bool inRiga = widget && qobject_cast<const QDialogButtonBox*>(widget->parentWidget());
     const auto* pulsante = qobject_cast<const QPushButton*>(widget);
-    int largo = contenuto.width() + 24;
-    if (o.text.isEmpty()) largo = contenuto.width() + 12;
-    const bool forte = pulsante && (pulsante->isDefault() || pulsante->isCheckable());
-    if (forte || inRiga) largo += PiuForte(widget, o.text);
-    if (inRiga || (pulsante && pulsante->isDefault())) largo = std::max(largo, kLarghezzaPulsante);
+    int largo = contenuto.width() + InBox(24);
+    if (o.text.isEmpty()) largo = contenuto.width() + InBox(12);
+    // Whichever has the focus can become the default, and must not grow then.
+    if (pulsante || inRiga) largo += PiuForte(widget, o.text);
+    if (inRiga || (pulsante && pulsante->isDefault()))
+        largo = std::max(largo, InBox(kLarghezzaPulsante));
     return {largo, std::max(m.Controllo, contenuto.height() + 8)};
 }
 
@@ -71,15 +73,15 @@ QRect ParteGruppo(const QStyleOptionGroupBox& o, QStyle::SubControl parte, const
     const bool spunta = o.subControls & QStyle::SC_GroupBoxCheckBox;
     const int titolo = o.text.isEmpty() && !spunta ? 0 : m.Linea + kSopraCornice;
     const QRect cornice = o.rect.adjusted(0, titolo, 0, 0);
-    const int davanti = spunta ? kLatoSpunta + kSpazio : 0;
+    const int lato = LatoSpunta();
+    const int davanti = spunta ? lato + kSpazio : 0;
     switch (parte) {
         case QStyle::SC_GroupBoxFrame:
             return cornice;
         case QStyle::SC_GroupBoxContents:
             return cornice.adjusted(1, 1, -1, -1);
         case QStyle::SC_GroupBoxCheckBox:
-            return {o.rect.left(), o.rect.top() + (m.Linea - kLatoSpunta) / 2, kLatoSpunta,
-                    kLatoSpunta};
+            return {o.rect.left(), o.rect.top() + (m.Linea - lato) / 2, lato, lato};
         default:
             return {o.rect.left() + davanti, o.rect.top(), o.rect.width() - davanti, m.Linea};
     }
@@ -149,7 +151,6 @@ QRect ParteSpin(const QStyleOptionSpinBox& o, QStyle::SubControl parte) {
 int MisuraFissa(QStyle::PixelMetric misura) {
     switch (misura) {
         case QStyle::PM_ButtonMargin:
-        case QStyle::PM_ScrollBarExtent:
             return 12;
         case QStyle::PM_ComboBoxFrameWidth:
         case QStyle::PM_SpinBoxFrameWidth:
@@ -171,16 +172,8 @@ int MisuraFissa(QStyle::PixelMetric misura) {
         case QStyle::PM_CheckBoxLabelSpacing:
         case QStyle::PM_RadioButtonLabelSpacing:
             return kSpazio;
-        case QStyle::PM_IndicatorWidth:
-        case QStyle::PM_IndicatorHeight:
-        case QStyle::PM_ExclusiveIndicatorWidth:
-        case QStyle::PM_ExclusiveIndicatorHeight:
-        case QStyle::PM_SmallIconSize:
-            return kLatoSpunta;
         case QStyle::PM_ScrollBarSliderMin:
             return kManigliaMinima;
-        case QStyle::PM_ToolBarIconSize:
-            return kLatoIcona;
         case QStyle::PM_ToolBarItemSpacing:
             return 2;
         case QStyle::PM_ToolBarItemMargin:
@@ -204,6 +197,18 @@ int Stile::pixelMetric(PixelMetric misura, const QStyleOption* opzioni,
                        const QWidget* widget) const {
     if (const int fissa = MisuraFissa(misura); fissa >= 0) return fissa;
     switch (misura) {
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight:
+        case PM_SmallIconSize:
+            return LatoSpunta();
+        case PM_ScrollBarExtent:
+            return InBox(kBarraScorrimento);
+        case PM_ToolBarIconSize:
+            return LatoIcona();
+        case PM_MessageBoxIconSize:
+            return kLatoIcona * 3 / 2 * LatoIcona() / kLatoIcona;
         case PM_DefaultFrameWidth: {
             // The ring of the focus lies in the frame of a box for text.
             const bool testo = qobject_cast<const QPlainTextEdit*>(widget) ||
@@ -234,6 +239,7 @@ int Stile::pixelMetric(PixelMetric misura, const QStyleOption* opzioni,
 int Stile::styleHint(StyleHint quale, const QStyleOption* opzioni, const QWidget* widget,
                      QStyleHintReturn* risposta) const {
     switch (quale) {
+        case SH_DialogButtonBox_ButtonsHaveIcons:
         case SH_ComboBox_Popup:  // a list below the box, not a menu over it
         case SH_EtchDisabledText:
         case SH_Widget_Animate:
@@ -277,17 +283,17 @@ QSize Stile::sizeFromContents(ContentsType tipo, const QStyleOption* opzioni,
             return {contenuto.width() + 2 * kMargineEdit, m.Controllo};
         }
         case CT_ComboBox:
-            return {contenuto.width() + kSpazio + kFreccia,
+            return {contenuto.width() + kSpazio + kFreccia + 2,
                     std::max(m.Controllo, contenuto.height())};
         case CT_SpinBox:
             return {contenuto.width() + kSpazio + kFrecciaSpin, m.Controllo};
         case CT_CheckBox:
         case CT_RadioButton:
-            return alta(base(), m.Linea + 4);
+            return alta(base(), m.Linea + InBox(4));
         case CT_ToolButton: {
             const auto* o = qstyleoption_cast<const QStyleOptionToolButton*>(opzioni);
             const bool icona = o && !o->icon.isNull();
-            return alta(contenuto + QSize(12, icona ? 12 : 10), m.Controllo);
+            return alta(contenuto + QSize(InBox(12), InBox(icona ? 12 : 10)), m.Controllo);
         }
         case CT_ItemViewItem:
             return alta(base(), m.Riga);

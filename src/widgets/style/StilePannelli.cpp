@@ -1,5 +1,6 @@
 // The drawn parts of the style that are surfaces and signs: panels, frames, ticks, arrows, rings.
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QComboBox>
@@ -73,13 +74,19 @@ void PulsanteBarra(QPainter& penna, const QStyleOption& o) {
     Riquadro(penna, o.rect, kRaggioControllo, fondo, attivo ? c.Edge : c.Line);
 }
 
+/// Of a tick box, in the middle of its place.
+QRectF Quadretto(const QStyleOption& o) {
+    const int lato = std::min({LatoSpunta(), o.rect.width(), o.rect.height()});
+    return QRectF(o.rect.x() + (o.rect.width() - lato) / 2,
+                  o.rect.y() + (o.rect.height() - lato) / 2, lato, lato);
+}
+
 void Spunta(QPainter& penna, const QStyleOption& o) {
     const Colori& c = ColoriDi(o.palette);
     const bool attivo = o.state & QStyle::State_Enabled;
     const bool meta = o.state & QStyle::State_NoChange;
     const bool piena = meta || (o.state & QStyle::State_On);
-    const QRectF r(o.rect.center().x() - kLatoSpunta / 2 + 1,
-                   o.rect.center().y() - kLatoSpunta / 2 + 1, kLatoSpunta, kLatoSpunta);
+    const QRectF r = Quadretto(o);
     QColor fondo = piena ? c.Accent : c.Base;
     QColor bordo = piena ? c.Accent : c.Edge;
     if (!attivo) {
@@ -90,13 +97,14 @@ void Spunta(QPainter& penna, const QStyleOption& o) {
     }
     Riquadro(penna, r, kRaggioControllo, fondo, bordo);
     const QColor segno = attivo ? c.AccentText : c.Window;
+    const double parte = r.width() / kLatoSpunta;
     if (meta) {
-        Riquadro(penna, r.adjusted(4, 7, -4, -7), 0.0, segno);
+        Riquadro(penna, r.adjusted(4 * parte, 7 * parte, -4 * parte, -7 * parte), 0.0, segno);
     } else if (piena) {
-        const std::array<QPointF, 3> punti = {r.topLeft() + QPointF(4.0, 8.2),
-                                              r.topLeft() + QPointF(7.0, 11.2),
-                                              r.topLeft() + QPointF(12.2, 5.0)};
-        Spezzata(penna, punti, segno, 2.0);
+        const std::array<QPointF, 3> punti = {r.topLeft() + QPointF(4.0, 8.2) * parte,
+                                              r.topLeft() + QPointF(7.0, 11.2) * parte,
+                                              r.topLeft() + QPointF(12.2, 5.0) * parte};
+        Spezzata(penna, punti, segno, 2.0 * parte);
     }
 }
 
@@ -104,15 +112,18 @@ void Tonda(QPainter& penna, const QStyleOption& o) {
     const Colori& c = ColoriDi(o.palette);
     const bool attivo = o.state & QStyle::State_Enabled;
     const bool piena = o.state & QStyle::State_On;
-    const QRectF r(o.rect.center().x() - kLatoSpunta / 2 + 1,
-                   o.rect.center().y() - kLatoSpunta / 2 + 1, kLatoSpunta, kLatoSpunta);
-    const double raggio = kLatoSpunta / 2.0;
+    const QRectF r = Quadretto(o);
+    const double raggio = r.width() / 2.0;
     QColor bordo = attivo ? c.Edge : c.Off;
     QColor fondo = attivo ? c.Base : c.Window;
     if (piena) fondo = bordo = attivo ? c.Accent : c.Off;
     if (attivo && (o.state & QStyle::State_Sunken)) fondo = Tinta(fondo, c.Text, kPremuto);
     Riquadro(penna, r, raggio, fondo, bordo);
-    if (piena) Riquadro(penna, r.adjusted(5, 5, -5, -5), 3.0, attivo ? c.AccentText : c.Window);
+    const double dentro = r.width() * 5.0 / 16.0;
+    if (piena) {
+        Riquadro(penna, r.adjusted(dentro, dentro, -dentro, -dentro), raggio - dentro,
+                 attivo ? c.AccentText : c.Window);
+    }
 }
 
 /// The ring inside a cell or a tab.
@@ -141,7 +152,10 @@ void Cornice(QPainter& penna, const QStyleOption& o, const QWidget* widget) {
         Campo(penna, o, fuoco);
         return;
     }
-    const bool vista = qobject_cast<const QAbstractScrollArea*>(widget);
+    // A view whose current cell has the ring needs none of its own.
+    const auto* celle = qobject_cast<const QAbstractItemView*>(widget);
+    const bool vista = qobject_cast<const QAbstractScrollArea*>(widget) &&
+                       !(celle && celle->currentIndex().isValid());
     Riquadro(penna, o.rect, 0.0, {}, vista && fuoco ? c.Accent : c.Line);
 }
 

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "widgets/style/Misure.h"
 #include "widgets/style/Pennello.h"
 
 namespace lapvane {
@@ -99,7 +100,21 @@ Colori Scuri() {
         .Gradazione = {C(0x3C5DA8), C(0x8F9299), C(0xFFE45C)}};
 }
 
+/// Harder edges and black on a duller ground: what is left of a screen in the sun.
+Colori DaBox() {
+    Colori c = Chiari();
+    c.Window = C(0xE4E8ED);
+    c.Edge = C(0x4D5866);
+    c.Text = C(0x000000);
+    c.Text2 = C(0x333C47);
+    c.Line = C(0x9AA4B1);
+    return c;
+}
+
 Tema TemaDi(const QPalette& paletta) {
+    if (paletta.color(QPalette::Active, QPalette::Window) == ColoriDi(Tema::Box).Window) {
+        return Tema::Box;
+    }
     return paletta.color(QPalette::Active, QPalette::Window).lightness() < kMezzaLuce
                ? Tema::Scuro
                : Tema::Chiaro;
@@ -110,7 +125,8 @@ Tema TemaDi(const QPalette& paletta) {
 const Colori& ColoriDi(Tema tema) {
     static const Colori chiari = Chiari();
     static const Colori scuri = Scuri();
-    return tema == Tema::Scuro ? scuri : chiari;
+    static const Colori daBox = DaBox();
+    return tema == Tema::Scuro ? scuri : tema == Tema::Box ? daBox : chiari;
 }
 
 const Colori& ColoriDi(const QPalette& paletta) {
@@ -172,6 +188,7 @@ QPalette PalettaDi(Tema tema) {
 }
 
 Tema TemaInUso() {
+    if (ModoBox()) return Tema::Box;
     const QVariant aMano = qApp->property(kTemaAMano);
     return aMano.isValid() ? static_cast<Tema>(aMano.toInt()) : TemaDi(QApplication::palette());
 }

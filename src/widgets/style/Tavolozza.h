@@ -9,7 +9,8 @@ class QWidget;
 
 namespace lapvane {
 
-enum class Tema { Chiaro, Scuro };
+/// `Box` is the light one for the sun of the pit lane.
+enum class Tema { Chiaro, Scuro, Box };
 
 /// The colour that a lap wears wherever it is shown, and that of its letter on it.
 struct ColoreGiro {
@@ -67,7 +68,8 @@ QColor Gradazione(const Colori& colori, double quota);
 /// The palette of a theme, with all roles of all groups.
 QPalette PalettaDi(Tema tema);
 
-/// The theme of the program: that of `ImpostaTema`, else the desktop's.
+/// The theme of the program: `Box` in the mode for the pit lane, else that of `ImpostaTema`, else
+/// the desktop's.
 Tema TemaInUso();
 /// Sets the theme by hand for as long as the application lives; none: the desktop's again.
 void ImpostaTema(std::optional<Tema> tema);

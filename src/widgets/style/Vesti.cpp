@@ -4,6 +4,7 @@
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QFocusFrame>
+#include <QLabel>
 #include <QPointer>
 
 #include "widgets/style/Stile.h"
@@ -32,6 +33,9 @@ class Guardaroba : public QObject {
                     Cerchia(*static_cast<QWidget*>(oggetto), evento->type() == QEvent::FocusIn);
                 }
                 break;
+            case QEvent::EnabledChange:
+                if (oggetto->isWidgetType()) Etichette(static_cast<QWidget*>(oggetto));
+                break;
             case QEvent::ThemeChange:
                 if (!cambia_) {
                     cambia_ = true;
@@ -46,6 +50,15 @@ class Guardaroba : public QObject {
     }
 
  private:
+    /// Labels are as dull as what they belong to.
+    static void Etichette(const QWidget* widget) {
+        if (!widget->parentWidget()) return;
+        for (QObject* altro : widget->parentWidget()->children()) {
+            auto* etichetta = qobject_cast<QLabel*>(altro);
+            if (etichetta && etichetta->buddy() == widget) etichetta->update();
+        }
+    }
+
     /// The ring around a button; what is no button draws its own.
     void Cerchia(QWidget& widget, bool preso) {
         if (qobject_cast<QAbstractScrollArea*>(&widget)) widget.update();

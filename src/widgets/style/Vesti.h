@@ -7,4 +7,8 @@ namespace lapvane {
 /// application, before its first window.
 void Vesti();
 
+/// The mode for the pit lane on or off: letters of at least 14 pt, larger controls, the theme for
+/// the sun. What is open is measured anew, and grows or shrinks with its letters.
+void ImpostaModoBox(bool acceso);
+
 }  // namespace lapvane
