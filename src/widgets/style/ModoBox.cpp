@@ -84,7 +84,8 @@ void Ridimensiona(QWidget& finestra, const QSize& prima, double rapporto) {
     const bool mia = finestra.property(kData).toSize() == prima;
     QSize misura = mia && !ridata.isEmpty() ? ridata : Scalata(prima, rapporto);
     if (const QScreen* schermo = finestra.screen()) {
-        misura = misura.boundedTo(schermo->availableSize());
+        const QSize cornice = finestra.frameGeometry().size() - finestra.size();
+        misura = misura.boundedTo(schermo->availableSize() - cornice);
     }
     finestra.resize(misura);
     finestra.setProperty(kRidata, prima);
