@@ -133,6 +133,10 @@ class FileDialog : public QFileDialog {
 /// Columns and places of the toolkit's file dialog as wide as their words; the desktop's own
 /// dialogs have none.
 void ShowWhole(QFileDialog& dialog) {
+    constexpr int kLetters = 120;  // across the window: the names have half of it
+    const QSize wide(kLetters * dialog.fontMetrics().averageCharWidth(), dialog.height());
+    const QSize free = dialog.screen() ? dialog.screen()->availableSize() : wide;
+    dialog.resize(wide.expandedTo(dialog.size()).boundedTo(free));
     if (auto* files = dialog.findChild<QTreeView*>(QStringLiteral("treeView"))) {
         files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
         files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
