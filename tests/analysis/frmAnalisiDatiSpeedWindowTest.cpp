@@ -101,7 +101,6 @@ TEST_F(FinestraAnalisi, ShowsTheChannelsOfTheLogAndItsLaps) {
     QApplication::sendEvent(&finestra, &attiva);
     EXPECT_EQ(DaQt(C<QRadioButton>("optScala", 3)->toolTip()), Testo(Voce::ScalaDisegno));
     EXPECT_EQ(DaQt(C<QLabel>("lblPiloti")->text()), Testo(Voce::Piloti));
-    EXPECT_EQ(DaQt(C<QLabel>("lblNomeAllarme0")->text()), Testo(Voce::AllarmePompaOlio));
     EXPECT_EQ(DaQt(C<QLabel>("lblNomeAllarme", 7)->text()), Testo(Dopo(Voce::AllarmePompaOlio, 7)));
     EXPECT_EQ(DaQt(Chiave("Stampa")->toolTip()), Testo(Voce::StampaGrafico));
 }
