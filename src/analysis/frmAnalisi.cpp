@@ -284,6 +284,15 @@ void frmAnalisi::resizeEvent(QResizeEvent* evento) {
     AdattaGiri();
 }
 
+bool frmAnalisi::event(QEvent* evento) {
+    const bool preso = Dialogo::event(evento);
+    if (evento->type() == QEvent::FontChange && analisi_ != nullptr) {
+        AdattaMisure();
+        AdattaGiri();
+    }
+    return preso;
+}
+
 void frmAnalisi::AggiornaInvito() {
     bool spuntato = false;
     for (int c = kPrimoCanale; c <= kUltimoCanale; ++c) {
