@@ -107,6 +107,7 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     QWidget* CreaSchede();
     QWidget* CreaGiri();
     QWidget* CreaMappa();
+    int LarghezzaMisure() const;
     void AdattaMisure();
     void AdattaGiri();
     void AggiornaInvito();
