@@ -337,12 +337,13 @@ TEST_F(FinestraAnalisi, PrintedGraphSaysWhichLapAndNamesEachAlarmAtItsLine) {
     EXPECT_EQ(canali.Trova("Alternator"), nullptr);
     const auto accanto = [&](const char* prima, const char* dopo) {
         const Parola *a = canali.Trova(prima), *b = canali.Trova(dopo);
-        return a != nullptr && b != nullptr && std::abs(a->Y - b->Y) < 0.15 && a->Destra < b->X;
+        return a != nullptr && b != nullptr && std::abs(a->Y - b->Y) < 0.05 && a->Destra < b->X;
     };
     EXPECT_TRUE(accanto("Session:", "Date:") && accanto("Circuit:", "Car:"));
     EXPECT_LT(canali.Trova("Session:")->Y, canali.Trova("Circuit:")->Y);
-    const std::string valore = DaQt(C<QLineEdit>("txtValore", 3)->text());
-    EXPECT_TRUE(accanto("RPM", valore.c_str()) || accanto(valore.c_str(), "RPM")) << valore;
+    const Parola* const valore = canali.Trova(DaQt(C<QLineEdit>("txtValore", 3)->text()));
+    ASSERT_TRUE(valore != nullptr && canali.Trova("cursor") != nullptr);
+    EXPECT_GT(valore->Y, canali.Trova("cursor")->Y);
     const Parola* const legenda = canali.Trova("Channels");
     ASSERT_NE(legenda, nullptr);
     for (const Parola& parola : canali.Parole) {
