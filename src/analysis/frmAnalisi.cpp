@@ -24,9 +24,10 @@ constexpr Voce kTestoLegenda = Voce::LegendaAllarmi;
 constexpr Voce kTestoCircuito = Voce::Circuito;
 constexpr Voce kTestoPiloti = Voce::Piloti;
 constexpr int kMargine = kMargineFinestra;
-constexpr double kStretta = 66.0;       // lines of text; a narrower window has no column of units
+constexpr double kStretta = 3.1;        // lists of channels; a narrower window shows no units
 constexpr int kSettoriInVista = 4;      // the rest is scrolled to
 constexpr int kGraficoMinimo = 400;     // before sectors are left out
+constexpr int kGraficoStretto = 340;    // before the first of them is
 constexpr double kParteGrafico = 0.42;  // of what both share with the channels
 constexpr int kMappaMinima = 160;
 constexpr double kParteMappa = 0.3;  // of the height, where the channels leave less
@@ -249,8 +250,19 @@ bool frmAnalisi::Carica() {
     return true;
 }
 
+/// Width of the list of channels with its units.
+int frmAnalisi::LarghezzaMisure() const {
+    int unita = 0;
+    if (righe_[kColonnaTempo]->lblUM->isHidden()) {
+        for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) {
+            unita = std::max(unita, righe_[c]->lblUM->sizeHint().width() + kSpazio);
+        }
+    }
+    return fraMisure_->minimumSizeHint().width() + unita;
+}
+
 void frmAnalisi::AdattaMisure() {
-    const bool conUnita = width() >= kStretta * fontMetrics().height();
+    const bool conUnita = width() >= kStretta * LarghezzaMisure();
     for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) Riga(c)->UnitaInVista(conUnita);
     // The list is never narrower than its texts, and scrolls only up and down.
     fraMisure_->layout()->activate();
@@ -273,7 +285,8 @@ void frmAnalisi::AdattaGiri() {
     int giri = MSFlexGrid1_->LarghezzaPer(0);
     for (int settori = 1; settori <= kSettoriInVista; ++settori) {
         const int conQuesto = MSFlexGrid1_->LarghezzaPer(settori);
-        if (conQuesto <= larghezza - canali - grafico) giri = conQuesto;
+        const int resto = larghezza - canali - conQuesto;
+        if (resto >= (settori == 1 ? kGraficoStretto : grafico)) giri = conQuesto;
     }
     divisore_->setSizes({canali, larghezza - canali - giri, giri});
 }
@@ -282,6 +295,15 @@ void frmAnalisi::resizeEvent(QResizeEvent* evento) {
     QDialog::resizeEvent(evento);
     AdattaMisure();
     AdattaGiri();
+}
+
+bool frmAnalisi::event(QEvent* evento) {
+    const bool preso = Dialogo::event(evento);
+    if (evento->type() == QEvent::FontChange && analisi_ != nullptr) {
+        AdattaMisure();
+        AdattaGiri();
+    }
+    return preso;
 }
 
 void frmAnalisi::AggiornaInvito() {

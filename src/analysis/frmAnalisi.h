@@ -66,6 +66,7 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     frmAnalisi(const char* nome, const Fabbrica& fabbrica, QWidget* parent);
 
     void resizeEvent(QResizeEvent* evento) override;
+    bool event(QEvent* evento) override;
 
  private:
     // What the analysis asks of its window.
@@ -106,6 +107,7 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     QWidget* CreaSchede();
     QWidget* CreaGiri();
     QWidget* CreaMappa();
+    int LarghezzaMisure() const;
     void AdattaMisure();
     void AdattaGiri();
     void AggiornaInvito();

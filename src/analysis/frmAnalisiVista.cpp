@@ -90,6 +90,7 @@ void frmAnalisi::Rinfresca() {
 
 void frmAnalisi::MostraMappa(bool visibile) {
     mappa_->setVisible(visibile);
+    sinistra_->refresh();  // the bar between both comes and goes with it
     AdattaMisure();
 }
 

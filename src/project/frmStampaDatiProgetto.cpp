@@ -123,6 +123,7 @@ void frmStampaDatiProgetto::Titolo(const char* nome, const std::string& testo,
     QLabel* etichetta = Etichetta(foglio_, nome);
     etichetta->setText(InQt(testo));
     etichetta->setTextFormat(Qt::PlainText);
+    etichetta->setWordWrap(scrittura == Scrittura::Testa);
     etichetta->setFont(Carattere(*this, scrittura));
     if (scrittura == Scrittura::Piccola) etichetta->setForegroundRole(QPalette::PlaceholderText);
     // Room above a heading, below the name.
@@ -165,7 +166,9 @@ void frmStampaDatiProgetto::Pagina(QPainter& penna, double margineX, double marg
             penna.setFont(etichetta->font());
             penna.setPen(etichetta->palette().color(etichetta->foregroundRole()));
             penna.drawText(posto.marginsRemoved(QMarginsF(etichetta->contentsMargins())),
-                           Qt::AlignLeft | Qt::AlignVCenter, etichetta->text());
+                           Qt::AlignLeft | Qt::AlignVCenter |
+                               (etichetta->wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine),
+                           etichetta->text());
         } else if (const auto* linea = qobject_cast<const QFrame*>(controllo)) {
             if (linea->frameShape() == QFrame::HLine) {
                 penna.setPen(filo);

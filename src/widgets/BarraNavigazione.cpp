@@ -1,5 +1,6 @@
 #include "widgets/BarraNavigazione.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <algorithm>
 
@@ -19,6 +20,12 @@ void Colora(QPushButton* pulsante, bool verde) {
         colori.setColor(QPalette::ButtonText, Qt::black);
     }
     pulsante->setPalette(colori);
+}
+
+void AdattaPulsante(QPushButton* pulsante) {
+    const QString testo = pulsante->text();
+    const QString largo = testo.size() > 1 ? testo : QStringLiteral("000");
+    pulsante->setFixedWidth(pulsante->fontMetrics().horizontalAdvance(largo) + kMargineTesto);
 }
 
 }  // namespace
@@ -101,9 +108,14 @@ QPushButton* BarraNavigazione::Pulsante(const char* nome, const QString& testo) 
     auto* pulsante = new QPushButton(testo, this);
     pulsante->setObjectName(QString::fromLatin1(nome));
     pulsante->setAutoDefault(false);
-    const QString largo = testo.size() > 1 ? testo : QStringLiteral("000");
-    pulsante->setFixedWidth(fontMetrics().horizontalAdvance(largo) + kMargineTesto);
+    AdattaPulsante(pulsante);
     return pulsante;
+}
+
+void BarraNavigazione::changeEvent(QEvent* evento) {
+    QWidget::changeEvent(evento);
+    if (evento->type() != QEvent::FontChange) return;
+    for (QPushButton* const pulsante : findChildren<QPushButton*>()) AdattaPulsante(pulsante);
 }
 
 void BarraNavigazione::AbilitaZoomIn(bool acceso) {

@@ -35,6 +35,7 @@ class BarraNavigazione : public QWidget {
 
  protected:
     void resizeEvent(QResizeEvent* evento) override;
+    void changeEvent(QEvent* evento) override;
 
  private:
     QPushButton* Pulsante(const char* nome, const QString& testo);

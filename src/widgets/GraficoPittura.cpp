@@ -306,7 +306,6 @@ void GraficoWidget::DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposiz
     DisegnaLegenda(penna, foglio, d);
     if (foglio.Carta()) return;
     if (separati_.empty()) DisegnaLivelli(penna, foglio, d.Pannelli[0].Area);
-    if (!elementi_.empty() || invito_.empty()) return;
     penna.setPen(InQColor(foglio.Testo));
     foglio.Penna->Scrivi(penna, d.Pannelli[0].Area, Qt::AlignCenter, InQt(invito_));
 }

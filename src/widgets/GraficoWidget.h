@@ -88,7 +88,7 @@ class GraficoWidget : public QWidget, public GraphControl {
     void MostraPunti(bool mostra);
     /// The levels that the curves of the overlaid view keep to.
     void Livelli(std::vector<LivelloGrafico> livelli);
-    /// What stands in the middle while there is no curve.
+    /// What stands in the middle, for a graph without a curve; empty: nothing.
     void Invito(const std::string& testo);
 
     /// The plot area of a pane, counted from 0 at the top, in the widget's own pixels.

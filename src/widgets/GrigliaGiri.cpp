@@ -166,7 +166,7 @@ void ModelloGiri::Cella(int riga, int colonna, const std::string& testo) {
 void ModelloGiri::Sfondo(int riga, int colonna, Colore colore) {
     Contenuto* const cella = In(riga, colonna);
     if (cella == nullptr || riga == 0) return;
-    // White is the colour of a cell without a mark: the ground of the palette, light or dark.
+    // White is the colour of a cell without a mark.
     cella->Sfondo = colore == kBianco ? std::nullopt : std::optional(colore);
     Mutata(riga, colonna);
 }
@@ -231,15 +231,14 @@ void GrigliaGiri::Cella(int riga, int colonna, const std::string& testo) {
 }
 
 void GrigliaGiri::Larghezza(int colonna, int twip) {
+    if (colonna < 0 || colonna >= ModelloGiri::kColonne) return;
     const QFontMetrics misura(Carattere(*this, Scrittura::Forte));
     const QString titolo = modello_.headerData(colonna, Qt::Horizontal, Qt::DisplayRole).toString();
     const int testo =
         std::max(misura.horizontalAdvance(QStringLiteral("00:00.00")),
                  QFontMetrics(Carattere(*this, Scrittura::Piccola)).horizontalAdvance(titolo));
     const int larghezza = std::max(twip / kTwipPixel, testo + 2 * kMargineCella);
-    if (colonna >= 0 && colonna < ModelloGiri::kColonne) {
-        larghezze_[static_cast<std::size_t>(colonna)] = larghezza;
-    }
+    larghezze_[static_cast<std::size_t>(colonna)] = {twip, larghezza};
     setColumnWidth(colonna, larghezza);
 }
 
@@ -343,7 +342,7 @@ int GrigliaGiri::LarghezzaPer(int settori) const {
         if (isColumnHidden(c)) continue;
         if (c > kColonnaTempi && settori-- <= 0) break;
         // The last column in view is stretched to whatever room there is.
-        const int propria = larghezze_[static_cast<std::size_t>(c)];
+        const int propria = larghezze_[static_cast<std::size_t>(c)].Pixel;
         larghezza += propria > 0 ? propria : columnWidth(c);
     }
     return larghezza;
@@ -374,7 +373,12 @@ void GrigliaGiri::mouseMoveEvent(QMouseEvent* evento) {
 
 void GrigliaGiri::changeEvent(QEvent* evento) {
     QTableView::changeEvent(evento);
-    if (evento->type() == QEvent::FontChange) AdattaRighe();
+    if (evento->type() != QEvent::FontChange) return;
+    AdattaRighe();
+    for (int c = 0; c < ModelloGiri::kColonne; ++c) {
+        const Chiesta chiesta = larghezze_[static_cast<std::size_t>(c)];
+        if (chiesta.Pixel > 0) Larghezza(c, chiesta.Twip);
+    }
 }
 
 }  // namespace lapvane

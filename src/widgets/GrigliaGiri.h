@@ -90,11 +90,17 @@ class GrigliaGiri : public QTableView {
     void changeEvent(QEvent* evento) override;
 
  private:
+    /// Width of a column as it was asked for, and what came of it before it was stretched.
+    struct Chiesta {
+        int Twip = 0;
+        int Pixel = 0;  ///< 0: never asked for
+    };
+
     void AdattaRighe();
     int LarghezzaFerma() const;
 
     ModelloGiri modello_;
-    std::array<int, ModelloGiri::kColonne> larghezze_{};  ///< as set, not stretched; 0: never set
+    std::array<Chiesta, ModelloGiri::kColonne> larghezze_{};
 };
 
 }  // namespace lapvane

@@ -105,18 +105,21 @@ RigaCanale::RigaCanale(int c, QWidget* parent, QGridLayout* griglia, int riga, c
         crea(optScala = new QRadioButton(parent), "optScala", 5);
         crea(cmdSetGraph = new QPushButton(QStringLiteral("..."), parent), "cmdSetGraph", 6);
         cmdSetGraph->setAutoDefault(false);
-        const int lato = AltezzaCasella(cmdSetGraph);
-        cmdSetGraph->setFixedSize(lato + kGriglia, lato);
         bersagli.push_back(shpColor);
         Segna(false);
     }
     // The whole row is the target of a click on the channel.
     for (QWidget* const widget : bersagli) widget->installEventFilter(this);
-    const int altezza = Misure(*parent).Riga;
-    for (QLabel* const etichetta : {lblNomeCampo, lblUM}) {
-        etichetta->setTextFormat(Qt::PlainText);
-        etichetta->setMinimumHeight(altezza);
-    }
+    for (QLabel* const etichetta : {lblNomeCampo, lblUM}) etichetta->setTextFormat(Qt::PlainText);
+    Adatta();
+}
+
+/// The heights that come from the font.
+void RigaCanale::Adatta() {
+    lblNomeCampo->setMinimumHeight(Misure(*lblNomeCampo).Riga);
+    if (cmdSetGraph == nullptr) return;
+    const int lato = AltezzaCasella(cmdSetGraph);
+    cmdSetGraph->setFixedSize(lato + kGriglia, lato);
 }
 
 std::vector<QWidget*> RigaCanale::Tutti() const {
@@ -129,6 +132,7 @@ std::vector<QWidget*> RigaCanale::Tutti() const {
 }
 
 bool RigaCanale::eventFilter(QObject* oggetto, QEvent* evento) {
+    if (evento->type() == QEvent::FontChange && oggetto == lblNomeCampo) Adatta();
     if (evento->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(evento)->button() == Qt::LeftButton) {
         chkGrafico->click();

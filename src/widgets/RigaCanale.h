@@ -79,6 +79,7 @@ class RigaCanale : public QObject {
 
  private:
     std::vector<QWidget*> Tutti() const;
+    void Adatta();
     void NomiAccessibili();
 
     bool visibile_ = true;

@@ -129,10 +129,8 @@ void QtPrinter::Text(double x, double y, double right, const std::string& text) 
         }
     }
     penna.save();
-    penna.translate(sinistra_ * kPixelCm, 0.0);
-    penna.scale(scala_, scala_);
-    penna.translate(x * kPixelCm, y * kPixelCm + misura.ascent());
-    penna.scale(stretta, 1.0);
+    penna.translate((sinistra_ + x * scala_) * kPixelCm, (y * kPixelCm + misura.ascent()) * scala_);
+    penna.scale(stretta * scala_, scala_);
     penna.drawText(QPointF(), testo);
     penna.restore();
 }
