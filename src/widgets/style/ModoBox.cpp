@@ -82,8 +82,9 @@ void Ridimensiona(QWidget& finestra, const QSize& prima, double rapporto) {
     if (finestra.layout() != nullptr) finestra.layout()->activate();
     const QSize ridata = finestra.property(kRidata).toSize();
     const bool mia = finestra.property(kData).toSize() == prima;
-    QSize misura = mia && !ridata.isEmpty() ? ridata : Scalata(prima, rapporto);
-    if (const QScreen* schermo = finestra.screen()) {
+    const bool indietro = mia && !ridata.isEmpty();
+    QSize misura = indietro ? ridata : Scalata(prima, rapporto);
+    if (const QScreen* schermo = finestra.screen(); schermo != nullptr && !indietro) {
         const QSize cornice = finestra.frameGeometry().size() - finestra.size();
         misura = misura.boundedTo(schermo->availableSize() - cornice);
     }
