@@ -27,7 +27,7 @@ constexpr int kMinimoColonna = 172;
 constexpr int kFondoScala = 1023;     // of a raw value
 constexpr double kPunto = 2.0;        // radius of the line's end
 constexpr double kMedio = 1.5;        // of the letters: the free memory, all decimals of which show
-constexpr double kMinimaCifra = 0.8;  // of the letters, for a value with many decimals
+constexpr double kMinimaCifra = 0.7;  // of the letters, for a value with many decimals
 constexpr QRgb kRosso = 0xFFFF0000;
 constexpr QLatin1String kPiuLargo("-00.000");  // the widest value but the free memory
 
@@ -102,10 +102,21 @@ void CifraLive::Grande(const QFont& carattere, int base) {
     update();
 }
 
+QFont CifraLive::Minima() const {
+    QFont carattere = Grassa(grande_, isEnabled());
+    carattere.setPointSizeF(kMinimaCifra * (font().pointSizeF() > 0.0 ? font().pointSizeF() : 9.0));
+    return carattere;
+}
+
+QSize CifraLive::minimumSizeHint() const {
+    const QFontMetrics misure(Minima());
+    return {Largo(misure, text()), misure.height()};
+}
+
 void CifraLive::paintEvent(QPaintEvent*) {
     if (text().isEmpty()) return;
     QFont carattere = Grassa(grande_, isEnabled());
-    const double minima = kMinimaCifra * (font().pointSizeF() > 0.0 ? font().pointSizeF() : 9.0);
+    const double minima = Minima().pointSizeF();
     while (carattere.pointSizeF() > minima && Largo(QFontMetrics(carattere), text()) > width())
         carattere.setPointSizeF(std::max(minima, carattere.pointSizeF() - 0.5));
     QString testo = text();

@@ -38,11 +38,14 @@ class CifraLive : public QLabel {
     explicit CifraLive(QWidget* parent) : QLabel(parent) {}
     /// The largest font, and the base line in pixels from the top; negative: the middle.
     void Grande(const QFont& carattere, int base);
+    /// Of the text in its smallest letters.
+    QSize minimumSizeHint() const override;
 
  protected:
     void paintEvent(QPaintEvent* evento) override;
 
  private:
+    QFont Minima() const;
     QFont grande_;
     int base_ = -1;
 };

@@ -28,6 +28,8 @@ class frmStampaDatiProgetto : public Dialogo {
     std::function<std::unique_ptr<QtPrinter>()> ApriStampante;
 
  private:
+    /// Paper has its measures.
+    void Stringi() override {}
     void Titolo(const char* nome, const std::string& testo, Scrittura scrittura);
     void Riga(const char* etichetta, Voce testo, const char* valore, const std::string& contenuto);
     void Linea();

@@ -14,6 +14,7 @@
 #include "reports/DisegnoTracciato.h"
 #include "shell/LoadStrings.h"
 #include "shell/Protetto.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
@@ -165,6 +166,13 @@ QWidget* dlgDatiSessione::CreaSettori() {
     }
     griglia->setRowStretch(4 + kSettoriMassimi, 1);
     return qui;
+}
+
+/// The column of the sectors is the highest.
+void dlgDatiSessione::Stringi() {
+    constexpr int kAria = 6;
+    for (QLineEdit* casella : txtX_) casella->setFixedHeight(Misure(*casella).Linea + kAria);
+    Dialogo::Stringi();
 }
 
 void dlgDatiSessione::AggiornaTesti(Mnemonica& lettere) {

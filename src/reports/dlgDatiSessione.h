@@ -37,6 +37,7 @@ class dlgDatiSessione : public Dialogo {
     static QLineEdit* Casella(QWidget* dove, std::string_view nome);
 
     void AggiornaTesti(Mnemonica& lettere) override;
+    void Stringi() override;
     void AggiornaTitolo();
     void RiempiCboCircuito();
     void RiempiCampiSessione();

@@ -144,8 +144,13 @@ void DisegnoUscite::AdattaColonne() {
         resto += larghezze.Minime[c];
     };
     if (senzaCircuito_) nascondi(ColonnaUscite::Circuito);
+    const QFontMetrics piccole(Carattere(*this, Scrittura::Piccola));
+    const QVariant testa =
+        model()->headerData(static_cast<int>(ColonnaUscite::Sessione), Qt::Horizontal);
+    const int minima =
+        std::max(kSessioneMinima, piccole.horizontalAdvance(testa.toString()) + kSpazio);
     const auto cede = [&](ColonnaUscite quale) {
-        return larghezze.Minime[static_cast<std::size_t>(quale)] - kSessioneMinima;
+        return larghezze.Minime[static_cast<std::size_t>(quale)] - minima;
     };
     for (const ColonnaUscite prima : kPrimeAdAndare) {
         if (resto + cede(ColonnaUscite::Sessione) < 0) nascondi(prima);
@@ -165,7 +170,7 @@ void DisegnoUscite::AdattaColonne() {
     auto& sessione = larghezze.Minime[static_cast<std::size_t>(ColonnaUscite::Sessione)];
     auto& piloti = larghezze.Minime[static_cast<std::size_t>(ColonnaUscite::Piloti)];
     piloti += std::max(0, resto / 2);
-    sessione = std::max(kSessioneMinima, sessione + resto - std::max(0, resto / 2));
+    sessione = std::max(minima, sessione + resto - std::max(0, resto / 2));
     for (int c = 0; c < kColonneUscite; ++c) {
         const auto i = static_cast<std::size_t>(c);
         header()->setSectionHidden(c, via[i]);

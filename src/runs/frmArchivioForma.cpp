@@ -329,13 +329,14 @@ void frmArchivio::DisponiStretta() {
 
 void frmArchivio::resizeEvent(QResizeEvent* evento) {
     Dialogo::resizeEvent(evento);
-    const bool stretta = width() < kStretta;
+    const Misure misure(*this);
+    const bool stretta = width() < misure.Largo(kStretta);
     const bool prima = divisore_->sizes().value(1) == 0 || !disposta_;
     if (stretta == stretta_ && !prima) return;
     disposta_ = true;
     stretta_ = stretta;
     DisponiStretta();
-    const int lato = stretta ? kLatoStretto : kLato;
+    const int lato = stretta ? misure.Largo(kLatoStretto) : misure.Largo(kLato);
     divisore_->setSizes({width() - lato - 3 * kMargineFinestra, lato});
     AggiornaStato();
 }

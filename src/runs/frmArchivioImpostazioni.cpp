@@ -74,7 +74,8 @@ void frmArchivio::RiempiContro() {
     if (uscita == nullptr || !uscita->File.Impostazioni.CE()) return;
     if (const Uscita* prima = UscitaPrima(*uscita)) {
         controDi_ = prima->Csv;
-        cboContro_->addItem(T(Voce::ArchivioPrecedente).arg(NomeUscita(*prima)), QString());
+        const QString quando = InQt(TestoData(*prima) + ", " + TestoOra(*prima));
+        cboContro_->addItem(T(Voce::ArchivioPrecedente).arg(quando), QString());
     }
     const auto scelte = Scelte();
     std::vector<const Uscita*> altre;
@@ -128,6 +129,7 @@ void frmArchivio::AggiornaImpostazioni() {
                                       : T(Voce::ArchivioDifferenze).arg(differenze.size());
     }
     const bool scelta = cboContro_->count() > 0;
+    cboContro_->setToolTip(cboContro_->currentText());
     lblContro_->setVisible(scelta);
     cboContro_->setVisible(scelta);
     schedaImpostazioni_->Nota(nota);

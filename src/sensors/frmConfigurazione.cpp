@@ -105,6 +105,15 @@ QLineEdit* frmConfigurazione::Casella(QWidget* dove, std::size_t numero) {
     return casella;
 }
 
+/// The boxes keep room for what the record carries.
+void frmConfigurazione::Stringi() {
+    for (QLineEdit* casella : caselle_) {
+        const QFontMetrics misure = casella->fontMetrics();
+        casella->setFixedWidth(misure.horizontalAdvance(QStringLiteral("-32768")) + 16);
+    }
+    frmEditor::Stringi();
+}
+
 QComboBox* frmConfigurazione::Lista(QWidget* dove, std::size_t numero) {
     auto* lista = new QComboBox(dove);
     lista->setObjectName(InQt(kListeSetup[numero].Lista));

@@ -28,6 +28,7 @@ class frmConfigurazione : public frmEditor {
     void cmdInviaDati_Click() override;
     void cmdLeggiDati_Click() override;
 
+    void Stringi() override;
     QLineEdit* Casella(QWidget* dove, std::size_t numero);
     QComboBox* Lista(QWidget* dove, std::size_t numero);
     QLayout* CreaLingua();

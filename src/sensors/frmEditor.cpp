@@ -80,6 +80,20 @@ void frmEditor::AggiornaTesti(Mnemonica& lettere) {
     CancelButton_->setText(lettere.Con(InQt(Testo(Voce::Annulla))));
 }
 
+/// The instrument's buttons go into the last row, where there is room, and their frame away.
+void frmEditor::Stringi() {
+    if (fraStrumento_ != nullptr) {
+        auto* riga = static_cast<QHBoxLayout*>(layout()->itemAt(layout()->count() - 1)->layout());
+        riga->insertWidget(0, cmdInviaDati_);
+        riga->insertWidget(1, cmdLeggiDati_);
+        fraStrumento_->hide();
+        setTabOrder(OKButton_->previousInFocusChain(), cmdInviaDati_);
+        setTabOrder(cmdInviaDati_, cmdLeggiDati_);
+        setTabOrder(cmdLeggiDati_, OKButton_);
+    }
+    frmScambio::Stringi();
+}
+
 bool frmEditor::Conferma(Voce titolo, Voce corpo) {
     return platform().MsgBox(Testo(corpo) + "\r\n" + Testo(kTestoContinuare), Buttons::OkCancel,
                              Icon::Question, Testo(titolo)) == Answer::Ok;
@@ -103,7 +117,8 @@ bool frmEditor::Esegui(const ScambioEditor& scambio) {
 
 void frmEditor::Scambia(const ScambioEditor& scambio, const std::function<void()>& corso,
                         const std::function<void()>& fine) {
-    InCorso stato(*this, {Corpo(), OKButton_}, scambio.Fase, scambio.TestoStato, true);
+    InCorso stato(*this, {Corpo(), cmdInviaDati_, cmdLeggiDati_, OKButton_}, scambio.Fase,
+                  scambio.TestoStato, true);
     corso();
     stato.Chiudi();
     fine();

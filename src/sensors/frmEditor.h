@@ -68,6 +68,7 @@ class frmEditor : public frmScambio {
     void Leggi(const ScambioEditor& scambio);
 
     void AggiornaTesti(Mnemonica& lettere) final;
+    void Stringi() override;
     /// The texts of what the window adds to buttons and frame.
     virtual void TestiPropri(Mnemonica& lettere) = 0;
 

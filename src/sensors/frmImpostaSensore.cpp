@@ -290,6 +290,19 @@ void frmImpostaSensore::AggiornaTesti(Mnemonica& lettere) {
     DiceCurva();
 }
 
+/// Twenty points are what makes it high: their rows close up.
+void frmImpostaSensore::Stringi() {
+    constexpr int kAria = 2, kCaratteri = 12;
+    for (std::size_t i = 0; i < txtX_.size(); ++i) {
+        const int alto = Misure(*txtX_[i]).Linea + kAria;
+        for (CasellaNumerica* casella : {txtX_[i], txtY_[i]}) casella->setFixedHeight(alto);
+        Check1_[i]->setMaximumHeight(alto);
+    }
+    for (QComboBox* lista : {cboListaSensori_, cboTipiSensore_})
+        lista->setMinimumContentsLength(kCaratteri);
+    frmScambio::Stringi();
+}
+
 /// What stands around the graph.
 void frmImpostaSensore::DiceCurva() {
     const TipoSensore& tipo = Tipo();

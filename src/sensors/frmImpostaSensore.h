@@ -43,6 +43,7 @@ class frmImpostaSensore : public frmScambio {
     CasellaNumerica* CreaCasella(const char* nome, int n,
                                  void (TabellaPunti::*scrive)(int, std::string_view));
     void AggiornaTesti(Mnemonica& lettere) override;
+    void Stringi() override;
 
     void RiempiTipiSensore();
     void Form_Load();

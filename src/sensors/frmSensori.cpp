@@ -32,7 +32,7 @@ constexpr Voce kTestoFrequenza = Voce::FrequenzaCampionamento,
 constexpr Voce kTestoIngresso = Voce::IngressoAnalogico;
 constexpr Voce kTestoErrore = Voce::ErroreDiComunicazione;
 constexpr Voce kTestoConflitto = Voce::StessoIngresso;
-constexpr int kCaratteriNome = 20;
+constexpr int kCaratteriNome = 20, kCaratteriStretti = 14;
 constexpr int kCifreNumero = 9;  // width of a number box in digits
 /// What the captions of the wheel's boxes say; the boxes take more.
 constexpr int kMassimoImpulsi = 99, kMassimoDiametro = 9999;
@@ -334,6 +334,22 @@ void frmSensori::TestiPropri(Mnemonica& lettere) {
         etichetta->buddy()->setAccessibleName(cornice->title().remove(QLatin1Char('&')) +
                                               QStringLiteral(": ") + InQt(Testo(numero)));
     }
+}
+
+void frmSensori::Stringi() {
+    for (QComboBox* lista : Corpo()->findChildren<QComboBox*>())
+        lista->setMinimumContentsLength(kCaratteriStretti);
+    // Below the tick the captions begin at the edge of the frame.
+    for (const Didascalia& una : didascalie_) {
+        auto* griglia = qobject_cast<QGridLayout*>(una.Etichetta->parentWidget()->layout());
+        const int posto = griglia->indexOf(una.Etichetta);
+        int riga = 0, colonna = 0, righe = 0, colonne = 0;
+        griglia->getItemPosition(posto, &riga, &colonna, &righe, &colonne);
+        if (riga == 0 || griglia->parentWidget()->findChild<QCheckBox*>() == nullptr) continue;
+        griglia->removeWidget(una.Etichetta);
+        griglia->addWidget(una.Etichetta, riga, 0, 1, 2);
+    }
+    frmEditor::Stringi();
 }
 
 /// Shows the tab of a control and goes there.

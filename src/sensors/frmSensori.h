@@ -54,6 +54,7 @@ class frmSensori : public frmEditor {
     QWidget* CreaCanale(QWidget* dove, std::size_t numero);
 
     void Vai(QWidget* controllo) override;
+    void Stringi() override;
     void DiceInsieme();
     bool ValidaSensori();
     bool ValidaCanali();

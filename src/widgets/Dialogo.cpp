@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPointer>
@@ -13,6 +14,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
@@ -172,17 +174,46 @@ void Dialogo::setVisible(bool visibile) {
     QDialog::setVisible(visibile);
 }
 
-/// A window whose least size is more than the screen has scrolls, all but its row of buttons.
+/// All layouts first tell what they have: one without a spacing of its own has that of the layout
+/// around it.
+void Dialogo::Stringi() {
+    const auto layouts = findChildren<QLayout*>();
+    std::vector<std::function<void()>> passi;
+    for (QLayout* uno : layouts) {
+        passi.emplace_back([uno, m = uno->contentsMargins() / 2] { uno->setContentsMargins(m); });
+        if (auto* griglia = qobject_cast<QGridLayout*>(uno)) {
+            passi.emplace_back([griglia, x = griglia->horizontalSpacing() / 2,
+                                y = griglia->verticalSpacing() / 2] {
+                griglia->setHorizontalSpacing(x);
+                griglia->setVerticalSpacing(y);
+            });
+        } else {
+            passi.emplace_back([uno, s = uno->spacing() / 2] { uno->setSpacing(s); });
+        }
+    }
+    for (const auto& passo : passi) passo();
+    // From the inside out: each tells the one around it what it needs now.
+    for (auto uno = layouts.crbegin(); uno != layouts.crend(); ++uno) {
+        if ((*uno)->parent()->isWidgetType()) (*uno)->activate();
+    }
+}
+
+/// A window whose least size is more than the screen has gives way, then it scrolls, all but its
+/// row of buttons.
 void Dialogo::StaNelloSchermo() {
     auto* colonna = qobject_cast<QVBoxLayout*>(layout());
     if (colonna == nullptr) return;
     colonna->activate();
     const QSize posto = Disponibile(*this);
-    const QSize minima = colonna->totalMinimumSize();
-    if (minima.width() <= posto.width() && minima.height() <= posto.height()) return;
+    const auto sta = [&] {
+        const QSize minima = colonna->totalMinimumSize();
+        return minima.boundedTo(posto) == minima;
+    };
+    if (sta()) return;
     const bool adattata = testAttribute(Qt::WA_Resized);
     const QSize voluta = adattata ? size() : colonna->totalSizeHint();
-    MettiInRotolo(colonna);
+    if (!std::exchange(stretta_, true)) Stringi();
+    if (!sta()) MettiInRotolo(colonna);
     if (isVisible()) PortaNelloSchermo(*this);
     layout()->activate();  // before that the window's least size is the old one
     resize(voluta.expandedTo(layout()->totalSizeHint()).boundedTo(posto));

@@ -63,6 +63,10 @@ class Dialogo : public QDialog {
     /// A wheel that passes over the list does not choose.
     void SenzaRotella(QComboBox* lista);
 
+    /// Called once, before a window that its screen has no room for scrolls: half the margins and
+    /// the spacing. What a window overrides may give way further.
+    virtual void Stringi();
+
     bool event(QEvent* evento) override;
     bool eventFilter(QObject* oggetto, QEvent* evento) override;
 
@@ -74,6 +78,7 @@ class Dialogo : public QDialog {
     void MettiInRotolo(QVBoxLayout* colonna);
 
     QWidget* rotolo_ = nullptr;  // what scrolls, if the screen is too small
+    bool stretta_ = false;       // what can give way has given way
     bool seguono_ = false;       // the texts, the language
     bool aSuoPosto_ = false;     // put into the screen once; where a person moves it is his affair
 };

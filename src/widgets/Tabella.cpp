@@ -71,6 +71,7 @@ void Tabella::Quote(std::vector<double> quote) {
 void Tabella::Titoli(const QStringList& titoli) {
     setHorizontalHeaderLabels(titoli);
     horizontalHeader()->show();
+    AdattaColonne();
 }
 
 void Tabella::Riempi(const std::vector<QStringList>& righe) {
@@ -168,9 +169,22 @@ RigheTabella Tabella::Contenuto() const {
 }
 
 void Tabella::AdattaColonne() {
+    const QFontMetrics piccole(Carattere(*this, Scrittura::Piccola));
+    std::vector<int> larghe;
+    int troppo = -width();
     for (int c = 0; c < columnCount(); ++c) {
-        setColumnWidth(
-            c, static_cast<int>(std::lround(width() * quote_[static_cast<std::size_t>(c)])));
+        const auto* testa = horizontalHeader()->isHidden() ? nullptr : horizontalHeaderItem(c);
+        const int minima =
+            testa != nullptr ? piccole.horizontalAdvance(testa->text()) + kMargineCella : 0;
+        const double quota = quote_[static_cast<std::size_t>(c)];
+        larghe.push_back(std::max(minima, static_cast<int>(std::lround(width() * quota))));
+        troppo += larghe.back();
+    }
+    // What a heading takes beyond its share the widest column gives.
+    const auto massima = std::max_element(larghe.begin(), larghe.end());
+    if (massima != larghe.end()) *massima -= std::clamp(troppo, 0, *massima / 2);
+    for (int c = 0; c < columnCount(); ++c) {
+        setColumnWidth(c, larghe[static_cast<std::size_t>(c)]);
     }
 }
 

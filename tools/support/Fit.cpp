@@ -16,6 +16,7 @@
 #include <QStyleOption>
 #include <QTabBar>
 #include <QToolButton>
+#include <algorithm>
 
 namespace lapvane {
 
@@ -64,7 +65,10 @@ QString CutButton(const QAbstractButton& button) {
     if (button.text().isEmpty()) return {};
     if (qobject_cast<const QCheckBox*>(&button) != nullptr ||
         qobject_cast<const QRadioButton*>(&button) != nullptr) {
-        return Cut(button.text(), button.sizeHint(), button.size());
+        // Higher than its words and its box it need not be.
+        const int box = button.style()->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, &button);
+        const int high = std::max(box, Words(button.font(), button.text()).height());
+        return Cut(button.text(), QSize(button.sizeHint().width(), high), button.size());
     }
     if (const auto* push = qobject_cast<const QPushButton*>(&button)) {
         const bool strong = push->isDefault() || push->isChecked();

@@ -291,10 +291,17 @@ void Tour::LiveView() {
             auto* input = In<QLabel>(Front("dlgDiagnostica"), "txtValoreAnalogico0");
             return engine != nullptr && engine->text().toInt() > 0 && !input->text().isEmpty();
         },
+        [this] { liveFrom_ = machine_.GetTickCount(); });
+    // So long that the last minute shows lines and not dots.
+    constexpr std::int64_t kLines = 30000;  // ms
+    robot_.Stop(
+        QStringLiteral("half a minute live"),
+        [this] { return machine_.GetTickCount() - liveFrom_ >= kLines; },
         [this] {
             robot_.Picture(Front("dlgDiagnostica"), QStringLiteral("live"));
             QTest::keyClick(Front("dlgDiagnostica"), Qt::Key_Escape);
-        });
+        },
+        60);
 }
 
 }  // namespace lapvane::tour

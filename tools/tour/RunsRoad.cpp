@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <algorithm>
 #include <array>
@@ -114,7 +115,7 @@ void Tour::ListRuns() {
         QStringLiteral("no folder yet"), [] { return Runs() != nullptr; },
         [this] {
             Runs()->showNormal();
-            Runs()->resize(1366, 738);
+            Runs()->resize(NelloSchermo(*Runs(), QSize(1366, 738)));
             robot_.Picture(Runs(), QStringLiteral("runs-empty"));
             robot_.Click(In<QPushButton>(Runs(), "cmdScegli"));
         });
@@ -139,6 +140,8 @@ void Tour::ListRuns() {
         [] { return In<QLabel>(Runs(), "lblConto")->text().startsWith(QLatin1String("2 ")); },
         [] {
             QTest::keyClick(In<QLineEdit>(Runs(), "txtCerca"), Qt::Key_Escape);
+            // Beside one another, or where that has no room behind the lap times.
+            In<QTabWidget>(Runs(), "schede")->setCurrentIndex(1);
             auto* notes = In<QPlainTextEdit>(Runs(), "txtNote");
             notes->setFocus();
             QTest::keyClicks(notes, QStringLiteral("Oil 102. "));

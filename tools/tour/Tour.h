@@ -153,11 +153,12 @@ class Tour {
     TourPlatform& machine_;
     Robot robot_;
     QProcess& instrument_;
-    QElapsedTimer answered_;   ///< since a question was answered
-    QElapsedTimer poured_;     ///< since the tank was filled
-    double timeBefore_ = 0.0;  ///< value of the time when a stop began
-    double lapSpeed_ = 0.0;    ///< of the best lap, km/h
-    double meanSpeed_ = 0.0;   ///< mean of its speed channel
+    QElapsedTimer answered_;     ///< since a question was answered
+    QElapsedTimer poured_;       ///< since the tank was filled
+    std::int64_t liveFrom_ = 0;  ///< ms, when the live view had its first values
+    double timeBefore_ = 0.0;    ///< value of the time when a stop began
+    double lapSpeed_ = 0.0;      ///< of the best lap, km/h
+    double meanSpeed_ = 0.0;     ///< mean of its speed channel
     frmSplash* splash_ = nullptr;
     std::unique_ptr<frmMain> main_;
 };

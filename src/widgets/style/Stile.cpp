@@ -104,8 +104,9 @@ void TestoElenco(const Stile& stile, const QStyleOptionComboBox& o, QPainter& pe
                             attivo ? QIcon::Normal : QIcon::Disabled);
         r.setLeft(icona.right() + kSpazio);
     }
-    stile.drawItemText(&penna, r, Qt::AlignLeft | Qt::AlignVCenter, o.palette, attivo,
-                       o.currentText, QPalette::Text);
+    const QString testo = o.fontMetrics.elidedText(o.currentText, Qt::ElideRight, r.width());
+    stile.drawItemText(&penna, r, Qt::AlignLeft | Qt::AlignVCenter, o.palette, attivo, testo,
+                       QPalette::Text);
 }
 
 void Spin(const Stile& stile, const QStyleOptionSpinBox& o, QPainter& penna,
