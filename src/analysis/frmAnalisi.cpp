@@ -30,6 +30,8 @@ constexpr int kGraficoMinimo = 400;     // before sectors are left out
 constexpr int kGraficoStretto = 340;    // before the first of them is
 constexpr double kParteGrafico = 0.42;  // of what both share with the channels
 constexpr int kMappaMinima = 160;
+constexpr int kLettereMinime = 12;  // of the words beside the map
+constexpr int kLettereMassime = 20;
 constexpr double kParteMappa = 0.3;  // of the height, where the channels leave less
 
 /// A place of the splitter whose content keeps its room while it is hidden.
@@ -185,7 +187,6 @@ QWidget* frmAnalisi::CreaMappa() {
     Picture1_->Tratto(2, false);
     griglia->addWidget(Picture1_, 0, 1, 5, 1);
     griglia->setRowStretch(4, 1);
-    griglia->setColumnMinimumWidth(0, 12 * fontMetrics().averageCharWidth());
     mappa_->hide();
     return mappa_;
 }
@@ -261,7 +262,25 @@ int frmAnalisi::LarghezzaMisure() const {
     return fraMisure_->minimumSizeHint().width() + unita;
 }
 
+/// The words beside the map have their place: short ones in a line, long ones in several.
+void frmAnalisi::AdattaMappa() {
+    const int lettera = fontMetrics().averageCharWidth();
+    int largo = kLettereMinime * lettera;
+    for (const QLabel* testo : {txtCircuito_, txtPiloti_}) {
+        const int suo = testo->fontMetrics().horizontalAdvance(testo->text()) + kGriglia;
+        largo = std::max(largo, std::min(suo, kLettereMassime * lettera));
+    }
+    auto* griglia = static_cast<QGridLayout*>(mappa_->layout());
+    griglia->setColumnMinimumWidth(0, largo);
+    for (QLabel* testo : {txtCircuito_, txtPiloti_}) {
+        testo->setMinimumHeight(std::max(0, testo->heightForWidth(largo)));
+    }
+    griglia->activate();
+    mappa_->setMinimumHeight(std::max(kMappaMinima, griglia->totalMinimumSize().height()));
+}
+
 void frmAnalisi::AdattaMisure() {
+    AdattaMappa();
     const bool conUnita = width() >= kStretta * LarghezzaMisure();
     for (int c = kColonnaTempo; c <= kUltimoCanale; ++c) Riga(c)->UnitaInVista(conUnita);
     // The list is never narrower than its texts, and scrolls only up and down.

@@ -109,6 +109,7 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     QWidget* CreaMappa();
     int LarghezzaMisure() const;
     void AdattaMisure();
+    void AdattaMappa();
     void AdattaGiri();
     void AggiornaInvito();
     void Collega();

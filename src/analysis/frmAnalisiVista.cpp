@@ -99,6 +99,7 @@ void frmAnalisi::Mappa(std::vector<PuntoTracciato> punti, const std::string& cir
     Picture1_->ImpostaPunti(std::move(punti));
     txtCircuito_->setText(InQt(circuito));
     txtPiloti_->setText(InQt(piloti));
+    AdattaMappa();
 }
 
 void frmAnalisi::MarcatoreMappa(int punto) {

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "platform/qt/ConversioniQt.h"
 #include "widgets/Contrasto.h"
@@ -119,7 +120,8 @@ void RigaCanale::Adatta() {
     lblNomeCampo->setMinimumHeight(Misure(*lblNomeCampo).Riga);
     if (cmdSetGraph == nullptr) return;
     const int lato = AltezzaCasella(cmdSetGraph);
-    cmdSetGraph->setFixedSize(lato + kGriglia, lato);
+    cmdSetGraph->setFixedSize(std::max(lato + kGriglia, cmdSetGraph->minimumSizeHint().width()),
+                              lato);
 }
 
 std::vector<QWidget*> RigaCanale::Tutti() const {
