@@ -184,7 +184,7 @@ TEST_F(FinestraArchivio, SettingsAreLaidAgainstTheRunBeforeOfTheSameCar) {
     ASSERT_EQ(tabella()->rowCount(), 1);
     EXPECT_EQ(tabella()->item(0, 2)->text(), "560");
     EXPECT_EQ(tabella()->item(0, 3)->text(), "565");
-    EXPECT_EQ(contro->currentText(), "The one before: 1 May 2026, 10:00, Free");
+    EXPECT_EQ(contro->currentText(), "The one before: 1 May 2026, 10:00");
     Clicca(finestra, "b.csv", Qt::ControlModifier);
     ASSERT_EQ(tabella()->rowCount(), 2) << "the car too";
     EXPECT_EQ(tabella()->item(0, 2)->text(), "565") << "of the other chosen run";
