@@ -74,7 +74,9 @@ void frmArchivio::RiempiContro() {
     if (uscita == nullptr || !uscita->File.Impostazioni.CE()) return;
     if (const Uscita* prima = UscitaPrima(*uscita)) {
         controDi_ = prima->Csv;
-        const QString quando = InQt(TestoData(*prima) + ", " + TestoOra(*prima));
+        const bool conOra = !TestoData(*prima).empty() && !TestoOra(*prima).empty();
+        const QString quando =
+            conOra ? InQt(TestoData(*prima) + ", " + TestoOra(*prima)) : NomeUscita(*prima);
         cboContro_->addItem(T(Voce::ArchivioPrecedente).arg(quando), QString());
     }
     const auto scelte = Scelte();

@@ -380,14 +380,22 @@ void frmInizio::Colonne() {
     const int margine = width() >= largo ? kMargineLargo : kMargineStretto;
     colonne_->setDirection(due ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     colonne_->setSpacing(margine);
-    const int sopra = margine / 2;
     sinistra_->setMinimumWidth(due ? sinistra : 0);
     sinistra_->setMaximumWidth(due ? sinistra : QWIDGETSIZE_MAX);
     // Wider than both columns need: the page stays at the left, as a sheet would.
     const int destra =
         std::max(margine, due ? width() - margine * 2 - sinistra - kLarghezzaDestra : margine);
-    colonne_->setContentsMargins(margine, sopra, destra, sopra);
-    colonne_->activate();
+    const auto disponi = [&](bool fitta) {
+        const int sopra = fitta ? kSpazio : margine / 2;
+        parti_->setSpacing(fitta ? kSpazio : kSpazioGruppi);
+        for (const Carta& una : carte_) una.Pulsante->Fitta(fitta);
+        colonne_->setContentsMargins(margine, sopra, destra, sopra);
+        colonne_->invalidate();
+        colonne_->activate();
+    };
+    disponi(false);
+    // Closer together where the cards would reach below the window.
+    if (due && colonne_->totalMinimumSize().height() > height()) disponi(true);
     AccorciaTesta();
 }
 

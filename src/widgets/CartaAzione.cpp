@@ -49,6 +49,12 @@ void CartaAzione::Principale(bool principale) {
     update();
 }
 
+void CartaAzione::Fitta(bool fitta) {
+    if (fitta == fitta_) return;
+    fitta_ = fitta;
+    updateGeometry();
+}
+
 int CartaAzione::Larghezza() const {
     const QFontMetrics piccola(Carattere(*this, Scrittura::Piccola));
     const QFontMetrics titolo(Carattere(*this, Scrittura::Titolo));
@@ -65,7 +71,7 @@ int CartaAzione::Margine() const {
 QSize CartaAzione::sizeHint() const {
     const int righe = QFontMetrics(Carattere(*this, Scrittura::Titolo)).height() +
                       QFontMetrics(Carattere(*this, Scrittura::Piccola)).height();
-    const int aria = forma_ == Forma::Carta ? 6 * kGriglia : 3 * kGriglia;
+    const int aria = forma_ == Forma::Carta && !fitta_ ? 6 * kGriglia : 3 * kGriglia;
     return {Misure(*this).Largo(kLarghezzaMinima), std::max(righe, iconSize().height()) + aria};
 }
 

@@ -21,6 +21,8 @@ class CartaAzione : public QAbstractButton {
     void Mostra(const QString& nome, const QString& riga, const QString& destra);
     /// The one that is pressed next.
     void Principale(bool principale);
+    /// Half the room above and below its words.
+    void Fitta(bool fitta);
 
     /// Width at which the name and the line below it are whole.
     int Larghezza() const;
@@ -40,6 +42,7 @@ class CartaAzione : public QAbstractButton {
     QString riga_;
     QString destra_;
     bool principale_ = false;
+    bool fitta_ = false;
 };
 
 }  // namespace lapvane
