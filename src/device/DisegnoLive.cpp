@@ -19,6 +19,7 @@ namespace {
 constexpr int kMemoriaLibera = 15;
 constexpr int kMargine = 12;
 constexpr int kAltoLinea = 34;
+constexpr double kPuntiMinimi = 20.0;  // of a figure that is read from a metre away
 constexpr int kMinimoLinea = 14;
 constexpr int kDestra = 6;  // behind the unit
 constexpr int kSpazioRighe = 10;
@@ -29,7 +30,7 @@ constexpr double kPunto = 2.0;        // radius of the line's end
 constexpr double kMedio = 1.5;        // of the letters: the free memory, all decimals of which show
 constexpr double kMinimaCifra = 0.7;  // of the letters, for a value with many decimals
 constexpr QRgb kRosso = 0xFFFF0000;
-constexpr QLatin1String kPiuLargo("-00.000");  // the widest value but the free memory
+constexpr QLatin1String kPiuLargo("00.000");  // the widest value in use; wider ones get smaller
 
 /// The fields row by row; what belongs together stands together.
 constexpr int kPosti[PannelloLive::kRighe][PannelloLive::kColonne] = {
@@ -292,9 +293,16 @@ RiquadroLive& PannelloLive::Riquadro(int campo) const {
     return *riquadri_.at(static_cast<std::size_t>(campo));
 }
 
+/// The smallest figures of a tile: twice the letters, where that is no more than is needed.
+static QFont CifreMinime(const QWidget& pannello) {
+    QFont minima = Carattere(pannello, Scrittura::Testa);
+    minima.setPointSizeF(std::min(minima.pointSizeF(), kPuntiMinimi));
+    return minima;
+}
+
 QSize PannelloLive::minimumSizeHint() const {
     const Misure m(*this);
-    const QFontMetrics cifra(Carattere(*this, Scrittura::Testa));
+    const QFontMetrics cifra(CifreMinime(*this));
     const int riquadro = kSpazio + m.Linea + cifra.ascent() + kSpazio;
     const int largo = std::max(kMinimoColonna, kSpazio + Largo(cifra, kPiuLargo) + kSpazio + 56);
     return {kColonne * largo + (kColonne - 1) * kSpazio,
@@ -308,7 +316,7 @@ QSize PannelloLive::sizeHint() const {
 /// The figures are three times the letters where that has room, twice at least.
 QFont PannelloLive::CarattereCifre(const QSize& posto) const {
     QFont cifra = Carattere(*this, Scrittura::Cifra);
-    const double minima = Carattere(*this, Scrittura::Testa).pointSizeF();
+    const double minima = CifreMinime(*this).pointSizeF();
     const auto troppo = [&] {
         const QFontMetrics misure(cifra);
         return Largo(misure, kPiuLargo) > posto.width() || misure.capHeight() > posto.height() - 4;
