@@ -171,7 +171,7 @@ QGroupBox* frmImpostaSensore::CreaLibreria() {
     scelta->addStretch(1);
     griglia->addLayout(scelta, 0, 2, kRigheOpzioni, 1);
     griglia->setColumnStretch(2, 1);
-    griglia->setHorizontalSpacing(16);
+    griglia->setHorizontalSpacing(kSpazio);
     return fraLibreriaSensori_;
 }
 

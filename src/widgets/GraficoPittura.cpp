@@ -10,6 +10,7 @@
 #include "widgets/Contrasto.h"
 #include "widgets/GraficoWidget.h"
 #include "widgets/Scrittore.h"
+#include "widgets/style/Misure.h"
 
 namespace lapvane {
 
@@ -25,7 +26,8 @@ constexpr double kSpazioRiquadri = 14.0;  // between separate panes
 constexpr double kContrastoLinea = 1.9;   // keeps all colours of the channels as they are
 constexpr double kContrastoTesto = 4.5;
 constexpr double kContrastoAsse = 3.0;
-constexpr double kTratto = 1.5;  // pixels of a line of width 1: a hairline is lost in the sun
+constexpr double kTratto = 1.5;     // pixels of a line of width 1: a hairline is lost in the sun
+constexpr double kTrattoBox = 2.7;  // the same in the pit lane
 constexpr double kTrattoCarta = 1.0;
 constexpr int kSpessoreMassimo = 20;
 constexpr double kLontano = 2000.0;  // pixels
@@ -458,7 +460,8 @@ void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Dispo
                                    std::clamp(intero(area.bottom()) + 1, 0, foto.height())});
         for (const Elemento& elemento : elementi_) {
             if (elemento.Riquadro != riquadro) continue;
-            const double larghezza = kTratto * Spessore(elemento.Spessore) * r;
+            const double larghezza =
+                (ModoBox() ? kTrattoBox : kTratto) * Spessore(elemento.Spessore) * r;
             const std::uint32_t tinta =
                 Pixel(ColoreLeggibile(elemento.Tinta, foglio.Sfondo, kContrastoLinea));
             // The tracer leaves out by itself what is not in the area, and faster: a noisy curve at
