@@ -24,7 +24,7 @@ constexpr int kMinimoLinea = 14;
 constexpr int kDestra = 6;  // behind the unit
 constexpr int kSpazioRighe = 10;
 constexpr int kSottoTitolo = 4;
-constexpr int kMinimoColonna = 172;
+constexpr int kMinimoColonna = 160;
 constexpr int kFondoScala = 1023;     // of a raw value
 constexpr double kPunto = 2.0;        // radius of the line's end
 constexpr double kMedio = 1.5;        // of the letters: the free memory, all decimals of which show
@@ -86,10 +86,19 @@ QString NomeLive::Unita() const {
     return text().sliced(apre + 2).chopped(1);
 }
 
+QString NomeLive::Mostrato() const {
+    const QString nome = Unita().isEmpty() ? text() : text().section(QLatin1String(" ["), 0, 0);
+    return coda_.isEmpty() ? nome : nome + QStringLiteral(", ") + coda_;
+}
+
+QSize NomeLive::minimumSizeHint() const {
+    const QFontMetrics piccola(Carattere(*this, Scrittura::Piccola));
+    return {piccola.horizontalAdvance(Mostrato()), fontMetrics().height()};
+}
+
 void NomeLive::paintEvent(QPaintEvent*) {
     QPainter penna(this);
-    QString nome = Unita().isEmpty() ? text() : text().section(QLatin1String(" ["), 0, 0);
-    if (!coda_.isEmpty()) nome += QStringLiteral(", ") + coda_;
+    const QString nome = Mostrato();
     if (penna.fontMetrics().horizontalAdvance(nome) > width())
         penna.setFont(Carattere(*this, Scrittura::Piccola));
     penna.setPen(ColoriDi(*this).Text2);
@@ -304,7 +313,9 @@ QSize PannelloLive::minimumSizeHint() const {
     const Misure m(*this);
     const QFontMetrics cifra(CifreMinime(*this));
     const int riquadro = kSpazio + m.Linea + cifra.ascent() + kSpazio;
-    const int largo = std::max(kMinimoColonna, kSpazio + Largo(cifra, kPiuLargo) + kSpazio + 56);
+    const QFontMetrics piccola(Carattere(*this, Scrittura::Piccola));
+    const int unita = piccola.horizontalAdvance(QStringLiteral("Km/h")) + kDestra;
+    const int largo = std::max(kMinimoColonna, kSpazio + Largo(cifra, kPiuLargo) + kSpazio + unita);
     return {kColonne * largo + (kColonne - 1) * kSpazio,
             kRighe * (m.Linea + kSottoTitolo + riquadro) + (kRighe - 1) * kSpazioRighe};
 }

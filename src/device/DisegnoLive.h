@@ -22,10 +22,15 @@ class NomeLive : public QLabel {
     /// What the brackets of the text hold; empty: it has none.
     QString Unita() const;
 
+    /// Of the words that it shows, in small letters if need be.
+    QSize minimumSizeHint() const override;
+
  protected:
     void paintEvent(QPaintEvent* evento) override;
 
  private:
+    QString Mostrato() const;
+
     QString coda_;
 };
 

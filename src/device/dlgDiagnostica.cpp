@@ -52,7 +52,7 @@ double Apertura(const CampoLive& campo) {
 
 /// Width of lamps and inputs: what the longest name of an alarm and its time take.
 int LargoDestra(const QWidget& finestra) {
-    return std::max(230, finestra.fontMetrics().averageCharWidth() * 29);
+    return std::max(240, finestra.fontMetrics().averageCharWidth() * 33);
 }
 
 QFont Ingrandito(QFont carattere, double volte) {
