@@ -75,23 +75,17 @@ void LeggiRiga(std::string_view chiave, const std::string& valore, ScelteArchivi
 
 ScelteArchivio LeggiScelteArchivio(std::string_view testo) {
     ScelteArchivio scelte;
-    LettoreRighe righe(testo);
-    if (righe.Prossima() != kPrimaRiga) return scelte;
-    while (!righe.Fine()) {
-        const std::string_view riga = righe.Prossima();
-        const std::size_t uguale = riga.find('=');
-        if (uguale == std::string_view::npos) continue;
-        LeggiRiga(riga.substr(0, uguale), DaUnaRiga(riga.substr(uguale + 1)), scelte);
+    for (const auto& [chiave, valore] : RigheRicordo(testo, kPrimaRiga)) {
+        LeggiRiga(chiave, valore, scelte);
     }
     if (scelte.Campi != 0 && scelte.Campi == scelte.Decimale) scelte.Campi = 0;
     return scelte;
 }
 
 std::string ScriviScelteArchivio(const ScelteArchivio& scelte) {
-    std::string testo(kPrimaRiga);
-    testo += "\n";
-    const auto riga = [&testo](std::string_view chiave, std::string_view valore) {
-        testo += std::string(chiave) + "=" + InUnaRiga(valore) + "\n";
+    std::vector<RigaRicordo> righe;
+    const auto riga = [&righe](std::string_view chiave, std::string_view valore) {
+        righe.emplace_back(chiave, valore);
     };
     riga("folder", Utf8(scelte.Cartella));
     riga("order", kColonne[static_cast<std::size_t>(scelte.Ordine)]);
@@ -107,7 +101,7 @@ std::string ScriviScelteArchivio(const ScelteArchivio& scelte) {
         larghezze += (larghezze.empty() ? "" : " ") + TestoNumero(una);
     }
     riga("widths", larghezze);
-    return testo;
+    return TestoRicordo(kPrimaRiga, righe);
 }
 
 ScelteArchivio CaricaScelteArchivio() {

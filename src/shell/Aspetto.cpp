@@ -3,9 +3,8 @@
 #include <array>
 #include <utility>
 
-#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
-#include "platform/Platform.h"
+#include "shell/Ricordi.h"
 
 namespace lapvane {
 
@@ -14,16 +13,12 @@ namespace {
 constexpr std::string_view kPrimaRiga = "lapvane-look 1";
 constexpr std::string_view kTema = "theme=";
 constexpr std::string_view kBox = "pitlane=";
-constexpr std::size_t kByteMassimi = 1 << 10;
+constexpr std::string_view kFile = "Look.lapvane";
 
 constexpr std::array<std::pair<TemaScelto, std::string_view>, 3> kNomi{
     {{TemaScelto::Desktop, "desktop"}, {TemaScelto::Chiaro, "light"}, {TemaScelto::Scuro, "dark"}}};
 
 }  // namespace
-
-std::filesystem::path FileAspetto() {
-    return platform().AppPath() / "Look.lapvane";
-}
 
 Aspetto LeggiAspetto(std::string_view testo) {
     Aspetto aspetto;
@@ -52,21 +47,11 @@ std::string ScriviAspetto(const Aspetto& aspetto) {
 }
 
 Aspetto CaricaAspetto() {
-    try {
-        const auto file = FileAspetto();
-        if (!FileEsiste(file)) return {};
-        return LeggiAspetto(LeggiFile(file, Lavoro::LeggereRecenti, kByteMassimi));
-    } catch (const std::exception&) {
-        return {};
-    }
+    return LeggiAspetto(LeggiRicordo(kFile, Lavoro::LeggereRecenti));
 }
 
 void SalvaAspetto(const Aspetto& aspetto) {
-    try {
-        ScriviFile(FileAspetto(), ScriviAspetto(aspetto), Lavoro::ScrivereRecenti);
-    } catch (const ErroreRuntime&) {
-        // A look is not worth a message.
-    }
+    SalvaRicordo(kFile, ScriviAspetto(aspetto), Lavoro::ScrivereRecenti);
 }
 
 }  // namespace lapvane

@@ -16,9 +16,6 @@ struct Aspetto {
     bool operator==(const Aspetto&) const = default;
 };
 
-/// The file of the choice in the program's folder.
-std::filesystem::path FileAspetto();
-
 /// Reads the text of such a file; a text that this program did not write is no choice.
 Aspetto LeggiAspetto(std::string_view testo);
 std::string ScriviAspetto(const Aspetto& aspetto);

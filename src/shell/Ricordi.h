@@ -2,6 +2,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/TabelleErrore.h"
 
@@ -15,5 +17,13 @@ namespace lapvane {
 std::string LeggiRicordo(std::string_view nome, Lavoro lavoro);
 /// Writes it, whole or not at all.
 void SalvaRicordo(std::string_view nome, std::string_view testo, Lavoro lavoro);
+
+/// "key=value", without line breaks.
+using RigaRicordo = std::pair<std::string, std::string>;
+/// The lines behind the first one of such a text, in order; those that are none are passed over.
+/// Empty: the first line is not `primaRiga`.
+std::vector<RigaRicordo> RigheRicordo(std::string_view testo, std::string_view primaRiga);
+/// The text of such lines.
+std::string TestoRicordo(std::string_view primaRiga, const std::vector<RigaRicordo>& righe);
 
 }  // namespace lapvane

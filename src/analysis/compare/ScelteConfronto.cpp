@@ -61,22 +61,16 @@ void LeggiRiga(std::string_view chiave, const std::string& valore, ScelteConfron
 
 ScelteConfronto LeggiScelte(std::string_view testo) {
     ScelteConfronto scelte;
-    LettoreRighe righe(testo);
-    if (righe.Prossima() != kPrimaRiga) return scelte;
-    while (!righe.Fine()) {
-        const std::string_view riga = righe.Prossima();
-        const std::size_t uguale = riga.find('=');
-        if (uguale == std::string_view::npos) continue;
-        LeggiRiga(riga.substr(0, uguale), DaUnaRiga(riga.substr(uguale + 1)), scelte);
+    for (const auto& [chiave, valore] : RigheRicordo(testo, kPrimaRiga)) {
+        LeggiRiga(chiave, valore, scelte);
     }
     return scelte;
 }
 
 std::string ScriviScelte(const ScelteConfronto& scelte) {
-    std::string testo(kPrimaRiga);
-    testo += "\n";
-    const auto riga = [&testo](std::string_view chiave, const std::string& valore) {
-        testo += std::string(chiave) + "=" + InUnaRiga(valore) + "\n";
+    std::vector<RigaRicordo> righe;
+    const auto riga = [&righe](std::string_view chiave, std::string_view valore) {
+        righe.emplace_back(chiave, valore);
     };
     riga("axis", scelte.PerDistanza ? "distance" : "time");
     riga("parts", Numero(scelte.Parti));
@@ -95,7 +89,7 @@ std::string ScriviScelte(const ScelteConfronto& scelte) {
         }
         riga("laps", giri);
     }
-    return testo;
+    return TestoRicordo(kPrimaRiga, righe);
 }
 
 ScelteConfronto CaricaScelte() {
