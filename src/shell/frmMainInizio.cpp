@@ -134,7 +134,8 @@ void frmMain::AggiornaInizio() {
         }
     }
     stato.LogDaSalvare = logInMemoria().DaSalvare && voci_[Comando::SaveData]->isEnabled();
-    stato.Lingua = IndiceLingua;
+    // The index runs ahead of the texts while a language is being chosen.
+    stato.Lingua = BaseTesti;
     inizio_->Mostra(stato);
     const QString titolo = stato.Progetto
                                ? stato.NomeProgetto.simplified() + QStringLiteral("[*] - Lapvane")
