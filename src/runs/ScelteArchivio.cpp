@@ -13,8 +13,6 @@ namespace {
 
 constexpr std::string_view kPrimaRiga = "lapvane-runs 1";
 constexpr std::string_view kFile = "Runs.lapvane";
-constexpr int kLarghezzaMassima = 4000;
-constexpr std::size_t kLarghezzeMassime = 64;
 
 constexpr std::array<std::string_view, kColonneUscite> kColonne = {
     "date", "time", "circuit", "session", "driver", "vehicle",
@@ -30,18 +28,6 @@ std::filesystem::path DaUtf8(const std::string& utf8) {
 std::string Utf8(const std::filesystem::path& percorso) {
     const std::u8string utf8 = percorso.u8string();
     return {utf8.begin(), utf8.end()};
-}
-
-std::vector<int> LeggiLarghezze(std::string_view valore) {
-    std::vector<int> larghezze;
-    while (!(valore = Rifila(valore)).empty()) {
-        const std::size_t fine = std::min(valore.find(' '), valore.size());
-        const int una = LeggiIntero(valore.substr(0, fine)).value_or(-1);
-        if (una < 0 || una > kLarghezzaMassima || larghezze.size() == kLarghezzeMassime) return {};
-        larghezze.push_back(una);
-        valore.remove_prefix(fine);
-    }
-    return larghezze;
 }
 
 void LeggiRiga(std::string_view chiave, const std::string& valore, ScelteArchivio& scelte) {
@@ -66,8 +52,6 @@ void LeggiRiga(std::string_view chiave, const std::string& valore, ScelteArchivi
         }
     } else if (chiave == "against") {
         scelte.Contro = DaUtf8(valore);
-    } else if (chiave == "widths") {
-        scelte.Larghezze = LeggiLarghezze(valore);
     }
 }
 
@@ -96,11 +80,6 @@ std::string ScriviScelteArchivio(const ScelteArchivio& scelte) {
         if (scelte.Campi == segno) riga("fields", nome);
     }
     riga("against", Utf8(scelte.Contro));
-    std::string larghezze;
-    for (const int una : scelte.Larghezze) {
-        larghezze += (larghezze.empty() ? "" : " ") + TestoNumero(una);
-    }
-    riga("widths", larghezze);
     return TestoRicordo(kPrimaRiga, righe);
 }
 

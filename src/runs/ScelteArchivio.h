@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "runs/ElencoUscite.h"
 
@@ -18,7 +17,6 @@ struct ScelteArchivio {
     char Decimale = 0;             ///< of a saved list, '.' or ','; 0: the desktop's
     char Campi = 0;                ///< ',' ';' or tab; 0: as goes with the desktop's decimal sign
     std::filesystem::path Contro;  ///< run whose settings are compared; empty: the one before
-    std::vector<int> Larghezze;    ///< of the columns, pixels, each 0 to 4000; empty: as they are
 };
 
 /// Reads a text of choices. Anything that this program did not write gives the defaults, lines that

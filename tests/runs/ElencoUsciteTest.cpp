@@ -153,7 +153,6 @@ TEST(ScelteArchivio, ComeBackAndTakeNothingForeign) {
     scelte.Decimale = ',';
     scelte.Campi = '\t';
     scelte.Contro = "/runs/one.csv";
-    scelte.Larghezze = {98, 0, 128};
     const ScelteArchivio lette = LeggiScelteArchivio(ScriviScelteArchivio(scelte));
     EXPECT_EQ(lette.Cartella, scelte.Cartella);
     EXPECT_EQ(lette.Ordine, scelte.Ordine);
@@ -161,13 +160,11 @@ TEST(ScelteArchivio, ComeBackAndTakeNothingForeign) {
     EXPECT_EQ(lette.Gruppo, scelte.Gruppo);
     EXPECT_EQ(lette.Campi, scelte.Campi);
     EXPECT_EQ(lette.Contro, scelte.Contro);
-    EXPECT_EQ(lette.Larghezze, scelte.Larghezze);
-    const ScelteArchivio strane = LeggiScelteArchivio(
-        "lapvane-runs 1\norder=price\ngroup=9\nfields=comma\ndecimal=comma\nwidths=5 -1\n");
+    const ScelteArchivio strane =
+        LeggiScelteArchivio("lapvane-runs 1\norder=price\ngroup=9\nfields=comma\ndecimal=comma\n");
     EXPECT_EQ(strane.Ordine, ColonnaUscite::Data);
     EXPECT_EQ(strane.Gruppo, GruppoPer::Circuito);
     EXPECT_EQ(strane.Campi, 0) << "a comma can't part numbers and fields at once";
-    EXPECT_TRUE(strane.Larghezze.empty());
     EXPECT_TRUE(LeggiScelteArchivio("lapvane-runs 2\nfolder=/x\n").Cartella.empty());
 }
 
