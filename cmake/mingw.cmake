@@ -1,14 +1,25 @@
-# Builds the logic for Windows on Linux (Debian: g++-mingw-w64-x86-64-posix) and runs it under wine.
+# Builds Lapvane for Windows on Linux (Debian: g++-mingw-w64-x86-64-posix). The Qt for it stands where
+# LAPVANE_QT_WINDOWS says, made by scripts/windows.sh; without it only the logic can be built.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-# No library of the compiler has to lie beside the program.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+if(DEFINED ENV{LAPVANE_QT_WINDOWS})
+    set(LAPVANE_QT_WINDOWS $ENV{LAPVANE_QT_WINDOWS} CACHE PATH "Qt's base for Windows")
+endif()
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES LAPVANE_QT_WINDOWS)
+if(LAPVANE_QT_WINDOWS)
+    list(APPEND CMAKE_FIND_ROOT_PATH ${LAPVANE_QT_WINDOWS})
+    list(APPEND CMAKE_PREFIX_PATH ${LAPVANE_QT_WINDOWS})
+    # Its code generators are those of the machine that builds, of the same version.
+    set(QT_HOST_PATH /usr)
+    set(QT_HOST_PATH_CMAKE_DIR /usr/lib/x86_64-linux-gnu/cmake)
+endif()
 find_program(LAPVANE_WINE NAMES wine64-stable wine64 wine PATHS /usr/lib/wine)
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_COMMAND} -E env WINEDEBUG=-all ${LAPVANE_WINE})

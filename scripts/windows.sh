@@ -1,11 +1,312 @@
 #!/usr/bin/env bash
-# Builds the logic for Windows with mingw and runs its tests under wine. The windows are not built: no
-# Qt for mingw is to be had as a package.
+# Lapvane for Windows, made and tried on Linux: Qt's base with mingw (once, some twenty minutes, kept
+# outside the tree), the whole program, its tests and the tour as Windows programs under wine.
+#     scripts/windows.sh            all of it
+#     scripts/windows.sh build      Qt and the program
+#     scripts/windows.sh package    the .zip and the installer, in build/packages, and both tried
+#     scripts/windows.sh record     all of it, and what came of it into the README
 source "$(dirname "$0")/common.sh"
+source scripts/wine.sh
 
-install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_WINDOWS[@]}"
-export WINEDEBUG=-all WINEPREFIX=${WINEPREFIX:-$PWD/build/wine}
-build windows lapvane_tests
-wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
-timeout 600 "$wine" build/windows/bin/lapvane_tests.exe | tr -d '\r' | tail -n 12
-exit "${PIPESTATUS[0]}"
+KEEP=${LAPVANE_KEEP:-${XDG_CACHE_HOME:-$HOME/.cache}/lapvane}
+RESULT=()
+
+say() { printf '\n=== %s (%s)\n' "$1" "$(date +%T)"; }
+result() {
+    RESULT+=("$1")
+    echo "$1"
+}
+
+# Qt's base, of the version that this machine has for Linux: its code generators serve both.
+qt_for_windows() {
+    local version source folder off
+    version=$(dpkg-query -W -f='${source:Version}' qt6-base-dev)
+    export LAPVANE_QT_WINDOWS=$KEEP/qt-$version-windows
+    [ -e "$LAPVANE_QT_WINDOWS/done" ] && return 0
+    say "Qt $version for Windows"
+    mkdir -p "$KEEP/apt/lists/partial" "$KEEP/apt/cache/archives/partial"
+    # The machine's own list of sources stays as it is.
+    sed -n 's/^Types:.*/Types: deb-src/p; /^#/d; /^Types:/!p' /etc/apt/sources.list.d/debian.sources \
+        >"$KEEP/apt/source.sources" 2>/dev/null ||
+        sed -n 's/^deb /deb-src /p' /etc/apt/sources.list >"$KEEP/apt/source.list"
+    local list=$KEEP/apt/source.sources
+    [ -s "$list" ] || list=$KEEP/apt/source.list
+    local apt=(-o Dir::Etc::SourceList="$list" -o Dir::Etc::SourceParts=/dev/null
+        -o Dir::State::Lists="$KEEP/apt/lists" -o Dir::Cache="$KEEP/apt/cache" -o APT::Sandbox::User=root)
+    folder=$KEEP/qt-$version
+    mkdir -p "$folder"
+    (
+        cd "$folder"
+        apt-get "${apt[@]}" update -qq
+        apt-get "${apt[@]}" source -qq --download-only "qt6-base=$version"
+        rm -rf source build
+        source=$(echo qt6-base_*.dsc)
+        dpkg-source --no-check -x "$source" source
+    )
+    off=()
+    for feature in sql network dbus opengl dynamicgl vulkan direct2d system_zlib pkg_config tabletevent; do
+        off+=("-DFEATURE_$feature=OFF")
+    done
+    LAPVANE_QT_WINDOWS='' cmake -S "$folder/source" -B "$folder/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw.cmake" -DQT_HOST_PATH=/usr \
+        -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
+        -DCMAKE_INSTALL_PREFIX="$LAPVANE_QT_WINDOWS" -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF \
+        -DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "${off[@]}" >"$folder/configure.log"
+    cmake --build "$folder/build"
+    cmake --install "$folder/build" --strip >/dev/null
+    mkdir -p "$LAPVANE_QT_WINDOWS/licences"
+    cp "$folder"/source/LICENSES/{LGPL-3.0-only,GPL-3.0-only}.txt "$LAPVANE_QT_WINDOWS/licences"
+    cp "$folder/source/debian/copyright" "$LAPVANE_QT_WINDOWS/licences/qt6-base.txt"
+    touch "$LAPVANE_QT_WINDOWS/done"
+    rm -rf "$folder/build" "$folder/source"
+}
+
+build_windows() {
+    install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_MANUAL[@]}" "${PACKAGES_RUN[@]}" "${PACKAGES_WINDOWS[@]}"
+    qt_for_windows
+    say "native tools, manual, instrument"
+    build release
+    say "Lapvane for Windows"
+    build windows
+}
+
+# An instrument of this machine behind COM1, whose console reads the file that INSTRUMENT_CONSOLE names.
+start_instrument() {
+    INSTRUMENT_CONSOLE=$(mktemp)
+    local link=$PWD/build/wine-com1
+    tail -f "$INSTRUMENT_CONSOLE" 2>/dev/null |
+        build/release/bin/lapvane-instrument --quiet --link "$link" --tank 30 --tracks build/release/bin/tracks \
+            --track Valdoro &
+    INSTRUMENT=$!
+    wine_port 1 "$link"
+}
+stop_instrument() {
+    kill "$INSTRUMENT" 2>/dev/null || true
+    pkill -f "tail -f $INSTRUMENT_CONSOLE" || true
+    wait "$INSTRUMENT" 2>/dev/null || true
+    rm -f "$INSTRUMENT_CONSOLE"
+}
+trap 'stop_instrument 2>/dev/null; wine_end' EXIT
+
+# run_tests TITLE PROGRAM [ENVIRONMENT ...]: what differs by wine is left out by name, each with its
+# reason, as scripts/wine-differs.txt has it.
+run_tests() {
+    local title=$1 program=$2 log left
+    shift 2
+    log=build/wine-$program.log
+    left=$(sed -n "s/^\([A-Za-z0-9_]*\.[A-Za-z0-9_/]*\) .*/\1/p" scripts/wine-differs.txt | paste -sd:)
+    say "$title"
+    env "$@" timeout 1200 xvfb-run -a -s "-screen 0 1366x768x24" "$WINE" "build/windows/bin/$program.exe" \
+        --gtest_brief=1 "--gtest_filter=*${left:+-$left}" 2>&1 | tr -d '\r' >"$log" || true
+    grep -E "^\[  (PASSED|FAILED|SKIPPED) |^\[=====" "$log" || tail -n 20 "$log"
+    local passed failed
+    passed=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) .*/\1/p' "$log")
+    failed=$(sed -n 's/^\[  FAILED  \] \([0-9]*\) tests\{0,1\}, .*/\1/p' "$log")
+    result "$title: ${passed:-0} passed, ${failed:-0} failed"
+    [ -n "$passed" ] && [ -z "$failed" ]
+}
+
+# play_tour LANGUAGE DPI: the real windows, pictures in build/wine-tour/.
+play_tour() {
+    local out=build/wine-tour/$1-$2 log=build/wine-tour/$1-$2.log
+    say "tour ($1, $2 dots an inch)"
+    rm -rf "$out"
+    mkdir -p "$out"
+    start_instrument
+    timeout 60 "$WINE" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$2" /f >/dev/null
+    wine_end
+    timeout 900 xvfb-run -a -s "-screen 0 1920x1200x24" "$WINE" build/windows/bin/tour.exe "$out" "$1" \
+        console "$INSTRUMENT_CONSOLE" 2>&1 | tr -d '\r' >"$log" || true
+    stop_instrument
+    local stops
+    stops=$(sed -n 's/^\([0-9]*\) stops$/\1/p' "$log")
+    if [ -z "$stops" ] || grep -q 'faults in the windows' "$log"; then
+        tail -n 20 "$log"
+        result "tour ($1, $2 dots an inch): did not come through"
+        return 1
+    fi
+    result "tour ($1, $2 dots an inch): $stops stops, $(find "$out" -maxdepth 1 -name '*.png' | wc -l) pictures"
+}
+
+try_all() {
+    local bad=0
+    wine_prefix
+    start_instrument
+    run_tests "logic" lapvane_tests LAPVANE_COM1=1 || bad=1
+    stop_instrument
+    run_tests "windows, no screen" lapvane_window_tests QT_QPA_PLATFORM=offscreen || bad=1
+    run_tests "windows, on a screen" lapvane_window_tests || bad=1
+    play_tour it 96 || bad=1
+    play_tour en 96 || bad=1
+    play_tour en 120 || bad=1
+    play_tour it 144 || bad=1
+    return $bad
+}
+
+# The .zip and the installer, of the folder that the build lays.
+make_packages() {
+    say "packages"
+    local version stage=$PWD/build/windows-stage out=$PWD/build/packages
+    version=$(sed -n 's/^project(lapvane VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
+    ZIP=$out/lapvane-$version-windows-x86_64.zip
+    SETUP=$out/lapvane-$version-windows-x86_64-setup.exe
+    rm -rf "$stage" "$ZIP" "$SETUP"
+    mkdir -p "$out"
+    cmake --install build/windows --strip --prefix "$stage/lapvane-$version" >/dev/null
+    (cd "$stage" && cmake -E tar cf "$ZIP" --format=zip "lapvane-$version")
+    installer_lists "$stage/lapvane-$version"
+    makensis -V2 -NOCD "-DVERSION=$version" "-DFROM=$stage/lapvane-$version" "-DOUT=$SETUP" \
+        "-DICON=$PWD/cmake/install/lapvane.ico" "-DINSTALL=$stage/install.nsh" "-DREMOVE=$stage/remove.nsh" \
+        "-DKILOBYTES=$(du -sk "$stage/lapvane-$version" | cut -f1)" cmake/install/lapvane.nsi
+    result "packages: $(basename "$ZIP") $(du -h "$ZIP" | cut -f1), $(basename "$SETUP") $(du -h "$SETUP" | cut -f1)"
+}
+
+# The installer puts each file and takes each away by its name, so that nothing else of a folder goes.
+installer_lists() {
+    local from=$1 folder file
+    : >"$(dirname "$from")/install.nsh"
+    : >"$(dirname "$from")/remove.nsh"
+    (cd "$from" && find . -type d | sort) | while read -r folder; do
+        folder=${folder#.}
+        folder=${folder#/}
+        echo "SetOutPath \"\$INSTDIR${folder:+\\${folder//\//\\}}\""
+        (cd "$from/$folder" && find . -maxdepth 1 -type f -printf '%f\n' | sort) | while read -r file; do
+            echo "File \"$from/${folder:+$folder/}$file\""
+        done
+    done >"$(dirname "$from")/install.nsh"
+    (cd "$from" && find . -type f -printf '%P\n' | sort) | while read -r file; do
+        echo "Delete \"\$INSTDIR\\${file//\//\\}\""
+    done >"$(dirname "$from")/remove.nsh"
+    # Those within first.
+    (cd "$from" && find . -mindepth 1 -type d -printf '%P\n' | sort -r) | while read -r folder; do
+        echo "RMDir \"\$INSTDIR\\${folder//\//\\}\""
+    done >>"$(dirname "$from")/remove.nsh"
+}
+
+# Starts a Windows program on a screen of its own, waits for a window of it that is as wide as the main
+# window, leaves a picture and ends it.   shows_main_window EXE PICTURE
+shows_main_window() {
+    xvfb-run -a -s "-screen 0 1366x768x24" bash -c '
+        "$1" "$2" >/dev/null 2>&1 &
+        for second in $(seq 90); do
+            sleep 1
+            for window in $(xdotool search --onlyvisible --name Lapvane 2>/dev/null); do
+                eval "$(xdotool getwindowgeometry --shell "$window" 2>/dev/null)"
+                [ "${WIDTH:-0}" -ge 900 ] || continue
+                sleep 3
+                import -window root "$3"
+                exit 0
+            done
+        done
+        echo "no main window within $second s"
+        exit 1' - "$WINE" "$1" "$2"
+    local seen=$?
+    wine_end
+    return $seen
+}
+
+# What lies on the drive of Windows and in the registry of the person, less what wine itself writes.
+windows_state() {
+    wine_end
+    (cd "$WINEPREFIX/drive_c" && find . -path ./windows -prune -o -path '*/Temp/*' -prune -o -print | sort)
+    grep -i 'lapvane' "$WINEPREFIX/user.reg" "$WINEPREFIX/system.reg" | grep -vi 'wine-com1' || true
+}
+
+person_file() { find "$WINEPREFIX/drive_c/users" -path "*/Local/Lapvane/$1"; }
+
+try_packages() {
+    local version stage=$PWD/build/windows-stage place pictures=$PWD/build/windows-pictures
+    local uninstall='C:\users\'"$(id -un)"'\AppData\Local\Programs\Lapvane\uninstall.exe'
+    version=$(basename "$stage"/lapvane-*)
+    rm -rf "$pictures"
+    mkdir -p "$pictures"
+
+    say "the .zip, in a folder with blanks and accents"
+    place="$PWD/build/Corse è prove/di una stagione"
+    rm -rf "$(dirname "$place")"
+    mkdir -p "$place"
+    (cd "$place" && cmake -E tar xf "$ZIP")
+    shows_main_window "$place/$version/lapvane.exe" "$pictures/zip.png"
+    local laps
+    laps=$("$WINE" "$place/$version/lapvane-tool.exe" laps "$place/$version/sample/Esempio.csv" --csv | wc -l)
+    diff <("$WINE" "$place/$version/lapvane-tool.exe" laps "$place/$version/sample/Esempio.csv" --csv) \
+        <(build/release/bin/lapvane-tool laps build/release/bin/sample/Esempio.csv --csv)
+    result "zip: starts from a folder with blanks and accents, lapvane-tool prints $laps lines, as on Linux"
+
+    say "the installer"
+    windows_state >"$stage/before.txt"
+    timeout 300 "$WINE" "$SETUP" /S
+    local program
+    program=$(find "$WINEPREFIX/drive_c/users" -path '*/Programs/Lapvane/lapvane.exe')
+    find "$WINEPREFIX/drive_c/users" -path '*/Start Menu/*Lapvane.lnk' | grep -q .
+    grep -q 'Uninstall.*Lapvane' "$WINEPREFIX/user.reg"
+    shows_main_window "$program" "$pictures/setup.png"
+    # A newer one: what the person has not touched follows, the rest stays.
+    local mine theirs
+    theirs=$(person_file 'sensors/*' | sort | sed -n 1p)
+    mine=$(person_file 'sensors/*' | sort | sed -n 2p)
+    echo mine >"$mine"
+    cp -r "$stage/$version" "$stage/newer"
+    echo newer >"$stage/newer/sensors/$(basename "$theirs")"
+    echo newer >"$stage/newer/sensors/$(basename "$mine")"
+    installer_lists "$stage/newer"
+    makensis -V1 -NOCD "-DVERSION=99.0.0" "-DFROM=$stage/newer" "-DOUT=$stage/newer.exe" \
+        "-DICON=$PWD/cmake/install/lapvane.ico" "-DINSTALL=$stage/install.nsh" "-DREMOVE=$stage/remove.nsh" \
+        "-DKILOBYTES=1" -X"SetCompress off" cmake/install/lapvane.nsi
+    timeout 300 "$WINE" "$stage/newer.exe" /S
+    shows_main_window "$program" "$pictures/upgrade.png"
+    [ "$(cat "$theirs")" = newer ] && [ "$(cat "$mine")" = mine ]
+    result "installer: start menu, entry among the programs, start, upgrade that keeps a changed sensor"
+
+    "$WINE" "$uninstall" /S
+    for _ in $(seq 60); do
+        [ -e "$program" ] || break
+        sleep 1
+    done
+    sleep 2
+    wine_end
+    [ "$(person_file '*')" = "$(printf '%s\n' "$(dirname "$mine")" "$mine")" ]
+    rm -rf "$(dirname "$(dirname "$mine")")"
+    windows_state >"$stage/after.txt"
+    diff "$stage/before.txt" "$stage/after.txt"
+    result "uninstaller: nothing left but the sensor that the person had changed"
+}
+
+record() {
+    local commit
+    commit=$(git rev-parse --short HEAD)
+    RESULT=("$(date +%F), commit $commit, $("$WINE" --version), Qt $(basename "$LAPVANE_QT_WINDOWS" | cut -d- -f2):" \
+        "${RESULT[@]}")
+    printf '    %s\n' "${RESULT[@]}" >build/windows-result.txt
+    python3 - README.md build/windows-result.txt <<'PYTHON'
+import re, sys
+readme, result = (open(name, encoding="utf-8").read() for name in sys.argv[1:])
+begin, end = "<!-- scripts/windows.sh record -->\n", "<!-- end -->\n"
+head, rest = readme.split(begin)
+open(sys.argv[1], "w", encoding="utf-8").write(head + begin + "\n" + result + "\n" + end + rest.split(end, 1)[1])
+PYTHON
+}
+
+case "${1:-all}" in
+build) build_windows ;;
+package)
+    build_windows
+    wine_prefix
+    make_packages
+    try_packages
+    ;;
+all | record)
+    bad=0
+    build_windows
+    try_all || bad=1
+    make_packages
+    try_packages || bad=1
+    [ "${1:-all}" = record ] && record
+    printf '\n%s\n' "${RESULT[@]}"
+    exit $bad
+    ;;
+*)
+    sed -n '2,8s/^# \{0,1\}//p' "$0" >&2
+    exit 2
+    ;;
+esac

@@ -21,9 +21,10 @@ constexpr std::string_view kMemoria = ".lapvane.installed";
 constexpr std::string_view kPrimaRiga = "Lapvane installed 1";
 constexpr Lavoro kCosa = Lavoro::RiempireCartella;
 constexpr std::string_view kLingue = "LANGUAGES.DAT";
+constexpr std::string_view kRecenti = "RecentFiles.ini";
 // Without these the program does not start.
-constexpr std::array<std::string_view, 2> kNecessari = {kLingue, "RecentFiles.ini"};
-constexpr std::array<std::string_view, 3> kFile = {kLingue, "RecentFiles.ini", "Esempio.pro"};
+constexpr std::array<std::string_view, 2> kNecessari = {kLingue, kRecenti};
+constexpr std::array<std::string_view, 3> kFile = {kLingue, kRecenti, "Esempio.pro"};
 constexpr std::array<std::string_view, 4> kCartelle = {"sensors", "tracks", "pages", "sample"};
 constexpr std::string_view kPorte = "ports";
 
@@ -154,7 +155,41 @@ bool Riempi(const fs::path& installata, const fs::path& personale) {
     });
 }
 
+/// Of the program and not of the person, whatever stands in it.
+bool Ricordo(const fs::path& file, const fs::path& personale) {
+    if (file.parent_path() != personale) return false;
+    const std::string nome = Nome(file.filename());
+    return nome == kMemoria || nome == kRecenti || file.extension() == ".lapvane" ||
+           nome.starts_with(kTemporaneo);
+}
+
 }  // namespace
+
+std::size_t SgomberaCartella(const fs::path& personale) {
+    if (!FileEsiste(personale / kMemoria)) return 0;  // no folder of ours
+    const Memoria memoria = LeggiMemoria(personale / kMemoria);
+    std::vector<fs::path> file, cartelle = {personale};
+    for (const fs::directory_entry& voce : fs::recursive_directory_iterator(personale)) {
+        const bool cartella = voce.is_directory() && !voce.is_symlink();
+        (cartella ? cartelle : file).push_back(voce.path());
+    }
+    std::size_t restano = 0;
+    for (const fs::path& percorso : file) {
+        const std::string nome = Nome(percorso.lexically_relative(personale));
+        const auto messo = memoria.find(nome);
+        const bool nostro =
+            Ricordo(percorso, personale) ||
+            (messo != memoria.end() && Impronta(nome, LeggiFile(percorso, kCosa)) == messo->second);
+        std::error_code errore;
+        if (!nostro || !fs::remove(percorso, errore)) ++restano;
+    }
+    // Those within first; one that is not empty stays.
+    for (auto cartella = cartelle.rbegin(); cartella != cartelle.rend(); ++cartella) {
+        std::error_code errore;
+        fs::remove(*cartella, errore);
+    }
+    return restano;
+}
 
 fs::path CartellaDelProgramma(const fs::path& installata, const fs::path& personale) {
     if (personale.empty() || CartellaScrivibile(installata)) return installata;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 
 namespace lapvane {
@@ -20,5 +21,10 @@ namespace lapvane {
 /// The first line of LANGUAGES.DAT, the language that was chosen, is always the person's.
 std::filesystem::path CartellaDelProgramma(const std::filesystem::path& installata,
                                            const std::filesystem::path& personale);
+
+/// Takes out of a person's folder what the program has put there or remembers there: files that are
+/// still as they came, lists of recent files and choices. What the person made or changed stays,
+/// with the folders in which it lies. Returns how many files stay.
+std::size_t SgomberaCartella(const std::filesystem::path& personale);
 
 }  // namespace lapvane

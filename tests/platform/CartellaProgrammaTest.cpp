@@ -99,6 +99,26 @@ TEST_F(CartellaPropria, ANewVersionTouchesNothingThatThePersonChanged) {
     EXPECT_EQ(Leggi(personale / "sensors" / "A.sns"), "mio");
 }
 
+TEST_F(CartellaPropria, WhatGoesWithTheProgramIsNotWhatThePersonMade) {
+    Avvia();
+    for (const char* mio : {"Look.lapvane", ".lapvane-1-1", "downloads/run.download"}) {
+        Scrivi(personale / mio, "1");
+    }
+    Scrivi(personale / "sensors" / "A.sns", "mio");
+    EXPECT_EQ(SgomberaCartella(personale), 2u);
+    EXPECT_EQ(Leggi(personale / "sensors" / "A.sns"), "mio");
+    EXPECT_EQ(Leggi(personale / "downloads" / "run.download"), "1");
+    EXPECT_EQ(std::distance(fs::recursive_directory_iterator(personale), {}), 4);
+    // A folder that is none of the program's is not touched.
+    EXPECT_EQ(SgomberaCartella(personale), 0u);
+    EXPECT_TRUE(fs::exists(personale / "sensors" / "A.sns"));
+    // Nothing of the person's: no rest.
+    fs::remove_all(personale);
+    Avvia();
+    EXPECT_EQ(SgomberaCartella(personale), 0u);
+    EXPECT_FALSE(fs::exists(personale));
+}
+
 }  // namespace
 }  // namespace lapvane
 #endif

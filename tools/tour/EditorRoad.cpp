@@ -93,7 +93,7 @@ void Tour::Pour(int point, const QString& litres) {
     robot_.Stop(
         QStringLiteral("pour ") + litres, [] { return Front("dlgCalibrazione") != nullptr; },
         [this, litres] {
-            instrument_.write(litres.toLatin1() + '\n');
+            console_(litres.toLatin1() + '\n');
             poured_.start();
         });
     robot_.Stop(

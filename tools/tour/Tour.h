@@ -2,7 +2,6 @@
 
 #include <QAbstractItemModel>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QTableView>
 #include <QTableWidget>
 #include <QToolButton>
@@ -51,7 +50,9 @@ class Tour {
  public:
     /// `italian`: the program is in that language, and is changed to English near the end;
     /// otherwise the other way round.
-    Tour(QString out, bool italian, TourPlatform& machine, QProcess& instrument);
+    /// `console` takes what is typed at the instrument, `stop` ends it.
+    Tour(QString out, bool italian, TourPlatform& machine,
+         std::function<void(const QByteArray&)> console, std::function<void()> stop);
 
     int Play();
 
@@ -152,7 +153,7 @@ class Tour {
     bool italian_;
     TourPlatform& machine_;
     Robot robot_;
-    QProcess& instrument_;
+    std::function<void(const QByteArray&)> console_;
     QElapsedTimer answered_;     ///< since a question was answered
     QElapsedTimer poured_;       ///< since the tank was filled
     std::int64_t liveFrom_ = 0;  ///< ms, when the live view had its first values

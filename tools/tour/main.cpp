@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QProcess>
 #include <QTest>
 #include <cstdio>
 
@@ -52,6 +53,43 @@ QString TakeWord(QStringList& words, const QString& word) {
     return value;
 }
 
+/// The simulated instrument behind COM1: one of the tour's own, on a pseudo-terminal, or one that
+/// somebody has started already, whose console reads the lines of a file that grows.
+class Instrument {
+ public:
+    /// An empty `console`: one of our own. False: it does not start.
+    bool Start(const QString& bin, const fs::path& program, const QString& console) {
+        if (!console.isEmpty()) {
+            file_.setFileName(console);
+            return file_.open(QIODevice::Append | QIODevice::Unbuffered);
+        }
+        process_.setProcessChannelMode(QProcess::ForwardedChannels);
+        process_.start(
+            bin + QStringLiteral("/lapvane-instrument"),
+            {QStringLiteral("--quiet"), QStringLiteral("--link"),
+             PercorsoInQt(program / "ports" / "COM1"), QStringLiteral("--tank"),
+             QStringLiteral("30"), QStringLiteral("--tracks"), PercorsoInQt(program / "tracks"),
+             QStringLiteral("--track"), QString::fromLatin1(kCircuit)});
+        return process_.waitForStarted(5000);
+    }
+    void Type(const QByteArray& line) {
+        if (file_.isOpen()) {
+            file_.write(line);
+        } else {
+            process_.write(line);
+        }
+    }
+    void Kill() { process_.kill(); }
+    void Stop() {
+        process_.terminate();
+        process_.waitForFinished(3000);
+    }
+
+ private:
+    QFile file_;
+    QProcess process_;
+};
+
 /// The screen that is asked for as COLUMNSxROWS, before there is an application.
 QSize ScreenOf(int argc, char* argv[]) {
     QStringList words;
@@ -63,13 +101,14 @@ QSize ScreenOf(int argc, char* argv[]) {
 
 }  // namespace
 
-Tour::Tour(QString out, bool italian, TourPlatform& machine, QProcess& instrument)
+Tour::Tour(QString out, bool italian, TourPlatform& machine,
+           std::function<void(const QByteArray&)> console, std::function<void()> stop)
     : out_(std::move(out)),
       italian_(italian),
       machine_(machine),
       robot_(out_),
-      instrument_(instrument) {
-    robot_.OnFailure = [&instrument] { instrument.kill(); };
+      console_(std::move(console)) {
+    robot_.OnFailure = std::move(stop);
 }
 
 int Tour::Play() {
@@ -143,11 +182,13 @@ int main(int argc, char* argv[]) {
     const bool quick = words.removeAll(QStringLiteral("quick")) != 0;
     lapvane::tour::TakeWord(words, QStringLiteral("screen"));
     const int points = lapvane::tour::TakeWord(words, QStringLiteral("font")).toInt();
+    const QString console = lapvane::tour::TakeWord(words, QStringLiteral("console"));
     const QString language = words.size() == 2 ? words.takeLast() : QStringLiteral("en");
     if (words.size() != 1 || (language != QLatin1String("it") && language != QLatin1String("en"))) {
         std::fprintf(stderr,
                      "usage: tour OUTPUT_FOLDER [it|en] [dark] [pit] [quick] [font POINTS] "
-                     "[screen COLUMNSxROWS]\n");
+                     "[screen COLUMNSxROWS] [console FILE]\n"
+                     "FILE is what an instrument on COM1 that runs already reads as its console.\n");
         return 2;
     }
     const bool italian = language == QLatin1String("it");
@@ -164,15 +205,8 @@ int main(int argc, char* argv[]) {
     const std::filesystem::path program = lapvane::PercorsoDaQt(out) / "program";
     lapvane::tour::LayProgramFolder(lapvane::PercorsoDaQt(bin), program, italian);
 
-    QProcess instrument;
-    instrument.setProcessChannelMode(QProcess::ForwardedChannels);
-    instrument.start(bin + QStringLiteral("/lapvane-instrument"),
-                     {QStringLiteral("--quiet"), QStringLiteral("--link"),
-                      lapvane::PercorsoInQt(program / "ports" / "COM1"), QStringLiteral("--tank"),
-                      QStringLiteral("30"), QStringLiteral("--tracks"),
-                      lapvane::PercorsoInQt(program / "tracks"), QStringLiteral("--track"),
-                      QString::fromLatin1(lapvane::tour::kCircuit)});
-    if (!instrument.waitForStarted(5000)) {
+    lapvane::tour::Instrument instrument;
+    if (!instrument.Start(bin, program, console)) {
         std::fprintf(stderr, "the simulated instrument does not start\n");
         return 1;
     }
@@ -182,8 +216,11 @@ int main(int argc, char* argv[]) {
     using lapvane::TemaScelto;
     lapvane::SalvaAspetto({dark ? TemaScelto::Scuro : TemaScelto::Desktop, pit});
     lapvane::IndossaAspetto(lapvane::CaricaAspetto());
-    const int result = lapvane::tour::Tour(out, italian, machine, instrument).Play();
-    instrument.terminate();
-    instrument.waitForFinished(3000);
+    const int result = lapvane::tour::Tour(
+                           out, italian, machine,
+                           [&instrument](const QByteArray& line) { instrument.Type(line); },
+                           [&instrument] { instrument.Kill(); })
+                           .Play();
+    instrument.Stop();
     return result;
 }

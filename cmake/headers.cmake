@@ -1,0 +1,15 @@
+# Libraries that are headers alone serve any system: those of the machine that builds are taken, by links
+# in a folder of their own, so that nothing else of its headers is seen.
+set(LAPVANE_HEADERS ${CMAKE_BINARY_DIR}/headers)
+file(MAKE_DIRECTORY ${LAPVANE_HEADERS})
+foreach(library CLI11::CLI11=CLI nlohmann_json::nlohmann_json=nlohmann)
+    string(REPLACE "=" ";" library ${library})
+    list(GET library 0 target)
+    list(GET library 1 folder)
+    if(NOT EXISTS /usr/include/${folder})
+        message(FATAL_ERROR "/usr/include/${folder} is not there (libcli11-dev, nlohmann-json3-dev)")
+    endif()
+    file(CREATE_LINK /usr/include/${folder} ${LAPVANE_HEADERS}/${folder} SYMBOLIC)
+    add_library(${target} INTERFACE IMPORTED)
+    target_include_directories(${target} SYSTEM INTERFACE ${LAPVANE_HEADERS})
+endforeach()
