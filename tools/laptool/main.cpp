@@ -2,7 +2,9 @@
 // 1 it can't be done (the reason on the standard error), 2 the command line is wrong.
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <cstdlib>
 
+#include "platform/CartellaProgramma.h"
 #include "platform/Testo1252.h"
 #include "tools/laptool/Laptool.h"
 #include "tools/support/BarePlatform.h"
@@ -20,7 +22,21 @@ void Forms(CLI::App& command, Form& as) {
     csv->excludes(json);
 }
 
-/// The folder of this program, where the circuits lie.
+/// Where the program with windows keeps what is the person's, when it keeps it there.
+std::filesystem::path Own() {
+#ifdef _WIN32
+    const char* data = std::getenv("LOCALAPPDATA");
+    return data == nullptr ? std::filesystem::path() : std::filesystem::path(data) / "Lapvane";
+#else
+    const char* data = std::getenv("XDG_DATA_HOME");
+    if (data != nullptr && *data == '/') return std::filesystem::path(data) / "Lapvane";
+    const char* home = std::getenv("HOME");
+    if (home == nullptr) return {};
+    return std::filesystem::path(home) / ".local" / "share" / "Lapvane";
+#endif
+}
+
+/// The folder of this program.
 std::filesystem::path Folder(const char* called) {
     std::error_code error;
     const auto self = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -71,7 +87,8 @@ int Run(int argc, char* argv[]) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : 2;
     }
-    const BarePlatform machine(Folder(argv[0]));
+    // The circuits are those that the program with windows shows to this person.
+    const BarePlatform machine(CartellaDaLeggere(Folder(argv[0]), Own()));
     std::string text;
     try {
         if (*conversion) {
