@@ -84,7 +84,7 @@ Section "Uninstall"
     ClearErrors
     ${GetOptions} $1 "/UPGRADE" $2
     ${If} ${Errors}
-        nsExec::Exec '"$INSTDIR\lapvane-tool.exe" clear "$LOCALAPPDATA\Lapvane"'
+        nsExec::Exec '"$INSTDIR\lapvane-tool.exe" clear'
         Pop $0
         IfFileExists "$LOCALAPPDATA\Lapvane\*.*" 0 +2
         MessageBox MB_OK|MB_ICONINFORMATION "$(Kept)" /SD IDOK

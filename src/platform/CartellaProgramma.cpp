@@ -27,6 +27,7 @@ constexpr std::array<std::string_view, 2> kNecessari = {kLingue, kRecenti};
 constexpr std::array<std::string_view, 3> kFile = {kLingue, kRecenti, "Esempio.pro"};
 constexpr std::array<std::string_view, 4> kCartelle = {"sensors", "tracks", "pages", "sample"};
 constexpr std::string_view kPorte = "ports";
+constexpr std::string_view kPerTutti = "for-all-users";
 
 /// What was put there, by name: a number made from the bytes.
 using Memoria = std::map<std::string, std::string>;
@@ -163,6 +164,10 @@ bool Ricordo(const fs::path& file, const fs::path& personale) {
            nome.starts_with(kTemporaneo);
 }
 
+bool DiTutti(const fs::path& installata) {
+    return FileEsiste(installata / kPerTutti) || !CartellaScrivibile(installata);
+}
+
 }  // namespace
 
 std::size_t SgomberaCartella(const fs::path& personale) {
@@ -192,8 +197,13 @@ std::size_t SgomberaCartella(const fs::path& personale) {
 }
 
 fs::path CartellaDelProgramma(const fs::path& installata, const fs::path& personale) {
-    if (personale.empty() || CartellaScrivibile(installata)) return installata;
+    if (personale.empty() || !DiTutti(installata)) return installata;
     return Riempi(installata, personale) ? personale : installata;
+}
+
+fs::path CartellaDaLeggere(const fs::path& installata, const fs::path& personale) {
+    const bool sua = FileEsiste(personale / kMemoria) && DiTutti(installata);
+    return sua ? personale : installata;
 }
 
 }  // namespace lapvane

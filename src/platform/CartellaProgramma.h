@@ -6,8 +6,9 @@
 namespace lapvane {
 
 /// The folder that the program takes for its own: `installata`, where it lies, if files can be made
-/// there; else `personale`, the person's own, which is made and filled from the installed one. If
-/// that can't be had either, the installed one.
+/// there and no file "for-all-users" says that it belongs to nobody, not even to the administrator
+/// who could write there; else `personale`, the person's own, which is made and filled from the
+/// installed one. If that can't be had either, the installed one.
 ///
 /// The rule by which the person's folder is filled and, at each start, brought up to date. For
 /// every file that comes with the program, the folder remembers (in ".lapvane.installed") what was
@@ -26,5 +27,9 @@ std::filesystem::path CartellaDelProgramma(const std::filesystem::path& installa
 /// still as they came, lists of recent files and choices. What the person made or changed stays,
 /// with the folders in which it lies. Returns how many files stay.
 std::size_t SgomberaCartella(const std::filesystem::path& personale);
+/// The same for who only reads: nothing is made nor filled. A person's folder that the program has
+/// not filled yet is none.
+std::filesystem::path CartellaDaLeggere(const std::filesystem::path& installata,
+                                        const std::filesystem::path& personale);
 
 }  // namespace lapvane

@@ -39,6 +39,8 @@ class Platform {
 
     virtual std::filesystem::path
     AppPath() = 0;  ///< the program's folder, as `CartellaDelProgramma` decides
+    /// Where the program itself lies, with what it only shows; nothing is written there.
+    virtual std::filesystem::path InstallPath() { return AppPath(); }
     virtual std::filesystem::path CurDir() = 0;
     /// Makes a folder the current one; one that is not there changes nothing.
     virtual void ChDir(const std::filesystem::path& folder) = 0;

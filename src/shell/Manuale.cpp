@@ -54,7 +54,8 @@ PostoManuale PostoDi(std::string_view finestra) {
 
 std::filesystem::path PaginaManuale(const PostoManuale& posto) {
     const std::string nome(posto.Capitolo.empty() ? "index" : posto.Capitolo);
-    return platform().AppPath() / "manual" / (IndiceLingua == 0 ? "it" : "en") / (nome + ".html");
+    return platform().InstallPath() / "manual" / (IndiceLingua == 0 ? "it" : "en") /
+           (nome + ".html");
 }
 
 void ApriManuale(const PostoManuale& posto) {

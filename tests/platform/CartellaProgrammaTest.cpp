@@ -48,6 +48,14 @@ TEST_F(CartellaPropria, BesideAWritableFolderNothingChanges) {
     EXPECT_EQ(Avvia(), installata);
     EXPECT_FALSE(fs::exists(personale));
     EXPECT_EQ(std::distance(fs::directory_iterator(installata), fs::directory_iterator()), 6);
+    // Installed for all, it is not written to even by who could. Who only reads makes no folder.
+    Scrivi(installata / "for-all-users", "");
+    EXPECT_EQ(CartellaDaLeggere(installata, personale), installata);
+    EXPECT_FALSE(fs::exists(personale));
+    EXPECT_EQ(Avvia(), personale);
+    EXPECT_EQ(CartellaDaLeggere(installata, personale), personale);
+    fs::remove(installata / "for-all-users");
+    EXPECT_EQ(CartellaDaLeggere(installata, personale), installata);
 }
 
 TEST_F(CartellaPropria, TheFirstStartFillsThePersonsOwn) {

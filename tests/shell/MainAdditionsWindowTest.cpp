@@ -157,7 +157,7 @@ TEST_F(FinestraAggiunte, EachWindowHasItsPlaceInTheManualAndAMissingPageIsTold) 
     QTest::keyClick(finestra.get(), Qt::Key_F1);
     EXPECT_EQ(macchina.Mostrati.back().Testo.rfind(Testo(Voce::ManualeManca), 0), 0u);
     EXPECT_TRUE(macchina.Aperti.empty());
-    const fs::path pagine = macchina.Cartella / "manual" / "en";
+    const fs::path pagine = macchina.InstallPath() / "manual" / "en";
     for (const char* nome : {"index", "03-main", "04-setup", "12-keyboard"}) {
         prova::Scrivi(pagine / (std::string(nome) + ".html"), "");
     }

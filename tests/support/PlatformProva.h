@@ -52,6 +52,7 @@ class PlatformProva : public Platform {
                                                    const std::filesystem::path& initial) override;
     std::optional<Colore> AskColor(Colore initial) override;
     std::filesystem::path AppPath() override { return Cartella; }
+    std::filesystem::path InstallPath() override { return Cartella / "installed"; }
     std::filesystem::path CurDir() override { return CartellaCorrente; }
     void ChDir(const std::filesystem::path& folder) override { CartellaCorrente = folder; }
     std::string ExeName() override { return "lapvane"; }

@@ -1,22 +1,13 @@
-// lapvane-tool: laps of a log, and the log of a download, on the command line; it also clears the folder
-// of a person from whom the program goes. Exit codes: 0 done, 1 it can't be done (the reason on the standard error), 2 the command line is wrong.
-#ifdef _WIN32
-#include <windows.h>
-// After it, since they build on its types.
-#include <fcntl.h>
-#include <io.h>
-#include <shellapi.h>
-#endif
-
+// lapvane-tool: laps of a log, and the log of a download, on the command line; it also clears the
+// folder of a person from whom the program goes. Exit codes: 0 done, 1 it can't be done (the reason
+// on the standard error), 2 the command line is wrong.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "platform/CartellaProgramma.h"
 #include "platform/Testo1252.h"
+#include "tools/laptool/CommandLine.h"
 #include "tools/laptool/Laptool.h"
 #include "tools/support/BarePlatform.h"
 
@@ -33,56 +24,8 @@ void Forms(CLI::App& command, Form& as) {
     csv->excludes(json);
 }
 
-#ifdef _WIN32
-std::string Utf8(const wchar_t* text) {
-    const int size = ::WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    std::string utf8(static_cast<std::size_t>(std::max(size, 1)), '\0');
-    ::WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8.data(), size, nullptr, nullptr);
-    utf8.pop_back();
-    return utf8;
-}
-
-/// The command line, less the program's name. What `main` is given has lost the letters that the
-/// system's code page lacks.
-std::vector<std::string> Words(int, char**) {
-    int count = 0;
-    const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> words(
-        ::CommandLineToArgvW(::GetCommandLineW(), &count), &::LocalFree);
-    std::vector<std::string> utf8;
-    for (int i = 1; i < count; ++i) utf8.push_back(Utf8(words.get()[i]));
-    return utf8;
-}
-
-/// The folder of this program, where the circuits lie.
-std::filesystem::path Folder(const char*) {
-    std::wstring self(32768, L'\0');
-    self.resize(::GetModuleFileNameW(nullptr, self.data(), static_cast<DWORD>(self.size())));
-    return std::filesystem::path(self).parent_path();
-}
-
-/// Lines end as the tables have them, whoever reads them.
-void PlainStreams() {
-    static_cast<void>(::_setmode(::_fileno(stdout), _O_BINARY));
-    ::SetConsoleOutputCP(CP_UTF8);
-}
-#else
-/// The command line, less the program's name.
-std::vector<std::string> Words(int argc, char** argv) {
-    return {argv + 1, argv + argc};
-}
-
-/// The folder of this program, where the circuits lie.
-std::filesystem::path Folder(const char* called) {
-    std::error_code error;
-    const auto self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (error ? std::filesystem::absolute(called) : self).parent_path();
-}
-
-void PlainStreams() {}
-#endif
-
 int Run(int argc, char* argv[]) {
-    PlainStreams();
+    PlainOutput();
     CLI::App app{"Laps of a log recorded by the instrument"};
     app.name("lapvane-tool");
     app.set_version_flag("--version", LAPVANE_VERSION);
@@ -121,10 +64,9 @@ int Run(int argc, char* argv[]) {
         ->required();
     conversion->add_flag("--force", convert.Force, "write over files that are there");
 
-    std::string folder;
     CLI::App* clear = app.add_subcommand(
-        "clear", "takes out of a person's folder what the program has put there; the person's files stay");
-    clear->add_option("FOLDER", folder, "the folder, as an installed program fills it")->required();
+        "clear",
+        "takes out of your own folder what an installed program put there; what you made stays");
 
     try {
         std::vector<std::string> words = Words(argc, argv);
@@ -133,12 +75,13 @@ int Run(int argc, char* argv[]) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : 2;
     }
-    const BarePlatform machine(Folder(argv[0]));
+    // The circuits are those that the program with windows shows to this person.
+    const BarePlatform machine(CartellaDaLeggere(Folder(argv[0]), Own()));
     std::string text;
     try {
         if (*clear) {
-            const std::size_t left = SgomberaCartella(folder);
-            if (left != 0) std::fprintf(stdout, "%zu files of yours stay in %s\n", left, folder.c_str());
+            const std::size_t left = SgomberaCartella(Own());
+            if (left != 0) std::printf("%zu files of yours stay\n", left);
             return 0;
         }
         if (*conversion) {

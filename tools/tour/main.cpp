@@ -185,10 +185,11 @@ int main(int argc, char* argv[]) {
     const QString console = lapvane::tour::TakeWord(words, QStringLiteral("console"));
     const QString language = words.size() == 2 ? words.takeLast() : QStringLiteral("en");
     if (words.size() != 1 || (language != QLatin1String("it") && language != QLatin1String("en"))) {
-        std::fprintf(stderr,
-                     "usage: tour OUTPUT_FOLDER [it|en] [dark] [pit] [quick] [font POINTS] "
-                     "[screen COLUMNSxROWS] [console FILE]\n"
-                     "FILE is what an instrument on COM1 that runs already reads as its console.\n");
+        std::fprintf(
+            stderr,
+            "usage: tour OUTPUT_FOLDER [it|en] [dark] [pit] [quick] [font POINTS] "
+            "[screen COLUMNSxROWS] [console FILE]\n"
+            "FILE is what an instrument on COM1 that runs already reads as its console.\n");
         return 2;
     }
     const bool italian = language == QLatin1String("it");
@@ -216,11 +217,11 @@ int main(int argc, char* argv[]) {
     using lapvane::TemaScelto;
     lapvane::SalvaAspetto({dark ? TemaScelto::Scuro : TemaScelto::Desktop, pit});
     lapvane::IndossaAspetto(lapvane::CaricaAspetto());
-    const int result = lapvane::tour::Tour(
-                           out, italian, machine,
-                           [&instrument](const QByteArray& line) { instrument.Type(line); },
-                           [&instrument] { instrument.Kill(); })
-                           .Play();
+    const int result =
+        lapvane::tour::Tour(
+            out, italian, machine, [&instrument](const QByteArray& line) { instrument.Type(line); },
+            [&instrument] { instrument.Kill(); })
+            .Play();
     instrument.Stop();
     return result;
 }

@@ -170,7 +170,9 @@ QtPlatform::QtPlatform() {
 }
 
 bool QtPlatform::OpenOutside(const std::filesystem::path& what, const std::string& place) {
-    QUrl url = QUrl::fromLocalFile(PercorsoInQt(what));
+    // A browser in a box of its own sees /usr/share/doc, but not the links that lead there.
+    const QString there = QFileInfo(PercorsoInQt(what)).canonicalFilePath();
+    QUrl url = QUrl::fromLocalFile(there.isEmpty() ? PercorsoInQt(what) : there);
     url.setFragment(QString::fromStdString(place));
     return QDesktopServices::openUrl(url);
 }
@@ -294,11 +296,15 @@ std::optional<Colore> QtPlatform::AskColor(Colore initial) {
 std::filesystem::path QtPlatform::AppPath() {
     if (appPath_.empty()) {
         const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-        appPath_ = CartellaDelProgramma(
-            PercorsoDaQt(QCoreApplication::applicationDirPath()),
-            data.isEmpty() ? std::filesystem::path() : PercorsoDaQt(data) / "Lapvane");
+        appPath_ =
+            CartellaDelProgramma(InstallPath(), data.isEmpty() ? std::filesystem::path()
+                                                               : PercorsoDaQt(data) / "Lapvane");
     }
     return appPath_;
+}
+
+std::filesystem::path QtPlatform::InstallPath() {
+    return PercorsoDaQt(QCoreApplication::applicationDirPath());
 }
 
 std::filesystem::path QtPlatform::Documents() {

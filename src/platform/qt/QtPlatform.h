@@ -26,6 +26,7 @@ class QtPlatform : public Platform {
                                                    const std::filesystem::path& initial) override;
     std::optional<Colore> AskColor(Colore initial) override;
     std::filesystem::path AppPath() override;
+    std::filesystem::path InstallPath() override;
     std::filesystem::path Documents() override;
     std::filesystem::path CurDir() override;
     void ChDir(const std::filesystem::path& folder) override;
