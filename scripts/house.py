@@ -69,6 +69,7 @@ ROOMS = [
     ("instrument", rf"instrument/{ANY}", [*BASE, "sensors", "device"]),
     ("tools/support", rf"tools/support/{ANY}", LOGIC),
     ("tools/texttable", rf"tools/texttable/{ANY}", ["platform"]),
+    ("tools/pictures", rf"tools/pictures/{ANY}", ["widgets/style"]),
     ("tools/laptool", rf"tools/laptool/{ANY}", [*LOGIC, "tools/support"]),
     ("tools/makesample", rf"tools/makesample/{ANY}", [*LOGIC, "instrument", "tools/support"]),
     ("tools/manual", rf"tools/manual/{ANY}", [*LOGIC, "instrument", "tools/texttable"]),

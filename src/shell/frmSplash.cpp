@@ -24,7 +24,7 @@ constexpr Tema kTema = Tema::Scuro;  // that of the drawing, whatever the others
 
 frmSplash::frmSplash(QWidget* parent)
     // Not a window of the kind of a splash screen: no window manager gives those the keyboard.
-    : QWidget(parent, Qt::Dialog | Qt::FramelessWindowHint), disegno_(FileIcona("splash")) {
+    : QWidget(parent, Qt::Dialog | Qt::FramelessWindowHint) {
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(QStringLiteral("Lapvane"));
     setFixedSize(520, 300);
@@ -83,8 +83,7 @@ bool frmSplash::event(QEvent* evento) {
 
 void frmSplash::paintEvent(QPaintEvent*) {
     QPainter p(this);
-    p.fillRect(rect(), ColoriDi(kTema).Window);
-    if (disegno_.isValid()) disegno_.render(&p, rect());
+    Icona("splash").paint(&p, rect());
     // The main window has the same ground: the edge sets the form apart from it.
     p.setPen(ColoriDi(kTema).Edge);
     p.drawRect(rect().adjusted(0, 0, -1, -1));

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QLabel>
-#include <QSvgRenderer>
 #include <QWidget>
 #include <functional>
 
@@ -28,7 +27,6 @@ class frmSplash : public QWidget {
  private:
     void Attiva();
 
-    QSvgRenderer disegno_;
     QLabel* lblVersion_ = nullptr;
     bool attivata_ = false;
 };

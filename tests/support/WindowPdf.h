@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QBuffer>
 #include <QImage>
+#include <QPaintDevice>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QSvgGenerator>
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
@@ -90,28 +90,49 @@ inline bool Scuro(const QImage& foto, double x, double y) {
     return false;
 }
 
+/// A paper that keeps of a drawing only its texts, each with its place in pixels.
+class CartaTesti : public QPaintDevice, private QPaintEngine {
+ public:
+    explicit CartaTesti(const QSize& misura) : QPaintEngine(AllFeatures), misura_(misura) {}
+
+    std::vector<Parola> Testi;
+
+    QPaintEngine* paintEngine() const override { return const_cast<CartaTesti*>(this); }
+
+ protected:
+    int metric(PaintDeviceMetric quale) const override {
+        if (quale == PdmWidth) return misura_.width();
+        if (quale == PdmHeight) return misura_.height();
+        if (quale == PdmDevicePixelRatioScaled) return static_cast<int>(devicePixelRatioFScale());
+        return quale == PdmDevicePixelRatio ? 1 : 96;
+    }
+
+ private:
+    bool begin(QPaintDevice*) override { return true; }
+    bool end() override { return true; }
+    Type type() const override { return User; }
+    void updateState(const QPaintEngineState&) override {}
+    void drawPath(const QPainterPath&) override {}
+    void drawPolygon(const QPointF*, int, PolygonDrawMode) override {}
+    void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
+    void drawTextItem(const QPointF& dove, const QTextItem& testo) override {
+        const QPointF posto = painter()->transform().map(dove);
+        Testi.push_back({testo.text().trimmed(), posto.x(), posto.y(), 0.0});
+    }
+
+    QSize misura_;
+};
+
 /// The texts of a drawing from the top, each with its place in pixels.
 inline std::vector<Parola> TestiDisegnati(const QSize& misura,
                                           const std::function<void(QPainter&)>& disegna) {
-    QBuffer buffer;
-    QSvgGenerator svg;
-    svg.setOutputDevice(&buffer);
-    svg.setSize(misura);
+    CartaTesti carta(misura);
     {
-        QPainter penna(&svg);
+        QPainter penna(&carta);
         disegna(penna);
     }
-    static const QRegularExpression kTesto(
-        QStringLiteral(" x=\"([^\"]+)\" y=\"([^\"]+)\"[^>]*>([^<]*)</text>"));
-    std::vector<Parola> testi;
-    auto trovati = kTesto.globalMatch(QString::fromUtf8(buffer.data()));
-    while (trovati.hasNext()) {
-        const auto t = trovati.next();
-        testi.push_back(
-            {t.captured(3).trimmed(), t.captured(1).toDouble(), t.captured(2).toDouble(), 0.0});
-    }
-    std::ranges::stable_sort(testi, {}, &Parola::Y);
-    return testi;
+    std::ranges::stable_sort(carta.Testi, {}, &Parola::Y);
+    return carta.Testi;
 }
 
 }  // namespace lapvane::prova

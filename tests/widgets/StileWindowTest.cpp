@@ -151,13 +151,15 @@ TEST(ModoBox, MeasuresWhatIsOpenAndGivesItBack) {
 }
 
 TEST(Icona, HasTheColoursOfTheThemeAndIsGreyWhereItIsOff) {
-    const auto centro = [](const QIcon& icona, QIcon::Mode modo) {
-        return icona.pixmap(QSize(24, 24), modo).toImage().pixelColor(3, 12);
+    const auto centro = [](const QIcon& icona, QIcon::Mode modo, int lato = 24) {
+        return icona.pixmap(QSize(lato, lato), modo).toImage().pixelColor(lato / 8, lato / 2);
     };
     const QIcon segno = QApplication::style()->standardIcon(QStyle::SP_MessageBoxCritical);
     for (const Tema tema : {Tema::Chiaro, Tema::Scuro}) {
         ImpostaTema(tema);
-        EXPECT_EQ(centro(segno, QIcon::Normal), ColoriDi(tema).Err);
+        for (const int lato : {24, 400}) {
+            EXPECT_EQ(centro(segno, QIcon::Normal, lato), ColoriDi(tema).Err);
+        }
         const QColor spento = centro(segno, QIcon::Disabled);
         EXPECT_TRUE(spento.alpha() < 128 && spento.saturation() == 0)
             << spento.name().toStdString();

@@ -1,13 +1,14 @@
 #include "widgets/style/Icone.h"
 
 #include <QApplication>
-#include <QFile>
+#include <QDataStream>
 #include <QIconEngine>
+#include <QMap>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QResource>
 #include <QStyle>
 #include <QStyleOption>
-#include <QSvgRenderer>
 #include <utility>
 
 #include "platform/qt/TestoQt.h"
@@ -15,37 +16,62 @@
 
 // A resource in a static library is linked in only if somebody asks for it by name.
 static void InizializzaRisorse() {
-    Q_INIT_RESOURCE(icons);
+    Q_INIT_RESOURCE(pictures);
 }
 
 namespace lapvane {
 
 namespace {
 
-/// The drawing with its colours changed for the theme. The drawings are made for the light one.
-QByteArray Tinto(const QString& percorso, Tema tema) {
-    QFile file(percorso);
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    QByteArray svg = file.readAll();
-    const Colori& luce = ColoriDi(Tema::Chiaro);
-    const Colori& c = ColoriDi(tema);
-    const auto cambia = [&svg](const QColor& da, const QColor& a) {
-        svg.replace(da.name().toLatin1(), a.name().toLatin1());
-    };
-    if (tema == Tema::Scuro) cambia(QColor(0xB87200), QColor(0xD08300));  // settings
-    if (tema == Tema::Box) cambia(QColor(0x76839A), c.Edge);              // the thing
-    for (const auto& [da, a] : {std::pair{luce.Accent, c.Accent},
-                                {luce.Warn, c.Warn},
-                                {luce.Err, c.Err},
-                                {luce.AccentText, c.AccentText}}) {
-        cambia(da, a);
-    }
-    return svg;
+/// Buttons that have a name of their own and the drawing of another.
+constexpr std::pair<std::string_view, const char*> kStesso[] = {{"ApriCartella", "Open"},
+                                                                {"CsvArchivio", "SalvaCsv"},
+                                                                {"StampaArchivio", "Stampa"},
+                                                                {"StampaConfronto", "Stampa"},
+                                                                {"TuttoIlGiro", "DimOriginali"}};
+
+/// The drawing's file of pictures for the theme; that for the light, if the theme has none.
+QByteArray Immagini(const QString& disegno, Tema tema) {
+    static const bool pronte = [] {
+        InizializzaRisorse();
+        return true;
+    }();
+    static_cast<void>(pronte);
+    const QString file = QStringLiteral(":/pictures/") + disegno;
+    const char* sua = tema == Tema::Scuro ? "-dark" : tema == Tema::Box ? "-box" : "";
+    QResource sue(file + QLatin1String(sua));
+    if (!sue.isValid()) sue.setFileName(file);
+    return sue.uncompressedData();
+}
+
+/// The picture that is least but wide enough, in a width of pixels; a null one if there is no such
+/// drawing.
+QImage Letta(const QString& disegno, Tema tema, int larghezza) {
+    const QByteArray file = Immagini(disegno, tema);
+    QDataStream lettore(file);
+    QMap<qint32, QByteArray> immagini;
+    lettore >> immagini;
+    if (immagini.isEmpty()) return {};
+    const auto trovata = immagini.lowerBound(larghezza);
+    return QImage::fromData(trovata == immagini.end() ? immagini.last() : trovata.value(), "PNG");
+}
+
+/// The drawing as large as there is room, in its middle.
+QPixmap Dipinta(const QString& disegno, Tema tema, const QSize& misura) {
+    QImage letta = Letta(disegno, tema, misura.width());
+    if (letta.size() == misura) return QPixmap::fromImage(letta);
+    if (!letta.isNull())
+        letta = letta.scaled(misura, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QPixmap immagine(misura);
+    immagine.fill(Qt::transparent);
+    QPainter penna(&immagine);
+    penna.drawImage(QRect(QPoint(), misura).center() - letta.rect().center(), letta);
+    return immagine;
 }
 
 class MotoreIcona : public QIconEngine {
  public:
-    explicit MotoreIcona(QString percorso) : percorso_(std::move(percorso)) {}
+    explicit MotoreIcona(QString disegno) : disegno_(std::move(disegno)) {}
 
     void paint(QPainter* penna, const QRect& posto, QIcon::Mode modo, QIcon::State stato) override {
         const double scala = penna->device()->devicePixelRatio();
@@ -61,20 +87,14 @@ class MotoreIcona : public QIconEngine {
     QPixmap scaledPixmap(const QSize& misura, QIcon::Mode modo, QIcon::State, qreal) override {
         const Tema tema = TemaInUso();
         const QString chiave = QStringLiteral("%1 %2 %3 %4 %5")
-                                   .arg(percorso_)
+                                   .arg(disegno_)
                                    .arg(misura.width())
                                    .arg(misura.height())
                                    .arg(static_cast<int>(tema))
                                    .arg(static_cast<int>(modo));
         QPixmap immagine;
         if (QPixmapCache::find(chiave, &immagine)) return immagine;
-        QSvgRenderer disegno(Tinto(percorso_, tema));
-        disegno.setAspectRatioMode(Qt::KeepAspectRatio);
-        immagine = QPixmap(misura);
-        immagine.fill(Qt::transparent);
-        QPainter penna(&immagine);
-        disegno.render(&penna, QRectF(QPointF(), misura));
-        penna.end();
+        immagine = Dipinta(disegno_, tema, misura);
         if (modo == QIcon::Disabled) {
             const QStyleOption opzioni;
             immagine = QApplication::style()->generatedIconPixmap(modo, immagine, &opzioni);
@@ -86,22 +106,16 @@ class MotoreIcona : public QIconEngine {
     QIconEngine* clone() const override { return new MotoreIcona(*this); }
 
  private:
-    QString percorso_;
+    QString disegno_;
 };
 
 }  // namespace
 
-QString FileIcona(std::string_view nome) {
-    static const bool pronte = [] {
-        InizializzaRisorse();
-        return true;
-    }();
-    static_cast<void>(pronte);
-    return QStringLiteral(":/icons/") + InQt(nome) + QStringLiteral(".svg");
-}
-
 QIcon Icona(std::string_view nome) {
-    return QIcon(new MotoreIcona(FileIcona(nome)));
+    for (const auto& [pulsante, disegno] : kStesso) {
+        if (nome == pulsante) return Icona(disegno);
+    }
+    return QIcon(new MotoreIcona(InQt(nome)));
 }
 
 }  // namespace lapvane

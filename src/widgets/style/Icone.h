@@ -9,7 +9,4 @@ namespace lapvane {
 /// use when it is painted, grey and pale where it is disabled.
 QIcon Icona(std::string_view nome);
 
-/// Path of a drawing, for those that paint it themselves.
-QString FileIcona(std::string_view nome);
-
 }  // namespace lapvane
