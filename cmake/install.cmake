@@ -2,6 +2,8 @@
 # since the program looks there for its data and writes there.
 #     cmake --install build/release --prefix DIR      lays the folder
 #     cpack --config build/release/CPackConfig.cmake  packs it
+# The component "lapvane" is the program, its data and its manual; "portable" what such a folder has
+# besides, which a package of the distribution (scripts/deb.sh) gets from the system.
 set(files ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 install(TARGETS lapvane RUNTIME DESTINATION . COMPONENT lapvane)
 install(TARGETS lapvane-tool RUNTIME DESTINATION . COMPONENT lapvane)
@@ -14,14 +16,19 @@ if(UNIX)
     target_link_options(lapvane PRIVATE -Wl,--disable-new-dtags)
 endif()
 
-install(FILES ${files}/LANGUAGES.DAT DESTINATION . COMPONENT lapvane)
+install(FILES ${LAPVANE_DELIVERED}/LANGUAGES.DAT DESTINATION . COMPONENT lapvane)
 install(DIRECTORY data/sensors data/tracks data/pages DESTINATION . COMPONENT lapvane)
-install(DIRECTORY ${files}/sample DESTINATION . COMPONENT lapvane
-        FILES_MATCHING PATTERN "Esempio.*")
+install(DIRECTORY ${LAPVANE_DELIVERED}/sample DESTINATION . COMPONENT lapvane)
 if(TARGET manual)
     install(DIRECTORY ${files}/manual DESTINATION . COMPONENT lapvane)
 endif()
-install(FILES data/icons/lapvane.svg DESTINATION . COMPONENT lapvane)
+if(UNIX)
+    foreach(page lapvane lapvane-tool lapvane-instrument)
+        configure_file(docs/man/${page}.1 ${CMAKE_BINARY_DIR}/man/${page}.1 @ONLY)
+        install(FILES ${CMAKE_BINARY_DIR}/man/${page}.1 DESTINATION man/man1 COMPONENT lapvane)
+    endforeach()
+endif()
+install(FILES data/icons/lapvane.svg DESTINATION . COMPONENT portable)
 # What the user may have changed in a folder that is brought up to date stays as it is.
 install(CODE "
     set(to \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
@@ -41,8 +48,8 @@ execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS
                 OUTPUT_VARIABLE LAPVANE_QT_TRANSLATIONS OUTPUT_STRIP_TRAILING_WHITESPACE)
 if(LAPVANE_BUNDLE_QT)
     install(FILES ${LAPVANE_QT_TRANSLATIONS}/qtbase_it.qm DESTINATION translations
-            COMPONENT lapvane)
-    install(FILES cmake/install/qt.conf DESTINATION . COMPONENT lapvane)
+            COMPONENT portable)
+    install(FILES cmake/install/qt.conf DESTINATION . COMPONENT portable)
     if(CMAKE_CROSSCOMPILING)
         lapvane_install_runtime()
     elseif(WIN32)
@@ -51,21 +58,26 @@ if(LAPVANE_BUNDLE_QT)
             set(to \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
             execute_process(COMMAND \"${LAPVANE_WINDEPLOYQT}\" --no-translations --plugindir
                             \"\${to}/plugins\" \"\${to}/lapvane.exe\" COMMAND_ERROR_IS_FATAL ANY)"
-                COMPONENT lapvane)
+                COMPONENT portable)
     else()
         configure_file(cmake/install/bundle.cmake.in ${CMAKE_BINARY_DIR}/bundle.cmake @ONLY)
-        install(SCRIPT ${CMAKE_BINARY_DIR}/bundle.cmake COMPONENT lapvane)
+        install(SCRIPT ${CMAKE_BINARY_DIR}/bundle.cmake COMPONENT portable)
     endif()
 endif()
+# The licences of what is compiled into lapvane-tool ask to be handed on with it.
+foreach(package libcli11-dev nlohmann-json3-dev)
+    install(FILES /usr/share/doc/${package}/copyright DESTINATION licences RENAME ${package}.txt
+            COMPONENT portable OPTIONAL)
+endforeach()
 if(UNIX)
-    install(PROGRAMS cmake/install/add-to-menu DESTINATION . COMPONENT lapvane)
-    install(FILES cmake/install/lapvane.desktop DESTINATION . COMPONENT lapvane)
+    install(PROGRAMS cmake/install/add-to-menu DESTINATION . COMPONENT portable)
+    install(FILES cmake/install/lapvane.desktop DESTINATION . COMPONENT portable)
 endif()
 
 set(CPACK_PACKAGE_NAME lapvane)
 set(CPACK_PACKAGE_VENDOR Lapvane)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Desktop companion of a motorsport dashboard and data logger")
-set(CPACK_COMPONENTS_ALL lapvane)
+set(CPACK_COMPONENTS_ALL lapvane portable)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_SOURCE_GENERATOR "")
 if(WIN32)

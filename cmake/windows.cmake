@@ -37,17 +37,17 @@ add_custom_target(lapvane_runtime ${commands} VERBATIM)
 function(lapvane_install_runtime)
     set(delivered ${LAPVANE_RUNTIME_FILES})
     list(FILTER delivered EXCLUDE REGEX "/Qt6Test\\.dll$")
-    install(FILES ${delivered} DESTINATION . COMPONENT lapvane)
+    install(FILES ${delivered} DESTINATION . COMPONENT portable)
     foreach(plugin IN LISTS LAPVANE_RUNTIME_PLUGINS)
         get_filename_component(folder ${plugin} DIRECTORY)
         install(FILES ${LAPVANE_QT_WINDOWS}/plugins/${plugin}.dll DESTINATION plugins/${folder}
-                COMPONENT lapvane)
+                COMPONENT portable)
     endforeach()
-    install(DIRECTORY ${LAPVANE_QT_WINDOWS}/licences DESTINATION . COMPONENT lapvane)
+    install(DIRECTORY ${LAPVANE_QT_WINDOWS}/licences DESTINATION . COMPONENT portable)
     install(FILES /usr/share/doc/gcc-mingw-w64-x86-64-posix-runtime/copyright DESTINATION licences
-            RENAME gcc-runtime.txt COMPONENT lapvane)
+            RENAME gcc-runtime.txt COMPONENT portable)
     install(FILES /usr/share/doc/mingw-w64-common/copyright DESTINATION licences
-            RENAME mingw-w64.txt COMPONENT lapvane)
+            RENAME mingw-w64.txt COMPONENT portable)
     # The pages are those that the windows of this system made.
-    install(DIRECTORY ${LAPVANE_HOST_BIN}/manual DESTINATION . COMPONENT lapvane)
+    install(DIRECTORY ${LAPVANE_HOST_BIN}/manual DESTINATION . COMPONENT portable)
 endfunction()

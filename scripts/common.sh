@@ -16,6 +16,9 @@ PACKAGES_FUZZ=(clang libclang-rt-dev)
 PACKAGES_WINDOWS=(g++-mingw-w64-x86-64-posix googletest wine64 dpkg-dev nsis xvfb xauth xdotool imagemagick
     poppler-utils)
 PACKAGES_MANUAL=(libcmark-gfm-dev libcmark-gfm-extensions-dev)
+PACKAGES_DEB=(git dpkg-dev fakeroot chrpath librsvg2-bin desktop-file-utils appstream lintian man-db)
+PACKAGES_START=(xvfb xdotool)
+PACKAGES_DEB_CHECK=(debootstrap xvfb xdotool openbox imagemagick)
 PACKAGES_TIDY=(clang-tidy)
 PACKAGES_COVERAGE=(gcovr)
 
@@ -63,6 +66,12 @@ apt_get() {
 
 # Pictures look the same whatever fonts the machine has.
 use_picture_font() { export FONTCONFIG_FILE=$PWD/tests/fonts/dejavu.conf; }
+
+# The version, which CMakeLists.txt alone says.
+version() { sed -n 's/^project(lapvane VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt; }
+
+# Where the finished packages go.
+PACKAGES=$PWD/build/packages
 
 # build PRESET [TARGET ...]
 build() {
