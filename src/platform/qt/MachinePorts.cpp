@@ -7,10 +7,8 @@ namespace lapvane {
 MachinePorts::MachinePorts(const QString& devices, std::function<QStringList()> ask)
     : ask_(std::move(ask)) {
     devices_.addPath(devices);
-    QObject::connect(&devices_, &QFileSystemWatcher::directoryChanged, &devices_, [this] {
-        age_.invalidate();
-        change_.start();
-    });
+    QObject::connect(&devices_, &QFileSystemWatcher::directoryChanged, &devices_,
+                     [this] { change_.start(); });
 }
 
 const QStringList& MachinePorts::List() {

@@ -22,7 +22,7 @@ class MachinePorts {
     QFileSystemWatcher devices_;
     std::function<QStringList()> ask_;
     QStringList ports_;
-    QElapsedTimer age_;     ///< of the answer; not valid: ask
+    QElapsedTimer age_;     ///< of the answer; not valid: there is none
     QElapsedTimer change_;  ///< since the folder has changed; not valid: it never has
 };
 
