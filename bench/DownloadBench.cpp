@@ -61,6 +61,13 @@ double Processore() {
            static_cast<double>(uso.ru_utime.tv_usec + uso.ru_stime.tv_usec) / 1e6;
 }
 
+/// How often this process has gone to sleep.
+double Risvegli() {
+    struct rusage uso {};
+    ::getrusage(RUSAGE_SELF, &uso);
+    return static_cast<double>(uso.ru_nvcsw);
+}
+
 void SovraccaricoDelDownload(benchmark::State& stato) {
     const Strumento strumento({QStringLiteral("--full")});
     // The link asks the main window for its port.
@@ -131,8 +138,9 @@ void CicloDalVivo(benchmark::State& stato) {
 }
 BENCHMARK(CicloDalVivo)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-/// Share of a core over ten seconds of the whole program: window, poll, serial control.
-void Processore10s(benchmark::State& stato, const QStringList& opzioni, bool presente) {
+/// Share of a core and wake-ups a second over ten seconds of the whole program: window, poll,
+/// serial control.
+void Riposo(benchmark::State& stato, const QStringList& opzioni, bool presente) {
     std::unique_ptr<Strumento> strumento;
     QFile::remove(Porta());
     if (presente) strumento = std::make_unique<Strumento>(opzioni);
@@ -145,21 +153,23 @@ void Processore10s(benchmark::State& stato, const QStringList& opzioni, bool pre
         orologio.start();
         while (orologio.elapsed() < 1000) platform().DoEvents(50);
         const double prima = Processore();
+        const double risveglio = Risvegli();
         orologio.restart();
         while (orologio.elapsed() < 10000) platform().DoEvents(1000);
         const double secondi = static_cast<double>(orologio.nsecsElapsed()) / 1e9;
         stato.counters["core_percent"] = 100 * (Processore() - prima) / secondi;
+        stato.counters["wakeups"] = (Risvegli() - risveglio) / secondi;
         ChiudiPorta();
     }
 }
-BENCHMARK_CAPTURE(Processore10s, nobody_connected, QStringList{}, false)
+BENCHMARK_CAPTURE(Riposo, nobody_connected, QStringList{}, false)
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Processore10s, silent_instrument,
+BENCHMARK_CAPTURE(Riposo, silent_instrument,
                   (QStringList{QStringLiteral("--fault"), QStringLiteral("silent")}), true)
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Processore10s, connected, QStringList{}, true)
+BENCHMARK_CAPTURE(Riposo, connected, QStringList{}, true)
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 

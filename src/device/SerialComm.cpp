@@ -1,5 +1,6 @@
 #include "device/SerialComm.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "device/Codec.h"
@@ -23,7 +24,7 @@ StatoCollegamento& collegamento() {
 namespace {
 
 constexpr int kUltimaPorta = 20;
-constexpr int kAttesaEventi = 5;  // ms that a round of a wait sleeps in the machine's poll
+constexpr int kGiro = 5;  // ms, of a round of a wait whose end no event tells
 constexpr int kHandshake = 1;
 constexpr int kIdentita = 2;
 constexpr std::size_t kRispostaIdentita = 13;
@@ -45,12 +46,12 @@ std::int64_t Adesso() {
     return platform().GetTickCount() - collegamento().Sospeso;
 }
 
-void Cedi(Eventi eventi) {
-    if (eventi == Eventi::Corrono) {
-        platform().DoEvents(kAttesaEventi);
-    } else {
-        principale().SerialComm().WaitForInput(kAttesaEventi);
-    }
+/// Lets events run until one has, but no longer than `resto` ms. What a wait waits for comes as an
+/// event, a reply and who asks for something; the patience of who has asked runs out without one.
+void Cedi(std::int64_t resto) {
+    if (resto <= 0) return;
+    const std::int64_t giro = Rinuncia(0) ? std::min<std::int64_t>(resto, kGiro) : resto;
+    platform().DoEvents(static_cast<int>(giro));
 }
 
 /// The wait behind a frame that was written. The port may be closed under it by what runs in
@@ -67,7 +68,12 @@ bool AttendiEsito(std::string_view attesa, int millisecondi, Eventi eventi,
             if (porta.Input() == attesa) return true;
         }
         if (Rinuncia(pazienza)) return false;
-        Cedi(eventi);
+        if (eventi == Eventi::Fermi) {
+            porta.WaitForInput(kGiro);
+        } else {
+            // Not every machine tells that a frame has drained.
+            Cedi(attesa.empty() ? kGiro : scadenza - Adesso());
+        }
     } while (scadenza > Adesso());
     return false;
 }
@@ -100,7 +106,7 @@ void Lampeggia(Pannello pannello) {
     constexpr int kDurata = 500;
     principale().ImmaginePannello(pannello, 4);
     const std::int64_t fine = platform().GetTickCount() + kDurata;
-    while (platform().GetTickCount() < fine) platform().DoEvents(kAttesaEventi);
+    while (platform().GetTickCount() < fine) Cedi(fine - platform().GetTickCount());
     principale().ImmaginePannello(pannello, 3);
 }
 
@@ -204,7 +210,7 @@ std::string RiceviRisposta(std::size_t numero) {
             risposta += porta.Input();
             if (!porta.PortOpen() || Rinuncia()) return {};
             if (scadenza < Adesso()) return {};
-            if (risposta.size() < numero) platform().DoEvents(kAttesaEventi);
+            if (risposta.size() < numero) Cedi(scadenza - Adesso() + 1);
         }
     } catch (const ErroreControllo&) {
         MostraErroreControllo(Voce::ErroreLetturaDati);
@@ -283,7 +289,7 @@ void tmrComm_Timer() {
         VerificaComunicazione();
         const std::int64_t fine = platform().GetTickCount() + kPausa;
         while (platform().GetTickCount() < fine && !Rinuncia()) {
-            platform().DoEvents(kAttesaEventi);
+            Cedi(fine - platform().GetTickCount());
         }
     } else {
         collegamento().TempoMassimo.fill(3000);

@@ -145,6 +145,7 @@ class frmMain final : public QMainWindow, public Principale {
     std::unique_ptr<StatoInizio> statoInizio_;  // what the page shows of the recent files
     QToolBar* barra_ = nullptr;
     std::array<PannelloStato*, 8> pannelli_{};
+    std::array<int, 8> immagini_{};  ///< of the panels, by number
     QTimer tmrComm_;
     frmAnalisi* analisi_ = nullptr;
     QPointer<dlgNoteProgetto> note_;

@@ -221,6 +221,10 @@ void frmMain::TestoPannello(Pannello pannello, const std::string& testo) {
 }
 
 void frmMain::ImmaginePannello(Pannello pannello, int immagine) {
+    // The poll says the same five times a second.
+    int& mostrata = immagini_.at(static_cast<std::size_t>(pannello));
+    if (mostrata == immagine) return;
+    mostrata = immagine;
     pannelli_[static_cast<std::size_t>(pannello)]->ImpostaImmagine(
         Icona("link" + std::to_string(immagine)));
 }

@@ -16,10 +16,19 @@ PannelloStato::PannelloStato(QWidget* parent) : QFrame(parent) {
 }
 
 void PannelloStato::ImpostaTesto(const QString& testo) {
-    if (testo == testo_) return;
     testo_ = testo;
-    setToolTip(testo);
-    setAccessibleName(testo);
+    if (atteso_ || testo_ == mostrato_) return;
+    atteso_ = true;
+    QMetaObject::invokeMethod(
+        this, [this] { Mostra(); }, Qt::QueuedConnection);
+}
+
+void PannelloStato::Mostra() {
+    atteso_ = false;
+    if (testo_ == mostrato_) return;
+    mostrato_ = testo_;
+    setToolTip(mostrato_);
+    setAccessibleName(mostrato_);
     updateGeometry();
     update();
 }
@@ -35,7 +44,7 @@ int PannelloStato::LarghezzaImmagine() const {
 }
 
 QSize PannelloStato::sizeHint() const {
-    const int testo = testo_.isEmpty() ? 0 : fontMetrics().horizontalAdvance(testo_) + 2;
+    const int testo = mostrato_.isEmpty() ? 0 : fontMetrics().horizontalAdvance(mostrato_) + 2;
     return {2 * kMargine + LarghezzaImmagine() + testo, Misure(*this).Riga};
 }
 
@@ -58,8 +67,8 @@ void PannelloStato::paintEvent(QPaintEvent* evento) {
     }
     p.setPen(palette().color(QPalette::WindowText));
     const QRect posto(x, 0, width() - x - kMargine, height());
-    const QString mostrato = fontMetrics().elidedText(testo_, Qt::ElideMiddle, posto.width());
-    p.drawText(posto, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, mostrato);
+    const QString parole = fontMetrics().elidedText(mostrato_, Qt::ElideMiddle, posto.width());
+    p.drawText(posto, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, parole);
 }
 
 }  // namespace lapvane

@@ -13,6 +13,7 @@ class PannelloStato : public QFrame {
  public:
     explicit PannelloStato(QWidget* parent = nullptr);
 
+    /// Shows the text when events run next: of those that come and go before, nobody sees any.
     void ImpostaTesto(const QString& testo);
     void ImpostaImmagine(const QIcon& immagine);
     const QString& Testo() const { return testo_; }
@@ -26,7 +27,11 @@ class PannelloStato : public QFrame {
  private:
     int LarghezzaImmagine() const;
 
+    void Mostra();
+
     QString testo_;
+    QString mostrato_;     ///< what it shows, and has told to those who read windows aloud
+    bool atteso_ = false;  ///< the text of now will be shown when events run
     QIcon immagine_;
 };
 

@@ -203,8 +203,10 @@ TEST_F(Collegamento, SomebodyWithoutTimeForTheReplyKnowsNothingOfTheInstrument) 
     Strumento(1);
     tmrComm_Timer();
     porta.Risponde = nullptr;
-    std::int64_t da = macchina.Orologio + 300;
-    finestra.Rinuncia = [&] { return macchina.Orologio > da; };
+    // Nothing but the patience ends the wait.
+    macchina.Passo = 1000;
+    std::int64_t da = macchina.Orologio;
+    finestra.Rinuncia = [&](int pazienza) { return macchina.Orologio - da >= pazienza; };
     EXPECT_LT(Durata([] { tmrComm_Timer(); }), 400);
     EXPECT_TRUE(StrumentoPresente);
     EXPECT_EQ(finestra.Testo(Pannello::Collegamento), "COM 1");
@@ -221,7 +223,7 @@ TEST_F(Collegamento, SomebodyWithoutTimeForTheReplyKnowsNothingOfTheInstrument) 
 TEST_F(Collegamento, NobodyThereEndsAScanAndEveryWait) {
     for (int numero = 1; numero <= 20; ++numero) porta.Porte[numero] = true;
     std::int64_t inizio = macchina.Orologio;
-    finestra.Rinuncia = [&] { return macchina.Orologio - inizio > 300; };
+    finestra.Rinuncia = [&](int) { return macchina.Orologio - inizio > 300; };
     EXPECT_LT(Durata([] { tmrComm_Timer(); }), 400);
     EXPECT_FALSE(porta.PortOpen());
     EXPECT_EQ(porta.CommPort(), 1) << "the next ones are not tried";

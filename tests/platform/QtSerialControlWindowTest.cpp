@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 
 #include "instrument/PseudoTerminal.h"
+#include "platform/qt/ConversioniQt.h"
 #include "support/WindowPlatform.h"
 
 namespace lapvane {
@@ -41,6 +42,24 @@ class Seriale : public ::testing::Test {
     std::unique_ptr<strumento::PseudoTerminal> terminale;
     QtSerialControl porta;
 };
+
+TEST_F(Seriale, TheMachineIsAskedForItsPortsWhenADeviceComesOrGoes) {
+    int domande = 0;
+    MachinePorts porte(PercorsoInQt(macchina.Cartella), [&] {
+        ++domande;
+        return QStringList{QStringLiteral("b"), QStringLiteral("a")};
+    });
+    for (int n = 0; n < 3; ++n) EXPECT_EQ(porte.List().front(), QStringLiteral("a"));
+    QTest::qWait(1100);
+    porte.List();
+    EXPECT_EQ(domande, 1);
+    std::filesystem::create_directory(macchina.Cartella / "ttyUSB0");
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return porte.List().size() == 2 && domande == 2; }, kMassimo));
+    // Its name may come before its rights.
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return porte.List().size() == 2 && domande == 3; }, kMassimo));
+}
 
 TEST_F(Seriale, EveryByteGoesBothWaysThoughThePortRefusesItsLines) {
     porta.PortOpen(true);

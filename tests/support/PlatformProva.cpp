@@ -1,5 +1,6 @@
 #include "support/PlatformProva.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -33,7 +34,7 @@ PlatformProva::~PlatformProva() {
 
 void PlatformProva::DoEvents(int waitMs) {
     ++ChiamateEventi;
-    Orologio += waitMs;
+    Orologio += std::min(waitMs, Passo);
     if (DuranteEventi) DuranteEventi();
 }
 

@@ -69,6 +69,7 @@ class PlatformProva : public Platform {
     void End(int code) override;
 
     std::int64_t Orologio = 1000;
+    int Passo = 5;  ///< ms, the longest that DoEvents waits for something else to happen
     std::int64_t Dormito = 0;
     std::filesystem::path Cartella;  ///< a fresh folder, removed at the end
     std::filesystem::path CartellaCorrente;
@@ -118,7 +119,7 @@ class PrincipaleProva : public Principale {
     void NascondiFileRecenti() override { Recenti.clear(); }
     void MostraFileRecente(int indice, const std::filesystem::path& percorso) override;
     SerialControl& SerialComm() override;
-    bool RinunciaAttesa(int) override { return Rinuncia && Rinuncia(); }
+    bool RinunciaAttesa(int pazienza) override { return Rinuncia && Rinuncia(pazienza); }
     void QuandoLibero(const void* chi, std::function<void()> azione) override;
     void SenzaSorveglianza(const std::function<void()>& azione) override {
         ++SenzaPoll;
@@ -137,7 +138,7 @@ class PrincipaleProva : public Principale {
     std::vector<std::filesystem::path> Recenti;
     /// Every text that a panel showed, in order ("4:Connecting COM1...").
     std::vector<std::string> Storia;
-    std::function<bool()> Rinuncia;
+    std::function<bool(int)> Rinuncia;
     /// While the poll waits what is asked for waits too, as in the real main window; the end of the
     /// poll runs it.
     bool PollAttivo = false;

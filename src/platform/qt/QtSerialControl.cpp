@@ -1,6 +1,5 @@
 #include "platform/qt/QtSerialControl.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSerialPortInfo>
 #include <algorithm>
@@ -14,38 +13,28 @@ namespace lapvane {
 
 namespace {
 
-#ifndef Q_OS_WIN
-/// The machine's serial ports in name order. Asking the system is dear beside a scan of twenty
-/// numbers, so the answer is kept for a second.
-const QStringList& MachinePorts() {
-    static QStringList ports;
-    static QElapsedTimer age;
-    if (!age.isValid() || age.elapsed() > 1000) {
-        age.start();
-        ports.clear();
-        const auto found = QSerialPortInfo::availablePorts();
-        for (const QSerialPortInfo& port : found) ports.append(port.systemLocation());
-        ports.sort();
-    }
+QStringList AskPorts() {
+    QStringList ports;
+    const auto found = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo& port : found) ports.append(port.systemLocation());
     return ports;
 }
-#endif
 
 }  // namespace
 
-QtSerialControl::QtSerialControl() {
+QtSerialControl::QtSerialControl() : machinePorts_(QStringLiteral("/dev"), AskPorts) {
     QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                      [this](QSerialPort::SerialPortError error) { CloseIfLost(error); });
 }
 
-QString QtSerialControl::Location() const {
+QString QtSerialControl::Location() {
     const QString name = QStringLiteral("COM%1").arg(number_);
 #ifdef Q_OS_WIN
     return name;
 #else
     const QFileInfo link(PercorsoInQt(platform().AppPath() / "ports") + QLatin1Char('/') + name);
     if (link.exists()) return link.canonicalFilePath();
-    return MachinePorts().value(number_ - 1);
+    return machinePorts_.List().value(number_ - 1);
 #endif
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QSerialPort>
-#include <QStringList>
 
 #include "platform/SerialControl.h"
+#include "platform/qt/MachinePorts.h"
 
 namespace lapvane {
 
@@ -34,10 +34,11 @@ class QtSerialControl : public SerialControl {
     void WaitForInput(int ms) override;
 
  private:
-    QString Location() const;
+    QString Location();
     void CloseIfLost(QSerialPort::SerialPortError error);
 
     mutable QSerialPort port_;
+    MachinePorts machinePorts_;
     int number_ = 1;
     int baud_ = 19200;
     int inBufferSize_ = 300;
