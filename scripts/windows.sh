@@ -44,7 +44,7 @@ qt_for_windows() {
         dpkg-source --no-check -x "$source" source
     )
     off=()
-    for feature in sql network dbus opengl dynamicgl vulkan direct2d system_zlib pkg_config tabletevent; do
+    for feature in sql network dbus opengl dynamicgl vulkan system_zlib pkg_config tabletevent; do
         off+=("-DFEATURE_$feature=OFF")
     done
     LAPVANE_QT_WINDOWS='' cmake -S "$folder/source" -B "$folder/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
