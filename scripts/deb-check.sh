@@ -92,6 +92,18 @@ save_project() {
     sleep 1
 }
 
+# choose_italian: in the window of the languages; the choice belongs to the person, and to the next start.
+choose_italian() {
+    local dialog
+    xdotool key alt+l
+    dialog=$(WIDTH_LEAST=100 window_comes '^Language$')
+    xdotool windowactivate --sync "$dialog" key alt+i
+    sleep 0.5
+    xdotool key Return
+    sleep 0.5
+}
+language() { head -c 1 "$(own "$1")/LANGUAGES.DAT"; }
+
 # Another version of the package, in which a sensor and a circuit are other ones.
 make_upgrade() {
     local root=$BASE-upgrade
@@ -112,7 +124,9 @@ first_starts() {
     save_project /home/anna/gara.pro
     finish anna
     begin bruno
+    choose_italian
     finish bruno
+    must test "$(language anna)$(language bruno)" = 10
     must grep -q gara.pro "$(own anna)/RecentFiles.ini"
     must_not grep -q gara.pro "$(own bruno)/RecentFiles.ini"
     for person in anna bruno; do
