@@ -19,7 +19,8 @@ grant() { [ "$(id -u)" -ne 0 ] || chown -R 65534:65534 "$@"; }
 
 # unpack FILE: sets bin, where the programs are called, and own, where the program writes.
 unpack() {
-    mkdir -p "$home"
+    mkdir -p -m 700 "$home/run"
+    chmod 755 "$home"
     case $1 in
         *.deb)
             dpkg -x "$1" "$home-root"
@@ -36,17 +37,29 @@ unpack() {
     grant "$home"
 }
 
+# The lock of a terminal that another user's program left when it was killed, and that only root can take away.
+forget_lock() {
+    local lock
+    lock=/var/lock/LCK..pts_$(basename "$(readlink "$1")")
+    [ ! -e "$lock" ] || kill -0 "$(head -n 1 "$lock")" 2>/dev/null || rm -f "$lock"
+}
+
 # starts_in: the programs in bin do what they are for.
 starts_in() {
-    local instrument program said=$home/said
-    local person=("${who[@]}" env -i -C "$home" HOME="$home" XDG_RUNTIME_DIR="$home"
+    local instrument program window said=$home/said
+    local person=("${who[@]}" env -i -C "$home" HOME="$home" XDG_RUNTIME_DIR="$home/run"
         PATH="$bin:/usr/bin:/bin" DISPLAY="$DISPLAY" LANG=C.UTF-8)
     "${person[@]}" "$bin/lapvane-instrument" --link "$own/ports/COM1" >"$said" &
     instrument=$!
+    for _ in $(seq 50); do
+        [ -L "$own/ports/COM1" ] && break
+        sleep 0.1
+    done
+    forget_lock "$own/ports/COM1"
     "${person[@]}" "$bin/lapvane" &
     program=$!
     SCREEN_PIDS+=($instrument $program)
-    WIDTH_LEAST=600 window_comes '^Lapvane$' >/dev/null
+    window=$(WIDTH_LEAST=600 window_comes '^Lapvane$')
     # The journal of the instrument tells what it was asked.
     for _ in $(seq 200); do
         grep -q '^[0-9.]* s: ' "$said" && break
@@ -56,8 +69,14 @@ starts_in() {
     [ "$(head -c 1 "$own/RecentFiles.ini")" = 1 ]
     # The Qt of the folder, where it has one.
     [ ! -d "$bin/lib" ] || grep -q "$bin/lib/libQt6Core" "/proc/$program/maps"
-    kill $program $instrument
-    wait $program $instrument 2>/dev/null || true
+    xdotool windowfocus "$window" key ctrl+q
+    for _ in $(seq 50); do
+        kill -0 $program 2>/dev/null || break
+        sleep 0.1
+    done
+    wait $program  # it has ended, and well
+    kill $instrument
+    wait $instrument
     "${person[@]}" "$bin/lapvane-tool" laps "$own/sample/Esempio.csv" --csv >"$home/laps"
     [ "$(wc -l <"$home/laps")" -gt 10 ]
 }
