@@ -14,7 +14,6 @@ namespace lapvane {
 
 namespace {
 
-#ifndef Q_OS_WIN
 /// The machine's serial ports in name order. Asking the system is dear beside a scan of twenty
 /// numbers, so the answer is kept for a second.
 const QStringList& MachinePorts() {
@@ -29,9 +28,12 @@ const QStringList& MachinePorts() {
     }
     return ports;
 }
-#endif
 
 }  // namespace
+
+std::unique_ptr<SerialControl> MachineSerialControl() {
+    return std::make_unique<QtSerialControl>();
+}
 
 QtSerialControl::QtSerialControl() {
     QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
@@ -40,24 +42,13 @@ QtSerialControl::QtSerialControl() {
 
 QString QtSerialControl::Location() const {
     const QString name = QStringLiteral("COM%1").arg(number_);
-#ifdef Q_OS_WIN
-    return name;
-#else
     const QFileInfo link(PercorsoInQt(platform().AppPath() / "ports") + QLatin1Char('/') + name);
     if (link.exists()) return link.canonicalFilePath();
     return MachinePorts().value(number_ - 1);
-#endif
 }
 
 void QtSerialControl::Settings(const std::string& settings) {
-    const QStringList parts = InQt(settings).split(QLatin1Char(','));
-    bool number = false;
-    const int baud = parts.value(0).toInt(&number);
-    if (parts.size() != 4 || !number || parts[1] != QLatin1String("N") ||
-        parts[2] != QLatin1String("8") || parts[3] != QLatin1String("1")) {
-        throw ErroreControllo("unsupported settings");
-    }
-    baud_ = baud;
+    baud_ = BaudRate(settings);
 }
 
 void QtSerialControl::Handshaking(int mode) {
