@@ -1,15 +1,17 @@
-# Libraries that are headers alone serve any system: those of the machine that builds are taken, by links
-# in a folder of their own, so that nothing else of its headers is seen.
-set(LAPVANE_HEADERS ${CMAKE_BINARY_DIR}/headers)
-file(MAKE_DIRECTORY ${LAPVANE_HEADERS})
-foreach(library CLI11::CLI11=CLI nlohmann_json::nlohmann_json=nlohmann)
-    string(REPLACE "=" ";" library ${library})
-    list(GET library 0 target)
-    list(GET library 1 folder)
-    if(NOT EXISTS /usr/include/${folder})
-        message(FATAL_ERROR "/usr/include/${folder} is not there (libcli11-dev, nlohmann-json3-dev)")
-    endif()
-    file(CREATE_LINK /usr/include/${folder} ${LAPVANE_HEADERS}/${folder} SYMBOLIC)
+# The libraries that are nothing but headers. For another system they come from the machine that builds,
+# without what lies beside them there: its /usr/include is not for that system.
+if(NOT CMAKE_CROSSCOMPILING)
+    find_package(CLI11 REQUIRED)
+    find_package(nlohmann_json REQUIRED)
+    return()
+endif()
+foreach(target IN ITEMS CLI11::CLI11 nlohmann_json::nlohmann_json)
+    string(REGEX REPLACE "11::.*|_json::.*" "" folder ${target})
+    find_path(LAPVANE_HEADERS_${folder} ${folder} PATHS /usr/include /usr/local/include REQUIRED
+              NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+    file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/headers)
+    file(CREATE_LINK ${LAPVANE_HEADERS_${folder}}/${folder} ${CMAKE_BINARY_DIR}/headers/${folder} SYMBOLIC)
     add_library(${target} INTERFACE IMPORTED)
-    target_include_directories(${target} SYSTEM INTERFACE ${LAPVANE_HEADERS})
+    set_target_properties(${target} PROPERTIES
+        INTERFACE_INCLUDE_DIRECTORIES ${CMAKE_BINARY_DIR}/headers)
 endforeach()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 namespace lapvane {
@@ -36,5 +37,13 @@ class SerialControl {
     /// Waits without running any event until something arrives or `ms` have passed.
     virtual void WaitForInput(int ms) = 0;
 };
+
+/// The serial control of this machine. On Windows COMn is COMn. Elsewhere it is the link
+/// `ports/COMn` beside the program if there is one, else the n-th serial port of the machine in
+/// name order.
+std::unique_ptr<SerialControl> MachineSerialControl();
+
+/// The speed (bits a second) in "19200,N,8,1"; `ErroreControllo` for any other form.
+int BaudRate(const std::string& settings);
 
 }  // namespace lapvane

@@ -21,7 +21,6 @@
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "platform/qt/ConversioniQt.h"
-#include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
 #include "project/DatiProgetto.h"
 #include "project/FileProgetto.h"
@@ -106,7 +105,7 @@ int frmMain::Avvia() {
     std::unique_ptr<frmMain> finestra;
     frmSplash splash;
     splash.AlTermine = [&finestra] {
-        finestra = std::make_unique<frmMain>(std::make_unique<QtSerialControl>());
+        finestra = std::make_unique<frmMain>(MachineSerialControl());
         finestra->Carica();
         finestra->show();
         Protetto(OffriSoccorso);

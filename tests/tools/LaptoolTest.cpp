@@ -1,5 +1,6 @@
 #include "tools/laptool/Laptool.h"
 
+#include <cmath>
 #include <sstream>
 
 #include "analysis/compare/LogAperto.h"

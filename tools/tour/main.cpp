@@ -12,7 +12,6 @@
 
 #include "Tour.h"
 #include "platform/qt/ConversioniQt.h"
-#include "platform/qt/QtSerialControl.h"
 #include "platform/qt/TestoQt.h"
 #include "tools/support/OffscreenScreen.h"
 #include "tools/support/QuietQt.h"
@@ -129,7 +128,7 @@ int Tour::Play() {
     frmSplash splash;
     splash_ = &splash;
     splash.AlTermine = [this] {
-        main_ = std::make_unique<frmMain>(std::make_unique<QtSerialControl>());
+        main_ = std::make_unique<frmMain>(MachineSerialControl());
         main_->Carica();
         main_->resize(NelloSchermo(*main_, QSize(1366, 720)));
         main_->show();

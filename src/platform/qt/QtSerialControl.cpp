@@ -22,6 +22,10 @@ QStringList AskPorts() {
 
 }  // namespace
 
+std::unique_ptr<SerialControl> MachineSerialControl() {
+    return std::make_unique<QtSerialControl>();
+}
+
 QtSerialControl::QtSerialControl() : machinePorts_(QStringLiteral("/dev"), AskPorts) {
     QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                      [this](QSerialPort::SerialPortError error) { CloseIfLost(error); });
@@ -29,24 +33,13 @@ QtSerialControl::QtSerialControl() : machinePorts_(QStringLiteral("/dev"), AskPo
 
 QString QtSerialControl::Location() {
     const QString name = QStringLiteral("COM%1").arg(number_);
-#ifdef Q_OS_WIN
-    return name;
-#else
     const QFileInfo link(PercorsoInQt(platform().AppPath() / "ports") + QLatin1Char('/') + name);
     if (link.exists()) return link.canonicalFilePath();
     return machinePorts_.List().value(number_ - 1);
-#endif
 }
 
 void QtSerialControl::Settings(const std::string& settings) {
-    const QStringList parts = InQt(settings).split(QLatin1Char(','));
-    bool number = false;
-    const int baud = parts.value(0).toInt(&number);
-    if (parts.size() != 4 || !number || parts[1] != QLatin1String("N") ||
-        parts[2] != QLatin1String("8") || parts[3] != QLatin1String("1")) {
-        throw ErroreControllo("unsupported settings");
-    }
-    baud_ = baud;
+    baud_ = BaudRate(settings);
 }
 
 void QtSerialControl::Handshaking(int mode) {

@@ -7,9 +7,7 @@
 
 namespace lapvane {
 
-/// The serial control on QSerialPort. On Windows COMn is COMn. Elsewhere it is the link
-/// `ports/COMn` beside the program if there is one, else the n-th serial port of the machine in
-/// name order.
+/// The serial control on QSerialPort, wherever the system is a POSIX one.
 class QtSerialControl : public SerialControl {
  public:
     QtSerialControl();
