@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "platform/Platform.h"
 #include "shell/Protetto.h"
@@ -61,9 +62,15 @@ void frmSplash::Attiva() {
     constexpr int kAttesa = 3000;
     // The form may be unloaded by a key during the wait, which goes on to its end all the same.
     const QPointer<frmSplash> io(this);
+    auto nelFrattempo = NelFrattempo;
     const auto alTermine = AlTermine;
     const std::int64_t inizio = platform().GetTickCount();
-    while (platform().GetTickCount() - inizio < kAttesa) platform().DoEvents(20);
+    while (platform().GetTickCount() - inizio < kAttesa) {
+        platform().DoEvents(20);
+        // Not before the form itself is on the screen.
+        if (!nelFrattempo || platform().GetTickCount() - inizio < kAttesa / 10) continue;
+        std::exchange(nelFrattempo, nullptr)();
+    }
     if (alTermine) alTermine();
     if (io) io->close();
 }
