@@ -42,7 +42,8 @@ class frmMain final : public QMainWindow, public Principale {
     /// what the process ends with. The application and the machine are there.
     static int Avvia();
 
-    /// Does what the first painting needs and is the same whatever `Carica` finds: pictures, letters.
+    /// Does what the first painting needs and is the same whatever `Carica` finds: pictures,
+    /// letters.
     void Prepara();
     /// The load of the window: flags, size, recent list, texts, names, sensor library, commands.
     void Carica();
