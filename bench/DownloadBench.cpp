@@ -138,7 +138,7 @@ void CicloDalVivo(benchmark::State& stato) {
 }
 BENCHMARK(CicloDalVivo)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-/// Share of a core and wake-ups a second over ten seconds of the whole program: window, poll,
+/// Share of a core and wake-ups a second over four seconds of the whole program: window, poll,
 /// serial control.
 void Riposo(benchmark::State& stato, const QStringList& opzioni, bool presente) {
     std::unique_ptr<Strumento> strumento;
@@ -155,7 +155,7 @@ void Riposo(benchmark::State& stato, const QStringList& opzioni, bool presente) 
         const double prima = Processore();
         const double risveglio = Risvegli();
         orologio.restart();
-        while (orologio.elapsed() < 10000) platform().DoEvents(1000);
+        while (orologio.elapsed() < 4000) platform().DoEvents(1000);
         const double secondi = static_cast<double>(orologio.nsecsElapsed()) / 1e9;
         stato.counters["core_percent"] = 100 * (Processore() - prima) / secondi;
         stato.counters["wakeups"] = (Risvegli() - risveglio) / secondi;

@@ -35,6 +35,9 @@ inline constexpr Limit kLimits[] = {
     {"window", "two full logs compared, first picture, beyond their loads", "CompareOpen",
      "beyond_ms", "", 60, "ms"},
     {"window", "comparison, cursor with tables and map", "CompareCursor", "", "", 2, "ms"},
+    {"window", "ground of the main window", "Ground/at_start", "", "", 0.5, "ms"},
+    {"window", "the same on 1920 x 1080", "Ground/whole_screen", "", "", 0.5, "ms"},
+    {"window", "main window, step of a resize", "ResizeStep", "", "", 8, "ms"},
     {"window", "report of 998 laps shown", "ShowReport", "", "", 100, "ms"},
     {"window", "report as PDF", "PrintReport", "", "", 1000, "ms"},
     {"logic", "full log: load", "LoadTable", "", "BareFromChars", 2, "x bare read"},
@@ -62,7 +65,7 @@ inline constexpr Limit kLimits[] = {
     {"download", "idle, instrument connected", "Riposo/connected", "core_percent", "", 0.3,
      "% of a core"},
     {"download", "the same", "Riposo/connected", "wakeups", "", 25, "a second"},
-    {"process", "start to main window, less splash", "StartUp", "", "", 150, "ms"},
+    {"process", "start to main window, less splash", "StartUp", "", "", 35, "ms"},
     {"process", "memory, full log, array window", "Memory/array", "peak_MB", "", 200, "MB"},
     {"process", "memory, full log, sheet window", "Memory/sheet", "peak_MB", "", 200, "MB"},
 };

@@ -17,11 +17,11 @@ endif()
 file(GLOB LAPVANE_DRAWINGS CONFIGURE_DEPENDS data/icons/*.svg data/splash.svg)
 set(pictures ${LAPVANE_GENERATED}/pictures)
 file(MAKE_DIRECTORY ${pictures})
-# PNG is packed already.
+# PNG is packed already; the first form of the file has no times in it, so that two builds are the same.
 add_custom_command(
     OUTPUT ${LAPVANE_GENERATED}/pictures.cpp
     COMMAND ${maker} ${pictures} ${LAPVANE_DRAWINGS}
-    COMMAND Qt6::rcc --name pictures --no-compress -o ${LAPVANE_GENERATED}/pictures.cpp
+    COMMAND Qt6::rcc --name pictures --no-compress --format-version 1 -o ${LAPVANE_GENERATED}/pictures.cpp
             ${pictures}/pictures.qrc
     DEPENDS ${maker} ${LAPVANE_DRAWINGS}
     COMMENT "Pictures"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Measures the paths on which a person waits and shows each beside its limit (bench/Limits.h). Fails
-# if one is not met. Takes about three minutes; wants a machine that does nothing else.
+# if one is not met. Takes about five minutes; wants a machine that does nothing else.
 source "$(dirname "$0")/common.sh"
 
 install_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_RUN[@]}"

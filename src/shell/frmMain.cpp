@@ -1,7 +1,10 @@
 #include "shell/frmMain.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QPainter>
+#include <QPixmap>
 #include <QScreen>
 #include <QToolButton>
 #include <algorithm>
@@ -42,6 +45,7 @@
 #include "widgets/PannelloStato.h"
 #include "widgets/TastoInvio.h"
 #include "widgets/style/Icone.h"
+#include "widgets/style/Misure.h"
 #include "widgets/style/Vesti.h"
 
 namespace lapvane {
@@ -88,7 +92,6 @@ frmMain::frmMain(std::unique_ptr<SerialControl> seriale, QWidget* parent)
     tmrComm_.setSingleShot(true);
     tmrComm_.setTimerType(Qt::PreciseTimer);
     connect(&tmrComm_, &QTimer::timeout, this, [this] { Protetto([this] { Sorveglia(); }); });
-    qApp->installEventFilter(this);
     new TastoInvio(this);
 }
 
@@ -104,8 +107,11 @@ int frmMain::Avvia() {
     IndossaAspetto(CaricaAspetto());
     std::unique_ptr<frmMain> finestra;
     frmSplash splash;
-    splash.AlTermine = [&finestra] {
+    splash.NelFrattempo = [&finestra] {
         finestra = std::make_unique<frmMain>(MachineSerialControl());
+        finestra->Prepara();
+    };
+    splash.AlTermine = [&finestra] {
         finestra->Carica();
         finestra->show();
         Protetto(OffriSoccorso);
@@ -113,6 +119,22 @@ int frmMain::Avvia() {
     };
     splash.show();
     return QApplication::exec();
+}
+
+void frmMain::Prepara() {
+    for (QWidget* parte : findChildren<QWidget*>()) parte->ensurePolished();
+    for (const auto* pulsante : findChildren<QAbstractButton*>()) {
+        for (const QIcon::Mode modo : {QIcon::Normal, QIcon::Disabled}) {
+            pulsante->icon().pixmap(pulsante->iconSize(), devicePixelRatio(), modo);
+        }
+    }
+    QPixmap foglio(800, 80);
+    QPainter penna(&foglio);
+    for (const Scrittura scrittura :
+         {Scrittura::Piccola, Scrittura::Corpo, Scrittura::Forte, Scrittura::Titolo}) {
+        penna.setFont(Carattere(*this, scrittura));
+        penna.drawText(0, 60, QStringLiteral("abcdefghilmnopqrstuvz ABCDEFGILMNOPRSTUV+(,)"));
+    }
 }
 
 void frmMain::Carica() {
@@ -144,6 +166,7 @@ void frmMain::Carica() {
         Abilita(comando, false);
     }
     caricata_ = true;
+    qApp->installEventFilter(this);
     AggiornaTesti();
 }
 

@@ -42,6 +42,9 @@ class frmMain final : public QMainWindow, public Principale {
     /// what the process ends with. The application and the machine are there.
     static int Avvia();
 
+    /// Does what the first painting needs and is the same whatever `Carica` finds: pictures,
+    /// letters.
+    void Prepara();
     /// The load of the window: flags, size, recent list, texts, names, sensor library, commands.
     void Carica();
     /// Starts the poll of the instrument, every 200 ms.

@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/Platform.h"
 #include "shell/Protetto.h"
@@ -61,9 +62,19 @@ void frmSplash::Attiva() {
     constexpr int kAttesa = 3000;
     // The form may be unloaded by a key during the wait, which goes on to its end all the same.
     const QPointer<frmSplash> io(this);
+    const auto nelFrattempo = NelFrattempo;
     const auto alTermine = AlTermine;
     const std::int64_t inizio = platform().GetTickCount();
-    while (platform().GetTickCount() - inizio < kAttesa) platform().DoEvents(20);
+    const auto attendi = [inizio](int millisecondi) {
+        while (platform().GetTickCount() - inizio < millisecondi) {
+            const std::int64_t resto = inizio + millisecondi - platform().GetTickCount();
+            platform().DoEvents(static_cast<int>(std::max<std::int64_t>(resto, 0)));
+        }
+    };
+    // By then the form itself is on the screen.
+    attendi(kAttesa / 10);
+    if (nelFrattempo) nelFrattempo();
+    attendi(kAttesa);
     if (alTermine) alTermine();
     if (io) io->close();
 }

@@ -14,6 +14,8 @@ class frmSplash : public QWidget {
 
     /// Set before showing: the form only informs, until a key or the loss of the focus.
     bool ModoInformazioni = false;
+    /// Runs once during the wait: what the main window needs can be made ready.
+    std::function<void()> NelFrattempo;
     /// Shows the main window at the end of the wait.
     std::function<void()> AlTermine;
 

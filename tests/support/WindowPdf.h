@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QImage>
-#include <QPaintDevice>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QProcess>
@@ -91,26 +90,17 @@ inline bool Scuro(const QImage& foto, double x, double y) {
 }
 
 /// A paper that keeps of a drawing only its texts, each with its place in pixels.
-class CartaTesti : public QPaintDevice, private QPaintEngine {
+class CartaTesti : public QImage, private QPaintEngine {
  public:
-    explicit CartaTesti(const QSize& misura) : QPaintEngine(AllFeatures), misura_(misura) {}
-
+    explicit CartaTesti(const QSize& misura)
+        : QImage(misura, QImage::Format_RGB32), QPaintEngine(AllFeatures) {}
     std::vector<Parola> Testi;
 
-    QPaintEngine* paintEngine() const override { return const_cast<CartaTesti*>(this); }
-
- protected:
-    int metric(PaintDeviceMetric quale) const override {
-        if (quale == PdmWidth) return misura_.width();
-        if (quale == PdmHeight) return misura_.height();
-        if (quale == PdmDevicePixelRatioScaled) return static_cast<int>(devicePixelRatioFScale());
-        return quale == PdmDevicePixelRatio ? 1 : 96;
-    }
-
  private:
+    QPaintEngine* paintEngine() const override { return const_cast<CartaTesti*>(this); }
     bool begin(QPaintDevice*) override { return true; }
     bool end() override { return true; }
-    Type type() const override { return User; }
+    QPaintEngine::Type type() const override { return User; }
     void updateState(const QPaintEngineState&) override {}
     void drawPath(const QPainterPath&) override {}
     void drawPolygon(const QPointF*, int, PolygonDrawMode) override {}
@@ -119,18 +109,15 @@ class CartaTesti : public QPaintDevice, private QPaintEngine {
         const QPointF posto = painter()->transform().map(dove);
         Testi.push_back({testo.text().trimmed(), posto.x(), posto.y(), 0.0});
     }
-
-    QSize misura_;
 };
 
 /// The texts of a drawing from the top, each with its place in pixels.
 inline std::vector<Parola> TestiDisegnati(const QSize& misura,
                                           const std::function<void(QPainter&)>& disegna) {
     CartaTesti carta(misura);
-    {
-        QPainter penna(&carta);
-        disegna(penna);
-    }
+    QPainter penna(&carta);
+    disegna(penna);
+    penna.end();
     std::ranges::stable_sort(carta.Testi, {}, &Parola::Y);
     return carta.Testi;
 }
