@@ -1,5 +1,6 @@
 #include "runs/frmArchivio.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>

@@ -1,6 +1,7 @@
 #include "widgets/Sfondo.h"
 
 #include <QEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <array>

@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QMenu>
 #include <QMimeData>

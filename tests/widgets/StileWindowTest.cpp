@@ -6,6 +6,8 @@
 #include <QFocusFrame>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QTest>
 #include <QVBoxLayout>
 
 #include "platform/qt/ConversioniQt.h"

@@ -4,6 +4,7 @@
 #include <QLayout>
 #include <QPointer>
 #include <QScreen>
+#include <QWidget>
 #include <cmath>
 #include <vector>
 
