@@ -12,6 +12,7 @@
 
 #include "platform/ErroreRuntime.h"
 #include "platform/FileCrescente.h"
+#include "platform/FileSistema.h"
 #include "shell/NumeroTesto.h"
 #include "support/PlatformProva.h"
 
@@ -97,9 +98,15 @@ TEST(FileWindows, NamesOfOtherCaseAreTheSameFile) {
     prova::Scrivi(cartella / ".lapvane-c", "nuovo");
     prova::Scrivi(cartella / ".lapvane+00f1282c0edd370c",
                   "Lapvane save 1\r\nR\r\nRun.csv\r\n.lapvane-c\r\nend\r\n");
+    {
+        const Altrui tiene(cartella / "Run.csv", FILE_SHARE_READ);
+        EXPECT_EQ(LeggiFile(cartella / "rUN.CSV", kLavoro), "nuovo") << "it is read from its copy";
+    }
     EXPECT_EQ(LeggiFile(cartella / "rUN.CSV", kLavoro), "nuovo");
+    EXPECT_EQ(prova::Leggi(cartella / "Run.csv"), "nuovo");
 }
 
+// Wine takes a long path in any form.
 TEST(FileWindows, LongPathsAndForeignNamesAreReadSavedAndListed) {
     PlatformProva macchina;
     fs::path cartella = macchina.Cartella;
@@ -108,6 +115,11 @@ TEST(FileWindows, LongPathsAndForeignNamesAreReadSavedAndListed) {
         cartella /= parte;
         ::CreateDirectoryW((L"\\\\?\\" + cartella.native()).c_str(), nullptr);
     }
+    EXPECT_EQ(sistema::Nativo(cartella), L"\\\\?\\" + cartella.native());
+    EXPECT_EQ(sistema::Nativo(cartella / ".." / "."), L"\\\\?\\" + cartella.parent_path().native());
+    EXPECT_EQ(sistema::Nativo(L"\\\\box\\logs\\" + std::wstring(250, L'x')),
+              L"\\\\?\\UNC\\box\\logs\\" + std::wstring(250, L'x'));
+    EXPECT_EQ(sistema::Nativo(L"a.pro"), L"a.pro");
     const std::string testo = "a\r\nb\nc\r\x1A\r\n";
     for (const fs::path& dove : {macchina.Cartella, cartella}) {
         const fs::path file = dove / L"\u65E5\u672C \u0141\u00F3d\u017A \u20AC.pro";
