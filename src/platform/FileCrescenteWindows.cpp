@@ -17,8 +17,8 @@ HANDLE Maniglia(std::intptr_t valore) {
 
 /// Who writes shares the file with readers alone: a second writer is refused.
 HANDLE Apri(const fs::path& percorso, DWORD come) {
-    return ::CreateFileW(percorso.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, come,
-                         FILE_ATTRIBUTE_NORMAL, nullptr);
+    return ::CreateFileW(sistema::Nativo(percorso).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                         come, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 bool Taglia(HANDLE file, std::uint64_t lungo) {

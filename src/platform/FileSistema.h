@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
+#include <vector>
 
 #include "platform/TabelleErrore.h"
 
@@ -12,6 +15,12 @@ namespace lapvane::sistema {
 /// The system's number of an error; 0: none.
 using Codice = unsigned long;
 
+#ifdef _WIN32
+/// A path as every version of the system takes it, whatever its length: a long one becomes whole
+/// and is marked as one to be taken to the letter.
+std::wstring Nativo(const std::filesystem::path& percorso);
+#endif
+
 /// Raises what the number means for that file.
 [[noreturn]] void Fallisci(Codice codice, Lavoro cosa, const std::filesystem::path& percorso);
 
@@ -20,6 +29,32 @@ bool Negato(Codice codice);
 
 /// 0, or why a file that is there may not be written.
 Codice Permesso(const std::filesystem::path& file);
+
+/// What a path leads to.
+enum class Genere { Niente, File, Cartella };
+Genere GenereDi(const std::filesystem::path& percorso);
+
+/// Whether there is anything of that name, be it a link that leads nowhere.
+bool CE(const std::filesystem::path& percorso);
+
+/// The bytes of a file; 0 where nobody can tell.
+std::uintmax_t Grandezza(const std::filesystem::path& file);
+
+/// Whether a file has more names than one.
+bool HaAltriNomi(const std::filesystem::path& file);
+
+/// Removes a file, if it is there and may go.
+void Togli(const std::filesystem::path& file);
+
+/// What is in a folder, and why that can't be told.
+struct Voce {
+    std::filesystem::path Percorso;
+    bool Cartella = false;
+};
+std::vector<Voce> Voci(const std::filesystem::path& cartella, std::error_code& errore);
+
+/// A name as the system compares names: equal ones are the same file.
+std::filesystem::path Chiave(const std::filesystem::path& nome);
 
 /// Writes a new file of a name that nothing has yet into `cartella`, flushed to the disk, with the
 /// mode of `modello` if that is there. After an error nothing is left.

@@ -69,11 +69,6 @@ fs::path DaUtf8(const std::string& utf8) {
     return std::u8string(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size());
 }
 
-bool CE(const fs::path& percorso) {
-    std::error_code ignorato;
-    return fs::exists(fs::symlink_status(percorso, ignorato));
-}
-
 /// What a path leads to: a link stays a link when its file is written.
 fs::path Vero(const fs::path& percorso) {
     std::error_code ignorato;
@@ -85,7 +80,9 @@ fs::path NomeMarca(const fs::path& chiave) {
     constexpr std::uint64_t kBase = 14695981039346656037u;  // FNV-1a
     constexpr std::uint64_t kPrimo = 1099511628211u;
     std::uint64_t somma = kBase;
-    for (const char c : Utf8(chiave)) somma = (somma ^ static_cast<unsigned char>(c)) * kPrimo;
+    for (const char c : Utf8(sistema::Chiave(chiave))) {
+        somma = (somma ^ static_cast<unsigned char>(c)) * kPrimo;
+    }
     constexpr std::string_view kCifre = "0123456789abcdef";
     std::string nome(kMarca);
     for (int bit = 60; bit >= 0; bit -= 4) nome += kCifre[(somma >> bit) & 0xF];
@@ -152,27 +149,26 @@ std::vector<VoceMarca> LeggiMarca(const fs::path& marca) {
 
 /// Puts one copy where it belongs. Done again after a kill it does no harm.
 sistema::Codice Avanti(const VoceMarca& voce) {
-    if (!CE(voce.Copia)) return 0;  // it is there already
+    if (!sistema::CE(voce.Copia)) return 0;  // it is there already
     if (voce.Come == Modo::Rinomina) {
         const sistema::Codice errore = sistema::Rinomina(voce.Copia, voce.File);
-        return errore != 0 && CE(voce.Copia) ? errore : 0;
+        return errore != 0 && sistema::CE(voce.Copia) ? errore : 0;
     }
     try {
         const std::string testo =
             sistema::Leggi(voce.Copia, Lavoro::LeggereFile, static_cast<std::size_t>(-1));
         return sistema::SulPosto(voce.File, testo, voce.Come == Modo::Intero);
     } catch (const ErroreRuntime&) {
-        return CE(voce.Copia) ? static_cast<sistema::Codice>(-1) : 0;
+        return sistema::CE(voce.Copia) ? static_cast<sistema::Codice>(-1) : 0;
     }
 }
 
 /// Everything is where it belongs: the mark goes, then what it names.
 void TogliMarca(const fs::path& marca, const std::vector<VoceMarca>& voci) {
-    std::error_code ignorato;
     for (const VoceMarca& voce : voci) sistema::Fissa(voce.File.parent_path());
-    fs::remove(marca, ignorato);
+    sistema::Togli(marca);
     sistema::Fissa(marca.parent_path());
-    for (const VoceMarca& voce : voci) fs::remove(voce.Copia, ignorato);
+    for (const VoceMarca& voce : voci) sistema::Togli(voce.Copia);
 }
 
 /// False: not now; the mark stays.
@@ -197,9 +193,8 @@ class Salvataggio {
     Salvataggio(const Salvataggio&) = delete;
     Salvataggio& operator=(const Salvataggio&) = delete;
     ~Salvataggio() {
-        std::error_code ignorato;
         for (const Passo& passo : passi_) {
-            if (!marcato_ && !passo.Copia.empty()) fs::remove(passo.Copia, ignorato);
+            if (!marcato_ && !passo.Copia.empty()) sistema::Togli(passo.Copia);
         }
     }
 
@@ -207,14 +202,12 @@ class Salvataggio {
     void Prepara(const fs::path& percorso, std::string_view testo, bool intero) {
         Passo passo;
         passo.File = Vero(percorso);
-        passo.Cera = CE(passo.File);
+        passo.Cera = sistema::CE(passo.File);
         if (passo.Cera) {
             // A file that forbids writing is not replaced behind its owner's back.
             const sistema::Codice errore = sistema::Permesso(passo.File);
             if (errore != 0) sistema::Fallisci(errore, cosa_, percorso);
-            std::error_code ignorato;
-            const auto nomi = fs::hard_link_count(passo.File, ignorato);
-            if (!ignorato && nomi > 1) passo.Come = Modo::Intero;
+            if (sistema::HaAltriNomi(passo.File)) passo.Come = Modo::Intero;
             if (!intero) passo.Come = Modo::Inizio;
         }
         const fs::path cartella = passo.File.parent_path();
@@ -275,11 +268,9 @@ class Salvataggio {
  private:
     void TieniVecchio(Passo& passo) {
         if (!passo.Cera) return;
-        std::error_code ignorato;
-        const std::size_t massimo =
-            passo.Come != Modo::Inizio
-                ? static_cast<std::size_t>(-1)
-                : static_cast<std::size_t>(fs::file_size(passo.Copia, ignorato));
+        const std::size_t massimo = passo.Come != Modo::Inizio
+                                        ? static_cast<std::size_t>(-1)
+                                        : static_cast<std::size_t>(sistema::Grandezza(passo.Copia));
         passo.Vecchio = sistema::Leggi(passo.File, cosa_, massimo);
     }
 
@@ -298,13 +289,21 @@ class Salvataggio {
                 sistema::Fissa(marca.parent_path());
                 return marca;
             }
-            if (!provvisoria.empty()) {
-                std::error_code ignorato;
-                fs::remove(provvisoria, ignorato);
-            }
+            if (!provvisoria.empty()) sistema::Togli(provvisoria);
             if (!sistema::Negato(errore)) break;
         }
         sistema::Fallisci(errore, cosa_, passi_.front().File);
+    }
+
+    /// Whether an in-place write has not even begun: another program holds the file.
+    bool ComePrima(const Passo& passo) const {
+        const std::size_t massimo =
+            passo.Come == Modo::Intero ? static_cast<std::size_t>(-1) : passo.Vecchio.size();
+        try {
+            return sistema::Leggi(passo.File, cosa_, massimo) == passo.Vecchio;
+        } catch (const ErroreRuntime&) {
+            return false;
+        }
     }
 
     /// Puts back every file that was touched; what was not stays with its copy. False: not all.
@@ -312,7 +311,7 @@ class Salvataggio {
         for (auto passo = passi_.rbegin(); passo != passi_.rend(); ++passo) {
             if (!passo->Fatto) continue;
             if (passo->Come == Modo::Rinomina) {
-                if (CE(passo->Copia)) continue;  // it never got there
+                if (sistema::CE(passo->Copia)) continue;  // it never got there
                 fs::path vecchia;
                 if (passo->Cera && sistema::Provvisorio(passo->File.parent_path(), passo->File,
                                                         passo->Vecchio, vecchia) != 0) {
@@ -322,8 +321,8 @@ class Salvataggio {
                     (passo->Cera && sistema::Rinomina(vecchia, passo->File) != 0)) {
                     return false;
                 }
-            } else if (sistema::SulPosto(passo->File, passo->Vecchio,
-                                         passo->Come == Modo::Intero) != 0) {
+            } else if (!ComePrima(*passo) && sistema::SulPosto(passo->File, passo->Vecchio,
+                                                               passo->Come == Modo::Intero) != 0) {
                 return false;
             }
         }
@@ -349,12 +348,8 @@ void Ripara(const fs::path& percorso) {
 
 void RiparaCartella(const fs::path& cartella) {
     std::error_code errore;
-    fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
-    std::vector<fs::path> marche;
-    for (; !errore && voci != fs::directory_iterator(); voci.increment(errore)) {
-        if (Utf8(voci->path().filename()).rfind(kMarca, 0) == 0) marche.push_back(voci->path());
-    }
-    for (const fs::path& marca : marche) {
+    for (const auto& [marca, _] : sistema::Voci(cartella.empty() ? "." : cartella, errore)) {
+        if (Utf8(marca.filename()).rfind(kMarca, 0) != 0) continue;
         if (const auto fatte = LeggiMarca(marca); !fatte.empty()) Completa(marca, fatte);
     }
 }
@@ -367,8 +362,9 @@ std::string LeggiFile(const fs::path& percorso, Lavoro cosa, std::size_t massimo
         // The medium takes nothing now: what was to be written is read where it lies, and no file
         // of a set is older than the others.
         for (const VoceMarca& voce : voci) {
-            if (voce.Come != Modo::Inizio && voce.File.filename() == vero.filename() &&
-                CE(voce.Copia)) {
+            if (voce.Come != Modo::Inizio &&
+                sistema::Chiave(voce.File.filename()) == sistema::Chiave(vero.filename()) &&
+                sistema::CE(voce.Copia)) {
                 return sistema::Leggi(voce.Copia, cosa, massimo);
             }
         }
@@ -395,10 +391,9 @@ void ScriviInsieme(std::span<const FileNuovo> insieme, Lavoro cosa) {
 
 void RiscriviInizio(const fs::path& percorso, std::string_view testo, Lavoro cosa) {
     Ripara(percorso);
-    std::error_code ignorato;
     if (FileEsiste(percorso)) {
-        const std::uintmax_t byte = fs::file_size(percorso, ignorato);
-        if (!ignorato && byte > kGrande && byte > testo.size()) {
+        const std::uintmax_t byte = sistema::Grandezza(percorso);
+        if (byte > kGrande && byte > testo.size()) {
             Salvataggio salvataggio(cosa);
             salvataggio.Prepara(percorso, testo, false);
             salvataggio.Esegui();
@@ -418,18 +413,15 @@ bool CartellaScrivibile(const fs::path& cartella) {
     fs::path nome;
     const sistema::Codice errore = sistema::Provvisorio(cartella, {}, {}, nome);
     if (errore != 0) return !sistema::Negato(errore);
-    std::error_code ignorato;
-    fs::remove(nome, ignorato);
+    sistema::Togli(nome);
     return true;
 }
 
 void TogliAbbandonati(const fs::path& cartella) {
     constexpr auto kAbbandonato = std::chrono::hours(1);
     std::error_code errore;
-    fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
     std::vector<fs::path> vecchi, nominati;
-    for (; !errore && voci != fs::directory_iterator(); voci.increment(errore)) {
-        const fs::path voce = voci->path();
+    for (const auto& [voce, _] : sistema::Voci(cartella.empty() ? "." : cartella, errore)) {
         const std::string nome = Utf8(voce.filename());
         std::error_code ignorato;
         if (nome.rfind(kMarca, 0) == 0) {
@@ -443,33 +435,30 @@ void TogliAbbandonati(const fs::path& cartella) {
         }
     }
     for (const fs::path& vecchio : vecchi) {
-        std::error_code ignorato;
         if (std::find(nominati.begin(), nominati.end(), vecchio.filename()) == nominati.end()) {
-            fs::remove(vecchio, ignorato);
+            sistema::Togli(vecchio);
         }
     }
 }
 
 bool FileEsiste(const fs::path& percorso) {
-    std::error_code errore;
-    const fs::file_status stato = fs::status(percorso, errore);
-    return fs::exists(stato) && !fs::is_directory(stato);
+    return sistema::GenereDi(percorso) == sistema::Genere::File;
 }
 
 std::vector<fs::path> ElencaPercorsi(const fs::path& cartella) {
     std::vector<std::pair<std::string, fs::path>> nomi;
     std::error_code errore;
-    fs::directory_iterator voci(cartella, errore);
+    const std::vector<sistema::Voce> voci = sistema::Voci(cartella, errore);
     if (errore) {
-        throw ErroreRuntime(errore == std::errc::permission_denied ? NumeroErrore::PathAccess
-                                                                   : NumeroErrore::PathNotFound,
+        throw ErroreRuntime(sistema::Negato(static_cast<sistema::Codice>(errore.value()))
+                                ? NumeroErrore::PathAccess
+                                : NumeroErrore::PathNotFound,
                             Lavoro::ElencareCartella, cartella);
     }
-    for (const auto& voce : voci) {
-        std::error_code ignorato;
-        if (voce.is_directory(ignorato)) continue;
-        std::string nome = TestoDaPercorso(voce.path().filename());
-        if (!nome.empty() && nome[0] != '.') nomi.emplace_back(std::move(nome), voce.path());
+    for (const auto& [voce, cartellaSua] : voci) {
+        if (cartellaSua) continue;
+        std::string nome = TestoDaPercorso(voce.filename());
+        if (!nome.empty() && nome[0] != '.') nomi.emplace_back(std::move(nome), voce);
     }
     std::sort(nomi.begin(), nomi.end(), [](const auto& a, const auto& b) {
         if (MenoSenzaMaiuscole(a.first, b.first)) return true;

@@ -47,18 +47,38 @@ DWORD ScriviTutto(HANDLE file, std::string_view testo) {
     return ::FlushFileBuffers(file) ? 0 : ::GetLastError();
 }
 
+// Whoever has the file open already may go on.
+constexpr DWORD kTutti = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// Longer ones, and folders that have no room for a name of the oldest kind, want another form.
+constexpr std::size_t kLungo = 240;
+
+DWORD Attributi(const fs::path& percorso) {
+    return ::GetFileAttributesW(Nativo(percorso).c_str());
+}
+
 /// A name in the same folder that nothing has yet, opened for writing.
 HANDLE ApriProvvisorio(const fs::path& cartella, fs::path& nome) {
     for (DWORD n = ::GetTickCount();; ++n) {
         nome = cartella / (std::string(kTemporaneo) + std::to_string(::GetCurrentProcessId()) +
                            "-" + std::to_string(n));
-        const HANDLE file = ::CreateFileW(nome.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                          FILE_ATTRIBUTE_NORMAL, nullptr);
+        const HANDLE file = ::CreateFileW(Nativo(nome).c_str(), GENERIC_WRITE, 0, nullptr,
+                                          CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
         if (file != INVALID_HANDLE_VALUE || ::GetLastError() != ERROR_FILE_EXISTS) return file;
     }
 }
 
 }  // namespace
+
+std::wstring Nativo(const fs::path& percorso) {
+    const std::wstring& nome = percorso.native();
+    const DWORD posti = ::GetFullPathNameW(nome.c_str(), 0, nullptr, nullptr);
+    if (posti < kLungo || nome.starts_with(L"\\\\?\\")) return nome;
+    std::wstring intero(posti, L'\0');
+    intero.resize(::GetFullPathNameW(nome.c_str(), posti, intero.data(), nullptr));
+    if (intero.starts_with(L"\\\\")) return L"\\\\?\\UNC" + intero.substr(1);
+    return L"\\\\?\\" + intero;
+}
 
 void Fallisci(Codice codice, Lavoro cosa, const fs::path& percorso) {
     NumeroErrore numero = NumeroErrore::DeviceIo;
@@ -70,6 +90,7 @@ void Fallisci(Codice codice, Lavoro cosa, const fs::path& percorso) {
         case ERROR_BAD_NETPATH:
         case ERROR_NOT_READY:
         case ERROR_INVALID_DRIVE:
+        case ERROR_BAD_NET_NAME:
             numero = NumeroErrore::PathNotFound;
             break;
         case ERROR_ACCESS_DENIED:
@@ -77,8 +98,11 @@ void Fallisci(Codice codice, Lavoro cosa, const fs::path& percorso) {
         case ERROR_LOCK_VIOLATION:
         case ERROR_WRITE_PROTECT:
         case ERROR_INVALID_NAME:
+        case ERROR_BAD_PATHNAME:
         case ERROR_FILENAME_EXCED_RANGE:
         case ERROR_DIRECTORY:
+        case ERROR_USER_MAPPED_FILE:
+        case ERROR_NETWORK_ACCESS_DENIED:
             numero = NumeroErrore::PathAccess;
             break;
         case ERROR_DISK_FULL:
@@ -97,12 +121,79 @@ bool Negato(Codice codice) {
 }
 
 Codice Permesso(const fs::path& file) {
-    std::error_code ignorato;
-    if (fs::is_directory(file, ignorato)) return ERROR_DIRECTORY;
-    const DWORD attributi = ::GetFileAttributesW(file.c_str());
-    return attributi != INVALID_FILE_ATTRIBUTES && (attributi & FILE_ATTRIBUTE_READONLY) != 0
-               ? ERROR_ACCESS_DENIED
-               : 0;
+    const DWORD attributi = Attributi(file);
+    if (attributi == INVALID_FILE_ATTRIBUTES) return 0;
+    if ((attributi & FILE_ATTRIBUTE_DIRECTORY) != 0) return ERROR_DIRECTORY;
+    return (attributi & FILE_ATTRIBUTE_READONLY) != 0 ? ERROR_ACCESS_DENIED : 0;
+}
+
+Genere GenereDi(const fs::path& percorso) {
+    DWORD attributi = Attributi(percorso);
+    if (attributi == INVALID_FILE_ATTRIBUTES) return Genere::Niente;
+    if ((attributi & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+        // They are those of a link; a handle is of what it leads to.
+        const Maniglia voce(::CreateFileW(Nativo(percorso).c_str(), 0, kTutti, nullptr,
+                                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        BY_HANDLE_FILE_INFORMATION dati{};
+        if (!voce.Valida() || !::GetFileInformationByHandle(voce.Valore(), &dati)) {
+            return Genere::Niente;
+        }
+        attributi = dati.dwFileAttributes;
+    }
+    return (attributi & FILE_ATTRIBUTE_DIRECTORY) != 0 ? Genere::Cartella : Genere::File;
+}
+
+bool CE(const fs::path& percorso) {
+    return Attributi(percorso) != INVALID_FILE_ATTRIBUTES;
+}
+
+std::uintmax_t Grandezza(const fs::path& file) {
+    WIN32_FILE_ATTRIBUTE_DATA dati{};
+    if (!::GetFileAttributesExW(Nativo(file).c_str(), GetFileExInfoStandard, &dati)) return 0;
+    return (std::uintmax_t{dati.nFileSizeHigh} << 32) | dati.nFileSizeLow;
+}
+
+bool HaAltriNomi(const fs::path& file) {
+    const Maniglia m(::CreateFileW(Nativo(file).c_str(), 0, kTutti, nullptr, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr));
+    BY_HANDLE_FILE_INFORMATION dati{};
+    return m.Valida() && ::GetFileInformationByHandle(m.Valore(), &dati) && dati.nNumberOfLinks > 1;
+}
+
+void Togli(const fs::path& file) {
+    ::DeleteFileW(Nativo(file).c_str());
+}
+
+std::vector<Voce> Voci(const fs::path& cartella, std::error_code& errore) {
+    std::vector<Voce> voci;
+    WIN32_FIND_DATAW dati{};
+    const HANDLE ricerca = ::FindFirstFileExW(Nativo(cartella / L"*").c_str(), FindExInfoBasic,
+                                              &dati, FindExSearchNameMatch, nullptr, 0);
+    DWORD codice = ricerca == INVALID_HANDLE_VALUE ? ::GetLastError() : ERROR_SUCCESS;
+    while (codice == ERROR_SUCCESS) {
+        const std::wstring_view nome = dati.cFileName;
+        if (nome != L"." && nome != L"..") {
+            voci.push_back(
+                {cartella / nome, (dati.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+        }
+        if (!::FindNextFileW(ricerca, &dati)) codice = ::GetLastError();
+    }
+    if (ricerca != INVALID_HANDLE_VALUE) ::FindClose(ricerca);
+    // The root of an empty drive has not even the two.
+    const bool finita = codice == ERROR_NO_MORE_FILES || codice == ERROR_FILE_NOT_FOUND;
+    errore = finita ? std::error_code()
+                    : std::error_code(static_cast<int>(codice), std::system_category());
+    return voci;
+}
+
+fs::path Chiave(const fs::path& nome) {
+    std::wstring grande = nome.native();
+    const int lungo = static_cast<int>(grande.size());
+    if (lungo > 0) {
+        ::LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, nome.c_str(), lungo, grande.data(),
+                        lungo, nullptr, nullptr, 0);
+    }
+    return grande;
 }
 
 Codice Provvisorio(const fs::path& cartella, const fs::path&, std::string_view testo,
@@ -111,17 +202,17 @@ Codice Provvisorio(const fs::path& cartella, const fs::path&, std::string_view t
     if (!file.Valida()) return ::GetLastError();
     const DWORD errore = ScriviTutto(file.Valore(), testo);
     file.Chiudi();
-    if (errore != 0) ::DeleteFileW(nome.c_str());
+    if (errore != 0) ::DeleteFileW(Nativo(nome).c_str());
     return errore;
 }
 
-// Another program that looks at every new
-// file (a virus scanner, an indexer) may hold it for a moment: a refused rename is tried again.
+// Another program that looks at every new file (a virus scanner, an indexer) may hold it for a
+// moment: a refused rename is tried again.
 Codice Rinomina(const fs::path& da, const fs::path& a) {
     constexpr int kProve = 10;
     constexpr DWORD kPausaMs = 20;
     for (int prova = 1;; ++prova) {
-        if (::MoveFileExW(da.c_str(), a.c_str(),
+        if (::MoveFileExW(Nativo(da).c_str(), Nativo(a).c_str(),
                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
             return 0;
         }
@@ -133,7 +224,7 @@ Codice Rinomina(const fs::path& da, const fs::path& a) {
 }
 
 Codice SulPosto(const fs::path& file, std::string_view testo, bool intero) {
-    const Maniglia m(::CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+    const Maniglia m(::CreateFileW(Nativo(file).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!m.Valida()) return ::GetLastError();
     LARGE_INTEGER vecchia{};
@@ -159,11 +250,8 @@ Codice SulPosto(const fs::path& file, std::string_view testo, bool intero) {
 void Fissa(const fs::path&) {}  // renames are written through
 
 std::string Leggi(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
-    std::error_code ignorato;
-    if (fs::is_directory(percorso, ignorato)) Fallisci(ERROR_DIRECTORY, cosa, percorso);
-    const Maniglia file(::CreateFileW(percorso.c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const Maniglia file(::CreateFileW(Nativo(percorso).c_str(), GENERIC_READ, kTutti, nullptr,
+                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.Valida()) Fallisci(::GetLastError(), cosa, percorso);
     // The name of a device ("CON", "COM3") opens like a file and never ends.
     if (::GetFileType(file.Valore()) != FILE_TYPE_DISK) {
@@ -192,8 +280,8 @@ std::string Leggi(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
 namespace lapvane {
 
 bool FileProprio(const std::filesystem::path& percorso) {
-    std::error_code ignorato;  // the folders of a person are that person's there
-    return std::filesystem::is_regular_file(percorso, ignorato);
+    // The folders of a person are that person's there.
+    return sistema::GenereDi(percorso) == sistema::Genere::File;
 }
 
 }  // namespace lapvane

@@ -36,7 +36,7 @@ class ArchivioProva : public ::testing::Test {
     }
     const Uscita& Di(const Archivio& archivio, const char* nome) const {
         static const Uscita nessuna;
-        const int i = archivio.Trova(radice / nome);
+        const int i = archivio.Trova((radice / nome).make_preferred());
         EXPECT_GE(i, 0) << nome;
         return i < 0 ? nessuna : archivio.Uscite()[static_cast<std::size_t>(i)];
     }
