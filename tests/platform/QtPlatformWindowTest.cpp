@@ -156,7 +156,7 @@ TEST_F(MacchinaQt, FileDialogsTakeNamesOfFoldersThatAreThere) {
         NelDialogo<QFileDialog>(
             [&](QFileDialog& dialogo) {
                 EXPECT_EQ(dialogo.windowTitle(), QStringLiteral("Titolo"));
-                EXPECT_EQ(dialogo.directory().path(), PercorsoInQt(cartella));
+                EXPECT_EQ(PercorsoDaQt(dialogo.directory().path()), cartella);
                 EXPECT_EQ(dialogo.nameFilters(), QStringList{QStringLiteral("Data File (*.csv)")});
                 EXPECT_EQ(dialogo.acceptMode() == QFileDialog::AcceptSave, salva);
                 EXPECT_TRUE(dialogo.testOption(QFileDialog::DontConfirmOverwrite));

@@ -45,7 +45,7 @@ TEST_F(QtPrinterTest, TextsStandWhereTheyArePutAndKeepTheirLetters) {
     americana.Sheet(21.0, 29.7);
     americana.Text(9.0, 28.5, 19.0, "E\x80\xB0");
     americana.EndDoc();
-    QLocale::setDefault(QLocale::system());
+    QLocale::setDefault(QLocale::c());
     const PaginaPdf lettera = LeggiPdf(File()).at(0);
     EXPECT_NEAR(lettera.Altezza, 27.94, 0.02);
     const double scala = 27.94 / 29.7;

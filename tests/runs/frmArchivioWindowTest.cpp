@@ -49,7 +49,7 @@ class FinestraArchivio : public ::testing::Test {
         Metti("sub/c", "s=Free\r\nd=3/5/2026\r\no=10:00\r\nc=", "third");
     }
     fs::path Cartella() const { return macchina.Cartella / "runs"; }
-    fs::path File(const char* nome) const { return Cartella() / nome; }
+    fs::path File(const char* nome) const { return (Cartella() / nome).make_preferred(); }
 
     void Mostra(frmArchivio& finestra) {
         finestra.Apri(Cartella());

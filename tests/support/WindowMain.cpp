@@ -12,6 +12,7 @@ int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     lapvane::QuietOffscreen();
     const lapvane::OffscreenScreen screen(1920, 1080);
+    QLocale::setDefault(QLocale::c());  // whatever the system has, and so its paper
     QApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);

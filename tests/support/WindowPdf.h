@@ -46,19 +46,26 @@ struct PaginaPdf {
     }
 };
 
+/// What a program of poppler (package poppler-utils) makes of a PDF file.
+inline QByteArray Poppler(const QString& nome, const QStringList& come) {
+    QProcess lettore;
+    lettore.start(nome, come);
+    if (!lettore.waitForFinished() || lettore.exitCode() != 0) {
+        throw std::runtime_error((nome + " cannot do " + come.join(QLatin1Char(' '))).toStdString());
+    }
+    return lettore.readAllStandardOutput();
+}
+
 /// The words of a PDF file as a reader of such files finds them.
 inline std::vector<PaginaPdf> LeggiPdf(const std::filesystem::path& file) {
-    QProcess lettore;
-    lettore.start(QStringLiteral("pdftotext"),
-                  {QStringLiteral("-bbox"), PercorsoInQt(file), QStringLiteral("-")});
-    if (!lettore.waitForFinished() || lettore.exitCode() != 0) {
-        throw std::runtime_error("pdftotext (package poppler-utils) cannot read " + file.string());
-    }
+    const QByteArray parole =
+        Poppler(QStringLiteral("pdftotext"),
+                {QStringLiteral("-bbox"), PercorsoInQt(file), QStringLiteral("-")});
     constexpr double kPuntiCm = 72.0 / 2.54;
     static const QRegularExpression voce(QStringLiteral(
         R"re(<page width="([\d.]+)" height="([\d.]+)"|<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="[\d.]+">([^<]*)<)re"));
     std::vector<PaginaPdf> pagine;
-    auto voci = voce.globalMatch(QString::fromUtf8(lettore.readAllStandardOutput()));
+    auto voci = voce.globalMatch(QString::fromUtf8(parole));
     while (voci.hasNext()) {
         const QRegularExpressionMatch trovata = voci.next();
         const auto cm = [&](int gruppo) { return trovata.captured(gruppo).toDouble() / kPuntiCm; };
@@ -73,12 +80,10 @@ inline std::vector<PaginaPdf> LeggiPdf(const std::filesystem::path& file) {
 
 /// The first page of a PDF file as a picture, 100 pixels a centimetre.
 inline QImage FotoPdf(const std::filesystem::path& file) {
-    QProcess pittore;
-    pittore.start(QStringLiteral("pdftoppm"),
-                  {QStringLiteral("-r"), QStringLiteral("254"), QStringLiteral("-png"),
-                   QStringLiteral("-singlefile"), PercorsoInQt(file)});
-    pittore.waitForFinished();
-    return QImage::fromData(pittore.readAllStandardOutput());
+    return QImage::fromData(Poppler(QStringLiteral("pdftoppm"),
+                                    {QStringLiteral("-r"), QStringLiteral("254"),
+                                     QStringLiteral("-png"), QStringLiteral("-singlefile"),
+                                     PercorsoInQt(file)}));
 }
 /// Whether something dark stands there, centimetres from the corner.
 inline bool Scuro(const QImage& foto, double x, double y) {

@@ -43,7 +43,7 @@ void Tour::OpenAnalysis() {
         QStringLiteral("analyse"), [this] { return Idle() && Button("Analize")->isEnabled(); },
         [this] { robot_.Click(Button("Analize")); });
     robot_.Stop(QStringLiteral("open dialog"), FileDialogIs(),
-                [this] { AnswerFileDialog(out_ + QStringLiteral("/run.csv"), {}); });
+                [this] { AnswerFileDialog(Out(QStringLiteral("run.csv")), {}); });
     robot_.Stop(
         QStringLiteral("log loaded"), [this] { return LapsListed(); },
         [this] {
@@ -127,7 +127,7 @@ void Tour::Analyse() {
         QStringLiteral("session written"),
         [] { return QApplication::activeModalWidget() == nullptr; },
         [this] {
-            QFile session(out_ + QStringLiteral("/run.ses"));
+            QFile session(Out(QStringLiteral("run.ses")));
             robot_.Check(
                 session.open(QIODevice::ReadOnly) &&
                     session.readAll().contains(QByteArray("Circuito=") + kCircuit + "\r\n"),
@@ -275,9 +275,9 @@ void Tour::Reports() {
     if (!QPrinterInfo::defaultPrinter().isNull()) return;
     const auto printed = [this](const QString& file) {
         robot_.Stop(QStringLiteral("name of ") + file, FileDialogIs(),
-                    [this, file] { AnswerFileDialog(out_ + QLatin1Char('/') + file, {}); });
+                    [this, file] { AnswerFileDialog(Out(file), {}); });
         robot_.Stop(
-            file, [this, file] { return QFileInfo(out_ + QLatin1Char('/') + file).size() > 1000; },
+            file, [this, file] { return QFileInfo(Out(file)).size() > 1000; },
             [] {});
     };
     OnAnalysis(QStringLiteral("print the graph"), [this] { Press("Toolbar1_Stampa"); });

@@ -34,7 +34,7 @@ void Tour::CompareLaps() {
             robot_.Click(In<QPushButton>(Comparison(), "cmdApri"));
         });
     robot_.Stop(QStringLiteral("log to compare"), FileDialogIs(),
-                [this] { AnswerFileDialog(out_ + QStringLiteral("/run.csv"), {}); });
+                [this] { AnswerFileDialog(Out(QStringLiteral("run.csv")), {}); });
     robot_.Stop(
         QStringLiteral("laps to compare"),
         [] { return Comparison() != nullptr && Comparison()->Dati().Accanto().size() == 1; },

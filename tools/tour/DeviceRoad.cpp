@@ -141,7 +141,7 @@ void Tour::CompareWithTheInstrument() {
 
 void Tour::ProgramAndRead() {
     const QString project = PercorsoInQt(machine_.AppPath() / "Esempio.pro");
-    const QString saved = out_ + QStringLiteral("/read.pro");
+    const QString saved = Out(QStringLiteral("read.pro"));
     const auto answer = [this](const QString& path) {
         robot_.Stop(QStringLiteral("file dialog"), FileDialogIs(),
                     [this, path] { AnswerFileDialog(path, {}); });

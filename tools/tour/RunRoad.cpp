@@ -97,7 +97,7 @@ void Tour::Download() {
         },
         90);
     robot_.Stop(QStringLiteral("save dialog"), FileDialogIs(), [this] {
-        AnswerFileDialog(out_ + QStringLiteral("/run"), QStringLiteral("save"));
+        AnswerFileDialog(Out(QStringLiteral("run")), QStringLiteral("save"));
     });
     robot_.Stop(QStringLiteral("converted"), ModalIs("QMessageBox"), [this] {
         auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
@@ -109,8 +109,8 @@ void Tour::Download() {
     robot_.Stop(
         QStringLiteral("files"), [] { return Robot::Modal("QWidget") == nullptr; },
         [this] {
-            for (const char* name : {"/run.csv", "/run.txt", "/run.tim", "/run.set"}) {
-                QFile file(out_ + QLatin1String(name));
+            for (const char* name : {"run.csv", "run.txt", "run.tim", "run.set"}) {
+                QFile file(Out(QLatin1String(name)));
                 robot_.Check(file.exists() && file.size() > 100,
                              QLatin1String(name) + QStringLiteral(" was not written"));
             }
@@ -124,7 +124,7 @@ void Tour::OtherLanguage() {
     robot_.Stop(
         QStringLiteral("analysis closed"), [this] { return Idle(); },
         [this] {
-            QFile::remove(out_ + QStringLiteral("/program/LANGUAGES.DAT.bak"));
+            QFile::remove(Out(QStringLiteral("program/LANGUAGES.DAT.bak")));
             QDir::setCurrent(PercorsoInQt(machine_.AppPath()));
             robot_.Click(Button("Language"));
         });
@@ -181,7 +181,7 @@ void Tour::OtherLanguage() {
 void Tour::RecentProjects() {
     Command("Open");
     robot_.Stop(QStringLiteral("another project"), FileDialogIs(),
-                [this] { AnswerFileDialog(out_ + QStringLiteral("/read.pro"), {}); });
+                [this] { AnswerFileDialog(Out(QStringLiteral("read.pro")), {}); });
     Command("Open");
     robot_.Stop(QStringLiteral("the first again"), FileDialogIs(),
                 [this] { AnswerFileDialog(PercorsoInQt(machine_.AppPath() / "Esempio.pro"), {}); });

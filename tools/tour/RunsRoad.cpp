@@ -120,7 +120,7 @@ void Tour::ListRuns() {
             robot_.Click(In<QPushButton>(Runs(), "cmdScegli"));
         });
     robot_.Stop(QStringLiteral("folder of the runs"), FileDialogIs(),
-                [this] { AnswerFileDialog(out_ + QStringLiteral("/runs"), {}); });
+                [this] { AnswerFileDialog(Out(QStringLiteral("runs")), {}); });
     robot_.Stop(
         QStringLiteral("runs listed"),
         [] {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractItemModel>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QTableView>
 #include <QTableWidget>
@@ -60,6 +61,10 @@ class Tour {
     template <class W>
     static W* In(QWidget* window, const char* name) {
         return window != nullptr ? window->findChild<W*>(QString::fromLatin1(name)) : nullptr;
+    }
+    /// A file of the folder that the tour leaves.
+    QString Out(const QString& name) const {
+        return out_ + QDir::separator() + QDir::toNativeSeparators(name);
     }
     QString Panel(int n);
     QToolButton* Button(const char* key);

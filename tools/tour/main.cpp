@@ -200,7 +200,7 @@ int main(int argc, char* argv[]) {
     lapvane::Vesti();
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setQuitOnLastWindowClosed(false);
-    const QString out = QDir(words.front()).absolutePath();
+    const QString out = QDir::toNativeSeparators(QDir(words.front()).absolutePath());
     const QString bin = QCoreApplication::applicationDirPath();
     const std::filesystem::path program = lapvane::PercorsoDaQt(out) / "program";
     lapvane::tour::LayProgramFolder(lapvane::PercorsoDaQt(bin), program, italian);

@@ -15,7 +15,8 @@ QString PercorsoInQt(const std::filesystem::path& path) {
 
 std::filesystem::path PercorsoDaQt(const QString& text) {
 #ifdef Q_OS_WIN
-    return text.toStdWString();
+    // As people there write them, whoever asked Qt.
+    return std::filesystem::path(text.toStdWString()).make_preferred();
 #else
     return text.toStdString();
 #endif
