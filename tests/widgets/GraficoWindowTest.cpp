@@ -1,3 +1,4 @@
+#include <QBackingStore>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
@@ -229,6 +230,35 @@ TEST_F(GraficoDisegnato, MouseMovesTheCursorOverThePicture) {
     EXPECT_TRUE(prova::Ridipinto(grafico, [&] { grafico.CursoreX(8.0); }).contains(Dove(5, 20)))
         << "the old cursor stays";
     EXPECT_FALSE(prova::Ridipinto(grafico, [&] { grafico.EtichettaY("rpm"); }).isEmpty());
+}
+
+TEST_F(GraficoDisegnato, StandsAtItsPlaceInTheWindowBelowWhatCoversIt) {
+    QWidget finestra;
+    finestra.resize(700, 460);
+    grafico.setParent(&finestra);
+    grafico.move(31, 17);
+    grafico.setFocusPolicy(Qt::NoFocus);
+    QWidget sopra(&finestra);
+    sopra.setGeometry(200, 100, 50, 40);
+    sopra.setAutoFillBackground(true);
+    sopra.setPalette(QPalette(Qt::magenta, Qt::magenta));
+    Curva({0, 10}, {10, 90});
+    const auto visto = [&] {
+        QCoreApplication::processEvents();
+        const auto* pixel = static_cast<QImage*>(finestra.backingStore()->paintDevice());
+        EXPECT_EQ(pixel->pixelColor(210, 110), QColor(Qt::magenta));
+        return pixel->convertToFormat(QImage::Format_RGB32).copy(31, 17, 640, 400);
+    };
+    const auto atteso = [&] {
+        QImage foto = grafico.Fotografa(1.0);
+        QPainter(&foto).fillRect(200 - 31, 100 - 17, 50, 40, Qt::magenta);
+        return foto;
+    };
+    finestra.show();
+    EXPECT_EQ(visto(), atteso());
+    Curva({0, 10}, {80, 20}, kBlu);  // the graph alone is painted
+    EXPECT_EQ(visto(), atteso());
+    grafico.setParent(nullptr);
 }
 
 TEST_F(GraficoDisegnato, ShowsItsFocusAndSaysWhatItShows) {
