@@ -1,4 +1,5 @@
 // How the graph is painted: layout of its parts, panes, axes, curves, legend, cursor.
+#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
@@ -57,6 +58,46 @@ std::uint32_t Pixel(Colore colore) {
     return InQColor(colore).rgb();
 }
 
+Tracciatore::Tela TelaDi(QImage& foto) {
+    return {reinterpret_cast<std::uint32_t*>(foto.bits()), foto.bytesPerLine() / 4};
+}
+
+/// Where the curves of a pane run, in the picture's own pixels: the frame belongs to it, but not
+/// the axis.
+Tracciatore::Campo CampoDi(const QImage& foto, const QRectF& area) {
+    const double r = foto.devicePixelRatio();
+    const QRectF a(area.topLeft() * r, area.size() * r);
+    const auto fra = [](double v, int oltre, int fine) {
+        return std::clamp(static_cast<int>(std::lround(v)) + oltre, 0, fine);
+    };
+    return {fra(a.left(), 0, foto.width()), fra(a.top(), -1, foto.height()),
+            fra(a.right(), 1, foto.width()), fra(a.bottom(), 1, foto.height())};
+}
+
+/// Where a painter over a whole graph of so many pixels puts the first of them, if they may be
+/// written there as they are; else null. `x`, `y` of the result are those of the picture.
+Tracciatore::Tela TelaSotto(const QPainter& penna, const QSize& pixel, double rapporto) {
+    const QPaintEngine* const motore = penna.paintEngine();
+    if (motore == nullptr || motore->type() != QPaintEngine::Raster) return {};
+    auto* const sotto = dynamic_cast<QImage*>(motore->paintDevice());
+    if (sotto == nullptr || !sotto->isDetached()) return {};
+    if (sotto->format() != QImage::Format_RGB32 &&
+        sotto->format() != QImage::Format_ARGB32_Premultiplied) {
+        return {};
+    }
+    const QTransform t = penna.deviceTransform();
+    const QRect qui(QPoint(qRound(t.dx()), qRound(t.dy())), pixel);
+    if (t.type() > QTransform::TxScale || t.m11() != rapporto || t.m22() != rapporto ||
+        t.dx() != qui.x() || t.dy() != qui.y() || !sotto->rect().contains(qui)) {
+        return {};
+    }
+    const QRegion lecito = motore->systemClip();
+    if (!lecito.isEmpty() && !QRegion(qui).subtracted(lecito).isEmpty()) return {};
+    Tracciatore::Tela tela = TelaDi(*sotto);
+    tela.Pixel += qui.y() * tela.Passo + qui.x();
+    return tela;
+}
+
 /// Times the width of a thin line.
 double Spessore(std::int16_t spessore) {
     return std::clamp<int>(spessore, 1, kSpessoreMassimo);
@@ -72,6 +113,28 @@ struct GraficoWidget::Foglio {
     Colore Sfondo = 0;
     Colore Testo = 0;
     Scrittore* Penna = nullptr;
+    /// The fields of the curves, in the screen's own pixels, when their ground is laid along with
+    /// these, and that ground; else neither.
+    std::vector<Tracciatore::Campo> Campi;
+    std::vector<Tracciatore::Macchia> Fondo;
+
+    /// An area of one colour: what lies in a field is put down for its ground.
+    void Riempi(QPainter& penna, const QRectF& area, const QColor& tinta) {
+        if (!Campi.empty()) {
+            // As QPainter rounds.
+            const QRectF r(area.topLeft() * Rapporto, area.size() * Rapporto);
+            const Tracciatore::Campo qui{qRound(r.left()), qRound(r.top()), qRound(r.right()),
+                                         qRound(r.bottom())};
+            Fondo.push_back({qui, tinta.rgb()});
+            for (const Tracciatore::Campo& c : Campi) {
+                if (qui.Sinistra >= c.Sinistra && qui.Destra <= c.Destra && qui.Alto >= c.Alto &&
+                    qui.Basso <= c.Basso) {
+                    return;
+                }
+            }
+        }
+        penna.fillRect(area, tinta);
+    }
 
     bool Carta() const { return Rapporto <= 0.0; }
     double SuPixel(double v) const { return Carta() ? v : std::round(v * Rapporto) / Rapporto; }
@@ -298,7 +361,6 @@ ScalaPixel GraficoWidget::ScalaY(const QRectF& area, const Riquadro& dati) const
 }
 
 void GraficoWidget::DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposizione& d) const {
-    penna.fillRect(QRectF(QPointF(), foglio.Misura), InQColor(foglio.Sfondo));
     penna.setFont(foglio.Penna->Carattere());
     penna.setPen(InQColor(foglio.Testo));
     foglio.Penna->Scrivi(penna, d.Titolo, Qt::AlignCenter, InQt(titolo_));
@@ -336,7 +398,7 @@ void GraficoWidget::DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Dispo
     if (!d.Pannelli[i].Dati.Etichetta.empty()) DisegnaEtichettaY(penna, foglio, d, i);
 }
 
-void GraficoWidget::DisegnaGriglia(QPainter& penna, const Foglio& foglio, const Disposizione& d,
+void GraficoWidget::DisegnaGriglia(QPainter& penna, Foglio& foglio, const Disposizione& d,
                                    std::size_t i) const {
     const auto& p = d.Pannelli[i];
     const QRectF& area = p.Area;
@@ -344,26 +406,27 @@ void GraficoWidget::DisegnaGriglia(QPainter& penna, const Foglio& foglio, const 
     const ScalaPixel y = ScalaY(area, p.Dati);
     const QColor rete = InQColor(Tenue(foglio.Sfondo, foglio.Testo, 0.16));
     for (const auto& tacca : d.TaccheX) {
-        penna.fillRect(
-            foglio.Verticale(x.Pixel(tacca.Valore), area.top(), area.bottom(), foglio.Filo), rete);
+        foglio.Riempi(
+            penna, foglio.Verticale(x.Pixel(tacca.Valore), area.top(), area.bottom(), foglio.Filo),
+            rete);
     }
     for (const auto& tacca : p.Tacche) {
-        penna.fillRect(
+        foglio.Riempi(
+            penna,
             foglio.Orizzontale(y.Pixel(tacca.Valore), area.left(), area.right(), foglio.Filo),
             rete);
     }
 }
 
 /// The frame lies around the area: a curve along the range's end is not hidden by it.
-void GraficoWidget::DisegnaCornice(QPainter& penna, const Foglio& foglio,
-                                   const QRectF& area) const {
+void GraficoWidget::DisegnaCornice(QPainter& penna, Foglio& foglio, const QRectF& area) const {
     const QColor cornice = InQColor(cornice_ && !foglio.Carta()
                                         ? ColoreLeggibile(*cornice_, foglio.Sfondo, kContrastoAsse)
                                         : Tenue(foglio.Sfondo, foglio.Testo, 0.55));
     const QRectF fuori = foglio.Intorno(area);
-    penna.fillRect(QRectF(fuori.topLeft(), area.topRight()), cornice);
-    penna.fillRect(QRectF(area.bottomLeft(), QPointF(area.right(), fuori.bottom())), cornice);
-    penna.fillRect(QRectF(QPointF(area.right(), fuori.top()), fuori.bottomRight()), cornice);
+    foglio.Riempi(penna, QRectF(fuori.topLeft(), area.topRight()), cornice);
+    foglio.Riempi(penna, QRectF(area.bottomLeft(), QPointF(area.right(), fuori.bottom())), cornice);
+    foglio.Riempi(penna, QRectF(QPointF(area.right(), fuori.top()), fuori.bottomRight()), cornice);
 }
 
 /// The y axis wears the colour of the channel that its labels belong to.
@@ -375,7 +438,8 @@ void GraficoWidget::DisegnaAsseY(QPainter& penna, Foglio& foglio, const Disposiz
     const ScalaPixel y = ScalaY(area, p.Dati);
     const QColor asse = InQColor(ColoreLeggibile(p.Dati.Tinta, foglio.Sfondo, kContrastoAsse));
     const double spessore = foglio.Carta() ? kAsse / 2.0 : kAsse;
-    penna.fillRect(
+    foglio.Riempi(
+        penna,
         QRectF(QPointF(area.left() - spessore, fuori.top()), QPointF(area.left(), fuori.bottom())),
         asse);
     const double riga = foglio.Penna->Riga();
@@ -388,7 +452,8 @@ void GraficoWidget::DisegnaAsseY(QPainter& penna, Foglio& foglio, const Disposiz
     penna.setPen(InQColor(ColoreLeggibile(p.Dati.Tinta, foglio.Sfondo, kContrastoTesto)));
     for (const auto& tacca : p.Tacche) {
         const double py = y.Pixel(tacca.Valore);
-        penna.fillRect(
+        foglio.Riempi(
+            penna,
             foglio.Orizzontale(py, area.left() - kAsse - kTacca, area.left(), spessore / 2.0),
             asse);
         scrivi(py, tacca.Testo);
@@ -424,9 +489,10 @@ void GraficoWidget::DisegnaAsseX(QPainter& penna, Foglio& foglio, const Disposiz
     penna.setPen(inchiostro);
     for (const auto& tacca : d.TaccheX) {
         const double px = x.Pixel(tacca.Valore);
-        penna.fillRect(foglio.Verticale(px, area.bottom(), area.bottom() + kTacca,
-                                        foglio.Carta() ? foglio.Filo : 1.0),
-                       inchiostro);
+        foglio.Riempi(penna,
+                      foglio.Verticale(px, area.bottom(), area.bottom() + kTacca,
+                                       foglio.Carta() ? foglio.Filo : 1.0),
+                      inchiostro);
         foglio.Penna->Scrivi(penna, QRectF(px - 60.0, area.bottom() + kTacca + 2.0, 120.0, riga),
                              Qt::AlignHCenter | Qt::AlignTop, tacca.Testo);
     }
@@ -441,25 +507,23 @@ void GraficoWidget::DisegnaLegenda(QPainter& penna, Foglio& foglio, const Dispos
     }
 }
 
-void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Disposizione& d) const {
+void GraficoWidget::DipingiCurve(QImage& foto, const Foglio& foglio, const Disposizione& d,
+                                 const Tracciatore::Tela& schermo) const {
     const double r = foglio.Rapporto;
-    const auto intero = [](double v) { return static_cast<int>(std::lround(v)); };
-    const Tracciatore::Tela tela{reinterpret_cast<std::uint32_t*>(foto.bits()),
-                                 foto.bytesPerLine() / 4};
+    const Tracciatore::Tela tela = TelaDi(foto);
     for (std::size_t i = 0; i < d.Pannelli.size(); ++i) {
         const auto& p = d.Pannelli[i];
         // In the picture's own pixels; the frame belongs to the field, but not the axis.
         const QRectF area(p.Area.topLeft() * r, p.Area.size() * r);
         const ScalaPixel x = ScalaX(area);
         const ScalaPixel y = ScalaY(area, p.Dati);
-        if (!x.Valida() || !y.Valida()) continue;
         const int riquadro = separati_.empty() ? 0 : static_cast<int>(i) + 1;
-        tracciatore_.Inizia(tela, {std::clamp(intero(area.left()), 0, foto.width()),
-                                   std::clamp(intero(area.top()) - 1, 0, foto.height()),
-                                   std::clamp(intero(area.right()) + 1, 0, foto.width()),
-                                   std::clamp(intero(area.bottom()) + 1, 0, foto.height())});
+        const bool valida = x.Valida() && y.Valida();
+        tracciatore_.Inizia(tela, CampoDi(foto, p.Area));
+        tracciatore_.Fondo(foglio.Fondo);
+        tracciatore_.Copia(schermo);
         for (const Elemento& elemento : elementi_) {
-            if (elemento.Riquadro != riquadro) continue;
+            if (elemento.Riquadro != riquadro || !valida) continue;
             const double larghezza =
                 (ModoBox() ? kTrattoBox : kTratto) * Spessore(elemento.Spessore) * r;
             const std::uint32_t tinta =
@@ -535,22 +599,54 @@ void GraficoWidget::DisegnaCurve(QPainter& penna, const Foglio& foglio,
     }
 }
 
-void GraficoWidget::Dipingi(QImage& foto, double rapporto) const {
+/// Whether no letters stand where the curves run.
+bool GraficoWidget::CampiVuoti(const Disposizione& d) const {
+    if (!invito_.empty() || (separati_.empty() && !livelli_.empty())) return false;
+    // In a window that is far too small the plot runs into the text below it.
+    return d.EtichettaX.isEmpty() || d.Pannelli.back().Area.bottom() + 2.0 <= d.EtichettaX.top();
+}
+
+void GraficoWidget::Dipingi(QImage& foto, double rapporto, const Tracciatore::Tela& schermo) const {
     const QSize pixel = (QSizeF(size()) * rapporto).toSize().expandedTo(QSize(1, 1));
     if (foto.size() != pixel) foto = QImage(pixel, QImage::Format_RGB32);
     foto.setDevicePixelRatio(rapporto);
     Foglio foglio = Schermo(rapporto);
     const Disposizione& d = Disposta(rapporto);
+    QRegion fuori(foto.rect());
+    if (CampiVuoti(d)) {
+        for (const auto& p : d.Pannelli) {
+            const Tracciatore::Campo campo = CampoDi(foto, p.Area);
+            foglio.Campi.push_back(campo);
+            fuori -= QRect(campo.Sinistra, campo.Alto, campo.Destra - campo.Sinistra,
+                           campo.Basso - campo.Alto);
+        }
+        const Tracciatore::Campo tutto{0, 0, foto.width(), foto.height()};
+        foglio.Fondo.push_back({tutto, Pixel(foglio.Sfondo)});
+    }
+    const Tracciatore::Tela tela = TelaDi(foto);
+    for (const QRect& parte : fuori) {
+        for (int y = parte.top(); y <= parte.bottom(); ++y) {
+            std::fill_n(tela.Pixel + y * tela.Passo + parte.left(), parte.width(),
+                        Pixel(foglio.Sfondo));
+        }
+    }
     {
         QPainter penna(&foto);
         DisegnaFondo(penna, foglio, d);
     }
-    DipingiCurve(foto, foglio, d);
+    DipingiCurve(foto, foglio, d, foglio.Campi.empty() ? Tracciatore::Tela{} : schermo);
+    if (schermo.Pixel == nullptr) return;
+    for (const QRect& parte : fuori) {
+        for (int y = parte.top(); y <= parte.bottom(); ++y) {
+            std::copy_n(tela.Pixel + y * tela.Passo + parte.left(), parte.width(),
+                        schermo.Pixel + y * schermo.Passo + parte.left());
+        }
+    }
 }
 
 QImage GraficoWidget::Fotografa(double rapporto) const {
     QImage foto;
-    Dipingi(foto, rapporto);
+    Dipingi(foto, rapporto, {});
     return foto;
 }
 
@@ -588,6 +684,7 @@ void GraficoWidget::DisegnaSu(QPainter& painter, const QRectF& rect, bool conCur
     painter.scale(scala, scala);
     painter.setClipRect(QRectF(QPointF(), foglio.Misura), Qt::IntersectClip);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(QRectF(QPointF(), foglio.Misura), InQColor(foglio.Sfondo));
     DisegnaFondo(painter, foglio, d);
     DisegnaCurve(painter, foglio, d);
     if (conCursore) DisegnaCursoreSu(painter, foglio, d);
@@ -610,16 +707,19 @@ void GraficoWidget::DescriviGrafico() {
     setAccessibleName(descrizione);
 }
 
-void GraficoWidget::AggiornaFoto() {
+bool GraficoWidget::AggiornaFoto(const QPainter& penna) {
     const double rapporto = devicePixelRatioF();
     if (!sporco_ && foto_.devicePixelRatio() == rapporto &&
         foto_.size() == (QSizeF(size()) * rapporto).toSize()) {
-        return;
+        return false;
     }
-    Dipingi(foto_, rapporto);
+    const Tracciatore::Tela schermo =
+        TelaSotto(penna, (QSizeF(size()) * rapporto).toSize(), rapporto);
+    Dipingi(foto_, rapporto, schermo);
     sporco_ = false;
     ++ridisegni_;
     DescriviGrafico();
+    return schermo.Pixel != nullptr;
 }
 
 void GraficoWidget::DisegnaCursore(QPainter& penna) const {
@@ -648,13 +748,14 @@ void GraficoWidget::DisegnaZoom(QPainter& penna) const {
 }
 
 void GraficoWidget::paintEvent(QPaintEvent* evento) {
-    AggiornaFoto();
-    const double rapporto = foto_.devicePixelRatio();
     QPainter penna(this);
-    for (const QRect& parte : evento->region()) {
-        penna.drawImage(
-            QRectF(parte), foto_,
-            QRectF(QPointF(parte.topLeft()) * rapporto, QSizeF(parte.size()) * rapporto));
+    if (!AggiornaFoto(penna)) {
+        const double rapporto = foto_.devicePixelRatio();
+        for (const QRect& parte : evento->region()) {
+            penna.drawImage(
+                QRectF(parte), foto_,
+                QRectF(QPointF(parte.topLeft()) * rapporto, QSizeF(parte.size()) * rapporto));
+        }
     }
     DisegnaCursore(penna);
     if (zoom_) DisegnaZoom(penna);

@@ -149,15 +149,18 @@ class GraficoWidget : public QWidget, public GraphControl {
     void DisponiAssiY(Foglio& foglio, const std::vector<Riquadro>& riquadri, double altezza,
                       Disposizione& d) const;
     void DisponiAsseX(Foglio& foglio, double larghezza, Disposizione& d) const;
-    void Dipingi(QImage& foto, double rapporto) const;
-    void DipingiCurve(QImage& foto, const Foglio& foglio, const Disposizione& d) const;
+    bool CampiVuoti(const Disposizione& d) const;
+    /// Copies the picture to the screen's pixels along with it, unless these are null.
+    void Dipingi(QImage& foto, double rapporto, const Tracciatore::Tela& schermo) const;
+    void DipingiCurve(QImage& foto, const Foglio& foglio, const Disposizione& d,
+                      const Tracciatore::Tela& schermo) const;
     void DisegnaCurve(QPainter& penna, const Foglio& foglio, const Disposizione& d) const;
     void DisegnaFondo(QPainter& penna, Foglio& foglio, const Disposizione& d) const;
     void DisegnaRiquadro(QPainter& penna, Foglio& foglio, const Disposizione& d,
                          std::size_t i) const;
-    void DisegnaGriglia(QPainter& penna, const Foglio& foglio, const Disposizione& d,
+    void DisegnaGriglia(QPainter& penna, Foglio& foglio, const Disposizione& d,
                         std::size_t i) const;
-    void DisegnaCornice(QPainter& penna, const Foglio& foglio, const QRectF& area) const;
+    void DisegnaCornice(QPainter& penna, Foglio& foglio, const QRectF& area) const;
     void DisegnaAsseY(QPainter& penna, Foglio& foglio, const Disposizione& d, std::size_t i) const;
     void DisegnaEtichettaY(QPainter& penna, const Foglio& foglio, const Disposizione& d,
                            std::size_t i) const;
@@ -167,7 +170,8 @@ class GraficoWidget : public QWidget, public GraphControl {
     void DisegnaCursore(QPainter& penna) const;
     void DisegnaCursoreSu(QPainter& penna, const Foglio& foglio, const Disposizione& d) const;
     void DisegnaZoom(QPainter& penna) const;
-    void AggiornaFoto();
+    /// True: the new picture is on the screen already.
+    bool AggiornaFoto(const QPainter& penna);
     void DescriviGrafico();
     ScalaPixel ScalaX(const QRectF& area) const;
     ScalaPixel ScalaY(const QRectF& area, const Riquadro& dati) const;

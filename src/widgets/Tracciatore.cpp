@@ -7,9 +7,20 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <thread>
 #if defined(__SSE2__) || defined(_M_X64)
 #include <emmintrin.h>
 #define LAPVANE_SSE2
+#endif
+// Not on Windows, where this compiler puts registers of 32 bytes on a stack that is aligned to 16.
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(_WIN32)
+#include <immintrin.h>
+#define LAPVANE_AVX2
+#endif
+#ifdef __GNUC__
+#define LAPVANE_DENTRO [[gnu::always_inline]] inline  // into the routine that may use more
+#else
+#define LAPVANE_DENTRO inline
 #endif
 
 namespace lapvane {
@@ -72,12 +83,12 @@ void StendiTessera(std::uint32_t* pixel, const std::uint8_t* maschera, std::uint
     const __m128i tinta =
         _mm_unpacklo_epi8(_mm_set1_epi32(static_cast<std::int32_t>(colore)), zero);
     // a * 255 + (b - a) * weight, which is the sum of `Mescola`: what overflows on the way comes
-    // back.
+    // back. The upper half of 257 times the sum is what its two shifts give.
     const auto mescola = [&](__m128i sotto, __m128i peso) {
         const __m128i t =
             _mm_add_epi16(_mm_add_epi16(_mm_sub_epi16(_mm_slli_epi16(sotto, 8), sotto), cento),
                           _mm_mullo_epi16(_mm_sub_epi16(tinta, sotto), peso));
-        return _mm_srli_epi16(_mm_add_epi16(t, _mm_srli_epi16(t, 8)), 8);
+        return _mm_mulhi_epu16(t, _mm_set1_epi16(257));
     };
     const __m128i m = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(maschera));
     const __m128i doppia = _mm_unpacklo_epi8(m, m);
@@ -92,6 +103,88 @@ void StendiTessera(std::uint32_t* pixel, const std::uint8_t* maschera, std::uint
 #else
     StendiPixel(pixel, maschera, colore, kTessera);
 #endif
+}
+
+#ifdef LAPVANE_AVX2
+#define LAPVANE_CON_AVX2 __attribute__((target("avx2,bmi")))
+
+LAPVANE_CON_AVX2 inline __m256i Mescola4(__m256i sotto, __m256i peso, __m256i tinta) {
+    const __m256i t =
+        _mm256_add_epi16(_mm256_add_epi16(_mm256_sub_epi16(_mm256_slli_epi16(sotto, 8), sotto),
+                                          _mm256_set1_epi16(128)),
+                         _mm256_mullo_epi16(_mm256_sub_epi16(tinta, sotto), peso));
+    return _mm256_mulhi_epu16(t, _mm256_set1_epi16(257));
+}
+
+/// `StendiTessera` in wider registers: the same sums.
+LAPVANE_CON_AVX2 inline void StendiTesseraAvx2(std::uint32_t* pixel, const std::uint8_t* maschera,
+                                               std::uint32_t colore) {
+    const __m256i zero = _mm256_setzero_si256();
+    const __m256i tinta =
+        _mm256_unpacklo_epi8(_mm256_set1_epi32(static_cast<std::int32_t>(colore)), zero);
+    // The weights of the pixels 0 1 4 5 and 2 3 6 7, where unpacking puts these.
+    const __m256i prima = _mm256_setr_epi8(0, -1, 0, -1, 0, -1, 0, -1, 1, -1, 1, -1, 1, -1, 1, -1,
+                                           4, -1, 4, -1, 4, -1, 4, -1, 5, -1, 5, -1, 5, -1, 5, -1);
+    const __m256i dopo = _mm256_add_epi8(prima, _mm256_set1_epi16(2));
+    const __m256i pesi =
+        _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(maschera)));
+    auto* const posto = reinterpret_cast<__m256i*>(pixel);
+    const __m256i p = _mm256_loadu_si256(posto);
+    const __m256i basso =
+        Mescola4(_mm256_unpacklo_epi8(p, zero), _mm256_shuffle_epi8(pesi, prima), tinta);
+    const __m256i alto =
+        Mescola4(_mm256_unpackhi_epi8(p, zero), _mm256_shuffle_epi8(pesi, dopo), tinta);
+    _mm256_storeu_si256(posto, _mm256_packus_epi16(basso, alto));
+}
+#endif
+
+/// Lays the colour over the marked pixels of a row and leaves mask and marks empty. `pixel` stands
+/// where the mask begins, a border before the field; `larghezza` is that of the mask.
+template <void (*Tessera)(std::uint32_t*, const std::uint8_t*, std::uint32_t)>
+LAPVANE_DENTRO void StendiMarcate(std::uint32_t* pixel, std::uint8_t* maschera,
+                                  std::span<std::uint64_t> marcate, int larghezza,
+                                  std::uint32_t colore) {
+    for (std::size_t parola = 0; parola < marcate.size(); ++parola) {
+        std::uint64_t tessere = marcate[parola];
+        if (tessere == 0) continue;
+        marcate[parola] = 0;
+        for (; tessere != 0; tessere &= tessere - 1) {
+            const int x = (static_cast<int>(parola) * 64 + std::countr_zero(tessere)) * kTessera;
+            std::uint8_t* const m = maschera + x;
+            const int resto = larghezza - kBordo - x;
+            if (x < kBordo || resto <= 0) {
+                // the border
+            } else if (resto >= kTessera) {
+                Tessera(pixel + x, m, colore);
+            } else {
+                StendiPixel(pixel + x, m, colore, resto);
+            }
+            std::memset(m, 0, kTessera);
+        }
+    }
+}
+
+using StendiRiga = void (*)(std::uint32_t*, std::uint8_t*, std::span<std::uint64_t>, int,
+                            std::uint32_t);
+
+void StendiSemplice(std::uint32_t* pixel, std::uint8_t* maschera, std::span<std::uint64_t> marcate,
+                    int larghezza, std::uint32_t colore) {
+    StendiMarcate<StendiTessera>(pixel, maschera, marcate, larghezza, colore);
+}
+
+#ifdef LAPVANE_AVX2
+LAPVANE_CON_AVX2 void StendiAvx2(std::uint32_t* pixel, std::uint8_t* maschera,
+                                 std::span<std::uint64_t> marcate, int larghezza,
+                                 std::uint32_t colore) {
+    StendiMarcate<StendiTesseraAvx2>(pixel, maschera, marcate, larghezza, colore);
+}
+#endif
+
+StendiRiga MiglioreStendi() {
+#ifdef LAPVANE_AVX2
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi")) return StendiAvx2;
+#endif
+    return StendiSemplice;
 }
 
 /// Raises a row of the mask to a coverage that is higher.
@@ -147,8 +240,18 @@ struct Tracciatore::Stile {
 
 struct Tracciatore::LineaPronta {
     Stile Aspetto;
+    std::size_t Punti = 0;  ///< the first of its points ...
+    std::size_t QuantiPunti = 0;
     std::size_t Da = 0;  ///< segments up to but without `A`
     std::size_t A = 0;
+};
+
+/// What the threads of one picture share: the lines' segments first, then the bands.
+struct Tracciatore::Lavoro {
+    int Fasce = 0;
+    std::atomic<std::size_t> ProssimaLinea = 0;
+    std::atomic<std::size_t> Pronte = 0;
+    std::atomic<int> ProssimaFascia = 0;
 };
 
 /// Rows that a segment may touch, both included.
@@ -164,6 +267,8 @@ class Tracciatore::Fascia {
     void Disegna(const Tracciatore& t, int fascia);
 
  private:
+    class Testa;
+
     void Copri(const Segmento& s);
     template <bool Alto>
     void CopriLungo(const Segmento& s);
@@ -173,10 +278,12 @@ class Tracciatore::Fascia {
     void CopriCorpo(const Segmento& s, int da, int a);
     template <bool Alto, int Pixel>
     void CopriColProfilo(const Segmento& s, int da, int a);
+    std::uint64_t* Marcate(int y) {
+        return tessere_.data() + static_cast<std::size_t>(y - primaRiga_) * passoTessere_;
+    }
     /// Marks the pixels of a row.
     void Segna(int y, int da, int a) {
-        std::uint64_t* const riga =
-            tessere_.data() + static_cast<std::size_t>(y - primaRiga_) * passoTessere_;
+        std::uint64_t* const riga = Marcate(y);
         const unsigned prima = static_cast<unsigned>(da) / kTessera;
         const unsigned ultima = static_cast<unsigned>(a) / kTessera;
         riga[prima / 64] |= std::uint64_t{1} << (prima % 64);
@@ -196,7 +303,9 @@ class Tracciatore::Fascia {
         return maschera_.data() + static_cast<std::size_t>(y - primaRiga_) * passo_ +
                static_cast<std::size_t>(x);
     }
-    void Stendi(const Tela& tela, const Campo& campo, const Righe& righe);
+    void Stendi(const Tracciatore& t, const Righe& righe);
+    void StendiFondo(const Tracciatore& t) const;
+    void Copia(const Tracciatore& t) const;
 
     int larghezza_ = 0;  ///< with both borders
     int primaRiga_ = 0;  ///< of the field
@@ -208,7 +317,7 @@ class Tracciatore::Fascia {
     const Stile* stile_ = nullptr;
 };
 
-Tracciatore::Tracciatore() = default;
+Tracciatore::Tracciatore(bool semplice) : semplice_(semplice) {}
 Tracciatore::~Tracciatore() = default;
 
 std::shared_ptr<const Tracciatore::Profilo> Tracciatore::ProfiloDi(double larghezza) {
@@ -238,8 +347,9 @@ std::shared_ptr<const Tracciatore::Profilo> Tracciatore::ProfiloDi(double larghe
 void Tracciatore::Inizia(const Tela& tela, const Campo& campo) {
     tela_ = tela;
     campo_ = campo;
-    segmenti_.clear();
-    righe_.clear();
+    fondo_ = {};
+    copia_ = {};
+    punti_.clear();
     linee_.clear();
 }
 
@@ -273,12 +383,13 @@ Tracciatore::Segmento Tracciatore::Prepara(const PuntoGrafico& a, const PuntoGra
     return s;
 }
 
-void Tracciatore::Aggiungi(const Segmento& s, float raggio) {
+void Tracciatore::Aggiungi(LineaPronta& linea, const Segmento& s) {
     const auto [cima, fondo] =
         s.Alto ? std::minmax(s.Da, s.A) : std::minmax(s.TraversoDa, s.TraversoA);
-    const double oltre = static_cast<double>(s.Alto ? raggio : s.Mezza);
-    segmenti_.push_back(s);
-    righe_.push_back({Sotto(cima - oltre) - 1, Sotto(fondo + oltre) + 1});
+    const double oltre = static_cast<double>(s.Alto ? linea.Aspetto.Raggio : s.Mezza);
+    segmenti_[linea.A] = s;
+    righe_[linea.A] = {Sotto(cima - oltre) - 1, Sotto(fondo + oltre) + 1};
+    ++linea.A;
 }
 
 void Tracciatore::Linea(std::span<const PuntoGrafico> punti, double larghezza,
@@ -288,7 +399,16 @@ void Tracciatore::Linea(std::span<const PuntoGrafico> punti, double larghezza,
     LineaPronta linea;
     linea.Aspetto = {static_cast<float>(larghezza / 2.0 + 0.5), colore | 0xFF000000U,
                      ProfiloDi(larghezza)};
-    linea.Da = segmenti_.size();
+    // A line has a segment less than points, but one at least.
+    linea.Punti = linea.Da = linea.A = punti_.size();
+    linea.QuantiPunti = punti.size();
+    punti_.insert(punti_.end(), punti.begin(), punti.end());
+    linee_.push_back(std::move(linea));
+}
+
+/// The segments of a line, in their own places: lines are prepared side by side.
+void Tracciatore::Prepara(LineaPronta& linea) {
+    const std::span punti = std::span(punti_).subspan(linea.Punti, linea.QuantiPunti);
     const float raggio = linea.Aspetto.Raggio;
     Segmento prima = Prepara(punti[0], punti[0], raggio);
     bool aperta = false;
@@ -301,7 +421,7 @@ void Tracciatore::Linea(std::span<const PuntoGrafico> punti, double larghezza,
                            std::fabs(s.Mezza - prima.Mezza) > kScalinoMassimo;
         if (aperta) {
             (prima.Avanti ? prima.TestaA : prima.TestaDa) = tonda;
-            Aggiungi(prima, raggio);
+            Aggiungi(linea, prima);
         }
         (s.Avanti ? s.TestaDa : s.TestaA) = tonda;
         prima = s;
@@ -309,40 +429,51 @@ void Tracciatore::Linea(std::span<const PuntoGrafico> punti, double larghezza,
     }
     if (!aperta) prima.TestaDa = true;
     (prima.Avanti ? prima.TestaA : prima.TestaDa) = true;
-    Aggiungi(prima, raggio);
-    linea.A = segmenti_.size();
-    linee_.push_back(std::move(linea));
+    Aggiungi(linea, prima);
+}
+
+/// One thread's part.
+void Tracciatore::Esegui(Lavoro& lavoro, Fascia& fascia) {
+    const std::size_t linee = linee_.size();
+    for (std::size_t n = lavoro.ProssimaLinea++; n < linee; n = lavoro.ProssimaLinea++) {
+        Prepara(linee_[n]);
+        lavoro.Pronte.fetch_add(1, std::memory_order_release);
+    }
+    // Another thread is about to end its last line: some microseconds.
+    while (lavoro.Pronte.load(std::memory_order_acquire) < linee) std::this_thread::yield();
+    for (int n = lavoro.ProssimaFascia++; n < lavoro.Fasce; n = lavoro.ProssimaFascia++) {
+        fascia.Disegna(*this, n);
+    }
 }
 
 void Tracciatore::Traccia(int thread) {
     const int righe = campo_.Basso - campo_.Alto;
-    if (linee_.empty() || righe <= 0 || campo_.Destra <= campo_.Sinistra) return;
-    const int fasce = (righe + kRigheFascia - 1) / kRigheFascia;
+    const bool niente = linee_.empty() && fondo_.empty() && copia_.Pixel == nullptr;
+    if (niente || righe <= 0 || campo_.Destra <= campo_.Sinistra) return;
+    Lavoro lavoro;
+    lavoro.Fasce = (righe + kRigheFascia - 1) / kRigheFascia;
+    segmenti_.resize(std::max(segmenti_.size(), punti_.size()));
+    righe_.resize(segmenti_.size());
     if (thread <= 0) {
-        thread = segmenti_.size() < kSegmentiThread
-                     ? 1
-                     : QThreadPool::globalInstance()->maxThreadCount();
+        thread =
+            punti_.size() < kSegmentiThread ? 1 : QThreadPool::globalInstance()->maxThreadCount();
     }
-    thread = std::min(thread, fasce);
+    thread = std::min(thread, lavoro.Fasce);
     while (fasce_.size() < static_cast<std::size_t>(thread)) {
         fasce_.push_back(std::make_unique<Fascia>());
     }
-    std::atomic<int> prossima = 0;
-    const auto disegna = [&](Fascia& fascia) {
-        for (int n = prossima++; n < fasce; n = prossima++) fascia.Disegna(*this, n);
-    };
     int altri = 0;
     for (; altri + 1 < thread; ++altri) {
         Fascia* const sua = fasce_[static_cast<std::size_t>(altri) + 1].get();
         // A pool that is busy elsewhere helps nobody; this thread then does it all.
-        if (!QThreadPool::globalInstance()->tryStart([&, sua] {
-                disegna(*sua);
+        if (!QThreadPool::globalInstance()->tryStart([this, &lavoro, sua] {
+                Esegui(lavoro, *sua);
                 pronti_.release();
             })) {
             break;
         }
     }
-    disegna(*fasce_[0]);
+    Esegui(lavoro, *fasce_[0]);
     pronti_.acquire(altri);
 }
 
@@ -356,6 +487,7 @@ void Tracciatore::Fascia::Disegna(const Tracciatore& t, int fascia) {
     passoTessere_ = (tessere + 63) / 64;
     maschera_.resize(std::max(maschera_.size(), passo_ * kRigheFascia));
     tessere_.resize(std::max(tessere_.size(), passoTessere_ * kRigheFascia));
+    StendiFondo(t);
     for (const LineaPronta& linea : t.linee_) {
         stile_ = &linea.Aspetto;
         Righe righe{ultimaRiga_ + 1, primaRiga_ - 1};
@@ -366,7 +498,30 @@ void Tracciatore::Fascia::Disegna(const Tracciatore& t, int fascia) {
             righe.Prima = std::min(righe.Prima, std::max(sue.Prima, primaRiga_));
             righe.Ultima = std::max(righe.Ultima, std::min(sue.Ultima, ultimaRiga_));
         }
-        Stendi(t.tela_, campo, righe);
+        Stendi(t, righe);
+    }
+    if (t.copia_.Pixel != nullptr) Copia(t);
+}
+
+void Tracciatore::Fascia::StendiFondo(const Tracciatore& t) const {
+    const Campo& campo = t.campo_;
+    for (const Macchia& m : t.fondo_) {
+        const int sinistra = std::max(m.Dove.Sinistra, campo.Sinistra);
+        const int destra = std::min(m.Dove.Destra, campo.Destra);
+        if (sinistra >= destra) continue;
+        const int fine = std::min(m.Dove.Basso, campo.Alto + ultimaRiga_ + 1);
+        for (int y = std::max(m.Dove.Alto, campo.Alto + primaRiga_); y < fine; ++y) {
+            std::fill_n(t.tela_.Pixel + y * t.tela_.Passo + sinistra, destra - sinistra,
+                        m.Colore | 0xFF000000U);
+        }
+    }
+}
+
+void Tracciatore::Fascia::Copia(const Tracciatore& t) const {
+    const auto byte = static_cast<std::size_t>(t.campo_.Destra - t.campo_.Sinistra) * 4;
+    for (int y = t.campo_.Alto + primaRiga_; y <= t.campo_.Alto + ultimaRiga_; ++y) {
+        std::memcpy(t.copia_.Pixel + y * t.copia_.Passo + t.campo_.Sinistra,
+                    t.tela_.Pixel + y * t.tela_.Passo + t.campo_.Sinistra, byte);
     }
 }
 
@@ -430,34 +585,97 @@ void Tracciatore::Fascia::CopriCorpo(const Segmento& s, int da, int a) {
     }
 }
 
+/// Coverage of four pixels around an end, `n` being the place of the first across the segment.
+class Tracciatore::Fascia::Testa {
+ public:
+    Testa(const Segmento& s, float raggio, double avanti)
+        : s_(s),
+          raggio_(raggio),
+          mezzo_(s.TraversoDa + s.Pendenza * avanti),
+          lungo_(static_cast<float>(avanti) * s.Coseno) {}
+
+    double Mezzo() const { return mezzo_; }
+#ifdef LAPVANE_SSE2
+    /// A byte each, beginning at the lowest.
+    std::uint32_t Quattro(int n) const {
+        const __m128i posti = _mm_add_epi32(_mm_set1_epi32(n), _mm_setr_epi32(0, 1, 2, 3));
+        const __m128d meta = _mm_set1_pd(0.5);
+        const __m128d basso = _mm_add_pd(_mm_cvtepi32_pd(posti), meta);
+        const __m128d alto = _mm_add_pd(_mm_cvtepi32_pd(_mm_srli_si128(posti, 8)), meta);
+        const auto meno = [&](double quanto) {
+            const __m128d q = _mm_set1_pd(quanto);
+            return _mm_movelh_ps(_mm_cvtpd_ps(_mm_sub_pd(basso, q)),
+                                 _mm_cvtpd_ps(_mm_sub_pd(alto, q)));
+        };
+        const __m128 zero = _mm_setzero_ps();
+        const __m128 d =
+            _mm_andnot_ps(_mm_set1_ps(-0.0F), _mm_mul_ps(meno(mezzo_), _mm_set1_ps(s_.Coseno)));
+        const __m128 cammino =
+            _mm_add_ps(_mm_set1_ps(lungo_), _mm_mul_ps(meno(s_.TraversoDa), _mm_set1_ps(s_.Seno)));
+        const __m128 resto = _mm_sub_ps(cammino, _mm_set1_ps(s_.Lunghezza));
+        const __m128 prima = s_.TestaDa ? _mm_cmplt_ps(cammino, zero) : zero;
+        const __m128 dopo = s_.TestaA ? _mm_andnot_ps(prima, _mm_cmpgt_ps(resto, zero)) : zero;
+        const __m128 oltre = _mm_or_ps(_mm_and_ps(prima, cammino), _mm_and_ps(dopo, resto));
+        const __m128 tonda = _mm_sqrt_ps(_mm_add_ps(_mm_mul_ps(d, d), _mm_mul_ps(oltre, oltre)));
+        const __m128 fuori = _mm_or_ps(prima, dopo);
+        const __m128 distanza = _mm_or_ps(_mm_and_ps(fuori, tonda), _mm_andnot_ps(fuori, d));
+        const __m128 parte = _mm_min_ps(
+            _mm_max_ps(_mm_sub_ps(_mm_set1_ps(raggio_), distanza), zero), _mm_set1_ps(1.0F));
+        const __m128i interi =
+            _mm_cvttps_epi32(_mm_add_ps(_mm_mul_ps(parte, _mm_set1_ps(255.0F)), _mm_set1_ps(0.5F)));
+        const __m128i parole = _mm_packs_epi32(interi, interi);
+        return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_packus_epi16(parole, parole)));
+    }
+#else
+    std::uint32_t Quattro(int n) const {
+        std::uint32_t tutti = 0;
+        for (int i = 0; i < 4; ++i) tutti |= std::uint32_t{Pixel(n + i)} << (8 * i);
+        return tutti;
+    }
+#endif
+
+ private:
+#ifndef LAPVANE_SSE2
+    std::uint8_t Pixel(int n) const {
+        float d = std::fabs(static_cast<float>(n + 0.5 - mezzo_) * s_.Coseno);
+        const float cammino = lungo_ + static_cast<float>(n + 0.5 - s_.TraversoDa) * s_.Seno;
+        if (s_.TestaDa && cammino < 0.0F) {
+            d = std::sqrt(d * d + cammino * cammino);
+        } else if (s_.TestaA && cammino > s_.Lunghezza) {
+            const float resto = cammino - s_.Lunghezza;
+            d = std::sqrt(d * d + resto * resto);
+        }
+        return Copertura(raggio_ - d);
+    }
+#endif
+    const Segmento& s_;
+    float raggio_;
+    double mezzo_;  ///< across, of the segment's middle
+    float lungo_;   ///< part of a pixel's way along that does not depend on its place across
+};
+
 /// Rows or columns `da` to `a` around an end.
 template <bool Alto>
 void Tracciatore::Fascia::CopriTesta(const Segmento& s, int da, int a) {
-    const std::size_t oltre = Alto ? 1 : passo_;
     const double raggio = static_cast<double>(stile_->Raggio);
     const double mezza = static_cast<double>(s.Mezza);
     const double minimo = std::min(s.TraversoDa, s.TraversoA) - raggio;
     const double massimo = std::max(s.TraversoDa, s.TraversoA) + raggio;
     for (int lungo = Prima<Alto>(da); lungo <= Ultima<Alto>(a); ++lungo) {
-        const double avanti = lungo + 0.5 - s.Da;
-        const double mezzo = s.TraversoDa + s.Pendenza * avanti;
+        const Testa testa(s, stile_->Raggio, lungo + 0.5 - s.Da);
+        const double mezzo = testa.Mezzo();
         const int primo = Prima<!Alto>(PrimoPixel(std::max(mezzo - mezza, minimo)));
         const int ultimo = Ultima<!Alto>(PrimoPixel(std::min(mezzo + mezza, massimo)) - 1);
         if (primo > ultimo) continue;
         if constexpr (Alto) Segna(lungo, primo, ultimo);
-        std::uint8_t* m = Alto ? Maschera(primo, lungo) : Maschera(lungo, primo);
-        for (int n = primo; n <= ultimo; ++n, m += oltre) {
-            if constexpr (!Alto) Segna(n, lungo, lungo);
-            float d = std::fabs(static_cast<float>(n + 0.5 - mezzo) * s.Coseno);
-            const float cammino = static_cast<float>(avanti) * s.Coseno +
-                                  static_cast<float>(n + 0.5 - s.TraversoDa) * s.Seno;
-            if (s.TestaDa && cammino < 0.0F) {
-                d = std::sqrt(d * d + cammino * cammino);
-            } else if (s.TestaA && cammino > s.Lunghezza) {
-                const float resto = cammino - s.Lunghezza;
-                d = std::sqrt(d * d + resto * resto);
+        for (int n = primo; n <= ultimo; n += 4) {
+            std::uint32_t quattro = testa.Quattro(n);
+            const int fine = std::min(n + 3, ultimo);
+            for (int i = n; i <= fine; ++i, quattro >>= 8) {
+                if constexpr (!Alto) Segna(i, lungo, lungo);
+                std::uint8_t* const m = Alto ? Maschera(i, lungo) : Maschera(lungo, i);
+                *m = std::max(*m, static_cast<std::uint8_t>(quattro));
             }
-            *m = std::max(*m, Copertura(stile_->Raggio - d));
         }
     }
 }
@@ -492,32 +710,13 @@ void Tracciatore::Fascia::Copri(const Segmento& s) {
 }
 
 /// Lays the line over the picture and leaves the mask empty.
-void Tracciatore::Fascia::Stendi(const Tela& tela, const Campo& campo, const Righe& righe) {
-    const std::uint32_t colore = stile_->Colore;
+void Tracciatore::Fascia::Stendi(const Tracciatore& t, const Righe& righe) {
+    static const StendiRiga migliore = MiglioreStendi();
+    const StendiRiga stendi = t.semplice_ ? StendiSemplice : migliore;
     for (int y = righe.Prima; y <= righe.Ultima; ++y) {
-        std::uint32_t* const pixel = tela.Pixel + (campo.Alto + y) * tela.Passo + campo.Sinistra;
-        std::uint8_t* const maschera = Maschera(0, y);
-        std::uint64_t* const segnate =
-            tessere_.data() + static_cast<std::size_t>(y - primaRiga_) * passoTessere_;
-        for (std::size_t parola = 0; parola < passoTessere_; ++parola) {
-            std::uint64_t tessere = segnate[parola];
-            if (tessere == 0) continue;
-            segnate[parola] = 0;
-            for (; tessere != 0; tessere &= tessere - 1) {
-                const int x =
-                    (static_cast<int>(parola) * 64 + std::countr_zero(tessere)) * kTessera;
-                std::uint8_t* const m = maschera + x;
-                const int resto = larghezza_ - kBordo - x;
-                if (x < kBordo || resto <= 0) {
-                    // the border
-                } else if (resto >= kTessera) {
-                    StendiTessera(pixel + (x - kBordo), m, colore);
-                } else {
-                    StendiPixel(pixel + (x - kBordo), m, colore, resto);
-                }
-                std::memset(m, 0, kTessera);
-            }
-        }
+        std::uint32_t* const pixel =
+            t.tela_.Pixel + (t.campo_.Alto + y) * t.tela_.Passo + (t.campo_.Sinistra - kBordo);
+        stendi(pixel, Maschera(0, y), {Marcate(y), passoTessere_}, larghezza_, stile_->Colore);
     }
 }
 

@@ -21,7 +21,8 @@ namespace lapvane {
 /// whatever the order.
 class Tracciatore {
  public:
-    Tracciatore();
+    /// `semplice`: with the instructions that every machine has; the pixels are the same.
+    explicit Tracciatore(bool semplice = false);
     ~Tracciatore();
     Tracciatore(const Tracciatore&) = delete;
     Tracciatore& operator=(const Tracciatore&) = delete;
@@ -42,11 +43,22 @@ class Tracciatore {
     /// Where the next lines go. They touch nothing outside of the field, which must lie inside the
     /// picture.
     void Inizia(const Tela& tela, const Campo& campo);
+    /// An area of one colour.
+    struct Macchia {
+        Campo Dove;
+        std::uint32_t Colore = 0;
+    };
+    /// What lies below the lines, the later over the earlier, cut at the field. A band gets its
+    /// ground just before its lines, while it is at hand. Without one the picture keeps its own.
+    void Fondo(std::span<const Macchia> macchie) { fondo_ = macchie; }
+    /// Where the field is copied to as well, a band as soon as it is done: the pixels of `tela`
+    /// that stand for the same places. Null: nowhere.
+    void Copia(const Tela& tela) { copia_ = tela; }
     /// A line through the points, which are finite and at most 10000 pixels away from the field. A
     /// pixel's middle lies at 0.5; `larghezza` is in pixels, at least 1.
     void Linea(std::span<const PuntoGrafico> punti, double larghezza, std::uint32_t colore);
-    /// Draws the lines since `Inizia`, the later ones over the earlier ones, on at most `thread`
-    /// cores; 0: on all.
+    /// Draws ground and lines since `Inizia`, the later ones over the earlier ones, on at most
+    /// `thread` cores; 0: on all. The ground's areas must still be there.
     void Traccia(int thread = 0);
 
  private:
@@ -55,16 +67,23 @@ class Tracciatore {
     struct Stile;
     struct LineaPronta;
     struct Righe;
+    struct Lavoro;
     class Fascia;
 
     std::shared_ptr<const Profilo> ProfiloDi(double larghezza);
     Segmento Prepara(const PuntoGrafico& a, const PuntoGrafico& b, float raggio) const;
-    void Aggiungi(const Segmento& s, float raggio);
+    void Aggiungi(LineaPronta& linea, const Segmento& s);
+    void Prepara(LineaPronta& linea);
+    void Esegui(Lavoro& lavoro, Fascia& fascia);
 
+    bool semplice_;
     Tela tela_;
+    Tela copia_;
     Campo campo_;
-    std::vector<Segmento> segmenti_;
-    std::vector<Righe> righe_;  ///< of each segment
+    std::span<const Macchia> fondo_;
+    std::vector<PuntoGrafico> punti_;  ///< of all lines
+    std::vector<Segmento> segmenti_;   ///< these and their rows never shrink
+    std::vector<Righe> righe_;         ///< of each segment
     std::vector<LineaPronta> linee_;
     std::vector<std::shared_ptr<const Profilo>> profili_;
     std::vector<std::unique_ptr<Fascia>> fasce_;  ///< one for each thread

@@ -217,21 +217,38 @@ TEST(Tracciatore, APointIsADisc) {
     EXPECT_EQ(foglio.Luce(45, 45), 0) << "a field of nothing";
 }
 
-TEST(Tracciatore, DrawsTheSamePixelsInWhateverThreads) {
-    const auto disegna = [](int thread) {
+TEST(Tracciatore, DrawsTheSamePixelsInWhateverWay) {
+    // Below the lines a ground that reaches out of the field; beside the picture its copy.
+    const Tracciatore::Macchia fondo[] = {{{-9, -9, 999, 999}, 0x00FF0000U},
+                                          {{-3, 60, 40, 70}, 0x000000FFU}};
+    const auto disegna = [&](int thread, bool semplice, Foglio& copia) {
         std::mt19937 caso(11);
         std::uniform_real_distribution<double> posto(-20.0, kLato + 20.0);
         Foglio foglio;
-        Tracciatore tracciatore;
-        tracciatore.Inizia(foglio.Tela(), {3, 0, kLato - 5, kLato});
-        for (std::uint32_t n = 0; n < 40; ++n) {
-            Tratto punti;
-            for (int i = 0; i < 60; ++i) punti.push_back({posto(caso), posto(caso)});
-            tracciatore.Linea(punti, n % 2 == 0 ? 1.4 : 8.4, 0x00112233U * (n % 7 + 1));
+        Tracciatore tracciatore(semplice);
+        for (const int linee : {0, 40}) {
+            tracciatore.Inizia(foglio.Tela(), {3, 1, kLato - 5, kLato});
+            tracciatore.Fondo(fondo);
+            tracciatore.Copia(copia.Tela());
+            for (int n = 0; n < linee; ++n) {
+                Tratto punti;
+                for (int i = 0; i < 60; ++i) punti.push_back({posto(caso), posto(caso)});
+                tracciatore.Linea(punti, n % 2 == 0 ? 1.4 : 8.4,
+                                  0x00112233U * (static_cast<unsigned>(n) % 7 + 1));
+            }
+            tracciatore.Traccia(thread);
+            if (linee == 0) {
+                EXPECT_EQ(foglio.Colore(39, 69), 0xFF0000FFU);
+                EXPECT_EQ(foglio.Colore(40, 69), 0xFFFF0000U);
+            }
         }
-        tracciatore.Traccia(thread);
+        EXPECT_EQ(foglio.Colore(2, 80), kNero) << "outside of the field";
+        EXPECT_EQ(copia.Pixel, foglio.Pixel);
         return foglio;
     };
-    const Foglio uno = disegna(1);
-    for (int giro = 0; giro < 5; ++giro) EXPECT_EQ(disegna(4).Pixel, uno.Pixel);
+    Foglio copia;
+    const Foglio uno = disegna(1, true, copia);
+    for (int giro = 0; giro < 5; ++giro) {
+        EXPECT_EQ(disegna(4, giro == 0, copia).Pixel, uno.Pixel) << giro;
+    }
 }

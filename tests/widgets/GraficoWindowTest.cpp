@@ -1,3 +1,4 @@
+#include <QBackingStore>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
@@ -159,6 +160,13 @@ TEST_F(GraficoDisegnato, LabelsAreTheAxisValuesDividedByTheFactor) {
     grafico.MostraNumeriY(false);
     grafico.Livelli({{75, kRosso, "High"}, {25, kBlu, "Low"}});
     EXPECT_EQ(TestiSuCarta(60), (Testi{"High", "Low", "0"})) << "levels in place of numbers";
+    const QImage foto = grafico.Fotografa(1.0);
+    int blu = 0;  // letters inside of the plot
+    for (int n = 0; n < 60 * 20; ++n) {
+        const QColor c = foto.pixelColor(Dove(0, 25) + QPoint(2 + n % 60, n / 60 - 10));
+        blu += c.blue() > c.red() + 60 ? 1 : 0;
+    }
+    EXPECT_GT(blu, 10);
 }
 
 TEST_F(GraficoDisegnato, KeysMoveTheCursorFromPointToPoint) {
@@ -229,6 +237,31 @@ TEST_F(GraficoDisegnato, MouseMovesTheCursorOverThePicture) {
     EXPECT_TRUE(prova::Ridipinto(grafico, [&] { grafico.CursoreX(8.0); }).contains(Dove(5, 20)))
         << "the old cursor stays";
     EXPECT_FALSE(prova::Ridipinto(grafico, [&] { grafico.EtichettaY("rpm"); }).isEmpty());
+}
+
+TEST_F(GraficoDisegnato, StandsAtItsPlaceInTheWindowBelowWhatCoversIt) {
+    QWidget finestra;
+    finestra.resize(700, 460);
+    grafico.setParent(&finestra);
+    grafico.move(31, 17);
+    grafico.setFocusPolicy(Qt::NoFocus);
+    QWidget sopra(&finestra);
+    sopra.setGeometry(200, 100, 50, 40);
+    sopra.setAutoFillBackground(true);
+    sopra.setPalette(QPalette(Qt::magenta, Qt::magenta));
+    finestra.show();
+    for (const bool coperto : {true, false, true}) {
+        sopra.setVisible(coperto);
+        QCoreApplication::processEvents();
+        Curva({0, 10}, {10, 90}, coperto ? kRosso : kBlu);  // the graph alone is painted
+        QCoreApplication::processEvents();
+        QImage atteso = grafico.Fotografa(1.0);
+        if (coperto) QPainter(&atteso).fillRect(200 - 31, 100 - 17, 50, 40, Qt::magenta);
+        const auto* pixel = static_cast<QImage*>(finestra.backingStore()->paintDevice());
+        EXPECT_EQ(pixel->convertToFormat(QImage::Format_RGB32).copy(31, 17, 640, 400), atteso)
+            << coperto;
+    }
+    grafico.setParent(nullptr);
 }
 
 TEST_F(GraficoDisegnato, ShowsItsFocusAndSaysWhatItShows) {
