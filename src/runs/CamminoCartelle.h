@@ -8,6 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "platform/Cartelle.h"
 #include "runs/Uscita.h"
 
 namespace lapvane {
@@ -47,16 +48,16 @@ class CamminoCartelle {
     using Nome = std::filesystem::path::string_type;
 
     void Apri();
-    void Guarda(const std::filesystem::directory_entry& voce);
+    void Guarda();
     std::vector<TrovataUscita> Chiudi();
     StatoFile Stato(const std::filesystem::path& file) const;
 
     std::deque<std::filesystem::path> daFare_;
     std::deque<std::filesystem::path> collegate_;  // behind links, when all others are through
-    std::set<std::filesystem::path> viste_;        // canonical
+    std::set<std::filesystem::path> viste_;        // by their true names
     std::set<std::filesystem::path> negate_;
     std::filesystem::path qui_;
-    std::filesystem::directory_iterator voci_;
+    LettoreCartella voci_;
     bool aperta_ = false;
     std::unordered_map<Nome, StatoFile> file_;
     std::unordered_set<Nome> minuscoli_;

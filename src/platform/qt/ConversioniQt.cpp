@@ -1,6 +1,7 @@
 #include "platform/qt/ConversioniQt.h"
 
 #include <QColor>
+#include <QDir>
 #include <QString>
 
 namespace lapvane {
@@ -15,7 +16,8 @@ QString PercorsoInQt(const std::filesystem::path& path) {
 
 std::filesystem::path PercorsoDaQt(const QString& text) {
 #ifdef Q_OS_WIN
-    return text.toStdWString();
+    // Not the "/" of the toolkit: paths are shown, kept in lists and compared.
+    return QDir::toNativeSeparators(text).toStdWString();
 #else
     return text.toStdString();
 #endif
