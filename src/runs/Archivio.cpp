@@ -129,7 +129,7 @@ void Archivio::FineElenco() {
         coda_.clear();
     } else {
         TogliSparite();
-        if (cammino_->Negate().contains(cartella_)) mancante_ = cartella_;
+        if (cammino_->Negate().contains(ChiavePercorso(cartella_))) mancante_ = cartella_;
     }
     // The newest first: they are what somebody looks for.
     std::stable_sort(coda_.begin(), coda_.end(), [](const auto& a, const auto& b) {
@@ -151,7 +151,7 @@ void Archivio::TogliSparite() {
     const auto& negate = cammino_->Negate();
     const auto cartellaNegata = [&negate](const fs::path& csv) {
         for (fs::path p = csv.parent_path(); !p.empty(); p = p.parent_path()) {
-            if (negate.contains(p)) return p;
+            if (negate.contains(ChiavePercorso(p))) return p;
             if (p == p.parent_path()) break;
         }
         return fs::path();

@@ -87,7 +87,7 @@ std::vector<TrovataUscita> CamminoCartelle::Passo() {
     if (voci_.Fine()) return Chiudi();
     Guarda();
     voci_.Avanti();
-    if (voci_.Errore() != 0) negate_.insert(qui_);
+    if (voci_.Errore() != 0) negate_.insert(ChiavePercorso(qui_));
     return {};
 }
 
@@ -99,7 +99,7 @@ void CamminoCartelle::Apri() {
     if (!viste_.insert(NomeVero(qui_)).second) return;
     voci_ = LettoreCartella(qui_);
     if (voci_.Errore() != 0) {
-        negate_.insert(qui_);
+        negate_.insert(ChiavePercorso(qui_));
         return;
     }
     aperta_ = true;
@@ -117,7 +117,7 @@ void CamminoCartelle::Guarda() {
         return;
     }
     if (voci_.Legame() && GenereDi(voce) == Genere::Niente) {
-        negate_.insert(voce);  // what it leads to may be a folder that is away
+        negate_.insert(ChiavePercorso(voce));  // what it leads to may be a folder that is away
         return;
     }
     const std::string_view fine = Estensione(nome);
@@ -139,7 +139,7 @@ StatoFile CamminoCartelle::Stato(const fs::path& file) const {
 
 std::vector<TrovataUscita> CamminoCartelle::Chiudi() {
     aperta_ = false;
-    if (GenereDi(qui_) != Genere::Cartella) negate_.insert(qui_);
+    if (GenereDi(qui_) != Genere::Cartella) negate_.insert(ChiavePercorso(qui_));
     std::vector<TrovataUscita> trovate;
     trovate.reserve(csv_.size());
     for (fs::path& csv : csv_) {

@@ -41,12 +41,13 @@ class CamminoCartelle {
     std::vector<TrovataUscita> Passo();
     bool Fine() const { return !aperta_ && daFare_.empty() && collegate_.empty(); }
 
-    /// Folders that can't be looked at, or were gone in the middle: what lies in them is not known.
-    const std::set<std::filesystem::path>& Negate() const { return negate_; }
-
- private:
     using Nome = std::filesystem::path::string_type;
 
+    /// Folders that can't be looked at, or were gone in the middle: what lies in them is not known.
+    /// By their keys (`ChiavePercorso`).
+    const std::set<Nome>& Negate() const { return negate_; }
+
+ private:
     void Apri();
     void Guarda();
     std::vector<TrovataUscita> Chiudi();
@@ -55,7 +56,7 @@ class CamminoCartelle {
     std::deque<std::filesystem::path> daFare_;
     std::deque<std::filesystem::path> collegate_;  // behind links, when all others are through
     std::set<std::filesystem::path> viste_;        // by their true names
-    std::set<std::filesystem::path> negate_;
+    std::set<Nome> negate_;
     std::filesystem::path qui_;
     LettoreCartella voci_;
     bool aperta_ = false;

@@ -342,30 +342,6 @@ TEST_F(Progetto, StopQuestionInAllItsForms) {
     EXPECT_TRUE(ConfermaChiusura());
 }
 
-TEST_F(Progetto, AProjectWithoutAFileIsOfferedANameThatNothingHas) {
-    const fs::path vecchio = cartella / "Monza.pro";
-    prova::Scrivi(vecchio, Progetto0());
-    const auto proposto = [&] {
-        macchina.FileScelti.push_back(std::nullopt);
-        mnuSaveAs_Click();
-        const FileRequest& richiesta = macchina.RichiesteFile.back();
-        return richiesta.Folder / richiesta.Name;
-    };
-    Apri(vecchio);
-    EXPECT_EQ(proposto(), vecchio);
-    mnuNew_Click();
-    EXPECT_EQ(proposto(), cartella / "New project.pro");
-    prova::Scrivi(cartella / "new PROJECT.pro", "x");
-    EXPECT_EQ(proposto(), cartella / "New project 2.pro");
-    macchina.FileScelti.push_back(cartella / "mio.pro");
-    mnuSaveAs_Click();
-    EXPECT_EQ(proposto(), cartella / "mio.pro");
-    mnuNew_Click();
-    PercorsoProgetto.clear();
-    EXPECT_EQ(macchina.CartellaCorrente / proposto(),
-              macchina.CartellaCorrente / "New project 2.pro");
-}
-
 TEST_F(Progetto, WriteErrorsGoToTheDoorWithTheFile) {
     mnuNew_Click();
     PercorsoProgetto = macchina.Cartella / "manca" / "x.pro";
