@@ -13,6 +13,34 @@
 using namespace lapvane;
 using namespace lapvane::prova;
 
+TEST(NoteProgetto, CancelChangesNothingAndOkCopiesWhatIsWritten) {
+    PlatformProva macchina;
+    CaricaTestiVeri(0);
+    DatiProgetto.NomeProgetto = " ";  // an empty field after its file was read
+    DatiProgetto.Veicolo = "Monza 3";
+    {
+        dlgNoteProgetto dialogo;
+        dialogo.show();
+        auto* const nome = dialogo.findChild<QLineEdit*>(QStringLiteral("txtNomeProgetto"));
+        EXPECT_TRUE(nome->text().isEmpty());
+        QTest::keyClicks(nome, QStringLiteral("scartato"));
+        QTest::keyClick(&dialogo, Qt::Key_Escape);
+    }
+    EXPECT_EQ(DatiProgetto.NomeProgetto, " ");
+    EXPECT_FALSE(ProgettoModificato);
+    dlgNoteProgetto dialogo;
+    dialogo.show();
+    QTest::keyClicks(dialogo.findChild<QLineEdit*>(QStringLiteral("txtNomeProgetto")),
+                     QStringLiteral(" Montecorvo "));
+    auto* const note = dialogo.findChild<QPlainTextEdit*>(QStringLiteral("txtNoteProgetto"));
+    note->setPlainText(QStringLiteral("prima\nseconda"));
+    QTest::mouseClick(dialogo.findChild<QPushButton*>(QStringLiteral("OKButton")), Qt::LeftButton);
+    EXPECT_EQ(DatiProgetto.NomeProgetto, " Montecorvo ") << "untrimmed";
+    EXPECT_EQ(DatiProgetto.Veicolo, "Monza 3");
+    EXPECT_EQ(DatiProgetto.NoteProgetto, "prima seconda") << "the file has a line a field";
+    EXPECT_TRUE(ProgettoModificato);
+}
+
 TEST(StampaProgetto, PaperShowsTheFormAsItIsLaidOut) {
     PlatformProva macchina;
     CaricaTestiVeri(0);

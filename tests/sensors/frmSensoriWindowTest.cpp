@@ -279,5 +279,35 @@ TEST_F(Sensori, DamagedProjectsOpenAndGoOutAsOKWouldStoreThem) {
     EXPECT_EQ(r.PressioneTurbo, "di nessun file");
 }
 
+TEST_F(Sensori, BothTabsFitTheScreenAndEachFrameHasItsLetterAndItsOrder) {
+    for (const CanaleSensore& canale : kCanaliSensore) DatiProgetto.*canale.Abil = true;
+    StrumentoPresente = true;
+    for (const int lingua : {0, 1}) {
+        prova::CaricaTestiVeri(lingua);
+        Apri();
+        for (int scheda = 0; scheda < 2; ++scheda) {
+            Schede()->setCurrentIndex(scheda);
+            QCoreApplication::processEvents();
+            SchermoIntero();
+            const QWidget* pagina = Schede()->widget(scheda);
+            for (const QGroupBox* cornice : pagina->findChildren<QGroupBox*>()) {
+                EXPECT_TRUE(cornice->title().contains(QLatin1Char('&'))) << DaQt(cornice->title());
+                // Tab goes through a frame from the top, each row from the left.
+                QPoint prima(-1, -1);
+                for (QWidget* w = cornice->nextInFocusChain(); w != cornice;
+                     w = w->nextInFocusChain()) {
+                    if (!cornice->isAncestorOf(w) || w->objectName().isEmpty()) continue;
+                    if ((w->focusPolicy() & Qt::TabFocus) == 0) continue;
+                    const QPoint qui = w->mapTo(cornice, w->rect().center());
+                    EXPECT_TRUE(qui.y() > prima.y() + 9 || qui.x() > prima.x())
+                        << DaQt(w->objectName());
+                    EXPECT_GE(qui.y(), prima.y() - 9) << DaQt(w->objectName());
+                    prima = qui;
+                }
+            }
+        }
+    }
+}
+
 }  // namespace
 }  // namespace lapvane

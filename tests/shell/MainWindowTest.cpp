@@ -425,6 +425,33 @@ TEST_F(Finestra, OpensTheAnalysisThatTheRecentListChoosesAndCommandsInsideItCome
     }
 }
 
+TEST_F(Finestra, ClosingInsideAScanStopsInOrderBehindIt) {
+    Apri();
+    porta->Porte = {{1, true}};
+    FileRecenteScelto.clear();
+    recenti() = {{"/a", "/b", "/c", "/d", ""}, 4};
+    ProgettoModificato = true;
+    DatiProgetto.NomeProgetto = "x";
+    macchina.Risposte = {Answer::Cancel, Answer::No};
+    int giri = 0;
+    bool chiusa = false;
+    macchina.DuranteEventi = [&] {
+        if (++giri == 3) chiusa = finestra->close();
+    };
+    finestra->AvviaSorveglianza();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return macchina.Risposte.size() == 1; }, 10000));
+    EXPECT_FALSE(chiusa);
+    EXPECT_TRUE(finestra->isVisible()) << "Cancel goes on";
+    EXPECT_EQ(macchina.Risposte.size(), 1u);
+    macchina.DuranteEventi = nullptr;
+    ASSERT_TRUE(porta->Porte.contains(1));
+    porta->PortOpen(true);
+    finestra->close();
+    EXPECT_FALSE(finestra->isVisible());
+    EXPECT_FALSE(porta->PortOpen());
+    EXPECT_EQ(prova::Leggi(macchina.Cartella / "RecentFiles.ini"), "1\r\n/a\r\n/b\r\n/c\r\n");
+}
+
 TEST_F(Finestra, PollRestsBetweenItsRoundsAndWhereSomethingKeepsItOff) {
     Apri();
     porta->PortOpen(true);
@@ -439,6 +466,46 @@ TEST_F(Finestra, PollRestsBetweenItsRoundsAndWhereSomethingKeepsItOff) {
     EXPECT_TRUE(QTest::qWaitFor(chiesto, 20000)) << "it went on";
     QTest::qWait(50);
     EXPECT_LT(porta->Scritti.size(), prima + 5) << "without a pause";
+}
+
+TEST_F(Finestra, DownloadForgetsTheLogBeforeAndOffersToSaveWhatCame) {
+    Apri();
+    porta->PortOpen(true);
+    porta->Risponde = [&](const std::string& frame) {
+        if (ByteIn(frame, 2) == 37) {
+            std::string valori(36, '\0');
+            valori.replace(31, 4, CodificaLong(2560));
+            porta->Fra(1, valori);
+        } else if (ByteIn(frame, 2) == 14) {
+            porta->Fra(1, "R\x0E" + std::string(128, '\0'));
+            auto* aperta = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (LongIn(frame, 3) == 512 && aperta != nullptr) aperta->reject();
+        }
+    };
+    finestra->Abilita(Comando::DownData, true);
+    macchina.FileScelti.push_back(std::nullopt);
+    macchina.Risposte = {Answer::Ok, Answer::Ok};
+    TabellaGiri[7] = "01:02.03, 1";  // of the log before
+    QTest::mouseClick(Pulsante("DownData"), Qt::LeftButton);
+    EXPECT_EQ(TabellaGiri[7], "00:00.00");
+    EXPECT_TRUE(macchina.RichiesteFile.back().Name.string().ends_with(" partial.csv"));
+    EXPECT_EQ(macchina.RichiesteFile.back().Filter, "Data File (*.csv)|*.csv");
+    EXPECT_TRUE(VoceMenu("mnuSaveData")->isEnabled());
+    EXPECT_FALSE(Pulsante("SaveData")->isEnabled());
+}
+
+TEST_F(Finestra, RunTimeErrorEndsThroughTheDoorWithItsFile) {
+    Apri();
+    macchina.FileScelti.push_back(macchina.Cartella / "manca" / "x.pro");
+    macchina.Risposte = {Answer::Ok};
+    mnuNew_Click();
+    QTest::mouseClick(Pulsante("SaveAs"), Qt::LeftButton);
+    const fs::path soccorso = macchina.Cartella / "Lapvane 2026-11-24 10-20-30.rescue";
+    const std::string testo = macchina.Mostrati.back().Testo;
+    for (const std::string& parte : {std::string("76: Path"), soccorso.string()}) {
+        EXPECT_NE(testo.find(parte), std::string::npos) << testo;
+    }
+    EXPECT_TRUE(fs::exists(soccorso));
 }
 
 TEST(Splash, WaitsThreeSecondsWhateverHappensToTheForm) {

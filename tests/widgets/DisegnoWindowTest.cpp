@@ -201,6 +201,22 @@ TEST(Tracciatore, CoversPixelsByTheirDistanceWhateverTheLine) {
     }
 }
 
+TEST(Tracciatore, APointIsADisc) {
+    Foglio foglio;
+    Tracciatore tracciatore;
+    tracciatore.Inizia(foglio.Tela(), {0, 0, kLato, kLato});
+    tracciatore.Linea(Tratto{{80.0, 80.0}, {80.0, 80.0}}, 20.0, kBianco);
+    tracciatore.Linea(Tratto{}, 20.0, kBianco);
+    tracciatore.Traccia();
+    double area = 0.0;
+    for (const std::uint32_t pixel : foglio.Pixel) area += (pixel & 0xFFU) / 255.0;
+    EXPECT_NEAR(area, std::numbers::pi * 100.0, 2.0);
+    tracciatore.Inizia(foglio.Tela(), {50, 50, 50, 40});
+    tracciatore.Linea(Tratto{{0.0, 0.0}, {90.0, 90.0}}, 2.0, kBianco);
+    tracciatore.Traccia();
+    EXPECT_EQ(foglio.Luce(45, 45), 0) << "a field of nothing";
+}
+
 TEST(Tracciatore, DrawsTheSamePixelsInWhateverThreads) {
     const auto disegna = [](int thread) {
         std::mt19937 caso(11);
