@@ -8,6 +8,7 @@ Reads every C++ file of the work tree that git does not ignore. Fails, with file
 - a mutable variable in a header of src/, or the state behind an accessor there, that AzzeraTutto of the
   tests does not put back,
 - a message box of Qt outside of platform/qt,
+- a question to the disk by way of the library outside of platform/: on Windows that ends at 260 characters,
 - a text that the table calls one of a message, or a row of the run-time errors, that src/ nowhere names.
 With --files it only prints the files that it looks at, with --sources FILE ... a source through which the
 compiler sees each of those.
@@ -362,6 +363,19 @@ def check_globals(files, texts):
                       f"{found[1]}() is state that {RESET[1]} ({RESET[0]}) does not put back")
 
 
+def check_disk(files, texts):
+    """The library makes paths; what asks the disk is platform/Cartelle.h and FileTesto.h."""
+    asks = re.compile(r"\b(?:fs|filesystem)::((?:recursive_)?directory_(?:iterator|entry)|exists|equivalent|"
+                      r"(?:weakly_)?canonical|last_write_time|(?:resize_)?file_size|hard_link_count|status|"
+                      r"symlink_status|permissions|re(?:move|name)\w*|copy\w*|create_\w+|is_\w+)\b")
+    for file in files:
+        if not file.startswith("src/") or file.startswith("src/platform/"):
+            continue
+        for number, line in enumerate(without_comments(texts[file]).split("\n"), 1):
+            if found := asks.search(line):
+                fault(file, number, f"{found[1]}: the disk is asked by way of platform/Cartelle.h")
+
+
 def check_words(files, texts):
     """Texts of messages and words of run-time errors that are still in their tables, unused."""
     said = set()
@@ -395,6 +409,7 @@ def main():
         print("\n".join(sorted(sources)))
         return
     check_globals(files, texts)
+    check_disk(files, texts)
     check_words(files, texts)
     for file, line, text in sorted(set(faults)):
         print(f"{file}:{line}: {text}")

@@ -5,6 +5,7 @@
 
 #include "analysis/FileMancante.h"
 #include "analysis/LettoreDati.h"
+#include "platform/Cartelle.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/PuntatoreOccupato.h"
@@ -47,12 +48,11 @@ bool AnalisiDatiFoglio::CercaFileLaterale() {
     // Kept: the test asks for any entry of the current folder at all, not for the side file, so
     // that a missing side file is not noticed here; the overview stays empty then.
     ImpostaFileLatiTrovati(true);
-    std::error_code errore;
-    if (!fs::is_empty(platform().CurDir(), errore) && !errore) return true;
+    if (!LettoreCartella(platform().CurDir()).Fine()) return true;
     FileMancante({});
     ImpostaFileLatiTrovati(false);
     constexpr const char* kSoloEstensione = ".alm";
-    if (fs::exists(platform().CurDir() / kSoloEstensione, errore)) return true;
+    if (GenereDi(platform().CurDir() / kSoloEstensione) != Genere::Niente) return true;
     FileMancante(kSoloEstensione);
     ChiudiAnalisi();
     return false;

@@ -5,6 +5,7 @@
 #include <limits>
 #include <new>
 
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -88,13 +89,12 @@ bool LettoreDati::LeggiRiga(std::span<double* const> colonne, std::int32_t riga)
 
 std::string LeggiLog(const std::filesystem::path& percorso) {
     constexpr std::size_t kInizio = std::size_t{1} << 16;
-    constexpr std::uintmax_t kGrande = std::uintmax_t{16} << 20;
+    constexpr std::int64_t kGrande = std::int64_t{16} << 20;
     try {
         // A huge file without a line in all its beginning is no log: nobody waits for it to be
         // read.
-        std::error_code ignorato;
-        const std::uintmax_t byte = std::filesystem::file_size(percorso, ignorato);
-        if (!ignorato && byte > kGrande) {
+        const auto misura = Misura(percorso);
+        if (misura && misura->Byte > kGrande) {
             const std::string inizio = LeggiFile(percorso, Lavoro::LeggereLog, kInizio);
             if (inizio.find_first_of("\r\n") == std::string::npos ||
                 inizio.find('\0') != std::string::npos) {

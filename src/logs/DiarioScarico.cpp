@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <system_error>
 
 #include "device/SerialComm.h"
 #include "logs/BufferLog.h"
 #include "logs/Conversione.h"
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -45,14 +45,11 @@ fs::path CartellaScarichi() {
 
 std::vector<ScaricoTenuto> ScarichiTenuti(const fs::path& cartella) {
     std::vector<ScaricoTenuto> tenuti;
-    std::error_code errore;
-    fs::directory_iterator voci(cartella, errore);
-    for (; !errore && voci != fs::directory_iterator(); voci.increment(errore)) {
-        const fs::path file = voci->path();
+    for (LettoreCartella voci(cartella); !voci.Fine(); voci.Avanti()) {
+        const fs::path& file = voci.Voce();
         const bool suo = file.extension() == kFineScarico || file.extension() == kFineSalvato;
-        std::error_code ignorato;
-        const auto scritto = fs::last_write_time(file, ignorato);
-        if (suo && !ignorato && FileProprio(file)) tenuti.push_back({file, scritto});
+        if (!suo || !FileProprio(file)) continue;
+        if (const auto misura = Misura(file)) tenuti.push_back({file, misura->Scritto});
     }
     std::sort(tenuti.begin(), tenuti.end(), [](const auto& a, const auto& b) {
         return a.Scritto != b.Scritto ? a.Scritto > b.Scritto : a.File > b.File;
@@ -73,9 +70,7 @@ std::optional<ScaricoSuDisco> ApriScarico(const fs::path& file) {
 fs::path ConFineScarico(const fs::path& file, std::string_view fine) {
     if (file.extension() == fine) return file;
     fs::path nuovo = file;
-    std::error_code errore;
-    fs::rename(file, nuovo.replace_extension(fine), errore);
-    return errore ? file : nuovo;
+    return Sposta(file, nuovo.replace_extension(fine)) ? nuovo : file;
 }
 
 void ScaricoConcluso() {
@@ -154,8 +149,7 @@ std::string_view DiarioScarico::Pagina(std::int32_t indirizzo) const {
 }
 
 void DiarioScarico::Crea() {
-    std::error_code errore;
-    fs::create_directories(cartella_, errore);
+    CreaCartelle(cartella_);
     const fs::path file =
         cartella_ / PercorsoDaTesto(NomeLibero(cartella_, "Lapvane " + platform().Stamp(), kFini) +
                                     std::string(kFineScarico));
@@ -176,8 +170,7 @@ void DiarioScarico::TogliVecchi() const {
     std::size_t tenuti = 1;
     for (const ScaricoTenuto& tenuto : ScarichiTenuti(cartella_)) {
         if (FileCrescente::InUso(tenuto.File)) continue;
-        std::error_code ignorato;
-        if (++tenuti > kScarichiTenuti) fs::remove(tenuto.File, ignorato);
+        if (++tenuti > kScarichiTenuti) Elimina(tenuto.File);
     }
 }
 
@@ -214,8 +207,7 @@ void DiarioScarico::Prova(const std::function<void()>& azione) {
         StatoLog& stato = logInMemoria();
         stato.TuttoSuDisco = false;
         if (pagine_ != 0) return;
-        std::error_code ignorato;
-        if (!stato.File.empty()) fs::remove(stato.File, ignorato);
+        if (!stato.File.empty()) Elimina(stato.File);
         stato.File.clear();
     }
 }

@@ -22,7 +22,7 @@ std::filesystem::path CartellaScarichi();
 /// Those that are kept there, the newest first.
 struct ScaricoTenuto {
     std::filesystem::path File;
-    std::filesystem::file_time_type Scritto;
+    std::chrono::sys_time<std::chrono::microseconds> Scritto;
 };
 std::vector<ScaricoTenuto> ScarichiTenuti(const std::filesystem::path& cartella);
 

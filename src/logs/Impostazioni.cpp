@@ -5,6 +5,7 @@
 #include <system_error>
 #include <variant>
 
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -119,9 +120,7 @@ void ScriviImpostazioni(const fs::path& csv) {
 bool TogliImpostazioni(const fs::path& csv) {
     const fs::path file = FileImpostazioni(csv);
     if (TestoCopia(file).empty()) return true;
-    std::error_code errore;
-    fs::remove(file, errore);
-    return !errore;
+    return Elimina(file);
 }
 
 std::string AggiornaImpostazioni(const fs::path& csv) {

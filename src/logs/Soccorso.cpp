@@ -9,6 +9,7 @@
 
 #include "logs/BufferLog.h"
 #include "logs/DiarioScarico.h"
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -165,7 +166,7 @@ void RiprendiLog(const Parti& parti) {
 /// Something that is offered at the start: what was put aside, or a download.
 struct Trovato {
     fs::path File;
-    fs::file_time_type Scritto;
+    std::chrono::sys_time<std::chrono::microseconds> Scritto;
 };
 
 bool DaScarico(const fs::path& file) {
@@ -175,15 +176,10 @@ bool DaScarico(const fs::path& file) {
 std::vector<Trovato> Cerca() {
     std::vector<Trovato> trovati;
     for (const fs::path& luogo : Luoghi()) {
-        std::error_code errore;
-        fs::directory_iterator voci(luogo, errore);
-        for (; !errore && voci != fs::directory_iterator(); voci.increment(errore)) {
-            const fs::path file = voci->path();
-            std::error_code ignorato;
-            const auto scritto = fs::last_write_time(file, ignorato);
-            if (file.extension() == kFineSoccorso && !ignorato && FileProprio(file)) {
-                trovati.push_back({file, scritto});
-            }
+        for (LettoreCartella voci(luogo); !voci.Fine(); voci.Avanti()) {
+            const fs::path& file = voci.Voce();
+            if (file.extension() != kFineSoccorso || !FileProprio(file)) continue;
+            if (const auto misura = Misura(file)) trovati.push_back({file, misura->Scritto});
         }
     }
     for (const ScaricoTenuto& tenuto : ScarichiTenuti(CartellaScarichi())) {
@@ -253,8 +249,7 @@ void Rifiuta(const fs::path& file) {
         return;
     }
     fs::path rifiutato = file;
-    std::error_code ignorato;
-    fs::rename(file, rifiutato.replace_extension(kFineRifiutato), ignorato);
+    Sposta(file, rifiutato.replace_extension(kFineRifiutato));
 }
 
 }  // namespace
@@ -331,8 +326,7 @@ EsitoSoccorso MettiDaParte() {
         }
         // All that was taken back and is not saved stands in the new file as well, and so does what
         // a download has left on the disk before that took no more.
-        std::error_code ignorato;
-        if (!fileRipreso.empty()) fs::remove(fileRipreso, ignorato);
+        if (!fileRipreso.empty()) Elimina(fileRipreso);
         fileRipreso.clear();
         if (log) ScaricoConcluso();
         return {true, file};
@@ -369,8 +363,7 @@ void LasciaSoccorso(bool nonSalvato) {
 
 void FineSoccorso() {
     if (fileRipreso.empty() || (ripresoConLog && logInMemoria().DaSalvare)) return;
-    std::error_code ignorato;
-    fs::remove(fileRipreso, ignorato);
+    Elimina(fileRipreso);
     fileRipreso.clear();
 }
 

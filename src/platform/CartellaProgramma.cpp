@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <system_error>
 #include <vector>
 
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 
@@ -61,19 +61,30 @@ std::string Impronta(const std::string& nome, std::string_view testo) {
     return std::to_string(somma);
 }
 
+/// All that lies in the folders and below them; behind each folder those within it. Links count as
+/// files. False: one of them can't be looked at.
+bool Percorri(std::vector<fs::path>& file, std::vector<fs::path>& cartelle) {
+    bool tutte = true;
+    for (std::size_t i = 0; i < cartelle.size(); ++i) {
+        LettoreCartella voci(cartelle[i]);
+        for (; !voci.Fine(); voci.Avanti()) {
+            (voci.Cartella() && !voci.Legame() ? cartelle : file).push_back(voci.Voce());
+        }
+        tutte = tutte && voci.Errore() == 0;
+    }
+    return tutte;
+}
+
 std::vector<std::string> FileInstallati(const fs::path& installata) {
     std::vector<std::string> nomi;
     for (const std::string_view file : kFile) {
         if (FileEsiste(installata / file)) nomi.emplace_back(file);
     }
     for (const std::string_view cartella : kCartelle) {
-        std::error_code errore;
-        fs::recursive_directory_iterator voci(installata / cartella, errore);
-        for (; !errore && voci != fs::recursive_directory_iterator(); voci.increment(errore)) {
-            std::error_code ignorato;
-            if (voci->is_regular_file(ignorato)) {
-                nomi.push_back(Nome(voci->path().lexically_relative(installata)));
-            }
+        std::vector<fs::path> file, cartelle = {installata / cartella};
+        Percorri(file, cartelle);
+        for (const fs::path& uno : file) {
+            if (Misura(uno)) nomi.push_back(Nome(uno.lexically_relative(installata)));
         }
     }
     return nomi;
@@ -123,15 +134,13 @@ void Aggiorna(const fs::path& installata, const fs::path& personale, const std::
             nuovo = std::string(Lingua(vecchio)).append(Corpo(nome, nuovo));
         }
     }
-    fs::create_directories(mio.parent_path());
+    CreaCartelle(mio.parent_path());
     ScriviFile(mio, nuovo, kCosa);
     memoria[nome] = impronta;
 }
 
 bool Riempi(const fs::path& installata, const fs::path& personale) {
-    std::error_code errore;
-    fs::create_directories(personale / kPorte, errore);
-    if (errore || !CartellaScrivibile(personale)) return false;
+    if (!CreaCartelle(personale / kPorte) || !CartellaScrivibile(personale)) return false;
     Memoria memoria;
     try {
         memoria = LeggiMemoria(personale / kMemoria);
@@ -158,7 +167,7 @@ bool Riempi(const fs::path& installata, const fs::path& personale) {
 
 /// Of the program and not of the person, whatever stands in it.
 bool Ricordo(const fs::path& file, const fs::path& personale) {
-    if (file.parent_path() != personale) return false;
+    if (!StessoPercorso(file.parent_path(), personale)) return false;
     const std::string nome = Nome(file.filename());
     return nome == kMemoria || nome == kRecenti || file.extension() == ".lapvane" ||
            nome.starts_with(kTemporaneo);
@@ -174,24 +183,18 @@ std::size_t SgomberaCartella(const fs::path& personale) {
     if (!FileEsiste(personale / kMemoria)) return 0;  // no folder of ours
     const Memoria memoria = LeggiMemoria(personale / kMemoria);
     std::vector<fs::path> file, cartelle = {personale};
-    for (const fs::directory_entry& voce : fs::recursive_directory_iterator(personale)) {
-        const bool cartella = voce.is_directory() && !voce.is_symlink();
-        (cartella ? cartelle : file).push_back(voce.path());
-    }
-    std::size_t restano = 0;
+    std::size_t restano = Percorri(file, cartelle) ? 0 : 1;
     for (const fs::path& percorso : file) {
         const std::string nome = Nome(percorso.lexically_relative(personale));
         const auto messo = memoria.find(nome);
         const bool nostro =
             Ricordo(percorso, personale) ||
             (messo != memoria.end() && Impronta(nome, LeggiFile(percorso, kCosa)) == messo->second);
-        std::error_code errore;
-        if (!nostro || !fs::remove(percorso, errore)) ++restano;
+        if (!nostro || !Elimina(percorso)) ++restano;
     }
     // Those within first; one that is not empty stays.
     for (auto cartella = cartelle.rbegin(); cartella != cartelle.rend(); ++cartella) {
-        std::error_code errore;
-        fs::remove(*cartella, errore);
+        Elimina(*cartella);
     }
     return restano;
 }

@@ -4,12 +4,10 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <system_error>
-#include <vector>
 
 #include "platform/TabelleErrore.h"
 
-// What each system does in its own way for `FileTesto`; nobody else includes it.
+// What each system does in its own way for files and folders; no other room includes it.
 namespace lapvane::sistema {
 
 /// The system's number of an error; 0: none.
@@ -30,10 +28,6 @@ bool Negato(Codice codice);
 /// 0, or why a file that is there may not be written.
 Codice Permesso(const std::filesystem::path& file);
 
-/// What a path leads to.
-enum class Genere { Niente, File, Cartella };
-Genere GenereDi(const std::filesystem::path& percorso);
-
 /// Whether there is anything of that name, be it a link that leads nowhere.
 bool CE(const std::filesystem::path& percorso);
 
@@ -45,16 +39,6 @@ bool HaAltriNomi(const std::filesystem::path& file);
 
 /// Removes a file, if it is there and may go.
 void Togli(const std::filesystem::path& file);
-
-/// What is in a folder, and why that can't be told.
-struct Voce {
-    std::filesystem::path Percorso;
-    bool Cartella = false;
-};
-std::vector<Voce> Voci(const std::filesystem::path& cartella, std::error_code& errore);
-
-/// A name as the system compares names: equal ones are the same file.
-std::filesystem::path Chiave(const std::filesystem::path& nome);
 
 /// Writes a new file of a name that nothing has yet into `cartella`, flushed to the disk, with the
 /// mode of `modello` if that is there. After an error nothing is left.

@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileSistema.h"
 #include "platform/Testo1252.h"
@@ -80,7 +81,7 @@ fs::path NomeMarca(const fs::path& chiave) {
     constexpr std::uint64_t kBase = 14695981039346656037u;  // FNV-1a
     constexpr std::uint64_t kPrimo = 1099511628211u;
     std::uint64_t somma = kBase;
-    for (const char c : Utf8(sistema::Chiave(chiave))) {
+    for (const char c : Utf8(ChiavePercorso(chiave))) {
         somma = (somma ^ static_cast<unsigned char>(c)) * kPrimo;
     }
     constexpr std::string_view kCifre = "0123456789abcdef";
@@ -347,9 +348,11 @@ void Ripara(const fs::path& percorso) {
 }
 
 void RiparaCartella(const fs::path& cartella) {
-    std::error_code errore;
-    for (const auto& [marca, _] : sistema::Voci(cartella.empty() ? "." : cartella, errore)) {
-        if (Utf8(marca.filename()).rfind(kMarca, 0) != 0) continue;
+    std::vector<fs::path> marche;
+    for (LettoreCartella voci(cartella.empty() ? "." : cartella); !voci.Fine(); voci.Avanti()) {
+        if (Utf8(voci.Voce().filename()).starts_with(kMarca)) marche.push_back(voci.Voce());
+    }
+    for (const fs::path& marca : marche) {
         if (const auto fatte = LeggiMarca(marca); !fatte.empty()) Completa(marca, fatte);
     }
 }
@@ -363,8 +366,7 @@ std::string LeggiFile(const fs::path& percorso, Lavoro cosa, std::size_t massimo
         // of a set is older than the others.
         for (const VoceMarca& voce : voci) {
             if (voce.Come != Modo::Inizio &&
-                sistema::Chiave(voce.File.filename()) == sistema::Chiave(vero.filename()) &&
-                sistema::CE(voce.Copia)) {
+                StessoPercorso(voce.File.filename(), vero.filename()) && sistema::CE(voce.Copia)) {
                 return sistema::Leggi(voce.Copia, cosa, massimo);
             }
         }
@@ -419,19 +421,17 @@ bool CartellaScrivibile(const fs::path& cartella) {
 
 void TogliAbbandonati(const fs::path& cartella) {
     constexpr auto kAbbandonato = std::chrono::hours(1);
-    std::error_code errore;
+    const auto adesso = std::chrono::system_clock::now();
     std::vector<fs::path> vecchi, nominati;
-    for (const auto& [voce, _] : sistema::Voci(cartella.empty() ? "." : cartella, errore)) {
-        const std::string nome = Utf8(voce.filename());
-        std::error_code ignorato;
-        if (nome.rfind(kMarca, 0) == 0) {
-            for (const VoceMarca& v : LeggiMarca(voce)) nominati.push_back(v.Copia.filename());
-        } else if (nome.rfind(kTemporaneo, 0) == 0) {
-            const auto scritto = fs::last_write_time(voce, ignorato);
-            if (!ignorato && fs::is_regular_file(fs::symlink_status(voce, ignorato)) &&
-                fs::file_time_type::clock::now() - scritto > kAbbandonato) {
-                vecchi.push_back(voce);
+    for (LettoreCartella voci(cartella.empty() ? "." : cartella); !voci.Fine(); voci.Avanti()) {
+        const std::string nome = Utf8(voci.Voce().filename());
+        if (nome.starts_with(kMarca)) {
+            for (const VoceMarca& v : LeggiMarca(voci.Voce())) {
+                nominati.push_back(v.Copia.filename());
             }
+        } else if (nome.starts_with(kTemporaneo) && !voci.Legame()) {
+            const auto misura = Misura(voci.Voce());
+            if (misura && adesso - misura->Scritto > kAbbandonato) vecchi.push_back(voci.Voce());
         }
     }
     for (const fs::path& vecchio : vecchi) {
@@ -441,24 +441,27 @@ void TogliAbbandonati(const fs::path& cartella) {
     }
 }
 
+bool StessoPercorso(const fs::path& a, const fs::path& b) {
+    return a == b || ChiavePercorso(a) == ChiavePercorso(b);
+}
+
 bool FileEsiste(const fs::path& percorso) {
-    return sistema::GenereDi(percorso) == sistema::Genere::File;
+    return GenereDi(percorso) == Genere::File;
 }
 
 std::vector<fs::path> ElencaPercorsi(const fs::path& cartella) {
     std::vector<std::pair<std::string, fs::path>> nomi;
-    std::error_code errore;
-    const std::vector<sistema::Voce> voci = sistema::Voci(cartella, errore);
-    if (errore) {
-        throw ErroreRuntime(sistema::Negato(static_cast<sistema::Codice>(errore.value()))
+    LettoreCartella voci(cartella);
+    for (; !voci.Fine(); voci.Avanti()) {
+        if (voci.Cartella()) continue;
+        std::string nome = TestoDaPercorso(voci.Voce().filename());
+        if (!nome.empty() && nome[0] != '.') nomi.emplace_back(std::move(nome), voci.Voce());
+    }
+    if (const int errore = voci.Errore(); errore != 0) {
+        throw ErroreRuntime(sistema::Negato(static_cast<sistema::Codice>(errore))
                                 ? NumeroErrore::PathAccess
                                 : NumeroErrore::PathNotFound,
                             Lavoro::ElencareCartella, cartella);
-    }
-    for (const auto& [voce, cartellaSua] : voci) {
-        if (cartellaSua) continue;
-        std::string nome = TestoDaPercorso(voce.filename());
-        if (!nome.empty() && nome[0] != '.') nomi.emplace_back(std::move(nome), voce);
     }
     std::sort(nomi.begin(), nomi.end(), [](const auto& a, const auto& b) {
         if (MenoSenzaMaiuscole(a.first, b.first)) return true;
@@ -479,7 +482,7 @@ std::vector<std::string> ElencaFile(const fs::path& cartella) {
 }
 
 bool StessoNome(const fs::path& a, const fs::path& b) {
-    if (a == b) return true;
+    if (StessoPercorso(a, b)) return true;
     return InTesto(a) && InTesto(b) && UgualiSenzaMaiuscole(TestoDaPercorso(a), TestoDaPercorso(b));
 }
 

@@ -106,13 +106,6 @@ Codice Permesso(const fs::path& file) {
     return ::access(file.c_str(), W_OK) == 0 ? 0 : Ultimo();
 }
 
-Genere GenereDi(const fs::path& percorso) {
-    std::error_code ignorato;
-    const fs::file_status stato = fs::status(percorso, ignorato);
-    if (!fs::exists(stato)) return Genere::Niente;
-    return fs::is_directory(stato) ? Genere::Cartella : Genere::File;
-}
-
 bool CE(const fs::path& percorso) {
     std::error_code ignorato;
     return fs::exists(fs::symlink_status(percorso, ignorato));
@@ -132,20 +125,6 @@ bool HaAltriNomi(const fs::path& file) {
 void Togli(const fs::path& file) {
     std::error_code ignorato;
     fs::remove(file, ignorato);
-}
-
-std::vector<Voce> Voci(const fs::path& cartella, std::error_code& errore) {
-    std::vector<Voce> trovate;
-    fs::directory_iterator voci(cartella, errore);
-    for (; !errore && voci != fs::directory_iterator(); voci.increment(errore)) {
-        std::error_code ignorato;
-        trovate.push_back({voci->path(), voci->is_directory(ignorato)});
-    }
-    return trovate;
-}
-
-fs::path Chiave(const fs::path& nome) {
-    return nome;
 }
 
 Codice Provvisorio(const fs::path& cartella, const fs::path& modello, std::string_view testo,

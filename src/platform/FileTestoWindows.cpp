@@ -3,8 +3,8 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <system_error>
 
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileSistema.h"
 #include "platform/FileTesto.h"
@@ -127,22 +127,6 @@ Codice Permesso(const fs::path& file) {
     return (attributi & FILE_ATTRIBUTE_READONLY) != 0 ? ERROR_ACCESS_DENIED : 0;
 }
 
-Genere GenereDi(const fs::path& percorso) {
-    DWORD attributi = Attributi(percorso);
-    if (attributi == INVALID_FILE_ATTRIBUTES) return Genere::Niente;
-    if ((attributi & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
-        // They are those of a link; a handle is of what it leads to.
-        const Maniglia voce(::CreateFileW(Nativo(percorso).c_str(), 0, kTutti, nullptr,
-                                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-        BY_HANDLE_FILE_INFORMATION dati{};
-        if (!voce.Valida() || !::GetFileInformationByHandle(voce.Valore(), &dati)) {
-            return Genere::Niente;
-        }
-        attributi = dati.dwFileAttributes;
-    }
-    return (attributi & FILE_ATTRIBUTE_DIRECTORY) != 0 ? Genere::Cartella : Genere::File;
-}
-
 bool CE(const fs::path& percorso) {
     return Attributi(percorso) != INVALID_FILE_ATTRIBUTES;
 }
@@ -162,38 +146,6 @@ bool HaAltriNomi(const fs::path& file) {
 
 void Togli(const fs::path& file) {
     ::DeleteFileW(Nativo(file).c_str());
-}
-
-std::vector<Voce> Voci(const fs::path& cartella, std::error_code& errore) {
-    std::vector<Voce> voci;
-    WIN32_FIND_DATAW dati{};
-    const HANDLE ricerca = ::FindFirstFileExW(Nativo(cartella / L"*").c_str(), FindExInfoBasic,
-                                              &dati, FindExSearchNameMatch, nullptr, 0);
-    DWORD codice = ricerca == INVALID_HANDLE_VALUE ? ::GetLastError() : ERROR_SUCCESS;
-    while (codice == ERROR_SUCCESS) {
-        const std::wstring_view nome = dati.cFileName;
-        if (nome != L"." && nome != L"..") {
-            voci.push_back(
-                {cartella / nome, (dati.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
-        }
-        if (!::FindNextFileW(ricerca, &dati)) codice = ::GetLastError();
-    }
-    if (ricerca != INVALID_HANDLE_VALUE) ::FindClose(ricerca);
-    // The root of an empty drive has not even the two.
-    const bool finita = codice == ERROR_NO_MORE_FILES || codice == ERROR_FILE_NOT_FOUND;
-    errore = finita ? std::error_code()
-                    : std::error_code(static_cast<int>(codice), std::system_category());
-    return voci;
-}
-
-fs::path Chiave(const fs::path& nome) {
-    std::wstring grande = nome.native();
-    const int lungo = static_cast<int>(grande.size());
-    if (lungo > 0) {
-        ::LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, nome.c_str(), lungo, grande.data(),
-                        lungo, nullptr, nullptr, 0);
-    }
-    return grande;
 }
 
 Codice Provvisorio(const fs::path& cartella, const fs::path&, std::string_view testo,
@@ -281,7 +233,7 @@ namespace lapvane {
 
 bool FileProprio(const std::filesystem::path& percorso) {
     // The folders of a person are that person's there.
-    return sistema::GenereDi(percorso) == sistema::Genere::File;
+    return GenereDi(percorso) == Genere::File;
 }
 
 }  // namespace lapvane

@@ -1,5 +1,6 @@
 #include "project/FileRecenti.h"
 
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -60,7 +61,7 @@ std::string Componi() {
     // list already loses nothing.
     std::size_t libera = kVociMenu - 1;
     for (std::size_t i = kVociMenu; i-- > 0;) {
-        if (elenco.Righe[i] != scelto) continue;
+        if (!StessoPercorso(PercorsoDaRiga(elenco.Righe[i]), FileRecenteScelto)) continue;
         elenco.Righe[i].clear();
         libera = i;
     }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <system_error>
 
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -29,10 +30,8 @@ template <class Prova>
 fs::path VoceSenzaMaiuscole(const fs::path& cartella, std::string_view nome, Prova adatta) {
     fs::path trovata, convertita;
     int convertite = 0;
-    std::error_code errore;
-    fs::directory_iterator voci(cartella, errore);
-    while (!errore && voci != fs::directory_iterator()) {
-        const fs::path voce = voci->path();
+    for (LettoreCartella voci(cartella); !voci.Fine(); voci.Avanti()) {
+        const fs::path& voce = voci.Voce();
         if (UgualiSenzaMaiuscole(TestoDaPercorso(voce.filename()), nome) && adatta(voce)) {
             if (!InTesto(voce.filename())) {
                 convertita = voce;
@@ -41,14 +40,12 @@ fs::path VoceSenzaMaiuscole(const fs::path& cartella, std::string_view nome, Pro
                 trovata = voce;
             }
         }
-        voci.increment(errore);
     }
     return trovata.empty() && convertite == 1 ? convertita : trovata;
 }
 
 bool EUnaCartella(const fs::path& percorso) {
-    std::error_code ignorato;
-    return fs::is_directory(percorso, ignorato);
+    return GenereDi(percorso) == Genere::Cartella;
 }
 
 /// The text of a side file of a circuit; empty optional if it cannot be had.

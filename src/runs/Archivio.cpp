@@ -4,6 +4,7 @@
 #include <iterator>
 #include <system_error>
 
+#include "platform/Cartelle.h"
 #include "platform/Platform.h"
 #include "runs/IndiceArchivio.h"
 
@@ -46,7 +47,7 @@ Archivio::~Archivio() = default;
 
 void Archivio::Apri(const fs::path& cartella) {
     const fs::path nuova = Normale(cartella);
-    if (nuova != cartella_) {
+    if (!StessoPercorso(nuova, cartella_)) {
         Salva();
         cartella_ = nuova;
         uscite_.clear();
@@ -94,7 +95,7 @@ void Archivio::UnPasso() {
 /// A data file of the folders: known and as it was, or to be read.
 void Archivio::Prendi(const TrovataUscita& trovata) {
     ++trovate_;
-    const auto posto = posti_.find(trovata.Csv.native());
+    const auto posto = posti_.find(ChiavePercorso(trovata.Csv));
     if (posto == posti_.end()) {
         coda_.push_back(trovata);
         return;
@@ -128,7 +129,7 @@ void Archivio::FineElenco() {
         coda_.clear();
     } else {
         TogliSparite();
-        if (cammino_->Negate().contains(cartella_)) mancante_ = cartella_;
+        if (cammino_->Negate().contains(ChiavePercorso(cartella_))) mancante_ = cartella_;
     }
     // The newest first: they are what somebody looks for.
     std::stable_sort(coda_.begin(), coda_.end(), [](const auto& a, const auto& b) {
@@ -150,7 +151,7 @@ void Archivio::TogliSparite() {
     const auto& negate = cammino_->Negate();
     const auto cartellaNegata = [&negate](const fs::path& csv) {
         for (fs::path p = csv.parent_path(); !p.empty(); p = p.parent_path()) {
-            if (negate.contains(p)) return p;
+            if (negate.contains(ChiavePercorso(p))) return p;
             if (p == p.parent_path()) break;
         }
         return fs::path();
@@ -187,7 +188,7 @@ void Archivio::LeggiUna() {
 }
 
 void Archivio::Metti(Uscita uscita) {
-    const auto [dove, nuova] = posti_.try_emplace(uscita.Csv.native(), uscite_.size());
+    const auto [dove, nuova] = posti_.try_emplace(ChiavePercorso(uscita.Csv), uscite_.size());
     if (nuova) {
         uscite_.push_back(std::move(uscita));
     } else {
@@ -203,7 +204,7 @@ int Archivio::CartelleNegate() const {
 }
 
 int Archivio::Trova(const fs::path& csv) const {
-    const auto posto = posti_.find(csv.native());
+    const auto posto = posti_.find(ChiavePercorso(csv));
     return posto == posti_.end() ? -1 : static_cast<int>(posto->second);
 }
 
@@ -244,7 +245,8 @@ void Archivio::Salva() {
 void Archivio::Indicizza() {
     posti_.clear();
     posti_.reserve(uscite_.size());
-    for (std::size_t i = 0; i < uscite_.size(); ++i) posti_.emplace(uscite_[i].Csv.native(), i);
+    for (std::size_t i = 0; i < uscite_.size(); ++i)
+        posti_.emplace(ChiavePercorso(uscite_[i].Csv), i);
 }
 
 }  // namespace lapvane

@@ -17,11 +17,6 @@ namespace {
 
 constexpr std::array<std::string_view, 6> kFini = {"csv", "txt", "alm", "tim", "ses", "set"};
 
-std::int64_t Millisecondi(fs::file_time_type tempo) {
-    const auto sistema = std::chrono::file_clock::to_sys(tempo);
-    return std::chrono::floor<std::chrono::milliseconds>(sistema).time_since_epoch().count();
-}
-
 fs::path::string_type Minuscolo(fs::path::string_type nome) {
     for (auto& c : nome) {
         if (c >= 'A' && c <= 'Z') c = static_cast<fs::path::value_type>(c + ('a' - 'A'));
@@ -50,23 +45,13 @@ bool SiGuarda(const fs::path& nome) {
     }
 }
 
-StatoFile StatoVoce(const fs::directory_entry& voce) {
-    StatoFile stato;
-    std::error_code errore;
-    if (!voce.is_regular_file(errore) || errore) return stato;
-    const std::uintmax_t byte = voce.file_size(errore);
-    if (errore) return stato;
-    const auto tempo = voce.last_write_time(errore);
-    if (errore) return stato;
-    return {static_cast<std::int64_t>(byte), Millisecondi(tempo)};
-}
-
 }  // namespace
 
 StatoFile StatoDi(const fs::path& file) {
-    std::error_code errore;
-    const fs::directory_entry voce(file, errore);
-    return errore ? StatoFile() : StatoVoce(voce);
+    const auto misura = Misura(file);
+    if (!misura) return {};
+    const auto tempo = std::chrono::floor<std::chrono::milliseconds>(misura->Scritto);
+    return {misura->Byte, tempo.time_since_epoch().count()};
 }
 
 FileUscita StatiDi(const fs::path& csv) {
@@ -78,8 +63,7 @@ FileUscita StatiDi(const fs::path& csv) {
 
 fs::path PrimoMancante(const fs::path& percorso) {
     fs::path mancante;
-    std::error_code ignorato;
-    for (fs::path p = percorso; !p.empty() && !fs::exists(p, ignorato); p = p.parent_path()) {
+    for (fs::path p = percorso; !p.empty() && GenereDi(p) == Genere::Niente; p = p.parent_path()) {
         mancante = p;
         if (p == p.parent_path()) break;
     }
@@ -87,8 +71,7 @@ fs::path PrimoMancante(const fs::path& percorso) {
 }
 
 bool SottoCartella(const fs::path& percorso, const fs::path& cartella) {
-    const auto& intero = percorso.native();
-    const auto& inizio = cartella.native();
+    const auto intero = ChiavePercorso(percorso), inizio = ChiavePercorso(cartella);
     if (inizio.empty() || intero.size() <= inizio.size() || !intero.starts_with(inizio)) {
         return false;
     }
@@ -101,14 +84,10 @@ std::vector<TrovataUscita> CamminoCartelle::Passo() {
         Apri();
         return {};
     }
-    if (voci_ == fs::directory_iterator()) return Chiudi();
-    Guarda(*voci_);
-    std::error_code errore;
-    voci_.increment(errore);
-    if (errore) {
-        negate_.insert(qui_);
-        voci_ = {};
-    }
+    if (voci_.Fine()) return Chiudi();
+    Guarda();
+    voci_.Avanti();
+    if (voci_.Errore() != 0) negate_.insert(ChiavePercorso(qui_));
     return {};
 }
 
@@ -117,12 +96,10 @@ void CamminoCartelle::Apri() {
     if (coda.empty()) return;
     qui_ = std::move(coda.front());
     coda.pop_front();
-    std::error_code errore;
-    const fs::path vera = fs::canonical(qui_, errore);
-    if (!errore && !viste_.insert(vera).second) return;
-    voci_ = fs::directory_iterator(qui_, errore);
-    if (errore) {
-        negate_.insert(qui_);
+    if (!viste_.insert(NomeVero(qui_)).second) return;
+    voci_ = LettoreCartella(qui_);
+    if (voci_.Errore() != 0) {
+        negate_.insert(ChiavePercorso(qui_));
         return;
     }
     aperta_ = true;
@@ -131,25 +108,25 @@ void CamminoCartelle::Apri() {
     csv_.clear();
 }
 
-void CamminoCartelle::Guarda(const fs::directory_entry& voce) {
-    const fs::path nome = voce.path().filename();
+void CamminoCartelle::Guarda() {
+    const fs::path& voce = voci_.Voce();
+    const fs::path nome = voce.filename();
     if (!SiGuarda(nome)) return;
-    std::error_code errore;
-    if (voce.is_directory(errore)) {
-        (voce.is_symlink(errore) ? collegate_ : daFare_).push_back(voce.path());
+    if (voci_.Cartella()) {
+        (voci_.Legame() ? collegate_ : daFare_).push_back(voce);
         return;
     }
-    if (voce.is_symlink(errore) && !voce.exists(errore)) {
-        negate_.insert(voce.path());  // what it leads to may be a folder that is away
+    if (voci_.Legame() && GenereDi(voce) == Genere::Niente) {
+        negate_.insert(ChiavePercorso(voce));  // what it leads to may be a folder that is away
         return;
     }
     const std::string_view fine = Estensione(nome);
     if (fine.empty()) return;
-    const StatoFile stato = StatoVoce(voce);
+    const StatoFile stato = StatoDi(voce);
     if (!stato.CE()) return;
     file_.emplace(nome.native(), stato);
     minuscoli_.insert(Minuscolo(nome.native()));
-    if (fine == "csv") csv_.push_back(voce.path());
+    if (fine == "csv") csv_.push_back(voce);
 }
 
 /// The state of a file of the folder that is open. Where a name differs in its case alone the
@@ -162,8 +139,7 @@ StatoFile CamminoCartelle::Stato(const fs::path& file) const {
 
 std::vector<TrovataUscita> CamminoCartelle::Chiudi() {
     aperta_ = false;
-    std::error_code errore;
-    if (!fs::is_directory(qui_, errore)) negate_.insert(qui_);
+    if (GenereDi(qui_) != Genere::Cartella) negate_.insert(ChiavePercorso(qui_));
     std::vector<TrovataUscita> trovate;
     trovate.reserve(csv_.size());
     for (fs::path& csv : csv_) {

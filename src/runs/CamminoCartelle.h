@@ -8,6 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "platform/Cartelle.h"
 #include "runs/Uscita.h"
 
 namespace lapvane {
@@ -40,23 +41,24 @@ class CamminoCartelle {
     std::vector<TrovataUscita> Passo();
     bool Fine() const { return !aperta_ && daFare_.empty() && collegate_.empty(); }
 
-    /// Folders that can't be looked at, or were gone in the middle: what lies in them is not known.
-    const std::set<std::filesystem::path>& Negate() const { return negate_; }
-
- private:
     using Nome = std::filesystem::path::string_type;
 
+    /// Folders that can't be looked at, or were gone in the middle: what lies in them is not known.
+    /// By their keys (`ChiavePercorso`).
+    const std::set<Nome>& Negate() const { return negate_; }
+
+ private:
     void Apri();
-    void Guarda(const std::filesystem::directory_entry& voce);
+    void Guarda();
     std::vector<TrovataUscita> Chiudi();
     StatoFile Stato(const std::filesystem::path& file) const;
 
     std::deque<std::filesystem::path> daFare_;
     std::deque<std::filesystem::path> collegate_;  // behind links, when all others are through
-    std::set<std::filesystem::path> viste_;        // canonical
-    std::set<std::filesystem::path> negate_;
+    std::set<std::filesystem::path> viste_;        // by their true names
+    std::set<Nome> negate_;
     std::filesystem::path qui_;
-    std::filesystem::directory_iterator voci_;
+    LettoreCartella voci_;
     bool aperta_ = false;
     std::unordered_map<Nome, StatoFile> file_;
     std::unordered_set<Nome> minuscoli_;

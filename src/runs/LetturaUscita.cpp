@@ -6,6 +6,7 @@
 
 #include "analysis/compare/Confronto.h"
 #include "logs/Impostazioni.h"
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -105,8 +106,8 @@ void ContaParti(Uscita& uscita) {
 fs::path Enorme(const Uscita& uscita) {
     if (uscita.File.Csv.Byte > kByteLogMassimi) return uscita.Csv;
     const fs::path testo = FileLaterale(uscita.Csv);
-    std::error_code ignorato;
-    const fs::path laterale = fs::exists(testo, ignorato) ? testo : FileLateraleAlm(uscita.Csv);
+    const fs::path laterale =
+        GenereDi(testo) != Genere::Niente ? testo : FileLateraleAlm(uscita.Csv);
     if (uscita.File.Laterale.Byte > kByteLogMassimi) return laterale;
     if (uscita.File.Laterale.Byte <= kGrande) return {};
     const std::string inizio = LeggiFile(laterale, Lavoro::LeggereLog, kByteTitolo);

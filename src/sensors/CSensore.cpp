@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -35,8 +36,7 @@ void Rifiuta(const std::string& nome) {
 
 std::vector<fs::path> FileDellaLibreria() {
     const fs::path cartella = CartellaSensori();
-    std::error_code ignorato;
-    if (!fs::exists(cartella, ignorato)) return {};
+    if (GenereDi(cartella) == Genere::Niente) return {};
     try {
         return ElencaPercorsi(cartella);
     } catch (const ErroreRuntime&) {

@@ -1,5 +1,6 @@
 #include "shell/Domande.h"
 
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
@@ -24,7 +25,7 @@ bool ConfermaSostituzione(const std::filesystem::path& percorso) {
         presenti = ElencaPercorsi(platform().AppPath());
     } catch (const ErroreRuntime&) {
         // A folder that can't be listed may still hold the very file.
-        if (percorso.parent_path() == platform().AppPath() && FileEsiste(percorso)) {
+        if (StessoPercorso(percorso.parent_path(), platform().AppPath()) && FileEsiste(percorso)) {
             presenti.push_back(percorso);
         }
     }

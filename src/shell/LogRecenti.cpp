@@ -1,5 +1,6 @@
 #include "shell/LogRecenti.h"
 
+#include "platform/Cartelle.h"
 #include "platform/FileTesto.h"
 #include "shell/Ricordi.h"
 
@@ -40,7 +41,7 @@ std::string ScriviLogRecenti(const ElencoLog& elenco) {
 
 void MettiInCima(ElencoLog& elenco, const std::filesystem::path& file) {
     const std::filesystem::path nuovo = file;  // `file` may be one of the list
-    std::erase(elenco, nuovo);
+    std::erase_if(elenco, [&nuovo](const auto& uno) { return StessoPercorso(uno, nuovo); });
     elenco.insert(elenco.begin(), nuovo);
     if (elenco.size() > kLogRecenti) elenco.resize(kLogRecenti);
 }

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "platform/Cartelle.h"
 #include "platform/qt/ConversioniQt.h"
 
 namespace lapvane {
@@ -36,9 +37,8 @@ void ImmaginePagina::Grande(bool grande) {
 }
 
 QImage ImmaginePagina::Carica(const std::filesystem::path& file) {
-    std::error_code ignorato;
     // A pipe or a device would never end.
-    if (!std::filesystem::is_regular_file(file, ignorato)) return {};
+    if (!Misura(file)) return {};
     QImageReader lettore(PercorsoInQt(file));
     lettore.setDecideFormatFromContent(true);
     const QSize misura = lettore.size();

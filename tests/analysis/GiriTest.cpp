@@ -157,31 +157,6 @@ TEST_F(TabellaGiri, ClickOnALapTimeSelectsAndDrawsTheLap) {
     EXPECT_EQ(analisi.NomeGiro(), Testo(Voce::Giro) + " 5");
 }
 
-TEST_F(TabellaGiri, LapsWithoutRowsAndLogsWithoutLaps) {
-    LogProva log;
-    log.Tratto(1, 10, [](int r) { return 100.0 * r; }).Tratto(2, 13);
-    log.Tim = TempiDi({"01:02.30", "01:01.90", "01:03.10"});
-    ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(Riga(3, 1), Testo(Voce::RigaGiro) + "2|01:01.90")
-        << "row 3 is lap 2 when the data do not tell";
-    for (const int giro : {4, 2}) {
-        analisi.MSFlexGrid1_Click(giro, 1);
-        EXPECT_EQ(vista.controlli, giro == 2);
-        EXPECT_EQ(vista.schede, Schede(giro == 2 ? "2" : "3"));
-    }
-    log.Tim = TempiDi({});  // the log shows its first stretch
-    ASSERT_TRUE(Apri(log));
-    EXPECT_EQ(analisi.NumGiri(), 0);
-    EXPECT_FALSE(vista.griglia);
-    analisi.RicompilaTabella();  // the session dialog leaves it as it was
-    EXPECT_EQ(analisi.Giri().GiroSelezionato(), 1);
-    analisi.chkGrafico_Click(3, true);
-    EXPECT_EQ(grafico.elementi.at(0).Y.back(), 900.0);
-    EXPECT_EQ(analisi.Giri().GiroMigliore(), 0);
-    macchina.Risposte = {Answer::Ok};
-    EXPECT_FALSE(analisi.CiSonoGiri());
-}
-
 TEST_F(TabellaGiri, HoldsNineHundredAndNinetyEightLapsAndTellsOnceOfMore) {
     for (const int giri : {997, 998, 999}) {
         SCOPED_TRACE(giri);

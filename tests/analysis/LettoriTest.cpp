@@ -126,21 +126,6 @@ TEST(Schema, NamesEveryColumnOfBothFiles) {
               "CharacterSet=ANSI\r\nCol1=F1 Double\r\nCol2=F2 Double\r\nCol3=F3 Integer\r\n");
 }
 
-TEST(Statistiche, FindTheFiguresWhereverTheyStand) {
-    for (std::size_t dove = 0; dove < 40; ++dove) {
-        std::vector<double> valori(40, 1.0);
-        valori[dove] = 7.5;
-        EXPECT_EQ(MassimoColonna(valori), 7.5);
-        EXPECT_EQ(MinimoColonna(valori), 0.0) << "the search starts at 0";
-        EXPECT_EQ(MinimoCelle(valori), 1.0) << "at the first cell";
-        valori[dove] = -3.25;
-        EXPECT_EQ(MinimoColonna(valori), -3.25);
-    }
-    EXPECT_EQ(MassimoColonna(std::vector<double>(5, -2.0)), 0.0);
-    EXPECT_EQ(MassimoCelle(std::vector<double>(5, -2.0)), -2.0);
-    EXPECT_EQ(MassimoCelle({}), 0.0);
-}
-
 TEST(Statistiche, TheMeanIsOneSumInTheOrderOfTheRows) {
     // A large value swallows the 1 that comes next; in any other order it would not.
     EXPECT_EQ(MediaColonna(std::vector<double>{1e16, 1.0, -1e16, 1.0}, 4.0), 0.25);

@@ -82,32 +82,6 @@ TEST_F(Navigazione, ShiftGoesAnywhereAndReadsAtTheLeftEdge) {
     EXPECT_EQ(grafico.elementi.at(0).X.front(), 3.1) << "and drawn";
 }
 
-TEST_F(Navigazione, CursorReadsAllChannelsAtTheRowOfTheLastDrawn) {
-    Apri10();
-    analisi.MSFlexGrid1_Click(3, 1);
-    const auto valore = [&](std::int32_t i) {
-        analisi.EventoCursore(Grafico::Canali, i);
-        return vista.valori[3];
-    };
-    const auto filtro = [&](int c, std::int16_t n) {
-        analisi.cmdSetGraph_Click(c, [n](ImpostazioniCanale& v) { v.FiltroDialogo = n; });
-    };
-    EXPECT_EQ(valore(7), "7");
-    EXPECT_EQ(vista.valori[1], ".7") << "no zero before the point";
-    filtro(3, 2);
-    grafico.intervallo = {0.0, 150.0, 0.0, 1.0};  // one row in three
-    analisi.EventoZoom();
-    EXPECT_EQ(valore(10), "60");
-    EXPECT_EQ(vista.valori[1], "6") << "the time too is read at the row of the drawn channel";
-    filtro(5, 0);
-    vista.valori[5] = "stays";
-    valore(11);
-    EXPECT_EQ(vista.valori[5], "stays") << "a filter of 0 tells no row";
-    for (const int fuori : {100000, -100000}) EXPECT_EQ(valore(fuori), "66") << "no such row";
-    analisi.chkGrafico_Click(3, false);
-    EXPECT_EQ(valore(50), "0") << "nothing is drawn: the first row is read";
-}
-
 TEST_F(Navigazione, MarkerSpreadsTheLapOverTheLinesOfTheOutline) {
     Apri10();  // a lap of 100 rows and one
     const auto percorri = [&](int righe) {

@@ -186,27 +186,6 @@ TEST_F(RecordStrumento, FrameReplyProjectAndEditorHoldTheSameFields) {
     }
 }
 
-TEST_F(RecordStrumento, EveryFlagHasItsOwnPlace) {
-    const auto solo = [this](void (*leggi)(), std::size_t lunga, std::size_t byte, int valore) {
-        std::string risposta(lunga, '\0');
-        risposta[byte - 1] = static_cast<char>(valore);
-        DatiProgetto = {};
-        Scambio(leggi, risposta);
-        return Progetto();
-    };
-    for (int p = 0; p < 8; ++p) {
-        EXPECT_EQ(solo(LeggiDatiSetup1, 30, 8, 1 << p),
-                  "PaginaAbilitata" + std::to_string(p + 2) + "=1|");
-        EXPECT_EQ(Inviato(InviaDatiSetup1, 18)[7], static_cast<char>(1 << p));
-    }
-    EXPECT_EQ(solo(LeggiDatiSetup1, 30, 7, 255), "");
-    std::size_t byte = 9;
-    for (const char* canale : {"TO", "PO", "PB", "TA", "LB", "Cambio", "SG", "SensoreLambda"}) {
-        const std::string campi = solo(LeggiDatiSensori, 21, byte++, 1);
-        EXPECT_EQ(campi.find("Abil"), campi.find("Abil" + std::string(canale) + "=1|")) << campi;
-    }
-}
-
 TEST_F(RecordStrumento, WhatIsTooLargeOrBrokenTravelsAsTheBytesTakeIt) {
     DatiProgetto.mskStopRecSecondi = 300;
     DatiProgetto.mskAbilRecVel = 32768;

@@ -100,16 +100,6 @@ TEST_F(Collegamento, ReplyWithinFiveSecondsCountsAndOneShortDoesNot) {
     EXPECT_EQ(RiceviRisposta(13), kIdentita) << "the tail of an earlier reply was not discarded";
 }
 
-TEST_F(Collegamento, PortThatVanishesEndsEveryWait) {
-    Aperta();
-    porta.Risponde = nullptr;
-    macchina.DuranteEventi = [this] { porta.PortOpen(false); };
-    EXPECT_LT(Durata([] { EXPECT_EQ(RiceviRisposta(13), ""); }), 50);
-    porta.PortOpen(true);
-    EXPECT_LT(Durata([] { EXPECT_FALSE(ScriviFrame(Frame(1), Conferma(1))); }), 50);
-    EXPECT_EQ(Durata([] { EXPECT_FALSE(ScriviFrameLento(Frame(2), "x")); }), 0);
-}
-
 TEST_F(Collegamento, SlowWriteWaitsTenSecondsWithoutEvents) {
     Aperta();
     porta.Risponde = [this](const std::string&) { porta.Fra(9900, Conferma(20)); };

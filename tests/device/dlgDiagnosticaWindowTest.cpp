@@ -68,7 +68,7 @@ TEST_F(VistaDalVivo, ValuesThatAreNotReadAreGreyAndComeBackByThemselves) {
     const auto riquadro = [&](const char* valore) {
         return Controllo<QWidget>(dialogo, valore)->parentWidget()->grab().toImage();
     };
-    for (auto* eta : dialogo.findChildren<QTimer*>()) eta->setInterval(eta->interval() / 20);
+    for (auto* eta : dialogo.findChildren<QTimer*>()) eta->setInterval(eta->interval() / 4);
     int fase = 0;
     QString ultimo;
     macchina.AlBox = [&] {

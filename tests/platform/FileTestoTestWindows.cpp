@@ -10,9 +10,19 @@
 #include <string>
 #include <vector>
 
+#include "analysis/compare/Confronto.h"
+#include "logs/BufferLog.h"
+#include "logs/DiarioScarico.h"
+#include "logs/Soccorso.h"
+#include "platform/CartellaProgramma.h"
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileCrescente.h"
 #include "platform/FileSistema.h"
+#include "project/FileRecenti.h"
+#include "runs/Archivio.h"
+#include "shell/Domande.h"
+#include "shell/LogRecenti.h"
 #include "shell/NumeroTesto.h"
 #include "support/PlatformProva.h"
 
@@ -106,15 +116,26 @@ TEST(FileWindows, NamesOfOtherCaseAreTheSameFile) {
     EXPECT_EQ(prova::Leggi(cartella / "Run.csv"), "nuovo");
 }
 
-// Wine takes a long path in any form.
+/// A folder below whose path is longer than what the system takes in its oldest form.
+fs::path Lunga(const fs::path& cartella) {
+    fs::path lunga = cartella;
+    while (lunga.native().size() < 300) lunga /= std::wstring(60, L'x');
+    EXPECT_TRUE(CreaCartelle(lunga));
+    return lunga;
+}
+
+/// Takes away a folder with all that lies in it.
+bool Sgombera(const fs::path& cartella) {
+    for (LettoreCartella voci(cartella); !voci.Fine(); voci.Avanti()) {
+        voci.Cartella() ? Sgombera(voci.Voce()) : Elimina(voci.Voce());
+    }
+    return Elimina(cartella);
+}
+
+// Wine takes a long path in any form, but for those that go by way of the library.
 TEST(FileWindows, LongPathsAndForeignNamesAreReadSavedAndListed) {
     PlatformProva macchina;
-    fs::path cartella = macchina.Cartella;
-    const std::wstring parte(60, L'x');
-    while (cartella.native().size() < 300) {
-        cartella /= parte;
-        ::CreateDirectoryW((L"\\\\?\\" + cartella.native()).c_str(), nullptr);
-    }
+    const fs::path cartella = Lunga(macchina.Cartella);
     EXPECT_EQ(sistema::Nativo(cartella), L"\\\\?\\" + cartella.native());
     EXPECT_EQ(sistema::Nativo(cartella / ".." / "."), L"\\\\?\\" + cartella.parent_path().native());
     EXPECT_EQ(sistema::Nativo(L"\\\\box\\logs\\" + std::wstring(250, L'x')),
@@ -127,26 +148,96 @@ TEST(FileWindows, LongPathsAndForeignNamesAreReadSavedAndListed) {
             ScriviFile(file, byte, kLavoro);
         }
         EXPECT_EQ(LeggiFile(file, kLavoro), testo);
-        EXPECT_TRUE(FileEsiste(file));
         EXPECT_TRUE(CartellaScrivibile(dove));
         EXPECT_EQ(ElencaPercorsi(dove), std::vector<fs::path>{file});
         FileCrescente cresce;
         cresce.Crea(dove / "b.txt", kLavoro);
-        cresce.Aggiungi("uno");
         EXPECT_TRUE(FileCrescente::InUso(dove / "b.txt"));
         cresce.Chiudi();
         const std::vector<FileNuovo> insieme = {{dove / "b.txt", "due"}, {dove / "b.csv", "due"}};
         ScriviInsieme(insieme, kLavoro);
         EXPECT_EQ(LeggiFile(dove / "b.txt", kLavoro), "due");
         EXPECT_EQ(ElencaPercorsi(dove).size(), 3u);
-        for (const fs::path& uno : ElencaPercorsi(dove)) {
-            ::DeleteFileW((L"\\\\?\\" + uno.native()).c_str());
+        for (const fs::path& uno : ElencaPercorsi(dove)) EXPECT_TRUE(Elimina(uno));
+    }
+}
+
+/// The sample run in a folder.
+fs::path Uscita(const fs::path& cartella) {
+    CreaCartelle(cartella);
+    for (const char* fine : {"csv", "txt", "tim"}) {
+        const std::string file = std::string("Esempio.") + fine;
+        ScriviFile(cartella / file, LeggiFile(prova::CartellaBin() / "sample" / file, kLavoro),
+                   kLavoro);
+    }
+    return cartella / "Esempio.csv";
+}
+
+TEST(FileWindows, TheProgramWorksInALongFolder) {
+    PlatformProva macchina;
+    prova::PrincipaleProva finestra;
+    prova::CaricaTestiVeri(1);
+    const fs::path prima = macchina.Cartella, cartella = Lunga(prima);
+    macchina.Cartella = cartella;
+    {
+        DiarioScarico diario(CartellaScarichi());
+        diario.Memoria(256, 1);
+        diario.Scrivi(0, std::string(kByteBlocco, '\0'), std::string(kByteBlocco, '\0'));
+    }
+    ProgettoModificato = true;
+    EXPECT_EQ(MettiDaParte().File.parent_path(), cartella);
+    ProgettoModificato = false;
+    macchina.Risposte = {Answer::No, Answer::No};
+    for (int volta = 0; volta < 2; ++volta) OffriSoccorso();
+    EXPECT_EQ(macchina.Mostrati.size(), 2u) << "what is declined is not offered again";
+
+    Uscita(cartella / "runs");
+    for (const char* nome : {"runs", "RUNS"}) {
+        Archivio archivio;
+        archivio.Apri(cartella / nome);
+        while (archivio.Passo(0)) {
         }
+        ASSERT_EQ(archivio.Uscite().size(), 1u);
+        EXPECT_EQ(archivio.Uscite()[0].LogLetto, nome[0] == 'R') << "known from the index";
+        while (!archivio.LeggiLogDi(0, 1000)) {
+        }
+        EXPECT_EQ(archivio.Uscite()[0].Migliore, 7848);
+        EXPECT_EQ(FraseProblema(archivio.Uscite()[0]), "");
+        archivio.Salva();
     }
-    for (; cartella != macchina.Cartella; cartella = cartella.parent_path()) {
-        EXPECT_TRUE(::RemoveDirectoryW((L"\\\\?\\" + cartella.native()).c_str()))
-            << "something was left behind";
+
+    const fs::path installata = cartella / "programma", personale = cartella / "casa" / "sua";
+    CreaCartelle(installata / "sensors");
+    for (const char* nome : {"for-all-users", "LANGUAGES.DAT", "sensors\\A.sns"}) {
+        ScriviFile(installata / nome, "x", kLavoro);
     }
+    EXPECT_EQ(CartellaDelProgramma(installata, personale), personale);
+    EXPECT_TRUE(FileEsiste(personale / "sensors" / "A.sns"));
+    EXPECT_EQ(SgomberaCartella(personale), 0u);
+    EXPECT_EQ(GenereDi(personale), Genere::Niente);
+    EXPECT_TRUE(Sgombera(prima)) << "something was left behind";
+}
+
+TEST(FileWindows, ListsAndQuestionsTakeNamesOfOtherCaseAsOne) {
+    PlatformProva macchina;
+    prova::PrincipaleProva finestra;
+    prova::CaricaTestiVeri(1);
+    const fs::path csv = Uscita(macchina.Cartella);
+    const fs::path altro = (macchina.Cartella / "ESEMPIO.Csv").generic_wstring();
+    ElencoLog elenco;
+    for (const fs::path& uno : {csv, altro}) MettiInCima(elenco, uno);
+    EXPECT_EQ(elenco, ElencoLog{altro});
+    prova::Scrivi(macchina.Cartella / "RecentFiles.ini", "1\r\n" + csv.string() + "\r\n");
+    LeggiFileRecenti();
+    FileRecenteScelto = altro;
+    AggiornaFileRecenti();
+    EXPECT_EQ(finestra.Recenti, std::vector<fs::path>{altro});
+    macchina.Risposte = {Answer::Cancel};
+    EXPECT_FALSE(ConfermaSostituzione(altro));
+    Confronto confronto;
+    for (const fs::path& uno : {csv, altro}) EXPECT_EQ(confronto.Apri(uno), 0);
+    EXPECT_TRUE(StessoNome(L"C:\\\u0416.pro", L"c:/\u0436.PRO")) << "no letters of the program's";
+    EXPECT_FALSE(StessoFile(csv, macchina.Cartella / "Esempio.txt"));
 }
 
 TEST(FileWindows, TheDecimalCommaOfTheSystemChangesNoNumber) {
@@ -160,26 +251,6 @@ TEST(FileWindows, TheDecimalCommaOfTheSystemChangesNoNumber) {
     EXPECT_EQ(LeggiNumero("1.5"), 1.5);
     EXPECT_EQ(CampoNumerico(kCampo.data(), kCampo.data() + 6), -12.25);
     std::setlocale(LC_ALL, prima.c_str());
-}
-
-TEST(FileWindows, TheCurrentFolderMayBeOnAnotherDrive) {
-    PlatformProva macchina;
-    const fs::path prima = fs::current_path();
-    const fs::path altra = L"Z:\\tmp";  // where wine has the whole machine
-    if (!fs::is_directory(altra)) GTEST_SKIP() << "there is none";
-    const fs::path cartella = altra / macchina.Cartella.filename();
-    fs::create_directory(cartella);
-    fs::current_path(cartella);
-    ScriviFile("a.pro", "1", kLavoro);
-    ScriviFile(L"Z:a.pro", "2", kLavoro);
-    EXPECT_EQ(LeggiFile("a.pro", kLavoro), "2");
-    EXPECT_EQ(ElencaFile("."), std::vector<std::string>{"a.pro"});
-    fs::current_path(macchina.Cartella);
-    EXPECT_EQ(LeggiFile(cartella / "a.pro", kLavoro), "2");
-    EXPECT_EQ(Voci(cartella), 1u);
-    EXPECT_EQ(Voci(macchina.Cartella), 0u);
-    fs::current_path(prima);
-    fs::remove_all(cartella);
 }
 
 }  // namespace

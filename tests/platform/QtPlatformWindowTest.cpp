@@ -12,7 +12,10 @@
 #include <QTest>
 #include <QTimer>
 
+#include "platform/FileTesto.h"
 #include "platform/qt/ConversioniQt.h"
+#include "platform/qt/TestoQt.h"
+#include "shell/NumeroTesto.h"
 #include "support/PlatformProva.h"
 
 namespace lapvane {
@@ -218,6 +221,43 @@ TEST_F(MacchinaQt, DatesHaveFourDigitsForTheYearInEveryLocale) {
         EXPECT_EQ(FormatoGenerale(quando, paese).toStdString(), atteso);
     }
 }
+
+// With LC_ALL=it_IT.UTF-8 here, with the registry on Windows.
+TEST_F(MacchinaQt, TheSystemMayBeItalian) {
+    if (qEnvironmentVariableIsEmpty("LAPVANE_ITALIAN")) GTEST_SKIP() << "it is not said to be";
+    EXPECT_EQ(macchina.DecimalSeparator(), ',');
+    const QString adesso = InQt(macchina.Now());
+    EXPECT_TRUE(QDateTime::fromString(adesso, QStringLiteral("dd/MM/yyyy HH:mm:ss")).isValid())
+        << adesso.toStdString();
+    for (const double numero : {1.5, -0.25, 1234567.5}) {
+        EXPECT_EQ(LeggiNumero(TestoNumero(numero)), numero);
+        EXPECT_EQ(TestoNumero(numero).find(','), std::string::npos) << "as the files have it";
+    }
+}
+
+#ifdef _WIN32
+TEST_F(MacchinaQt, TheCurrentFolderMayBeOnAnotherDrive) {
+    namespace fs = std::filesystem;
+    const prova::PlatformProva cartelle;
+    const fs::path prima = macchina.CurDir();
+    const fs::path altra = L"Z:\\tmp";  // where wine has the whole machine
+    if (!fs::is_directory(altra)) GTEST_SKIP() << "there is none";
+    const fs::path cartella = altra / cartelle.Cartella.filename();
+    fs::create_directory(cartella);
+    macchina.ChDir(cartella.generic_wstring());
+    EXPECT_EQ(macchina.CurDir().native(), cartella.native()) << "with the system's own separator";
+    ScriviFile("a.pro", "1", Lavoro::LeggereFile);
+    ScriviFile(L"Z:a.pro", "2", Lavoro::LeggereFile);
+    EXPECT_EQ(ElencaFile("."), std::vector<std::string>{"a.pro"});
+    macchina.ChDir(cartelle.Cartella);
+    EXPECT_EQ(LeggiFile(cartella / "a.pro", Lavoro::LeggereFile), "2");
+    EXPECT_FALSE(FileEsiste("a.pro"));
+    macchina.ChDir(cartella / "none");
+    EXPECT_EQ(macchina.CurDir().native(), cartelle.Cartella.native());
+    macchina.ChDir(prima);
+    fs::remove_all(cartella);
+}
+#endif
 
 }  // namespace
 }  // namespace lapvane

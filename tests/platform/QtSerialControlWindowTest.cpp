@@ -6,6 +6,7 @@
 #include "platform/qt/ConversioniQt.h"
 #include "support/FarEnd.h"
 #include "support/SerialCases.h"
+#include "support/SpazioFinito.h"
 #include "support/WindowPlatform.h"
 
 namespace lapvane {
@@ -67,6 +68,26 @@ TEST_F(Seriale, PortThatVanishesCountsAsClosedAtOnceAndIsNotClosedTwice) {
     porta.PortOpen(true);
     QCoreApplication::processEvents();
     EXPECT_TRUE(porta.PortOpen());
+}
+
+TEST_F(Seriale, TheLockOfAProgramThatIsGoneKeepsNobodyOut) {
+    prova::FarEnd capo(legame);
+    const std::filesystem::path terminale = std::filesystem::canonical(legame);
+    const std::filesystem::path lucchetto = "/var/lock/LCK..pts_" + terminale.filename().string();
+    std::filesystem::permissions(macchina.Cartella, std::filesystem::perms{0777});
+    std::filesystem::permissions(terminale, std::filesystem::perms{0666});
+    // No process has the first number; the second is that of the first one of all.
+    for (const char* processo : {"4194305", "1"}) {
+        prova::Scrivi(lucchetto, std::string(processo) + "\nlapvane\nbox\n");
+        const prova::SenzaPrivilegi nessuno;
+        try {
+            porta.PortOpen(true);
+        } catch (const ErroreControllo&) {
+        }
+        EXPECT_EQ(porta.PortOpen(), processo[0] == '4');
+        porta.PortOpen(false);
+    }
+    std::filesystem::remove(lucchetto);
 }
 
 }  // namespace

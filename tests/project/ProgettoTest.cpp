@@ -259,15 +259,6 @@ TEST_F(Progetto, RefusedFilesAreReportedAndTriedAgainWithoutADialog) {
     EXPECT_EQ(DatiProgetto.Settore1, 0) << "a cancelled Open clears them too";
 }
 
-TEST_F(Progetto, SurplusAndHugeFilesAreReadAsFarAsTheyCount) {
-    std::string testo = "ZEVProject\r\n";
-    for (int i = 0; i < 300; ++i) testo += "k=" + std::to_string(i) + "\r\n";
-    const fs::path file = cartella / "enorme.pro";
-    prova::Scrivi(file, testo + std::string(std::size_t{40} << 20, 'x'));
-    Apri(file);
-    EXPECT_EQ(DatiProgetto.NomeProgetto, "0");
-}
-
 TEST_F(Progetto, SaveTouchesTheLastChangeAndSaveAsTheCreation) {
     mnuNew_Click();
     macchina.FileScelti.push_back(cartella / "c.pro");
@@ -351,30 +342,6 @@ TEST_F(Progetto, StopQuestionInAllItsForms) {
     EXPECT_TRUE(ConfermaChiusura());
 }
 
-TEST_F(Progetto, AProjectWithoutAFileIsOfferedANameThatNothingHas) {
-    const fs::path vecchio = cartella / "Monza.pro";
-    prova::Scrivi(vecchio, Progetto0());
-    const auto proposto = [&] {
-        macchina.FileScelti.push_back(std::nullopt);
-        mnuSaveAs_Click();
-        const FileRequest& richiesta = macchina.RichiesteFile.back();
-        return richiesta.Folder / richiesta.Name;
-    };
-    Apri(vecchio);
-    EXPECT_EQ(proposto(), vecchio);
-    mnuNew_Click();
-    EXPECT_EQ(proposto(), cartella / "New project.pro");
-    prova::Scrivi(cartella / "new PROJECT.pro", "x");
-    EXPECT_EQ(proposto(), cartella / "New project 2.pro");
-    macchina.FileScelti.push_back(cartella / "mio.pro");
-    mnuSaveAs_Click();
-    EXPECT_EQ(proposto(), cartella / "mio.pro");
-    mnuNew_Click();
-    PercorsoProgetto.clear();
-    EXPECT_EQ(macchina.CartellaCorrente / proposto(),
-              macchina.CartellaCorrente / "New project 2.pro");
-}
-
 TEST_F(Progetto, WriteErrorsGoToTheDoorWithTheFile) {
     mnuNew_Click();
     PercorsoProgetto = macchina.Cartella / "manca" / "x.pro";
@@ -430,21 +397,6 @@ TEST_F(Recenti, MostRecentFirstWithoutGapsOrDoubles) {
     EXPECT_TRUE(FileRecenteScelto.empty());
 }
 
-TEST_F(Recenti, ListAgesByOneAtEachStop) {
-    for (const char* nome : {"a.pro", "b.pro", "c.pro", "d.pro"}) Apri(Nuovo(nome));
-    AnalisiSpeed = false;
-    ScriviFileRecenti();
-    EXPECT_EQ(Ini(),
-              "0\r\n" + In1252({cartella / "d.pro", cartella / "c.pro", cartella / "b.pro"}));
-    AzzeraFileRecenti();
-    AnalisiSpeed = true;
-    LeggiFileRecenti();
-    EXPECT_FALSE(AnalisiSpeed);
-    ScriviFileRecenti();  // three paths: none falls off
-    EXPECT_EQ(Ini(),
-              "0\r\n" + In1252({cartella / "d.pro", cartella / "c.pro", cartella / "b.pro"}));
-}
-
 TEST_F(Recenti, VanishedPathIsReportedAndTheListStays) {
     const fs::path a = Nuovo("a.pro");
     Apri(a);
@@ -483,13 +435,6 @@ TEST_F(Recenti, AListThatCantBeWrittenIsToldAndShown) {
     EXPECT_EQ(PercorsoProgetto, b);
     EXPECT_EQ(finestra.Recenti, (std::vector<fs::path>{b, a}));
     EXPECT_TRUE(FileRecenteScelto.empty());
-}
-
-TEST_F(Recenti, ALineThatIsNoPathIsNoEntry) {
-    prova::Scrivi(macchina.Cartella / "RecentFiles.ini",
-                  "1\r\n" + std::string(10 << 20, 'x') + "\r\n/a\r\n");
-    LeggiFileRecenti();
-    EXPECT_EQ(finestra.Recenti, std::vector<fs::path>{"/a"});
 }
 
 TEST_F(Recenti, BrokenFilesEndTheProgram) {

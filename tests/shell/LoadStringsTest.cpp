@@ -84,23 +84,6 @@ TEST(LoadStrings, ChoiceIsWrittenOverTheFirstThreeBytesInTheCurrentFolder) {
     EXPECT_EQ(prova::Leggi(macchina.Cartella / "LANGUAGES.DAT"), "0\r\n" + resto);
 }
 
-TEST(LoadStrings, OwnTextsNeedNoFileAndFollowTheLanguage) {
-    PlatformProva macchina;
-    // Nothing has been read: the language is not known.
-    EXPECT_EQ(Testo(Voce::Anteprima), "Preview");
-    // A file of another hand with 334 texts a language, of which none is ours.
-    std::string file = "0\r\nN=668\r\n";
-    for (int i = 0; i < 668; ++i) file += "=x\r\n";
-    Tabella(macchina, file);
-    EXPECT_EQ(Testo(Voce::Anteprima), "Anteprima");
-    EXPECT_EQ(Testo(Voce::TabellaGiriPiena),
-              "La tabella dei giri \xE8 piena: i giri oltre il numero 999 sono stati tralasciati.");
-    EXPECT_EQ(DelNumero(4), "x");
-    IndiceLingua = 1;
-    CalcolaBaseTesti();
-    EXPECT_EQ(Testo(Voce::Anteprima), "Preview");
-}
-
 TEST(TabelleNomi, ListsStandInTheOrderOfTheirIndices) {
     PlatformProva macchina;
     prova::CaricaTestiVeri(1);

@@ -82,16 +82,6 @@ TEST(NumeroTesto, FastWriterAgreesWithThePictureEverywhere) {
               "-9223372036854775808");
 }
 
-TEST(NumeroTesto, PrefixEndsAtTheFirstStrangeCharacter) {
-    EXPECT_EQ(PrefissoNumerico("  -3,7"), -3.0);
-    EXPECT_EQ(PrefissoNumerico(".5"), 0.5);
-    EXPECT_EQ(PrefissoNumerico("5."), 5.0);
-    EXPECT_EQ(PrefissoNumerico("+1e3x"), 1000.0);
-    EXPECT_EQ(PrefissoNumerico("1e"), 1.0);
-    EXPECT_EQ(PrefissoNumerico("-"), 0.0);
-    EXPECT_EQ(PrefissoNumerico("."), 0.0);
-}
-
 TEST(NumeroTesto, FieldsTakeAPointOrACommaAndAgreeWithTheLibrary) {
     const auto campo = [](const std::string& t) {
         return CampoNumerico(t.data(), t.data() + t.size());
@@ -130,25 +120,8 @@ TEST(NumeroTesto, ConversionsRoundTiesToEvenAndRefuseWhatDoesNotFit) {
     EXPECT_EQ(DueCifre(-5), "-05");
 }
 
-std::string Decimali(std::string testo, int fattore) {
-    return FormattaDecimali(testo, fattore);
-}
-
 std::string Somma(std::string a, std::string b) {
     return SommaTempi(a, b);
-}
-
-TEST(Utility, DecimalsArePaddedNeverCut) {
-    EXPECT_EQ(Decimali("2.", 1000), "2.000");
-    EXPECT_EQ(Decimali(".5", 1000), "0.500");
-    EXPECT_EQ(Decimali("", 1000), "0.000");
-    EXPECT_EQ(Decimali("1.23456", 1000), "1.23456");
-    EXPECT_EQ(Decimali("-.5", 1000), "-.500");
-    EXPECT_EQ(Decimali("", 1), "0");
-    EXPECT_EQ(Decimali(".5", 1), "0.5");
-    EXPECT_EQ(Decimali(".5", 100), "0.50");
-    EXPECT_EQ(Decimali("7", 5), "7");
-    EXPECT_EQ(VirgolaInPunto("1,5,2"), "1.5.2");
 }
 
 TEST(Utility, SumOfTimesCarriesAndWraps) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "analysis/compare/ConfrontoGiri.h"
+#include "platform/Cartelle.h"
 #include "platform/FileTesto.h"
 #include "shell/NumeroTesto.h"
 
@@ -31,10 +32,7 @@ std::string CanaleConfronto::Chiave() const {
 
 int Confronto::Apri(const std::filesystem::path& file) {
     for (int i = 0; i < NumLog(); ++i) {
-        std::error_code nessuno;
-        if (Log(i).File() == file || std::filesystem::equivalent(Log(i).File(), file, nessuno)) {
-            return i;
-        }
+        if (StessoFile(Log(i).File(), file)) return i;
     }
     Aperto nuovo;
     nuovo.Dati = std::make_unique<LogAperto>(file);

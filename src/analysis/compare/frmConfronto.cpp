@@ -13,6 +13,7 @@
 #include "analysis/compare/DisegnoMappa.h"
 #include "analysis/compare/DisegnoParti.h"
 #include "analysis/compare/DisegnoQuadri.h"
+#include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/Platform.h"
 #include "platform/qt/ConversioniQt.h"
@@ -227,7 +228,7 @@ void frmConfronto::Apri(const std::filesystem::path& file, std::optional<int> in
             }
         } else if (log == prima) {
             for (const ScelteLog& scelta : scelte_.Log) {
-                if (scelta.File == confronto_.Log(log).File()) {
+                if (StessoPercorso(scelta.File, confronto_.Log(log).File())) {
                     confronto_.Ripristina(log, scelta.Giri);
                 }
             }
@@ -368,7 +369,7 @@ void frmConfronto::Ricorda() {
     }
     for (const ScelteLog& vecchio : scelte_.Log) {
         const bool gia = std::any_of(log.begin(), log.end(), [&](const ScelteLog& nuovo) {
-            return nuovo.File == vecchio.File;
+            return StessoPercorso(nuovo.File, vecchio.File);
         });
         if (!gia) log.push_back(vecchio);
     }

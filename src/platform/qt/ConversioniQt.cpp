@@ -1,6 +1,7 @@
 #include "platform/qt/ConversioniQt.h"
 
 #include <QColor>
+#include <QDir>
 #include <QString>
 
 namespace lapvane {
@@ -15,8 +16,8 @@ QString PercorsoInQt(const std::filesystem::path& path) {
 
 std::filesystem::path PercorsoDaQt(const QString& text) {
 #ifdef Q_OS_WIN
-    // As people there write them, whoever asked Qt.
-    return std::filesystem::path(text.toStdWString()).make_preferred();
+    // Not the "/" of the toolkit: paths are shown, kept in lists and compared.
+    return QDir::toNativeSeparators(text).toStdWString();
 #else
     return text.toStdString();
 #endif

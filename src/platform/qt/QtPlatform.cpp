@@ -290,7 +290,7 @@ std::optional<std::filesystem::path> QtPlatform::AskFile(const FileRequest& requ
         chosen += required;
     }
     QDir::setCurrent(QFileInfo(chosen).absolutePath());
-    return PercorsoDaQt(QDir::toNativeSeparators(chosen));
+    return PercorsoDaQt(chosen);
 }
 
 std::optional<std::filesystem::path> QtPlatform::AskOpen(const FileRequest& request) {
@@ -310,7 +310,7 @@ std::optional<std::filesystem::path> QtPlatform::AskFolder(const std::string& ti
     dialog.setOption(QFileDialog::ShowDirsOnly, false);
     if (!initial.empty()) dialog.setDirectory(PercorsoInQt(initial));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return PercorsoDaQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
+    return PercorsoDaQt(dialog.selectedFiles().constFirst());
 }
 
 std::optional<Colore> QtPlatform::AskColor(Colore initial) {

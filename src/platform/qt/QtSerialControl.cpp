@@ -1,8 +1,12 @@
 #include "platform/qt/QtSerialControl.h"
 
+#include <signal.h>
+
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSerialPortInfo>
 #include <algorithm>
+#include <cerrno>
 
 #include "platform/ErroreRuntime.h"
 #include "platform/Platform.h"
@@ -18,6 +22,22 @@ QStringList AskPorts() {
     const auto found = QSerialPortInfo::availablePorts();
     for (const QSerialPortInfo& port : found) ports.append(port.systemLocation());
     return ports;
+}
+
+/// Whether the lock that keeps a port taken is of a program that is gone. Only its owner can take
+/// it away, as long as the machine runs.
+bool LockIsAbandoned(QString name) {
+    name.replace(QLatin1Char('/'), QLatin1Char('_'));
+    // The folder is the first of these that takes files.
+    for (const char* folder : {"/var/lock/LCK..", "/tmp/LCK.."}) {
+        qint64 process = 0;
+        QString host, program;
+        const QLockFile lock(QLatin1String(folder) + name);
+        if (lock.getLockInfo(&process, &host, &program)) {
+            return ::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
+        }
+    }
+    return false;
 }
 
 }  // namespace
@@ -54,7 +74,7 @@ void QtSerialControl::PortOpen(bool open) {
     }
     if (lost_) PortOpen(false);
     if (port_.isOpen()) throw ErroreControllo("port already open");
-    const QString location = Location();
+    QString location = Location();
     if (location.isEmpty()) throw ErroreControllo("no such port");
     port_.setPortName(location);
     port_.setBaudRate(baud_);
@@ -63,9 +83,16 @@ void QtSerialControl::PortOpen(bool open) {
     port_.setStopBits(QSerialPort::OneStop);
     port_.setFlowControl(QSerialPort::NoFlowControl);
     port_.setReadBufferSize(inBufferSize_);
-    if (!port_.open(QIODevice::ReadWrite)) {
-        throw ErroreControllo(port_.errorString().toStdString());
+    bool opened = port_.open(QIODevice::ReadWrite);
+    // By another of its names, "/dev/./ttyUSB0", the port has another lock. Programs that use it at
+    // the same time are still kept apart, by the exclusive mode of the terminal.
+    constexpr int kNames = 10;
+    for (int i = 1; !opened && i < kNames && LockIsAbandoned(port_.portName()); ++i) {
+        port_.setPortName(
+            location.insert(location.lastIndexOf(QLatin1Char('/')) + 1, QLatin1String("./")));
+        opened = port_.open(QIODevice::ReadWrite);
     }
+    if (!opened) throw ErroreControllo(port_.errorString().toStdString());
     // A virtual port refuses both lines; that is no failure.
     port_.setDataTerminalReady(dtr_);
     port_.setRequestToSend(rts_);

@@ -228,18 +228,6 @@ TEST(Allineamento, WhatCantBeAlignedSaysWhyAndTheOthersStay) {
     EXPECT_EQ(nulla.Lunghezza(), 0.0);
 }
 
-TEST(Allineamento, PlaceAndMomentAreEachOthersInverse) {
-    const Corsa corsa = Formula(1.0 / 3.6, 0.9);
-    const GiroAllineato giro = Allineamento(corsa.Log()).Allinea(3).value();
-    for (double t = 0.37; t < giro.Durata; t += 1.13) {
-        EXPECT_NEAR(giro.TempoA(giro.MetriA(t)), t, 0.001);
-    }
-    EXPECT_EQ(giro.TempoA(-1.0), 0.0);
-    EXPECT_EQ(giro.TempoA(1e9), giro.Durata);
-    EXPECT_EQ(giro.MetriA(-1.0), 0.0);
-    EXPECT_EQ(giro.MetriA(1e9), giro.Lunghezza);
-}
-
 TEST(ConfrontoGiri, PartsAddUpToTheOfficialTimeAndTheBestOfThemMakeTheIdealLap) {
     const Corsa corsa = Formula(1.0 / 3.6, 0.9);
     const Allineamento allineati(corsa.Log());

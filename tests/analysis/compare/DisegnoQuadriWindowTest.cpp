@@ -117,13 +117,6 @@ TEST_F(QuadriDisegnati, KeysMoveCursorsAndView) {
     }
 }
 
-TEST_F(QuadriDisegnati, ShiftSetsTheSecondCursorAndTakesItAway) {
-    for (const double atteso : {700.0, -1.0}) {
-        QTest::mouseClick(&quadri, Qt::LeftButton, Qt::ShiftModifier, Dove(700.0));
-        EXPECT_NEAR(quadri.Secondo().value_or(-1.0), atteso, 1.0);
-    }
-}
-
 TEST_F(QuadriDisegnati, TheScaleFitsWhatIsInSightAndCurvesLieOnTheirValues) {
     for (const Tema tema : {Tema::Chiaro, Tema::Scuro}) {
         quadri.setPalette(PalettaDi(tema));
