@@ -4,8 +4,7 @@
 #include <system_error>
 
 #include "analysis/FileMancante.h"
-#include "analysis/LettoreDati.h"
-#include "platform/FileTesto.h"
+#include "platform/ErroreRuntime.h"
 #include "platform/Platform.h"
 #include "platform/PuntatoreOccupato.h"
 #include "platform/Testo1252.h"
@@ -35,11 +34,13 @@ bool AnalisiDatiFoglio::CaricaLog() {
 
 void AnalisiDatiFoglio::CaricaFoglio(Piano piano, const fs::path& percorso) {
     try {
-        tabella_.CaricaFile(piano, LeggiLog(percorso), [](int percento) {
+        tabella_.CaricaFile(piano, ApriLog(percorso), [](int percento) {
             MostraAvanzamento(TestoNumeroConSpazio(percento));
         });
     } catch (const std::bad_alloc&) {
-        tabella_.CaricaFile(piano, {}, {});
+        // An empty sheet.
+    } catch (const ErroreRuntime&) {
+        // A medium that is gone half-way: the same.
     }
 }
 
