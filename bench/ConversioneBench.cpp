@@ -3,11 +3,11 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "Paired.h"
@@ -86,42 +86,82 @@ std::size_t Byte(const FileLog& file) {
     return file.Csv.size() + file.Txt.size() + file.Tim.size();
 }
 
-/// The least that any writer of these files has to do: the text of each field, with what stands
-/// behind it, lies ready in a table; where in it, is known.
-struct ScritturaNuda {
+/// The least that any writer of these files has to do: it is given the fields as numbers, and every
+/// text that it needs lies ready in a table.
+class ScritturaNuda {
+ public:
+    ScritturaNuda() {
+        const auto prendi = [](Testo& testo, const std::string& da) {
+            testo.Lungo = static_cast<std::uint8_t>(da.copy(testo.Lettere.data(), 7));
+        };
+        for (std::size_t n = 0; n < 1000; ++n) {
+            prendi(interi_[n], std::to_string(n));
+            prendi(pieni_[n], std::to_string(1000 + n).substr(1));
+        }
+        for (std::size_t n = 0; n < 100; ++n) {
+            for (int forma = 0; forma < 4; ++forma) {
+                const std::string due = std::to_string(100 + n).substr(1);
+                const std::string cifre =
+                    forma == 0 || forma == 3 ? "" : "." + due.substr(0, forma);
+                prendi(code_[0][forma][n], cifre + ";");
+                prendi(code_[1][forma][n], cifre + "\r\n");
+            }
+        }
+    }
+    void Aggiungi(std::string_view testo) {
+        Byte += testo.size();
+        while (!testo.empty()) {
+            const std::size_t fine = testo.find_first_of(";\r");
+            const std::string campo(testo.substr(0, fine));
+            const bool riga = testo[fine] == '\r';
+            const auto punto = campo.find('.');
+            Campo c{
+                0,
+                static_cast<std::uint8_t>(campo.empty()                ? 3
+                                          : punto == std::string::npos ? 0
+                                                                       : campo.size() - punto - 1),
+                riga, campo[0] == '-'};
+            if (!campo.empty()) {
+                c.Centesimi =
+                    static_cast<std::uint32_t>(std::lround(std::fabs(std::stod(campo)) * 100));
+            }
+            campi_.push_back(c);
+            testo.remove_prefix(fine + (riga ? 2 : 1));
+        }
+    }
+    void Scrivi(char* p) const {
+        for (const Campo& c : campi_) {
+            const std::uint32_t intero = c.Centesimi / 100;
+            if (c.Negativo) *p++ = '-';
+            if (intero >= 1000) {
+                p = Copia(Copia(p, interi_[intero / 1000]), pieni_[intero % 1000]);
+            } else if (c.Forma != 3) {
+                p = Copia(p, interi_[intero]);
+            }
+            p = Copia(p, code_[c.Riga ? 1 : 0][c.Forma][c.Centesimi % 100]);
+        }
+        benchmark::DoNotOptimize(p);
+    }
+    std::size_t Byte = 0;
+
+ private:
     struct Campo {
-        std::array<char, 15> Testo{};
+        std::uint32_t Centesimi;
+        std::uint8_t Forma;  // decimals; 3: an empty field
+        bool Riga;           // it ends its line
+        bool Negativo;
+    };
+    struct Testo {
+        std::array<char, 7> Lettere{};
         std::uint8_t Lungo = 0;
     };
-
-    void Aggiungi(std::string_view testo) {
-        while (!testo.empty()) {
-            const std::size_t lungo = testo.find_first_of(";\n") + 1;
-            const std::string_view campo = testo.substr(0, lungo);
-            const auto [posto, nuovo] = Posti.try_emplace(std::string(campo), Tabella.size());
-            if (nuovo) {
-                Campo& c = Tabella.emplace_back();
-                c.Lungo = static_cast<std::uint8_t>(campo.copy(c.Testo.data(), c.Testo.size()));
-            }
-            Campi.push_back(static_cast<std::uint32_t>(posto->second));
-            Byte += lungo;
-            testo.remove_prefix(lungo);
-        }
+    static char* Copia(char* dove, const Testo& testo) {
+        std::memcpy(dove, &testo, sizeof testo);
+        return dove + testo.Lungo;
     }
-    std::string_view Scrivi(char* buffer) const {
-        char* p = buffer;
-        for (const std::uint32_t campo : Campi) {
-            const Campo& c = Tabella[campo];
-            std::memcpy(p, &c, sizeof c);
-            p += c.Lungo;
-        }
-        return {buffer, p};
-    }
-
-    std::unordered_map<std::string, std::size_t> Posti;
-    std::vector<Campo> Tabella;
-    std::vector<std::uint32_t> Campi;
-    std::size_t Byte = 0;
+    std::vector<Campo> campi_;
+    std::array<Testo, 1000> interi_, pieni_;
+    std::array<std::array<std::array<Testo, 100>, 4>, 2> code_;
 };
 
 void ConversioneInMemoria(benchmark::State& stato) {
@@ -134,9 +174,9 @@ void ConversioneInMemoria(benchmark::State& stato) {
     nuda.Aggiungi(righe(file.Csv));
     nuda.Aggiungi(righe(file.Txt));
     const auto scrivi = [&nuda] {
-        auto buffer = std::make_unique_for_overwrite<char[]>(nuda.Byte + sizeof(nuda.Tabella[0]));
+        auto buffer = std::make_unique_for_overwrite<char[]>(nuda.Byte + 8);
         PagineGrandi(buffer.get(), nuda.Byte);
-        benchmark::DoNotOptimize(nuda.Scrivi(buffer.get()));
+        nuda.Scrivi(buffer.get());
         return buffer;
     };
     const auto scritto = scrivi();
