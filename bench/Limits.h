@@ -48,7 +48,7 @@ inline constexpr Limit kLimits[] = {
     {"logic", "10000 runs, list from the index", "RunsAgain", "", "", 1000, "ms"},
     {"logic", "10000 runs, a key of the search", "RunsSearch", "key_ms", "", 50, "ms"},
     {"logic", "full log, ideal lap for the list", "RunsLog", "", "", 150, "ms"},
-    {"logic", "1000 sensor files read", "LibreriaDi1000File", "", "", 50, "ms"},
+    {"logic", "20000 sensor files read", "LibreriaDi20000File", "", "", 400, "ms"},
     {"logic", "programming run, own time", "CorsaIntera/program", "", "", 50, "ms"},
     {"logic", "reading run, own time", "CorsaIntera/read", "", "", 50, "ms"},
     {"download", "download, own time a block", "SovraccaricoDelDownload", "", "", 1, "ms"},

@@ -124,6 +124,17 @@ std::array<fs::path, 2> Marche(const fs::path& vero) {
                 NomeMarca(fs::absolute(vero, ignorato).lexically_normal().parent_path() / stelo)};
 }
 
+/// The marks that lie in a folder.
+std::vector<fs::path> MarcheIn(const fs::path& cartella) {
+    std::error_code errore;
+    fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
+    std::vector<fs::path> marche;
+    for (; !errore && voci != fs::directory_iterator(); voci.increment(errore)) {
+        if (Utf8(voci->path().filename()).rfind(kMarca, 0) == 0) marche.push_back(voci->path());
+    }
+    return marche;
+}
+
 /// Paths beside the mark go without their folder, so that a folder may be moved with its mark.
 std::string TestoMarca(const fs::path& marca, const std::vector<VoceMarca>& voci) {
     std::string testo(kPrimaRigaMarca);
@@ -389,19 +400,26 @@ void Ripara(const fs::path& percorso) {
 }
 
 void RiparaCartella(const fs::path& cartella) {
-    std::error_code errore;
-    fs::directory_iterator voci(cartella.empty() ? fs::path(".") : cartella, errore);
-    std::vector<fs::path> marche;
-    for (; !errore && voci != fs::directory_iterator(); voci.increment(errore)) {
-        if (Utf8(voci->path().filename()).rfind(kMarca, 0) == 0) marche.push_back(voci->path());
-    }
-    for (const fs::path& marca : marche) {
+    for (const fs::path& marca : MarcheIn(cartella)) {
         if (const auto fatte = LeggiMarca(marca); !fatte.empty()) Completa(marca, fatte);
     }
 }
 
 std::string LeggiFile(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
     return sistema::Leggi(DaLeggere(percorso), cosa, massimo);
+}
+
+LetturaCartella::LetturaCartella(const fs::path& cartella)
+    : conMarche_(!MarcheIn(cartella).empty() || !MarcheIn(CartellaRiserva()).empty()) {}
+
+std::string LetturaCartella::LeggiFile(const fs::path& percorso, Lavoro cosa,
+                                       std::size_t massimo) const {
+    // A link's file lies elsewhere, and so does its mark.
+    std::error_code ignorato;
+    if (conMarche_ || fs::is_symlink(percorso, ignorato)) {
+        return lapvane::LeggiFile(percorso, cosa, massimo);
+    }
+    return sistema::Leggi(percorso, cosa, massimo);
 }
 
 FileAPezzi::FileAPezzi(const fs::path& percorso, Lavoro cosa)

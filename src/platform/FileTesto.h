@@ -25,6 +25,17 @@ namespace lapvane {
 std::string LeggiFile(const std::filesystem::path& percorso, Lavoro cosa,
                       std::size_t massimo = static_cast<std::size_t>(-1));
 
+/// `LeggiFile` for all files of a folder: whether a save was cut there is asked once for all.
+class LetturaCartella {
+ public:
+    explicit LetturaCartella(const std::filesystem::path& cartella);
+    std::string LeggiFile(const std::filesystem::path& percorso, Lavoro cosa,
+                          std::size_t massimo) const;
+
+ private:
+    bool conMarche_;
+};
+
 /// A file that is too large to be held as text; opened as `LeggiFile` opens it.
 class FileAPezzi {
  public:
