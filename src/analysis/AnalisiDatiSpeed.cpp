@@ -38,7 +38,10 @@ bool AnalisiDatiSpeed::CaricaLog() {
     LeggiTempi();
     const PuntatoreOccupato occupato;
     IniziaCaricamento();
-    LeggiDati();
+    if (!LeggiDati()) {
+        tabella_.Alloca(0, 0, 0);
+        return Interrotto();
+    }
     MostraCanali();
     ImpostaCanali();
     ConcludiCaricamento();
@@ -80,14 +83,15 @@ void AnalisiDatiSpeed::LeggiTitoli(std::string_view titolo) {
     }
 }
 
-void AnalisiDatiSpeed::LeggiDati() {
+/// False if it was stopped.
+bool AnalisiDatiSpeed::LeggiDati() {
     try {
         LettoreDati lettore = ApriLog(NomeFileDati());
         LeggiTitoli(lettore.Titolo());
         // Without the file of lap times the columns are unknown, and no column is read.
         tabella_.Alloca(NumCampi(), NumCampiTxt_ == 0 ? 0 : NumCampiTxt_ + 1,
                         lettore.NumeroRecord());
-        LeggiPiano(lettore, Piano::Dati);
+        if (!LeggiPiano(lettore, Piano::Dati)) return false;
     } catch (const std::bad_alloc&) {
         tabella_.Alloca(0, 0, 0);
     } catch (const ErroreRuntime&) {
@@ -98,29 +102,31 @@ void AnalisiDatiSpeed::LeggiDati() {
     MostraLettura(Voce::LetturaFileAllarmi);
     try {
         LettoreDati laterale = ApriLog(Cartella_ / NomeLaterale_, Conto::Niente);
-        LeggiPiano(laterale, Piano::Laterale);
+        if (!LeggiPiano(laterale, Piano::Laterale)) return false;
     } catch (const ErroreRuntime&) {
         tabella_.Azzera(Piano::Laterale);
     }
     ImpostaNumRighe(tabella_.NumeroRighe());
+    return true;
 }
 
-void AnalisiDatiSpeed::LeggiPiano(LettoreDati& lettore, Piano piano) {
+bool AnalisiDatiSpeed::LeggiPiano(LettoreDati& lettore, Piano piano) {
     const auto colonne = tabella_.Destinazioni(piano);
     const std::int32_t righe = tabella_.NumeroRighe();
     std::int32_t riga = 0;
     for (std::int32_t meta = std::min(righe, kRigheSenzaProgresso + 1);;) {
         riga = lettore.LeggiRighe(colonne, riga, meta);
-        if (riga < meta || riga <= kRigheSenzaProgresso) return;
+        if (riga < meta || riga <= kRigheSenzaProgresso) return true;
         const int percento = Percento(riga, righe);
         MostraAvanzamento(TestoNumero(percento));
-        if (riga == righe) return;
+        if (!Prosegue(percento)) return false;
+        if (riga == righe) return true;
         // Up to the row at which the text changes.
         meta = std::max(riga + 1, static_cast<std::int32_t>((percento + 0.5) / 100.0 * righe));
         while (meta < righe && Percento(meta, righe) == percento) ++meta;
         if (Percento(meta, righe) == percento) {
             lettore.LeggiRighe(colonne, riga, righe);
-            return;
+            return true;
         }
     }
 }

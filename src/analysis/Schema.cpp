@@ -35,8 +35,8 @@ std::string TestoSchema(std::string_view nomeCsv, int numCampi, std::string_view
 void ScriviSchema(const std::filesystem::path& cartella, const std::filesystem::path& nomeCsv,
                   int numCampi, const std::filesystem::path& nomeLaterale, int numCampiTxt) {
     const std::filesystem::path file = cartella / "schema.ini";
-    const std::string testo = TestoSchema(TestoDaPercorso(nomeCsv), numCampi,
-                                          TestoDaPercorso(nomeLaterale), numCampiTxt);
+    const std::string testo =
+        TestoSchema(TestoDaPercorso(nomeCsv), numCampi, TestoDaPercorso(nomeLaterale), numCampiTxt);
     try {
         // A log that is opened again finds its own: no one waits for the disk.
         if (FileEsiste(file) &&

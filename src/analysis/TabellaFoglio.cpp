@@ -11,11 +11,11 @@ constexpr int kPassiAvanzamento = 100;
 
 }  // namespace
 
-void TabellaFoglio::CaricaFile(Piano piano, LettoreDati lettore,
+bool TabellaFoglio::CaricaFile(Piano piano, LettoreDati lettore,
                                const EventoAvanzamento& avanzamento) {
     fogli_[piano] = {};
     std::string_view titolo = lettore.Titolo();
-    if (lettore.Vuoto()) return;
+    if (lettore.Vuoto()) return true;
     FoglioDati foglio;
     const auto colonne = std::count(titolo.begin(), titolo.end(), ';') + 1;
     foglio.NumeroColonne = static_cast<std::int16_t>(
@@ -37,11 +37,12 @@ void TabellaFoglio::CaricaFile(Piano piano, LettoreDati lettore,
     for (std::int32_t riga = 0; riga < record;) {
         const std::int32_t meta = riga + 1;
         if (lettore.LeggiRighe(destinazioni, riga, meta) < meta) break;
-        if (avanzamento) avanzamento(static_cast<int>(std::int64_t{riga} * 100 / record));
+        if (!avanzamento(static_cast<int>(std::int64_t{riga} * 100 / record))) return false;
         riga = lettore.LeggiRighe(destinazioni, meta, std::min(record - riga, passo) + riga);
         if (riga % passo != 0) break;
     }
     fogli_[piano] = std::move(foglio);
+    return true;
 }
 
 std::span<const double> TabellaFoglio::Colonna(int colonna, Piano piano) const {

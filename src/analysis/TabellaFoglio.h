@@ -14,13 +14,13 @@ namespace lapvane {
 /// first sample is row 2. Lines may be of different lengths; a cell that a line lacks is 0.
 class TabellaFoglio : public TabellaDati {
  public:
-    /// Percentage of the file that has been read.
-    using EventoAvanzamento = std::function<void(int)>;
+    /// Percentage of the file that has been read; false stops it.
+    using EventoAvanzamento = std::function<bool(int)>;
 
     /// Reads a delimited file into the sheet of a plane, over what was there. Columns beyond the
     /// twentieth count and are not held. After std::bad_alloc and the errors of the reader the
-    /// sheet is empty.
-    void CaricaFile(Piano piano, LettoreDati lettore, const EventoAvanzamento& avanzamento);
+    /// sheet is empty, and where it was stopped: then it returns false.
+    bool CaricaFile(Piano piano, LettoreDati lettore, const EventoAvanzamento& avanzamento);
 
     std::span<const double> Colonna(int colonna, Piano piano) const override;
     std::int32_t PrimaRiga() const override { return 2; }
