@@ -237,6 +237,8 @@ LettoreDati ApriLog(const std::filesystem::path& percorso, Conto conto) {
                 return LettoreDati(std::string_view());
             }
         }
+        // Columns need more room than the text: a file that has none even for that is not begun.
+        std::string().reserve(static_cast<std::size_t>(file.Byte()));
         return LettoreDati(std::move(file), conto);
     } catch (const ErroreRuntime&) {
         return LettoreDati(std::string_view());
