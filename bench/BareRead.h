@@ -123,7 +123,8 @@ class BareRead {
 
 /// The two files of a full log.
 struct BareLoad {
-    BareLoad(const std::filesystem::path& csv, const std::filesystem::path& side, std::size_t rows)
+    [[gnu::noinline]] BareLoad(const std::filesystem::path& csv, const std::filesystem::path& side,
+                               std::size_t rows)
         : Data(16, rows), Side(11, rows) {
         Data.Read(csv);
         Side.Read(side);

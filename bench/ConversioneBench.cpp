@@ -129,7 +129,7 @@ class ScritturaNuda {
             testo.remove_prefix(fine + (riga ? 2 : 1));
         }
     }
-    void Scrivi(char* p) const {
+    [[gnu::noinline]] void Scrivi(char* p) const {
         for (const Campo& c : campi_) {
             const std::uint32_t intero = c.Centesimi / 100;
             if (c.Negativo) *p++ = '-';

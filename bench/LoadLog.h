@@ -18,7 +18,7 @@ double Milliseconds(const auto& work) {
 }
 
 /// The full log and its side file into a table, as every window that shows one has to.
-inline void LoadLog(TabellaArray& table) {
+[[gnu::noinline]] inline void LoadLog(TabellaArray& table) {
     for (const auto plane : {Piano::Dati, Piano::Laterale}) {
         LettoreDati reader =
             plane == Piano::Dati ? ApriLog(Log().Csv()) : ApriLog(Log().Side(), Conto::Niente);
