@@ -30,6 +30,7 @@ dlgLettura::dlgLettura(const QString& file, QWidget* parent) : Dialogo("dlgLettu
     lblPerc_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblPerc_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("100 %")) + 8);
     cmdFerma_ = CreaPulsante("cmdFerma", [this] { reject(); });
+    cmdFerma_->setAutoDefault(false);  // the Enter that chose the file may come twice
 
     auto* colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(24, 20, 24, 16);
