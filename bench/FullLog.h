@@ -27,8 +27,12 @@ struct FullLog {
                 .native();
         if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
         Folder = name;
-        std::string csv = "Time [sec];Distance [m];Engine [RPM];...\r\n";
-        std::string side = "Time [sec];Distance [m];...\r\n";
+        std::string csv = "Time [sec];Distance [m];Engine [RPM]";
+        for (int c = 4; c <= 16; ++c) csv += ";Channel " + std::to_string(c) + " [V]";
+        std::string side = "Time [sec];Distance [m]";
+        for (int c = 3; c <= 11; ++c) side += ";Alarm " + std::to_string(c);
+        csv += "\r\n";
+        side += "\r\n";
         for (int r = 0; r < kRows; ++r) {
             const int inLap = r % kRowsPerLap;
             Tenths(csv, inLap);
