@@ -28,7 +28,7 @@ inline constexpr Limit kLimits[] = {
     {"window", "redraw, 3 % noise, beside QPainter", "Redraw/Noisy3Percent", "ratio", "", 1.5,
      "x bare lines"},
     {"window", "step of the scroll, 8 channels", "ScrollStep", "", "", 12, "ms"},
-    {"window", "full log: open to first lap", "OpenLog", "ratio", "", 1.6, "x bare read"},
+    {"window", "full log: open to first lap", "OpenLog", "ratio", "", 2, "x bare read"},
     {"window", "the same through its window", "OpenLogWindow", "ratio", "", 2, "x bare read"},
     {"window", "from one lap to another", "LapSwitch", "", "", 4, "ms"},
     {"window", "comparison, 7 laps in 4 panes", "RedrawPanes/700", "", "", 6, "ms"},
