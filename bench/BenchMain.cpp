@@ -45,6 +45,16 @@ class Keeper : public benchmark::BenchmarkReporter {
         if (found == figures->second.end()) return 0.0;
         return *std::min_element(found->second.begin(), found->second.end());
     }
+    /// The middle of all repetitions.
+    double Middle(std::string_view run, std::string_view figure) const {
+        const auto figures = kept_.find(std::string(run));
+        if (figures == kept_.end()) return 0.0;
+        const auto found = figures->second.find(std::string(figure));
+        if (found == figures->second.end()) return 0.0;
+        std::vector<double> values = found->second;
+        std::nth_element(values.begin(), values.begin() + std::ssize(values) / 2, values.end());
+        return values[values.size() / 2];
+    }
     bool Failed() const { return failed_; }
 
  private:
@@ -54,7 +64,10 @@ class Keeper : public benchmark::BenchmarkReporter {
 
 /// One row; false if the limit does not hold.
 bool Row(const Limit& limit, const Keeper& keeper) {
-    double measured = keeper.Least(limit.Run, limit.Figure);
+    // What is measured in turn with its yardstick is a ratio of its own.
+    const bool paired = limit.Figure == "ratio";
+    double measured =
+        paired ? keeper.Middle(limit.Run, limit.Figure) : keeper.Least(limit.Run, limit.Figure);
     if (!limit.Yardstick.empty()) {
         const double yardstick = keeper.Least(limit.Yardstick, "");
         measured = yardstick > 0.0 ? measured / yardstick : 0.0;
@@ -65,6 +78,16 @@ bool Row(const Limit& limit, const Keeper& keeper) {
                 met               ? "met"
                 : measured == 0.0 ? "NOT MEASURED"
                                   : "NOT MET");
+    if (const double high = keeper.Middle(limit.Run, "ratio_high"); paired && high > 0.0) {
+        std::printf("%-34s %9.2f to %.2f, %.1f ms beside %.1f", "",
+                    keeper.Middle(limit.Run, "ratio_low"), high,
+                    keeper.Middle(limit.Run, "ours_ms"), keeper.Middle(limit.Run, "bare_ms"));
+        if (const double ours = keeper.Middle(limit.Run, "ours_Minstr"); ours > 0.0) {
+            std::printf(", %.0f beside %.0f million instructions", ours,
+                        keeper.Middle(limit.Run, "bare_Minstr"));
+        }
+        std::printf(", load of the machine %.1f\n", keeper.Middle(limit.Run, "load"));
+    }
     return met;
 }
 

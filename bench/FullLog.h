@@ -1,13 +1,7 @@
 #pragma once
 
-#include <fcntl.h>
 #include <stdlib.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <charconv>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -33,8 +27,12 @@ struct FullLog {
                 .native();
         if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
         Folder = name;
-        std::string csv = "Time [sec];Distance [m];Engine [RPM];...\r\n";
-        std::string side = "Time [sec];Distance [m];...\r\n";
+        std::string csv = "Time [sec];Distance [m];Engine [RPM]";
+        for (int c = 4; c <= 16; ++c) csv += ";Channel " + std::to_string(c) + " [V]";
+        std::string side = "Time [sec];Distance [m]";
+        for (int c = 3; c <= 11; ++c) side += ";Alarm " + std::to_string(c);
+        csv += "\r\n";
+        side += "\r\n";
         for (int r = 0; r < kRows; ++r) {
             const int inLap = r % kRowsPerLap;
             Tenths(csv, inLap);
@@ -69,30 +67,6 @@ struct FullLog {
 inline const FullLog& Log() {
     static const FullLog log;
     return log;
-}
-
-/// The least that any reader of such a file has to do: every number of the memory-mapped bytes once
-/// through std::from_chars. Their sum.
-inline double BarePass(const std::filesystem::path& path) {
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    struct stat about {};
-    if (file < 0 || ::fstat(file, &about) != 0) throw std::runtime_error("no log");
-    const auto size = static_cast<std::size_t>(about.st_size);
-    void* const mapped = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
-    if (mapped == MAP_FAILED) throw std::runtime_error("no log");
-    const char* p = static_cast<const char*>(mapped);
-    const char* const end = p + size;
-    p = static_cast<const char*>(std::memchr(p, '\n', size)) + 1;
-    double sum = 0.0;
-    while (p < end) {
-        double value = 0.0;
-        p = std::from_chars(p, end, value).ptr;
-        sum += value;
-        while (p < end && (*p == ';' || *p == '\r' || *p == '\n')) ++p;
-    }
-    ::munmap(mapped, size);
-    ::close(file);
-    return sum;
 }
 
 }  // namespace lapvane::bench

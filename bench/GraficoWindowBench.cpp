@@ -9,12 +9,17 @@
 #include <chrono>
 #include <cmath>
 #include <fstream>
+#include <functional>
+#include <memory>
 #include <random>
 #include <sstream>
 
+#include "BareRead.h"
 #include "BenchMain.h"
 #include "FullLog.h"
+#include "Paired.h"
 #include "analysis/AnalisiDatiSpeed.h"
+#include "analysis/frmAnalisiDatiSpeed.h"
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/QtPlatform.h"
 #include "shell/LoadStrings.h"
@@ -356,39 +361,77 @@ class LogPlatform : public QtPlatform {
     std::filesystem::path CurDir() override { return Log().Folder; }
 };
 
-/// From the file's name to the first lap on the screen with four channels ticked.
-void OpenLog(benchmark::State& state) {
+/// Both ways to open a log in turn with the least that any reader of it has to do.
+void BesideBareRead(
+    benchmark::State& state, const std::function<bool()>& open,
+    const std::function<void()>& close = [] {}) {
     Log();
     const BareMainWindow mainWindow;
-    std::vector<double> open, bare;
+    Paired both;
+    bool opened = true;
     for (auto _ : state) {
-        auto start = std::chrono::steady_clock::now();
-        {
-            GraficoWidget graph, overview;
-            graph.resize(kWidth, kHeight);
-            BareAnalysisView view;
-            AnalisiDatiSpeed analysis(view, graph, overview);
-            for (const int c : {3, 4, 5, 6}) analysis.chkGrafico_Click(c, true);
-            const bool opened = analysis.Carica(Log().Csv());
-            graph.show();
-            QApplication::processEvents();
-            if (!opened || analysis.NumRighe() != kRows || graph.ElementoCorrente() != 5 ||
-                graph.Ridisegni() == 0) {
-                state.SkipWithError("the log is not on the screen");
-                return;
-            }
-            open.push_back(Milliseconds(start));
-        }
-        state.SetIterationTime(open.back() / 1000.0);
-        start = std::chrono::steady_clock::now();
-        benchmark::DoNotOptimize(BarePass(Log().Csv()) + BarePass(Log().Side()));
-        bare.push_back(Milliseconds(start));
+        both.Round([&] { opened = open() && opened; },
+                   [] {
+                       const BareLoad bare(Log().Csv(), Log().Side(), kRows);
+                       benchmark::DoNotOptimize(bare.Data.Column(0)[5]);
+                   });
+        close();
+        state.SetIterationTime(both.LastMs() / 1000.0);
     }
-    state.counters["open_ms"] = Median(open);
-    state.counters["bare_ms"] = Median(bare);
-    Ratio(state, "ratio", open, bare);
+    if (!opened) state.SkipWithError("the log is not on the screen");
+    both.Tell(state);
+}
+
+/// From the file's name to the first lap on the screen with four channels ticked.
+void OpenLog(benchmark::State& state) {
+    BesideBareRead(state, [] {
+        GraficoWidget graph, overview;
+        graph.resize(kWidth, kHeight);
+        BareAnalysisView view;
+        AnalisiDatiSpeed analysis(view, graph, overview);
+        for (const int c : {3, 4, 5, 6}) analysis.chkGrafico_Click(c, true);
+        const bool opened = analysis.Carica(Log().Csv());
+        graph.show();
+        QApplication::processEvents();
+        return opened && analysis.NumRighe() == kRows && graph.ElementoCorrente() == 5 &&
+               graph.Ridisegni() > 0;
+    });
 }
 BENCHMARK(OpenLog)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+/// The same through the window: made, filled, shown, painted.
+void OpenLogWindow(benchmark::State& state) {
+    std::unique_ptr<frmAnalisiDatiSpeed> window;
+    const auto open = [&window] {
+        window = std::make_unique<frmAnalisiDatiSpeed>();
+        window->NomeFileDati = Log().Csv();
+        const bool opened = window->Carica();
+        window->show();
+        QApplication::processEvents();
+        return opened && window->Analisi().NumRighe() == kRows;
+    };
+    BesideBareRead(state, open, [&window] { window.reset(); });
+}
+BENCHMARK(OpenLogWindow)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+/// From one lap to the next, with four channels.
+void LapSwitch(benchmark::State& state) {
+    Log();
+    const BareMainWindow mainWindow;
+    GraficoWidget graph, overview;
+    graph.resize(kWidth, kHeight);
+    BareAnalysisView view;
+    AnalisiDatiSpeed analysis(view, graph, overview);
+    for (const int c : {3, 4, 5, 6}) analysis.chkGrafico_Click(c, true);
+    if (!analysis.Carica(Log().Csv())) state.SkipWithError("the log is not on the screen");
+    graph.show();
+    int lap = 2;
+    for (auto _ : state) {
+        analysis.MSFlexGrid1_Click(lap = lap % 190 + 2, kColonnaTempoGiro);
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(LapSwitch)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

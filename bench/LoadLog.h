@@ -7,7 +7,6 @@
 #include "FullLog.h"
 #include "analysis/LettoreDati.h"
 #include "analysis/TabellaArray.h"
-#include "platform/FileTesto.h"
 
 namespace lapvane::bench {
 
@@ -19,18 +18,18 @@ double Milliseconds(const auto& work) {
 }
 
 /// The full log and its side file into a table, as every window that shows one has to.
+[[gnu::noinline]] inline void LoadLog(TabellaArray& table) {
+    for (const auto plane : {Piano::Dati, Piano::Laterale}) {
+        LettoreDati reader =
+            plane == Piano::Dati ? ApriLog(Log().Csv()) : ApriLog(Log().Side(), Conto::Niente);
+        if (plane == Piano::Dati) table.Alloca(16, 11, reader.NumeroRecord());
+        reader.LeggiRighe(table.Destinazioni(plane), 0, table.NumeroRighe());
+    }
+}
+
 inline void LoadLog() {
     TabellaArray table;
-    for (const auto plane : {Piano::Dati, Piano::Laterale}) {
-        const std::string text =
-            LeggiFile(plane == Piano::Dati ? Log().Csv() : Log().Side(), Lavoro::LeggereLog);
-        LettoreDati reader(text);
-        if (plane == Piano::Dati) table.Alloca(16, 11, reader.NumeroRecord());
-        for (std::int32_t row = 0;
-             row < table.NumeroRighe() && reader.LeggiRiga(table.Destinazioni(plane), row);) {
-            ++row;
-        }
-    }
+    LoadLog(table);
     benchmark::DoNotOptimize(table.Valore(1, Piano::Dati, 5));
 }
 

@@ -60,6 +60,12 @@ void AnalisiDati::MostraAvanzamento(const std::string& percento) {
     principale().TestoPannello(Pannello::Progresso, Testo(Voce::CaricamentoDati) + percento + " %");
 }
 
+bool AnalisiDati::Interrotto() {
+    ImpostaFileLatiTrovati(false);
+    ChiudiAnalisi();
+    return false;
+}
+
 void AnalisiDati::LeggiTempi() {
     parti_.Giri.UnSettore();
     const std::filesystem::path percorso = SenzaFine(nomeFileDati_, 4, ".tim");

@@ -115,6 +115,10 @@ class AnalisiDati : public AnalisiPubblica, protected FormaDati {
     static void MostraLettura(Voce testo);
     /// Percentage of a file that is being read, in the status bar.
     static void MostraAvanzamento(const std::string& percento);
+    /// The same where the window shows it, if it takes long; false: it is to stop.
+    bool Prosegue(int percento) const { return parti_.Vista.Lettura(percento); }
+    /// What a load that was stopped leaves: nothing. False, for the load to return.
+    bool Interrotto();
     const std::filesystem::path& NomeFileDati() const { return nomeFileDati_; }
 
  private:

@@ -4,9 +4,8 @@
 #include <system_error>
 
 #include "analysis/FileMancante.h"
-#include "analysis/LettoreDati.h"
 #include "platform/Cartelle.h"
-#include "platform/FileTesto.h"
+#include "platform/ErroreRuntime.h"
 #include "platform/Platform.h"
 #include "platform/PuntatoreOccupato.h"
 #include "platform/Testo1252.h"
@@ -21,27 +20,32 @@ namespace fs = std::filesystem;
 bool AnalisiDatiFoglio::CaricaLog() {
     const PuntatoreOccupato occupato;
     IniziaCaricamento();
-    CaricaFoglio(Piano::Dati, NomeFileDati());
+    if (!CaricaFoglio(Piano::Dati, NomeFileDati())) return Interrotto();
     ImpostaNumRighe(tabella_.NumeroRighe());
     ImpostaNumCampi(tabella_.NumeroColonne(Piano::Dati));
     MostraCanali();
     if (!CercaFileLaterale()) return false;
     MostraLettura(Voce::LetturaFileAllarmi);
-    CaricaFoglio(Piano::Laterale, SenzaFine(NomeFileDati(), 4, ".txt"));
+    if (!CaricaFoglio(Piano::Laterale, SenzaFine(NomeFileDati(), 4, ".txt"))) return Interrotto();
     LeggiTempi();
     ImpostaCanali();
     ConcludiCaricamento();
     return true;
 }
 
-void AnalisiDatiFoglio::CaricaFoglio(Piano piano, const fs::path& percorso) {
+/// False if it was stopped.
+bool AnalisiDatiFoglio::CaricaFoglio(Piano piano, const fs::path& percorso) {
     try {
-        tabella_.CaricaFile(piano, LeggiLog(percorso), [](int percento) {
+        return tabella_.CaricaFile(piano, ApriLog(percorso), [this](int percento) {
             MostraAvanzamento(TestoNumeroConSpazio(percento));
+            return Prosegue(percento);
         });
     } catch (const std::bad_alloc&) {
-        tabella_.CaricaFile(piano, {}, {});
+        // An empty sheet.
+    } catch (const ErroreRuntime&) {
+        // A medium that is gone half-way: the same.
     }
+    return true;
 }
 
 bool AnalisiDatiFoglio::CercaFileLaterale() {

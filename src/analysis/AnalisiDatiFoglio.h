@@ -27,7 +27,7 @@ class AnalisiDatiFoglio : public AnalisiDati {
     bool LeggePrimaDiSpostare() const override { return false; }
     Piano PianoDelTempo(Grafico) const override { return Piano::Dati; }
 
-    void CaricaFoglio(Piano piano, const std::filesystem::path& percorso);
+    bool CaricaFoglio(Piano piano, const std::filesystem::path& percorso);
     bool CercaFileLaterale();
 
     TabellaFoglio tabella_;

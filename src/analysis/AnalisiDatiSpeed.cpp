@@ -1,11 +1,12 @@
 #include "analysis/AnalisiDatiSpeed.h"
 
-#include <cmath>
+#include <algorithm>
 #include <new>
 #include <utility>
 
 #include "analysis/FileMancante.h"
 #include "analysis/Schema.h"
+#include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
 #include "platform/Platform.h"
 #include "platform/PuntatoreOccupato.h"
@@ -37,7 +38,10 @@ bool AnalisiDatiSpeed::CaricaLog() {
     LeggiTempi();
     const PuntatoreOccupato occupato;
     IniziaCaricamento();
-    LeggiDati();
+    if (!LeggiDati()) {
+        tabella_.Alloca(0, 0, 0);
+        return Interrotto();
+    }
     MostraCanali();
     ImpostaCanali();
     ConcludiCaricamento();
@@ -79,36 +83,51 @@ void AnalisiDatiSpeed::LeggiTitoli(std::string_view titolo) {
     }
 }
 
-void AnalisiDatiSpeed::LeggiDati() {
-    const std::string csv = LeggiLog(NomeFileDati());
-    LettoreDati lettore(csv);
-    LeggiTitoli(lettore.Titolo());
+/// False if it was stopped.
+bool AnalisiDatiSpeed::LeggiDati() {
     try {
+        LettoreDati lettore = ApriLog(NomeFileDati());
+        LeggiTitoli(lettore.Titolo());
         // Without the file of lap times the columns are unknown, and no column is read.
         tabella_.Alloca(NumCampi(), NumCampiTxt_ == 0 ? 0 : NumCampiTxt_ + 1,
                         lettore.NumeroRecord());
+        if (!LeggiPiano(lettore, Piano::Dati)) return false;
     } catch (const std::bad_alloc&) {
         tabella_.Alloca(0, 0, 0);
+    } catch (const ErroreRuntime&) {
+        // A medium that is gone half-way: a log without rows, as if it never had been there.
+        LeggiTitoli({});
+        tabella_.Alloca(0, 0, 0);
     }
-    LeggiPiano(lettore, Piano::Dati);
     MostraLettura(Voce::LetturaFileAllarmi);
-    const std::string laterale = LeggiLog(Cartella_ / NomeLaterale_);
-    LettoreDati lettoreLaterale(laterale);
-    LeggiPiano(lettoreLaterale, Piano::Laterale);
+    try {
+        LettoreDati laterale = ApriLog(Cartella_ / NomeLaterale_, Conto::Niente);
+        if (!LeggiPiano(laterale, Piano::Laterale)) return false;
+    } catch (const ErroreRuntime&) {
+        tabella_.Azzera(Piano::Laterale);
+    }
     ImpostaNumRighe(tabella_.NumeroRighe());
+    return true;
 }
 
-void AnalisiDatiSpeed::LeggiPiano(LettoreDati& lettore, Piano piano) {
+bool AnalisiDatiSpeed::LeggiPiano(LettoreDati& lettore, Piano piano) {
     const auto colonne = tabella_.Destinazioni(piano);
     const std::int32_t righe = tabella_.NumeroRighe();
-    int mostrato = -1;
-    for (std::int32_t riga = 0; riga < righe && lettore.LeggiRiga(colonne, riga);) {
-        ++riga;
-        if (riga <= kRigheSenzaProgresso) continue;
+    std::int32_t riga = 0;
+    for (std::int32_t meta = std::min(righe, kRigheSenzaProgresso + 1);;) {
+        riga = lettore.LeggiRighe(colonne, riga, meta);
+        if (riga < meta || riga <= kRigheSenzaProgresso) return true;
         const int percento = Percento(riga, righe);
-        if (percento == mostrato) continue;
-        mostrato = percento;
         MostraAvanzamento(TestoNumero(percento));
+        if (!Prosegue(percento)) return false;
+        if (riga == righe) return true;
+        // Up to the row at which the text changes.
+        meta = std::max(riga + 1, static_cast<std::int32_t>((percento + 0.5) / 100.0 * righe));
+        while (meta < righe && Percento(meta, righe) == percento) ++meta;
+        if (Percento(meta, righe) == percento) {
+            lettore.LeggiRighe(colonne, riga, righe);
+            return true;
+        }
     }
 }
 

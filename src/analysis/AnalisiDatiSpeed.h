@@ -30,8 +30,8 @@ class AnalisiDatiSpeed : public AnalisiDati {
 
     bool CercaFileLaterale();
     void LeggiTitoli(std::string_view titolo);
-    void LeggiDati();
-    void LeggiPiano(LettoreDati& lettore, Piano piano);
+    bool LeggiDati();
+    bool LeggiPiano(LettoreDati& lettore, Piano piano);
 
     TabellaArray tabella_;
     PerCanale<std::string> titoli_;

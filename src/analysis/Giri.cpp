@@ -22,8 +22,13 @@ RigheGiri CercaGiri(std::span<const std::int32_t> giri, std::int32_t primaRiga) 
 RigheGiri CercaGiriColonna(std::span<const double> giri, std::int32_t primaRiga) {
     std::vector<std::int32_t> numeri;
     numeri.reserve(giri.size());
+    // From row to row it is nearly always the same lap.
+    double ultimo = 0.0;
+    std::int32_t numero = 0;
     for (const double giro : giri) {
-        numeri.push_back(std::fabs(giro) < 2147483647.0 ? ConvertiInt32(giro) : 0);
+        if (giro != ultimo) numero = std::fabs(giro) < 2147483647.0 ? ConvertiInt32(giro) : 0;
+        ultimo = giro;
+        numeri.push_back(numero);
     }
     return CercaGiri(std::span<const std::int32_t>(numeri), primaRiga);
 }

@@ -34,11 +34,16 @@ std::string TestoSchema(std::string_view nomeCsv, int numCampi, std::string_view
 
 void ScriviSchema(const std::filesystem::path& cartella, const std::filesystem::path& nomeCsv,
                   int numCampi, const std::filesystem::path& nomeLaterale, int numCampiTxt) {
+    const std::filesystem::path file = cartella / "schema.ini";
+    const std::string testo =
+        TestoSchema(TestoDaPercorso(nomeCsv), numCampi, TestoDaPercorso(nomeLaterale), numCampiTxt);
     try {
-        ScriviFile(cartella / "schema.ini",
-                   TestoSchema(TestoDaPercorso(nomeCsv), numCampi, TestoDaPercorso(nomeLaterale),
-                               numCampiTxt),
-                   Lavoro::ScrivereSchema);
+        // A log that is opened again finds its own: no one waits for the disk.
+        if (FileEsiste(file) &&
+            LeggiFile(file, Lavoro::ScrivereSchema, testo.size() + 1) == testo) {
+            return;
+        }
+        ScriviFile(file, testo, Lavoro::ScrivereSchema);
     } catch (const ErroreRuntime&) {
         // A log on a medium that cannot be written to is read all the same.
     }

@@ -27,6 +27,10 @@ void TabellaArray::Alloca(int numCampi, int numCampiLaterali, std::int32_t numRi
     numRighe_ = std::max(numRighe, 0);
 }
 
+void TabellaArray::Azzera(Piano piano) {
+    for (double* const colonna : Destinazioni(piano)) std::fill_n(colonna, numRighe_, 0.0);
+}
+
 std::span<const double> TabellaArray::Colonna(int colonna, Piano piano) const {
     const PianoDati& p = piani_[piano];
     if (colonna < 1 || std::cmp_greater(colonna, p.Numero)) return {};

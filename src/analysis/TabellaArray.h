@@ -18,6 +18,9 @@ class TabellaArray : public TabellaDati {
     /// the data, 1 to `numCampiLaterali` on the side plane. Throws std::bad_alloc.
     void Alloca(int numCampi, int numCampiLaterali, std::int32_t numRighe);
 
+    /// All cells of a plane 0 again.
+    void Azzera(Piano piano);
+
     std::span<const double> Colonna(int colonna, Piano piano) const override;
     std::int32_t PrimaRiga() const override { return 0; }
     std::int32_t NumeroRighe() const override { return numRighe_; }

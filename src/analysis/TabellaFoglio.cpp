@@ -1,8 +1,7 @@
 #include "analysis/TabellaFoglio.h"
 
 #include <limits>
-
-#include "analysis/LettoreDati.h"
+#include <utility>
 
 namespace lapvane {
 
@@ -12,13 +11,12 @@ constexpr int kPassiAvanzamento = 100;
 
 }  // namespace
 
-void TabellaFoglio::CaricaFile(Piano piano, std::string_view testo,
+bool TabellaFoglio::CaricaFile(Piano piano, LettoreDati lettore,
                                const EventoAvanzamento& avanzamento) {
-    FoglioDati& foglio = fogli_[piano];
-    foglio = {};
-    if (testo.empty()) return;
-    LettoreDati lettore(testo);
+    fogli_[piano] = {};
     std::string_view titolo = lettore.Titolo();
+    if (lettore.Vuoto()) return true;
+    FoglioDati foglio;
     const auto colonne = std::count(titolo.begin(), titolo.end(), ';') + 1;
     foglio.NumeroColonne = static_cast<std::int16_t>(
         std::min<std::ptrdiff_t>(colonne, std::numeric_limits<std::int16_t>::max()));
@@ -36,11 +34,15 @@ void TabellaFoglio::CaricaFile(Piano piano, std::string_view testo,
         destinazioni.push_back(foglio.Colonne.back().data());
     }
     const std::int32_t passo = std::max(1, record / kPassiAvanzamento);
-    for (std::int32_t riga = 0; riga < record && lettore.LeggiRiga(destinazioni, riga); ++riga) {
-        if (riga % passo == 0 && avanzamento) {
-            avanzamento(static_cast<int>(std::int64_t{riga} * 100 / record));
-        }
+    for (std::int32_t riga = 0; riga < record;) {
+        const std::int32_t meta = riga + 1;
+        if (lettore.LeggiRighe(destinazioni, riga, meta) < meta) break;
+        if (!avanzamento(static_cast<int>(std::int64_t{riga} * 100 / record))) return false;
+        riga = lettore.LeggiRighe(destinazioni, meta, std::min(record - riga, passo) + riga);
+        if (riga % passo != 0) break;
     }
+    fogli_[piano] = std::move(foglio);
+    return true;
 }
 
 std::span<const double> TabellaFoglio::Colonna(int colonna, Piano piano) const {

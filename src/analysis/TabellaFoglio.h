@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "analysis/LettoreDati.h"
 #include "analysis/TabellaDati.h"
 
 namespace lapvane {
@@ -14,12 +14,13 @@ namespace lapvane {
 /// first sample is row 2. Lines may be of different lengths; a cell that a line lacks is 0.
 class TabellaFoglio : public TabellaDati {
  public:
-    /// Percentage of the file that has been read.
-    using EventoAvanzamento = std::function<void(int)>;
+    /// Percentage of the file that has been read; false stops it.
+    using EventoAvanzamento = std::function<bool(int)>;
 
-    /// Reads the text of a delimited file into the sheet of a plane, over what was there. Columns
-    /// beyond the twentieth count and are not held. Throws std::bad_alloc.
-    void CaricaFile(Piano piano, std::string_view testo, const EventoAvanzamento& avanzamento);
+    /// Reads a delimited file into the sheet of a plane, over what was there. Columns beyond the
+    /// twentieth count and are not held. After std::bad_alloc and the errors of the reader the
+    /// sheet is empty, and where it was stopped: then it returns false.
+    bool CaricaFile(Piano piano, LettoreDati lettore, const EventoAvanzamento& avanzamento);
 
     std::span<const double> Colonna(int colonna, Piano piano) const override;
     std::int32_t PrimaRiga() const override { return 2; }

@@ -66,6 +66,9 @@ class VistaAnalisi {
     virtual void CellaCorrente(int riga, int colonna) = 0;
     virtual void SegnaGiro(int riga) = 0;  ///< the row of the lap that is drawn
 
+    /// A file of the log is read up to that percentage; false: a person wants no more of it.
+    virtual bool Lettura(int percento) = 0;
+
     /// Closes the window; its unload runs as part of that.
     virtual void Scarica() = 0;
 };

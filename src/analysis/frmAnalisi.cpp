@@ -8,6 +8,7 @@
 #include <tuple>
 #include <utility>
 
+#include "platform/Platform.h"
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "shell/LoadStrings.h"
@@ -244,7 +245,10 @@ RigaCanale* frmAnalisi::Riga(int c) {
 bool frmAnalisi::Carica() {
     setWindowTitle(PercorsoInQt(NomeFileDati.filename()));
     RefreshLanguage();
-    if (!analisi_->Carica(NomeFileDati)) return false;
+    inizioLettura_ = platform().GetTickCount();
+    const bool caricata = analisi_->Carica(NomeFileDati);
+    lettura_.reset();
+    if (!caricata) return false;
     AggiornaDidascalia();
     AdattaMisure();
     AdattaGiri();

@@ -16,6 +16,7 @@
 
 #include "analysis/AnalisiDati.h"
 #include "analysis/UltimaVista.h"
+#include "analysis/dlgLettura.h"
 #include "platform/Colore.h"
 #include "platform/qt/QtPrinter.h"
 #include "reports/DisegnoTracciato.h"
@@ -98,6 +99,7 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     void CaratteriCella(int riga, int colonna, Colore colore) override;
     void CellaCorrente(int riga, int colonna) override;
     void SegnaGiro(int riga) override;
+    bool Lettura(int percento) override;
     void Scarica() override;
 
     // frmAnalisi.cpp: how it is laid out.
@@ -163,6 +165,8 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     QButtonGroup* optScala_ = nullptr;
     PerCanale<RigaCanale*> righe_;
     std::unique_ptr<AnalisiDati> analisi_;
+    std::unique_ptr<dlgLettura> lettura_;  ///< while a load takes long
+    std::int64_t inizioLettura_ = 0;       ///< of the clock, ms
     bool scaricata_ = false;
 };
 

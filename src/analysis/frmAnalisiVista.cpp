@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "analysis/frmAnalisi.h"
+#include "platform/Platform.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 #include "widgets/Mnemonica.h"
 
@@ -139,6 +141,17 @@ void frmAnalisi::CellaCorrente(int riga, int colonna) {
 
 void frmAnalisi::SegnaGiro(int riga) {
     MSFlexGrid1_->Modello().SegnaGiro(riga);
+}
+
+bool frmAnalisi::Lettura(int percento) {
+    constexpr std::int64_t kLunga = 400;  // ms; a full log of the instrument takes a tenth of it
+    if (platform().GetTickCount() - inizioLettura_ < kLunga) return true;
+    if (!lettura_) {
+        lettura_ =
+            std::make_unique<dlgLettura>(PercorsoInQt(NomeFileDati.filename()), parentWidget());
+        lettura_->show();
+    }
+    return lettura_->Avanza(percento);
 }
 
 void frmAnalisi::Scarica() {

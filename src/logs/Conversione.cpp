@@ -10,6 +10,7 @@
 #include "logs/Impostazioni.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileTesto.h"
+#include "platform/PagineGrandi.h"
 #include "platform/Platform.h"
 #include "platform/Testo1252.h"
 #include "project/DatiProgetto.h"
@@ -17,6 +18,7 @@
 #include "shell/FrasiErrore.h"
 #include "shell/LoadStrings.h"
 #include "shell/NumeroTesto.h"
+#include "shell/TabellaDecimali.h"
 #include "shell/TabelleNomi.h"
 
 namespace lapvane {
@@ -78,47 +80,31 @@ void LeggiLenti(Lenti& lenti, std::string_view blocco) {
     lenti[Lambda].Passo = lenti[AriaBenzina].Passo / kStechiometrico;
 }
 
-/// Rows held back until a flush gives them their time and their lap.
-class RigheInAttesa {
- public:
-    void Svuota() {
-        testo_.clear();
-        inizi_.clear();
-    }
-    std::size_t Numero() const { return inizi_.size(); }
-    void Aggiungi(const char* da, const char* a) {
-        inizi_.push_back(testo_.size());
-        testo_.append(da, a);
-    }
-    std::string_view Riga(std::size_t r) const {
-        const std::size_t fine = r + 1 < inizi_.size() ? inizi_[r + 1] : testo_.size();
-        return std::string_view(testo_).substr(inizi_[r], fine - inizi_[r]);
-    }
-
- private:
-    std::string testo_;
-    std::vector<std::size_t> inizi_;
-};
-
 char* Copia(char* dove, std::string_view testo) {
     std::memcpy(dove, testo.data(), testo.size());
     return dove + testo.size();
 }
 
+/// A record held back until a flush gives its rows their time and their lap.
+struct InAttesa {
+    std::string_view Blocco;
+    bool DopoCambioGiro = false;
+};
+
 class Convertitore {
  public:
     Convertitore(char separatore, std::string& csv, std::string& txt)
-        : separatore_(separatore), csv_(csv), txt_(txt) {}
+        : numeri_(separatore), csv_(csv), txt_(txt) {}
 
     void Blocco(std::string_view blocco) {
-        LeggiLenti(lenti_, blocco);
         giro_ = Int16In(blocco, 120);
-        const int segnali = Int16In(blocco, 124);
-        if (BitAttivo(segnali, kBitGiro)) CambioGiro();
-        ComponiAllarmi(segnali);
-        for (std::size_t i = 0; i < kCampioni; ++i) Campione(blocco, i);
+        if (BitAttivo(Int16In(blocco, 124), kBitGiro)) CambioGiro();
+        if (righe_ + kCampioni > kRigheMassime) {
+            throw ErroreRuntime(NumeroErrore::Subscript, Lavoro::ConvertireLog);
+        }
+        attesa_.push_back({blocco, dopoCambioGiro_});
+        righe_ += kCampioni;
         dopoCambioGiro_ = false;
-        for (CanaleLento& lento : lenti_) lento.Avanza();
     }
 
     void Fine() { Scarica(0, TestoNumero(giro_ + 1)); }
@@ -129,98 +115,99 @@ class Convertitore {
             // A new lap: its rows are counted from its own first one, and the buffer starts over.
             Scarica(primaRiga_, TestoNumero(giro_));
             dopoCambioGiro_ = true;
-            righeCsv_.Svuota();
-            righeTxt_.Svuota();
-            primaRiga_ = 0;
+            righe_ = 0;
         } else {
             // The same lap again, or laps that were missed: the rows stay in the buffer's count.
             Scarica(0, giroPrec_ != 0 ? "-1" : "0");
-            primaRiga_ = righeCsv_.Numero();
         }
+        primaRiga_ = righe_;
         giroPrec_ = giro_;
     }
 
-    /// Writes the rows from `primaRiga_` on; time counts in tenths from row `zero`.
+    /// Writes the records held back; time counts in tenths from row `zero`.
     void Scarica(std::size_t zero, std::string_view giro) {
-        std::array<char, kRigaMassima> tempo{};
-        for (std::size_t r = primaRiga_; r < righeCsv_.Numero(); ++r) {
-            char* fine =
-                ScriviDecimali(tempo.data(), static_cast<double>(r - zero) / 10, separatore_);
-            *fine++ = ';';
-            csv_.append(tempo.data(), fine).append(righeCsv_.Riga(r)).append("\r\n", 2);
-            txt_.append(tempo.data(), fine).append(righeTxt_.Riga(r)).append(giro);
-            txt_.append("\r\n", 2);
+        auto tempo = static_cast<std::uint32_t>(primaRiga_ - zero);
+        for (const InAttesa& attesa : attesa_) {
+            LeggiLenti(lenti_, attesa.Blocco);
+            ComponiAllarmi(Int16In(attesa.Blocco, 124), giro);
+            char* p = righeCsv_.data();
+            char* q = righeTxt_.data();
+            for (std::size_t i = 0; i < kCampioni; ++i) {
+                const char* const inizio = p;
+                p = numeri_.Tempo(p, tempo++);
+                const int distanza = WordIn(attesa.Blocco, kByteCampione * i + 3);
+                if (attesa.DopoCambioGiro && distanza > kDistanzaResidua) {
+                    p = Copia(p, "0;");
+                } else {
+                    p = numeri_.CampoIntero(p, static_cast<std::uint32_t>(distanza));
+                }
+                // Time and distance, and what follows them, in one piece each.
+                std::memcpy(q, inizio, kTestaMassima);
+                q += p - inizio;
+                std::memcpy(q, allarmi_.data(), kCodaMassima);
+                q += codaAllarmi_;
+                p = Campione(p, attesa.Blocco, i);
+            }
+            csv_.append(righeCsv_.data(), p);
+            txt_.append(righeTxt_.data(), q);
+            for (CanaleLento& lento : lenti_) lento.Avanza();
         }
+        attesa_.clear();
     }
 
-    void ComponiAllarmi(int segnali) {
+    /// What stands behind the distance in all ten rows of the side file.
+    void ComponiAllarmi(int segnali, std::string_view giro) {
         char* p = allarmi_.data();
         for (std::size_t k = 0; k < kAllarmi; ++k) {
-            *p++ = ';';
             const int spento = 2 * static_cast<int>(k) + 1;
             p = ScriviIntero(
                 p, spento + (BitAttivo(segnali, kPrimoBitAllarme + static_cast<int>(k)) ? 1 : 0));
+            *p++ = ';';
         }
-        *p++ = ';';
-        fineAllarmi_ = p;
+        p = Copia(Copia(p, giro), "\r\n");
+        codaAllarmi_ = p - allarmi_.data();
     }
 
-    void Campione(std::string_view blocco, std::size_t i) {
-        if (righeCsv_.Numero() >= kRigheMassime) {
-            throw ErroreRuntime(NumeroErrore::Subscript, Lavoro::ConvertireLog);
-        }
+    /// The channels of a row, from the third column on.
+    char* Campione(char* p, std::string_view blocco, std::size_t i) const {
         const std::size_t base = kByteCampione * i;
-        std::array<char, kRigaMassima> riga{};
-        char* p = riga.data();
-        const auto decimali = [&p, this](double valore) {
-            p = ScriviDecimali(p, valore, separatore_);
-            *p++ = ';';
-        };
-        const int distanza = WordIn(blocco, base + 3);
-        if (dopoCambioGiro_ && distanza > kDistanzaResidua) {
-            *p++ = '0';
-        } else {
-            p = ScriviDecimali(p, distanza, separatore_);
-        }
-        const char* const fineDistanza = p;
+        const auto lento = [&](Lento quale) { p = numeri_.Campo(p, lenti_[quale].In(i)); };
+        p = numeri_.Intero(p, static_cast<std::uint32_t>(WordIn(blocco, base + 1)));
         *p++ = ';';
-        p = Copia(p, DecodificaWord(blocco.substr(base, 2)));
-        *p++ = ';';
-        decimali(lenti_[Velocita].In(i));
-        decimali(lenti_[PressBenzina].In(i));
-        decimali(lenti_[PressOlio].In(i));
-        decimali(ByteIn(blocco, base + 7));
-        decimali(lenti_[TempAcqua].In(i));
-        decimali(SByteIn(blocco, base + 8) / 10.0);
-        decimali(lenti_[TempOlio].In(i));
-        decimali(lenti_[Batteria].In(i));
+        lento(Velocita);
+        lento(PressBenzina);
+        lento(PressOlio);
+        p = numeri_.CampoIntero(p, static_cast<std::uint32_t>(ByteIn(blocco, base + 7)));
+        lento(TempAcqua);
+        p = numeri_.Decimi(p, SByteIn(blocco, base + 8));
+        lento(TempOlio);
+        lento(Batteria);
         if (const int marcia = ByteIn(blocco, base + 5); marcia != 0) p = ScriviIntero(p, marcia);
         *p++ = ';';
-        decimali(lenti_[LivBenzina].In(i));
-        decimali(SByteIn(blocco, base + 6) / 10.0);
-        decimali(lenti_[AriaBenzina].In(i));
-        p = ScriviDecimali(p, lenti_[Lambda].In(i), separatore_);
-        righeCsv_.Aggiungi(riga.data(), p);
-
-        std::array<char, kRigaMassima> laterale{};
-        char* q = Copia(laterale.data(),
-                        {riga.data(), static_cast<std::size_t>(fineDistanza - riga.data())});
-        q = Copia(q, {allarmi_.data(), static_cast<std::size_t>(fineAllarmi_ - allarmi_.data())});
-        righeTxt_.Aggiungi(laterale.data(), q);
+        lento(LivBenzina);
+        p = numeri_.Decimi(p, SByteIn(blocco, base + 6));
+        lento(AriaBenzina);
+        lento(Lambda);
+        return Copia(p - 1, "\r\n");
     }
 
-    char separatore_;
+    static constexpr std::size_t kTestaMassima = 24;  // "16384.0;65535.0;"
+    static constexpr std::size_t kCodaMassima = 64;
+
+    TabellaDecimali numeri_;
     std::string& csv_;
     std::string& txt_;
     Lenti lenti_;
-    RigheInAttesa righeCsv_;
-    RigheInAttesa righeTxt_;
+    std::vector<InAttesa> attesa_;
+    std::size_t righe_ = 0;  // of the buffer
     std::size_t primaRiga_ = 0;
     int giro_ = 0;  // lap number of the record at hand
     int giroPrec_ = 0;
     bool dopoCambioGiro_ = false;
-    std::array<char, 64> allarmi_{};
-    char* fineAllarmi_ = allarmi_.data();
+    std::array<char, kCodaMassima> allarmi_{};
+    std::ptrdiff_t codaAllarmi_ = 0;
+    std::array<char, kCampioni * kRigaMassima> righeCsv_{};
+    std::array<char, kCampioni * kRigaMassima> righeTxt_{};
 };
 
 /// Titles of the data file by column; "%V" and "%T" stand for the units of speed and temperature.
@@ -295,8 +282,11 @@ std::string TitoliTxt(int lingua) {
 
 void ConvertiBlocchi(const std::vector<std::string>& blocchi, std::size_t numero, char separatore,
                      std::string& csv, std::string& txt) {
-    csv.reserve(csv.size() + numero * kCampioni * 80);
-    txt.reserve(txt.size() + numero * kCampioni * 44);
+    // No row of a car is longer; what stays free of it is never touched.
+    csv.reserve(csv.size() + numero * kCampioni * 96);
+    txt.reserve(txt.size() + numero * kCampioni * 48);
+    PagineGrandi(csv.data(), csv.capacity());
+    PagineGrandi(txt.data(), txt.capacity());
     Convertitore convertitore(separatore, csv, txt);
     for (std::size_t b = 0; b < numero; ++b) convertitore.Blocco(blocchi.at(b));
     convertitore.Fine();

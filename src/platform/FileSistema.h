@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -54,6 +55,26 @@ Codice SulPosto(const std::filesystem::path& file, std::string_view testo, bool 
 
 /// Flushes the names of a folder to the disk.
 void Fissa(const std::filesystem::path& cartella);
+
+/// A file of bytes that is open for reading.
+class FileAperto {
+ public:
+    /// Raises what hinders it, also for what is no file of bytes.
+    FileAperto(const std::filesystem::path& percorso, Lavoro cosa);
+    ~FileAperto();
+    FileAperto(const FileAperto&) = delete;
+    FileAperto& operator=(const FileAperto&) = delete;
+
+    std::uint64_t Byte() const { return byte_; }
+    /// Fills `dove` with the bytes from `da` on; how many there were.
+    std::size_t Leggi(std::uint64_t da, std::span<char> dove) const;
+
+ private:
+    std::filesystem::path percorso_;
+    Lavoro cosa_;
+    std::intptr_t file_ = -1;
+    std::uint64_t byte_ = 0;
+};
 
 /// At most the first `massimo` bytes of a file.
 std::string Leggi(const std::filesystem::path& percorso, Lavoro cosa, std::size_t massimo);

@@ -4,17 +4,40 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <system_error>
 #include <utility>
 
 #include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
 #include "platform/FileSistema.h"
+#include "platform/PagineGrandi.h"
 #include "platform/Testo1252.h"
 
 namespace lapvane {
 
 namespace fs = std::filesystem;
+
+constexpr std::size_t kBoccone = std::size_t{128} << 10;
+
+std::string sistema::Leggi(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
+    const FileAperto file(percorso, cosa);
+    std::string testo;
+    const std::size_t byte = std::min(static_cast<std::size_t>(file.Byte()), massimo);
+    testo.reserve(byte);
+    PagineGrandi(testo.data(), byte);
+    // By way of a piece that stays in the cache: to make room for the whole text first would write
+    // all of it twice.
+    const std::size_t boccone = std::min(byte, kBoccone);
+    const auto pezzo = std::make_unique_for_overwrite<char[]>(boccone);
+    while (testo.size() < byte) {
+        const std::size_t n =
+            file.Leggi(testo.size(), {pezzo.get(), std::min(boccone, byte - testo.size())});
+        if (n == 0) break;
+        testo.append(pezzo.get(), n);
+    }
+    return testo;
+}
 
 namespace {
 
@@ -99,6 +122,15 @@ std::array<fs::path, 2> Marche(const fs::path& vero) {
                 NomeMarca(fs::absolute(vero, ignorato).lexically_normal().parent_path() / stelo)};
 }
 
+/// The marks that lie in a folder.
+std::vector<fs::path> MarcheIn(const fs::path& cartella) {
+    std::vector<fs::path> marche;
+    for (LettoreCartella voci(cartella.empty() ? "." : cartella); !voci.Fine(); voci.Avanti()) {
+        if (Utf8(voci.Voce().filename()).starts_with(kMarca)) marche.push_back(voci.Voce());
+    }
+    return marche;
+}
+
 /// Paths beside the mark go without their folder, so that a folder may be moved with its mark.
 std::string TestoMarca(const fs::path& marca, const std::vector<VoceMarca>& voci) {
     std::string testo(kPrimaRigaMarca);
@@ -179,6 +211,24 @@ bool Completa(const fs::path& marca, const std::vector<VoceMarca>& voci) {
     }
     TogliMarca(marca, voci);
     return true;
+}
+
+/// Where the bytes of a file lie now, behind the saves that were cut.
+fs::path DaLeggere(const fs::path& percorso) {
+    const fs::path vero = Vero(percorso);
+    for (const fs::path& marca : Marche(vero)) {
+        const auto voci = LeggiMarca(marca);
+        if (voci.empty() || Completa(marca, voci)) continue;
+        // The medium takes nothing now: what was to be written is read where it lies, and no file
+        // of a set is older than the others.
+        for (const VoceMarca& voce : voci) {
+            if (voce.Come != Modo::Inizio &&
+                StessoPercorso(voce.File.filename(), vero.filename()) && sistema::CE(voce.Copia)) {
+                return voce.Copia;
+            }
+        }
+    }
+    return percorso;
 }
 
 /// A file on its way to be written, with what puts the old one back.
@@ -348,30 +398,40 @@ void Ripara(const fs::path& percorso) {
 }
 
 void RiparaCartella(const fs::path& cartella) {
-    std::vector<fs::path> marche;
-    for (LettoreCartella voci(cartella.empty() ? "." : cartella); !voci.Fine(); voci.Avanti()) {
-        if (Utf8(voci.Voce().filename()).starts_with(kMarca)) marche.push_back(voci.Voce());
-    }
-    for (const fs::path& marca : marche) {
+    for (const fs::path& marca : MarcheIn(cartella)) {
         if (const auto fatte = LeggiMarca(marca); !fatte.empty()) Completa(marca, fatte);
     }
 }
 
 std::string LeggiFile(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
-    const fs::path vero = Vero(percorso);
-    for (const fs::path& marca : Marche(vero)) {
-        const auto voci = LeggiMarca(marca);
-        if (voci.empty() || Completa(marca, voci)) continue;
-        // The medium takes nothing now: what was to be written is read where it lies, and no file
-        // of a set is older than the others.
-        for (const VoceMarca& voce : voci) {
-            if (voce.Come != Modo::Inizio &&
-                StessoPercorso(voce.File.filename(), vero.filename()) && sistema::CE(voce.Copia)) {
-                return sistema::Leggi(voce.Copia, cosa, massimo);
-            }
-        }
+    return sistema::Leggi(DaLeggere(percorso), cosa, massimo);
+}
+
+LetturaCartella::LetturaCartella(const fs::path& cartella)
+    : conMarche_(!MarcheIn(cartella).empty() || !MarcheIn(CartellaRiserva()).empty()) {}
+
+std::string LetturaCartella::LeggiFile(const fs::path& percorso, Lavoro cosa,
+                                       std::size_t massimo) const {
+    // A link's file lies elsewhere, and so does its mark.
+    std::error_code ignorato;
+    if (conMarche_ || fs::is_symlink(percorso, ignorato)) {
+        return lapvane::LeggiFile(percorso, cosa, massimo);
     }
     return sistema::Leggi(percorso, cosa, massimo);
+}
+
+FileAPezzi::FileAPezzi(const fs::path& percorso, Lavoro cosa)
+    : file_(std::make_unique<sistema::FileAperto>(DaLeggere(percorso), cosa)) {}
+
+FileAPezzi::FileAPezzi(FileAPezzi&&) noexcept = default;
+FileAPezzi::~FileAPezzi() = default;
+
+std::uint64_t FileAPezzi::Byte() const {
+    return file_->Byte();
+}
+
+std::size_t FileAPezzi::Leggi(std::uint64_t da, std::span<char> dove) const {
+    return file_->Leggi(da, dove);
 }
 
 void ScriviFile(const fs::path& percorso, std::string_view testo, Lavoro cosa) {

@@ -2,12 +2,17 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/TabelleErrore.h"
+
+namespace lapvane::sistema {
+class FileAperto;
+}
 
 namespace lapvane {
 
@@ -19,6 +24,32 @@ namespace lapvane {
 /// which was cut is completed first (see `Ripara`).
 std::string LeggiFile(const std::filesystem::path& percorso, Lavoro cosa,
                       std::size_t massimo = static_cast<std::size_t>(-1));
+
+/// `LeggiFile` for all files of a folder: whether a save was cut there is asked once for all.
+class LetturaCartella {
+ public:
+    explicit LetturaCartella(const std::filesystem::path& cartella);
+    std::string LeggiFile(const std::filesystem::path& percorso, Lavoro cosa,
+                          std::size_t massimo) const;
+
+ private:
+    bool conMarche_;
+};
+
+/// A file that is too large to be held as text; opened as `LeggiFile` opens it.
+class FileAPezzi {
+ public:
+    FileAPezzi(const std::filesystem::path& percorso, Lavoro cosa);
+    FileAPezzi(FileAPezzi&&) noexcept;
+    ~FileAPezzi();
+
+    std::uint64_t Byte() const;
+    /// Fills `dove` with the bytes from `da` on; how many there were.
+    std::size_t Leggi(std::uint64_t da, std::span<char> dove) const;
+
+ private:
+    std::unique_ptr<sistema::FileAperto> file_;
+};
 
 /// Writes the whole text to a temporary name in the same folder, flushes it to the disk and renames
 /// it over `percorso`: a full disk or a pulled plug leaves the old file whole. What a save that was

@@ -6,13 +6,12 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 #include <system_error>
+#include <utility>
 
 #include "platform/ErroreRuntime.h"
 #include "platform/FileSistema.h"
 #include "platform/FileTesto.h"
-#include "platform/PagineGrandi.h"
 
 namespace lapvane::sistema {
 
@@ -30,18 +29,14 @@ class Descrittore {
     Descrittore(const Descrittore&) = delete;
     Descrittore& operator=(const Descrittore&) = delete;
     int Valore() const { return d_; }
-    int Chiudi() {
-        const int d = d_;
-        d_ = -1;
-        return ::close(d);
-    }
+    int Chiudi() { return ::close(Lascia()); }
+    int Lascia() { return std::exchange(d_, -1); }
 
  private:
     int d_;
 };
 
 constexpr std::size_t kPosti = 6;  // of a temporary name that the system fills
-constexpr std::size_t kBoccone = std::size_t{128} << 10;
 
 Codice Ultimo() {
     return static_cast<Codice>(errno);
@@ -175,32 +170,32 @@ void Fissa(const fs::path& cartella) {
     if (d.Valore() >= 0) static_cast<void>(::fsync(d.Valore()));
 }
 
-std::string Leggi(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
-    const Descrittore file(::open(percorso.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+FileAperto::FileAperto(const fs::path& percorso, Lavoro cosa) : percorso_(percorso), cosa_(cosa) {
+    Descrittore file(::open(percorso.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.Valore() < 0) Fallisci(Ultimo(), cosa, percorso);
     struct stat stato {};
     if (::fstat(file.Valore(), &stato) != 0) Fallisci(Ultimo(), cosa, percorso);
     if (S_ISDIR(stato.st_mode)) Fallisci(EISDIR, cosa, percorso);
     if (!S_ISREG(stato.st_mode)) Fallisci(EACCES, cosa, percorso);
-    std::string testo;
-    const std::size_t byte = std::min(static_cast<std::size_t>(stato.st_size), massimo);
-    testo.reserve(byte);
-    PagineGrandi(testo.data(), byte);
-    // By way of a piece that stays in the cache: to make room for the whole text first would write
-    // all of it twice.
-    const std::size_t boccone = std::min(byte, kBoccone);
-    const auto pezzo = std::make_unique_for_overwrite<char[]>(boccone);
-    while (testo.size() < byte) {
-        const ssize_t n =
-            ::read(file.Valore(), pezzo.get(), std::min(boccone, byte - testo.size()));
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            Fallisci(Ultimo(), cosa, percorso);
-        }
+    byte_ = static_cast<std::uint64_t>(stato.st_size);
+    file_ = file.Lascia();
+}
+
+FileAperto::~FileAperto() {
+    if (file_ >= 0) ::close(static_cast<int>(file_));
+}
+
+std::size_t FileAperto::Leggi(std::uint64_t da, std::span<char> dove) const {
+    std::size_t letti = 0;
+    while (letti < dove.size()) {
+        const ssize_t n = ::pread(static_cast<int>(file_), dove.data() + letti, dove.size() - letti,
+                                  static_cast<off_t>(da + letti));
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) Fallisci(Ultimo(), cosa_, percorso_);
         if (n == 0) break;
-        testo.append(pezzo.get(), static_cast<std::size_t>(n));
+        letti += static_cast<std::size_t>(n);
     }
-    return testo;
+    return letti;
 }
 
 }  // namespace lapvane::sistema

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/Cartelle.h"
 #include "platform/ErroreRuntime.h"
@@ -25,9 +26,10 @@ class Maniglia {
     bool Valida() const { return h_ != INVALID_HANDLE_VALUE; }
     HANDLE Valore() const { return h_; }
     void Chiudi() {
-        if (Valida()) ::CloseHandle(h_);
-        h_ = INVALID_HANDLE_VALUE;
+        const HANDLE h = Lascia();
+        if (h != INVALID_HANDLE_VALUE) ::CloseHandle(h);
     }
+    HANDLE Lascia() { return std::exchange(h_, INVALID_HANDLE_VALUE); }
 
  private:
     HANDLE h_;
@@ -201,9 +203,10 @@ Codice SulPosto(const fs::path& file, std::string_view testo, bool intero) {
 
 void Fissa(const fs::path&) {}  // renames are written through
 
-std::string Leggi(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
-    const Maniglia file(::CreateFileW(Nativo(percorso).c_str(), GENERIC_READ, kTutti, nullptr,
-                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+FileAperto::FileAperto(const fs::path& percorso, Lavoro cosa) : percorso_(percorso), cosa_(cosa) {
+    if (GenereDi(percorso) == Genere::Cartella) Fallisci(ERROR_DIRECTORY, cosa, percorso);
+    Maniglia file(::CreateFileW(Nativo(percorso).c_str(), GENERIC_READ, kTutti, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.Valida()) Fallisci(::GetLastError(), cosa, percorso);
     // The name of a device ("CON", "COM3") opens like a file and never ends.
     if (::GetFileType(file.Valore()) != FILE_TYPE_DISK) {
@@ -211,20 +214,31 @@ std::string Leggi(const fs::path& percorso, Lavoro cosa, std::size_t massimo) {
     }
     LARGE_INTEGER grandezza{};
     if (!::GetFileSizeEx(file.Valore(), &grandezza)) Fallisci(::GetLastError(), cosa, percorso);
-    std::string testo;
-    testo.resize(std::min(static_cast<std::size_t>(grandezza.QuadPart), massimo));
+    byte_ = static_cast<std::uint64_t>(grandezza.QuadPart);
+    file_ = reinterpret_cast<std::intptr_t>(file.Lascia());
+}
+
+FileAperto::~FileAperto() {
+    Maniglia(reinterpret_cast<HANDLE>(file_)).Chiudi();
+}
+
+std::size_t FileAperto::Leggi(std::uint64_t da, std::span<char> dove) const {
     std::size_t letti = 0;
-    while (letti < testo.size()) {
+    while (letti < dove.size()) {
+        OVERLAPPED posto{};
+        posto.Offset = static_cast<DWORD>(da + letti);
+        posto.OffsetHigh = static_cast<DWORD>((da + letti) >> 32);
         DWORD n = 0;
-        const auto boccone = static_cast<DWORD>(std::min(testo.size() - letti, kBoccone));
-        if (!::ReadFile(file.Valore(), testo.data() + letti, boccone, &n, nullptr)) {
-            Fallisci(::GetLastError(), cosa, percorso);
+        const auto boccone = static_cast<DWORD>(std::min(dove.size() - letti, kBoccone));
+        if (!::ReadFile(reinterpret_cast<HANDLE>(file_), dove.data() + letti, boccone, &n,
+                        &posto) &&
+            ::GetLastError() != ERROR_HANDLE_EOF) {
+            Fallisci(::GetLastError(), cosa_, percorso_);
         }
         if (n == 0) break;
         letti += n;
     }
-    testo.resize(letti);
-    return testo;
+    return letti;
 }
 
 }  // namespace lapvane::sistema

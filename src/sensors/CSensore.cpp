@@ -48,10 +48,12 @@ std::vector<fs::path> FileDellaLibreria() {
 }  // namespace
 
 void CaricaLibreriaSensori() {
+    const LetturaCartella lettura(CartellaSensori());
     for (const fs::path& percorso : FileDellaLibreria()) {
         std::optional<CSensore> sensore;
         try {
-            sensore = LeggiSensore(LeggiFile(percorso, Lavoro::LeggereLibreria, kMassimoFile));
+            sensore =
+                LeggiSensore(lettura.LeggiFile(percorso, Lavoro::LeggereLibreria, kMassimoFile));
         } catch (const ErroreRuntime&) {
             // A file that cannot be read, or holds a number beyond all range, is rejected alike.
         }

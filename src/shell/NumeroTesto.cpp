@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "platform/ErroreRuntime.h"
+#include "shell/CampoInParola.h"
 
 namespace lapvane {
 
@@ -95,10 +96,6 @@ std::string NumeroConZero(double valore, char separatore, bool zeroPrimaDelPunto
     if (!dopo.empty()) testo += separatore + dopo;
     return testo;
 }
-
-constexpr std::array<double, 23> kPotenze = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 bool Cifra(char c) {
     return c >= '0' && c <= '9';

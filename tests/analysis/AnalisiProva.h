@@ -71,6 +71,7 @@ class GraficoProva : public QuietGraph {
 /// A window that writes down what it is told.
 class VistaProva : public BareAnalysisView {
  public:
+    bool Lettura(int percento) override { return percento < fermaA; }
     void MostraCanale(int c, bool visibile) override { visibili[c] = visibile; }
     void NomeCampo(int c, const std::string& nome) override { nomi[c] = nome; }
     void UnitaCampo(int c, const std::string& unita) override { unita_[c] = unita; }
@@ -126,6 +127,7 @@ class VistaProva : public BareAnalysisView {
     std::map<Posto, Colore> sfondi, caratteri;
     Posto corrente{};
     int scala = 0, scheda = -1, righe = 0;
+    int fermaA = 1000;  ///< percentage at which a person stops the load
     bool controlli = true, griglia = true, scaricata = false;
 };
 

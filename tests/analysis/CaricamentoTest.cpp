@@ -44,6 +44,21 @@ TEST_F(CaricamentoAnalisi, ShowsThePercentagePastAThousandRowsAndOnlyWhenItChang
     EXPECT_EQ(mostrati[50], "3:" + Testo(Voce::CaricamentoDati) + "100 %");
 }
 
+TEST_F(CaricamentoAnalisi, ALoadThatIsStoppedLeavesNothing) {
+    LogProva().Tratto(1, 3000).Scrivi(Stelo());
+    DatiSessione.NoteSessione = "of the log before";
+    vista.fermaA = 60;
+    EXPECT_FALSE(ApriCsv());
+    EXPECT_EQ(finestra.Testo(Pannello::Progresso), "") << "nor any reading";
+    EXPECT_TRUE(vista.scaricata);
+    EXPECT_EQ(analisi.NumRighe(), 0);
+    EXPECT_EQ(analisi.Tabella().NumeroRighe(), 0);
+    EXPECT_FALSE(AnalisiCaricata);
+    analisi.Form_Unload();
+    EXPECT_FALSE(FileEsiste(ConFine(Stelo(), ".ses"))) << "no session was read that could be saved";
+    EXPECT_EQ(DatiSessione.NoteSessione, "of the log before");
+}
+
 TEST_F(CaricamentoAnalisi, TakesColumnsAndTitlesAsTheFilesHaveThem) {
     LogProva log = QuattroGiri();
     log.Tim.replace(0, 3, "1.3");  // an older log

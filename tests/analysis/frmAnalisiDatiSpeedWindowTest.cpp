@@ -16,6 +16,13 @@ using namespace lapvane::prova;
 
 namespace {
 
+/// Its clock goes on by a step with each look at it.
+class MacchinaLenta : public PlatformProva {
+ public:
+    std::int64_t GetTickCount() override { return Orologio += Scatto; }
+    int Scatto = 0;
+};
+
 class FinestraAnalisi : public ::testing::Test {
  protected:
     FinestraAnalisi() {
@@ -71,7 +78,7 @@ class FinestraAnalisi : public ::testing::Test {
         EXPECT_TRUE(aperto) << nome;
     }
 
-    PlatformProva macchina;
+    MacchinaLenta macchina;
     PrincipaleProva principale;
     frmAnalisiDatiSpeed finestra;
 };
@@ -229,6 +236,23 @@ TEST_F(FinestraAnalisi, EscapeClosesAndPutsTheStatusBarBack) {
     altra.NomeFileDati = finestra.NomeFileDati;
     QTimer::singleShot(0, &altra, [&] { ADD_FAILURE() << "shown without its side file"; });
     altra.Apri();
+}
+
+TEST_F(FinestraAnalisi, ALoadThatTakesLongShowsABarAndEscapeStopsIt) {
+    LogProva().Tratto(1, 3000).Scrivi(macchina.Cartella / "run");
+    macchina.Scatto = 100;
+    int passi = 0;
+    macchina.DuranteEventi = [&] {
+        auto* const barra = QApplication::activeModalWidget();
+        ASSERT_NE(barra, nullptr);
+        if (++passi < 5) return;
+        EXPECT_EQ(Controllo<QProgressBar>(*barra, "ProgressBar1")->value(), 40)
+            << "from 33 on; nothing is shown before 0.4 s";
+        QTest::keyClick(barra, Qt::Key_Escape);
+    };
+    EXPECT_FALSE(finestra.Carica());
+    EXPECT_EQ(passi, 5);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST_F(FinestraAnalisi, ButtonsMoveTheWindowAndTheReadouts) {

@@ -8,6 +8,8 @@
 #include <random>
 
 #include "platform/ErroreRuntime.h"
+#include "shell/CampoInParola.h"
+#include "shell/TabellaDecimali.h"
 #include "shell/Utility.h"
 
 namespace lapvane {
@@ -61,10 +63,13 @@ TEST(NumeroTesto, PicturesRoundHalfAwayFromZeroOnFifteenDigits) {
     EXPECT_EQ(Formatta(1234.5, "0.0#", ','), "1234,5");
 }
 
-TEST(NumeroTesto, FastWriterAgreesWithThePictureEverywhere) {
+TEST(NumeroTesto, FastWritersAgreeWithThePictureEverywhere) {
     char spazio[400];
-    const auto veloce = [&spazio](double v) {
-        return std::string(spazio, ScriviDecimali(spazio, v, '.'));
+    const TabellaDecimali tabella('.');
+    const auto veloce = [&](double v) {
+        const std::string scritto(spazio, ScriviDecimali(spazio, v, '.'));
+        EXPECT_EQ(std::string(spazio, tabella.Campo(spazio, v)), scritto + ";");
+        return scritto;
     };
     std::mt19937_64 caso(20261124);
     std::uniform_real_distribution<double> valori(-2000, 2000);
@@ -77,6 +82,10 @@ TEST(NumeroTesto, FastWriterAgreesWithThePictureEverywhere) {
     for (const double v : {0.0, -0.0, 0.004, -0.004, 0.005, -0.005, 99.995, 1e7, 9999999.99,
                            1e9 + 0.5, 1e15, 1e300, -1e300}) {
         EXPECT_EQ(veloce(v), Formatta(v, "0.0#")) << v;
+    }
+    for (const std::uint32_t n : {0u, 9u, 1000u, 1007u, 65535u, 163840u}) {
+        EXPECT_EQ(std::string(spazio, tabella.Intero(spazio, n)), std::to_string(n));
+        EXPECT_EQ(std::string(spazio, tabella.Tempo(spazio, n)), veloce(n / 10.0) + ";");
     }
     EXPECT_EQ(std::string(spazio, ScriviIntero(spazio, std::numeric_limits<std::int64_t>::min())),
               "-9223372036854775808");
@@ -100,6 +109,24 @@ TEST(NumeroTesto, FieldsTakeAPointOrACommaAndAgreeWithTheLibrary) {
         const std::string t = std::to_string(intero) + "." + std::to_string(i % 1000);
         ASSERT_EQ(campo(t), std::strtod(t.c_str(), nullptr)) << t;
     }
+}
+
+TEST(NumeroTesto, AFieldInAWordIsTheFieldOrNone) {
+    std::mt19937 caso(11);
+    int presi = 0;
+    for (int i = 0; i < 200000; ++i) {
+        std::string t = "        ";  // what stands before it
+        const std::size_t lungo = 1 + caso() % 9;
+        const char* const quali = i % 2 == 0 ? "0123456789.," : "12345678.,-+ e:;*($/\r";
+        const std::size_t quanti = std::strlen(quali);
+        for (std::size_t k = 0; k < lungo; ++k) t += quali[caso() % quanti];
+        const char* const fine = t.data() + t.size();
+        double valore = -7.0;
+        if (!CampoInParola(fine - lungo, fine, valore)) continue;
+        ++presi;
+        ASSERT_EQ(valore, CampoNumerico(fine - lungo, fine)) << t;
+    }
+    EXPECT_GT(presi, 50000);
 }
 
 TEST(NumeroTesto, ConversionsRoundTiesToEvenAndRefuseWhatDoesNotFit) {

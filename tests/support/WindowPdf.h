@@ -51,7 +51,8 @@ inline QByteArray Poppler(const QString& nome, const QStringList& come) {
     QProcess lettore;
     lettore.start(nome, come);
     if (!lettore.waitForFinished() || lettore.exitCode() != 0) {
-        throw std::runtime_error((nome + " cannot do " + come.join(QLatin1Char(' '))).toStdString());
+        throw std::runtime_error(
+            (nome + " cannot do " + come.join(QLatin1Char(' '))).toStdString());
     }
     return lettore.readAllStandardOutput();
 }
@@ -80,10 +81,10 @@ inline std::vector<PaginaPdf> LeggiPdf(const std::filesystem::path& file) {
 
 /// The first page of a PDF file as a picture, 100 pixels a centimetre.
 inline QImage FotoPdf(const std::filesystem::path& file) {
-    return QImage::fromData(Poppler(QStringLiteral("pdftoppm"),
-                                    {QStringLiteral("-r"), QStringLiteral("254"),
-                                     QStringLiteral("-png"), QStringLiteral("-singlefile"),
-                                     PercorsoInQt(file)}));
+    return QImage::fromData(
+        Poppler(QStringLiteral("pdftoppm"),
+                {QStringLiteral("-r"), QStringLiteral("254"), QStringLiteral("-png"),
+                 QStringLiteral("-singlefile"), PercorsoInQt(file)}));
 }
 /// Whether something dark stands there, centimetres from the corner.
 inline bool Scuro(const QImage& foto, double x, double y) {

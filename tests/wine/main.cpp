@@ -1,6 +1,6 @@
-// A program of Linux for tests that run as Windows programs under wine, which neither waits for such a
-// program nor hands its output on. Named pdftotext.exe it calls pdftotext, and so on. Arguments that are
-// files here go over with their names there.
+// A program of Linux for tests that run as Windows programs under wine, which neither waits for
+// such a program nor hands its output on. Named pdftotext.exe it calls pdftotext, and so on.
+// Arguments that are files here go over with their names there.
 #include <windows.h>
 
 #include <cstdio>
@@ -18,7 +18,8 @@ std::string Unix(const fs::path& file) {
     using Namer = char*(CDECL*)(const wchar_t*);
     const auto name = reinterpret_cast<Namer>(reinterpret_cast<void*>(
         ::GetProcAddress(::GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
-    return name == nullptr ? std::string() : '\'' + std::string(name(fs::absolute(file).c_str())) + '\'';
+    return name == nullptr ? std::string()
+                           : '\'' + std::string(name(fs::absolute(file).c_str())) + '\'';
 }
 
 }  // namespace
@@ -29,10 +30,11 @@ int main(int argc, char* argv[]) {
         const bool file = fs::exists(argv[i]);
         line += ' ' + (file ? Unix(argv[i]) : std::string(argv[i]));
     }
-    const fs::path out = fs::temp_directory_path() / ("out-" + std::to_string(::GetCurrentProcessId()));
+    const fs::path out =
+        fs::temp_directory_path() / ("out-" + std::to_string(::GetCurrentProcessId()));
     const fs::path code = fs::path(out) += ".code";
-    line = "Z:\\bin\\sh -c \"" + line + " > " + Unix(out) + "; echo $? > " + Unix(out) + ".new; mv " +
-           Unix(out) + ".new " + Unix(code) + "\"";
+    line = "Z:\\bin\\sh -c \"" + line + " > " + Unix(out) + "; echo $? > " + Unix(out) +
+           ".new; mv " + Unix(out) + ".new " + Unix(code) + "\"";
     STARTUPINFOA how{};
     how.cb = sizeof how;
     PROCESS_INFORMATION process{};

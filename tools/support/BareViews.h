@@ -11,6 +11,7 @@ namespace lapvane {
 /// A window of an analysis that shows nothing.
 class BareAnalysisView : public VistaAnalisi {
  public:
+    bool Lettura(int) override { return true; }
     void MostraCanale(int, bool) override {}
     void NomeCampo(int, const std::string&) override {}
     void UnitaCampo(int, const std::string&) override {}

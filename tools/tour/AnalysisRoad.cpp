@@ -277,8 +277,7 @@ void Tour::Reports() {
         robot_.Stop(QStringLiteral("name of ") + file, FileDialogIs(),
                     [this, file] { AnswerFileDialog(Out(file), {}); });
         robot_.Stop(
-            file, [this, file] { return QFileInfo(Out(file)).size() > 1000; },
-            [] {});
+            file, [this, file] { return QFileInfo(Out(file)).size() > 1000; }, [] {});
     };
     OnAnalysis(QStringLiteral("print the graph"), [this] { Press("Toolbar1_Stampa"); });
     printed(QStringLiteral("graph.pdf"));

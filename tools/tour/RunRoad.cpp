@@ -96,9 +96,8 @@ void Tour::Download() {
             QTest::keyClick(window, Qt::Key_Return);
         },
         90);
-    robot_.Stop(QStringLiteral("save dialog"), FileDialogIs(), [this] {
-        AnswerFileDialog(Out(QStringLiteral("run")), QStringLiteral("save"));
-    });
+    robot_.Stop(QStringLiteral("save dialog"), FileDialogIs(),
+                [this] { AnswerFileDialog(Out(QStringLiteral("run")), QStringLiteral("save")); });
     robot_.Stop(QStringLiteral("converted"), ModalIs("QMessageBox"), [this] {
         auto* box = qobject_cast<QMessageBox*>(Robot::Modal("QMessageBox"));
         robot_.Check(box->text() == InQt(Testo(Voce::ConversioneCompletata)),

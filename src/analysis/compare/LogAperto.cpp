@@ -40,10 +40,7 @@ int Colonne(std::string_view titolo) {
 }
 
 void LeggiPiano(LettoreDati& lettore, TabellaArray& tabella, Piano piano) {
-    const auto colonne = tabella.Destinazioni(piano);
-    for (std::int32_t riga = 0; riga < tabella.NumeroRighe() && lettore.LeggiRiga(colonne, riga);) {
-        ++riga;
-    }
+    lettore.LeggiRighe(tabella.Destinazioni(piano), 0, tabella.NumeroRighe());
 }
 
 }  // namespace
@@ -88,22 +85,24 @@ void LogAperto::LeggiTempi() {
 }
 
 void LogAperto::LeggiTabelle() {
-    const std::string dati = LeggiFile(file_, Lavoro::LeggereLog);
-    LettoreDati lettore(dati);
-    std::string laterale;
+    LettoreDati lettore(FileAPezzi(file_, Lavoro::LeggereLog));
+    fs::path laterale;
     for (const char* fine : {".txt", ".alm"}) {
-        const fs::path accanto = SenzaFine(file_, 4, fine);
-        if (!FileEsiste(accanto)) continue;
-        laterale = LeggiLog(accanto);
-        conLaterale_ = true;
-        break;
+        laterale = SenzaFine(file_, 4, fine);
+        conLaterale_ = FileEsiste(laterale);
+        if (conLaterale_) break;
     }
     const int colonne = std::min(Colonne(lettore.Titolo()), kNumCanali - 1);
     tabella_.Alloca(colonne, conLaterale_ ? kCampiLaterali : 0, lettore.NumeroRecord());
     LeggiPiano(lettore, tabella_, Piano::Dati);
-    LettoreDati lettoreLaterale(laterale);
-    LeggiPiano(lettoreLaterale, tabella_, Piano::Laterale);
     LeggiCanali(lettore.Titolo(), colonne);
+    if (!conLaterale_) return;
+    try {
+        LettoreDati lettoreLaterale = ApriLog(laterale, Conto::Niente);
+        LeggiPiano(lettoreLaterale, tabella_, Piano::Laterale);
+    } catch (const ErroreRuntime&) {
+        tabella_.Azzera(Piano::Laterale);
+    }
 }
 
 void LogAperto::LeggiCanali(std::string_view titolo, int colonne) {

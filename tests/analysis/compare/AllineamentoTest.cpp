@@ -171,8 +171,9 @@ TEST(Allineamento, GainedTimeOfTheSimulatedCarIsKnownToHundredths) {
         LettoreDati dati(csv), laterali(txt);
         TabellaArray tabella;
         tabella.Alloca(16, kColonnaGiro, dati.NumeroRecord());
-        for (std::int32_t r = 0; dati.LeggiRiga(tabella.Destinazioni(Piano::Dati), r);) ++r;
-        for (std::int32_t r = 0; laterali.LeggiRiga(tabella.Destinazioni(Piano::Laterale), r);) ++r;
+        const std::int32_t tutte = dati.NumeroRecord();
+        dati.LeggiRighe(tabella.Destinazioni(Piano::Dati), 0, tutte);
+        laterali.LeggiRighe(tabella.Destinazioni(Piano::Laterale), 0, tutte);
         const RigheGiri righe = CercaGiriColonna(tabella.Colonna(kColonnaGiro, Piano::Laterale), 0);
         CorsaLog corsa{tabella.Colonna(2, Piano::Dati), tabella.Colonna(4, Piano::Dati), {}};
         for (int k = 0; k < kGiri; ++k) {
