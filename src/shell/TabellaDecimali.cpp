@@ -1,13 +1,14 @@
 #include "shell/TabellaDecimali.h"
 
-#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
 
 namespace lapvane {
 
 TabellaDecimali::TabellaDecimali(char separatore) : separatore_(separatore) {
     const auto prendi = [](Pezzo& pezzo, std::string_view testo) {
-        std::copy(testo.begin(), testo.end(), pezzo.Testo.begin());
-        pezzo.Lungo = static_cast<std::uint8_t>(testo.size());
+        pezzo.Lungo = static_cast<std::uint8_t>(testo.copy(pezzo.Testo.data(), pezzo.Testo.size()));
     };
     for (std::size_t n = 0; n < interi_.size(); ++n) {
         const std::string intero = std::to_string(n) + separatore;

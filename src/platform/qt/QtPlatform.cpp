@@ -207,7 +207,7 @@ std::int64_t QtPlatform::GetTickCount() {
 }
 
 void QtPlatform::Sleep(int ms) {
-    const PunctualThread punctual;
+    [[maybe_unused]] const PunctualThread punctual;
     QThread::msleep(static_cast<unsigned long>(ms));
 }
 
