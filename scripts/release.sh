@@ -34,7 +34,7 @@ cp "build/release/pack/lapvane-$VERSION-linux-$(uname -m).tar.gz" "$PACKAGES"
 if [ -z "$linux_only" ]; then
     step "Windows"
     scripts/windows.sh package
-    ls "$PACKAGES/lapvane-$VERSION-windows.zip" "$PACKAGES/lapvane-$VERSION-setup.exe"
+    ls "$PACKAGES/lapvane-$VERSION-windows-x86_64.zip" "$PACKAGES/lapvane-$VERSION-windows-x86_64-setup.exe"
 fi
 
 step "they start"

@@ -9,13 +9,10 @@ source "$(dirname "$0")/common.sh"
 source scripts/wine.sh
 
 KEEP=${LAPVANE_KEEP:-${XDG_CACHE_HOME:-$HOME/.cache}/lapvane}
-RESULT=()
+RESULTS=build/windows-results.txt  # a line for each thing that was tried
 
 say() { printf '\n=== %s (%s)\n' "$1" "$(date +%T)"; }
-result() {
-    RESULT+=("$1")
-    echo "$1"
-}
+result() { echo "$1" | tee -a "$RESULTS"; }
 
 # Qt's base, of the version that this machine has for Linux: its code generators serve both.
 qt_for_windows() {
@@ -184,6 +181,7 @@ make_packages() {
     rm -rf "$stage" "$ZIP" "$SETUP"
     mkdir -p "$out"
     cmake --install build/windows --strip --prefix "$stage/lapvane-$version" >/dev/null
+    x86_64-w64-mingw32-strip "$stage/lapvane-$version"/lib*.dll
     (cd "$stage" && cmake -E tar cf "$ZIP" --format=zip "lapvane-$version")
     installer_lists "$stage/lapvane-$version"
     makensis -V2 -NOCD "-DVERSION=$version" "-DFROM=$stage/lapvane-$version" "-DOUT=$SETUP" \
@@ -217,6 +215,7 @@ installer_lists() {
 # Starts a Windows program on a screen of its own, waits for a window of it that is as wide as the main
 # window, leaves a picture and ends it.   shows_main_window EXE PICTURE
 shows_main_window() {
+    wine_end  # who runs already has no screen, nor has what he starts
     xvfb-run -a -s "-screen 0 1366x768x24" bash -c '
         "$1" "$2" >/dev/null 2>&1 &
         for second in $(seq 90); do
@@ -251,6 +250,9 @@ try_packages() {
     version=$(basename "$stage"/lapvane-*)
     rm -rf "$pictures"
     mkdir -p "$pictures"
+    export WINEPREFIX=$PWD/build/wine-packages  # where nothing was ever installed
+    rm -rf "$WINEPREFIX"
+    wine_prefix
 
     say "the .zip, in a folder with blanks and accents"
     place="$PWD/build/Corse è prove/di una stagione"
@@ -267,6 +269,7 @@ try_packages() {
     say "the installer"
     windows_state >"$stage/before.txt"
     timeout 300 "$WINE" "$SETUP" /S
+    wine_end
     local program
     program=$(find "$WINEPREFIX/drive_c/users" -path '*/Programs/Lapvane/lapvane.exe')
     find "$WINEPREFIX/drive_c/users" -path '*/Start Menu/*Lapvane.lnk' | grep -q .
@@ -274,12 +277,12 @@ try_packages() {
     shows_main_window "$program" "$pictures/setup.png"
     # A newer one: what the person has not touched follows, the rest stays.
     local mine theirs
-    theirs=$(person_file 'sensors/*' | sort | sed -n 1p)
-    mine=$(person_file 'sensors/*' | sort | sed -n 2p)
+    theirs=$(person_file 'sample/*' | sort | sed -n 1p)
+    mine=$(person_file 'sample/*' | sort | sed -n 2p)
     echo mine >"$mine"
     cp -r "$stage/$version" "$stage/newer"
-    echo newer >"$stage/newer/sensors/$(basename "$theirs")"
-    echo newer >"$stage/newer/sensors/$(basename "$mine")"
+    echo newer >"$stage/newer/sample/$(basename "$theirs")"
+    echo newer >"$stage/newer/sample/$(basename "$mine")"
     installer_lists "$stage/newer"
     makensis -V1 -NOCD "-DVERSION=99.0.0" "-DFROM=$stage/newer" "-DOUT=$stage/newer.exe" \
         "-DICON=$PWD/cmake/install/lapvane.ico" "-DINSTALL=$stage/install.nsh" "-DREMOVE=$stage/remove.nsh" \
@@ -287,7 +290,7 @@ try_packages() {
     timeout 300 "$WINE" "$stage/newer.exe" /S
     shows_main_window "$program" "$pictures/upgrade.png"
     [ "$(cat "$theirs")" = newer ] && [ "$(cat "$mine")" = mine ]
-    result "installer: start menu, entry among the programs, start, upgrade that keeps a changed sensor"
+    result "installer: start menu, entry among the programs, start, upgrade that keeps a changed file"
 
     "$WINE" "$uninstall" /S
     for _ in $(seq 60); do
@@ -300,16 +303,17 @@ try_packages() {
     rm -rf "$(dirname "$(dirname "$mine")")"
     windows_state >"$stage/after.txt"
     diff "$stage/before.txt" "$stage/after.txt"
-    result "uninstaller: nothing left but the sensor that the person had changed"
+    result "uninstaller: nothing left but the file that the person had changed"
 }
 
 record() {
-    local commit
-    commit=$(git rev-parse --short HEAD)
-    RESULT=("$(date +%F), commit $commit, $("$WINE" --version), Qt $(basename "$LAPVANE_QT_WINDOWS" | cut -d- -f2):" \
-        "${RESULT[@]}")
-    printf '    %s\n' "${RESULT[@]}" >build/windows-result.txt
-    python3 - README.md build/windows-result.txt <<'PYTHON'
+    local qt
+    qt=$(basename "$LAPVANE_QT_WINDOWS" | cut -d- -f2)
+    {
+        echo "$(date +%F), commit $(git rev-parse --short HEAD), $("$WINE" --version), Qt $qt:"
+        cat "$RESULTS"
+    } | sed 's/^/    /' >"$RESULTS.md"
+    python3 - README.md "$RESULTS.md" <<'PYTHON'
 import re, sys
 readme, result = (open(name, encoding="utf-8").read() for name in sys.argv[1:])
 begin, end = "<!-- scripts/windows.sh record -->\n", "<!-- end -->\n"
@@ -322,6 +326,8 @@ case "${1:-all}" in
 on-screen) run_tests "windows, on a screen" lapvane_window_tests WINEQT_QPA_PLATFORM=windows ;;
 build) build_windows ;;
 package)
+    mkdir -p build
+    : >"$RESULTS"
     build_windows
     wine_prefix
     make_packages
@@ -329,12 +335,15 @@ package)
     ;;
 all | record)
     bad=0
+    mkdir -p build
+    : >"$RESULTS"
     build_windows
     try_all || bad=1
     make_packages
     try_packages || bad=1
     [ "${1:-all}" = record ] && record
-    printf '\n%s\n' "${RESULT[@]}"
+    echo
+    cat "$RESULTS"
     exit $bad
     ;;
 *)

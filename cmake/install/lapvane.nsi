@@ -95,4 +95,6 @@ Section "Uninstall"
     Delete "$INSTDIR\for-all-users"
     Delete "$INSTDIR\uninstall.exe"
     RMDir "$INSTDIR"
+    ; Not there before the first program of this kind; stays while it holds another.
+    RMDir "$LOCALAPPDATA\Programs"
 SectionEnd

@@ -21,6 +21,11 @@ namespace {
 
 using nlohmann::ordered_json;
 
+/// A file by its name in UTF-8, which is not what every system takes a plain text for.
+fs::path Named(const std::string& file) {
+    return std::u8string(file.begin(), file.end());
+}
+
 std::string Seconds(double seconds, int digits) {
     const std::string figure = digits == 2 ? "0.00" : digits == 3 ? "0.000" : "0.0";
     return Formatta(seconds, figure, '.');
@@ -57,7 +62,7 @@ const char* Words(PercheNo why) {
 }
 
 LogAperto Open(const std::string& file) {
-    LogAperto log{std::filesystem::path(file)};
+    LogAperto log{Named(file)};
     if (!log.ConTempi())
         throw Refusal{file + ": there is no .tim file with the lap times beside it"};
     if (!log.ConLaterale())
@@ -350,7 +355,7 @@ std::string Compare(const CompareRequest& request) {
 }
 
 std::string Convert(const ConvertRequest& request) {
-    const fs::path csv = request.File;
+    const fs::path csv = Named(request.File);
     if (csv.extension() != ".csv") throw Refusal{"the data file must end in .csv"};
     for (const char* ending : {"csv", "txt", "tim", "set"}) {
         const fs::path file = SenzaFine(csv, 3, ending);
@@ -358,7 +363,7 @@ std::string Convert(const ConvertRequest& request) {
         throw Refusal{file.string() + ": there is such a file already (--force)"};
     }
     const auto download =
-        LeggiScarico(LeggiFile(request.Raw, Lavoro::LeggereFile, kScaricoMassimo));
+        LeggiScarico(LeggiFile(Named(request.Raw), Lavoro::LeggereFile, kScaricoMassimo));
     if (!download) throw Refusal{request.Raw + ": no download"};
     if (download->Pagine.empty()) throw Refusal{request.Raw + ": it holds no page"};
     MettiInMemoria(*download);

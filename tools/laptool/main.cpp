@@ -28,6 +28,7 @@ int Run(int argc, char* argv[]) {
     PlainOutput();
     CLI::App app{"Laps of a log recorded by the instrument"};
     app.name("lapvane-tool");
+    app.allow_windows_style_options(false);  // "/" begins a path
     app.set_version_flag("--version", LAPVANE_VERSION);
     app.require_subcommand(1);
 
