@@ -70,7 +70,7 @@ build_windows() {
 # An instrument of this machine behind COM1, whose console reads the file that INSTRUMENT_CONSOLE names.
 start_instrument() {
     INSTRUMENT_CONSOLE=$(mktemp)
-    local link=$PWD/build/wine-com1
+    local link=$WINEPREFIX-com1
     tail -f "$INSTRUMENT_CONSOLE" 2>/dev/null |
         build/release/bin/lapvane-instrument --quiet --link "$link" --tank 30 --tracks build/release/bin/tracks \
             --track Valdoro &
@@ -164,11 +164,23 @@ try_all() {
     run_tests "windows, no screen" lapvane_window_tests WINEQT_QPA_PLATFORM=offscreen \
         WINEQT_QPA_FONTDIR=Z:/usr/share/fonts/truetype/dejavu || bad=1
     wine_end
-    xvfb-run -a -s "-screen 0 1920x1200x24" "$0" on-screen || bad=1
-    play_tour it 96 || bad=1
-    play_tour en 120 || bad=1
-    play_tour it 144 || bad=1
+    # These wait more than they work, and each has a Windows of its own.
+    local jobs=() job
+    in_own_windows screen xvfb-run -a -s "-screen 0 1920x1200x24" "$0" on-screen &
+    jobs+=($!)
+    in_own_windows tour-1 "$0" tour it 96 &
+    jobs+=($!)
+    in_own_windows tour-2 "$0" tour en 120 &
+    jobs+=($!)
+    in_own_windows tour-3 "$0" tour it 144 &
+    jobs+=($!)
+    for job in "${jobs[@]}"; do wait "$job" || bad=1; done
     return $bad
+}
+
+# in_own_windows NAME COMMAND ...
+in_own_windows() {
+    WINEPREFIX=$PWD/build/wine-$1 "${@:2}"
 }
 
 # The .zip and the installer, of the folder that the build lays.
@@ -239,7 +251,7 @@ shows_main_window() {
 windows_state() {
     wine_end
     (cd "$WINEPREFIX/drive_c" && find . -path ./windows -prune -o -path '*/Temp/*' -prune -o -print | sort)
-    grep -i 'lapvane' "$WINEPREFIX/user.reg" "$WINEPREFIX/system.reg" | grep -vi 'wine-com1' || true
+    grep -i 'lapvane' "$WINEPREFIX/user.reg" "$WINEPREFIX/system.reg" | grep -vi 'com1' || true
 }
 
 person_file() { find "$WINEPREFIX/drive_c/users" -path "*/Local/Lapvane/$1"; }
@@ -323,7 +335,14 @@ PYTHON
 }
 
 case "${1:-all}" in
-on-screen) run_tests "windows, on a screen" lapvane_window_tests WINEQT_QPA_PLATFORM=windows ;;
+tour)
+    wine_prefix
+    play_tour "$2" "$3"
+    ;;
+on-screen)
+    wine_prefix
+    run_tests "windows, on a screen" lapvane_window_tests WINEQT_QPA_PLATFORM=windows
+    ;;
 build) build_windows ;;
 package)
     mkdir -p build
