@@ -101,7 +101,9 @@ void BarraNavigazione::resizeEvent(QResizeEvent* evento) {
     int largo = kMargine;
     for (int i = 0; i < 2; ++i) largo += gruppi_->itemAt(i)->layout()->minimumSize().width();
     const auto verso = width() < largo ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
-    if (verso != gruppi_->direction()) gruppi_->setDirection(verso);
+    if (verso == gruppi_->direction()) return;
+    gruppi_->setDirection(verso);
+    updateGeometry();  // at once: those around it make room for the second row
 }
 
 QPushButton* BarraNavigazione::Pulsante(const char* nome, const QString& testo) {
