@@ -428,6 +428,8 @@ void frmConfronto::AggiornaStato() {
     cmdFerma_->setVisible(lavora);
     progresso_->setRange(0, std::max(giri, 1));
     progresso_->setValue(fatti);
+    const QString lungo = T(Voce::AllineaGiri) + QStringLiteral(" %1/%1").arg(giri);
+    lblStato_->setMinimumWidth(lavora ? lblStato_->fontMetrics().horizontalAdvance(lungo) : 0);
     if (lavora) {
         lblStato_->setText(T(Voce::AllineaGiri) + QStringLiteral(" %1/%2").arg(fatti).arg(giri));
     } else if (confronto_.NumLog() == 0) {
