@@ -29,7 +29,7 @@ class LettoreDati {
     /// are wanted need not have them counted.
     explicit LettoreDati(FileAPezzi file, Conto conto = Conto::Righe);
 
-    /// The heading line.
+    /// The heading line, which is the reader's own: it goes with it.
     std::string_view Titolo() const { return titolo_; }
     bool Vuoto() const { return vuoto_; }  ///< there is not one byte
     /// Lines after the heading, if they were counted; empty lines at the end of the file do not

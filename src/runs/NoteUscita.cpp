@@ -41,7 +41,8 @@ std::string_view FineRiga(std::string_view testo) {
 std::string SessioneNuova(const std::filesystem::path& csv, std::string_view note) {
     const std::string inizio = LeggiFile(csv, Lavoro::LeggereLog, kTitoloMassimo * kNumCanali);
     std::vector<std::string> titoli;
-    std::string_view resto = LettoreDati(inizio).Titolo();
+    const LettoreDati lettore(inizio);
+    std::string_view resto = lettore.Titolo();
     for (bool ancora = true; ancora && titoli.size() < kUltimoCanale;) {
         const std::size_t fine = resto.find(';');
         titoli.emplace_back(resto.substr(0, std::min(fine, kTitoloMassimo)));
