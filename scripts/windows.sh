@@ -78,12 +78,14 @@ start_instrument() {
     wine_port 1 "$link"
 }
 stop_instrument() {
+    [ -n "${INSTRUMENT:-}" ] || return 0
     kill "$INSTRUMENT" 2>/dev/null || true
     pkill -f "tail -f $INSTRUMENT_CONSOLE" || true
     wait "$INSTRUMENT" 2>/dev/null || true
     rm -f "$INSTRUMENT_CONSOLE"
+    INSTRUMENT=
 }
-trap 'stop_instrument 2>/dev/null; wine_end' EXIT
+trap 'stop_instrument 2>/dev/null || true; wine_end' EXIT
 
 # run_tests TITLE PROGRAM [ENVIRONMENT ...], suite by suite, so that one that hangs costs its own time only.
 # What differs by wine is left out by name, each with its reason, as scripts/wine-differs.txt has it.
