@@ -18,9 +18,11 @@ bool Same(const TabellaArray& table, const BareLoad& bare) {
     for (const auto plane : {Piano::Dati, Piano::Laterale}) {
         const BareRead& read = plane == Piano::Dati ? bare.Data : bare.Side;
         for (int c = 1; same && c <= (plane == Piano::Dati ? 16 : 11); ++c) {
-            const auto column = table.Colonna(c, plane);
+            const auto column = plane == Piano::Dati
+                                    ? std::vector(table.Colonna(c).begin(), table.Colonna(c).end())
+                                    : table.TuttaLaterale(c);
             same = std::memcmp(column.data(), read.Column(static_cast<std::size_t>(c - 1)),
-                               column.size_bytes()) == 0;
+                               kRows * sizeof(double)) == 0;
         }
     }
     return same;

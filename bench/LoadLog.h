@@ -23,7 +23,7 @@ double Milliseconds(const auto& work) {
         LettoreDati reader =
             plane == Piano::Dati ? ApriLog(Log().Csv()) : ApriLog(Log().Side(), Conto::Niente);
         if (plane == Piano::Dati) table.Alloca(16, 11, reader.NumeroRecord());
-        reader.LeggiRighe(table.Destinazioni(plane), 0, table.NumeroRighe());
+        table.Leggi(reader, plane, 0, table.NumeroRighe());
     }
 }
 

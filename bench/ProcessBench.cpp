@@ -136,7 +136,7 @@ BENCHMARK_CAPTURE(Memory, sheet, "sheet")->Iterations(1)->Unit(benchmark::kMilli
 }  // namespace
 
 int main(int argc, char* argv[]) try {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const std::string role = argc > 1 ? argv[1] : "";
     if (role == "--start") return StartProgram(argc, argv);
     if (role == "--open" && argc == 4) return OpenLog(argc, argv);

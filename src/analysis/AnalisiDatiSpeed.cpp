@@ -103,19 +103,20 @@ bool AnalisiDatiSpeed::LeggiDati() {
     try {
         LettoreDati laterale = ApriLog(Cartella_ / NomeLaterale_, Conto::Niente);
         if (!LeggiPiano(laterale, Piano::Laterale)) return false;
+    } catch (const std::bad_alloc&) {
+        tabella_.Alloca(0, 0, 0);
     } catch (const ErroreRuntime&) {
-        tabella_.Azzera(Piano::Laterale);
+        tabella_.AzzeraLaterale();
     }
     ImpostaNumRighe(tabella_.NumeroRighe());
     return true;
 }
 
 bool AnalisiDatiSpeed::LeggiPiano(LettoreDati& lettore, Piano piano) {
-    const auto colonne = tabella_.Destinazioni(piano);
     const std::int32_t righe = tabella_.NumeroRighe();
     std::int32_t riga = 0;
     for (std::int32_t meta = std::min(righe, kRigheSenzaProgresso + 1);;) {
-        riga = lettore.LeggiRighe(colonne, riga, meta);
+        riga = tabella_.Leggi(lettore, piano, riga, meta);
         if (riga < meta || riga <= kRigheSenzaProgresso) return true;
         const int percento = Percento(riga, righe);
         MostraAvanzamento(TestoNumero(percento));
@@ -125,7 +126,7 @@ bool AnalisiDatiSpeed::LeggiPiano(LettoreDati& lettore, Piano piano) {
         meta = std::max(riga + 1, static_cast<std::int32_t>((percento + 0.5) / 100.0 * righe));
         while (meta < righe && Percento(meta, righe) == percento) ++meta;
         if (Percento(meta, righe) == percento) {
-            lettore.LeggiRighe(colonne, riga, righe);
+            tabella_.Leggi(lettore, piano, riga, righe);
             return true;
         }
     }

@@ -135,7 +135,7 @@ ElencoCanali::IntervalloY ElencoCanali::CalcolaScale(const FormaDati& forma, std
     std::vector<std::span<const double>> colonne;
     for (int c = kPrimoCanale; c <= ultimo; ++c) {
         Canale& canale = canali_[c];
-        const auto celle = forma.Tabella().Righe(c, Piano::Dati, da, a);
+        const auto celle = forma.Tabella().Righe(c, da, a);
         canale.MaxCanale = forma.Massimo(celle);
         if (canale.MaxCanale == 0.0) canale.MaxCanale = kMassimoNullo;
         canale.MinCanale = forma.Minimo(celle);

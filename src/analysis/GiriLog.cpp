@@ -18,7 +18,7 @@ int Indice(int giro) {
 }  // namespace
 
 void GiriLog::CercaGiri(const TabellaDati& tabella) {
-    righe_ = CercaGiriColonna(tabella.Colonna(kColonnaGiro, Piano::Laterale), tabella.PrimaRiga());
+    righe_ = CercaGiriColonna(tabella.TuttaLaterale(kColonnaGiro), tabella.PrimaRiga());
 }
 
 void GiriLog::Prendi(const FileTim& file) {

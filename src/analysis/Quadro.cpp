@@ -49,10 +49,16 @@ void Quadro::DisegnaColonna(Piano piano, int c, double scala, int passo,
     const FinestraX& finestra = parti_.Finestra;
     const int x = parti_.Forma.ColonnaX(finestra.AsseDistanza());
     if (x == 0) return;
-    const auto righe = [&](int colonna) {
-        return parti_.Forma.Tabella().Righe(colonna, piano, finestra.RigaDa(), finestra.RigaA());
+    const TabellaDati& tabella = parti_.Forma.Tabella();
+    const std::int32_t da = finestra.RigaDa(), a = finestra.RigaA();
+    const auto disegna = [&](std::span<const double> ascisse, std::span<const double> valori) {
+        grafico_.DisegnaArray(ascisse, valori, grafico_.ElementoCorrente(), scala, passo, misure);
     };
-    grafico_.DisegnaArray(righe(x), righe(c), grafico_.ElementoCorrente(), scala, passo, misure);
+    if (piano == Piano::Dati) {
+        disegna(tabella.Righe(x, da, a), tabella.Righe(c, da, a));
+    } else {
+        disegna(tabella.RigheLaterali(x, da, a), tabella.RigheLaterali(c, da, a));
+    }
 }
 
 bool QuadroCanali::SiDisegna() const {

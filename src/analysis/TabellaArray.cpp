@@ -9,37 +9,38 @@ namespace lapvane {
 
 void TabellaArray::Alloca(int numCampi, int numCampiLaterali, std::int32_t numRighe) {
     numRighe_ = 0;
-    piani_ = {};
-    const auto riempi = [numRighe](PianoDati& piano, int colonne) {
-        const auto numero = static_cast<std::size_t>(std::clamp(colonne, 0, kUltimoCanale));
-        const auto righe = static_cast<std::size_t>(std::max(numRighe, 1));
-        if (numero == 0) return;
+    memoria_.reset();
+    laterale_ = {};
+    numero_ = 0;
+    numLaterali_ = std::clamp(numCampiLaterali, 0, kUltimoCanale);
+    const auto colonne = static_cast<std::size_t>(std::clamp(numCampi, 0, kUltimoCanale));
+    const auto righe = static_cast<std::size_t>(std::max(numRighe, 1));
+    if (colonne != 0) {
         // Pages of calloc come from the system as zeros when they are first written: columns that
         // no row fills cost next to nothing.
-        piano.Memoria.reset(static_cast<double*>(std::calloc(numero * righe, sizeof(double))));
-        if (!piano.Memoria) throw std::bad_alloc();
-        PagineGrandi(piano.Memoria.get(), numero * righe * sizeof(double));
-        for (std::size_t c = 0; c < numero; ++c) piano.Inizi[c] = piano.Memoria.get() + c * righe;
-        piano.Numero = numero;
-    };
-    riempi(piani_[Piano::Dati], numCampi);
-    riempi(piani_[Piano::Laterale], numCampiLaterali);
+        memoria_.reset(static_cast<double*>(std::calloc(colonne * righe, sizeof(double))));
+        if (!memoria_) throw std::bad_alloc();
+        PagineGrandi(memoria_.get(), colonne * righe * sizeof(double));
+        for (std::size_t c = 0; c < colonne; ++c) inizi_[c] = memoria_.get() + c * righe;
+        numero_ = colonne;
+    }
     numRighe_ = std::max(numRighe, 0);
+    AzzeraLaterale();
 }
 
-void TabellaArray::Azzera(Piano piano) {
-    for (double* const colonna : Destinazioni(piano)) std::fill_n(colonna, numRighe_, 0.0);
+std::int32_t TabellaArray::Leggi(LettoreDati& lettore, Piano piano, std::int32_t da,
+                                 std::int32_t a) {
+    if (piano == Piano::Laterale) return laterale_.Leggi(lettore, da, a);
+    return lettore.LeggiRighe({inizi_.data(), numero_}, da, a);
 }
 
-std::span<const double> TabellaArray::Colonna(int colonna, Piano piano) const {
-    const PianoDati& p = piani_[piano];
-    if (colonna < 1 || std::cmp_greater(colonna, p.Numero)) return {};
-    return {p.Inizi[static_cast<std::size_t>(colonna - 1)], static_cast<std::size_t>(numRighe_)};
+void TabellaArray::AzzeraLaterale() {
+    laterale_.Alloca(numLaterali_, numRighe_);
 }
 
-std::span<double* const> TabellaArray::Destinazioni(Piano piano) {
-    PianoDati& p = piani_[piano];
-    return {p.Inizi.data(), p.Numero};
+std::span<const double> TabellaArray::Colonna(int colonna) const {
+    if (colonna < 1 || std::cmp_greater(colonna, numero_)) return {};
+    return {inizi_[static_cast<std::size_t>(colonna - 1)], static_cast<std::size_t>(numRighe_)};
 }
 
 }  // namespace lapvane

@@ -4,7 +4,10 @@
 #include <cstdint>
 #include <iterator>
 #include <span>
+#include <utility>
+#include <vector>
 
+#include "analysis/ColonneStrette.h"
 #include "reports/CanaliLog.h"
 
 namespace lapvane {
@@ -37,8 +40,10 @@ class TabellaDati {
  public:
     virtual ~TabellaDati() = default;
 
-    /// The samples of a column; empty for a column that the table lacks.
-    virtual std::span<const double> Colonna(int colonna, Piano piano) const = 0;
+    /// The samples of a column of the data; empty for a column that the table lacks.
+    virtual std::span<const double> Colonna(int colonna) const = 0;
+    /// The columns of the side file.
+    virtual const ColonneStrette& Laterale() const = 0;
     /// Row number of the first sample.
     virtual std::int32_t PrimaRiga() const = 0;
     /// Rows that the load reports.
@@ -47,23 +52,50 @@ class TabellaDati {
     /// Whether the table has a sample there.
     bool Contiene(int colonna, Piano piano, std::int32_t riga) const {
         const std::int64_t i = std::int64_t{riga} - PrimaRiga();
-        return i >= 0 && i < std::ssize(Colonna(colonna, piano));
+        return i >= 0 && i < Campioni(colonna, piano);
     }
 
     double Valore(int colonna, Piano piano, std::int32_t riga) const {
         if (!Contiene(colonna, piano, riga)) return 0.0;
-        return Colonna(colonna, piano).begin()[riga - PrimaRiga()];
+        const std::int32_t i = riga - PrimaRiga();
+        return piano == Piano::Dati ? Colonna(colonna).begin()[i] : Laterale().Valore(colonna, i);
     }
 
-    /// Rows `da` to `a` of a column, both included, as far as the table has them.
-    std::span<const double> Righe(int colonna, Piano piano, std::int32_t da, std::int32_t a) const {
-        const auto valori = Colonna(colonna, piano);
-        const std::int64_t fine = std::ssize(valori);
+    /// Rows `da` to `a` of a column of the data, both included, as far as the table has them.
+    std::span<const double> Righe(int colonna, std::int32_t da, std::int32_t a) const {
+        const auto [primo, oltre] = Tratto(colonna, Piano::Dati, da, a);
+        const auto valori = Colonna(colonna);
+        return {valori.begin() + primo, valori.begin() + oltre};
+    }
+
+    /// All rows of a column of the side file.
+    std::vector<double> TuttaLaterale(int colonna) const {
+        const std::int32_t righe = Laterale().Righe(colonna);
+        return righe == 0 ? std::vector<double>() : Laterale().Celle(colonna, 0, righe);
+    }
+
+    /// Rows `da` to `a` of it, as `Righe`.
+    std::vector<double> RigheLaterali(int colonna, std::int32_t da, std::int32_t a) const {
+        const auto [primo, oltre] = Tratto(colonna, Piano::Laterale, da, a);
+        if (primo == oltre) return {};
+        return Laterale().Celle(colonna, primo, oltre);
+    }
+
+ private:
+    std::int32_t Campioni(int colonna, Piano piano) const {
+        return piano == Piano::Dati ? static_cast<std::int32_t>(Colonna(colonna).size())
+                                    : Laterale().Righe(colonna);
+    }
+
+    /// The samples of rows `da` to `a`: the first, and the one behind the last.
+    std::pair<std::int32_t, std::int32_t> Tratto(int colonna, Piano piano, std::int32_t da,
+                                                 std::int32_t a) const {
+        const std::int64_t fine = Campioni(colonna, piano);
         const std::int64_t primo =
             std::clamp<std::int64_t>(std::int64_t{da} - PrimaRiga(), 0, fine);
         const std::int64_t oltre =
             std::clamp<std::int64_t>(std::int64_t{a} - PrimaRiga() + 1, primo, fine);
-        return {valori.begin() + primo, valori.begin() + oltre};
+        return {static_cast<std::int32_t>(primo), static_cast<std::int32_t>(oltre)};
     }
 };
 

@@ -30,23 +30,31 @@ bool TabellaFoglio::CaricaFile(Piano piano, LettoreDati lettore,
         const std::size_t fine = std::min(titolo.find(';'), titolo.size());
         foglio.Titoli.emplace_back(titolo.substr(0, std::min(fine, kTitoloMassimo)));
         titolo.remove_prefix(std::min(fine + 1, titolo.size()));
+        if (piano == Piano::Laterale) continue;
         foglio.Colonne.emplace_back(static_cast<std::size_t>(record), 0.0);
         destinazioni.push_back(foglio.Colonne.back().data());
     }
+    if (piano == Piano::Laterale) {
+        foglio.Strette.Alloca(static_cast<int>(foglio.Titoli.size()), record);
+    }
+    const auto leggi = [&](std::int32_t da, std::int32_t a) {
+        return piano == Piano::Laterale ? foglio.Strette.Leggi(lettore, da, a)
+                                        : lettore.LeggiRighe(destinazioni, da, a);
+    };
     const std::int32_t passo = std::max(1, record / kPassiAvanzamento);
     for (std::int32_t riga = 0; riga < record;) {
         const std::int32_t meta = riga + 1;
-        if (lettore.LeggiRighe(destinazioni, riga, meta) < meta) break;
+        if (leggi(riga, meta) < meta) break;
         if (!avanzamento(static_cast<int>(std::int64_t{riga} * 100 / record))) return false;
-        riga = lettore.LeggiRighe(destinazioni, meta, std::min(record - riga, passo) + riga);
+        riga = leggi(meta, std::min(record - riga, passo) + riga);
         if (riga % passo != 0) break;
     }
     fogli_[piano] = std::move(foglio);
     return true;
 }
 
-std::span<const double> TabellaFoglio::Colonna(int colonna, Piano piano) const {
-    const auto& colonne = fogli_[piano].Colonne;
+std::span<const double> TabellaFoglio::Colonna(int colonna) const {
+    const auto& colonne = fogli_[Piano::Dati].Colonne;
     if (colonna < 1 || colonna > std::ssize(colonne)) return {};
     return colonne.begin()[colonna - 1];
 }

@@ -84,7 +84,7 @@ TEST_F(Foglio, ColumnsAreThoseOfTheFile) {
         EXPECT_EQ(vistaFoglio.visibili[20], colonne == 21);
         EXPECT_EQ(vistaFoglio.unita_[3], "[u3]");
         EXPECT_EQ(foglio.Tabella().Valore(3, Piano::Dati, 2), 12.5);
-        EXPECT_TRUE(foglio.Tabella().Colonna(21, Piano::Dati).empty());
+        EXPECT_TRUE(foglio.Tabella().Colonna(21).empty());
     }
     // The side file has its columns whatever its heading names.
     const std::string intero = QuattroGiri().Laterale();

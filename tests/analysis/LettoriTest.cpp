@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <iterator>
 #include <numeric>
 #include <vector>
 
@@ -76,22 +78,70 @@ TEST(LettoreDati, TakesEveryShapeOfRowThatALogCanHave) {
 TEST(TabellaArray, IsZeroOutsideAndKeepsItsPlanesApart) {
     TabellaArray tabella;
     tabella.Alloca(3, 2, 4);
-    tabella.Destinazioni(Piano::Dati)[2][3] = 7.5;
-    tabella.Destinazioni(Piano::Laterale)[1][0] = 2.5;
+    LettoreDati dati("t\n1;2;3\n1;2;3\n1;2;3\n1;2;7.5"), laterali("t\n1;2.5\n");
+    EXPECT_EQ(tabella.Leggi(dati, Piano::Dati, 0, 4), 4);
+    EXPECT_EQ(tabella.Leggi(laterali, Piano::Laterale, 0, 4), 1);
     EXPECT_EQ(tabella.Valore(3, Piano::Dati, 3), 7.5);
     EXPECT_EQ(tabella.Valore(2, Piano::Laterale, 0), 2.5);
-    EXPECT_EQ(tabella.Valore(2, Piano::Dati, 0), 0.0);
-    for (const int colonna : {-1, 0, 4}) EXPECT_TRUE(tabella.Colonna(colonna, Piano::Dati).empty());
+    EXPECT_EQ(tabella.Valore(2, Piano::Laterale, 1), 0.0);
+    EXPECT_EQ(tabella.Valore(2, Piano::Dati, 0), 2.0);
+    for (const int colonna : {-1, 0, 4}) EXPECT_TRUE(tabella.Colonna(colonna).empty());
+    for (const int colonna : {-1, 0, 3}) EXPECT_TRUE(tabella.TuttaLaterale(colonna).empty());
     for (const std::int32_t riga : {-1, 4, 2147483647}) {
         EXPECT_EQ(tabella.Valore(3, Piano::Dati, riga), 0.0) << riga;
+        EXPECT_EQ(tabella.Valore(1, Piano::Laterale, riga), 0.0) << riga;
     }
-    EXPECT_EQ(tabella.Righe(3, Piano::Dati, -5, 99).size(), 4u);
-    EXPECT_EQ(tabella.Righe(3, Piano::Dati, 1, 2).size(), 2u);
-    EXPECT_TRUE(tabella.Righe(3, Piano::Dati, 3, 2).empty());
+    EXPECT_EQ(tabella.Righe(3, -5, 99).size(), 4u);
+    EXPECT_EQ(tabella.Righe(3, 1, 2).size(), 2u);
+    EXPECT_TRUE(tabella.Righe(3, 3, 2).empty());
+    EXPECT_EQ(tabella.RigheLaterali(1, -5, 99), (std::vector<double>{1, 0, 0, 0}));
+    EXPECT_EQ(tabella.RigheLaterali(2, 0, 1), (std::vector<double>{2.5, 0}));
     tabella.Alloca(25, 0, 4);
     EXPECT_EQ(tabella.Valore(3, Piano::Dati, 3), 0.0);
-    EXPECT_TRUE(tabella.Colonna(1, Piano::Laterale).empty());
-    EXPECT_EQ(tabella.Destinazioni(Piano::Dati).size(), 20u) << "a log holds 20 columns at most";
+    EXPECT_TRUE(tabella.TuttaLaterale(1).empty());
+    EXPECT_EQ(tabella.NumeroColonne(), 20) << "a log holds 20 columns at most";
+}
+
+TEST(ColonneStrette, GiveBackTheNumbersThatTheReaderGaveToTheLastBit) {
+    // Each column grows wider at one of these, in its own row, behind many that were narrow.
+    const char* const numeri[] = {
+        "127",         "128",     "-128",         "-129",        "32767", "32768",  "-32768",
+        "-32769",      "2147483", "2147484",      "-2147483648", "0.1",   "-0.001", "0.0001",
+        "2147483.647", "-0",      "-2147483.648", "2147483.648", "1e300", "0,7"};
+    std::string testo = "t";
+    constexpr int kPerNumero = 300;
+    for (int riga = 0; riga < kPerNumero * static_cast<int>(std::size(numeri)); ++riga) {
+        testo += '\n';
+        for (int c = 0; c < static_cast<int>(std::size(numeri)); ++c) {
+            testo += riga == kPerNumero * c ? numeri[c] : std::to_string((riga + c) % 100);
+            // Some rows are short, some fields empty.
+            if (riga % 7 == 3 && c == riga % 20) break;
+            if (riga % 5 == 2 && c == riga % 19) testo += ';';
+            testo += ';';
+        }
+    }
+    LettoreDati larghi(testo), stretti(testo);
+    const std::int32_t righe = larghi.NumeroRecord();
+    constexpr int kColonne = static_cast<int>(std::size(numeri));
+    std::vector<std::vector<double>> attese(kColonne,
+                                            std::vector<double>(static_cast<std::size_t>(righe)));
+    std::vector<double*> inizi;
+    for (auto& colonna : attese) inizi.push_back(colonna.data());
+    larghi.LeggiRighe(inizi, 0, righe);
+    ColonneStrette colonne;
+    colonne.Alloca(kColonne, righe);
+    ASSERT_EQ(colonne.Leggi(stretti, 0, 1), 1);
+    ASSERT_EQ(colonne.Leggi(stretti, 1, righe + 9), righe);
+    const auto bit = [](double valore) { return std::bit_cast<std::uint64_t>(valore); };
+    for (int c = 1; c <= kColonne; ++c) {
+        const auto celle = colonne.Celle(c, 0, righe);
+        for (std::int32_t r = 0; r < righe; ++r) {
+            const auto i = static_cast<std::size_t>(r);
+            const std::uint64_t vero = bit(attese[static_cast<std::size_t>(c - 1)][i]);
+            ASSERT_EQ(bit(celle[i]), vero) << c << ", " << r;
+            ASSERT_EQ(bit(colonne.Valore(c, r)), vero) << c << ", " << r;
+        }
+    }
 }
 
 TEST(FileTim, SplitsTimeAndSession) {

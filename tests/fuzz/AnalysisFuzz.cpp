@@ -23,7 +23,7 @@ using namespace lapvane;
 
 void Use(AnalisiDati& log) {
     for (int c = 1; c <= kUltimoCanale; ++c) {
-        for (const double value : log.Tabella().Colonna(c, Piano::Dati)) Must(std::isfinite(value));
+        for (const double value : log.Tabella().Colonna(c)) Must(std::isfinite(value));
     }
     log.chkGrafico_Click(3, true);
     log.chkGrafico_Click(4, true);

@@ -109,7 +109,7 @@ QuadroConfronto Confronto::Quadro(const std::string& chiave) const {
         const GiroDelLog& righe = Giro(*Di(lettera));
         if (righe.UltimaRiga >= righe.PrimaRiga) {
             const int log = Di(lettera)->Log;
-            const auto valori = Log(log).Tabella().Colonna(Colonna(log, chiave), Piano::Dati);
+            const auto valori = Log(log).Tabella().Colonna(Colonna(log, chiave));
             quadro.Decimali =
                 std::max(quadro.Decimali,
                          DecimaliDi(valori.subspan(
@@ -231,7 +231,7 @@ TabellaCursore Confronto::AlCursore(const std::vector<std::string>& chiavi, doub
             colonna == 0 ? 1
                          : DecimaliDi(Log(scelti_[0]->Log)
                                           .Tabella()
-                                          .Colonna(colonna, Piano::Dati)
+                                          .Colonna(colonna)
                                           .subspan(static_cast<std::size_t>(righe.PrimaRiga),
                                                    static_cast<std::size_t>(righe.UltimaRiga -
                                                                             righe.PrimaRiga + 1))));

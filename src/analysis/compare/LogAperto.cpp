@@ -39,10 +39,6 @@ int Colonne(std::string_view titolo) {
     return static_cast<int>(std::count(titolo.begin(), titolo.end(), ';')) + 1;
 }
 
-void LeggiPiano(LettoreDati& lettore, TabellaArray& tabella, Piano piano) {
-    lettore.LeggiRighe(tabella.Destinazioni(piano), 0, tabella.NumeroRighe());
-}
-
 }  // namespace
 
 std::int32_t CentesimiDi(std::string_view tempo) {
@@ -76,8 +72,7 @@ LogAperto::LogAperto(fs::path file) : file_(std::move(file)) {
     LeggiSessioneECircuito();
     TrovaGiri();
     allineati_ = std::make_unique<Allineamento>(
-        CorsaLog{tabella_.Colonna(kColonnaDistanza, Piano::Dati),
-                 tabella_.Colonna(kColonnaVelocita, Piano::Dati), giri_});
+        CorsaLog{tabella_.Colonna(kColonnaDistanza), tabella_.Colonna(kColonnaVelocita), giri_});
 }
 
 void LogAperto::LeggiTempi() {
@@ -94,14 +89,14 @@ void LogAperto::LeggiTabelle() {
     }
     const int colonne = std::min(Colonne(lettore.Titolo()), kNumCanali - 1);
     tabella_.Alloca(colonne, conLaterale_ ? kCampiLaterali : 0, lettore.NumeroRecord());
-    LeggiPiano(lettore, tabella_, Piano::Dati);
+    tabella_.Leggi(lettore, Piano::Dati, 0, tabella_.NumeroRighe());
     LeggiCanali(lettore.Titolo(), colonne);
     if (!conLaterale_) return;
     try {
         LettoreDati lettoreLaterale = ApriLog(laterale, Conto::Niente);
-        LeggiPiano(lettoreLaterale, tabella_, Piano::Laterale);
+        tabella_.Leggi(lettoreLaterale, Piano::Laterale, 0, tabella_.NumeroRighe());
     } catch (const ErroreRuntime&) {
-        tabella_.Azzera(Piano::Laterale);
+        tabella_.AzzeraLaterale();
     }
 }
 
@@ -135,7 +130,7 @@ void LogAperto::LeggiSessioneECircuito() {
 }
 
 void LogAperto::TrovaGiri() {
-    righe_ = CercaGiriColonna(tabella_.Colonna(kColonnaGiro, Piano::Laterale), 0);
+    righe_ = CercaGiriColonna(tabella_.TuttaLaterale(kColonnaGiro), 0);
     // Without lap times there are still the laps that the log marks, all but the last one, which
     // nothing ends.
     const int fine = conTempi_ ? tempi_.IndiceFine() - 1 : righe_.Numero;
@@ -177,7 +172,7 @@ int LogAperto::Migliore() const {
 
 double LogAperto::Valore(int colonna, double secondi) const {
     constexpr double kRighe = 10.0;  // a second
-    const auto valori = tabella_.Colonna(colonna, Piano::Dati);
+    const auto valori = tabella_.Colonna(colonna);
     if (valori.empty()) return 0.0;
     const double posto = std::clamp(secondi * kRighe, 0.0, static_cast<double>(valori.size() - 1));
     const auto i = std::min(static_cast<std::size_t>(posto), valori.size() - 1);

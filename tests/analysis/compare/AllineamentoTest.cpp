@@ -172,10 +172,10 @@ TEST(Allineamento, GainedTimeOfTheSimulatedCarIsKnownToHundredths) {
         TabellaArray tabella;
         tabella.Alloca(16, kColonnaGiro, dati.NumeroRecord());
         const std::int32_t tutte = dati.NumeroRecord();
-        dati.LeggiRighe(tabella.Destinazioni(Piano::Dati), 0, tutte);
-        laterali.LeggiRighe(tabella.Destinazioni(Piano::Laterale), 0, tutte);
-        const RigheGiri righe = CercaGiriColonna(tabella.Colonna(kColonnaGiro, Piano::Laterale), 0);
-        CorsaLog corsa{tabella.Colonna(2, Piano::Dati), tabella.Colonna(4, Piano::Dati), {}};
+        tabella.Leggi(dati, Piano::Dati, 0, tutte);
+        tabella.Leggi(laterali, Piano::Laterale, 0, tutte);
+        const RigheGiri righe = CercaGiriColonna(tabella.TuttaLaterale(kColonnaGiro), 0);
+        CorsaLog corsa{tabella.Colonna(2), tabella.Colonna(4), {}};
         for (int k = 0; k < kGiri; ++k) {
             const std::string record = memoria.LeggiGiri(static_cast<std::uint32_t>(4 * k));
             corsa.Giri.push_back(

@@ -1,0 +1,131 @@
+#include "analysis/ColonneStrette.h"
+
+#include <algorithm>
+#include <bit>
+#include <iterator>
+#include <limits>
+#include <type_traits>
+
+namespace lapvane {
+
+namespace {
+
+/// Rows that are read at once: all their columns stay in the cache until they are narrow.
+constexpr std::int32_t kFinestra = 512;
+
+constexpr double kMillesimi = 1000.0;
+
+/// The number that a cell stands for. A quotient of whole numbers that a double holds is the double
+/// next to the decimal fraction, which is what a reader of its digits gives.
+template <class T>
+double Largo(T cella) {
+    if constexpr (std::is_same_v<T, std::int32_t>) {
+        return cella / kMillesimi;
+    } else {
+        return cella;
+    }
+}
+
+/// The cell that is nearest to a number.
+template <class T>
+T Stretto(double valore) {
+    if constexpr (std::is_same_v<T, double>) {
+        return valore;
+    } else {
+        if constexpr (std::is_same_v<T, std::int32_t>) {
+            valore = valore * kMillesimi + (valore < 0.0 ? -0.5 : 0.5);
+        }
+        // In this order what is no number goes to the lowest one.
+        constexpr double kMinimo = std::numeric_limits<T>::min();
+        constexpr double kMassimo = std::numeric_limits<T>::max();
+        return static_cast<T>(std::min(kMassimo, std::max(kMinimo, valore)));
+    }
+}
+
+}  // namespace
+
+void ColonneStrette::Alloca(int colonne, std::int32_t righe) {
+    colonne_.clear();
+    righe_ = std::max(righe, 0);
+    const std::vector<std::int8_t> vuota(static_cast<std::size_t>(righe_));
+    colonne_.assign(static_cast<std::size_t>(std::max(colonne, 0)), vuota);
+}
+
+std::int32_t ColonneStrette::Leggi(LettoreDati& lettore, std::int32_t da, std::int32_t a) {
+    std::vector<double> finestra(colonne_.size() * kFinestra);
+    std::vector<double*> inizi;
+    for (std::size_t c = 0; c < colonne_.size(); ++c) inizi.push_back(&finestra[c * kFinestra]);
+    while (da < a) {
+        std::fill(finestra.begin(), finestra.end(), 0.0);
+        const std::int32_t chieste = std::min(a - da, kFinestra);
+        const std::int32_t lette = lettore.LeggiRighe(inizi, 0, chieste);
+        const auto prima = static_cast<std::size_t>(da);
+        for (std::size_t c = 0; c < colonne_.size(); ++c) {
+            const std::span<const double> valori(inizi[c], static_cast<std::size_t>(lette));
+            while (!Entrano(colonne_[c], prima, valori)) Allarga(colonne_[c], prima);
+        }
+        da += lette;
+        if (lette < chieste) break;
+    }
+    return da;
+}
+
+/// Whether a column could take the numbers from a row on.
+bool ColonneStrette::Entrano(Forma& forma, std::size_t da, std::span<const double> valori) {
+    return std::visit(
+        [&](auto& celle) {
+            using T = typename std::decay_t<decltype(celle)>::value_type;
+            std::uint64_t diversi = 0;
+            for (std::size_t i = 0; i < valori.size(); ++i) {
+                const T cella = Stretto<T>(valori[i]);
+                celle[da + i] = cella;
+                diversi |= std::bit_cast<std::uint64_t>(Largo(cella)) ^
+                           std::bit_cast<std::uint64_t>(valori[i]);
+            }
+            return diversi == 0;
+        },
+        forma);
+}
+
+/// The next wider form, with the rows before `fino`.
+void ColonneStrette::Allarga(Forma& forma, std::size_t fino) {
+    const auto in = [&]<class T>(std::vector<T> larga) {
+        std::visit(
+            [&](const auto& celle) {
+                larga.resize(celle.size());
+                for (std::size_t i = 0; i < fino; ++i) larga[i] = Stretto<T>(Largo(celle[i]));
+            },
+            forma);
+        forma = std::move(larga);
+    };
+    switch (forma.index()) {
+        case 0:
+            return in(std::vector<std::int16_t>());
+        case 1:
+            return in(std::vector<std::int32_t>());
+        default:
+            return in(std::vector<double>());
+    }
+}
+
+std::int32_t ColonneStrette::Righe(int colonna) const {
+    return colonna < 1 || colonna > std::ssize(colonne_) ? 0 : righe_;
+}
+
+double ColonneStrette::Valore(int colonna, std::int32_t riga) const {
+    return std::visit([riga](const auto& celle) { return Largo(celle.begin()[riga]); },
+                      Colonna(colonna));
+}
+
+std::vector<double> ColonneStrette::Celle(int colonna, std::int32_t da, std::int32_t a) const {
+    std::vector<double> valori(static_cast<std::size_t>(std::max(a - da, 0)));
+    std::visit(
+        [&](const auto& celle) {
+            std::transform(celle.begin() + da, celle.begin() + da + std::ssize(valori),
+                           valori.begin(), [](auto cella) { return Largo(cella); });
+        },
+        Colonna(colonna));
+    return valori;
+}
+
+}  // namespace lapvane
