@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <string>
@@ -105,7 +106,9 @@ std::string Needed(std::string_view program) {
 
 }  // namespace
 
-int RunBenches(std::string_view program, int argc, char* argv[]) {
+int RunBenches(std::string program, int argc, char* argv[]) {
+    const char* const screen = std::getenv("QT_QPA_PLATFORM");
+    if (screen != nullptr && std::string_view(screen) == "xcb") program += " on X";
     char** const end = argv + argc;
     char** const asked =
         std::find_if(argv, end, [](const char* a) { return std::strcmp(a, "--table") == 0; });

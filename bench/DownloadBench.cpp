@@ -2,19 +2,28 @@
 // costs, over a real pseudo-terminal with an instrument that answers at once; and what the program
 // costs while nobody answers.
 #include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/resource.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTimer>
+#include <array>
+#include <cstdio>
 
 #include "BenchMain.h"
+#include "device/Codec.h"
 #include "device/SerialComm.h"
 #include "device/dlgDiagnostica.h"
 #include "logs/BufferLog.h"
+#include "logs/DiarioScarico.h"
 #include "logs/Scarico.h"
+#include "logs/frmDownload.h"
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtSerialControl.h"
 #include "shell/LoadStrings.h"
@@ -26,8 +35,9 @@
 namespace lapvane {
 namespace {
 
-constexpr int kBlocchi = 400;
+constexpr int kBlocchi = 200;
 constexpr int kPausaBlocco = 10;  // ms
+constexpr std::size_t kRispostaBlocco = 130;
 
 QString Porta() {
     return QCoreApplication::applicationDirPath() + QStringLiteral("/ports/COM1");
@@ -68,6 +78,66 @@ double Risvegli() {
     return static_cast<double>(uso.ru_nvcsw);
 }
 
+double Millisecondi(const QElapsedTimer& orologio) {
+    return static_cast<double>(orologio.nsecsElapsed()) / 1e6;
+}
+
+/// The machine of the program. Counts the pauses that it is asked for since the last long one,
+/// behind which a download begins with its blocks, and answers boxes.
+class MacchinaContata : public QtPlatform {
+ public:
+    void Sleep(int ms) override {
+        QtPlatform::Sleep(ms);
+        Pause += ms;
+        if (ms < 1000) return;
+        Pause = 0;
+        DaPausa.start();
+    }
+    Answer MsgBox(const std::string& testo, Buttons, Icon, const std::string&) override {
+        std::fprintf(stderr, "%s\n", testo.c_str());
+        ++Boxes;
+        return Answer::Ok;
+    }
+    QElapsedTimer DaPausa;
+    int Pause = 0;  ///< ms
+    int Boxes = 0;
+};
+
+MacchinaContata& Macchina() {
+    static MacchinaContata macchina;
+    return macchina;
+}
+
+/// The least that a download can do: it writes the same frames, waits for as many characters and
+/// pauses as long. Milliseconds a block beyond the pause; 0 if a reply did not come.
+double ScambioNudo() {
+    const int porta =
+        ::open(QFile::encodeName(Porta()).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    termios linea{};
+    if (porta < 0 || ::tcgetattr(porta, &linea) != 0) return 0.0;
+    ::cfmakeraw(&linea);
+    linea.c_cc[VMIN] = linea.c_cc[VTIME] = 0;
+    ::tcsetattr(porta, TCSANOW, &linea);
+    QElapsedTimer orologio;
+    orologio.start();
+    bool tutti = true;
+    for (int i = 0; i < kBlocchi && tutti; ++i) {
+        const std::string frame = Frame(14, CodificaLong(i * 128));
+        tutti = ::write(porta, frame.data(), frame.size()) == std::ssize(frame);
+        std::array<char, 256> risposta{};
+        for (std::size_t letti = 0; tutti && letti < kRispostaBlocco;) {
+            pollfd attesa{porta, POLLIN, 0};
+            tutti = ::poll(&attesa, 1, 1000) == 1;
+            const ssize_t nuovi = ::read(porta, risposta.data(), risposta.size());
+            if (nuovi > 0) letti += static_cast<std::size_t>(nuovi);
+        }
+        platform().Sleep(kPausaBlocco);
+    }
+    const double ms = Millisecondi(orologio) / kBlocchi - kPausaBlocco;
+    ::close(porta);
+    return tutti ? ms : 0.0;
+}
+
 void SovraccaricoDelDownload(benchmark::State& stato) {
     const Strumento strumento({QStringLiteral("--full")});
     // The link asks the main window for its port.
@@ -75,6 +145,7 @@ void SovraccaricoDelDownload(benchmark::State& stato) {
     finestra.Carica();
     BareDownloadView vista;
     for (auto _ : stato) {
+        const double prima = ScambioNudo();
         FaseComunicazione = 38;
         if (!LinkPronto()) {
             stato.SkipWithError("no instrument");
@@ -86,16 +157,58 @@ void SovraccaricoDelDownload(benchmark::State& stato) {
         QElapsedTimer orologio;
         orologio.start();
         scarico.ScaricaLog();
-        const double ms = static_cast<double>(orologio.nsecsElapsed()) / 1e6;
+        const double sopra = Millisecondi(orologio) / kBlocchi - kPausaBlocco;
         FaseComunicazione = 0;
         if (NumBlocchi != kBlocchi) stato.SkipWithError("blocks were lost");
-        const double sopra = ms / kBlocchi - kPausaBlocco;
+        ChiudiPorta();
+        const double dopo = ScambioNudo();
+        if (prima <= 0.0 || dopo <= 0.0) stato.SkipWithError("the bare exchange broke off");
         stato.SetIterationTime(sopra / 1e3);
         stato.counters["over_ms_per_block"] = sopra;
+        stato.counters["ours_ms"] = sopra;
+        stato.counters["bare_ms"] = (prima + dopo) / 2;
+        stato.counters["ratio"] = sopra / ((prima + dopo) / 2);
     }
     ChiudiPorta();
 }
 BENCHMARK(SovraccaricoDelDownload)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
+
+/// A block of a download in its window, with what it writes to the disk and draws on the screen.
+void DownloadInFinestra(benchmark::State& stato) {
+    const Strumento strumento({QStringLiteral("--laps"), QStringLiteral("20")});
+    frmMain finestra(std::make_unique<QtSerialControl>());
+    finestra.Carica();
+    finestra.show();
+    for (auto _ : stato) {
+        FaseComunicazione = 38;
+        if (!LinkPronto()) {
+            stato.SkipWithError("no instrument");
+            break;
+        }
+        AzzeraBufferLog();
+        MacchinaContata& macchina = Macchina();
+        macchina.Boxes = 0;
+        frmDownload download(&finestra);
+        download.show();
+        // The whole download is one event.
+        while (FaseComunicazione != 0) QApplication::processEvents();
+        const double ms = Millisecondi(macchina.DaPausa) - macchina.Pause;
+        if (macchina.Boxes != 0 || logInMemoria().Parziale) {
+            stato.SkipWithError("not everything was read");
+        }
+        ScaricoConcluso();
+        const double sopra = ms / NumBlocchi;
+        stato.SetIterationTime(sopra / 1e3);
+        stato.counters["blocks"] = NumBlocchi;
+        stato.counters["over_ms_per_block"] = sopra;
+    }
+    ChiudiPorta();
+}
+BENCHMARK(DownloadInFinestra)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Repetitions(2);
 
 /// A port that counts the requests.
 class PortaContata : public QtSerialControl {
@@ -179,10 +292,8 @@ BENCHMARK_CAPTURE(Riposo, connected, QStringList{}, true)
 int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    lapvane::Vesti();
     QApplication::setQuitOnLastWindowClosed(false);
     lapvane::Vesti();
-    lapvane::QtPlatform machine;
-    lapvane::SetPlatform(&machine);
+    lapvane::SetPlatform(&lapvane::Macchina());
     return lapvane::bench::RunBenches("download", argc, argv);
 }

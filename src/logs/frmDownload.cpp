@@ -24,6 +24,13 @@ namespace {
 
 constexpr int kLarghezza = 440;
 
+/// As wide as `lungo` for good. What changes with each page, and has its size, leaves the layout of
+/// the window as it is.
+void Misura(QLabel* etichetta, const QString& lungo) {
+    const QFontMetrics lettere = etichetta->fontMetrics();
+    etichetta->setFixedSize(lettere.horizontalAdvance(lungo) + 8, lettere.height());
+}
+
 /// A box over the download. It takes as long as it takes: the wait of the exchange underneath does
 /// not count it.
 void MentreAspetta(const std::function<void()>& box) {
@@ -46,15 +53,21 @@ frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     lblPerc_ = Etichetta(this, "lblPerc");
     lblPerc_->setText(QStringLiteral("0 %"));
     lblPerc_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    lblPerc_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("100 %")) + 8);
+    Misura(lblPerc_, QStringLiteral("100 %"));
+    // Longer than any that a sound instrument brings about.
+    AndamentoScarico lungo;
+    lungo.Letti = lungo.Totale = 888888 * 1024;
+    lungo.Resta = 88888 * 60;
     lblQuanto_ = Etichetta(this, "lblQuanto");
+    Misura(lblQuanto_, InQt(FraseQuanto(lungo)));
     lblResta_ = Etichetta(this, "lblResta");
+    Misura(lblResta_, InQt(FraseResta(lungo)));
     lblResta_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblDisturbi_ = Etichetta(this, "lblDisturbi");
     lblAvviso_ = Etichetta(this, "lblAvviso");
     lblAvviso_->setWordWrap(true);
     lblAvviso_->hide();
-    Andamento({});
+    MostraAndamento();
     CreaSceltaCopia();
     CreaOK([this] { accept(); })->setEnabled(false);
 
@@ -67,8 +80,9 @@ frmDownload::frmDownload(QWidget* parent) : Dialogo("frmDownload", parent) {
     avanzamento->addWidget(lblPerc_);
     colonna->addLayout(avanzamento);
     auto* quantita = new QHBoxLayout;
-    quantita->addWidget(lblQuanto_, 1);
-    quantita->addWidget(lblResta_, 1);
+    quantita->addWidget(lblQuanto_);
+    quantita->addStretch(1);
+    quantita->addWidget(lblResta_);
     colonna->addLayout(quantita);
     colonna->addWidget(lblDisturbi_);
     colonna->addWidget(lblAvviso_);
@@ -149,20 +163,36 @@ void frmDownload::Stato(const std::string& testo) {
 }
 
 void frmDownload::Percento(int percento) {
+    if (percento == ProgressBar1_->value()) return;
+    // The bar would paint itself at once, and the number beside it once more.
+    ProgressBar1_->setUpdatesEnabled(false);
     ProgressBar1_->setValue(percento);
+    ProgressBar1_->setUpdatesEnabled(true);
     lblPerc_->setText(QStringLiteral("%1 %").arg(percento));
 }
 
 void frmDownload::AbilitaOK(bool acceso) {
     finito_ = acceso;
+    MostraAndamento();
     OKButton_->setEnabled(acceso);
     if (acceso) OKButton_->setFocus();
 }
 
 void frmDownload::Andamento(const AndamentoScarico& andamento) {
-    lblQuanto_->setText(InQt(FraseQuanto(andamento)));
-    lblResta_->setText(InQt(FraseResta(andamento)));
-    lblDisturbi_->setText(InQt(FraseDisturbi(andamento)));
+    // As often as an eye can follow: the line waits while the screen is drawn. What went wrong
+    // shows at once, for a wait may follow it.
+    constexpr int kRitmo = 250;  // ms
+    const bool guasto =
+        andamento.Scartate != andamento_.Scartate || andamento.Ripetuti != andamento_.Ripetuti;
+    andamento_ = andamento;
+    if (guasto || platform().GetTickCount() - mostrato_ >= kRitmo) MostraAndamento();
+}
+
+void frmDownload::MostraAndamento() {
+    mostrato_ = platform().GetTickCount();
+    lblQuanto_->setText(InQt(FraseQuanto(andamento_)));
+    lblResta_->setText(InQt(FraseResta(andamento_)));
+    lblDisturbi_->setText(InQt(FraseDisturbi(andamento_)));
 }
 
 void frmDownload::Avviso(const std::string& testo) {

@@ -28,6 +28,7 @@ class frmDownload : public Dialogo, private VistaScarico {
     void Scarica() override { Chiudi(Rejected); }
     void Andamento(const AndamentoScarico& andamento) override;
     void Avviso(const std::string& testo) override;
+    void MostraAndamento();
     void CreaSceltaCopia();
     bool SiFerma();
     void Chiudi(int esito);
@@ -40,6 +41,8 @@ class frmDownload : public Dialogo, private VistaScarico {
     QLabel* lblPerc_ = nullptr;
     QProgressBar* ProgressBar1_ = nullptr;
     QCheckBox* chkImpostazioni_ = nullptr;
+    AndamentoScarico andamento_;
+    std::int64_t mostrato_ = 0;  // when it was shown
     bool avviato_ = false;
     bool inCorso_ = false;
     bool finito_ = false;

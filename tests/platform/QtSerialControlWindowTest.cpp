@@ -56,6 +56,32 @@ TEST_F(Seriale, DoesWhatEverySerialControlDoes) {
     prova::SerialRefusals(porta);
 }
 
+TEST_F(Seriale, WhatTheSystemDoesNotTakeAtOnceFollowsInItsOrder) {
+    prova::FarEnd capo(legame);
+    std::atomic<bool> fine{false};
+    std::thread filo([&] { capo.Serve(fine); });
+    porta.PortOpen(true);
+    // Here and there a line that is answered.
+    std::string testi[2], atteso;
+    for (int i = 1000; i < 1200; ++i) {
+        atteso += std::to_string(i);
+        testi[i / 1100] += std::string(190, 'z') + "\necho 4\n" + std::to_string(i);
+    }
+    prova::Order(porta, "deaf 200");
+    for (const std::string& testo : testi) porta.Output(testo);
+    std::string tornato;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            tornato += porta.Input();
+            return tornato.size() >= atteso.size();
+        },
+        kMassimo));
+    EXPECT_EQ(tornato, atteso);
+    fine = true;
+    filo.join();
+    EXPECT_THROW(porta.Output(std::string(200000, 'z')), ErroreControllo) << "nobody reads";
+}
+
 TEST_F(Seriale, PortThatVanishesCountsAsClosedAtOnceAndIsNotClosedTwice) {
     auto capo = std::make_unique<prova::FarEnd>(legame);
     porta.PortOpen(true);

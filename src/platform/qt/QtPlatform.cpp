@@ -19,14 +19,12 @@
 #include <QScreen>
 #include <QStandardPaths>
 #include <QStyle>
-#include <QThread>
 #include <QTimer>
 #include <QTreeView>
 #include <QUrl>
+#include <chrono>
 #include <cstdlib>
-#ifdef __linux__
-#include <sys/prctl.h>
-#endif
+#include <thread>
 
 #include "platform/CartellaProgramma.h"
 #include "platform/qt/ConversioniQt.h"
@@ -149,28 +147,6 @@ void ShowWhole(QFileDialog& dialog) {
     }
 }
 
-/// As long as it lives the system ends this thread's sleeps at their time. Otherwise it may gather
-/// them with others, up to 50 us later, which a download would pay for each block.
-class PunctualThread {
- public:
-#ifdef __linux__
-    PunctualThread() : before_(::prctl(PR_GET_TIMERSLACK, 0, 0, 0, 0)) {
-        Allow(1);
-    }
-    ~PunctualThread() {
-        if (before_ > 0) Allow(static_cast<unsigned long>(before_));
-    }
-    PunctualThread(const PunctualThread&) = delete;
-    PunctualThread& operator=(const PunctualThread&) = delete;
-
- private:
-    static void Allow(unsigned long nanoseconds) {
-        ::prctl(PR_SET_TIMERSLACK, nanoseconds, 0, 0, 0);
-    }
-    int before_;
-#endif
-};
-
 }  // namespace
 
 QString FormatoGenerale(const QDateTime& quando, const QLocale& paese) {
@@ -207,8 +183,14 @@ std::int64_t QtPlatform::GetTickCount() {
 }
 
 void QtPlatform::Sleep(int ms) {
-    [[maybe_unused]] const PunctualThread punctual;
-    QThread::msleep(static_cast<unsigned long>(ms));
+    // A system wakes a sleeper late, which a download would pay for each block: the end of the
+    // pause is waited for awake.
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::microseconds kLate(250);
+    const auto end = Clock::now() + std::chrono::milliseconds(ms);
+    std::this_thread::sleep_until(end - kLate);
+    while (Clock::now() < end) {
+    }
 }
 
 void QtPlatform::DoEvents(int waitMs) {

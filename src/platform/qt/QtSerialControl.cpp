@@ -1,6 +1,8 @@
 #include "platform/qt/QtSerialControl.h"
 
+#include <poll.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <QFileInfo>
 #include <QLockFile>
@@ -133,7 +135,7 @@ void QtSerialControl::ClearInBuffer() {
 }
 
 std::size_t QtSerialControl::OutBufferCount() {
-    return PortOpen() ? static_cast<std::size_t>(port_.bytesToWrite()) : 0;
+    return 0;  // what was written is the system's
 }
 
 void QtSerialControl::ClearOutBuffer() {
@@ -152,12 +154,20 @@ void QtSerialControl::Output(const std::string& bytes) {
     // A port that vanished under the caller is no error here: the wait that follows sees it closed.
     if (lost_) return;
     if (!port_.isOpen()) throw ErroreControllo("port not open");
-    const qint64 size = static_cast<qint64>(bytes.size());
-    if (port_.write(bytes.data(), size) != size) {
-        if (lost_) return;
-        throw ErroreControllo(port_.errorString().toStdString());
+    // Not through the port's own buffer, whose writing takes events and calls a system that is full
+    // an error. No frame is longer than what the system takes at once.
+    constexpr int kPatience = 1000;  // ms
+    for (std::string_view rest = bytes; !rest.empty();) {
+        const ssize_t taken = ::write(port_.handle(), rest.data(), rest.size());
+        if (taken >= 0) {
+            rest.remove_prefix(static_cast<std::size_t>(taken));
+        } else if (errno == EAGAIN) {
+            pollfd room{port_.handle(), POLLOUT, 0};
+            if (::poll(&room, 1, kPatience) == 0) throw ErroreControllo("the port takes nothing");
+        } else if (errno != EINTR) {
+            return CloseIfLost(QSerialPort::WriteError);
+        }
     }
-    port_.flush();
 }
 
 void QtSerialControl::WaitForInput(int ms) {
