@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <iterator>
-#include <limits>
 #include <type_traits>
 
 namespace lapvane {
@@ -27,19 +26,17 @@ double Largo(T cella) {
     }
 }
 
-/// The cell that is nearest to a number.
+/// The cell that is nearest to a number; some other one for a number that no cell comes near.
 template <class T>
 T Stretto(double valore) {
     if constexpr (std::is_same_v<T, double>) {
         return valore;
     } else {
-        if constexpr (std::is_same_v<T, std::int32_t>) {
-            valore = valore * kMillesimi + (valore < 0.0 ? -0.5 : 0.5);
-        }
-        // In this order what is no number goes to the lowest one.
-        constexpr double kMinimo = std::numeric_limits<T>::min();
-        constexpr double kMassimo = std::numeric_limits<T>::max();
-        return static_cast<T>(std::min(kMassimo, std::max(kMinimo, valore)));
+        if constexpr (std::is_same_v<T, std::int32_t>) valore *= kMillesimi;
+        // Between 2^52 and 2^53 doubles are the whole numbers, in their low bits: the sum is rounded
+        // to the nearest one.
+        constexpr double kInteri = 6755399441055744.0;  // 1.5 * 2^52
+        return static_cast<T>(std::bit_cast<std::int64_t>(valore + kInteri));
     }
 }
 
@@ -76,12 +73,15 @@ bool ColonneStrette::Entrano(Forma& forma, std::size_t da, std::span<const doubl
     return std::visit(
         [&](auto& celle) {
             using T = typename std::decay_t<decltype(celle)>::value_type;
+            T* __restrict const dove = celle.data() + da;
+            const double* __restrict const valore = valori.data();
+            const std::size_t numero = valori.size();
             std::uint64_t diversi = 0;
-            for (std::size_t i = 0; i < valori.size(); ++i) {
-                const T cella = Stretto<T>(valori[i]);
-                celle[da + i] = cella;
+            for (std::size_t i = 0; i < numero; ++i) {
+                const T cella = Stretto<T>(valore[i]);
+                dove[i] = cella;
                 diversi |= std::bit_cast<std::uint64_t>(Largo(cella)) ^
-                           std::bit_cast<std::uint64_t>(valori[i]);
+                           std::bit_cast<std::uint64_t>(valore[i]);
             }
             return diversi == 0;
         },
