@@ -33,8 +33,8 @@ T Stretto(double valore) {
         return valore;
     } else {
         if constexpr (std::is_same_v<T, std::int32_t>) valore *= kMillesimi;
-        // Between 2^52 and 2^53 doubles are the whole numbers, in their low bits: the sum is rounded
-        // to the nearest one.
+        // Between 2^52 and 2^53 doubles are the whole numbers, in their low bits: the sum is
+        // rounded to the nearest one.
         constexpr double kInteri = 6755399441055744.0;  // 1.5 * 2^52
         return static_cast<T>(std::bit_cast<std::int64_t>(valore + kInteri));
     }

@@ -1,6 +1,7 @@
 #include "widgets/GrigliaGiri.h"
 
 #include <QEvent>
+#include <QHash>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -72,11 +73,26 @@ class PittoreGiri : public QStyledItemDelegate {
     }
 
     QSize sizeHint(const QStyleOptionViewItem& opzione, const QModelIndex& indice) const override {
-        const QFontMetrics misura(
-            Carattere(opzione.font, Scrittura::Forte));  // the label of the lap that is drawn
-        return {misura.horizontalAdvance(indice.data().toString()) + 2 * kMargineCella,
-                Misure(misura).Riga};
+        const QFont forte =
+            Carattere(opzione.font, Scrittura::Forte);  // the label of the lap that is drawn
+        if (larghezze_.isEmpty() || forte != carattere_) {
+            larghezze_.clear();
+            carattere_ = forte;
+            riga_ = Misure(QFontMetrics(forte)).Riga;
+        }
+        const QString testo = indice.data().toString();
+        auto larga = larghezze_.constFind(testo);
+        if (larga == larghezze_.cend()) {
+            larga = larghezze_.insert(testo, QFontMetrics(forte).horizontalAdvance(testo));
+        }
+        return {*larga + 2 * kMargineCella, riga_};
     }
+
+ private:
+    // A log has a thousand laps, whose labels are measured anew whenever one of them changes.
+    mutable QFont carattere_;
+    mutable QHash<QString, int> larghezze_;
+    mutable int riga_ = 0;
 };
 
 /// The heading; its first columns stay as those of the table do.
