@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Measures the paths on which a person waits and shows each beside its limit (bench/Limits.h). Fails
-# if one is not met. Takes about five minutes; wants a machine that does nothing else.
+# if one is not met. Takes about six minutes; wants a machine that does nothing else.
 #   --instructions   counts instead, with callgrind, what reading and writing a full log takes beside
 #                    their yardsticks: the same on every machine, however busy
 source "$(dirname "$0")/common.sh"

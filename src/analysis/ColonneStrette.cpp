@@ -122,8 +122,9 @@ std::vector<double> ColonneStrette::Celle(int colonna, std::int32_t da, std::int
     std::vector<double> valori(static_cast<std::size_t>(std::max(a - da, 0)));
     std::visit(
         [&](const auto& celle) {
-            std::transform(celle.begin() + da, celle.begin() + da + std::ssize(valori),
-                           valori.begin(), [](auto cella) { return Largo(cella); });
+            const auto inizio = celle.begin() + da;
+            std::transform(inizio, inizio + std::ssize(valori), valori.begin(),
+                           [](auto cella) { return Largo(cella); });
         },
         Colonna(colonna));
     return valori;
