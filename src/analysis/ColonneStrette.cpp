@@ -60,7 +60,7 @@ std::int32_t ColonneStrette::Leggi(LettoreDati& lettore, std::int32_t da, std::i
         const auto prima = static_cast<std::size_t>(da);
         for (std::size_t c = 0; c < colonne_.size(); ++c) {
             const std::span<const double> valori(inizi[c], static_cast<std::size_t>(lette));
-            while (!Entrano(colonne_[c], prima, valori)) Allarga(colonne_[c], prima);
+            while (!Scrivi(colonne_[c], prima, valori)) Allarga(colonne_[c], prima);
         }
         da += lette;
         if (lette < chieste) break;
@@ -68,8 +68,8 @@ std::int32_t ColonneStrette::Leggi(LettoreDati& lettore, std::int32_t da, std::i
     return da;
 }
 
-/// Whether a column could take the numbers from a row on.
-bool ColonneStrette::Entrano(Forma& forma, std::size_t da, std::span<const double> valori) {
+/// Writes the numbers from row `da` on; false: the form can not hold one of them.
+bool ColonneStrette::Scrivi(Forma& forma, std::size_t da, std::span<const double> valori) {
     return std::visit(
         [&](auto& celle) {
             using T = typename std::decay_t<decltype(celle)>::value_type;

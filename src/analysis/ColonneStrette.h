@@ -38,7 +38,7 @@ class ColonneStrette {
                                std::vector<std::int32_t>, std::vector<double>>;
 
     const Forma& Colonna(int colonna) const { return colonne_.begin()[colonna - 1]; }
-    static bool Entrano(Forma& forma, std::size_t da, std::span<const double> valori);
+    static bool Scrivi(Forma& forma, std::size_t da, std::span<const double> valori);
     static void Allarga(Forma& forma, std::size_t fino);
 
     std::vector<Forma> colonne_;
