@@ -86,11 +86,11 @@ double Millisecondi(const QElapsedTimer& orologio) {
 /// behind which a download begins with its blocks, and answers boxes.
 class MacchinaContata : public QtPlatform {
  public:
-    void Sleep(int ms) override {
-        QtPlatform::Sleep(ms);
-        Pause += ms;
+    void Pause(int ms, const std::function<void()>& meanwhile) override {
+        QtPlatform::Pause(ms, meanwhile);
+        Pauses += ms;
         if (ms < 1000) return;
-        Pause = 0;
+        Pauses = 0;
         DaPausa.start();
     }
     Answer MsgBox(const std::string& testo, Buttons, Icon, const std::string&) override {
@@ -99,7 +99,7 @@ class MacchinaContata : public QtPlatform {
         return Answer::Ok;
     }
     QElapsedTimer DaPausa;
-    int Pause = 0;  ///< ms
+    int Pauses = 0;  ///< ms
     int Boxes = 0;
 };
 
@@ -192,7 +192,7 @@ void DownloadInFinestra(benchmark::State& stato) {
         download.show();
         // The whole download is one event.
         while (FaseComunicazione != 0) QApplication::processEvents();
-        const double ms = Millisecondi(macchina.DaPausa) - macchina.Pause;
+        const double ms = Millisecondi(macchina.DaPausa) - macchina.Pauses;
         if (macchina.Boxes != 0 || logInMemoria().Parziale) {
             stato.SkipWithError("not everything was read");
         }

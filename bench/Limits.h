@@ -65,7 +65,7 @@ inline constexpr Limit kLimits[] = {
     {"download", "download, own time a block", "SovraccaricoDelDownload", "", "", 0.15, "ms"},
     {"download", "the same beside a bare exchange", "SovraccaricoDelDownload", "ratio", "", 2,
      "x bare"},
-    {"download", "a block with window and disk", "DownloadInFinestra", "", "", 0.3, "ms"},
+    {"download", "a block with window and disk", "DownloadInFinestra", "", "", 0.2, "ms"},
     {"download", "live view, processor a cycle", "CicloDalVivo", "processor_ms", "", 5, "ms"},
     {"download", "idle, nobody connected", "Riposo/nobody_connected", "core_percent", "", 0.3,
      "% of a core"},
@@ -81,7 +81,7 @@ inline constexpr Limit kLimits[] = {
     {"process", "memory, full log, sheet window", "Memory/sheet", "peak_MB", "", 80, "MB"},
     {"download on X", "on X: download, own time a block", "SovraccaricoDelDownload", "", "", 0.2,
      "ms"},
-    {"download on X", "on X: with window and disk", "DownloadInFinestra", "", "", 0.3, "ms"},
+    {"download on X", "on X: with window and disk", "DownloadInFinestra", "", "", 0.2, "ms"},
     {"process on X", "on X: memory, array window", "Memory/array", "peak_MB", "", 80, "MB"},
     {"process on X", "on X: memory, sheet window", "Memory/sheet", "peak_MB", "", 80, "MB"},
 };

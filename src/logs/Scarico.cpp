@@ -174,7 +174,6 @@ void Scarico::DecodificaGiri(int i) {
 }
 
 bool Scarico::LeggiConRiprova(std::string& blocco, std::int32_t indirizzo) {
-    constexpr int kPausa = 10;
     blocco = LeggiBloccoDati(indirizzo);
     while (ErroreComunicazione) {
         ++falliti_;
@@ -186,13 +185,17 @@ bool Scarico::LeggiConRiprova(std::string& blocco, std::int32_t indirizzo) {
         MostraAndamento();
         blocco = LeggiBloccoDati(indirizzo);
     }
-    platform().Sleep(kPausa);
     return true;
 }
 
-bool Scarico::LeggiPagina(std::int32_t indirizzo) {
-    return LeggiConRiprova(BloccoDati1, indirizzo) &&
-           LeggiConRiprova(BloccoDati2, indirizzo + static_cast<std::int32_t>(kByteBlocco));
+bool Scarico::LeggiPagina(std::int32_t indirizzo, const std::function<void()>& nellaPausa) {
+    constexpr int kPausa = 10;
+    if (!LeggiConRiprova(BloccoDati1, indirizzo)) return false;
+    platform().Sleep(kPausa);
+    const auto secondo = indirizzo + static_cast<std::int32_t>(kByteBlocco);
+    if (!LeggiConRiprova(BloccoDati2, secondo)) return false;
+    platform().Pause(kPausa, nellaPausa);
+    return true;
 }
 
 void Scarico::Riprendi() {
@@ -224,7 +227,7 @@ bool Scarico::StessaMemoria() {
         // One that the line has spoiled says nothing.
         int prova = 0;
         do {
-            if (!LeggiPagina(pagine[n])) return false;
+            if (!LeggiPagina(pagine[n], [] {})) return false;
         } while (!VerificaPagina(BloccoDati1, BloccoDati2) && ++prova < kProve);
         if (BloccoDati1 + BloccoDati2 != diario_->Pagina(pagine[n])) return false;
     }
@@ -287,20 +290,29 @@ void Scarico::ScaricaLog() {
             100, static_cast<int>(ConvertiInt32(static_cast<double>(primo) / BytesDati * 100.0)));
         // Closing the window makes the loop run out without reading.
         if (!vista_.Visibile()) break;
+        bool avanti = true;
+        const auto concludiPagina = [&] {
+            letti_ = std::min(primo + 2 * static_cast<std::int32_t>(kByteBlocco), BytesDati);
+            vista_.Percento(percento);
+            MostraAndamento();
+            platform().DoEvents();
+        };
         if (GiaScaricata(primo)) {
-            if (!Serba()) break;
+            avanti = Serba();
+            if (avanti) concludiPagina();
         } else if (!LinkPronto()) {
             pagineNonLette_ += primo < BytesDati ? 1 : 0;
             passo_.Interrompi();
-        } else if (!LeggiPagina(primo)) {
-            break;  // the window has gone
-        } else if (!PaginaArrivata(primo)) {
-            break;
+            concludiPagina();
+        } else {
+            // The line rests while the page is kept and shown.
+            const bool letta = LeggiPagina(primo, [&] {
+                avanti = PaginaArrivata(primo);
+                if (avanti) concludiPagina();
+            });
+            avanti = avanti && letta;  // not read: the window has gone
         }
-        letti_ = std::min(primo + 2 * static_cast<std::int32_t>(kByteBlocco), BytesDati);
-        vista_.Percento(percento);
-        MostraAndamento();
-        platform().DoEvents();
+        if (!avanti) break;
     }
     Concludi();
 }

@@ -74,7 +74,8 @@ class Scarico {
 
     /// Reads a block of the log, with the retries; false when they are used up or the window went.
     bool LeggiConRiprova(std::string& blocco, std::int32_t indirizzo);
-    bool LeggiPagina(std::int32_t indirizzo);
+    /// Reads a page into `BloccoDati1` and 2. `nellaPausa` runs in the pause behind it.
+    bool LeggiPagina(std::int32_t indirizzo, const std::function<void()>& nellaPausa);
 
     /// Asks whether the download that was broken off is to go on.
     void Riprendi();

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -22,6 +23,12 @@ class Platform {
     virtual std::int64_t GetTickCount() = 0;
     /// Blocks for `ms` milliseconds; no event runs.
     virtual void Sleep(int ms) = 0;
+    /// Runs `meanwhile` and blocks for what it leaves of `ms` milliseconds. Here: for all of them,
+    /// as a clock that is none of the machine's must.
+    virtual void Pause(int ms, const std::function<void()>& meanwhile) {
+        meanwhile();
+        Sleep(ms);
+    }
     /// Lets pending events run. With nothing pending it waits inside the machine's poll for at most
     /// `waitMs`, so that a wait loop costs no processor time.
     virtual void DoEvents(int waitMs = 0) = 0;

@@ -84,6 +84,8 @@ TEST_F(Scaricamento, UndisturbedItSendsEachFrameOnceAndForgetsTheLogBefore) {
     Giri(33);
     bool fase = true;
     macchina.DuranteEventi = [&] { fase = fase && (FaseComunicazione == 38 || prima == 0); };
+    std::vector<std::int64_t> mostrato;
+    vista.AlPercento = [&](int) { mostrato.push_back(macchina.Dormito); };
     EXPECT_TRUE(Scarica().empty());
     EXPECT_TRUE(fase);
     EXPECT_EQ(std::vector<std::string>(porta.Richieste().begin() + static_cast<long>(prima),
@@ -94,6 +96,8 @@ TEST_F(Scaricamento, UndisturbedItSendsEachFrameOnceAndForgetsTheLogBefore) {
                                         Frame(14, CodificaLong(384))}));
     // 1000 + 1000 + 2 x 100 + 1000 and 10 for each of the four blocks.
     EXPECT_EQ(macchina.Dormito, 3240);
+    EXPECT_EQ(mostrato, (std::vector<std::int64_t>{3210, 3230, 3240}))
+        << "pages are shown while the line rests";
     EXPECT_EQ(NumeroGiri, 33);
     EXPECT_EQ(TabellaGiri[0], "00:00.00");
     EXPECT_EQ(TabellaGiri[1], "01:20.01, 1");

@@ -123,6 +123,10 @@ TEST_F(MacchinaQt, WaitsEndWithTheirTimeOrWithAnEvent) {
     const std::int64_t inizio = macchina.GetTickCount();
     macchina.Sleep(20);
     EXPECT_GE(macchina.GetTickCount() - inizio, 20);
+    const std::int64_t pausa = macchina.GetTickCount();
+    for (int giro = 0; giro < 10; ++giro) macchina.Pause(20, [&] { macchina.Sleep(18); });
+    EXPECT_GE(macchina.GetTickCount() - pausa, 200);
+    EXPECT_LT(macchina.GetTickCount() - pausa, 330) << "what is done meanwhile comes on top";
     int giri = 0;
     const std::int64_t da = macchina.GetTickCount();
     for (; macchina.GetTickCount() - da < 60; ++giri) {

@@ -253,10 +253,11 @@ std::int64_t Machine::GetTickCount() {
     return Real() ? RealMilliseconds() + (std::int64_t{1} << 40) : clock_;
 }
 
-void Machine::Sleep(int ms) {
+void Machine::Pause(int ms, const std::function<void()>& meanwhile) {
     if (Real()) {
-        QtPlatform::Sleep(ms);
+        QtPlatform::Pause(ms, meanwhile);
     } else {
+        meanwhile();
         // What comes meanwhile waits in the terminal's buffer and is seen by the next round.
         clock_ += ms;
         Leapt += ms;

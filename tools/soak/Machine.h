@@ -128,7 +128,8 @@ class Machine : public QtPlatform {
     void RealTime();
 
     std::int64_t GetTickCount() override;
-    void Sleep(int ms) override;
+    void Sleep(int ms) override { Pause(ms, [] {}); }
+    void Pause(int ms, const std::function<void()>& meanwhile) override;
     void DoEvents(int waitMs = 0) override;
     Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
                   const std::string& title) override;

@@ -25,7 +25,9 @@ class TourPlatform : public QtPlatform {
     TourPlatform(std::filesystem::path folder, int pace)
         : folder_(std::move(folder)), pace_(pace) {}
     std::int64_t GetTickCount() override { return pace_ * QtPlatform::GetTickCount(); }
-    void Sleep(int ms) override { QtPlatform::Sleep(ms / pace_); }
+    void Pause(int ms, const std::function<void()>& meanwhile) override {
+        QtPlatform::Pause(ms / pace_, meanwhile);
+    }
     std::filesystem::path AppPath() override { return folder_; }
     std::string ExeName() override { return "lapvane"; }
     void End(int code) override {

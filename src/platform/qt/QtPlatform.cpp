@@ -183,11 +183,16 @@ std::int64_t QtPlatform::GetTickCount() {
 }
 
 void QtPlatform::Sleep(int ms) {
+    Pause(ms, [] {});
+}
+
+void QtPlatform::Pause(int ms, const std::function<void()>& meanwhile) {
     // A system wakes a sleeper late, which a download would pay for each block: the end of the
     // pause is waited for awake.
     using Clock = std::chrono::steady_clock;
     constexpr std::chrono::microseconds kLate(250);
     const auto end = Clock::now() + std::chrono::milliseconds(ms);
+    meanwhile();
     std::this_thread::sleep_until(end - kLate);
     while (Clock::now() < end) {
     }

@@ -17,6 +17,7 @@ class QtPlatform : public Platform {
 
     std::int64_t GetTickCount() override;
     void Sleep(int ms) override;
+    void Pause(int ms, const std::function<void()>& meanwhile) override;
     void DoEvents(int waitMs = 0) override;
     Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
                   const std::string& title) override;
