@@ -128,7 +128,9 @@ class Machine : public QtPlatform {
     void RealTime();
 
     std::int64_t GetTickCount() override;
-    void Sleep(int ms) override { Pause(ms, [] {}); }
+    void Sleep(int ms) override {
+        Pause(ms, [] {});
+    }
     void Pause(int ms, const std::function<void()>& meanwhile) override;
     void DoEvents(int waitMs = 0) override;
     Answer MsgBox(const std::string& text, Buttons buttons, Icon icon,
