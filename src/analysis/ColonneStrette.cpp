@@ -40,13 +40,21 @@ T Stretto(double valore) {
     }
 }
 
+/// Whether cells of the kind give the numbers back.
+template <class T>
+bool Tiene(std::span<const double> valori) {
+    return std::all_of(valori.begin(), valori.end(), [](double valore) {
+        return std::bit_cast<std::uint64_t>(Largo(Stretto<T>(valore))) ==
+               std::bit_cast<std::uint64_t>(valore);
+    });
+}
+
 }  // namespace
 
 void ColonneStrette::Alloca(int colonne, std::int32_t righe) {
     colonne_.clear();
     righe_ = std::max(righe, 0);
-    const std::vector<std::int8_t> vuota(static_cast<std::size_t>(righe_));
-    colonne_.assign(static_cast<std::size_t>(std::max(colonne, 0)), vuota);
+    colonne_.resize(static_cast<std::size_t>(std::max(colonne, 0)));
 }
 
 std::int32_t ColonneStrette::Leggi(LettoreDati& lettore, std::int32_t da, std::int32_t a) {
@@ -69,10 +77,14 @@ std::int32_t ColonneStrette::Leggi(LettoreDati& lettore, std::int32_t da, std::i
 }
 
 /// Writes the numbers from row `da` on; false: the form can not hold one of them.
-bool ColonneStrette::Scrivi(Forma& forma, std::size_t da, std::span<const double> valori) {
+bool ColonneStrette::Scrivi(Forma& forma, std::size_t da, std::span<const double> valori) const {
     return std::visit(
         [&](auto& celle) {
             using T = typename std::decay_t<decltype(celle)>::value_type;
+            if (celle.empty()) {
+                if (!Tiene<T>(valori)) return false;
+                celle.resize(static_cast<std::size_t>(righe_));
+            }
             T* __restrict const dove = celle.data() + da;
             const double* __restrict const valore = valori.data();
             const std::size_t numero = valori.size();
@@ -114,14 +126,16 @@ std::int32_t ColonneStrette::Righe(int colonna) const {
 }
 
 double ColonneStrette::Valore(int colonna, std::int32_t riga) const {
-    return std::visit([riga](const auto& celle) { return Largo(celle.begin()[riga]); },
-                      Colonna(colonna));
+    return std::visit(
+        [riga](const auto& celle) { return celle.empty() ? 0.0 : Largo(celle.begin()[riga]); },
+        Colonna(colonna));
 }
 
 std::vector<double> ColonneStrette::Celle(int colonna, std::int32_t da, std::int32_t a) const {
     std::vector<double> valori(static_cast<std::size_t>(std::max(a - da, 0)));
     std::visit(
         [&](const auto& celle) {
+            if (celle.empty()) return;
             const auto inizio = celle.begin() + da;
             std::transform(inizio, inizio + std::ssize(valori), valori.begin(),
                            [](auto cella) { return Largo(cella); });

@@ -38,10 +38,10 @@ class ColonneStrette {
                                std::vector<std::int32_t>, std::vector<double>>;
 
     const Forma& Colonna(int colonna) const { return colonne_.begin()[colonna - 1]; }
-    static bool Scrivi(Forma& forma, std::size_t da, std::span<const double> valori);
+    bool Scrivi(Forma& forma, std::size_t da, std::span<const double> valori) const;
     static void Allarga(Forma& forma, std::size_t fino);
 
-    std::vector<Forma> colonne_;
+    std::vector<Forma> colonne_;  ///< without cells until the first row comes: all are 0
     std::int32_t righe_ = 0;
 };
 

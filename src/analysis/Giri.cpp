@@ -1,36 +1,43 @@
 #include "analysis/Giri.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "shell/NumeroTesto.h"
 
 namespace lapvane {
 
-RigheGiri CercaGiri(std::span<const std::int32_t> giri, std::int32_t primaRiga) {
-    RigheGiri righe;
-    for (std::size_t i = 0; i < giri.size() && righe.Numero < kUltimaRiga;) {
-        std::size_t oltre = i + 1;
-        while (oltre < giri.size() && giri[oltre] == giri[i]) ++oltre;
-        ++righe.Numero;
-        righe.Inizio[righe.Numero] = primaRiga + static_cast<std::int32_t>(i);
-        righe.Fine[righe.Numero] = primaRiga + static_cast<std::int32_t>(oltre - 1);
-        i = oltre;
+void RicercaGiri::Righe(std::span<const double> giri) {
+    for (const double giro : giri) {
+        if (piena_) return;
+        // From row to row it is nearly always the same lap.
+        if (giro != ultimo_ || righe_.Numero == 0) {
+            Giro(std::fabs(giro) < 2147483647.0 ? ConvertiInt32(giro) : 0);
+        }
+        if (piena_) return;
+        ultimo_ = giro;
+        righe_.Fine[righe_.Numero] = riga_++;
     }
-    return righe;
 }
 
-RigheGiri CercaGiriColonna(std::span<const double> giri, std::int32_t primaRiga) {
-    std::vector<std::int32_t> numeri;
-    numeri.reserve(giri.size());
-    // From row to row it is nearly always the same lap.
-    double ultimo = 0.0;
-    std::int32_t numero = 0;
-    for (const double giro : giri) {
-        if (giro != ultimo) numero = std::fabs(giro) < 2147483647.0 ? ConvertiInt32(giro) : 0;
-        ultimo = giro;
-        numeri.push_back(numero);
+void RicercaGiri::Giro(std::int32_t numero) {
+    if (righe_.Numero != 0 && numero == numero_) return;
+    piena_ = righe_.Numero == kUltimaRiga;
+    if (piena_) return;
+    numero_ = numero;
+    righe_.Inizio[++righe_.Numero] = riga_;
+}
+
+RigheGiri CercaGiri(const TabellaDati& tabella) {
+    constexpr std::int32_t kFinestra = 4096;
+    RicercaGiri ricerca(tabella.PrimaRiga());
+    const std::int32_t righe = tabella.Laterale().Righe(kColonnaGiro);
+    for (std::int32_t da = 0; da < righe;) {
+        const std::int32_t a = da + std::min(righe - da, kFinestra);
+        ricerca.Righe(tabella.Laterale().Celle(kColonnaGiro, da, a));
+        da = a;
     }
-    return CercaGiri(std::span<const std::int32_t>(numeri), primaRiga);
+    return ricerca.Trovate();
 }
 
 }  // namespace lapvane

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "analysis/FileTim.h"
+#include "analysis/TabellaDati.h"
 
 namespace lapvane {
 
@@ -32,12 +33,28 @@ struct RigheGiri {
     bool Esiste(int indice) const { return indice >= 1 && indice <= Numero; }
 };
 
-/// The runs of equal lap numbers, counted from 1: index 1 is the stretch before the first mark. The
-/// two arrays reach to index 1000, the last row of a full lap table; what is not found is 0. Runs
-/// past it are dropped.
-RigheGiri CercaGiri(std::span<const std::int32_t> giri, std::int32_t primaRiga);
+/// Looks for the runs of equal lap numbers, counted from 1: index 1 is the stretch before the first
+/// mark. The two arrays reach to index 1000, the last row of a full lap table; what is not found is
+/// 0. Runs past it are dropped.
+class RicercaGiri {
+ public:
+    explicit RicercaGiri(std::int32_t primaRiga) : riga_(primaRiga) {}
 
-/// The same for a column of numbers; one that no lap can have counts as 0.
-RigheGiri CercaGiriColonna(std::span<const double> giri, std::int32_t primaRiga);
+    /// The lap numbers of the next rows; one that no lap can have counts as 0.
+    void Righe(std::span<const double> giri);
+    const RigheGiri& Trovate() const { return righe_; }
+
+ private:
+    void Giro(std::int32_t numero);
+
+    RigheGiri righe_;
+    std::int32_t riga_;
+    double ultimo_ = 0.0;      // lap number of the row before, as it stands there ...
+    std::int32_t numero_ = 0;  // ... and as a lap
+    bool piena_ = false;
+};
+
+/// The runs of a whole log.
+RigheGiri CercaGiri(const TabellaDati& tabella);
 
 }  // namespace lapvane

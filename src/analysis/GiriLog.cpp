@@ -18,13 +18,13 @@ int Indice(int giro) {
 }  // namespace
 
 void GiriLog::CercaGiri(const TabellaDati& tabella) {
-    righe_ = CercaGiriColonna(tabella.TuttaLaterale(kColonnaGiro), tabella.PrimaRiga());
+    righe_ = lapvane::CercaGiri(tabella);
 }
 
 void GiriLog::Prendi(const FileTim& file) {
     int giro = 2;
     for (const RigaTim& riga : file.Righe) {
-        TempiGiro_[giro][kColonnaTempoGiro] = riga.Tempo;
+        Tempi(giro)[kColonnaTempoGiro] = riga.Tempo;
         TempiSessione_[giro] = riga.Sessione;
         ++giro;
     }
@@ -71,12 +71,19 @@ void GiriLog::Seleziona(int giro) {
     righeGiro_ = FineGiro(giro) - InizioGiro(giro);
 }
 
+PerCanale<std::string>& GiriLog::Tempi(int giro) {
+    const auto i = static_cast<std::size_t>(giro);
+    if (i >= TempiGiro_.size()) TempiGiro_.resize(i + 1);
+    return TempiGiro_[i];
+}
+
 const std::string& GiriLog::TempoGiro(int giro, int colonna) const {
-    return TempiGiro_[giro][colonna];
+    static const std::string nessuno;
+    return giro < std::ssize(TempiGiro_) ? TempiGiro_.begin()[giro][colonna] : nessuno;
 }
 
 std::string GiriLog::GetTempoGiro(int giro) const {
-    return TempiGiro_[Indice(giro)][kColonnaTempoGiro];
+    return TempoGiro(Indice(giro), kColonnaTempoGiro);
 }
 
 std::string GiriLog::GetSessioneTempo(int giro) const {
@@ -84,7 +91,7 @@ std::string GiriLog::GetSessioneTempo(int giro) const {
 }
 
 void GiriLog::CalcolaSettoriGiro(int giro, const TabellaDati& tabella) {
-    PerCanale<std::string>& tempi = TempiGiro_[Indice(giro)];
+    PerCanale<std::string>& tempi = Tempi(Indice(giro));
     for (int c = kColonnaTempoGiro + 1; c < kNumCanali; ++c) tempi[c].clear();
     const std::int32_t ultima = FineGiro(giro);
     std::int32_t confine = InizioGiro(giro);

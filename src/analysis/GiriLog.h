@@ -64,7 +64,10 @@ class GiriLog {
     int GiroPeggiore() const;
 
  private:
-    PerGiro<PerCanale<std::string>> TempiGiro_;
+    /// The times of a lap; makes room for them.
+    PerCanale<std::string>& Tempi(int giro);
+
+    std::vector<PerCanale<std::string>> TempiGiro_;  ///< as far as there are laps
     PerGiro<std::string> TempiSessione_;
     PerCanale<double> DistanzeSettori_;  ///< metres, entry 0 first
     RigheGiri righe_;

@@ -22,7 +22,6 @@ bool TabellaFoglio::CaricaFile(Piano piano, LettoreDati lettore,
         std::min<std::ptrdiff_t>(colonne, std::numeric_limits<std::int16_t>::max()));
     const std::int32_t record = lettore.NumeroRecord();
     foglio.Righe = record + 1;
-    std::vector<double*> destinazioni;
     // The side file has its columns whatever its heading names.
     const int numero =
         std::max<int>(foglio.NumeroColonne, piano == Piano::Laterale ? kColonnaGiro : 0);
@@ -30,16 +29,16 @@ bool TabellaFoglio::CaricaFile(Piano piano, LettoreDati lettore,
         const std::size_t fine = std::min(titolo.find(';'), titolo.size());
         foglio.Titoli.emplace_back(titolo.substr(0, std::min(fine, kTitoloMassimo)));
         titolo.remove_prefix(std::min(fine + 1, titolo.size()));
-        if (piano == Piano::Laterale) continue;
-        foglio.Colonne.emplace_back(static_cast<std::size_t>(record), 0.0);
-        destinazioni.push_back(foglio.Colonne.back().data());
     }
+    const int tenute = static_cast<int>(foglio.Titoli.size());
     if (piano == Piano::Laterale) {
-        foglio.Strette.Alloca(static_cast<int>(foglio.Titoli.size()), record);
+        foglio.Strette.Alloca(tenute, record);
+    } else {
+        foglio.Colonne.Alloca(tenute, record);
     }
     const auto leggi = [&](std::int32_t da, std::int32_t a) {
         return piano == Piano::Laterale ? foglio.Strette.Leggi(lettore, da, a)
-                                        : lettore.LeggiRighe(destinazioni, da, a);
+                                        : lettore.LeggiRighe(foglio.Colonne.Inizi(), da, a);
     };
     const std::int32_t passo = std::max(1, record / kPassiAvanzamento);
     for (std::int32_t riga = 0; riga < record;) {
@@ -51,12 +50,6 @@ bool TabellaFoglio::CaricaFile(Piano piano, LettoreDati lettore,
     }
     fogli_[piano] = std::move(foglio);
     return true;
-}
-
-std::span<const double> TabellaFoglio::Colonna(int colonna) const {
-    const auto& colonne = fogli_[Piano::Dati].Colonne;
-    if (colonna < 1 || colonna > std::ssize(colonne)) return {};
-    return colonne.begin()[colonna - 1];
 }
 
 std::string TabellaFoglio::Titolo(int colonna, Piano piano) const {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/ColonneDati.h"
 #include "analysis/LettoreDati.h"
 #include "analysis/TabellaDati.h"
 
@@ -22,7 +23,9 @@ class TabellaFoglio : public TabellaDati {
     /// sheet is empty, and where it was stopped: then it returns false.
     bool CaricaFile(Piano piano, LettoreDati lettore, const EventoAvanzamento& avanzamento);
 
-    std::span<const double> Colonna(int colonna) const override;
+    std::span<const double> Colonna(int colonna) const override {
+        return fogli_[Piano::Dati].Colonne.Colonna(colonna);
+    }
     const ColonneStrette& Laterale() const override { return fogli_[Piano::Laterale].Strette; }
     std::int32_t PrimaRiga() const override { return 2; }
     /// Rows of the data file, its heading among them; 0 for an empty file.
@@ -34,8 +37,8 @@ class TabellaFoglio : public TabellaDati {
 
  private:
     struct FoglioDati {
-        std::vector<std::vector<double>> Colonne;  ///< of the data ...
-        ColonneStrette Strette;                    ///< ... and of the side file
+        ColonneDati Colonne;     ///< of the data ...
+        ColonneStrette Strette;  ///< ... and of the side file
         std::vector<std::string> Titoli;
         std::int16_t NumeroColonne = 0;
         std::int32_t Righe = 0;

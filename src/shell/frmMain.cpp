@@ -5,6 +5,7 @@
 #include <QCloseEvent>
 #include <QPainter>
 #include <QPixmap>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QToolButton>
 #include <algorithm>
@@ -106,18 +107,19 @@ int frmMain::Avvia() {
     Vesti();
     IndossaAspetto(CaricaAspetto());
     std::unique_ptr<frmMain> finestra;
-    frmSplash splash;
-    splash.NelFrattempo = [&finestra] {
+    auto* splash = new frmSplash;
+    splash->setAttribute(Qt::WA_DeleteOnClose);
+    splash->NelFrattempo = [&finestra] {
         finestra = std::make_unique<frmMain>(MachineSerialControl());
         finestra->Prepara();
     };
-    splash.AlTermine = [&finestra] {
+    splash->AlTermine = [&finestra] {
         finestra->Carica();
         finestra->show();
         Protetto(OffriSoccorso);
         finestra->AvviaSorveglianza();
     };
-    splash.show();
+    splash->show();
     return QApplication::exec();
 }
 
@@ -441,6 +443,9 @@ void frmMain::ApriAnalisi(const std::filesystem::path& file, QWidget* sopra) {
     const CartellaPer cartella(file);
     AnalisiInCorso = true;
     platform().DoEvents();
+    // The log needs the memory.
+    inizio_->Tieni(false);
+    const auto poi = qScopeGuard([this] { inizio_->Tieni(true); });
     std::unique_ptr<frmAnalisi> finestra;
     if (AnalisiSpeed) {
         finestra = std::make_unique<frmAnalisiDatiSpeed>(sotto);

@@ -59,23 +59,30 @@ Sfondo::Sfondo(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-QPixmap Sfondo::Disegna() const {
-    QPixmap disegno(size() * devicePixelRatio());
-    disegno.setDevicePixelRatio(devicePixelRatio());
+void Sfondo::Tieni(bool tiene) {
+    tiene_ = tiene;
+    if (!tiene) disegno_ = {};
+}
+
+void Sfondo::Disegna(QPainter& penna) const {
     const Colori& colori = ColoriDi(*this);
-    disegno.fill(colori.Window);
-    QPainter penna(&disegno);
+    penna.fillRect(rect(), colori.Window);
     penna.setRenderHint(QPainter::Antialiasing);
     penna.strokePath(Curva(size()), QPen(Tinta(colori.Window, colori.Text, kTono), kNastro,
                                          Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    return disegno;
 }
 
 void Sfondo::paintEvent(QPaintEvent* evento) {
-    if (disegno_.size() != size() * devicePixelRatio()) disegno_ = Disegna();
     QPainter penna(this);
-    const QRect dove = evento->rect();
+    if (!tiene_) return Disegna(penna);
     const double rapporto = devicePixelRatio();
+    if (disegno_.size() != size() * rapporto) {
+        disegno_ = QPixmap(size() * rapporto);
+        disegno_.setDevicePixelRatio(rapporto);
+        QPainter su(&disegno_);
+        Disegna(su);
+    }
+    const QRect dove = evento->rect();
     penna.drawPixmap(QRectF(dove), disegno_,
                      QRectF(dove.topLeft() * rapporto, dove.size() * rapporto));
 }

@@ -130,6 +130,8 @@ TEST(ColonneStrette, GiveBackTheNumbersThatTheReaderGaveToTheLastBit) {
     larghi.LeggiRighe(inizi, 0, righe);
     ColonneStrette colonne;
     colonne.Alloca(kColonne, righe);
+    EXPECT_EQ(colonne.Celle(2, 1, 4), std::vector<double>(3)) << "what no line has filled is 0";
+    EXPECT_EQ(colonne.Valore(2, 1), 0.0);
     ASSERT_EQ(colonne.Leggi(stretti, 0, 1), 1);
     ASSERT_EQ(colonne.Leggi(stretti, 1, righe + 9), righe);
     const auto bit = [](double valore) { return std::bit_cast<std::uint64_t>(valore); };
@@ -156,18 +158,25 @@ TEST(FileTim, SplitsTimeAndSession) {
 
 TEST(CercaGiri, CountsRunsOfEqualNumbersFromOneAndNoMoreThanTheTable) {
     const std::vector<double> giri = {1, 1, 1, 2, 2, 1e300, 2, 3, 3};  // what is no lap is lap 0
-    const RigheGiri dati = CercaGiriColonna(giri, 0);
+    const auto cerca = [](std::span<const double> tutti, std::int32_t prima) {
+        RicercaGiri ricerca(prima);
+        // In two pieces, wherever the end of a lap comes to lie.
+        ricerca.Righe(tutti.first(tutti.size() / 2));
+        ricerca.Righe(tutti.subspan(tutti.size() / 2));
+        return ricerca.Trovate();
+    };
+    const RigheGiri dati = cerca(giri, 0);
     EXPECT_EQ(std::vector(dati.Inizio.begin(), dati.Inizio.begin() + 7),
               (std::vector<std::int32_t>{0, 0, 3, 5, 6, 7, 0}));
     EXPECT_EQ(std::vector(dati.Fine.begin(), dati.Fine.begin() + 7),
               (std::vector<std::int32_t>{0, 2, 4, 5, 6, 8, 0}));
     for (const int giro : {0, 1, 5, 6}) EXPECT_EQ(dati.Esiste(giro), giro == 1 || giro == 5);
-    EXPECT_EQ(CercaGiriColonna(giri, 2).Inizio[2], 5) << "where the heading is row 1";
-    EXPECT_EQ(CercaGiri({}, 0).Numero, 0);
-    std::vector<std::int32_t> molti(3000);
+    EXPECT_EQ(cerca(giri, 2).Inizio[2], 5) << "where the heading is row 1";
+    EXPECT_EQ(cerca({}, 0).Numero, 0);
+    std::vector<double> molti(3000);
     std::iota(molti.begin(), molti.end(), 0);
-    EXPECT_EQ(CercaGiri(molti, 0).Numero, 1000) << "998 laps between the start and the end";
-    EXPECT_EQ(CercaGiri(molti, 0).Inizio[1000], 999);
+    EXPECT_EQ(cerca(molti, 0).Numero, 1000) << "998 laps between the start and the end";
+    EXPECT_EQ(cerca(molti, 0).Inizio[1000], 999);
 }
 
 TEST(Schema, NamesEveryColumnOfBothFiles) {

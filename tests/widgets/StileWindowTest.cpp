@@ -14,6 +14,7 @@
 #include "tools/support/Fit.h"
 #include "widgets/Contrasto.h"
 #include "widgets/Dialogo.h"
+#include "widgets/Sfondo.h"
 #include "widgets/style/Icone.h"
 #include "widgets/style/Misure.h"
 #include "widgets/style/Stile.h"
@@ -165,6 +166,26 @@ TEST(Icona, HasTheColoursOfTheThemeAndIsGreyWhereItIsOff) {
         const QColor spento = centro(segno, QIcon::Disabled);
         EXPECT_TRUE(spento.alpha() < 128 && spento.saturation() == 0)
             << spento.name().toStdString();
+    }
+    ImpostaTema({});
+}
+
+TEST(Sfondo, IsTheSameWithoutTheDrawingItKeepsAndFollowsSizeAndTheme) {
+    Sfondo sfondo;
+    sfondo.show();
+    for (const Tema tema : {Tema::Chiaro, Tema::Scuro}) {
+        sfondo.Tieni(true);
+        ImpostaTema(tema);
+        QCoreApplication::processEvents();
+        for (const int lato : {200, 300}) {
+            sfondo.resize(2 * lato, lato);
+            sfondo.Tieni(true);
+            const QImage tenuto = sfondo.grab().toImage();
+            EXPECT_EQ(sfondo.grab(QRect(90, 30, 50, 60)).toImage(), tenuto.copy(90, 30, 50, 60));
+            EXPECT_EQ(tenuto.pixelColor(0, 0), ColoriDi(tema).Window);
+            sfondo.Tieni(false);
+            EXPECT_EQ(sfondo.grab().toImage(), tenuto);
+        }
     }
     ImpostaTema({});
 }

@@ -2,8 +2,9 @@
 //     makepictures FOLDER DRAWING.svg ...
 // Each drawing is painted in the colours of each theme and in all widths at which the program shows
 // it. For each drawing and theme one file is written, which holds a QMap from the width in pixels
-// to the bytes of a PNG, and for all of them pictures.qrc. What a theme does not change is there
-// once.
+// to the bytes of a PNG, and for all of them pictures.qrc, which has a folder for each theme: a
+// program in one theme has the pictures of the others not even in memory. What a theme does not
+// change is there once, for the light.
 #include <QBuffer>
 #include <QDataStream>
 #include <QDir>
@@ -29,8 +30,10 @@ namespace {
 struct Theme {
     Tema Colours;
     const char* Suffix;
+    const char* Folder;
 };
-constexpr Theme kThemes[] = {{Tema::Box, "-box"}, {Tema::Scuro, "-dark"}, {Tema::Chiaro, ""}};
+constexpr Theme kThemes[] = {
+    {Tema::Box, "-box", "box"}, {Tema::Scuro, "-dark", "dark"}, {Tema::Chiaro, "", "light"}};
 
 using Widths = std::set<int>;
 
@@ -172,7 +175,7 @@ void MakePictures(const QDir& folder, const QStringList& drawings) {
         // These two have colours of their own.
         const bool plain = name == QLatin1String("splash") || name == QLatin1String("lapvane");
         Widths common;  // of the themes that have the light one's colours
-        for (const auto& [theme, suffix] : kThemes) {
+        for (const auto& [theme, suffix, inside] : kThemes) {
             const QByteArray svg = plain ? light : Tinted(light, theme);
             Widths widths = WidthsOf(name, theme);
             if (theme == Tema::Chiaro) widths.merge(common);
@@ -182,7 +185,8 @@ void MakePictures(const QDir& folder, const QStringList& drawings) {
             }
             const QString file = name + QLatin1String(suffix);
             Write(folder.filePath(file), Pictures(svg, widths));
-            list += "<file>" + file.toLatin1() + "</file>\n";
+            list += "<file alias=\"" + QByteArray(inside) + '/' + name.toLatin1() + "\">" +
+                    file.toLatin1() + "</file>\n";
         }
     }
     Write(folder.filePath(QStringLiteral("pictures.qrc")),

@@ -130,7 +130,7 @@ void LogAperto::LeggiSessioneECircuito() {
 }
 
 void LogAperto::TrovaGiri() {
-    righe_ = CercaGiriColonna(tabella_.TuttaLaterale(kColonnaGiro), 0);
+    righe_ = CercaGiri(tabella_);
     // Without lap times there are still the laps that the log marks, all but the last one, which
     // nothing ends.
     const int fine = conTempi_ ? tempi_.IndiceFine() - 1 : righe_.Numero;

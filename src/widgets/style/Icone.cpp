@@ -37,10 +37,11 @@ QByteArray Immagini(const QString& disegno, Tema tema) {
         return true;
     }();
     static_cast<void>(pronte);
-    const QString file = QStringLiteral(":/pictures/") + disegno;
-    const char* sua = tema == Tema::Scuro ? "-dark" : tema == Tema::Box ? "-box" : "";
-    QResource sue(file + QLatin1String(sua));
-    if (!sue.isValid()) sue.setFileName(file);
+    const auto file = [&disegno](const char* cartella) {
+        return QStringLiteral(":/pictures/%1/%2").arg(QLatin1String(cartella), disegno);
+    };
+    QResource sue(file(tema == Tema::Scuro ? "dark" : tema == Tema::Box ? "box" : "light"));
+    if (!sue.isValid()) sue.setFileName(file("light"));
     return sue.uncompressedData();
 }
 

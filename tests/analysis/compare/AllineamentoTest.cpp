@@ -174,7 +174,7 @@ TEST(Allineamento, GainedTimeOfTheSimulatedCarIsKnownToHundredths) {
         const std::int32_t tutte = dati.NumeroRecord();
         tabella.Leggi(dati, Piano::Dati, 0, tutte);
         tabella.Leggi(laterali, Piano::Laterale, 0, tutte);
-        const RigheGiri righe = CercaGiriColonna(tabella.TuttaLaterale(kColonnaGiro), 0);
+        const RigheGiri righe = CercaGiri(tabella);
         CorsaLog corsa{tabella.Colonna(2), tabella.Colonna(4), {}};
         for (int k = 0; k < kGiri; ++k) {
             const std::string record = memoria.LeggiGiri(static_cast<std::uint32_t>(4 * k));
