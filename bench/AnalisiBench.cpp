@@ -20,7 +20,7 @@ bool Same(const TabellaArray& table, const BareLoad& bare) {
         for (int c = 1; same && c <= (plane == Piano::Dati ? 16 : 11); ++c) {
             const auto column = plane == Piano::Dati
                                     ? std::vector(table.Colonna(c).begin(), table.Colonna(c).end())
-                                    : table.TuttaLaterale(c);
+                                    : table.Laterale().Celle(c, 0, table.Laterale().Righe(c));
             same = std::memcmp(column.data(), read.Column(static_cast<std::size_t>(c - 1)),
                                kRows * sizeof(double)) == 0;
         }

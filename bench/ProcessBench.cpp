@@ -115,8 +115,8 @@ int OpenLog(int argc, char** argv) {
     window.Carica();
     window.show();
     QApplication::processEvents();
-    const double opened = kind == "array" ? OpenWindow<frmAnalisiDatiSpeed>(log)
-                                          : OpenWindow<frmAnalisiDati>(log);
+    const double opened =
+        kind == "array" ? OpenWindow<frmAnalisiDatiSpeed>(log) : OpenWindow<frmAnalisiDati>(log);
     std::printf("%.3f %.3f\n", Peak(), opened);
     return 0;
 }

@@ -68,13 +68,7 @@ class TabellaDati {
         return {valori.begin() + primo, valori.begin() + oltre};
     }
 
-    /// All rows of a column of the side file.
-    std::vector<double> TuttaLaterale(int colonna) const {
-        const std::int32_t righe = Laterale().Righe(colonna);
-        return righe == 0 ? std::vector<double>() : Laterale().Celle(colonna, 0, righe);
-    }
-
-    /// Rows `da` to `a` of it, as `Righe`.
+    /// Rows `da` to `a` of a column of the side file, as `Righe`.
     std::vector<double> RigheLaterali(int colonna, std::int32_t da, std::int32_t a) const {
         const auto [primo, oltre] = Tratto(colonna, Piano::Laterale, da, a);
         if (primo == oltre) return {};

@@ -86,7 +86,7 @@ TEST(TabellaArray, IsZeroOutsideAndKeepsItsPlanesApart) {
     EXPECT_EQ(tabella.Valore(2, Piano::Laterale, 1), 0.0);
     EXPECT_EQ(tabella.Valore(2, Piano::Dati, 0), 2.0);
     for (const int colonna : {-1, 0, 4}) EXPECT_TRUE(tabella.Colonna(colonna).empty());
-    for (const int colonna : {-1, 0, 3}) EXPECT_TRUE(tabella.TuttaLaterale(colonna).empty());
+    for (const int colonna : {-1, 0, 3}) EXPECT_EQ(tabella.Laterale().Righe(colonna), 0);
     for (const std::int32_t riga : {-1, 4, 2147483647}) {
         EXPECT_EQ(tabella.Valore(3, Piano::Dati, riga), 0.0) << riga;
         EXPECT_EQ(tabella.Valore(1, Piano::Laterale, riga), 0.0) << riga;
@@ -98,8 +98,10 @@ TEST(TabellaArray, IsZeroOutsideAndKeepsItsPlanesApart) {
     EXPECT_EQ(tabella.RigheLaterali(2, 0, 1), (std::vector<double>{2.5, 0}));
     tabella.Alloca(25, 0, 4);
     EXPECT_EQ(tabella.Valore(3, Piano::Dati, 3), 0.0);
-    EXPECT_TRUE(tabella.TuttaLaterale(1).empty());
+    EXPECT_EQ(tabella.Laterale().Righe(1), 0);
     EXPECT_EQ(tabella.NumeroColonne(), 20) << "a log holds 20 columns at most";
+    tabella.Alloca(0, 0, 4);
+    EXPECT_TRUE(tabella.Colonna(1).empty());
 }
 
 TEST(ColonneStrette, GiveBackTheNumbersThatTheReaderGaveToTheLastBit) {

@@ -174,17 +174,18 @@ TEST(Sfondo, IsTheSameWithoutTheDrawingItKeepsAndFollowsSizeAndTheme) {
     Sfondo sfondo;
     sfondo.show();
     for (const Tema tema : {Tema::Chiaro, Tema::Scuro}) {
-        sfondo.Tieni(true);
         ImpostaTema(tema);
         QCoreApplication::processEvents();
-        for (const int lato : {200, 300}) {
+        for (const int lato : {200, 300, 200}) {
             sfondo.resize(2 * lato, lato);
-            sfondo.Tieni(true);
             const QImage tenuto = sfondo.grab().toImage();
-            EXPECT_EQ(sfondo.grab(QRect(90, 30, 50, 60)).toImage(), tenuto.copy(90, 30, 50, 60));
+            const QRect nastro(lato * 4 / 5, lato / 2, 50, 60);
+            EXPECT_EQ(sfondo.grab(nastro).toImage(), tenuto.copy(nastro));
             EXPECT_EQ(tenuto.pixelColor(0, 0), ColoriDi(tema).Window);
             sfondo.Tieni(false);
             EXPECT_EQ(sfondo.grab().toImage(), tenuto);
+            sfondo.Tieni(true);
+            sfondo.grab();
         }
     }
     ImpostaTema({});
