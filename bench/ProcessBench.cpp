@@ -3,11 +3,16 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QEvent>
+#include <QMimeData>
 #include <QProcess>
 #include <QTimer>
+#include <QUrl>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <stdexcept>
@@ -17,8 +22,10 @@
 #include "FullLog.h"
 #include "analysis/frmAnalisiDati.h"
 #include "analysis/frmAnalisiDatiSpeed.h"
+#include "platform/qt/ConversioniQt.h"
 #include "platform/qt/QtPlatform.h"
 #include "platform/qt/QtSerialControl.h"
+#include "shell/StatoShell.h"
 #include "shell/frmMain.h"
 #include "widgets/style/Vesti.h"
 
@@ -88,35 +95,62 @@ double Peak() {
     throw std::runtime_error("the system does not tell the memory of a process");
 }
 
-/// Milliseconds until its first lap is on the screen.
+/// The machine of a program whose folder is that of the log.
+class LogFolderMachine : public QtPlatform {
+ public:
+    explicit LogFolderMachine(std::filesystem::path folder) : folder_(std::move(folder)) {}
+    std::filesystem::path AppPath() override { return folder_; }
+
+ private:
+    std::filesystem::path folder_;
+};
+
+/// Opens a log as who drops it on the main window does. Milliseconds until its first lap is on the
+/// screen.
 template <class W>
-double OpenWindow(const std::filesystem::path& log) {
+double Opened(frmMain& window, const std::filesystem::path& log) {
     double painted = 0.0;
-    const PaintWatch<W> watch([&painted] { painted = Now(); });
+    const PaintWatch<W> watch([&painted] {
+        painted = Now();
+        auto* analysis = qobject_cast<W*>(QApplication::activeModalWidget());
+        if (analysis == nullptr || analysis->Analisi().NumRighe() < kRows) {
+            std::fputs("the log was not opened whole\n", stderr);
+            std::exit(1);
+        }
+        analysis->close();
+    });
+    QMimeData file;
+    file.setUrls({QUrl::fromLocalFile(PercorsoInQt(log))});
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &enter);
+    QDropEvent drop({10, 10}, Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
     const double from = Now();
-    W window;
-    window.NomeFileDati = log;
-    if (!window.Carica()) throw std::runtime_error("the log was not opened");
-    window.show();
+    QApplication::sendEvent(&window, &drop);
+    // The analysis is one event.
     while (painted == 0.0) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    if (window.Analisi().NumRighe() < kRows) throw std::runtime_error("the log is not whole");
     return painted - from;
 }
 
 int OpenLog(int argc, char** argv) {
     const std::string kind = argv[2];
     const std::filesystem::path log = argv[3];
-    std::filesystem::current_path(log.parent_path());  // as a file dialog leaves it
     QApplication application(argc, argv);
     Vesti();
-    QtPlatform machine;
+    // What the program does not start without.
+    const std::filesystem::path bin = PercorsoDaQt(QApplication::applicationDirPath());
+    for (const char* file : {"LANGUAGES.DAT", "RecentFiles.ini"}) {
+        std::filesystem::copy_file(bin / file, log.parent_path() / file,
+                                   std::filesystem::copy_options::overwrite_existing);
+    }
+    LogFolderMachine machine(log.parent_path());
     SetPlatform(&machine);
     frmMain window(std::make_unique<QtSerialControl>());
     window.Carica();
     window.show();
     QApplication::processEvents();
-    const double opened =
-        kind == "array" ? OpenWindow<frmAnalisiDatiSpeed>(log) : OpenWindow<frmAnalisiDati>(log);
+    AnalisiSpeed = kind == "array";
+    const double opened = AnalisiSpeed ? Opened<frmAnalisiDatiSpeed>(window, log)
+                                       : Opened<frmAnalisiDati>(window, log);
     std::printf("%.3f %.3f\n", Peak(), opened);
     return 0;
 }
