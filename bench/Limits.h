@@ -79,6 +79,8 @@ inline constexpr Limit kLimits[] = {
     {"process", "start to main window, less splash", "StartUp", "", "", 35, "ms"},
     {"process", "memory, full log, array window", "Memory/array", "peak_MB", "", 80, "MB"},
     {"process", "memory, full log, sheet window", "Memory/sheet", "peak_MB", "", 80, "MB"},
+    {"process", "a new program's first log, array", "Memory/array", "open_ms", "", 40, "ms"},
+    {"process", "the same, sheet", "Memory/sheet", "open_ms", "", 40, "ms"},
     {"download on X", "on X: download, own time a block", "SovraccaricoDelDownload", "", "", 0.2,
      "ms"},
     {"download on X", "on X: with window and disk", "DownloadInFinestra", "", "", 0.2, "ms"},

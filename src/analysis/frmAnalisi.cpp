@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QResizeEvent>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <tuple>
@@ -338,10 +339,16 @@ void frmAnalisi::AggiornaInvito() {
 }
 
 void frmAnalisi::Apri() {
+    constexpr int kDopo = 100;  // ms, until the first lap is on the screen
     if (!Carica()) return;
-    if (QuandoCaricato) QuandoCaricato();
+    QTimer::singleShot(kDopo, this, [this] { Protetto([this] { DiCaricato(); }); });
     setWindowState(windowState() | Qt::WindowMaximized);
     exec();
+    DiCaricato();
+}
+
+void frmAnalisi::DiCaricato() {
+    if (const auto caricato = std::exchange(QuandoCaricato, nullptr)) caricato();
 }
 
 void frmAnalisi::AggiornaTesti(Mnemonica&) {

@@ -39,7 +39,7 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
  public:
     /// The log to open; set before `Apri`.
     std::filesystem::path NomeFileDati;
-    /// Runs once the log is loaded, before the window shows.
+    /// Runs once, behind a log that was loaded and has come to be seen.
     std::function<void()> QuandoCaricato;
 
     /// Loads the log, then shows the window modally until it is closed. A log whose side file is
@@ -70,6 +70,8 @@ class frmAnalisi : public Dialogo, private VistaAnalisi {
     bool event(QEvent* evento) override;
 
  private:
+    void DiCaricato();
+
     // What the analysis asks of its window.
     void MostraCanale(int c, bool visibile) override;
     void NomeCampo(int c, const std::string& nome) override;
