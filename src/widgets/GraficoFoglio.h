@@ -1,6 +1,7 @@
 // What the graph is drawn on and where its parts go: for the files that draw it alone.
 #pragma once
 
+#include <QPainter>
 #include <algorithm>
 #include <cmath>
 

@@ -24,9 +24,9 @@
 #include <QUrl>
 #include <chrono>
 #include <cstdlib>
-#include <thread>
 
 #include "platform/CartellaProgramma.h"
+#include "platform/Sonno.h"
 #include "platform/qt/ConversioniQt.h"
 #include "platform/qt/TestoQt.h"
 
@@ -193,7 +193,7 @@ void QtPlatform::Pause(int ms, const std::function<void()>& meanwhile) {
     constexpr std::chrono::microseconds kLate(250);
     const auto end = Clock::now() + std::chrono::milliseconds(ms);
     meanwhile();
-    std::this_thread::sleep_until(end - kLate);
+    DormiFino(end - kLate);
     while (Clock::now() < end) {
     }
 }
