@@ -254,7 +254,8 @@ bool Scarico::Serba() {
 }
 
 bool Scarico::PaginaArrivata(std::int32_t indirizzo) {
-    passo_.Pagina(platform().GetTickCount());
+    // What a person is asked meanwhile is no time of the line.
+    passo_.Pagina(platform().GetTickCount() - collegamento().Sospeso);
     if (ByteIn(BloccoDati1, 1) == 255) {
         // The log ends at the second page that was never written; the two need not be
         // neighbours.

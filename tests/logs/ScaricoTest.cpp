@@ -31,11 +31,13 @@ class VistaProva : public VistaScarico {
     void AbilitaOK(bool acceso) override { OK = acceso; }
     void Scarica() override { Aperta = false; }
     void Avviso(const std::string& testo) override { Avvisi.push_back(testo); }
+    void Andamento(const AndamentoScarico& andamento) override { Resti.push_back(andamento.Resta); }
     bool Aperta = true;
     bool OK = false;
     std::vector<std::string> Stati;
     std::vector<std::string> Avvisi;
     std::vector<int> Percentuali;
+    std::vector<std::optional<int>> Resti;
     std::function<void(int)> AlPercento;
 };
 
@@ -123,6 +125,22 @@ TEST_F(Scaricamento, UndisturbedItSendsEachFrameOnceAndForgetsTheLogBefore) {
     EXPECT_FALSE(finestra.Menu(Comando::SaveData));
     EXPECT_EQ(vista.Stati.back(), Testo(Voce::NessunDatoScaricato));
     EXPECT_TRUE(vista.Percentuali.empty());
+}
+
+TEST_F(Scaricamento, TimeLeftDoesNotCountAQuestionToThePerson) {
+    Pagine(60);
+    const auto resti = [&](int domanda) {
+        vista.AlPercento = [&, pagine = 0](int) mutable {
+            if (++pagine != 30) return;
+            macchina.Orologio += domanda;
+            collegamento().Sospeso += domanda;
+        };
+        EXPECT_TRUE(Scarica().empty());
+        return vista.Resti;
+    };
+    const auto senza = resti(0);
+    EXPECT_TRUE(senza[40].has_value());
+    EXPECT_EQ(resti(60000), senza);
 }
 
 TEST_F(Scaricamento, LapsPastTheTableAreLeftOutAndToldOnce) {
