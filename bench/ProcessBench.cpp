@@ -1,5 +1,5 @@
 // What only a process of its own shows: how long the program takes until its main window is
-// painted, and how much memory it has needed with a full log open.
+// painted and until its first log is, and how much memory it has needed with a full log open.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>

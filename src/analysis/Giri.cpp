@@ -9,7 +9,6 @@ namespace lapvane {
 
 void RicercaGiri::Righe(std::span<const double> giri) {
     for (const double giro : giri) {
-        if (piena_) return;
         // From row to row it is nearly always the same lap.
         if (giro != ultimo_ || righe_.Numero == 0) {
             Giro(std::fabs(giro) < 2147483647.0 ? ConvertiInt32(giro) : 0);

@@ -287,35 +287,35 @@ void Scarico::ScaricaLog() {
     for (std::int32_t i = 0; secondo < BytesDati; i += 2) {
         const std::int32_t primo = i * static_cast<std::int32_t>(kByteBlocco);
         secondo = primo + static_cast<std::int32_t>(kByteBlocco);
-        const int percento = std::min(
-            100, static_cast<int>(ConvertiInt32(static_cast<double>(primo) / BytesDati * 100.0)));
         // Closing the window makes the loop run out without reading.
         if (!vista_.Visibile()) break;
         bool avanti = true;
-        const auto concludiPagina = [&] {
-            letti_ = std::min(primo + 2 * static_cast<std::int32_t>(kByteBlocco), BytesDati);
-            vista_.Percento(percento);
-            MostraAndamento();
-            platform().DoEvents();
-        };
         if (GiaScaricata(primo)) {
             avanti = Serba();
-            if (avanti) concludiPagina();
+            if (avanti) MostraPagina(primo);
         } else if (!LinkPronto()) {
             pagineNonLette_ += primo < BytesDati ? 1 : 0;
             passo_.Interrompi();
-            concludiPagina();
+            MostraPagina(primo);
         } else {
             // The line rests while the page is kept and shown.
             const bool letta = LeggiPagina(primo, [&] {
                 avanti = PaginaArrivata(primo);
-                if (avanti) concludiPagina();
+                if (avanti) MostraPagina(primo);
             });
             avanti = avanti && letta;  // not read: the window has gone
         }
         if (!avanti) break;
     }
     Concludi();
+}
+
+void Scarico::MostraPagina(std::int32_t indirizzo) {
+    letti_ = std::min(indirizzo + 2 * static_cast<std::int32_t>(kByteBlocco), BytesDati);
+    vista_.Percento(std::min(
+        100, static_cast<int>(ConvertiInt32(static_cast<double>(indirizzo) / BytesDati * 100.0))));
+    MostraAndamento();
+    platform().DoEvents();
 }
 
 void Scarico::Concludi() {

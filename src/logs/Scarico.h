@@ -87,6 +87,8 @@ class Scarico {
     bool PaginaArrivata(std::int32_t indirizzo);
     /// False: no room.
     bool Serba();
+    /// How far the download is behind a page, whatever became of it.
+    void MostraPagina(std::int32_t indirizzo);
     /// How the loop over the memory has ended.
     void Concludi();
     void MostraAndamento();

@@ -23,8 +23,8 @@ class Platform {
     virtual std::int64_t GetTickCount() = 0;
     /// Blocks for `ms` milliseconds; no event runs.
     virtual void Sleep(int ms) = 0;
-    /// Runs `meanwhile` and blocks for what it leaves of `ms` milliseconds. Here: for all of them,
-    /// as a clock that is none of the machine's must.
+    /// Runs `meanwhile` and blocks for what it leaves of `ms` milliseconds. This one blocks for all
+    /// of them: for machines whose clock stands still while the program works.
     virtual void Pause(int ms, const std::function<void()>& meanwhile) {
         meanwhile();
         Sleep(ms);
